@@ -1,0 +1,12 @@
+# One Google Benchmark program a file, bench/<name>_bench.cpp.
+file(GLOB bench_sources CONFIGURE_DEPENDS "bench/*_bench.cpp")
+file(GLOB bench_support CONFIGURE_DEPENDS "bench/support/*.cpp" "bench/support/*.h")
+add_library(quilmark_bench_support STATIC ${bench_support})
+set_target_properties(quilmark_bench_support PROPERTIES LINKER_LANGUAGE CXX)
+target_include_directories(quilmark_bench_support PUBLIC "${PROJECT_SOURCE_DIR}/bench")
+target_link_libraries(quilmark_bench_support PUBLIC quilmark_search benchmark::benchmark)
+foreach(source ${bench_sources})
+  get_filename_component(name "${source}" NAME_WE)
+  add_executable(${name} "${source}")
+  target_link_libraries(${name} PRIVATE quilmark_bench_support)
+endforeach()

@@ -1,0 +1,28 @@
+# One list of warnings, as errors, and the options every target of ours is built with.
+add_library(quilmark_options INTERFACE)
+target_compile_features(quilmark_options INTERFACE cxx_std_20)
+target_include_directories(quilmark_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_compile_options(quilmark_options INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+  -fno-strict-aliasing -ffunction-sections -fdata-sections)
+
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  # -O1: the sanitizers' runs stay short, and the backtraces stay readable.
+  target_compile_options(quilmark_options INTERFACE -O1 -g -fno-omit-frame-pointer)
+  target_compile_definitions(quilmark_options INTERFACE QUILMARK_DEBUG=1)
+endif()
+
+if(QUILMARK_SANITIZER)
+  set(sanitize "-fsanitize=${QUILMARK_SANITIZER}")
+  target_compile_options(quilmark_options INTERFACE ${sanitize} -fno-sanitize-recover=all)
+  target_link_options(quilmark_options INTERFACE ${sanitize})
+endif()
+
+if(WIN32)
+  target_compile_definitions(quilmark_options INTERFACE UNICODE _UNICODE STRICT NOMINMAX
+    WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000008)
+  target_compile_options(quilmark_options INTERFACE -gdwarf-4)
+else()
+  find_package(Threads REQUIRED)
+  target_link_libraries(quilmark_options INTERFACE Threads::Threads)
+endif()

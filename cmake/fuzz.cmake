@@ -1,0 +1,10 @@
+# One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer.
+file(GLOB_RECURSE fuzz_sources CONFIGURE_DEPENDS "fuzz/*_fuzz.cpp")
+foreach(source ${fuzz_sources})
+  get_filename_component(name "${source}" NAME_WE)
+  add_executable(${name} "${source}")
+  target_link_libraries(${name} PRIVATE quilmark_search)
+  target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
+endforeach()

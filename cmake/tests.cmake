@@ -1,0 +1,21 @@
+# One test program a layer, from tests/<layer>/*.cpp; tests/support holds what they share.
+file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")
+add_library(quilmark_test_support STATIC ${support_sources})
+set_target_properties(quilmark_test_support PROPERTIES LINKER_LANGUAGE CXX)
+target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/tests")
+target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_main)
+
+function(quilmark_tests name)
+  file(GLOB sources CONFIGURE_DEPENDS "tests/${name}/*.cpp")
+  add_executable(${name}_tests ${sources})
+  target_link_libraries(${name}_tests PRIVATE quilmark_test_support ${ARGN})
+  add_test(NAME ${name}_tests COMMAND ${name}_tests)
+endfunction()
+
+quilmark_tests(platform)
+quilmark_tests(config)
+quilmark_tests(index)
+quilmark_tests(search)
+quilmark_tests(cli quilmark_cli)
+target_compile_definitions(cli_tests PRIVATE QUILMARK_PROGRAM="$<TARGET_FILE:quilmark>")
+add_dependencies(cli_tests quilmark)

@@ -1,0 +1,44 @@
+// Records of one volume in arrival order: appended, never moved, never erased but all at once.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "index/file_record.h"
+
+namespace quilmark {
+
+// Blocks of 65,536 records (2 MiB): a shift and a mask find a record, and a pointer to one stays good.
+class RecordStore {
+ public:
+  static constexpr uint32_t kBlockBits = 16;
+  static constexpr uint32_t kBlockRecords = 1u << kBlockBits;
+
+  uint32_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  const FileRecord& operator[](uint32_t index) const {
+    return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
+  }
+  FileRecord& operator[](uint32_t index) { return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)]; }
+
+  // The index of the appended record.
+  uint32_t push_back(const FileRecord& record) {
+    if ((size_ & (kBlockRecords - 1)) == 0) AddBlock();
+    (*this)[size_] = record;
+    return size_++;
+  }
+  void clear() {
+    blocks_.clear();
+    size_ = 0;
+  }
+  size_t MemoryBytes() const;
+
+ private:
+  void AddBlock();
+  std::vector<std::unique_ptr<FileRecord[]>> blocks_;
+  uint32_t size_ = 0;
+};
+
+}  // namespace quilmark

@@ -1,0 +1,40 @@
+// The one object that owns every volume, and the process-wide flags of the index.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "index/volume_index.h"
+#include "platform/locks.h"
+
+namespace quilmark {
+
+struct SearchEngine {
+  std::vector<std::unique_ptr<VolumeIndex>> volumes;  // guarded by volumesMutex; sorted by drive
+  mutable OrderedLock volumesMutex{LockRank::kVolumeList, "volumesMutex"};
+  std::atomic<bool> ready = false;       // a volume is usable
+  std::atomic<bool> syncing = false;     // the volumes are being brought in line with the drives
+  std::atomic<bool> prewarming = false;  // the attribute cache is being filled
+};
+
+// Lives as long as the process.
+SearchEngine& Engine();
+
+// Set once when the program ends; every long loop tests it.
+extern std::atomic<bool> ShutdownRequested;
+
+// The volumes as they are now. A volume lives on while the result of a search may name it.
+std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);
+
+// Adds a built volume, keeps the array sorted by drive and sets `ready`.
+VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
+
+// One hit. Carries no text: path, name and attributes are looked up when they are needed.
+struct MatchItem {
+  VolumeIndex* volume = nullptr;
+  uint32_t index = 0;
+};
+
+}  // namespace quilmark

@@ -1,0 +1,112 @@
+// The tables of one volume, and the few functions that edit them.
+//
+// indexLock guards everything of the upper part. Readers of a search take it by try_lock_shared and leave the
+// volume out if that fails; writers (build, walk, monitor) hold it exclusively. Every edit goes through the
+// functions below, which keep the search aids (bits, signatures) in step with the records.
+#pragma once
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "index/file_record.h"
+#include "index/frn_table.h"
+#include "index/name_pool.h"
+#include "index/name_signatures.h"
+#include "index/record_bits.h"
+#include "index/record_store.h"
+#include "platform/clock.h"
+#include "platform/locks.h"
+
+namespace quilmark {
+
+inline constexpr uint64_t kFirstSyntheticFrn = 0x100000;
+
+struct AttrEntry {
+  int64_t size = 0;  // bytes
+  FileTime modified = 0;
+  FileTime created = 0;
+  bool valid = false;  // the entry carries data
+};
+
+struct MftSize {
+  uint64_t logical = 0, allocated = 0;  // bytes
+};
+
+template <typename Value>
+using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
+
+struct VolumeIndex {
+  std::u16string drive;       // "X:", upper-case
+  std::u16string fileSystem;  // "NTFS", or the name that the system reports
+  std::atomic<bool> valid = true;
+  std::atomic<bool> busy = false;  // a build is running: searches skip the volume
+
+  mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
+  RecordStore records;
+  NamePool names;          // text n belongs to record n, for good: the scan counts on it
+  NamePool renamed;        // names that arrived later, and those that hold a NUL
+  FrnTable frnToIndex;
+  uint64_t deletedCount = 0;
+  uint64_t journalId = 0;
+  int64_t nextUsn = 0;
+  // Search aids, one bit or a few a record.
+  RecordBits hidden;        // text n of `names` is not to be believed: deleted, or apart
+  RecordBits apart;         // the record's name stands in `renamed`
+  RecordBits ideographs;    // the name has a character of U+4E00-U+9FFF
+  uint64_t apartCount = 0;
+  NameSignatures signatures;
+
+  mutable OrderedLock attrLock{LockRank::kAttributes, "attrLock"};
+  FrnMap<AttrEntry> attrs;
+  mutable OrderedLock mftSizesLock{LockRank::kAttributes, "mftSizesLock"};
+  FrnMap<MftSize> mftSizes;
+  mutable OrderedLock folderSizesLock{LockRank::kAttributes, "folderSizesLock"};
+  FrnMap<uint64_t> folderSizes;  // bytes below a folder
+  std::atomic<bool> folderSizesDirty = true;
+
+  std::atomic<uint64_t> nextSyntheticFrn = kFirstSyntheticFrn;  // of the next record of a walk
+};
+
+// What is known of a file when its record is made.
+struct NewRecord {
+  uint64_t frn = 0;
+  uint64_t parentFrn = 0;
+  bool isDirectory = false;
+};
+
+// All of these: indexLock held exclusively.
+
+// Stores the name and appends a record for it; returns its index. frnToIndex is left alone, so that a build can
+// fill it once at the end.
+uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
+
+// Gives the record another name and parent, and life if it was deleted.
+void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name);
+
+// Flags the record. No effect on one that is flagged already.
+void MarkDeleted(VolumeIndex& volume, uint32_t index);
+
+// Empties every table and map of the volume; takes the three attribute locks one after another.
+void ResetVolumeTables(VolumeIndex& volume);
+
+// Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive. An index
+// past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost part.
+std::u16string BuildPath(const VolumeIndex& volume, uint32_t index);
+
+// Takes indexLock shared around BuildPath.
+std::u16string BuildPathLocked(const VolumeIndex& volume, uint32_t index);
+
+// BuildPath into a string that a loop reuses.
+void BuildPathInto(const VolumeIndex& volume, uint32_t index, std::u16string& path);
+
+// Bytes that the tables take, attribute maps left out. indexLock held.
+size_t MemoryOf(const VolumeIndex& volume);
+
+// Empty if every invariant of the tables holds, else the first that does not. Slow: tests and debug builds.
+std::string FindBrokenInvariant(const VolumeIndex& volume);
+
+}  // namespace quilmark

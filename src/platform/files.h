@@ -1,0 +1,67 @@
+// Files and folders by path.
+//
+// Paths are Windows paths: "C:\dir\name". On a POSIX host "X:" is a mapped drive (drives.h), and a path that
+// begins with a backslash is the host's own: "\usr\lib" is /usr/lib. Names follow the host pair of utf.h.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quilmark {
+
+struct FolderEntry {
+  uint32_t nameOffset = 0;  // into FolderListing::names
+  uint16_t nameLength = 0;  // UTF-16 units
+  bool isDirectory = false;
+};
+
+// Names of one folder in the order in which the system gives them, without "." and "..". Reused from folder
+// to folder: clearing keeps the memory.
+struct FolderListing {
+  std::u16string names;
+  std::vector<FolderEntry> entries;
+
+  std::u16string_view NameOf(const FolderEntry& entry) const {
+    return std::u16string_view(names).substr(entry.nameOffset, entry.nameLength);
+  }
+  void Clear() {
+    names.clear();
+    entries.clear();
+  }
+};
+
+// Replaces `listing` by the contents of the folder. False, with what was read so far, if the folder cannot be
+// opened. A link to a folder is an entry that is no directory on a POSIX host; a junction or a link of Windows is
+// a directory.
+bool ListFolder(std::u16string_view path, FolderListing& listing);
+
+// Follows links.
+bool IsExistingFolder(std::u16string_view path);
+
+// True if the folder stands afterwards. Makes one level only.
+bool MakeFolder(std::u16string_view path);
+
+// The whole file; empty if it cannot be opened or read, or is longer than `limit`.
+std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit = 64u << 20);
+
+// Rewrites the file on its own name, or makes it. False on any failure.
+bool WriteFileBytes(std::u16string_view path, std::string_view bytes);
+
+// Appends in one write, behind `firstBytes` if the file is new or empty. False on any failure.
+bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes);
+
+// False if the file was not there or could not be removed. Files only.
+bool RemoveFile(std::u16string_view path);
+
+// `path` as this host writes it in UTF-8 or in its own bytes: drives resolved, "/" on POSIX. For printing.
+std::string HostPathBytes(std::u16string_view path);
+
+// A path as the host's user types it, made absolute against the current folder, as a path of this header.
+// Lexical on "." and ".."; the file need not exist.
+std::u16string PathFromHost(std::string_view typed);
+
+}  // namespace quilmark

@@ -1,0 +1,52 @@
+// Text files as the settings and logs of the program are: UTF-8 with a byte order mark, CR LF at line ends; the
+// same bytes on disk on every platform (the "ccs=UTF-8" modes of the Windows runtime).
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quilmark {
+
+// Longest piece that TextLines hands out, its line end included.
+inline constexpr size_t kTextLineLimit = 255;
+
+// The text of a file's bytes: a UTF-8 mark is skipped, a UTF-16 little-endian mark switches to UTF-16,
+// malformed bytes become U+FFFD, CR LF becomes LF.
+std::u16string DecodeText(std::string_view bytes);
+
+// Bytes of `text`: LF becomes CR LF, surrogate pairs one sequence of four bytes. No mark.
+std::string EncodeTextLines(std::u16string_view text);
+
+// Empty if the file cannot be read.
+std::optional<std::u16string> ReadTextFile(std::u16string_view path);
+
+// Rewrites the whole file with a mark in front. False on any failure.
+bool WriteTextFile(std::u16string_view path, std::u16string_view text);
+
+// Appends; a new or empty file gets a mark first. False on any failure.
+bool AppendTextFile(std::u16string_view path, std::u16string_view text);
+
+// Position in a decoded text, read line by line with a limit: a longer line comes in pieces of kTextLineLimit
+// units, and each piece counts as a line. `text` must outlive it.
+struct TextLines {
+  std::u16string_view text;
+  size_t position = 0;
+};
+
+// The next piece with its line end; empty at the end of the text.
+std::optional<std::u16string_view> NextLine(TextLines& lines);
+
+struct KeyValue {
+  std::u16string_view key, value;  // trimmed
+};
+
+// Splits a line of "key=value" at the first "=": blanks and tabs are trimmed on the left, these and CR, LF on
+// the right. Empty for a line without "=".
+std::optional<KeyValue> SplitKeyValue(std::u16string_view line);
+
+// Like the runtime's _wtoi: leading blanks, a sign, digits; clamped to 32 bits; 0 for what is no number.
+int ParseInt(std::u16string_view text);
+
+}  // namespace quilmark
