@@ -7,18 +7,16 @@
 namespace quilmark {
 
 struct FileRecord {
-  uint64_t frn = 0;               // record number in the low 48 bits, sequence number in the high 16
-  uint64_t parentFrn = 0;         // the same of the containing folder
+  uint64_t frn = 0;                // record number in the low 48 bits, sequence number in the high 16
+  uint64_t parentFrn = 0;          // the same of the containing folder
   const char16_t* name = nullptr;  // on-disk spelling in a NamePool, NUL-terminated
-  uint16_t nameLength = 0;        // UTF-16 units, without the NUL
+  uint16_t nameLength = 0;         // UTF-16 units, without the NUL
   uint32_t isDirectory : 1 = 0;
   uint32_t deleted : 1 = 0;  // no longer exists; stays in place so that every index stays good
 };
 static_assert(sizeof(FileRecord) == 32, "two records a cache line");
 
-inline std::u16string_view NameOf(const FileRecord& record) {
-  return {record.name, record.nameLength};
-}
+inline std::u16string_view NameOf(const FileRecord& record) { return {record.name, record.nameLength}; }
 
 // The folded copy stands right behind the name and its NUL.
 inline std::u16string_view FoldedNameOf(const FileRecord& record) {

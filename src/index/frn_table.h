@@ -1,8 +1,9 @@
 // From file reference number to the position of its record.
 //
-// Record numbers of a volume are dense, so the common case is one 32-bit slot in an array by record number; the
-// record itself says whether the sequence number agrees. A reference whose slot is taken by another sequence
-// number, or whose number is far above the count of records, goes to an ordinary hash map.
+// Record numbers of a volume are dense, so the common case is one 32-bit slot in an array by record
+// number; the record itself says whether the sequence number agrees. A reference whose slot is taken by
+// another sequence number, or whose number is far above the count of records, goes to an ordinary hash
+// map.
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -26,8 +27,8 @@ struct FrnTable {
   boost::unordered_flat_map<uint64_t, int64_t> others;
 };
 
-// Sets or replaces the value of `frn`, an index into `records` or kRootWithoutRecord. For an index the record
-// there has this frn already.
+// Sets or replaces the value of `frn`, an index into `records` or kRootWithoutRecord. For an index the
+// record there has this frn already.
 void SetIndexOf(FrnTable& table, const RecordStore& records, uint64_t frn, int64_t index);
 
 // The value of `frn`; empty if it has none.

@@ -21,7 +21,9 @@ class RecordStore {
   const FileRecord& operator[](uint32_t index) const {
     return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
   }
-  FileRecord& operator[](uint32_t index) { return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)]; }
+  FileRecord& operator[](uint32_t index) {
+    return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
+  }
 
   // The index of the appended record.
   uint32_t push_back(const FileRecord& record) {

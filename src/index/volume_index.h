@@ -1,8 +1,9 @@
 // The tables of one volume, and the few functions that edit them.
 //
-// indexLock guards everything of the upper part. Readers of a search take it by try_lock_shared and leave the
-// volume out if that fails; writers (build, walk, monitor) hold it exclusively. Every edit goes through the
-// functions below, which keep the search aids (bits, signatures) in step with the records.
+// indexLock guards everything of the upper part. Readers of a search take it by try_lock_shared and
+// leave the volume out if that fails; writers (build, walk, monitor) hold it exclusively. Every edit
+// goes through the functions below, which keep the search aids (bits, signatures) in step with the
+// records.
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -47,16 +48,16 @@ struct VolumeIndex {
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
   RecordStore records;
-  NamePool names;          // text n belongs to record n, for good: the scan counts on it
-  NamePool renamed;        // names that arrived later, and those that hold a NUL
+  NamePool names;    // text n belongs to record n, for good: the scan counts on it
+  NamePool renamed;  // names that arrived later, and those that hold a NUL
   FrnTable frnToIndex;
   uint64_t deletedCount = 0;
   uint64_t journalId = 0;
   int64_t nextUsn = 0;
   // Search aids, one bit or a few a record.
-  RecordBits hidden;        // text n of `names` is not to be believed: deleted, or apart
-  RecordBits apart;         // the record's name stands in `renamed`
-  RecordBits ideographs;    // the name has a character of U+4E00-U+9FFF
+  RecordBits hidden;      // text n of `names` is not to be believed: deleted, or apart
+  RecordBits apart;       // the record's name stands in `renamed`
+  RecordBits ideographs;  // the name has a character of U+4E00-U+9FFF
   uint64_t apartCount = 0;
   NameSignatures signatures;
 
@@ -80,8 +81,8 @@ struct NewRecord {
 
 // All of these: indexLock held exclusively.
 
-// Stores the name and appends a record for it; returns its index. frnToIndex is left alone, so that a build can
-// fill it once at the end.
+// Stores the name and appends a record for it; returns its index. frnToIndex is left alone, so that a
+// build can fill it once at the end.
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
 
 // Gives the record another name and parent, and life if it was deleted.
@@ -93,8 +94,9 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index);
 // Empties every table and map of the volume; takes the three attribute locks one after another.
 void ResetVolumeTables(VolumeIndex& volume);
 
-// Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive. An index
-// past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost part.
+// Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive.
+// An index past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost
+// part.
 std::u16string BuildPath(const VolumeIndex& volume, uint32_t index);
 
 // Takes indexLock shared around BuildPath.
@@ -106,7 +108,8 @@ void BuildPathInto(const VolumeIndex& volume, uint32_t index, std::u16string& pa
 // Bytes that the tables take, attribute maps left out. indexLock held.
 size_t MemoryOf(const VolumeIndex& volume);
 
-// Empty if every invariant of the tables holds, else the first that does not. Slow: tests and debug builds.
+// Empty if every invariant of the tables holds, else the first that does not. Slow: tests and debug
+// builds.
 std::string FindBrokenInvariant(const VolumeIndex& volume);
 
 }  // namespace quilmark

@@ -1,7 +1,7 @@
 // Drive letters: what the system has, or what this process was given by hand.
 //
-// A process that maps a letter to a folder sees its mapped letters only, on every platform; without a mapping
-// Windows shows its own drives and a POSIX host none.
+// A process that maps a letter to a folder sees its mapped letters only, on every platform; without a
+// mapping Windows shows its own drives and a POSIX host none.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@
 
 namespace quilmark {
 
-// Gives `letter` (A to Z, either case) to the folder `root`, a path of the host (see files.h). Replaces an
-// earlier mapping. False for another character. Any thread.
+// Gives `letter` (A to Z, either case) to the folder `root`, a path of the host (see files.h). Replaces
+// an earlier mapping. False for another character. Any thread.
 bool MapDrive(char16_t letter, std::u16string_view root);
 void UnmapDrive(char16_t letter);
 
@@ -22,7 +22,8 @@ std::optional<std::u16string> MappedRoot(char16_t letter);
 // `path` with the root of a mapped drive in the place of its "X:"; any other path as it is.
 std::u16string ResolveMappedPath(std::u16string_view path);
 
-// The reverse: a path of the host below a mapped root as "X:\..."; the deepest root wins. Empty if below none.
+// The reverse: a path of the host below a mapped root as "X:\..."; the deepest root wins. Empty if below
+// none.
 std::optional<std::u16string> MappedPathOf(std::u16string_view hostPath);
 
 // Bit 0 for A: to bit 25 for Z:.
@@ -34,8 +35,8 @@ struct VolumeInfo {
   uint32_t serial = 0;
 };
 
-// Of the drive `letter`; empty when there is no such drive or its medium cannot be read. A mapped folder on
-// Windows is "folder": it has no journal of its own, whatever volume it lies on.
+// Of the drive `letter`; empty when there is no such drive or its medium cannot be read. A mapped folder
+// on Windows is "folder": it has no journal of its own, whatever volume it lies on.
 std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter);
 
 }  // namespace quilmark

@@ -1,7 +1,8 @@
 // Files and folders by path.
 //
-// Paths are Windows paths: "C:\dir\name". On a POSIX host "X:" is a mapped drive (drives.h), and a path that
-// begins with a backslash is the host's own: "\usr\lib" is /usr/lib. Names follow the host pair of utf.h.
+// Paths are Windows paths: "C:\dir\name". On a POSIX host "X:" is a mapped drive (drives.h), and a path
+// that begins with a backslash is the host's own: "\usr\lib" is /usr/lib. Names follow the host pair of
+// utf.h.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +20,8 @@ struct FolderEntry {
   bool isDirectory = false;
 };
 
-// Names of one folder in the order in which the system gives them, without "." and "..". Reused from folder
-// to folder: clearing keeps the memory.
+// Names of one folder in the order in which the system gives them, without "." and "..". Reused from
+// folder to folder: clearing keeps the memory.
 struct FolderListing {
   std::u16string names;
   std::vector<FolderEntry> entries;
@@ -34,9 +35,9 @@ struct FolderListing {
   }
 };
 
-// Replaces `listing` by the contents of the folder. False, with what was read so far, if the folder cannot be
-// opened. A link to a folder is an entry that is no directory on a POSIX host; a junction or a link of Windows is
-// a directory.
+// Replaces `listing` by the contents of the folder. False, with what was read so far, if the folder
+// cannot be opened. A link to a folder is an entry that is no directory on a POSIX host; a junction or a
+// link of Windows is a directory.
 bool ListFolder(std::u16string_view path, FolderListing& listing);
 
 // Follows links.
@@ -57,11 +58,12 @@ bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::stri
 // False if the file was not there or could not be removed. Files only.
 bool RemoveFile(std::u16string_view path);
 
-// `path` as this host writes it in UTF-8 or in its own bytes: drives resolved, "/" on POSIX. For printing.
+// `path` as this host writes it in UTF-8 or in its own bytes: drives resolved, "/" on POSIX. For
+// printing.
 std::string HostPathBytes(std::u16string_view path);
 
-// A path as the host's user types it, made absolute against the current folder, as a path of this header.
-// Lexical on "." and ".."; the file need not exist.
+// A path as the host's user types it, made absolute against the current folder, as a path of this
+// header. Lexical on "." and ".."; the file need not exist.
 std::u16string PathFromHost(std::string_view typed);
 
 }  // namespace quilmark

@@ -27,11 +27,12 @@ FormatArgument MakeFormatArgument(T number) {
   return static_cast<uint64_t>(number);
 }
 
-// Fills the printf forms of `pattern`: %d %i %u %x %X %c %s %f with flags "-0+ #", width, precision and any of
-// the lengths hh h l ll z j t w I64, and %%. An argument is converted by its own type and not by the form's
-// length, so that no pattern can misread memory: a text form prints a number's digits, a number form prints a
-// text as it is. A form without an argument, or one that is not known, prints as it stands. Width and
-// precision above 1,000 count as 1,000; "*" is not known. Negative numbers under %u and %x wrap at 64 bits.
+// Fills the printf forms of `pattern`: %d %i %u %x %X %c %s %f with flags "-0+ #", width, precision and
+// any of the lengths hh h l ll z j t w I64, and %%. An argument is converted by its own type and not by
+// the form's length, so that no pattern can misread memory: a text form prints a number's digits, a
+// number form prints a text as it is. A form without an argument, or one that is not known, prints as it
+// stands. Width and precision above 1,000 count as 1,000; "*" is not known. Negative numbers under %u
+// and %x wrap at 64 bits.
 template <typename... Arguments>
 std::u16string FormatText(std::u16string_view pattern, const Arguments&... arguments) {
   if constexpr (sizeof...(arguments) == 0) {

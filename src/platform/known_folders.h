@@ -12,11 +12,12 @@ std::optional<std::u16string> DocumentsFolder();
 // The user's local application data. On a POSIX host $XDG_DATA_HOME, if it is set to an absolute path.
 std::optional<std::u16string> LocalDataFolder();
 
-// With a trailing backslash, as Windows gives it; empty if the system names none shorter than 260 characters.
+// With a trailing backslash, as Windows gives it; empty if the system names none shorter than 260
+// characters.
 std::optional<std::u16string> TempFolder();
 
-// The user's desktop. On a POSIX host XDG_DESKTOP_DIR of user-dirs.dirs. Where the folder lies below a mapped
-// drive, the path is the one on that drive ("C:\me\Desktop").
+// The user's desktop. On a POSIX host XDG_DESKTOP_DIR of user-dirs.dirs. Where the folder lies below a
+// mapped drive, the path is the one on that drive ("C:\me\Desktop").
 std::optional<std::u16string> DesktopFolder();
 
 // An environment variable as text; empty if it is not set.

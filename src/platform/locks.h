@@ -1,8 +1,9 @@
 // The one lock of the program: shared and exclusive, with attempts that do not block.
 //
-// Every lock has a rank. A thread may wait only for a lock whose rank is above every rank that it holds, which
-// makes a deadlock impossible; debug builds check it at each wait and end the program with both names. An
-// attempt that does not block is free of the rule. Works with std::unique_lock, std::shared_lock, std::scoped_lock.
+// Every lock has a rank. A thread may wait only for a lock whose rank is above every rank that it holds,
+// which makes a deadlock impossible; debug builds check it at each wait and end the program with both
+// names. An attempt that does not block is free of the rule. Works with std::unique_lock,
+// std::shared_lock, std::scoped_lock.
 #pragma once
 
 #ifndef _WIN32

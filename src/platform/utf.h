@@ -1,8 +1,9 @@
 // Conversions between UTF-16 and bytes.
 //
-// Two pairs. The text pair is for contents (settings, output): what is malformed becomes U+FFFD. The host pair
-// is for names of a POSIX host and loses nothing: a byte that is no part of well-formed UTF-8 becomes the lone
-// low surrogate 0xDC00 + byte, and so does a backslash (0xDC5C), which a Windows path could not hold.
+// Two pairs. The text pair is for contents (settings, output): what is malformed becomes U+FFFD. The
+// host pair is for names of a POSIX host and loses nothing: a byte that is no part of well-formed UTF-8
+// becomes the lone low surrogate 0xDC00 + byte, and so does a backslash (0xDC5C), which a Windows path
+// could not hold.
 #pragma once
 
 #include <string>

@@ -16,15 +16,16 @@ using PostTarget = void*;
 
 struct PostedMessage {
   uint32_t message = 0;
-  uint64_t first = 0;   // wParam
-  int64_t second = 0;   // lParam
+  uint64_t first = 0;  // wParam
+  int64_t second = 0;  // lParam
 };
 
-// Hands the message over, in order; never waits. False when the target is null or gone: what `second` points at
-// then still belongs to the caller. Any thread.
+// Hands the message over, in order; never waits. False when the target is null or gone: what `second`
+// points at then still belongs to the caller. Any thread.
 bool PostIfAlive(PostTarget target, uint32_t message, uint64_t first, int64_t second);
 
-// Posts a copy of `text` on the heap as `second`; the receiver owns it (TakeText). Freed here if the post fails.
+// Posts a copy of `text` on the heap as `second`; the receiver owns it (TakeText). Freed here if the
+// post fails.
 bool PostText(PostTarget target, uint32_t message, uint64_t first, std::u16string_view text);
 std::unique_ptr<std::u16string> TakeText(const PostedMessage& message);
 

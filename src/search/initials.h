@@ -8,15 +8,16 @@
 
 namespace quilmark {
 
-// First letter ('a'-'z') of the reading of an ideograph, by the ranges of GB2312 level one in code page 936;
-// 0 outside U+4E00-U+9FFF and for characters that those ranges do not hold.
+// First letter ('a'-'z') of the reading of an ideograph, by the ranges of GB2312 level one in code page
+// 936; 0 outside U+4E00-U+9FFF and for characters that those ranges do not hold.
 char16_t InitialLetterOf(char16_t unit);
 
-// True if `pattern` is a substring of the key of the stem (what stands before the first "."): letters folded,
-// digits, and the initials of ideographs, of which there must be one.
+// True if `pattern` is a substring of the key of the stem (what stands before the first "."): letters
+// folded, digits, and the initials of ideographs, of which there must be one.
 bool MatchesInitials(const char16_t* name, size_t length, std::u16string_view pattern);
 
-// The prepared query allows initial-letter matching: one group of one term of 2 to 32 characters a-z, 0-9.
+// The prepared query allows initial-letter matching: one group of one term of 2 to 32 characters a-z,
+// 0-9.
 bool IsInitialsQuery(const QueryGroups& prepared);
 
 }  // namespace quilmark

@@ -1,7 +1,8 @@
 // What the text of the search box means.
 //
-// Trimmed text is, in this order: nothing; a content query ("s:..."); the path of an existing folder, which lists
-// it; a name query, an OR of AND-groups of substrings. Nothing here touches the disk but IsExistingFolderQuery.
+// Trimmed text is, in this order: nothing; a content query ("s:..."); the path of an existing folder,
+// which lists it; a name query, an OR of AND-groups of substrings. Nothing here touches the disk but
+// IsExistingFolderQuery.
 #pragma once
 
 #include <cstddef>
@@ -15,19 +16,20 @@ namespace quilmark {
 using QueryGroups = std::vector<std::vector<std::u16string>>;
 
 struct ContentQuery {
-  bool Active = false;                // the text is a valid content query
-  QueryGroups Groups;                 // what to look for inside files; terms keep their case
-  std::vector<std::u16string> Exts;   // lower-case, each with its "."; the files to open
+  bool Active = false;               // the text is a valid content query
+  QueryGroups Groups;                // what to look for inside files; terms keep their case
+  std::vector<std::u16string> Exts;  // lower-case, each with its "."; the files to open
 };
 
 // Removes blanks, tabs, CR and LF at both ends.
 void TrimQuery(std::u16string& text);
 
-// Splits at " and " and " or " outside quotes; "\" takes the next character as it is. Terms keep their case.
+// Splits at " and " and " or " outside quotes; "\" takes the next character as it is. Terms keep their
+// case.
 QueryGroups ParseQueryGroups(std::u16string_view text);
 
-// Terms folded, trimmed, and dropped where empty; groups dropped where empty. No groups: every name matches.
-// A backslash becomes kNameBackslash (utf.h), which is what a name holds in its place.
+// Terms folded, trimmed, and dropped where empty; groups dropped where empty. No groups: every name
+// matches. A backslash becomes kNameBackslash (utf.h), which is what a name holds in its place.
 QueryGroups PrepareNameGroups(QueryGroups groups);
 
 // `defaultExts` serves a query without "|".
@@ -42,7 +44,8 @@ std::u16string NormalizePathQuery(std::u16string_view text);
 // True with `path` normalised if the text names a folder that exists.
 bool IsExistingFolderQuery(std::u16string_view text, std::u16string& path);
 
-// One group has every term in it. `lowerName` is the folded name, tested up to its first NUL if it holds one.
+// One group has every term in it. `lowerName` is the folded name, tested up to its first NUL if it holds
+// one.
 bool MatchName(std::u16string_view lowerName, const QueryGroups& groups);
 
 // `path` is the folder `folder` or lies below it, ignoring case. False where either is empty.

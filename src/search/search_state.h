@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "index/search_engine.h"
@@ -26,17 +28,18 @@ extern std::shared_ptr<const ResultSet> CurrentResults;  // ResultsLock; what th
 extern int SortColumn;                                   // ResultsLock; -1: none
 extern bool SortAscending;                               // ResultsLock
 
-extern std::atomic<int> scopeIndex;  // 0: all volumes; 1: the Desktop; n >= 2: the volume at position n - 2
+extern std::atomic<int>
+    scopeIndex;  // 0: all volumes; 1: the Desktop; n >= 2: the volume at position n - 2
 extern std::atomic<bool> SuppressRecentView;  // an empty box goes on showing the whole index
 extern std::atomic<bool> initialSearchEnabled;
-extern std::u16string CurrentQueryText;       // interface thread only
+extern std::u16string CurrentQueryText;  // interface thread only
 
 inline constexpr int kScopeAll = 0, kScopeDesktop = 1, kScopeFirstVolume = 2;
 
 // Messages to the main window; all carry the generation first.
-inline constexpr uint32_t WM_SEARCH_RESULTS = 1026;   // second: a ResultKind
-inline constexpr uint32_t WM_SEARCH_STATUS = 1027;    // second: a text (TakeText)
-inline constexpr uint32_t WM_RESORT_RESULTS = 1064;   // first: column, second: 1 ascending
+inline constexpr uint32_t WM_SEARCH_RESULTS = 1026;  // second: a ResultKind
+inline constexpr uint32_t WM_SEARCH_STATUS = 1027;   // second: a text (TakeText)
+inline constexpr uint32_t WM_RESORT_RESULTS = 1064;  // first: column, second: 1 ascending
 
 enum class ResultKind : int64_t { kFinal = 0, kSorted = 1, kPartial = 2 };
 
@@ -47,10 +50,25 @@ inline constexpr uint32_t kNotReadyRetryMs = 350;
 // One search: what it was started with.
 struct SearchJob {
   uint64_t generation = 0;
-  std::u16string text;  // trimmed
-  int scope = kScopeAll;
+  std::u16string text;      // trimmed
   bool keepScroll = false;  // repeats the current query: sort column and scroll position stay
 };
+
+// Where a search looks, as scopeIndex stood when it began.
+struct SearchScope {
+  std::optional<size_t> position;  // of the one volume in the list; else all
+  bool desktopOnly = false;
+  std::optional<std::u16string> desktop;  // the Desktop folder; empty where the system names none
+};
+
+// Reads scopeIndex, and asks for the Desktop folder if it is needed.
+SearchScope CurrentScope();
+
+// The volumes of `all` that the scope names.
+std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all, const SearchScope& scope);
+
+// False for a volume that is lost or being built: every search leaves it out without a word.
+inline bool IsSearchable(const VolumeIndex& volume) { return volume.valid && !volume.busy; }
 
 // Still the latest search, and no shutdown.
 bool IsCurrent(uint64_t generation);
@@ -61,16 +79,18 @@ struct SearchHooks {
   std::function<std::u16string()> readSearchBox;
   std::function<void(std::u16string_view key, std::u16string_view english)> showStatus;  // status line
   std::function<void(uint32_t id, uint32_t delayMs)> restartTimer;  // kill, then set on the main window
-  std::function<std::vector<std::u16string>()> contentExts;         // default extensions of a content query
+  std::function<std::vector<std::u16string>()> contentExts;  // default extensions of a content query
   // Runs a content query on the job's thread and gives its hits; empty without: the query finds nothing.
-  std::function<std::shared_ptr<ResultSet>(const SearchJob&, const ContentQuery&)> searchContent;
+  std::function<std::shared_ptr<ResultSet>(const SearchJob&, const ContentQuery&, const SearchScope&)>
+      searchContent;
   std::function<std::shared_ptr<ResultSet>()> recentResults;  // the recently opened files
 };
 extern SearchHooks searchHooks;  // set before the first search
 
 // Replaces CurrentResults under ResultsLock if `generation` is current, sets SortColumn to -1 unless
 // `keepSort`, and posts WM_SEARCH_RESULTS. False if the set was dropped.
-bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results, bool keepSort);
+bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
+                    bool keepSort);
 
 // A reference to the set of the moment; never null.
 std::shared_ptr<const ResultSet> HeldResults();

@@ -1,0 +1,76 @@
+#include "index/directory_walk.h"
+
+#include <algorithm>
+#include <mutex>
+#include <thread>
+
+#include "index/search_engine.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint64_t kRootFrn = 1;
+
+struct Walk {
+  VolumeIndex& volume;
+  FolderReader& reader;
+};
+
+void AppendEntry(VolumeIndex& volume, uint64_t frn, uint64_t parentFrn, bool isDirectory,
+                 std::u16string_view name) {
+  const uint32_t index =
+      AppendRecord(volume, {.frn = frn, .parentFrn = parentFrn, .isDirectory = isDirectory}, name);
+  SetIndexOf(volume.frnToIndex, volume.records, frn, index);
+}
+
+// Appends the contents of `folder`, each subfolder's contents right behind it.
+void WalkFolder(Walk& walk, WalkFolderNode& folder, uint64_t parentFrn) {
+  if (ShutdownRequested) return;
+  walk.reader.Read(folder);
+  size_t subfolder = 0;
+  for (const FolderEntry& entry : folder.listing.entries) {
+    if (ShutdownRequested) break;
+    const uint64_t frn = walk.volume.nextSyntheticFrn++;
+    AppendEntry(walk.volume, frn, parentFrn, entry.isDirectory, folder.listing.NameOf(entry));
+    if (entry.isDirectory && subfolder < folder.subfolders.size()) {
+      const auto child = std::move(folder.subfolders[subfolder++]);
+      WalkFolder(walk, *child, frn);
+    }
+  }
+  walk.reader.Release(folder);
+}
+
+// Listing waits for the disk or the network more than for a core.
+unsigned ThreadsFor(const WalkOptions& options) {
+  if (options.threads != 0) return options.threads;
+  return std::clamp(std::thread::hardware_concurrency(), 2u, 8u);
+}
+
+}  // namespace
+
+bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystemName,
+                     const WalkOptions& options) {
+  volume.busy = true;
+  const std::unique_lock lock(volume.indexLock);
+  volume.drive = drive;
+  volume.fileSystem = fileSystemName;
+  volume.valid = true;
+
+  ResetVolumeTables(volume);
+  volume.nextSyntheticFrn = kFirstSyntheticFrn;
+  SetIndexOf(volume.frnToIndex, volume.records, kRootFrn, kRootWithoutRecord);
+  {
+    FolderReader reader(options.source, ThreadsFor(options), kDeepestWalk);
+    Walk walk{volume, reader};
+    const auto root = std::make_shared<WalkFolderNode>();
+    root->path = drive;
+    WalkFolder(walk, *root, kRootFrn);
+  }
+  const bool found = !volume.records.empty();
+  if (!found) volume.valid = false;
+  volume.busy = false;
+  return found;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,55 @@
+#include "index/name_pool.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "platform/text.h"
+
+namespace quilmark {
+
+void FreeDeleter::operator()(void* memory) const { std::free(memory); }
+
+// calloc, not new: the system hands out zeroed pages, and those not written to cost nothing.
+static void OpenChunk(NamePool& pool, size_t capacity) {
+  auto* text = static_cast<char16_t*>(std::calloc(capacity + kChunkSlack, sizeof(char16_t)));
+  if (text == nullptr) throw std::bad_alloc();
+  NameChunk& chunk = pool.chunks.emplace_back();
+  chunk.text.reset(text);
+  chunk.firstText = pool.textCount;
+  pool.usedInChunk = 0;
+}
+
+const char16_t* StoreName(NamePool& pool, std::u16string_view name) {
+  const size_t needed = 2 * name.size() + 2;
+  if (pool.usedInChunk + needed > pool.chunkCapacity)
+    OpenChunk(pool, std::max(needed, pool.chunkCapacity));
+
+  NameChunk& chunk = pool.chunks.back();
+  char16_t* const text = chunk.text.get() + pool.usedInChunk;
+  if (pool.textCount % kTextsPerMark == 0) pool.marks.push_back(text);
+  if (!name.empty()) std::memcpy(text, name.data(), name.size() * sizeof(char16_t));
+  FoldUnits(text, text + name.size() + 1, name.size());
+  pool.usedInChunk += needed;
+  chunk.used = pool.usedInChunk;
+  ++pool.textCount;
+  return text;
+}
+
+void ResetNamePool(NamePool& pool) {
+  pool.chunks.clear();
+  pool.marks.clear();
+  pool.textCount = 0;
+  pool.usedInChunk = pool.chunkCapacity;
+}
+
+size_t MemoryOf(const NamePool& pool) {
+  size_t bytes = pool.marks.capacity() * sizeof(pool.marks[0]);
+  for (const NameChunk& chunk : pool.chunks) {
+    bytes += (std::max(chunk.used, pool.chunkCapacity) + kChunkSlack) * sizeof(char16_t);
+  }
+  return bytes;
+}
+
+}  // namespace quilmark

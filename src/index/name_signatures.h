@@ -1,0 +1,50 @@
+// Small signatures that tell a search which names it need not read.
+//
+// Names are taken in blocks of 64. A row is a bit for every block, set when a name of the block holds a
+// gram that hashes to the row; a needle can only stand in blocks whose bits are set in the rows of all
+// its grams. Grams are three units in a row, and single units above ASCII, two rows each. 512 blocks
+// share a page whose rows are one cache line long, so a test of 32,768 names costs a cache line a row.
+//
+// Nothing is ever taken out: a signature may promise too much, never too little. 8 bytes a name.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "index/name_pool.h"
+
+namespace quilmark {
+
+inline constexpr uint32_t kSignatureRows = 4'096;
+inline constexpr uint32_t kBlocksPerPage = 512;
+inline constexpr uint32_t kTextsPerPage = kBlocksPerPage * kTextsPerMark;
+inline constexpr uint32_t kPageWords = kBlocksPerPage / 64;
+
+// One bit for each block of a page.
+using BlockMask = std::array<uint64_t, kPageWords>;
+
+struct NameSignatures {
+  std::vector<std::unique_ptr<BlockMask[]>> pages;  // kSignatureRows masks a page
+};
+
+// Adds text number `text` of a pool by its folded spelling. True if it holds a unit above ASCII.
+bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
+
+// Rows that a block must have to hold all the needles given to AddNeedle.
+struct SignatureTest {
+  static constexpr size_t kMostRows = 24;  // further grams would hardly narrow the choice
+  std::array<uint16_t, kMostRows> rows{};
+  size_t count = 0;
+};
+void AddNeedle(SignatureTest& test, std::u16string_view foldedNeedle);
+
+// Blocks of page `page` that may hold the needles; all of them for an empty test.
+BlockMask CandidateBlocks(const NameSignatures& signatures, size_t page, const SignatureTest& test);
+
+size_t MemoryOf(const NameSignatures& signatures);
+
+}  // namespace quilmark

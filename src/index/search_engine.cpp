@@ -1,0 +1,36 @@
+#include "index/search_engine.h"
+
+#include <algorithm>
+#include <mutex>
+
+namespace quilmark {
+
+std::atomic<bool> ShutdownRequested = false;
+
+SearchEngine& Engine() {
+  // Never destroyed: detached threads may look at it until the process is gone.
+  static auto* const engine = new SearchEngine;
+  return *engine;
+}
+
+std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine) {
+  std::vector<VolumeIndex*> volumes;
+  const std::scoped_lock lock(engine.volumesMutex);
+  volumes.reserve(engine.volumes.size());
+  for (const auto& volume : engine.volumes) {
+    if (volume != nullptr) volumes.push_back(volume.get());
+  }
+  return volumes;
+}
+
+VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
+  VolumeIndex* const added = volume.get();
+  const std::scoped_lock lock(engine.volumesMutex);
+  engine.volumes.push_back(std::move(volume));
+  std::sort(engine.volumes.begin(), engine.volumes.end(),
+            [](const auto& a, const auto& b) { return a->drive < b->drive; });
+  engine.ready = true;
+  return added;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,122 @@
+#include "index/volume_index.h"
+
+#include <algorithm>
+#include <mutex>
+
+namespace quilmark {
+
+namespace {
+
+// Positions up to which a record's name is stored and compared; longer ones cannot be had from any file
+// system.
+constexpr size_t kLongestName = 0xFFFF;
+
+bool HasIdeograph(std::u16string_view name) {
+  return std::any_of(name.begin(), name.end(),
+                     [](char16_t unit) { return unit >= 0x4E00 && unit <= 0x9FFF; });
+}
+
+void GrowAids(VolumeIndex& volume, uint32_t count) {
+  GrowBits(volume.hidden, count);
+  GrowBits(volume.apart, count);
+  GrowBits(volume.ideographs, count);
+}
+
+// The record's name stands in `renamed` from now on, where no signature and no order leads to it.
+void MarkApart(VolumeIndex& volume, uint32_t index) {
+  if (!TestBit(volume.apart, index)) ++volume.apartCount;
+  SetBit(volume.apart, index);
+  SetBit(volume.hidden, index);
+}
+
+void SetIdeographs(VolumeIndex& volume, uint32_t index, std::u16string_view name) {
+  if (HasIdeograph(name)) {
+    SetBit(volume.ideographs, index);
+  } else {
+    ClearBit(volume.ideographs, index);
+  }
+}
+
+}  // namespace
+
+uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
+  name = name.substr(0, kLongestName);
+  FileRecord record;
+  record.frn = made.frn;
+  record.parentFrn = made.parentFrn;
+  record.nameLength = static_cast<uint16_t>(name.size());
+  record.isDirectory = made.isDirectory;
+
+  // A NUL inside a name would shift every later text of the pool: such a name leaves an empty text
+  // behind.
+  const bool isPlain = name.find(u'\0') == name.npos;
+  record.name = StoreName(volume.names, isPlain ? name : std::u16string_view());
+  if (!isPlain) record.name = StoreName(volume.renamed, name);
+
+  const uint32_t index = volume.records.push_back(record);
+  GrowAids(volume, index + 1);
+  if (!isPlain) MarkApart(volume, index);
+  const bool aboveAscii =
+      !isPlain || AddToSignatures(volume.signatures, index, FoldedNameOf(volume.records[index]));
+  if (aboveAscii) SetIdeographs(volume, index, name);
+  return index;
+}
+
+void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name) {
+  name = name.substr(0, kLongestName);
+  FileRecord& record = volume.records[index];
+  record.name = StoreName(volume.renamed, name);
+  record.nameLength = static_cast<uint16_t>(name.size());
+  record.parentFrn = parentFrn;
+  MarkApart(volume, index);
+  SetIdeographs(volume, index, name);
+  if (record.deleted) {
+    record.deleted = 0;
+    --volume.deletedCount;
+  }
+}
+
+void MarkDeleted(VolumeIndex& volume, uint32_t index) {
+  FileRecord& record = volume.records[index];
+  if (record.deleted) return;
+  record.deleted = 1;
+  ++volume.deletedCount;
+  SetBit(volume.hidden, index);
+}
+
+void ResetVolumeTables(VolumeIndex& volume) {
+  volume.records.clear();
+  ResetNamePool(volume.names);
+  ResetNamePool(volume.renamed);
+  ResetFrnTable(volume.frnToIndex);
+  volume.deletedCount = 0;
+  volume.apartCount = 0;
+  volume.hidden = {};
+  volume.apart = {};
+  volume.ideographs = {};
+  volume.signatures = {};
+  {
+    const std::scoped_lock lock(volume.attrLock);
+    volume.attrs = {};
+  }
+  {
+    const std::scoped_lock lock(volume.mftSizesLock);
+    volume.mftSizes = {};
+  }
+  {
+    const std::scoped_lock lock(volume.folderSizesLock);
+    volume.folderSizes = {};
+  }
+  volume.folderSizesDirty = true;
+}
+
+size_t MemoryOf(const VolumeIndex& volume) {
+  size_t bytes = volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed) +
+                 MemoryOf(volume.frnToIndex) + MemoryOf(volume.signatures);
+  for (const RecordBits* bits : {&volume.hidden, &volume.apart, &volume.ideographs}) {
+    bytes += bits->words.capacity() * sizeof(bits->words[0]);
+  }
+  return bytes;
+}
+
+}  // namespace quilmark

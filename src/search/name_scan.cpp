@@ -1,0 +1,222 @@
+#include "search/name_scan.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "search/initials.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kGranuleBlocks = kGranule / kTextsPerMark;
+constexpr uint32_t kGranulesPerPage = kTextsPerPage / kGranule;
+
+// Above this share of a page's blocks the skipping costs more than the scan of the rest.
+constexpr int kDenseBlocks = kBlocksPerPage * 6 / 10;
+
+// A name is tested up to its first NUL.
+bool CanMatch(const std::vector<std::u16string>& group) {
+  return std::none_of(group.begin(), group.end(),
+                      [](const std::u16string& term) { return term.find(u'\0') != term.npos; });
+}
+
+// The term that the fewest names hold, as far as its length and its rarest unit tell.
+size_t RarestTerm(const std::vector<std::u16string>& group) {
+  const auto rank = [](const std::u16string& term) {
+    unsigned least = ~0u;
+    for (const char16_t unit : term) least = std::min(least, CommonnessOf(unit));
+    return static_cast<int>(std::min<size_t>(term.size(), 8)) * 3 - static_cast<int>(least);
+  };
+  size_t best = 0;
+  for (size_t i = 1; i < group.size(); ++i) {
+    if (rank(group[i]) > rank(group[best])) best = i;
+  }
+  return best;
+}
+
+CompiledGroup CompileGroup(const std::vector<std::u16string>& group) {
+  const size_t lead = RarestTerm(group);
+  const auto needle = std::u16string_view(group[lead]).substr(0, kLongestNeedle);
+  CompiledGroup compiled{.lead = MakeNeedle(needle), .others = {}, .signatures = {}};
+  AddNeedle(compiled.signatures, needle);
+  for (size_t i = 0; i < group.size(); ++i) {
+    const bool isCovered = i == lead && needle.size() == group[i].size();
+    if (isCovered) continue;
+    compiled.others.push_back(group[i]);
+    AddNeedle(compiled.signatures, group[i]);
+  }
+  return compiled;
+}
+
+int CountBlocks(const BlockMask& blocks) {
+  int count = 0;
+  for (const uint64_t word : blocks) count += std::popcount(word);
+  return count;
+}
+
+// Adds the blocks of which a word of `bits` is not zero: a word speaks of one block.
+void AddBlocksWithBits(BlockMask& blocks, const RecordBits& bits, size_t page) {
+  const size_t first = page * kBlocksPerPage;
+  const size_t last = std::min(first + kBlocksPerPage, bits.words.size());
+  for (size_t block = first; block < last; ++block) {
+    const size_t inPage = block - first;
+    if (bits.words[block] != 0) blocks[inPage / 64] |= uint64_t{1} << (inPage % 64);
+  }
+}
+
+void EnterPage(NameScan& scan, size_t page) {
+  scan.page = page;
+  scan.groupBlocks.resize(scan.query.compiled.size());
+  scan.anyBlocks.fill(scan.query.matchesAll ? ~uint64_t{0} : 0);
+  for (size_t group = 0; group < scan.groupBlocks.size(); ++group) {
+    BlockMask& blocks = scan.groupBlocks[group];
+    blocks = CandidateBlocks(scan.volume.signatures, page, scan.query.compiled[group].signatures);
+    if (CountBlocks(blocks) > kDenseBlocks) blocks.fill(~uint64_t{0});
+    for (size_t word = 0; word < blocks.size(); ++word) scan.anyBlocks[word] |= blocks[word];
+  }
+  if (scan.volume.apartCount != 0) AddBlocksWithBits(scan.anyBlocks, scan.volume.apart, page);
+  if (!scan.query.initials.empty()) AddBlocksWithBits(scan.anyBlocks, scan.volume.ideographs, page);
+}
+
+// The bits of the granule's blocks, lowest first.
+unsigned GranuleBlocks(const BlockMask& blocks, uint32_t granule) {
+  const uint32_t block = granule % kGranulesPerPage * kGranuleBlocks;
+  return static_cast<unsigned>(blocks[block / 64] >> (block % 64)) & ((1u << kGranuleBlocks) - 1);
+}
+
+// Runs the kernel over the texts [first, last), which may lie in several chunks. `first` is on a mark,
+// `last` too or the end. Bit 0 of `hits` is text `granuleFirst`.
+void ScanTexts(NameScan& scan, const Needle& needle, uint32_t first, uint32_t last,
+               uint32_t granuleFirst, uint64_t* hits) {
+  const NamePool& pool = scan.volume.names;
+  const auto firstBehind = [&](size_t chunk) {
+    return chunk + 1 < pool.chunks.size() ? pool.chunks[chunk + 1].firstText : pool.textCount;
+  };
+  while (firstBehind(scan.chunk) <= first) ++scan.chunk;
+  size_t chunk = scan.chunk;
+  const char16_t* begin = pool.marks[first / kTextsPerMark];
+  while (firstBehind(chunk) < last) {
+    const NameChunk& part = pool.chunks[chunk];
+    scan.kernel(needle, begin, part.text.get() + part.used, hits, first - granuleFirst);
+    first = firstBehind(chunk++);
+    begin = pool.chunks[chunk].text.get();
+  }
+  const NameChunk& part = pool.chunks[chunk];
+  const bool toChunkEnd = firstBehind(chunk) == last;
+  const char16_t* const end =
+      toChunkEnd ? part.text.get() + part.used : pool.marks[last / kTextsPerMark];
+  scan.kernel(needle, begin, end, hits, first - granuleFirst);
+}
+
+bool HoldsAll(std::u16string_view folded, const std::vector<std::u16string>& terms) {
+  return std::all_of(terms.begin(), terms.end(),
+                     [&](const std::u16string& term) { return folded.find(term) != folded.npos; });
+}
+
+// Calls `keep` for every set bit, with the record's index; clears the bits for which it says no.
+template <typename Keep>
+void FilterBits(uint64_t& bits, uint32_t firstIndex, Keep keep) {
+  for (uint64_t left = bits; left != 0; left &= left - 1) {
+    const auto bit = static_cast<uint32_t>(std::countr_zero(left));
+    if (!keep(firstIndex + bit)) bits &= ~(uint64_t{1} << bit);
+  }
+}
+
+// Adds the hits of one group among the names that stand in their own place.
+void ScanGroup(NameScan& scan, size_t groupNumber, uint32_t granule, GranuleHits& hits) {
+  const CompiledGroup& group = scan.query.compiled[groupNumber];
+  const uint32_t granuleFirst = granule * kGranule;
+  const uint32_t count = scan.volume.records.size();
+  GranuleHits found{};
+  unsigned blocks = GranuleBlocks(scan.groupBlocks[groupNumber], granule);
+  while (blocks != 0) {
+    const auto firstBlock = static_cast<uint32_t>(std::countr_zero(blocks));
+    const auto lastBlock = firstBlock + static_cast<uint32_t>(std::countr_one(blocks >> firstBlock));
+    blocks &= ~0u << lastBlock;
+    const uint32_t first = granuleFirst + firstBlock * kTextsPerMark;
+    const uint32_t last = std::min(granuleFirst + lastBlock * kTextsPerMark, count);
+    if (first < last) ScanTexts(scan, group.lead, first, last, granuleFirst, found.data());
+  }
+  for (uint32_t word = 0; word < found.size(); ++word) {
+    if (found[word] == 0) continue;
+    const uint32_t firstIndex = granuleFirst + word * 64;
+    found[word] &= ~scan.volume.hidden.words[firstIndex / 64] & ~hits[word];
+    if (!group.others.empty()) {
+      FilterBits(found[word], firstIndex, [&](uint32_t index) {
+        return HoldsAll(FoldedNameOf(scan.volume.records[index]), group.others);
+      });
+    }
+    hits[word] |= found[word];
+  }
+}
+
+// Names that stand elsewhere, one by one.
+uint64_t ScanApart(const NameScan& scan, uint32_t block) {
+  uint64_t bits = scan.volume.apart.words[block];
+  FilterBits(bits, block * 64, [&](uint32_t index) {
+    const FileRecord& record = scan.volume.records[index];
+    return !record.deleted && MatchName(FoldedNameOf(record), scan.query.groups);
+  });
+  return bits;
+}
+
+uint64_t ScanInitials(const NameScan& scan, uint32_t block, uint64_t alreadyHit) {
+  uint64_t bits = scan.volume.ideographs.words[block] & ~alreadyHit;
+  FilterBits(bits, block * 64, [&](uint32_t index) {
+    const FileRecord& record = scan.volume.records[index];
+    return !record.deleted && MatchesInitials(record.name, record.nameLength, scan.query.initials);
+  });
+  return bits;
+}
+
+// All records of a block that stand in their own place.
+uint64_t AllOfBlock(const VolumeIndex& volume, uint32_t block) {
+  const uint32_t records = std::min(volume.records.size() - block * 64, 64u);
+  return (records == 64 ? ~uint64_t{0} : (uint64_t{1} << records) - 1) & ~volume.hidden.words[block];
+}
+
+}  // namespace
+
+CompiledQuery CompileQuery(QueryGroups prepared, bool initialsOn) {
+  CompiledQuery query;
+  query.matchesAll = prepared.empty();
+  if (initialsOn && IsInitialsQuery(prepared)) query.initials = prepared[0][0];
+  for (const auto& group : prepared) {
+    if (CanMatch(group)) query.compiled.push_back(CompileGroup(group));
+  }
+  query.groups = std::move(prepared);
+  return query;
+}
+
+uint32_t NextGranule(NameScan& scan, uint32_t granule) {
+  const uint32_t count = GranuleCount(scan.volume.records.size());
+  while (granule < count) {
+    const size_t page = granule / kGranulesPerPage;
+    if (page != scan.page) EnterPage(scan, page);
+    const uint32_t pageEnd = std::min(count, static_cast<uint32_t>(page + 1) * kGranulesPerPage);
+    for (; granule < pageEnd; ++granule) {
+      if (GranuleBlocks(scan.anyBlocks, granule) != 0) return granule;
+    }
+  }
+  return count;
+}
+
+GranuleHits ScanGranule(NameScan& scan, uint32_t granule) {
+  if (const size_t page = granule / kGranulesPerPage; page != scan.page) EnterPage(scan, page);
+  GranuleHits hits{};
+  for (size_t group = 0; group < scan.query.compiled.size(); ++group)
+    ScanGroup(scan, group, granule, hits);
+
+  const auto blockCount = static_cast<uint32_t>(scan.volume.hidden.words.size());
+  const uint32_t firstBlock = granule * kGranuleBlocks;
+  for (uint32_t word = 0; word < hits.size() && firstBlock + word < blockCount; ++word) {
+    const uint32_t block = firstBlock + word;
+    if (scan.query.matchesAll) hits[word] |= AllOfBlock(scan.volume, block);
+    if (scan.volume.apartCount != 0) hits[word] |= ScanApart(scan, block);
+    if (!scan.query.initials.empty()) hits[word] |= ScanInitials(scan, block, hits[word]);
+  }
+  return hits;
+}
+
+}  // namespace quilmark

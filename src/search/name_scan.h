@@ -1,0 +1,65 @@
+// The name test over a whole volume, 256 records at a time.
+//
+// The answers are those of MatchName (and MatchesInitials behind it) on every record, in record order.
+// What makes it fast: signatures rule out most blocks of 64 names, the rest is scanned as one long text
+// by a vector kernel, and a record is looked at only on a hit. See docs/decisions/0002-name-scan.md.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "index/volume_index.h"
+#include "search/query.h"
+#include "search/scan_kernel.h"
+
+namespace quilmark {
+
+// One AND-group: the term that is looked for by the kernel, and those tested on its hits.
+struct CompiledGroup {
+  Needle lead;
+  std::vector<std::u16string> others;
+  SignatureTest signatures;  // of all terms
+};
+
+struct CompiledQuery {
+  QueryGroups groups;  // prepared; the plain test for names that stand apart
+  std::vector<CompiledGroup> compiled;
+  std::u16string initials;  // pattern of MatchesInitials; empty: off
+  bool matchesAll = false;  // no groups
+};
+
+// `prepared` comes from PrepareNameGroups. A group with a NUL in a term finds nothing.
+CompiledQuery CompileQuery(QueryGroups prepared, bool initialsOn);
+
+// Records of one test: a step between two polls of the generation.
+inline constexpr uint32_t kGranule = 256;
+using GranuleHits = std::array<uint64_t, kGranule / 64>;
+
+// A scan in progress. The volume's indexLock is held shared from the first call to the last.
+struct NameScan {
+  const VolumeIndex& volume;
+  const CompiledQuery& query;
+  ScanKernel kernel = BestScanKernel();
+
+  // Candidate blocks of the page that the scan is on: one mask a group, and all that may bring a hit.
+  size_t page = SIZE_MAX;
+  std::vector<BlockMask> groupBlocks;
+  BlockMask anyBlocks{};
+  size_t chunk = 0;  // of volume.names, not behind the scan
+};
+
+// The first granule at or behind `granule` that may hold a hit; the count of granules if none does.
+uint32_t NextGranule(NameScan& scan, uint32_t granule);
+
+// The hits of one granule: bit n of word w is record 256 * granule + 64 * w + n. Granules in ascending
+// order.
+GranuleHits ScanGranule(NameScan& scan, uint32_t granule);
+
+// Granules of a volume of `records` records.
+inline uint32_t GranuleCount(uint32_t records) {
+  return static_cast<uint32_t>((uint64_t{records} + kGranule - 1) / kGranule);
+}
+
+}  // namespace quilmark

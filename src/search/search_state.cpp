@@ -1,0 +1,59 @@
+#include "search/search_state.h"
+
+#include <mutex>
+
+#include "platform/known_folders.h"
+
+namespace quilmark {
+
+std::atomic<uint64_t> searchGeneration = 0;
+OrderedLock ResultsLock{LockRank::kLeaf, "ResultsLock"};
+std::shared_ptr<const ResultSet> CurrentResults = std::make_shared<ResultSet>();
+int SortColumn = -1;
+bool SortAscending = true;
+std::atomic<int> scopeIndex = kScopeAll;
+std::atomic<bool> SuppressRecentView = false;
+std::atomic<bool> initialSearchEnabled = true;
+std::u16string CurrentQueryText;
+SearchHooks searchHooks;
+
+SearchScope CurrentScope() {
+  const int index = scopeIndex;
+  SearchScope scope;
+  if (index == kScopeDesktop) {
+    scope.desktopOnly = true;
+    scope.desktop = DesktopFolder();
+  } else if (index >= kScopeFirstVolume) {
+    scope.position = static_cast<size_t>(index - kScopeFirstVolume);
+  }
+  return scope;
+}
+
+std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all,
+                                         const SearchScope& scope) {
+  if (!scope.position) return all;
+  if (*scope.position >= all.size()) return {};
+  return {all[*scope.position]};
+}
+
+bool IsCurrent(uint64_t generation) { return searchGeneration == generation && !ShutdownRequested; }
+
+bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
+                    bool keepSort) {
+  {
+    const std::scoped_lock lock(ResultsLock);
+    if (!IsCurrent(generation)) return false;
+    CurrentResults.swap(results);
+    if (!keepSort) SortColumn = -1;
+  }
+  // The former set dies here, outside the lock, or with its last reader.
+  PostIfAlive(searchHooks.window, WM_SEARCH_RESULTS, generation, static_cast<int64_t>(kind));
+  return true;
+}
+
+std::shared_ptr<const ResultSet> HeldResults() {
+  const std::scoped_lock lock(ResultsLock);
+  return CurrentResults;
+}
+
+}  // namespace quilmark
