@@ -43,10 +43,20 @@ bool RunsAnywhere() { return true; }
 // --- vectors
 // ---------------------------------------------------------------------------------------------------
 
-// What the vector kernels share: 64 units a step, one mask of anchor hits and one of NULs.
+// One step over 64 units: where the anchors fit, and where the NULs are.
 struct Step {
   uint64_t anchors, ends;
 };
+
+// Ahead of the step, in units: 4 KiB. The processor's own prefetcher stops at every page; this gains 30 to 50 %
+// on a pool that is far larger than the caches. Half or double the distance is slower.
+constexpr size_t kPrefetchAhead = 2'048;
+
+inline void PrefetchStep(const char16_t* at) {
+  const char* const ahead = reinterpret_cast<const char*>(at) + kPrefetchAhead * sizeof(char16_t);
+  _mm_prefetch(ahead, _MM_HINT_T0);
+  _mm_prefetch(ahead + 64, _MM_HINT_T0);
+}
 
 // Bits of the units that a step of `left` units has.
 inline uint64_t ValidBits(size_t left) { return left >= 64 ? ~uint64_t{0} : (uint64_t{1} << left) - 1; }
@@ -62,17 +72,13 @@ __attribute__((target("avx2"))) inline bool HoldsNeedle(const char16_t* at, cons
                      (needle.text.size() - headSize) * sizeof(char16_t)) == 0;
 }
 
-// Takes the candidates of one step. Needles of one and two units are all anchors: nothing is left to
-// compare.
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void TakeCandidates(const Needle& needle,
-                                                                           const char16_t* at, Step step,
-                                                                           size_t endsBefore,
-                                                                           uint64_t* hits,
-                                                                           size_t firstBit) {
-  const bool compare = needle.text.size() > 2;
+// Compares the whole needle at the candidates of one step.
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void TakeCandidates(const Needle& needle, const char16_t* at,
+                                                                           Step step, size_t endsBefore,
+                                                                           uint64_t* hits, size_t firstBit) {
   for (uint64_t left = step.anchors; left != 0; left &= left - 1) {
     const auto position = static_cast<size_t>(__builtin_ctzll(left));
-    if (compare && !HoldsNeedle(at + position, needle)) continue;
+    if (!HoldsNeedle(at + position, needle)) continue;
     const uint64_t before = step.ends & ((uint64_t{1} << position) - 1);
     const size_t bit = firstBit + (endsBefore + static_cast<size_t>(__builtin_popcountll(before))) / 2;
     hits[bit / 64] |= uint64_t{1} << (bit % 64);
@@ -102,25 +108,92 @@ __attribute__((target("avx2"))) inline uint32_t BothEqual32(const char16_t* one,
   return BitsOf(low, high);
 }
 
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanAvx2(const Needle& needle,
-                                                              const char16_t* begin, const char16_t* end,
-                                                              uint64_t* hits, size_t firstBit) {
-  const __m256i first = _mm256_set1_epi16(static_cast<int16_t>(needle.text[needle.firstAnchor]));
-  const __m256i second = _mm256_set1_epi16(static_cast<int16_t>(needle.text[needle.secondAnchor]));
+struct Anchors {
+  __m256i first, second;
+  size_t firstAt, secondAt;
+};
+
+__attribute__((target("avx2"))) inline Anchors MakeAnchors(const Needle& needle) {
+  return {_mm256_set1_epi16(static_cast<int16_t>(needle.text[needle.firstAnchor])),
+          _mm256_set1_epi16(static_cast<int16_t>(needle.text[needle.secondAnchor])), needle.firstAnchor,
+          needle.secondAnchor};
+}
+
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline Step TakeStep(const Anchors& anchors, const char16_t* at,
+                                                                     size_t left) {
+  PrefetchStep(at);
+  const char16_t* const one = at + anchors.firstAt;
+  const char16_t* const two = at + anchors.secondAt;
   const __m256i zero = _mm256_setzero_si256();
+  const uint64_t fits = BothEqual32(one, anchors.first, two, anchors.second) |
+                        uint64_t{BothEqual32(one + 32, anchors.first, two + 32, anchors.second)} << 32;
+  const uint64_t ends = Equal32(at, zero) | uint64_t{Equal32(at + 32, zero)} << 32;
+  const uint64_t valid = ValidBits(left);
+  return {fits & valid, ends & valid};
+}
+
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanLong(const Needle& needle, const char16_t* begin,
+                                                              const char16_t* end, uint64_t* hits,
+                                                              size_t firstBit) {
+  const Anchors anchors = MakeAnchors(needle);
   size_t ends = 0;
   for (const char16_t* at = begin; at < end; at += 64) {
-    const char16_t* const one = at + needle.firstAnchor;
-    const char16_t* const two = at + needle.secondAnchor;
-    Step step{BothEqual32(one, first, two, second) |
-                  uint64_t{BothEqual32(one + 32, first, two + 32, second)} << 32,
-              Equal32(at, zero) | uint64_t{Equal32(at + 32, zero)} << 32};
-    const uint64_t valid = ValidBits(static_cast<size_t>(end - at));
-    step.anchors &= valid;
-    step.ends &= valid;
+    const Step step = TakeStep(anchors, at, static_cast<size_t>(end - at));
     if (step.anchors != 0) TakeCandidates(needle, at, step, ends, hits, firstBit);
     ends += static_cast<size_t>(__builtin_popcountll(step.ends));
   }
+}
+
+// Hits of a stretch of steps, a bit for each part (a name or its folded copy) that begins or goes on in it.
+struct PartHits {
+  static constexpr size_t kSteps = 64;
+  std::array<uint64_t, kSteps + 2> words;
+
+  void Add(uint64_t bits, size_t firstPart) {
+    words[firstPart / 64] |= bits << (firstPart % 64);
+    if (firstPart % 64 != 0) words[firstPart / 64 + 1] |= bits >> (64 - firstPart % 64);
+  }
+};
+
+// Two parts make a text.
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const PartHits& parts, size_t partCount,
+                                                                        uint64_t* hits, size_t firstBit) {
+  for (size_t word = 0; word * 64 < partCount; ++word, firstBit += 32) {
+    const uint64_t either = parts.words[word] | parts.words[word] >> 1;
+    const uint64_t bits = _pext_u64(either, 0x5555'5555'5555'5555);
+    if (bits == 0) continue;
+    hits[firstBit / 64] |= bits << (firstBit % 64);
+    if (firstBit % 64 > 32) hits[firstBit / 64 + 1] |= bits >> (64 - firstBit % 64);
+  }
+}
+
+// Needles of one and two units are all anchors, so that no candidate needs a second look, and hits can be many: no
+// branch depends on them. From the start of each part a carry runs up to the part's first candidate or its end;
+// whether it stopped at a candidate is the answer for that part.
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& needle, const char16_t* begin,
+                                                               const char16_t* end, uint64_t* hits,
+                                                               size_t firstBit) {
+  const Anchors anchors = MakeAnchors(needle);
+  size_t part = 0;  // of the stretch
+  for (const char16_t* at = begin; at < end;) {
+    PartHits parts{};
+    const bool inSecondPart = part % 2 != 0;
+    part = inSecondPart ? 1 : 0;
+    const char16_t* const stretchEnd = std::min(end, at + 64 * (PartHits::kSteps - 1));
+    for (; at < stretchEnd; at += 64) {
+      const Step step = TakeStep(anchors, at, static_cast<size_t>(end - at));
+      const uint64_t open = ~(step.anchors | step.ends);
+      const uint64_t stops = (open + (step.ends << 1 | 1)) & ~open;
+      parts.Add(_pext_u64(step.anchors, stops), part);
+      part += static_cast<size_t>(__builtin_popcountll(step.ends));
+    }
+    AddTextHits(parts, part + 1, hits, firstBit);
+    firstBit += part / 2;
+  }
+}
+
+void ScanAvx2(const Needle& needle, const char16_t* begin, const char16_t* end, uint64_t* hits, size_t firstBit) {
+  (needle.text.size() <= 2 ? ScanShort : ScanLong)(needle, begin, end, hits, firstBit);
 }
 
 bool HasAvx2() {
@@ -128,34 +201,7 @@ bool HasAvx2() {
          __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
 }
 
-__attribute__((target("avx512f,avx512bw,avx2,bmi,bmi2,popcnt"))) void ScanAvx512(
-    const Needle& needle, const char16_t* begin, const char16_t* end, uint64_t* hits, size_t firstBit) {
-  const __m512i first = _mm512_set1_epi16(static_cast<int16_t>(needle.text[needle.firstAnchor]));
-  const __m512i second = _mm512_set1_epi16(static_cast<int16_t>(needle.text[needle.secondAnchor]));
-  const __m512i zero = _mm512_setzero_si512();
-  size_t ends = 0;
-  for (const char16_t* at = begin; at < end; at += 64) {
-    const char16_t* const one = at + needle.firstAnchor;
-    const char16_t* const two = at + needle.secondAnchor;
-    const __mmask32 oneLow = _mm512_cmpeq_epi16_mask(_mm512_loadu_si512(one), first);
-    const __mmask32 oneHigh = _mm512_cmpeq_epi16_mask(_mm512_loadu_si512(one + 32), first);
-    const __mmask32 low = _mm512_mask_cmpeq_epi16_mask(oneLow, _mm512_loadu_si512(two), second);
-    const __mmask32 high = _mm512_mask_cmpeq_epi16_mask(oneHigh, _mm512_loadu_si512(two + 32), second);
-    const __mmask32 endsLow = _mm512_cmpeq_epi16_mask(_mm512_loadu_si512(at), zero);
-    const __mmask32 endsHigh = _mm512_cmpeq_epi16_mask(_mm512_loadu_si512(at + 32), zero);
-    const uint64_t valid = ValidBits(static_cast<size_t>(end - at));
-    const Step step{(low | uint64_t{high} << 32) & valid, (endsLow | uint64_t{endsHigh} << 32) & valid};
-    if (step.anchors != 0) TakeCandidates(needle, at, step, ends, hits, firstBit);
-    ends += static_cast<size_t>(__builtin_popcountll(step.ends));
-  }
-}
-
-bool HasAvx512() {
-  return HasAvx2() && __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw");
-}
-
 constexpr ScanKernelRow kKernels[] = {
-    {"avx512", ScanAvx512, HasAvx512},
     {"avx2", ScanAvx2, HasAvx2},
     {"plain", ScanPlain, RunsAnywhere},
 };

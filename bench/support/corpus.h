@@ -1,0 +1,30 @@
+// A volume of made-up names, as a large disk would hold them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "index/volume_index.h"
+
+namespace quilmark {
+
+struct CorpusEntry {
+  uint32_t id = 0, parent = 0;
+  bool isDirectory = false;
+  std::u16string name;
+};
+
+// Entries of the file `records.tsv` that bench/tools/make_names.c writes, below the folder that the environment
+// variable QUILMARK_BENCH_DATA names: names-<count>/records.tsv. Ends the program with a message if it is missing.
+std::vector<CorpusEntry> LoadCorpus(size_t count);
+
+// The entries as the volume "C:".
+std::unique_ptr<VolumeIndex> MakeVolume(const std::vector<CorpusEntry>& corpus);
+
+// What an ideal scan of the pool costs: every byte of its texts loaded once with 256-bit loads. The sum of them.
+uint64_t ReadPool(const NamePool& pool);
+
+}  // namespace quilmark
