@@ -28,7 +28,7 @@ static char16_t KeyUnitOf(char16_t unit) {
   return InitialLetterOf(unit);
 }
 
-// The stem if an ideograph is in it, else nothing. Most names end here, so this does nothing but
+// The stem if an ideograph is in it, else nothing.
 // compare.
 static std::u16string_view StemWithIdeograph(const char16_t* name, size_t length) {
   bool sawIdeograph = false;
