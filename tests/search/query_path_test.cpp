@@ -134,6 +134,7 @@ TEST(PathInDesktop, CaseMakesNoDifference) {
 
 TEST(PathInDesktop, ANeighbourWhoseNameBeginsAlikeFails) {
   EXPECT_FALSE(PathInDesktop(u"C:\\me\\Desktop2\\a", u"C:\\me\\Desktop"));
+  EXPECT_FALSE(PathInDesktop(u"C:\\me\\Desktip", u"C:\\me\\Desktop"));
   EXPECT_FALSE(PathInDesktop(u"C:\\me\\Deskto", u"C:\\me\\Desktop"));
   EXPECT_FALSE(PathInDesktop(u"C:\\me", u"C:\\me\\Desktop"));
   EXPECT_FALSE(PathInDesktop(u"D:\\me\\Desktop\\a", u"C:\\me\\Desktop"));
