@@ -78,7 +78,8 @@ TEST(InitialLetterOf, CharactersOrderedByRadicalHaveNone) {
 }
 
 TEST(InitialLetterOf, OtherScriptsHaveNone) {
-  for (const char16_t unit : {u'a', u'5', u'\u3042', u'\u4DFF', u'\uA000', u'\uAC00', char16_t{0xD840}}) {
+  for (const char16_t unit :
+       {u'a', u'5', u'\u3042', u'\u4DFF', u'\uA000', u'\uAC00', char16_t{0xD840}}) {
     EXPECT_EQ(InitialLetterOf(unit), 0) << static_cast<int>(unit);
   }
 }
