@@ -5,6 +5,8 @@
 #include <cmath>
 #include <optional>
 
+#include "platform/utf.h"
+
 namespace quilmark {
 
 namespace {
@@ -188,7 +190,7 @@ std::u16string PlainDigits(const FormatArgument& number) {
 // The first `limit` units, without half a pair at the end.
 std::u16string_view CutText(std::u16string_view text, size_t limit) {
   if (text.size() <= limit) return text;
-  const bool cutsPair = limit > 0 && (text[limit - 1] & 0xFC00) == 0xD800;
+  const bool cutsPair = limit > 0 && IsHighSurrogate(text[limit - 1]);
   return text.substr(0, cutsPair ? limit - 1 : limit);
 }
 

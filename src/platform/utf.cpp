@@ -12,10 +12,6 @@ constexpr uint64_t kEveryByte = 0x0101'0101'0101'0101;
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr char16_t kEscapedByte = 0xDC00;  // plus the byte that is no part of UTF-8
 
-bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
-bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
-
 uint64_t LoadBlock(const char* bytes) {
   uint64_t block;
   std::memcpy(&block, bytes, sizeof block);

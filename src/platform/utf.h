@@ -1,14 +1,19 @@
 // Conversions between UTF-16 and bytes.
 //
-// Two pairs. The text pair is for contents (settings, output): what is malformed becomes U+FFFD. The host pair
-// is for names of a POSIX host and loses nothing: a byte that is no part of well-formed UTF-8 becomes the lone
-// low surrogate 0xDC00 + byte, and so does a backslash (0xDC5C), which a Windows path could not hold.
+// Two pairs. The text pair is for contents (settings, output): what is malformed becomes U+FFFD. The
+// host pair is for names of a POSIX host and loses nothing: a byte that is no part of well-formed UTF-8
+// becomes the lone low surrogate 0xDC00 + byte, and so does a backslash (0xDC5C), which a Windows path
+// could not hold.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 namespace quilmark {
+
+inline bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+inline bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+inline bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 // Stands for a backslash inside a name of a POSIX host.
 inline constexpr char16_t kNameBackslash = 0xDC5C;
