@@ -1,5 +1,5 @@
-// Text files as the settings and logs of the program are: UTF-8 with a byte order mark, CR LF at line ends; the
-// same bytes on disk on every platform (the "ccs=UTF-8" modes of the Windows runtime).
+// Text files as the settings and logs of the program are: UTF-8 with a byte order mark, CR LF at line
+// ends; the same bytes on disk on every platform (the "ccs=UTF-8" modes of the Windows runtime).
 #pragma once
 
 #include <cstddef>
@@ -28,8 +28,8 @@ bool WriteTextFile(std::u16string_view path, std::u16string_view text);
 // Appends; a new or empty file gets a mark first. False on any failure.
 bool AppendTextFile(std::u16string_view path, std::u16string_view text);
 
-// Position in a decoded text, read line by line with a limit: a longer line comes in pieces of kTextLineLimit
-// units, and each piece counts as a line. `text` must outlive it.
+// Position in a decoded text, read line by line with a limit: a longer line comes in pieces of
+// kTextLineLimit units, and each piece counts as a line. `text` must outlive it.
 struct TextLines {
   std::u16string_view text;
   size_t position = 0;
@@ -38,12 +38,14 @@ struct TextLines {
 // The next piece with its line end; empty at the end of the text.
 std::optional<std::u16string_view> NextLine(TextLines& lines);
 
+// Without blanks and tabs on the left, and without these and CR, LF on the right. A part of `text`.
+std::u16string_view TrimText(std::u16string_view text);
+
 struct KeyValue {
-  std::u16string_view key, value;  // trimmed
+  std::u16string_view key, value;  // trimmed; parts of the line
 };
 
-// Splits a line of "key=value" at the first "=": blanks and tabs are trimmed on the left, these and CR, LF on
-// the right. Empty for a line without "=".
+// Splits a line of "key=value" at the first "=" and trims both. Empty for a line without "=".
 std::optional<KeyValue> SplitKeyValue(std::u16string_view line);
 
 // Like the runtime's _wtoi: leading blanks, a sign, digits; clamped to 32 bits; 0 for what is no number.
