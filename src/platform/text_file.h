@@ -38,12 +38,14 @@ struct TextLines {
 // The next piece with its line end; empty at the end of the text.
 std::optional<std::u16string_view> NextLine(TextLines& lines);
 
+// Without blanks and tabs on the left, and without these and CR, LF on the right. A part of `text`.
+std::u16string_view TrimText(std::u16string_view text);
+
 struct KeyValue {
-  std::u16string_view key, value;  // trimmed
+  std::u16string_view key, value;  // trimmed; parts of the line
 };
 
-// Splits a line of "key=value" at the first "=": blanks and tabs are trimmed on the left, these and CR,
-// LF on the right. Empty for a line without "=".
+// Splits a line of "key=value" at the first "=" and trims both. Empty for a line without "=".
 std::optional<KeyValue> SplitKeyValue(std::u16string_view line);
 
 // Like the runtime's _wtoi: leading blanks, a sign, digits; clamped to 32 bits; 0 for what is no number.

@@ -11,6 +11,10 @@
 
 namespace quilmark {
 
+inline bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+inline bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+inline bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+
 // Stands for a backslash inside a name of a POSIX host.
 inline constexpr char16_t kNameBackslash = 0xDC5C;
 

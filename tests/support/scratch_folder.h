@@ -1,0 +1,28 @@
+// An empty folder of its own for a test, removed with all it holds.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace quilmark {
+
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  // The folder as the host writes it.
+  const std::filesystem::path& HostPath() const { return path_; }
+
+  // The folder, or a file below it, as a path of platform/files.h.
+  std::u16string Path() const;
+  std::u16string PathOf(std::u16string_view name) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace quilmark
