@@ -34,6 +34,9 @@ struct NameSignatures {
 // Adds text number `text` of a pool by its folded spelling. True if it holds a unit above ASCII.
 bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
 
+// Adds the key of initials of the same text. AddToSignatures comes first.
+void AddInitialsToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
+
 // Rows that a block must have to hold all the needles given to AddNeedle.
 struct SignatureTest {
   static constexpr size_t kMostRows = 24;  // further grams would hardly narrow the choice
@@ -41,6 +44,7 @@ struct SignatureTest {
   size_t count = 0;
 };
 void AddNeedle(SignatureTest& test, std::u16string_view foldedNeedle);
+void AddInitialsPattern(SignatureTest& test, std::u16string_view pattern);
 
 // Blocks of page `page` that may hold the needles; all of them for an empty test.
 BlockMask CandidateBlocks(const NameSignatures& signatures, size_t page, const SignatureTest& test);

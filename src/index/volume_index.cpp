@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <mutex>
 
+#include "platform/initial_letters.h"
+
 namespace quilmark {
 
 namespace {
@@ -11,15 +13,10 @@ namespace {
 // system.
 constexpr size_t kLongestName = 0xFFFF;
 
-bool HasIdeograph(std::u16string_view name) {
-  return std::any_of(name.begin(), name.end(),
-                     [](char16_t unit) { return unit >= 0x4E00 && unit <= 0x9FFF; });
-}
-
 void GrowAids(VolumeIndex& volume, uint32_t count) {
   GrowBits(volume.hidden, count);
   GrowBits(volume.apart, count);
-  GrowBits(volume.ideographs, count);
+  GrowBits(volume.initials, count);
 }
 
 // The record's name stands in `renamed` from now on, where no signature and no order leads to it.
@@ -29,12 +26,21 @@ void MarkApart(VolumeIndex& volume, uint32_t index) {
   SetBit(volume.hidden, index);
 }
 
-void SetIdeographs(VolumeIndex& volume, uint32_t index, std::u16string_view name) {
-  if (HasIdeograph(name)) {
-    SetBit(volume.ideographs, index);
+void SetInitials(VolumeIndex& volume, uint32_t index, std::u16string_view name) {
+  if (InitialsStemOf(name).empty()) {
+    ClearBit(volume.initials, index);
   } else {
-    ClearBit(volume.ideographs, index);
+    SetBit(volume.initials, index);
   }
+}
+
+// What a search needs to know of a name that stands in its own place of the pool.
+void AddSearchAids(VolumeIndex& volume, uint32_t index) {
+  const std::u16string_view folded = FoldedNameOf(volume.records[index]);
+  const bool aboveAscii = AddToSignatures(volume.signatures, index, folded);
+  if (!aboveAscii) return;
+  SetInitials(volume, index, folded);
+  if (TestBit(volume.initials, index)) AddInitialsToSignatures(volume.signatures, index, folded);
 }
 
 }  // namespace
@@ -55,10 +61,13 @@ uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string
 
   const uint32_t index = volume.records.push_back(record);
   GrowAids(volume, index + 1);
-  if (!isPlain) MarkApart(volume, index);
-  const bool aboveAscii =
-      !isPlain || AddToSignatures(volume.signatures, index, FoldedNameOf(volume.records[index]));
-  if (aboveAscii) SetIdeographs(volume, index, name);
+  if (isPlain) {
+    AddSearchAids(volume, index);
+  } else {
+    AddToSignatures(volume.signatures, index, {});
+    MarkApart(volume, index);
+    SetInitials(volume, index, name);
+  }
   return index;
 }
 
@@ -69,7 +78,7 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
   record.nameLength = static_cast<uint16_t>(name.size());
   record.parentFrn = parentFrn;
   MarkApart(volume, index);
-  SetIdeographs(volume, index, name);
+  SetInitials(volume, index, name);
   if (record.deleted) {
     record.deleted = 0;
     --volume.deletedCount;
@@ -93,7 +102,7 @@ void ResetVolumeTables(VolumeIndex& volume) {
   volume.apartCount = 0;
   volume.hidden = {};
   volume.apart = {};
-  volume.ideographs = {};
+  volume.initials = {};
   volume.signatures = {};
   {
     const std::scoped_lock lock(volume.attrLock);
@@ -113,7 +122,7 @@ void ResetVolumeTables(VolumeIndex& volume) {
 size_t MemoryOf(const VolumeIndex& volume) {
   size_t bytes = volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed) +
                  MemoryOf(volume.frnToIndex) + MemoryOf(volume.signatures);
-  for (const RecordBits* bits : {&volume.hidden, &volume.apart, &volume.ideographs}) {
+  for (const RecordBits* bits : {&volume.hidden, &volume.apart, &volume.initials}) {
     bytes += bits->words.capacity() * sizeof(bits->words[0]);
   }
   return bytes;

@@ -55,9 +55,9 @@ struct VolumeIndex {
   uint64_t journalId = 0;
   int64_t nextUsn = 0;
   // Search aids, one bit or a few a record.
-  RecordBits hidden;      // text n of `names` is not to be believed: deleted, or apart
-  RecordBits apart;       // the record's name stands in `renamed`
-  RecordBits ideographs;  // the name has a character of U+4E00-U+9FFF
+  RecordBits hidden;    // text n of `names` is not to be believed: deleted, or apart
+  RecordBits apart;     // the record's name stands in `renamed`
+  RecordBits initials;  // the name has a key of initials (initial_letters.h)
   uint64_t apartCount = 0;
   NameSignatures signatures;
 

@@ -2,46 +2,22 @@
 
 #include <algorithm>
 
-#include "search/initials_table.h"
+#include "platform/initial_letters.h"
 
 namespace quilmark {
 
 // A longer or shorter term is no list of initials that somebody types.
 static constexpr size_t kLeastPattern = 2, kMostPattern = 32;
 
-static bool IsIdeograph(char16_t unit) { return unit >= kFirstIdeograph && unit <= kLastIdeograph; }
-
 static bool IsLowerOrDigit(char16_t unit) {
   return (unit >= u'a' && unit <= u'z') || (unit >= u'0' && unit <= u'9');
-}
-
-char16_t InitialLetterOf(char16_t unit) {
-  if (!IsIdeograph(unit)) return 0;
-  const char letter = kInitialLetters[unit - kFirstIdeograph];
-  return letter == '.' ? u'\0' : static_cast<char16_t>(letter);
-}
-
-// What a unit of the name adds to the key; 0 for nothing.
-static char16_t KeyUnitOf(char16_t unit) {
-  if (IsLowerOrDigit(unit)) return unit;
-  if (unit >= u'A' && unit <= u'Z') return static_cast<char16_t>(unit + (u'a' - u'A'));
-  return InitialLetterOf(unit);
-}
-
-// The stem if an ideograph is in it, else nothing.
-// compare.
-static std::u16string_view StemWithIdeograph(const char16_t* name, size_t length) {
-  bool sawIdeograph = false;
-  size_t i = 0;
-  for (; i < length && name[i] != u'.'; ++i) sawIdeograph |= IsIdeograph(name[i]);
-  return sawIdeograph ? std::u16string_view(name, i) : std::u16string_view();
 }
 
 // The key of `stem` begins with `pattern`.
 static bool KeyStartsWith(std::u16string_view stem, std::u16string_view pattern) {
   size_t matched = 0;
   for (size_t i = 0; i < stem.size() && matched < pattern.size(); ++i) {
-    const char16_t unit = KeyUnitOf(stem[i]);
+    const char16_t unit = InitialsKeyUnitOf(stem[i]);
     if (unit == 0) continue;
     if (unit != pattern[matched]) return false;
     ++matched;
@@ -53,9 +29,10 @@ static bool KeyStartsWith(std::u16string_view stem, std::u16string_view pattern)
 // and, with patterns of at most 32 units, little time.
 bool MatchesInitials(const char16_t* name, size_t length, std::u16string_view pattern) {
   if (name == nullptr || length == 0 || pattern.empty()) return false;
-  const std::u16string_view stem = StemWithIdeograph(name, length);
+  const std::u16string_view stem = InitialsStemOf({name, length});
   for (size_t start = 0; start < stem.size(); ++start) {
-    if (KeyUnitOf(stem[start]) == pattern[0] && KeyStartsWith(stem.substr(start), pattern)) return true;
+    if (InitialsKeyUnitOf(stem[start]) == pattern[0] && KeyStartsWith(stem.substr(start), pattern))
+      return true;
   }
   return false;
 }

@@ -4,13 +4,10 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/initial_letters.h"
 #include "search/query.h"
 
 namespace quilmark {
-
-// First letter ('a'-'z') of the reading of an ideograph, by the ranges of GB2312 level one in code page
-// 936; 0 outside U+4E00-U+9FFF and for characters that those ranges do not hold.
-char16_t InitialLetterOf(char16_t unit);
 
 // True if `pattern` is a substring of the key of the stem (what stands before the first "."): letters
 // folded, digits, and the initials of ideographs, of which there must be one.

@@ -55,14 +55,29 @@ int CountBlocks(const BlockMask& blocks) {
   return count;
 }
 
-// Adds the blocks of which a word of `bits` is not zero: a word speaks of one block.
-void AddBlocksWithBits(BlockMask& blocks, const RecordBits& bits, size_t page) {
+// The blocks of which a word of `bits` is not zero: a word speaks of one block.
+BlockMask BlocksWithBits(const RecordBits& bits, size_t page) {
+  BlockMask blocks{};
   const size_t first = page * kBlocksPerPage;
   const size_t last = std::min(first + kBlocksPerPage, bits.words.size());
   for (size_t block = first; block < last; ++block) {
     const size_t inPage = block - first;
     if (bits.words[block] != 0) blocks[inPage / 64] |= uint64_t{1} << (inPage % 64);
   }
+  return blocks;
+}
+
+void AddBlocks(BlockMask& blocks, const BlockMask& more) {
+  for (size_t word = 0; word < blocks.size(); ++word) blocks[word] |= more[word];
+}
+
+// Names that stand apart are in no signature.
+void FindInitialsBlocks(NameScan& scan, size_t page) {
+  scan.initialsBlocks = CandidateBlocks(scan.volume.signatures, page, scan.query.initialsSignatures);
+  if (scan.volume.apartCount != 0)
+    AddBlocks(scan.initialsBlocks, BlocksWithBits(scan.volume.apart, page));
+  const BlockMask named = BlocksWithBits(scan.volume.initials, page);
+  for (size_t word = 0; word < named.size(); ++word) scan.initialsBlocks[word] &= named[word];
 }
 
 void EnterPage(NameScan& scan, size_t page) {
@@ -73,10 +88,12 @@ void EnterPage(NameScan& scan, size_t page) {
     BlockMask& blocks = scan.groupBlocks[group];
     blocks = CandidateBlocks(scan.volume.signatures, page, scan.query.compiled[group].signatures);
     if (CountBlocks(blocks) > kDenseBlocks) blocks.fill(~uint64_t{0});
-    for (size_t word = 0; word < blocks.size(); ++word) scan.anyBlocks[word] |= blocks[word];
+    AddBlocks(scan.anyBlocks, blocks);
   }
-  if (scan.volume.apartCount != 0) AddBlocksWithBits(scan.anyBlocks, scan.volume.apart, page);
-  if (!scan.query.initials.empty()) AddBlocksWithBits(scan.anyBlocks, scan.volume.ideographs, page);
+  if (scan.volume.apartCount != 0) AddBlocks(scan.anyBlocks, BlocksWithBits(scan.volume.apart, page));
+  if (scan.query.initials.empty()) return;
+  FindInitialsBlocks(scan, page);
+  AddBlocks(scan.anyBlocks, scan.initialsBlocks);
 }
 
 // The bits of the granule's blocks, lowest first.
@@ -162,7 +179,7 @@ uint64_t ScanApart(const NameScan& scan, uint32_t block) {
 }
 
 uint64_t ScanInitials(const NameScan& scan, uint32_t block, uint64_t alreadyHit) {
-  uint64_t bits = scan.volume.ideographs.words[block] & ~alreadyHit;
+  uint64_t bits = scan.volume.initials.words[block] & ~alreadyHit;
   FilterBits(bits, block * 64, [&](uint32_t index) {
     const FileRecord& record = scan.volume.records[index];
     return !record.deleted && MatchesInitials(record.name, record.nameLength, scan.query.initials);
@@ -181,7 +198,10 @@ uint64_t AllOfBlock(const VolumeIndex& volume, uint32_t block) {
 CompiledQuery CompileQuery(QueryGroups prepared, bool initialsOn) {
   CompiledQuery query;
   query.matchesAll = prepared.empty();
-  if (initialsOn && IsInitialsQuery(prepared)) query.initials = prepared[0][0];
+  if (initialsOn && IsInitialsQuery(prepared)) {
+    query.initials = prepared[0][0];
+    AddInitialsPattern(query.initialsSignatures, query.initials);
+  }
   for (const auto& group : prepared) {
     if (CanMatch(group)) query.compiled.push_back(CompileGroup(group));
   }
@@ -210,11 +230,13 @@ GranuleHits ScanGranule(NameScan& scan, uint32_t granule) {
 
   const auto blockCount = static_cast<uint32_t>(scan.volume.hidden.words.size());
   const uint32_t firstBlock = granule * kGranuleBlocks;
+  const unsigned initialsBlocks =
+      scan.query.initials.empty() ? 0 : GranuleBlocks(scan.initialsBlocks, granule);
   for (uint32_t word = 0; word < hits.size() && firstBlock + word < blockCount; ++word) {
     const uint32_t block = firstBlock + word;
     if (scan.query.matchesAll) hits[word] |= AllOfBlock(scan.volume, block);
     if (scan.volume.apartCount != 0) hits[word] |= ScanApart(scan, block);
-    if (!scan.query.initials.empty()) hits[word] |= ScanInitials(scan, block, hits[word]);
+    if ((initialsBlocks >> word & 1) != 0) hits[word] |= ScanInitials(scan, block, hits[word]);
   }
   return hits;
 }

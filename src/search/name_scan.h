@@ -27,6 +27,7 @@ struct CompiledQuery {
   QueryGroups groups;  // prepared; the plain test for names that stand apart
   std::vector<CompiledGroup> compiled;
   std::u16string initials;  // pattern of MatchesInitials; empty: off
+  SignatureTest initialsSignatures;
   bool matchesAll = false;  // no groups
 };
 
@@ -46,6 +47,7 @@ struct NameScan {
   // Candidate blocks of the page that the scan is on: one mask a group, and all that may bring a hit.
   size_t page = SIZE_MAX;
   std::vector<BlockMask> groupBlocks;
+  BlockMask initialsBlocks{};
   BlockMask anyBlocks{};
   size_t chunk = 0;  // of volume.names, not behind the scan
 };

@@ -48,8 +48,8 @@ struct Step {
   uint64_t anchors, ends;
 };
 
-// Ahead of the step, in units: 4 KiB. The processor's own prefetcher stops at every page; this gains 30 to 50 %
-// on a pool that is far larger than the caches. Half or double the distance is slower.
+// Ahead of the step, in units: 4 KiB. The processor's own prefetcher stops at every page; this gains 30
+// to 50 % on a pool that is far larger than the caches. Half or double the distance is slower.
 constexpr size_t kPrefetchAhead = 2'048;
 
 inline void PrefetchStep(const char16_t* at) {
@@ -73,9 +73,11 @@ __attribute__((target("avx2"))) inline bool HoldsNeedle(const char16_t* at, cons
 }
 
 // Compares the whole needle at the candidates of one step.
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void TakeCandidates(const Needle& needle, const char16_t* at,
-                                                                           Step step, size_t endsBefore,
-                                                                           uint64_t* hits, size_t firstBit) {
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void TakeCandidates(const Needle& needle,
+                                                                           const char16_t* at, Step step,
+                                                                           size_t endsBefore,
+                                                                           uint64_t* hits,
+                                                                           size_t firstBit) {
   for (uint64_t left = step.anchors; left != 0; left &= left - 1) {
     const auto position = static_cast<size_t>(__builtin_ctzll(left));
     if (!HoldsNeedle(at + position, needle)) continue;
@@ -119,8 +121,8 @@ __attribute__((target("avx2"))) inline Anchors MakeAnchors(const Needle& needle)
           needle.secondAnchor};
 }
 
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline Step TakeStep(const Anchors& anchors, const char16_t* at,
-                                                                     size_t left) {
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline Step TakeStep(const Anchors& anchors,
+                                                                     const char16_t* at, size_t left) {
   PrefetchStep(at);
   const char16_t* const one = at + anchors.firstAt;
   const char16_t* const two = at + anchors.secondAt;
@@ -132,9 +134,9 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) inline Step TakeStep(const Ancho
   return {fits & valid, ends & valid};
 }
 
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanLong(const Needle& needle, const char16_t* begin,
-                                                              const char16_t* end, uint64_t* hits,
-                                                              size_t firstBit) {
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanLong(const Needle& needle,
+                                                              const char16_t* begin, const char16_t* end,
+                                                              uint64_t* hits, size_t firstBit) {
   const Anchors anchors = MakeAnchors(needle);
   size_t ends = 0;
   for (const char16_t* at = begin; at < end; at += 64) {
@@ -144,7 +146,8 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanLong(const Needle& need
   }
 }
 
-// Hits of a stretch of steps, a bit for each part (a name or its folded copy) that begins or goes on in it.
+// Hits of a stretch of steps, a bit for each part (a name or its folded copy) that begins or goes on in
+// it.
 struct PartHits {
   static constexpr size_t kSteps = 64;
   std::array<uint64_t, kSteps + 2> words;
@@ -156,8 +159,9 @@ struct PartHits {
 };
 
 // Two parts make a text.
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const PartHits& parts, size_t partCount,
-                                                                        uint64_t* hits, size_t firstBit) {
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const PartHits& parts,
+                                                                        size_t partCount, uint64_t* hits,
+                                                                        size_t firstBit) {
   for (size_t word = 0; word * 64 < partCount; ++word, firstBit += 32) {
     const uint64_t either = parts.words[word] | parts.words[word] >> 1;
     const uint64_t bits = _pext_u64(either, 0x5555'5555'5555'5555);
@@ -167,10 +171,11 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const Pa
   }
 }
 
-// Needles of one and two units are all anchors, so that no candidate needs a second look, and hits can be many: no
-// branch depends on them. From the start of each part a carry runs up to the part's first candidate or its end;
-// whether it stopped at a candidate is the answer for that part.
-__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& needle, const char16_t* begin,
+// Needles of one and two units are all anchors, so that no candidate needs a second look, and hits can
+// be many: no branch depends on them. From the start of each part a carry runs up to the part's first
+// candidate or its end; whether it stopped at a candidate is the answer for that part.
+__attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& needle,
+                                                               const char16_t* begin,
                                                                const char16_t* end, uint64_t* hits,
                                                                size_t firstBit) {
   const Anchors anchors = MakeAnchors(needle);
@@ -192,7 +197,8 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& nee
   }
 }
 
-void ScanAvx2(const Needle& needle, const char16_t* begin, const char16_t* end, uint64_t* hits, size_t firstBit) {
+void ScanAvx2(const Needle& needle, const char16_t* begin, const char16_t* end, uint64_t* hits,
+              size_t firstBit) {
   (needle.text.size() <= 2 ? ScanShort : ScanLong)(needle, begin, end, hits, firstBit);
 }
 
