@@ -1,0 +1,95 @@
+#include "platform/background.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "platform/thread_name.h"
+
+namespace quilmark {
+
+namespace {
+
+using ExceptionLog = std::function<void(const char* what)>;
+
+struct BackgroundJobs {
+  std::mutex mutex;
+  std::condition_variable allEnded;
+  size_t running = 0;  // guarded by `mutex`, and so is `log`
+  ExceptionLog log;
+};
+
+// Never destroyed: detached threads count themselves out until the process is gone.
+BackgroundJobs& Jobs() {
+  static BackgroundJobs& jobs = *new BackgroundJobs;
+  return jobs;
+}
+
+void CountJobIn() {
+  std::scoped_lock lock(Jobs().mutex);
+  ++Jobs().running;
+}
+
+void CountJobOut() {
+  std::scoped_lock lock(Jobs().mutex);
+  if (--Jobs().running == 0) Jobs().allEnded.notify_all();
+}
+
+// A log that fails itself costs the line and nothing else.
+void LogException(const char* name, const char* what) noexcept try {
+  std::unique_lock lock(Jobs().mutex);
+  const ExceptionLog log = Jobs().log;
+  lock.unlock();
+  if (!log) return;
+  std::string line = name;
+  if (what != nullptr) line.append(": ").append(what);
+  log(line.c_str());
+} catch (...) {
+}
+
+// `work` is destroyed here, so that nothing of it lives on when the job is counted out.
+void RunGuarded(const char* name, std::function<void()> work) noexcept {
+  try {
+    work();
+  } catch (const std::exception& exception) {
+    LogException(name, exception.what());
+  } catch (...) {
+    LogException(name, nullptr);
+  }
+}
+
+}  // namespace
+
+bool RunBackground(const char* name, std::function<void()> work) {
+  if (name == nullptr) name = "unknown";
+  CountJobIn();
+  try {
+    std::thread([name, work = std::move(work)]() mutable {
+      NameThisThread(name);
+      RunGuarded(name, std::move(work));
+      CountJobOut();
+    }).detach();
+  } catch (const std::system_error&) {
+    CountJobOut();
+    return false;
+  }
+  return true;
+}
+
+void SetBackgroundExceptionLog(ExceptionLog log) {
+  std::scoped_lock lock(Jobs().mutex);
+  Jobs().log.swap(log);
+}
+
+bool WaitForBackgroundJobs(uint32_t timeoutMs) {
+  std::unique_lock lock(Jobs().mutex);
+  return Jobs().allEnded.wait_for(lock, std::chrono::milliseconds(timeoutMs),
+                                  [] { return Jobs().running == 0; });
+}
+
+}  // namespace quilmark

@@ -1,0 +1,118 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+
+#include "platform/posix/host_path.h"
+#include "platform/utf.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr mode_t kNewFolderMode = 0777;  // the user's mask takes its part
+constexpr size_t kReadAhead = 64 * 1024;
+
+struct OpenFile {
+  UniqueFd fd;
+  uint64_t sizeBytes = 0;
+};
+
+// Empty for anything but a regular file. Does not wait for the other end of a pipe.
+std::optional<OpenFile> OpenRegularFile(std::u16string_view path, int flags) {
+  OpenFile file{EndOfPath(HostBytesOf(path)).Open(flags | O_NONBLOCK | O_NOCTTY)};
+  struct stat status;
+  if (!file.fd || fstat(file.fd.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  file.sizeBytes = static_cast<uint64_t>(status.st_size);
+  return file;
+}
+
+bool WriteAll(int fd, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(fd, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<size_t>(written));
+  }
+  return true;
+}
+
+std::string CurrentFolder() {
+  std::string folder(PATH_MAX, '\0');
+  while (getcwd(folder.data(), folder.size()) == nullptr) {
+    if (errno != ERANGE) return {};
+    folder.resize(folder.size() * 2);
+  }
+  folder.resize(folder.find('\0'));
+  return folder;
+}
+
+}  // namespace
+
+bool IsExistingFolder(std::u16string_view path) {
+  const PathEnd end = EndOfPath(HostBytesOf(path));
+  struct stat status;
+  return fstatat(end.folder, end.name, &status, 0) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool MakeFolder(std::u16string_view path) {
+  const PathEnd end = EndOfPath(HostBytesOf(path));
+  return mkdirat(end.folder, end.name, kNewFolderMode) == 0 || IsExistingFolder(path);
+}
+
+std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit) {
+  const std::optional<OpenFile> file = OpenRegularFile(path, O_RDONLY);
+  if (!file || file->sizeBytes > limit) return std::nullopt;
+  std::string bytes;
+  size_t used = 0;
+  // The size is a hint: files of /proc have none, and a log grows while it is read.
+  bytes.resize(static_cast<size_t>(file->sizeBytes) + 1);
+  for (;;) {
+    const ssize_t count = read(file->fd.Get(), bytes.data() + used, bytes.size() - used);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    used += static_cast<size_t>(count);
+    if (used > limit) return std::nullopt;
+    if (count == 0) break;
+    if (used == bytes.size()) bytes.resize(used + kReadAhead);
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
+  const std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT);
+  return file && ftruncate(file->fd.Get(), 0) == 0 && WriteAll(file->fd.Get(), bytes);
+}
+
+bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes) {
+  const std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT | O_APPEND);
+  if (!file) return false;
+  if (file->sizeBytes != 0) return WriteAll(file->fd.Get(), bytes);
+  return WriteAll(file->fd.Get(), std::string(firstBytes).append(bytes));
+}
+
+bool RemoveFile(std::u16string_view path) {
+  const PathEnd end = EndOfPath(HostBytesOf(path));
+  return unlinkat(end.folder, end.name, 0) == 0;
+}
+
+std::string HostPathBytes(std::u16string_view path) {
+  const std::string& bytes = HostBytesOf(path);
+  if (!bytes.empty()) return bytes;
+  // No path of this host: as it would be written here.
+  std::string written;
+  for (const char byte : ToHostBytes(path)) written.push_back(byte == '\\' ? '/' : byte);
+  return written;
+}
+
+std::u16string PathFromHost(std::string_view typed) {
+  if (typed.starts_with('/')) return PathOfHostBytes(typed);
+  return PathOfHostBytes(CurrentFolder().append("/").append(typed));
+}
+
+}  // namespace quilmark
