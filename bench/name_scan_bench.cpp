@@ -55,7 +55,8 @@ void Search(benchmark::State& state, const std::string& query) {
   }
   const size_t hits = HeldResults()->size();
   state.counters["hits"] = static_cast<double>(hits);
-  const bool mayAdd = IsInitialsQuery(PrepareNameGroups(ParseQueryGroups(job.text))) && initialSearchEnabled;
+  const bool mayAdd =
+      IsInitialsQuery(PrepareNameGroups(ParseQueryGroups(job.text))) && initialSearchEnabled;
   if (hits < expected || (hits > expected && !mayAdd)) state.SkipWithError("wrong answer");
 }
 
@@ -109,17 +110,17 @@ void Memory(benchmark::State& state) {
 }
 
 void RegisterAll() {
-  initialSearchEnabled = std::getenv("NOINIT") == nullptr;
   benchmark::RegisterBenchmark("read_of_pool", ReadOfPool)->Unit(benchmark::kMillisecond);
-  for (const char* query :
-       {"龘", "q", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx", "report and docx", "bg", "*"}) {
+  for (const char* query : {"龘", "q", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx",
+                            "report and docx", "bg", "*"}) {
     benchmark::RegisterBenchmark((std::string("search/") + query).c_str(), Search, query)
         ->Unit(benchmark::kMillisecond);
   }
   for (const ScanKernelRow& row : ScanKernels()) {
     if (!row.runsHere()) continue;
     for (const char* needle : {"龘", "e", "zqx", "ing", "zqxjvkwy", "document"}) {
-      benchmark::RegisterBenchmark((std::string("kernel_") + row.name + "/" + needle).c_str(), Kernel, row, needle)
+      benchmark::RegisterBenchmark((std::string("kernel_") + row.name + "/" + needle).c_str(), Kernel,
+                                   row, needle)
           ->Unit(benchmark::kMillisecond);
     }
   }

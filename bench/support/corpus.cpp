@@ -62,7 +62,8 @@ __attribute__((target("avx2"))) static uint64_t SumChunk(const NameChunk& chunk)
     d = _mm256_xor_si256(_mm256_add_epi64(d, _mm256_loadu_si256(at + 3)), _mm256_loadu_si256(at + 7));
   }
   const __m256i sum = _mm256_add_epi64(_mm256_add_epi64(a, b), _mm256_add_epi64(c, d));
-  return static_cast<uint64_t>(_mm256_extract_epi64(sum, 0)) + static_cast<uint64_t>(_mm256_extract_epi64(sum, 2));
+  return static_cast<uint64_t>(_mm256_extract_epi64(sum, 0)) +
+         static_cast<uint64_t>(_mm256_extract_epi64(sum, 2));
 }
 
 uint64_t ReadPool(const NamePool& pool) {

@@ -17,14 +17,16 @@ struct CorpusEntry {
   std::u16string name;
 };
 
-// Entries of the file `records.tsv` that bench/tools/make_names.c writes, below the folder that the environment
-// variable QUILMARK_BENCH_DATA names: names-<count>/records.tsv. Ends the program with a message if it is missing.
+// Entries of the file `records.tsv` that bench/tools/make_names.c writes, below the folder that the
+// environment variable QUILMARK_BENCH_DATA names: names-<count>/records.tsv. Ends the program with a
+// message if it is missing.
 std::vector<CorpusEntry> LoadCorpus(size_t count);
 
 // The entries as the volume "C:".
 std::unique_ptr<VolumeIndex> MakeVolume(const std::vector<CorpusEntry>& corpus);
 
-// What an ideal scan of the pool costs: every byte of its texts loaded once with 256-bit loads. The sum of them.
+// What an ideal scan of the pool costs: every byte of its texts loaded once with 256-bit loads. The sum
+// of them.
 uint64_t ReadPool(const NamePool& pool);
 
 }  // namespace quilmark

@@ -25,20 +25,19 @@ void AppendEntry(VolumeIndex& volume, uint64_t frn, uint64_t parentFrn, bool isD
 }
 
 // Appends the contents of `folder`, each subfolder's contents right behind it.
-void WalkFolder(Walk& walk, WalkFolderNode& folder, uint64_t parentFrn) {
+void AppendContents(Walk& walk, std::shared_ptr<WalkFolder> folder, uint64_t parentFrn) {
   if (ShutdownRequested) return;
-  walk.reader.Read(folder);
+  walk.reader.Read(*folder);
   size_t subfolder = 0;
-  for (const FolderEntry& entry : folder.listing.entries) {
+  for (const FolderEntry& entry : folder->listing.entries) {
     if (ShutdownRequested) break;
     const uint64_t frn = walk.volume.nextSyntheticFrn++;
-    AppendEntry(walk.volume, frn, parentFrn, entry.isDirectory, folder.listing.NameOf(entry));
-    if (entry.isDirectory && subfolder < folder.subfolders.size()) {
-      const auto child = std::move(folder.subfolders[subfolder++]);
-      WalkFolder(walk, *child, frn);
+    AppendEntry(walk.volume, frn, parentFrn, entry.isDirectory, folder->listing.NameOf(entry));
+    if (entry.isDirectory && subfolder < folder->subfolders.size()) {
+      AppendContents(walk, std::move(folder->subfolders[subfolder++]), frn);
     }
   }
-  walk.reader.Release(folder);
+  walk.reader.Release(std::move(folder));
 }
 
 // Listing waits for the disk or the network more than for a core.
@@ -63,9 +62,9 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
   {
     FolderReader reader(options.source, ThreadsFor(options), kDeepestWalk);
     Walk walk{volume, reader};
-    const auto root = std::make_shared<WalkFolderNode>();
+    auto root = std::make_shared<WalkFolder>();
     root->path = drive;
-    WalkFolder(walk, *root, kRootFrn);
+    AppendContents(walk, std::move(root), kRootFrn);
   }
   const bool found = !volume.records.empty();
   if (!found) volume.valid = false;

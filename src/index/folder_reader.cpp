@@ -18,55 +18,78 @@ FolderReader::~FolderReader() {
   for (std::thread& thread : threads_) thread.join();
 }
 
-// Copies what the thread's own listing holds, so that each folder keeps no more memory than it needs.
-void FolderReader::List(WalkFolderNode& node) {
-  thread_local FolderListing scratch;
-  if (!source_(node.path, scratch)) scratch.Clear();
-  node.listing.names = scratch.names;
-  node.listing.entries = scratch.entries;
-  if (node.depth >= deepest_) return;
-  for (const FolderEntry& entry : scratch.entries) {
+static std::shared_ptr<WalkFolder> TakeOne(std::vector<std::shared_ptr<WalkFolder>>& spares) {
+  if (spares.empty()) return std::make_shared<WalkFolder>();
+  auto folder = std::move(spares.back());
+  spares.pop_back();
+  return folder;
+}
+
+void FolderReader::List(WalkFolder& folder, FolderList& spares) {
+  if (!source_(folder.path, folder.listing)) folder.listing.Clear();
+  if (folder.depth >= deepest_) return;
+  for (const FolderEntry& entry : folder.listing.entries) {
     if (!entry.isDirectory) continue;
-    auto& subfolder = node.subfolders.emplace_back(std::make_shared<WalkFolderNode>());
-    subfolder->path.reserve(node.path.size() + 1 + entry.nameLength);
-    subfolder->path.append(node.path).append(1, u'\\').append(scratch.NameOf(entry));
-    subfolder->depth = node.depth + 1;
+    auto& subfolder = folder.subfolders.emplace_back(TakeOne(spares));
+    subfolder->path.reserve(folder.path.size() + 1 + entry.nameLength);
+    subfolder->path.assign(folder.path).append(1, u'\\').append(folder.listing.NameOf(entry));
+    subfolder->depth = folder.depth + 1;
   }
 }
 
-bool FolderReader::TakeAndRead(WalkFolderNode& node) {
-  auto expected = WalkFolderNode::kOffered;
-  if (!node.state.compare_exchange_strong(expected, WalkFolderNode::kTaken)) return false;
-  List(node);
-  entriesAhead_ += static_cast<int64_t>(node.listing.entries.size());
+bool FolderReader::TakeAndRead(WalkFolder& folder, FolderList& spares) {
+  auto expected = WalkFolder::kOffered;
+  if (!folder.state.compare_exchange_strong(expected, WalkFolder::kTaken)) return false;
+  List(folder, spares);
+  entriesAhead_ += static_cast<int64_t>(folder.listing.entries.size());
   bool wake = false;
   {
     const std::scoped_lock lock(mutex_);
     // Backwards, so that the first subfolder is the next to be read.
-    offered_.insert(offered_.end(), node.subfolders.rbegin(), node.subfolders.rend());
-    node.state = WalkFolderNode::kRead;
+    offered_.insert(offered_.end(), folder.subfolders.rbegin(), folder.subfolders.rend());
+    folder.state = WalkFolder::kRead;
+    TakeSpares(spares);
     wake = waiting_ > 0;
   }
   if (wake) changed_.notify_all();
   return true;
 }
 
-std::shared_ptr<WalkFolderNode> FolderReader::PopOffered() {
+std::shared_ptr<WalkFolder> FolderReader::PopOffered() {
   while (!offered_.empty()) {
-    auto node = std::move(offered_.back());
+    auto folder = std::move(offered_.back());
     offered_.pop_back();
-    if (node->state == WalkFolderNode::kOffered) return node;  // else the walk came first
+    if (folder->state == WalkFolder::kOffered) return folder;
+    Recycle(std::move(folder));  // the walk came first
   }
   return nullptr;
 }
 
-void FolderReader::Read(WalkFolderNode& node) {
-  if (TakeAndRead(node)) return;
+// Only the last owner gives a folder back: whoever else holds it goes by its state.
+void FolderReader::Recycle(std::shared_ptr<WalkFolder>&& folder) {
+  const bool isWorthIt =
+      spares_.size() < kMostSpares && folder->listing.names.capacity() <= kMostSpareUnits;
+  if (folder.use_count() != 1 || !isWorthIt) return;
+  folder->listing.Clear();
+  folder->subfolders.clear();
+  folder->state = WalkFolder::kOffered;
+  spares_.push_back(std::move(folder));
+}
+
+void FolderReader::TakeSpares(FolderList& spares) {
+  while (spares.size() < 16 && !spares_.empty()) {
+    spares.push_back(std::move(spares_.back()));
+    spares_.pop_back();
+  }
+}
+
+void FolderReader::Read(WalkFolder& folder) {
+  if (TakeAndRead(folder, ownSpares_)) return;
   std::unique_lock lock(mutex_);
-  while (node.state != WalkFolderNode::kRead) {
+  while (folder.state != WalkFolder::kRead) {
     if (const auto other = PopOffered()) {
       lock.unlock();
-      TakeAndRead(*other);
+      TakeAndRead(*other, ownSpares_);
       lock.lock();
       continue;
     }
@@ -76,24 +99,24 @@ void FolderReader::Read(WalkFolderNode& node) {
   }
 }
 
-void FolderReader::Release(WalkFolderNode& node) {
-  const auto entries = static_cast<int64_t>(node.listing.entries.size());
-  node.listing = {};
-  node.subfolders.clear();
-  if (entriesAhead_.fetch_sub(entries) < kMostEntriesAhead) return;
-  const std::scoped_lock lock(mutex_);  // a thread that is about to wait sees the new number
-  changed_.notify_all();
+void FolderReader::Release(std::shared_ptr<WalkFolder> folder) {
+  const auto entries = static_cast<int64_t>(folder->listing.entries.size());
+  const bool wasFull = entriesAhead_.fetch_sub(entries) >= kMostEntriesAhead;
+  const std::scoped_lock lock(mutex_);
+  Recycle(std::move(folder));
+  if (wasFull) changed_.notify_all();
 }
 
 void FolderReader::RunAhead() {
+  FolderList spares;
   std::unique_lock lock(mutex_);
   while (!stopping_ && !ShutdownRequested) {
-    auto node = entriesAhead_ < kMostEntriesAhead ? PopOffered() : nullptr;
-    if (node != nullptr) {
+    auto folder = entriesAhead_ < kMostEntriesAhead ? PopOffered() : nullptr;
+    if (folder != nullptr) {
       lock.unlock();
-      TakeAndRead(*node);
-      node.reset();
+      TakeAndRead(*folder, spares);
       lock.lock();
+      folder.reset();
       continue;
     }
     ++waiting_;

@@ -17,13 +17,13 @@
 
 namespace quilmark {
 
-struct WalkFolderNode {
+struct WalkFolder {
   enum State { kOffered, kTaken, kRead };
   std::u16string path;
   int depth = 0;  // of the folder below the root
   std::atomic<State> state = kOffered;
-  FolderListing listing;                                    // once kRead
-  std::vector<std::shared_ptr<WalkFolderNode>> subfolders;  // of its directories, in order; once kRead
+  FolderListing listing;                                // once kRead
+  std::vector<std::shared_ptr<WalkFolder>> subfolders;  // of its directories, in order; once kRead
 };
 
 // Lists a folder; see ListFolder.
@@ -38,28 +38,37 @@ class FolderReader {
   FolderReader(const FolderReader&) = delete;
   FolderReader& operator=(const FolderReader&) = delete;
 
-  // Returns when `node` has been read, by this thread or another; reads further ones while it waits.
-  void Read(WalkFolderNode& node);
+  // Returns when `folder` has been read, by this thread or another; reads further ones while it waits.
+  void Read(WalkFolder& folder);
 
-  // The walk is done with the contents of `node`.
-  void Release(WalkFolderNode& node);
+  // The walk is done with `folder` and its contents.
+  void Release(std::shared_ptr<WalkFolder> folder);
 
  private:
+  using FolderList = std::vector<std::shared_ptr<WalkFolder>>;
+
   void RunAhead();
-  bool TakeAndRead(WalkFolderNode& node);
-  std::shared_ptr<WalkFolderNode> PopOffered();  // REQUIRES mutex_ held
-  void List(WalkFolderNode& node);
+  bool TakeAndRead(WalkFolder& folder, FolderList& spares);
+  void List(WalkFolder& folder, FolderList& spares);
+  std::shared_ptr<WalkFolder> PopOffered();            // REQUIRES mutex_ held
+  void Recycle(std::shared_ptr<WalkFolder>&& folder);  // REQUIRES mutex_ held
+  void TakeSpares(FolderList& spares);                 // REQUIRES mutex_ held
 
   // Entries that may lie read and not yet walked; keeps a slow walk from holding the whole tree twice.
   static constexpr int64_t kMostEntriesAhead = 500'000;
+  static constexpr size_t kMostSpares = 1'024;
+  static constexpr size_t kMostSpareUnits = 8'192;
 
   const FolderSource source_;
   const int deepest_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<std::shared_ptr<WalkFolderNode>> offered_;  // mutex_; the next one at the back
-  bool stopping_ = false;                                 // mutex_
-  int waiting_ = 0;                                       // mutex_; threads in changed_
+  FolderList offered_;  // mutex_; the next one at the back
+  FolderList
+      spares_;  // mutex_; used again with their memory: threads that free what others allocated wait
+  FolderList ownSpares_;   // of the walking thread
+  bool stopping_ = false;  // mutex_
+  int waiting_ = 0;        // mutex_; threads in changed_
   std::atomic<int64_t> entriesAhead_ = 0;
   std::vector<std::thread> threads_;
 };

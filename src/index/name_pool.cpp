@@ -1,22 +1,15 @@
 #include "index/name_pool.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "platform/text.h"
 
 namespace quilmark {
 
-void FreeDeleter::operator()(void* memory) const { std::free(memory); }
-
-// calloc, not new: the system hands out zeroed pages, and those not written to cost nothing.
 static void OpenChunk(NamePool& pool, size_t capacity) {
-  auto* text = static_cast<char16_t*>(std::calloc(capacity + kChunkSlack, sizeof(char16_t)));
-  if (text == nullptr) throw std::bad_alloc();
   NameChunk& chunk = pool.chunks.emplace_back();
-  chunk.text.reset(text);
+  chunk.text = MakePages<char16_t>(capacity + kChunkSlack);
   chunk.firstText = pool.textCount;
   pool.usedInChunk = 0;
 }

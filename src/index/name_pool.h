@@ -10,9 +10,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
+
+#include "platform/pages.h"
 
 namespace quilmark {
 
@@ -22,12 +23,8 @@ inline constexpr uint32_t kTextsPerMark = 64;
 // Zeroed units behind the capacity of each chunk: vector loads may run this far past the last text.
 inline constexpr size_t kChunkSlack = 512;
 
-struct FreeDeleter {
-  void operator()(void* memory) const;
-};
-
 struct NameChunk {
-  std::unique_ptr<char16_t[], FreeDeleter> text;
+  Pages<char16_t> text;
   size_t used = 0;         // units taken by texts; zeros follow
   uint32_t firstText = 0;  // number of the first text in this chunk
 };

@@ -2,9 +2,7 @@
 
 namespace quilmark {
 
-void RecordStore::AddBlock() {
-  blocks_.push_back(std::make_unique_for_overwrite<FileRecord[]>(kBlockRecords));
-}
+void RecordStore::AddBlock() { blocks_.push_back(MakePages<FileRecord>(kBlockRecords)); }
 
 size_t RecordStore::MemoryBytes() const {
   return blocks_.size() * (kBlockRecords * sizeof(FileRecord) + sizeof(blocks_[0]));

@@ -3,10 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "index/file_record.h"
+#include "platform/pages.h"
 
 namespace quilmark {
 
@@ -39,7 +39,7 @@ class RecordStore {
 
  private:
   void AddBlock();
-  std::vector<std::unique_ptr<FileRecord[]>> blocks_;
+  std::vector<Pages<FileRecord>> blocks_;
   uint32_t size_ = 0;
 };
 

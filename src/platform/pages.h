@@ -1,0 +1,33 @@
+// Memory for the large tables, straight from the system.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <new>
+
+namespace quilmark {
+
+struct PagesDeleter {
+  size_t bytes = 0;
+  void operator()(void* pages) const;
+};
+
+// Zeroed memory, given back to the system when the owner dies. Backed by huge pages where the system has
+// them to give: filling a table of millions of names then costs hundreds of page faults instead of ten
+// thousands.
+template <typename Item>
+using Pages = std::unique_ptr<Item[], PagesDeleter>;
+
+// Null if the system has no memory left.
+void* AllocatePages(size_t bytes);
+
+// Room for `count` items of a type that zeroes make valid. Throws std::bad_alloc where memory runs out.
+template <typename Item>
+Pages<Item> MakePages(size_t count) {
+  const size_t bytes = count * sizeof(Item);
+  void* const pages = AllocatePages(bytes);
+  if (pages == nullptr) throw std::bad_alloc();
+  return Pages<Item>(static_cast<Item*>(pages), PagesDeleter{bytes});
+}
+
+}  // namespace quilmark

@@ -1,0 +1,157 @@
+#include "index/directory_walk.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "index/search_engine.h"
+
+namespace quilmark {
+namespace {
+
+struct ScriptedEntry {
+  std::u16string name;
+  bool isDirectory = false;
+};
+
+// A tree that exists only here: what each folder holds, by its path. A folder that is missing cannot be
+// read.
+using ScriptedTree = std::map<std::u16string, std::vector<ScriptedEntry>, std::less<>>;
+ScriptedTree scriptedTree;
+
+void AppendTo(FolderListing& listing, std::u16string_view name, bool isDirectory) {
+  listing.entries.push_back({.nameOffset = static_cast<uint32_t>(listing.names.size()),
+                             .nameLength = static_cast<uint16_t>(name.size()),
+                             .isDirectory = isDirectory});
+  listing.names += name;
+}
+
+bool ListScripted(std::u16string_view path, FolderListing& listing) {
+  listing.Clear();
+  const auto folder = scriptedTree.find(path);
+  if (folder == scriptedTree.end()) return false;
+  for (const ScriptedEntry& entry : folder->second) AppendTo(listing, entry.name, entry.isDirectory);
+  return true;
+}
+
+// Every folder holds a file and a folder "down".
+bool ListEndless(std::u16string_view, FolderListing& listing) {
+  listing.Clear();
+  AppendTo(listing, u"down", true);
+  AppendTo(listing, u"file", false);
+  return true;
+}
+
+// Every folder of the first three levels holds ten folders and ten files.
+bool ListWide(std::u16string_view path, FolderListing& listing) {
+  listing.Clear();
+  const auto depth = std::count(path.begin(), path.end(), u'\\');
+  for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
+    if (depth < 3) AppendTo(listing, u"d" + std::u16string(1, digit), true);
+    AppendTo(listing, u"f" + std::u16string(1, digit), false);
+  }
+  return true;
+}
+
+std::vector<std::u16string> PathsOf(const VolumeIndex& volume) {
+  std::vector<std::u16string> paths;
+  for (uint32_t i = 0; i < volume.records.size(); ++i) paths.push_back(BuildPath(volume, i));
+  return paths;
+}
+
+// Walks with one, two and eight threads: the outcome must not depend on it.
+class DirectoryWalk : public testing::TestWithParam<unsigned> {
+ protected:
+  bool Build(FolderSource source) {
+    return BuildWalkVolume(volume, u"D:", u"FAT32", {.source = source, .threads = GetParam()});
+  }
+  VolumeIndex volume;
+};
+INSTANTIATE_TEST_SUITE_P(Concurrency, DirectoryWalk, testing::Values(1, 2, 8));
+
+TEST_P(DirectoryWalk, RecordsComeDepthFirstEachFolderBeforeItsContents) {
+  scriptedTree = {{u"D:", {{u"a", true}, {u"z.txt"}, {u"b", true}}},
+                  {u"D:\\a", {{u"inner", true}, {u"1.txt"}}},
+                  {u"D:\\a\\inner", {{u"2.txt"}}},
+                  {u"D:\\b", {{u"3.txt"}}}};
+  ASSERT_TRUE(Build(ListScripted));
+  EXPECT_EQ(PathsOf(volume),
+            (std::vector<std::u16string>{u"D:\\a", u"D:\\a\\inner", u"D:\\a\\inner\\2.txt",
+                                         u"D:\\a\\1.txt", u"D:\\z.txt", u"D:\\b", u"D:\\b\\3.txt"}));
+  EXPECT_TRUE(volume.records[0].isDirectory);
+  EXPECT_FALSE(volume.records[2].isDirectory);
+  EXPECT_EQ(volume.fileSystem, u"FAT32");
+  EXPECT_EQ(volume.journalId, 0u);
+  EXPECT_TRUE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+TEST_P(DirectoryWalk, EmptyVolumeFailsAndIsNotValid) {
+  scriptedTree = {{u"D:", {}}};
+  EXPECT_FALSE(Build(ListScripted));
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+}
+
+TEST_P(DirectoryWalk, RootThatCannotBeReadFails) {
+  scriptedTree.clear();
+  EXPECT_FALSE(Build(ListScripted));
+}
+
+TEST_P(DirectoryWalk, UnreadableFolderStaysAnEntryWithoutContents) {
+  scriptedTree = {{u"D:", {{u"locked", true}, {u"z.txt"}}}};
+  ASSERT_TRUE(Build(ListScripted));
+  EXPECT_EQ(PathsOf(volume), (std::vector<std::u16string>{u"D:\\locked", u"D:\\z.txt"}));
+}
+
+TEST_P(DirectoryWalk, TreeIsCutBelow128Levels) {
+  ASSERT_TRUE(Build(ListEndless));
+  // Folders of depth 0 to 128 are listed: each gives a folder and a file.
+  EXPECT_EQ(volume.records.size(), 2u * 129);
+  uint32_t folders = 0;
+  for (uint32_t i = 0; i < volume.records.size(); ++i) folders += volume.records[i].isDirectory;
+  EXPECT_EQ(folders, 129u);
+  EXPECT_EQ(NameOf(volume.records[128]), u"down");  // the one that is not entered
+  EXPECT_EQ(NameOf(volume.records[129]), u"file");
+}
+
+TEST_P(DirectoryWalk, TopLevelEntryHasAPathOfTwoParts) {
+  scriptedTree = {{u"D:", {{u"name"}}}};
+  ASSERT_TRUE(Build(ListScripted));
+  EXPECT_EQ(BuildPath(volume, 0), u"D:\\name");
+  EXPECT_EQ(IndexOf(volume.frnToIndex, volume.records, 1), kRootWithoutRecord);
+}
+
+TEST_P(DirectoryWalk, EveryBuildStartsTheReferencesAgain) {
+  scriptedTree = {{u"D:", {{u"a"}, {u"b"}}}};
+  ASSERT_TRUE(Build(ListScripted));
+  ASSERT_TRUE(Build(ListScripted));
+  EXPECT_EQ(volume.records.size(), 2u);
+  EXPECT_EQ(volume.records[0].frn, 0x100000u);
+  EXPECT_EQ(volume.records[1].frn, 0x100001u);
+  EXPECT_EQ(volume.nextSyntheticFrn, 0x100002u);
+}
+
+TEST_P(DirectoryWalk, WideTreeIsTheSameForAnyNumberOfThreads) {
+  ASSERT_TRUE(Build(ListWide));
+  VolumeIndex alone;
+  ASSERT_TRUE(BuildWalkVolume(alone, u"D:", u"FAT32", {.source = ListWide, .threads = 1}));
+  EXPECT_EQ(volume.records.size(), 20u + 10 * 20 + 100 * 20 + 1'000 * 10);
+  EXPECT_EQ(PathsOf(volume), PathsOf(alone));
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+TEST_P(DirectoryWalk, ShutdownEndsTheWalk) {
+  ShutdownRequested = true;
+  EXPECT_FALSE(Build(ListWide));
+  ShutdownRequested = false;
+  EXPECT_TRUE(volume.records.empty());
+  EXPECT_FALSE(volume.busy);
+}
+
+}  // namespace
+}  // namespace quilmark
