@@ -102,25 +102,32 @@ unsigned GranuleBlocks(const BlockMask& blocks, uint32_t granule) {
   return static_cast<unsigned>(blocks[block / 64] >> (block % 64)) & ((1u << kGranuleBlocks) - 1);
 }
 
+// Number of the first text behind a chunk.
+uint32_t FirstBehind(const NamePool& pool, size_t chunk) {
+  return chunk + 1 < pool.chunks.size() ? pool.chunks[chunk + 1].firstText : pool.textCount;
+}
+
+// The chunk of text `text`, which is in `chunk` or behind it.
+size_t ChunkOf(const NamePool& pool, uint32_t text, size_t chunk) {
+  while (FirstBehind(pool, chunk) <= text) ++chunk;
+  return chunk;
+}
+
 // Runs the kernel over the texts [first, last), which may lie in several chunks. `first` is on a mark,
 // `last` too or the end. Bit 0 of `hits` is text `granuleFirst`.
-void ScanTexts(NameScan& scan, const Needle& needle, uint32_t first, uint32_t last,
+void ScanTexts(const NameScan& scan, const Needle& needle, uint32_t first, uint32_t last,
                uint32_t granuleFirst, uint64_t* hits) {
   const NamePool& pool = scan.volume.names;
-  const auto firstBehind = [&](size_t chunk) {
-    return chunk + 1 < pool.chunks.size() ? pool.chunks[chunk + 1].firstText : pool.textCount;
-  };
-  while (firstBehind(scan.chunk) <= first) ++scan.chunk;
-  size_t chunk = scan.chunk;
+  size_t chunk = ChunkOf(pool, first, scan.chunk);
   const char16_t* begin = pool.marks[first / kTextsPerMark];
-  while (firstBehind(chunk) < last) {
+  while (FirstBehind(pool, chunk) < last) {
     const NameChunk& part = pool.chunks[chunk];
     scan.kernel(needle, begin, part.text.get() + part.used, hits, first - granuleFirst);
-    first = firstBehind(chunk++);
+    first = FirstBehind(pool, chunk++);
     begin = pool.chunks[chunk].text.get();
   }
   const NameChunk& part = pool.chunks[chunk];
-  const bool toChunkEnd = firstBehind(chunk) == last;
+  const bool toChunkEnd = FirstBehind(pool, chunk) == last;
   const char16_t* const end =
       toChunkEnd ? part.text.get() + part.used : pool.marks[last / kTextsPerMark];
   scan.kernel(needle, begin, end, hits, first - granuleFirst);
@@ -141,7 +148,7 @@ void FilterBits(uint64_t& bits, uint32_t firstIndex, Keep keep) {
 }
 
 // Adds the hits of one group among the names that stand in their own place.
-void ScanGroup(NameScan& scan, size_t groupNumber, uint32_t granule, GranuleHits& hits) {
+void ScanGroup(const NameScan& scan, size_t groupNumber, uint32_t granule, GranuleHits& hits) {
   const CompiledGroup& group = scan.query.compiled[groupNumber];
   const uint32_t granuleFirst = granule * kGranule;
   const uint32_t count = scan.volume.records.size();
@@ -224,6 +231,7 @@ uint32_t NextGranule(NameScan& scan, uint32_t granule) {
 
 GranuleHits ScanGranule(NameScan& scan, uint32_t granule) {
   if (const size_t page = granule / kGranulesPerPage; page != scan.page) EnterPage(scan, page);
+  scan.chunk = ChunkOf(scan.volume.names, granule * kGranule, scan.chunk);
   GranuleHits hits{};
   for (size_t group = 0; group < scan.query.compiled.size(); ++group)
     ScanGroup(scan, group, granule, hits);

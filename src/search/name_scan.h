@@ -49,7 +49,7 @@ struct NameScan {
   std::vector<BlockMask> groupBlocks;
   BlockMask initialsBlocks{};
   BlockMask anyBlocks{};
-  size_t chunk = 0;  // of volume.names, not behind the scan
+  size_t chunk = 0;  // of volume.names, where the granule begins
 };
 
 // The first granule at or behind `granule` that may hold a hit; the count of granules if none does.

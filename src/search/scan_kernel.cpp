@@ -165,9 +165,10 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const Pa
   for (size_t word = 0; word * 64 < partCount; ++word, firstBit += 32) {
     const uint64_t either = parts.words[word] | parts.words[word] >> 1;
     const uint64_t bits = _pext_u64(either, 0x5555'5555'5555'5555);
-    if (bits == 0) continue;
+    if (bits == 0) continue;  // the word may lie behind the last text
     hits[firstBit / 64] |= bits << (firstBit % 64);
-    if (firstBit % 64 > 32) hits[firstBit / 64 + 1] |= bits >> (64 - firstBit % 64);
+    const uint64_t rest = firstBit % 64 > 32 ? bits >> (64 - firstBit % 64) : 0;
+    if (rest != 0) hits[firstBit / 64 + 1] |= rest;
   }
 }
 
