@@ -65,11 +65,11 @@ std::shared_ptr<WalkFolder> FolderReader::PopOffered() {
   return nullptr;
 }
 
-// Only the last owner gives a folder back: whoever else holds it goes by its state.
-void FolderReader::Recycle(std::shared_ptr<WalkFolder>&& folder) {
-  const bool isWorthIt =
-      spares_.size() < kMostSpares && folder->listing.names.capacity() <= kMostSpareUnits;
-  if (folder.use_count() != 1 || !isWorthIt) return;
+// Only the last owner gives a folder back: whoever else holds it goes by its state. Every owner lets go
+// under the lock, so that the last one sees what the others did.
+void FolderReader::Recycle(std::shared_ptr<WalkFolder> folder) {
+  if (folder.use_count() != 1 || spares_.size() >= kMostSpares) return;
+  if (folder->listing.names.capacity() > kMostSpareUnits) return;
   folder->listing.Clear();
   folder->subfolders.clear();
   folder->state = WalkFolder::kOffered;

@@ -50,9 +50,9 @@ class FolderReader {
   void RunAhead();
   bool TakeAndRead(WalkFolder& folder, FolderList& spares);
   void List(WalkFolder& folder, FolderList& spares);
-  std::shared_ptr<WalkFolder> PopOffered();            // REQUIRES mutex_ held
-  void Recycle(std::shared_ptr<WalkFolder>&& folder);  // REQUIRES mutex_ held
-  void TakeSpares(FolderList& spares);                 // REQUIRES mutex_ held
+  std::shared_ptr<WalkFolder> PopOffered();          // REQUIRES mutex_ held
+  void Recycle(std::shared_ptr<WalkFolder> folder);  // REQUIRES mutex_ held
+  void TakeSpares(FolderList& spares);               // REQUIRES mutex_ held
 
   // Entries that may lie read and not yet walked; keeps a slow walk from holding the whole tree twice.
   static constexpr int64_t kMostEntriesAhead = 500'000;
