@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs what building and testing need, by the names of Debian's packages.
+# usage: tools/install_packages.sh GROUP...      groups: build tests bench
+# Does nothing where all is there already.
+set -euo pipefail
+
+build=(g++ cmake ninja-build ccache libboost1.81-dev libcli11-dev nlohmann-json3-dev)
+tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine wine64 python3)
+bench=(libbenchmark-dev plocate fd-find ripgrep python3)
+
+wanted=()
+for group in "$@"; do
+  case $group in
+    build) wanted+=("${build[@]}") ;;
+    tests) wanted+=("${tests[@]}") ;;
+    bench) wanted+=("${bench[@]}") ;;
+    *) echo "install_packages.sh: unknown group '$group'" >&2; exit 2 ;;
+  esac
+done
+
+missing=()
+for package in "${wanted[@]}"; do
+  state=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [ "$state" = "install ok installed" ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" != 0 ]; then
+  command -v sudo >/dev/null || { echo "install as root: ${missing[*]}" >&2; exit 1; }
+  as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
