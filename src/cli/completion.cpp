@@ -1,0 +1,28 @@
+#include "cli/completion.h"
+
+namespace quilmark {
+
+const char* BashCompletion() {
+  return R"(_quilmark() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}
+  COMPREPLY=()
+  case $before in
+    --scope) mapfile -t COMPREPLY < <(compgen -W "all desktop C: D: E:" -- "$word"); return ;;
+    --completion) mapfile -t COMPREPLY < <(compgen -W "bash" -- "$word"); return ;;
+    --limit) return ;;
+  esac
+  if [ "$COMP_CWORD" = 1 ]; then
+    mapfile -t COMPREPLY < <(compgen -W "find --help --version --completion" -- "$word")
+  elif [[ $word == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "--drive --scope --limit --initials --count --json --drive-paths --stats \
+--interactive --help" -- "$word")
+  else
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -d -- "$word")
+  fi
+}
+complete -F _quilmark quilmark
+)";
+}
+
+}  // namespace quilmark

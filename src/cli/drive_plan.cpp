@@ -1,0 +1,82 @@
+#include "cli/drive_plan.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "platform/console.h"
+#include "platform/drives.h"
+#include "platform/files.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+DrivePlan Refuse(std::string error) { return {.error = std::move(error)}; }
+
+// "X=PATH" with a letter of either case.
+bool SplitDrive(const std::string& text, PlannedDrive& drive) {
+  if (text.size() < 3 || text[1] != '=') return false;
+  const auto upper = static_cast<char>(text[0] >= 'a' && text[0] <= 'z' ? text[0] - 'a' + 'A' : text[0]);
+  if (kLetters.find(upper) == kLetters.npos) return false;
+  drive = {static_cast<char16_t>(upper), text.substr(2)};
+  return true;
+}
+
+bool IsTaken(const std::vector<PlannedDrive>& drives, char16_t letter) {
+  return std::any_of(drives.begin(), drives.end(), [&](const PlannedDrive& drive) { return drive.letter == letter; });
+}
+
+// The first letter from C: on that is free; 0 if none is.
+char16_t FreeLetter(const std::vector<PlannedDrive>& drives) {
+  for (char16_t letter = u'C'; letter <= u'Z'; ++letter) {
+    if (!IsTaken(drives, letter)) return letter;
+  }
+  return 0;
+}
+
+std::vector<PlannedDrive> SystemDrives() {
+  std::vector<PlannedDrive> drives;
+  for (uint32_t mask = LogicalDriveMask(); mask != 0; mask &= mask - 1) {
+    drives.push_back({static_cast<char16_t>(u'A' + std::countr_zero(mask)), {}});
+  }
+  return drives;
+}
+
+}  // namespace
+
+DrivePlan PlanDrives(const FindOptions& options) {
+  DrivePlan plan;
+  for (const std::string& text : options.drives) {
+    PlannedDrive drive;
+    if (!SplitDrive(text, drive)) return Refuse("--drive takes X=PATH, not '" + text + "'");
+    if (IsTaken(plan.drives, drive.letter)) return Refuse("drive " + text.substr(0, 1) + ": is given twice");
+    plan.drives.push_back(std::move(drive));
+  }
+  for (const std::string& path : options.paths) {
+    const char16_t letter = FreeLetter(plan.drives);
+    if (letter == 0) return Refuse("no drive letter is left for '" + path + "'");
+    plan.drives.push_back({letter, path});
+  }
+  if (plan.drives.empty() && HasSystemDrives()) plan.drives = SystemDrives();
+  if (plan.drives.empty()) return Refuse("no folder to search; name one, or see quilmark find --help");
+  return plan;
+}
+
+std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives) {
+  for (const PlannedDrive& drive : drives) {
+    if (drive.typed.empty()) continue;
+    const std::u16string root = PathFromHost(drive.typed);
+    if (!IsExistingFolder(root)) {
+      return "'" + drive.typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
+    }
+    FolderListing listing;
+    if (!ListFolder(root, listing)) return "'" + drive.typed + "' cannot be read";
+    if (listing.entries.empty()) return "'" + drive.typed + "' has no entries";
+    MapDrive(drive.letter, root);
+  }
+  return {};
+}
+
+}  // namespace quilmark

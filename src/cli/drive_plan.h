@@ -1,0 +1,36 @@
+// Which drive letters a run of the console program has, and how they come into the index.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/options.h"
+
+namespace quilmark {
+
+struct PlannedDrive {
+  char16_t letter = 0;
+  std::string typed;  // the folder as the user named it; empty for a drive of the system
+};
+
+// The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ... The error
+// is empty if all is well.
+struct DrivePlan {
+  std::vector<PlannedDrive> drives;
+  std::string error;
+};
+DrivePlan PlanDrives(const FindOptions& options);
+
+// Maps the planned folders; what is wrong with one of them, else empty.
+std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives);
+
+struct IndexOutcome {
+  std::string error;    // empty if every folder is in the index
+  double milliseconds = 0;
+};
+
+// Builds all drives at once into the engine. `showProgress` keeps a line on standard error while that goes on.
+IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress);
+
+}  // namespace quilmark

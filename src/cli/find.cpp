@@ -1,0 +1,182 @@
+#include "cli/find.h"
+
+#include <chrono>
+#include <cinttypes>
+#include <cstdio>
+#include <shared_mutex>
+
+#include "cli/drive_plan.h"
+#include "cli/exit_code.h"
+#include "cli/hit_writer.h"
+#include "index/search_engine.h"
+#include "platform/background.h"
+#include "platform/console.h"
+#include "platform/text.h"
+#include "platform/utf.h"
+#include "search/search_pipeline.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint64_t kInteractiveLimit = 10;
+constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while a search runs
+
+int Complain(const std::string& what) {
+  std::fprintf(stderr, "quilmark: %s\n", what.c_str());
+  return kExitError;
+}
+
+struct Answer {
+  std::shared_ptr<const ResultSet> results;  // null if interrupted
+  double milliseconds = 0;
+};
+
+// Runs one query through the pipeline, as the window does, and waits for the final set.
+Answer Ask(PostQueue& queue, const std::u16string& text) {
+  const auto start = std::chrono::steady_clock::now();
+  std::u16string trimmed = text;
+  TrimQuery(trimmed);
+  if (trimmed.empty()) {
+    RefreshSearchResultsAfterIndexUpdate();  // no text: everything
+  } else {
+    DoSearchAsync(trimmed, false, false);
+  }
+  while (!ShutdownRequested) {
+    const auto message = queue.Take(kPollMs);
+    if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration) continue;
+    if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
+    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+    return {HeldResults(), took.count()};
+  }
+  return {};
+}
+
+struct IndexFigures {
+  uint64_t files = 0, folders = 0, bytes = 0;
+};
+
+IndexFigures CountIndex() {
+  IndexFigures figures;
+  for (const VolumeIndex* const volume : CopyVolumes(Engine())) {
+    const std::shared_lock lock(volume->indexLock);
+    for (uint32_t i = 0; i < volume->records.size(); ++i) {
+      ++(volume->records[i].isDirectory ? figures.folders : figures.files);
+    }
+    figures.bytes += MemoryOf(*volume);
+  }
+  return figures;
+}
+
+void PrintIndexStats(double milliseconds) {
+  const IndexFigures figures = CountIndex();
+  const uint64_t records = figures.files + figures.folders;
+  std::fprintf(stderr, "%" PRIu64 " files, %" PRIu64 " folders in %.0f ms, %.0f bytes a record\n", figures.files,
+               figures.folders, milliseconds, static_cast<double>(figures.bytes) / static_cast<double>(records));
+}
+
+// Sets scopeIndex; what is wrong with the text, else empty. The volumes stand in the engine already.
+std::string ApplyScope(const std::string& scope) {
+  if (scope == "all") return {};
+  if (scope == "desktop") {
+    scopeIndex = kScopeDesktop;
+    return {};
+  }
+  const auto volumes = CopyVolumes(Engine());
+  for (size_t i = 0; i < volumes.size(); ++i) {
+    if (FoldText(volumes[i]->drive) == FoldText(FromUtf8(scope))) {
+      scopeIndex = kScopeFirstVolume + static_cast<int>(i);
+      return {};
+    }
+  }
+  return "--scope takes all, desktop, or an indexed drive such as C:, not '" + scope + "'";
+}
+
+bool IsContentQuery(const std::string& query) {
+  std::u16string text = FromUtf8(query);
+  TrimQuery(text);
+  return ParseContentQuery(text, {}).Active;
+}
+
+int FindOnce(PostQueue& queue, const FindOptions& options) {
+  const Answer answer = Ask(queue, FromHostBytes(options.query));
+  if (answer.results == nullptr) return kExitInterrupted;
+  const ResultSet& results = *answer.results;
+  if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
+  if (options.count) {
+    std::printf("%zu\n", results.size());
+  } else {
+    WriteHits(results, options.limit, {options.json, options.drivePaths}, stdout);
+  }
+  if (ShutdownRequested) return kExitInterrupted;
+  return results.empty() ? kExitNothing : kExitFound;
+}
+
+// A line of standard input without its end; false at the end of the input.
+bool ReadLine(std::string& line) {
+  line.clear();
+  for (int unit = std::getchar(); unit != EOF; unit = std::getchar()) {
+    if (unit == '\n') return true;
+    line.push_back(static_cast<char>(unit));
+  }
+  return !line.empty();
+}
+
+int FindInteractively(PostQueue& queue, const FindOptions& options) {
+  int exitCode = kExitNothing;
+  std::string line;
+  const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout);
+  for (;;) {
+    if (isPrompted) {
+      std::fputs("> ", stdout);
+      std::fflush(stdout);
+    }
+    if (!ReadLine(line) || ShutdownRequested) break;
+    if (IsContentQuery(line)) {
+      std::puts("content search is not available here");
+      continue;
+    }
+    const Answer answer = Ask(queue, FromHostBytes(line));
+    if (answer.results == nullptr) break;
+    if (!isPrompted) std::printf("> %s\n", line.c_str());
+    const uint64_t limit = options.limit.value_or(kInteractiveLimit);
+    if (!WriteHits(*answer.results, limit, {.drivePaths = options.drivePaths}, stdout)) break;
+    std::printf("%zu hits, %.3f ms\n", answer.results->size(), answer.milliseconds);
+    std::fflush(stdout);
+    if (!answer.results->empty()) exitCode = kExitFound;
+  }
+  return ShutdownRequested ? kExitInterrupted : exitCode;
+}
+
+int IndexAndAnswer(const FindOptions& options) {
+  const DrivePlan plan = PlanDrives(options);
+  if (!plan.error.empty()) return Complain(plan.error);
+  if (const std::string error = MapPlannedDrives(plan.drives); !error.empty()) return Complain(error);
+  const IndexOutcome indexed = IndexDrives(plan.drives, IsTerminal(stderr));
+  if (ShutdownRequested) return kExitInterrupted;
+  if (!indexed.error.empty()) return Complain(indexed.error);
+  if (options.stats) PrintIndexStats(indexed.milliseconds);
+  if (const std::string error = ApplyScope(options.scope); !error.empty()) return Complain(error);
+
+  initialSearchEnabled = options.initials;
+  PostQueue queue;
+  searchHooks.window = queue.Target();
+  const int exitCode = options.interactive ? FindInteractively(queue, options) : FindOnce(queue, options);
+  ++searchGeneration;  // whatever still runs is stale
+  return exitCode;
+}
+
+}  // namespace
+
+int RunFind(const FindOptions& options) {
+  if (!options.interactive && IsContentQuery(options.query)) {
+    return Complain("content search (s:...) is not available in find");
+  }
+  OnInterrupt([] { ShutdownRequested = true; });
+  const int exitCode = IndexAndAnswer(options);
+  ShutdownRequested = true;
+  WaitForBackgroundJobs(1'000);
+  return exitCode;
+}
+
+}  // namespace quilmark

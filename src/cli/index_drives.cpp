@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <thread>
+
+#include "cli/drive_plan.h"
+#include "index/directory_walk.h"
+#include "index/search_engine.h"
+#include "platform/clock.h"
+#include "platform/drives.h"
+#include "platform/format.h"
+#include "platform/utf.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kProgressMs = 100;
+
+struct Build {
+  const PlannedDrive& planned;
+  std::unique_ptr<VolumeIndex> volume = std::make_unique<VolumeIndex>();
+  bool found = false;
+};
+
+void RunBuild(Build& build) {
+  const auto info = ReadVolumeInfo(build.planned.letter);
+  if (!info) return;
+  const std::u16string drive = {build.planned.letter, u':'};
+  build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem);
+}
+
+// "Indexing C: 120,000  D: 5,000"
+std::string ProgressLine(const std::vector<Build>& builds) {
+  std::string line = "\rIndexing";
+  for (const Build& build : builds) {
+    const uint64_t records = build.volume->nextSyntheticFrn - kFirstSyntheticFrn;
+    line += " " + ToUtf8(std::u16string(1, build.planned.letter)) + ": " + std::to_string(records);
+  }
+  return line;
+}
+
+// Until all builds have ended.
+void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& ended) {
+  for (uint32_t waited = 0; ended < builds.size(); waited += 10) {
+    if (waited % kProgressMs == 0 && waited != 0) std::fputs(ProgressLine(builds).c_str(), stderr);
+    SleepMs(10);
+  }
+  std::fputs("\r\033[K", stderr);
+}
+
+}  // namespace
+
+IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress) {
+  const uint64_t start = TickMs();
+  std::vector<Build> builds;
+  builds.reserve(drives.size());
+  for (const PlannedDrive& drive : drives) builds.push_back({.planned = drive});
+
+  std::atomic<size_t> ended = 0;
+  std::vector<std::thread> threads;
+  for (Build& build : builds) {
+    threads.emplace_back([&build, &ended] {
+      RunBuild(build);
+      ++ended;
+    });
+  }
+  if (showProgress) ShowProgress(builds, ended);
+  for (std::thread& thread : threads) thread.join();
+
+  IndexOutcome outcome{.milliseconds = static_cast<double>(TickMs() - start)};
+  for (Build& build : builds) {
+    if (build.found) {
+      AddVolume(Engine(), std::move(build.volume));
+    } else if (!build.planned.typed.empty() && !ShutdownRequested) {
+      outcome.error = "'" + build.planned.typed + "' has no entries";  // gone since it was looked at
+    }
+  }
+  if (outcome.error.empty() && !Engine().ready && !ShutdownRequested) outcome.error = "no drive can be read";
+  return outcome;
+}
+
+}  // namespace quilmark

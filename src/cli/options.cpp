@@ -1,0 +1,91 @@
+#include "cli/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cli/completion.h"
+#include "cli/exit_code.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr const char* kExamples = R"(
+Each PATH becomes a drive letter, from C: on; without one Windows takes its own drives.
+
+  quilmark find report ~/Documents            names that hold "report"
+  quilmark find 'budget and 2024 or invoice' /srv/a /srv/b
+  quilmark find --count '.so' /usr            only the number of hits
+  quilmark find --json --limit 10 readme /usr | jq .path
+  quilmark find --drive D=/srv/data --scope D: photo
+  quilmark find --interactive /usr            index once, then a query a line
+
+A query is a list of texts joined by "and" and "or"; "quotes" keep such a word as it is, \ takes the next
+character as it is. The path of a folder lists what is in it.
+Exit code: 0 something was found, 1 nothing, 2 an error, 130 interrupted.)";
+
+struct Parsed {
+  FindOptions find;
+  std::vector<std::string> positionals;
+  std::string completion;
+};
+
+void Describe(CLI::App& app, CLI::App& find, Parsed& parsed) {
+  app.set_version_flag("--version", std::string("quilmark ") + QUILMARK_VERSION);
+  app.add_option("--completion", parsed.completion, "Print the completion script of a shell: bash")
+      ->check(CLI::IsMember({"bash"}));
+  app.footer("quilmark find --help tells more.");
+
+  FindOptions& options = parsed.find;
+  find.add_option("QUERY, PATH", parsed.positionals, "The query, then the folders to search");
+  find.add_option("--drive", options.drives, "Give drive letter X to a folder (X=PATH)")->expected(1)->take_all();
+  find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
+  find.add_option("--limit", options.limit, "Print no more than this many hits");
+  find.add_flag("--initials", options.initials, "Match Chinese names by the initials of their readings too");
+  find.add_flag("--count", options.count, "Print the number of hits and nothing else");
+  find.add_flag("--json", options.json, "Print a JSON object a line: path, dir");
+  find.add_flag("--drive-paths", options.drivePaths, "Print C:\\... instead of the host's own paths");
+  find.add_flag("--stats", options.stats, "Print figures of the index and of the search on standard error");
+  find.add_flag("--interactive", options.interactive, "Read a query a line from standard input");
+  find.footer(kExamples);
+}
+
+CommandLine Refuse(const std::string& why) { return {.text = "quilmark: " + why + "\n", .exitCode = kExitError}; }
+
+// The first positional is the query, unless queries come from standard input.
+CommandLine TakePositionals(Parsed parsed) {
+  FindOptions& options = parsed.find;
+  auto& positionals = parsed.positionals;
+  if (!options.interactive) {
+    if (positionals.empty()) return Refuse("no query; see quilmark find --help");
+    options.query = positionals.front();
+    positionals.erase(positionals.begin());
+  } else if (options.count || options.json) {
+    return Refuse("--interactive prints for a reader: it goes with neither --count nor --json");
+  }
+  options.paths = std::move(positionals);
+  return {.find = std::move(options)};
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(std::vector<std::string> arguments) {
+  Parsed parsed;
+  CLI::App app("Finds files and folders by a part of their names.", "quilmark");
+  CLI::App& find = *app.add_subcommand("find", "Index folders and answer a query");
+  Describe(app, find, parsed);
+  try {
+    std::reverse(arguments.begin(), arguments.end());  // what this form of parse expects
+    app.parse(std::move(arguments));
+  } catch (const CLI::CallForHelp&) {
+    return {.text = app.help()};
+  } catch (const CLI::CallForVersion&) {
+    return {.text = app.version() + "\n"};
+  } catch (const CLI::ParseError& error) {
+    return Refuse(error.what());
+  }
+  if (!parsed.completion.empty()) return {.text = BashCompletion()};
+  if (!find.parsed()) return Refuse("no command; see quilmark --help");
+  return TakePositionals(std::move(parsed));
+}
+
+}  // namespace quilmark

@@ -1,0 +1,24 @@
+#include "platform/console.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+namespace quilmark {
+
+static void (*interruptHandler)() = nullptr;
+
+bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) == 1; }
+
+void PrepareConsole() { signal(SIGPIPE, SIG_IGN); }
+
+void OnInterrupt(void (*interrupt)()) {
+  interruptHandler = interrupt;
+  struct sigaction action = {};
+  action.sa_handler = [](int) { interruptHandler(); };
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // no restart: a read of standard input ends
+  sigaction(SIGINT, &action, nullptr);
+}
+
+bool HasSystemDrives() { return false; }
+
+}  // namespace quilmark
