@@ -1,0 +1,29 @@
+// hotkey.ini: the two global hotkeys.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quilmark {
+
+// Modifier bits of RegisterHotKey (Alt 1, Ctrl 2, Shift 4, Win 8) and virtual key codes.
+struct HotkeyConfig {
+  uint32_t showModifiers = 1;  // shows and hides the window: Alt+Z
+  uint32_t showKey = 90;
+  uint32_t foregroundModifiers = 6;  // shows the foreground program's file: Ctrl+Shift+O
+  uint32_t foregroundKey = 79;
+
+  bool operator==(const HotkeyConfig&) const = default;
+};
+
+// The hotkeys of a file's text; a key that is missing keeps its default.
+HotkeyConfig ReadHotkeys(std::u16string_view text);
+std::u16string HotkeysText(const HotkeyConfig& hotkeys);
+
+// From and to the file in the configuration directory. Without a file the defaults; a failed save is
+// ignored.
+HotkeyConfig LoadHotkeys();
+void SaveHotkeys(const HotkeyConfig& hotkeys);
+
+}  // namespace quilmark
