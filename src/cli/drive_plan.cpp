@@ -25,7 +25,8 @@ bool SplitDrive(const std::string& text, PlannedDrive& drive) {
 }
 
 bool IsTaken(const std::vector<PlannedDrive>& drives, char16_t letter) {
-  return std::any_of(drives.begin(), drives.end(), [&](const PlannedDrive& drive) { return drive.letter == letter; });
+  return std::any_of(drives.begin(), drives.end(),
+                     [&](const PlannedDrive& drive) { return drive.letter == letter; });
 }
 
 // The first letter from C: on that is free; 0 if none is.
@@ -51,7 +52,8 @@ DrivePlan PlanDrives(const FindOptions& options) {
   for (const std::string& text : options.drives) {
     PlannedDrive drive;
     if (!SplitDrive(text, drive)) return Refuse("--drive takes X=PATH, not '" + text + "'");
-    if (IsTaken(plan.drives, drive.letter)) return Refuse("drive " + text.substr(0, 1) + ": is given twice");
+    if (IsTaken(plan.drives, drive.letter))
+      return Refuse("drive " + text.substr(0, 1) + ": is given twice");
     plan.drives.push_back(std::move(drive));
   }
   for (const std::string& path : options.paths) {

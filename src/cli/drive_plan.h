@@ -14,8 +14,8 @@ struct PlannedDrive {
   std::string typed;  // the folder as the user named it; empty for a drive of the system
 };
 
-// The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ... The error
-// is empty if all is well.
+// The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ...
+// The error is empty if all is well.
 struct DrivePlan {
   std::vector<PlannedDrive> drives;
   std::string error;
@@ -26,11 +26,12 @@ DrivePlan PlanDrives(const FindOptions& options);
 std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives);
 
 struct IndexOutcome {
-  std::string error;    // empty if every folder is in the index
+  std::string error;  // empty if every folder is in the index
   double milliseconds = 0;
 };
 
-// Builds all drives at once into the engine. `showProgress` keeps a line on standard error while that goes on.
+// Builds all drives at once into the engine. `showProgress` keeps a line on standard error while that
+// goes on.
 IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress);
 
 }  // namespace quilmark

@@ -44,7 +44,8 @@ Answer Ask(PostQueue& queue, const std::u16string& text) {
   }
   while (!ShutdownRequested) {
     const auto message = queue.Take(kPollMs);
-    if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration) continue;
+    if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration)
+      continue;
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
     return {HeldResults(), took.count()};
@@ -71,8 +72,9 @@ IndexFigures CountIndex() {
 void PrintIndexStats(double milliseconds) {
   const IndexFigures figures = CountIndex();
   const uint64_t records = figures.files + figures.folders;
-  std::fprintf(stderr, "%" PRIu64 " files, %" PRIu64 " folders in %.0f ms, %.0f bytes a record\n", figures.files,
-               figures.folders, milliseconds, static_cast<double>(figures.bytes) / static_cast<double>(records));
+  std::fprintf(stderr, "%" PRIu64 " files, %" PRIu64 " folders in %.0f ms, %.0f bytes a record\n",
+               figures.files, figures.folders, milliseconds,
+               static_cast<double>(figures.bytes) / static_cast<double>(records));
 }
 
 // Sets scopeIndex; what is wrong with the text, else empty. The volumes stand in the engine already.
@@ -161,7 +163,8 @@ int IndexAndAnswer(const FindOptions& options) {
   initialSearchEnabled = options.initials;
   PostQueue queue;
   searchHooks.window = queue.Target();
-  const int exitCode = options.interactive ? FindInteractively(queue, options) : FindOnce(queue, options);
+  const int exitCode =
+      options.interactive ? FindInteractively(queue, options) : FindOnce(queue, options);
   ++searchGeneration;  // whatever still runs is stale
   return exitCode;
 }

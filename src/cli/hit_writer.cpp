@@ -30,8 +30,10 @@ std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat form
   return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format, std::FILE* stream) {
-  const size_t count = static_cast<size_t>(std::min<uint64_t>(results.size(), limit.value_or(results.size())));
+bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
+               std::FILE* stream) {
+  const size_t count =
+      static_cast<size_t>(std::min<uint64_t>(results.size(), limit.value_or(results.size())));
   std::string block;
   std::u16string path;
   for (size_t i = 0; i < count;) {

@@ -16,7 +16,8 @@ struct HitFormat {
 };
 
 // Writes the first `limit` hits to `stream`, a line each. False if the reader of the stream went away.
-bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format, std::FILE* stream);
+bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
+               std::FILE* stream);
 
 // One line without its end. `path` is a path of the index.
 std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format);

@@ -76,7 +76,8 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
       outcome.error = "'" + build.planned.typed + "' has no entries";  // gone since it was looked at
     }
   }
-  if (outcome.error.empty() && !Engine().ready && !ShutdownRequested) outcome.error = "no drive can be read";
+  if (outcome.error.empty() && !Engine().ready && !ShutdownRequested)
+    outcome.error = "no drive can be read";
   return outcome;
 }
 

@@ -36,20 +36,26 @@ void Describe(CLI::App& app, CLI::App& find, Parsed& parsed) {
   app.footer("quilmark find --help tells more.");
 
   FindOptions& options = parsed.find;
-  find.add_option("QUERY, PATH", parsed.positionals, "The query, then the folders to search");
-  find.add_option("--drive", options.drives, "Give drive letter X to a folder (X=PATH)")->expected(1)->take_all();
+  find.add_option("QUERY_AND_PATHS", parsed.positionals, "The query, then the folders to search");
+  find.add_option("--drive", options.drives, "Give drive letter X to a folder (X=PATH)")
+      ->expected(1)
+      ->take_all();
   find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
   find.add_option("--limit", options.limit, "Print no more than this many hits");
-  find.add_flag("--initials", options.initials, "Match Chinese names by the initials of their readings too");
+  find.add_flag("--initials", options.initials,
+                "Match Chinese names by the initials of their readings too");
   find.add_flag("--count", options.count, "Print the number of hits and nothing else");
   find.add_flag("--json", options.json, "Print a JSON object a line: path, dir");
   find.add_flag("--drive-paths", options.drivePaths, "Print C:\\... instead of the host's own paths");
-  find.add_flag("--stats", options.stats, "Print figures of the index and of the search on standard error");
+  find.add_flag("--stats", options.stats,
+                "Print figures of the index and of the search on standard error");
   find.add_flag("--interactive", options.interactive, "Read a query a line from standard input");
   find.footer(kExamples);
 }
 
-CommandLine Refuse(const std::string& why) { return {.text = "quilmark: " + why + "\n", .exitCode = kExitError}; }
+CommandLine Refuse(const std::string& why) {
+  return {.text = "quilmark: " + why + "\n", .exitCode = kExitError};
+}
 
 // The first positional is the query, unless queries come from standard input.
 CommandLine TakePositionals(Parsed parsed) {

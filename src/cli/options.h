@@ -9,11 +9,11 @@
 namespace quilmark {
 
 struct FindOptions {
-  std::string query;               // empty where interactive
-  std::vector<std::string> paths;  // each becomes a drive, from C: on
+  std::string query;                // empty where interactive
+  std::vector<std::string> paths;   // each becomes a drive, from C: on
   std::vector<std::string> drives;  // "X=PATH"
-  std::string scope = "all";       // all, desktop, or a drive "X:"
-  std::optional<uint64_t> limit;   // hits printed; empty: all
+  std::string scope = "all";        // all, desktop, or a drive "X:"
+  std::optional<uint64_t> limit;    // hits printed; empty: all
   bool initials = false;
   bool count = false;
   bool json = false;

@@ -40,6 +40,9 @@ struct FolderListing {
 // link of Windows is a directory.
 bool ListFolder(std::u16string_view path, FolderListing& listing);
 
+// A file or folder of that name, or a link whose target is gone.
+bool IsExistingPath(std::u16string_view path);
+
 // Follows links.
 bool IsExistingFolder(std::u16string_view path);
 

@@ -53,6 +53,12 @@ std::string CurrentFolder() {
 
 }  // namespace
 
+bool IsExistingPath(std::u16string_view path) {
+  const PathEnd end = EndOfPath(HostBytesOf(path));
+  struct stat status;
+  return fstatat(end.folder, end.name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
 bool IsExistingFolder(std::u16string_view path) {
   const PathEnd end = EndOfPath(HostBytesOf(path));
   struct stat status;
