@@ -16,8 +16,8 @@ TEST(Options, FirstTextIsTheQueryAndTheRestAreFolders) {
 
 TEST(Options, OptionsMayStandAnywhere) {
   const CommandLine command =
-      ParseCommandLine({"find", "--json", "q", "--limit", "5", "/usr", "--drive", "D=/srv", "--drive", "E=/opt",
-                        "--scope", "D:", "--initials", "--drive-paths", "--stats"});
+      ParseCommandLine({"find", "--json", "q", "--limit", "5", "/usr", "--drive", "D=/srv", "--drive",
+                        "E=/opt", "--scope", "D:", "--initials", "--drive-paths", "--stats"});
   ASSERT_TRUE(command.find.has_value());
   EXPECT_TRUE(command.find->json);
   EXPECT_TRUE(command.find->initials);
@@ -70,8 +70,8 @@ TEST(Options, HelpAndVersionAreNoErrors) {
 TEST(Options, CompletionNamesEveryOption) {
   const CommandLine command = ParseCommandLine({"--completion", "bash"});
   EXPECT_EQ(command.exitCode, 0);
-  for (const char* const option : {"--drive", "--scope", "--limit", "--initials", "--count", "--json", "--drive-paths",
-                                   "--stats", "--interactive"}) {
+  for (const char* const option : {"--drive", "--scope", "--limit", "--initials", "--count", "--json",
+                                   "--drive-paths", "--stats", "--interactive"}) {
     EXPECT_NE(command.text.find(option), std::string::npos) << option;
   }
 }

@@ -1,0 +1,49 @@
+#include "cli/drive_plan.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/console.h"
+
+namespace quilmark {
+namespace {
+
+std::string Letters(const DrivePlan& plan) {
+  std::string letters;
+  for (const PlannedDrive& drive : plan.drives) letters.push_back(static_cast<char>(drive.letter));
+  return letters;
+}
+
+TEST(DrivePlan, FoldersGetLettersFromCOn) {
+  const DrivePlan plan = PlanDrives({.paths = {"/a", "/b"}});
+  EXPECT_EQ(plan.error, "");
+  EXPECT_EQ(Letters(plan), "CD");
+  EXPECT_EQ(plan.drives[1].typed, "/b");
+}
+
+TEST(DrivePlan, LettersGivenByHandAreLeftOutOfTheRow) {
+  const DrivePlan plan = PlanDrives({.paths = {"/a", "/b"}, .drives = {"d=/x", "C=/y"}});
+  EXPECT_EQ(Letters(plan), "DCEF");
+  EXPECT_EQ(plan.drives[0].typed, "/x");
+}
+
+TEST(DrivePlan, MalformedDriveIsAnError) {
+  for (const char* const text : {"D", "D=", "=/x", "1=/x", "DD=/x", "D:/x", ""}) {
+    EXPECT_NE(PlanDrives({.drives = {text}}).error, "") << text;
+  }
+}
+
+TEST(DrivePlan, LetterGivenTwiceIsAnError) {
+  EXPECT_NE(PlanDrives({.drives = {"D=/x", "d=/y"}}).error.find("twice"), std::string::npos);
+}
+
+TEST(DrivePlan, MoreFoldersThanLettersIsAnError) {
+  EXPECT_EQ(PlanDrives({.paths = std::vector<std::string>(24, "/a")}).error, "");
+  EXPECT_NE(PlanDrives({.paths = std::vector<std::string>(25, "/a")}).error, "");
+}
+
+TEST(DrivePlan, NoFolderIsAnErrorWhereTheSystemHasNoDrives) {
+  EXPECT_EQ(PlanDrives({}).error.empty(), HasSystemDrives());
+}
+
+}  // namespace
+}  // namespace quilmark
