@@ -1,5 +1,6 @@
 #include "cli/find.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cinttypes>
 #include <cstdio>
@@ -94,14 +95,21 @@ std::string ApplyScope(const std::string& scope) {
   return "--scope takes all, desktop, or an indexed drive such as C:, not '" + scope + "'";
 }
 
+// A query may hold the bytes of a name that is no UTF-8; its backslashes are those of the query language.
+std::u16string QueryText(const std::string& typed) {
+  std::u16string text = FromHostBytes(typed);
+  std::replace(text.begin(), text.end(), kNameBackslash, u'\\');
+  return text;
+}
+
 bool IsContentQuery(const std::string& query) {
-  std::u16string text = FromUtf8(query);
+  std::u16string text = QueryText(query);
   TrimQuery(text);
   return ParseContentQuery(text, {}).Active;
 }
 
 int FindOnce(PostQueue& queue, const FindOptions& options) {
-  const Answer answer = Ask(queue, FromHostBytes(options.query));
+  const Answer answer = Ask(queue, QueryText(options.query));
   if (answer.results == nullptr) return kExitInterrupted;
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
@@ -138,7 +146,7 @@ int FindInteractively(PostQueue& queue, const FindOptions& options) {
       std::puts("content search is not available here");
       continue;
     }
-    const Answer answer = Ask(queue, FromHostBytes(line));
+    const Answer answer = Ask(queue, QueryText(line));
     if (answer.results == nullptr) break;
     if (!isPrompted) std::printf("> %s\n", line.c_str());
     const uint64_t limit = options.limit.value_or(kInteractiveLimit);

@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "cli/completion.h"
 #include "cli/exit_code.h"
@@ -38,10 +39,10 @@ void Describe(CLI::App& app, CLI::App& find, Parsed& parsed) {
   FindOptions& options = parsed.find;
   find.add_option("QUERY_AND_PATHS", parsed.positionals, "The query, then the folders to search");
   find.add_option("--drive", options.drives, "Give drive letter X to a folder (X=PATH)")
-      ->expected(1)
-      ->take_all();
+      ->allow_extra_args(false);
   find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
-  find.add_option("--limit", options.limit, "Print no more than this many hits");
+  find.add_option("--limit", options.limit, "Print no more than this many hits")
+      ->check(CLI::NonNegativeNumber);
   find.add_flag("--initials", options.initials,
                 "Match Chinese names by the initials of their readings too");
   find.add_flag("--count", options.count, "Print the number of hits and nothing else");
