@@ -112,7 +112,7 @@ void Memory(benchmark::State& state) {
 void RegisterAll() {
   benchmark::RegisterBenchmark("read_of_pool", ReadOfPool)->Unit(benchmark::kMillisecond);
   for (const char* query : {"龘", "q", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx",
-                            "report and docx", "bg", "*"}) {
+                            "report and docx", "bg", "*", "qz", "\"\""}) {
     benchmark::RegisterBenchmark((std::string("search/") + query).c_str(), Search, query)
         ->Unit(benchmark::kMillisecond);
   }

@@ -149,7 +149,7 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanLong(const Needle& need
 // Hits of a stretch of steps, a bit for each part (a name or its folded copy) that begins or goes on in
 // it.
 struct PartHits {
-  static constexpr size_t kSteps = 64;
+  static constexpr size_t kSteps = 192;  // most granules of a scan in one stretch
   std::array<uint64_t, kSteps + 2> words;
 
   void Add(uint64_t bits, size_t firstPart) {
@@ -173,8 +173,8 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) inline void AddTextHits(const Pa
 }
 
 // Needles of one and two units are all anchors, so that no candidate needs a second look, and hits can
-// be many: no branch depends on them. From the start of each part a carry runs up to the part's first
-// candidate or its end; whether it stopped at a candidate is the answer for that part.
+// be many: hardly a branch depends on them. From the start of each part a carry runs up to the part's
+// first candidate or its end; whether it stopped at a candidate is the answer for that part.
 __attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& needle,
                                                                const char16_t* begin,
                                                                const char16_t* end, uint64_t* hits,
@@ -182,18 +182,23 @@ __attribute__((target("avx2,bmi,bmi2,popcnt"))) void ScanShort(const Needle& nee
   const Anchors anchors = MakeAnchors(needle);
   size_t part = 0;  // of the stretch
   for (const char16_t* at = begin; at < end;) {
-    PartHits parts{};
+    PartHits parts;  // cleared when the first hit comes
+    bool found = false;
     const bool inSecondPart = part % 2 != 0;
     part = inSecondPart ? 1 : 0;
     const char16_t* const stretchEnd = std::min(end, at + 64 * (PartHits::kSteps - 1));
     for (; at < stretchEnd; at += 64) {
       const Step step = TakeStep(anchors, at, static_cast<size_t>(end - at));
-      const uint64_t open = ~(step.anchors | step.ends);
-      const uint64_t stops = (open + (step.ends << 1 | 1)) & ~open;
-      parts.Add(_pext_u64(step.anchors, stops), part);
+      if (step.anchors != 0) {  // a rare unit: most steps have none
+        const uint64_t open = ~(step.anchors | step.ends);
+        const uint64_t stops = (open + (step.ends << 1 | 1)) & ~open;
+        if (!found) parts.words = {};
+        found = true;
+        parts.Add(_pext_u64(step.anchors, stops), part);
+      }
       part += static_cast<size_t>(__builtin_popcountll(step.ends));
     }
-    AddTextHits(parts, part + 1, hits, firstBit);
+    if (found) AddTextHits(parts, part + 1, hits, firstBit);
     firstBit += part / 2;
   }
 }

@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "index/search_engine.h"
+#include "platform/drives.h"
+#include "support/scratch_folder.h"
 
 namespace quilmark {
 namespace {
@@ -145,12 +149,58 @@ TEST_P(DirectoryWalk, WideTreeIsTheSameForAnyNumberOfThreads) {
   EXPECT_EQ(FindBrokenInvariant(volume), "");
 }
 
+// One folder with 200,000 files.
+bool ListCrowded(std::u16string_view, FolderListing& listing) {
+  listing.Clear();
+  for (int i = 0; i < 200'000; ++i) AppendTo(listing, u"file", false);
+  return true;
+}
+
+TEST_P(DirectoryWalk, FolderWithTwoHundredThousandEntries) {
+  ASSERT_TRUE(Build(ListCrowded));
+  EXPECT_EQ(volume.records.size(), 200'000u);
+  EXPECT_EQ(BuildPath(volume, 199'999), u"D:\\file");
+}
+
 TEST_P(DirectoryWalk, ShutdownEndsTheWalk) {
   ShutdownRequested = true;
   EXPECT_FALSE(Build(ListWide));
   ShutdownRequested = false;
   EXPECT_TRUE(volume.records.empty());
   EXPECT_FALSE(volume.busy);
+}
+
+// --- a real folder
+// ---------------------------------------------------------------------------------------------
+
+TEST(DirectoryWalkOnDisk, FolderThreeHundredLevelsDeepIsCutAndFreed) {
+  const ScratchFolder folder;
+  std::filesystem::path path = folder.HostPath();
+  for (int level = 0; level < 300; ++level) path /= "d";
+  std::filesystem::create_directories(path);
+  ASSERT_TRUE(MapDrive(u'D', folder.Path()));
+  VolumeIndex volume;
+  EXPECT_TRUE(BuildWalkVolume(volume, u"D:", u"test"));
+  UnmapDrive(u'D');
+  EXPECT_EQ(volume.records.size(), 129u);
+  EXPECT_EQ(BuildPath(volume, 2), u"D:\\d\\d\\d");
+}
+
+TEST(DirectoryWalkOnDisk, EveryNameOfARealFolderIsFound) {
+  const ScratchFolder folder;
+  for (const char* const name : {"a/b/c.txt", "a/d.txt", "e.txt"}) {
+    std::filesystem::create_directories((folder.HostPath() / name).parent_path());
+    std::ofstream file(folder.HostPath() / name);
+    ASSERT_TRUE(file.good());
+  }
+  ASSERT_TRUE(MapDrive(u'D', folder.Path()));
+  VolumeIndex volume;
+  EXPECT_TRUE(BuildWalkVolume(volume, u"D:", u"test"));
+  UnmapDrive(u'D');
+  std::vector<std::u16string> paths = PathsOf(volume);
+  std::sort(paths.begin(), paths.end());
+  EXPECT_EQ(paths, (std::vector<std::u16string>{u"D:\\a", u"D:\\a\\b", u"D:\\a\\b\\c.txt",
+                                                u"D:\\a\\d.txt", u"D:\\e.txt"}));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace quilmark {
 namespace {
@@ -119,20 +120,41 @@ TEST(FormatText, PrintsACharacterByItsNumber) {
   EXPECT_EQ(FormatText(u"%3c|%-3c|", u'x', u'x'), u"  x|x  |");
 }
 
-TEST(FormatText, PrintsIntegersAsTheCLibraryDoes) {
-  for (const char* flags : {"", "-", "0", "+", " ", "#", "-0", "+ ", "0+", "-#", "0#", "-+ 0#"}) {
+// Every form of a conversion with flags that C defines for it.
+std::vector<std::string> FormsOf(const std::vector<std::string>& flags, const std::string& conversion) {
+  std::vector<std::string> forms;
+  for (const std::string& flag : flags) {
     for (const char* columns : {"", "1", "8", ".0", ".1", ".6", "8.3", "3.8"}) {
-      for (const int value : {0, 1, -1, 255, -4096, std::numeric_limits<int>::max()}) {
-        for (const char conversion : {'d', 'i'}) {
-          const std::string form = std::string("%") + flags + columns + conversion;
-          ASSERT_EQ(FormatText(Wide(form), value), Printed(form, value)) << form << " " << value;
-        }
-        for (const char* conversion : {"llu", "llx", "llX"}) {
-          const std::string form = std::string("%") + flags + columns + conversion;
-          const auto number = static_cast<unsigned long long>(value);
-          ASSERT_EQ(FormatText(Wide(form), value), Printed(form, number)) << form << " " << value;
-        }
+      forms.push_back("%" + flag + columns + conversion);
+    }
+  }
+  return forms;
+}
+
+constexpr int kIntegers[] = {0, 1, -1, 255, -4096, std::numeric_limits<int>::max()};
+
+TEST(FormatText, PrintsSignedNumbersAsTheCLibraryDoes) {
+  for (const char* conversion : {"d", "i"}) {
+    for (const std::string& form :
+         FormsOf({"", "-", "0", "+", " ", "-0", "+ ", "0+", "-+ 0"}, conversion)) {
+      for (const int value : kIntegers) {
+        ASSERT_EQ(FormatText(Wide(form), value), Printed(form, value)) << form << " " << value;
       }
+    }
+  }
+}
+
+TEST(FormatText, PrintsUnsignedNumbersAsTheCLibraryDoes) {
+  std::vector<std::string> forms = FormsOf({"", "-", "0", "-0"}, "llu");
+  for (const char* conversion : {"llx", "llX"}) {
+    for (std::string& form : FormsOf({"", "-", "0", "#", "-#", "0#", "-0#"}, conversion)) {
+      forms.push_back(std::move(form));
+    }
+  }
+  for (const std::string& form : forms) {
+    for (const int value : kIntegers) {
+      const auto number = static_cast<unsigned long long>(value);
+      ASSERT_EQ(FormatText(Wide(form), value), Printed(form, number)) << form << " " << value;
     }
   }
 }

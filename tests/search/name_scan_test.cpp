@@ -43,7 +43,8 @@ void ExpectReference(const VolumeIndex& volume, std::u16string_view text, bool i
   const CompiledQuery query = CompileQuery(PrepareNameGroups(ParseQueryGroups(text)), initialsOn);
   for (const ScanKernelRow& kernel : ScanKernels()) {
     if (kernel.runsHere()) {
-      EXPECT_EQ(Scan(volume, query, kernel), Reference(volume, query)) << kernel.name << ": " << ToUtf8(text);
+      EXPECT_EQ(Scan(volume, query, kernel), Reference(volume, query))
+          << kernel.name << ": " << ToUtf8(text);
     }
   }
 }

@@ -5,9 +5,6 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "platform/background.h"
-#include "platform/drives.h"
-#include "platform/known_folders.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -241,17 +238,6 @@ TEST_F(SearchPipeline, ExceptionInAScanLeavesTheOldListAndPostsNothing) {
   DoSearchAsync(u"s:word", false, false);
   EXPECT_TRUE(harness.IsQuiet());
   EXPECT_EQ(HeldResults(), shown);
-}
-
-TEST_F(SearchPipeline, DesktopScopeWithoutADesktopFindsNothing) {
-  if (DesktopFolder()) return;  // covered by the Desktop tests below where the system names one
-  AddVolumeWith(u"C:", 5, u"x");
-  scopeIndex = kScopeDesktop;
-  EXPECT_EQ(Search(u"x"), Kinds{kFinal});
-  EXPECT_TRUE(HeldResults()->empty());
-  RefreshSearchResultsAfterIndexUpdate();
-  EXPECT_EQ(harness.KindsUntilFinal(), Kinds{kFinal});
-  EXPECT_TRUE(HeldResults()->empty());
 }
 
 TEST_F(SearchPipeline, LongestQueryOfTheBoxIsSearched) {

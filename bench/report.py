@@ -1,0 +1,107 @@
+#!/usr/bin/env python3
+"""Runs the benchmark programs and their peers, and prints one table of ratios for each subject.
+
+usage: report.py WORK [COUNT...]     bench/run.sh builds what this needs. Medians of several runs; only ratios from
+one run count, since machines are shared and noisy.
+"""
+import json
+import os
+import statistics
+import subprocess
+import sys
+import time
+
+BUILD = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build", "linux-release")
+NEEDLES = ["龘", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx"]
+WALK_FILES = 500_000
+
+
+def run_bench(program, env, *options):
+    """Median real time in ms and the counters of each benchmark, by name."""
+    command = [os.path.join(BUILD, program), "--benchmark_format=json", "--benchmark_repetitions=5",
+               "--benchmark_min_time=0.05", "--benchmark_report_aggregates_only=true", *options]
+    out = subprocess.run(command, env={**os.environ, **env}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                         check=True).stdout
+    rows = {}
+    for row in json.loads(out)["benchmarks"]:
+        if row.get("error_occurred"):
+            sys.exit(f"{program}: {row['name']}: {row['error_message']}")
+        if row.get("aggregate_name") == "median":
+            unit = {"ns": 1e-6, "us": 1e-3, "ms": 1, "s": 1e3}[row["time_unit"]]
+            rows[row["run_name"]] = {**row, "ms": row["real_time"] * unit}
+    return rows
+
+
+def time_command(command, runs=5):
+    """Median wall time in ms of a whole process, warm."""
+    times = []
+    for _ in range(runs + 1):
+        with open(os.path.join(WORK, "peer.out"), "wb") as out:
+            start = time.perf_counter()
+            subprocess.run(command, stdout=out, stderr=subprocess.DEVNULL, check=False)
+            times.append((time.perf_counter() - start) * 1e3)
+    return statistics.median(times[1:])
+
+
+def names_folder(count):
+    folder = os.path.join(WORK, f"names-{count}")
+    if not os.path.exists(os.path.join(folder, "paths.txt")):
+        os.makedirs(folder, exist_ok=True)
+        subprocess.run([os.path.join(WORK, "make_names"), str(count), folder], check=True, stderr=subprocess.DEVNULL)
+    database = os.path.join(folder, "plocate.db")
+    if not os.path.exists(database):
+        subprocess.run(["plocate-build", "-l", "no", "-p", os.path.join(folder, "paths.txt"), database],
+                       stderr=subprocess.DEVNULL, check=True)
+    return folder
+
+
+def report_names(count):
+    folder = names_folder(count)
+    rows = run_bench("name_scan_bench", {"QUILMARK_BENCH_DATA": WORK, "QUILMARK_BENCH_NAMES": str(count)})
+    limit = rows["read_of_pool"]["ms"]
+    print(f"\n== name scan, {count:,} names, one thread; AVX2 read of the pool's bytes: {limit:.2f} ms")
+    print(f"{'query':<18}{'hits':>12}{'ms':>10}{'x read':>9}{'plocate':>10}{'x faster':>10}{'rg names':>10}{'x faster':>10}")
+    for name, row in rows.items():
+        kind, _, query = name.partition("/")
+        if kind != "search":
+            continue
+        line = f"{query:<18}{int(row['hits']):>12,}{row['ms']:>10.3f}{row['ms'] / limit:>9.2f}"
+        if query in NEEDLES:
+            plocate = time_command(["plocate", "-d", os.path.join(folder, "plocate.db"), "-b", "-i", "-c", query])
+            rg = time_command(["rg", "-c", "-i", "-F", "--", query, os.path.join(folder, "names.txt")])
+            line += f"{plocate:>10.1f}{plocate / row['ms']:>10.1f}{rg:>10.1f}{rg / row['ms']:>10.1f}"
+        print(line, flush=True)
+    print(f"{'kernel alone':<30}{'ms':>10}{'x read':>9}")
+    for name, row in rows.items():
+        if name.startswith("kernel_"):
+            print(f"{name:<30}{row['ms']:>10.2f}{row['ms'] / limit:>9.2f}")
+    insert, paths, memory = rows["insert_names"], rows["build_paths"], rows["memory"]
+    print(f"insertion {insert['items_per_second'] / 1e6:.2f} M names/s, paths {paths['items_per_second'] / 1e6:.2f} M/s, "
+          f"{memory['bytes_a_record']:.1f} bytes a record at a mean name of {memory['mean_name']:.1f} (goal 140)")
+
+
+def report_walk():
+    tree = os.path.join(WORK, "tree")
+    if not os.path.exists(tree):
+        folder = os.path.join(WORK, f"names-{WALK_FILES}")
+        os.makedirs(folder, exist_ok=True)
+        subprocess.run([os.path.join(WORK, "make_names"), str(WALK_FILES), folder], check=True,
+                       stderr=subprocess.DEVNULL)
+        os.makedirs(tree)
+        subprocess.run([os.path.join(WORK, "make_walk"), os.path.join(folder, "records.tsv"), tree], check=True,
+                       stderr=subprocess.DEVNULL)
+    limits = {threads: time_command([os.path.join(WORK, "walk_limit"), tree, str(threads)]) for threads in (1, 2)}
+    rows = run_bench("walk_bench", {"QUILMARK_BENCH_TREE": tree})
+    fd = time_command(["fdfind", "-uu", "-j2", ".", tree])
+    print(f"\n== walk into the searchable index, warm; fd -uu -j2: {fd:.0f} ms")
+    print(f"{'threads':<9}{'entries':>10}{'ms':>9}{'getdents64':>12}{'x limit':>9}{'x faster than fd':>18}")
+    for threads, limit in limits.items():
+        row = rows[f"walk/{threads}/process_time/real_time"]
+        print(f"{threads:<9}{int(row['records']):>10,}{row['ms']:>9.0f}{limit:>12.0f}{row['ms'] / limit:>9.2f}"
+              f"{fd / row['ms']:>18.2f}")
+
+
+WORK = os.path.abspath(sys.argv[1])
+for size in [int(text) for text in sys.argv[2:]] or [1_000_000, 10_000_000]:
+    report_names(size)
+report_walk()
