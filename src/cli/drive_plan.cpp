@@ -55,6 +55,16 @@ std::vector<PlannedDrive> SystemDrives() {
   return drives;
 }
 
+// What keeps the folder from being searched; empty if nothing does.
+std::string FolderError(const std::string& typed, const std::u16string& root) {
+  if (!IsExistingFolder(root)) {
+    return "'" + typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
+  }
+  FolderListing listing;
+  if (!ListFolder(root, listing)) return "'" + typed + "' cannot be read";
+  return listing.entries.empty() ? "'" + typed + "' has no entries" : std::string();
+}
+
 }  // namespace
 
 DrivePlan PlanDrives(const FindOptions& options) {
@@ -82,16 +92,15 @@ DrivePlan PlanDrives(const FindOptions& options) {
 }
 
 std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives) {
+  std::vector<std::u16string> roots;
   for (const PlannedDrive& drive : drives) {
+    roots.push_back(drive.typed.empty() ? std::u16string() : PathFromHost(drive.typed));
     if (drive.typed.empty()) continue;
-    const std::u16string root = PathFromHost(drive.typed);
-    if (!IsExistingFolder(root)) {
-      return "'" + drive.typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
-    }
-    FolderListing listing;
-    if (!ListFolder(root, listing)) return "'" + drive.typed + "' cannot be read";
-    if (listing.entries.empty()) return "'" + drive.typed + "' has no entries";
-    MapDrive(drive.letter, root);
+    if (std::string error = FolderError(drive.typed, roots.back()); !error.empty()) return error;
+  }
+  // Only now: a mapped letter hides a drive of the system that another folder may lie on.
+  for (size_t i = 0; i < drives.size(); ++i) {
+    if (!roots[i].empty()) MapDrive(drives[i].letter, roots[i]);
   }
   return {};
 }

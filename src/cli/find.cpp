@@ -12,6 +12,7 @@
 #include "index/search_engine.h"
 #include "platform/background.h"
 #include "platform/console.h"
+#include "platform/drives.h"
 #include "platform/text.h"
 #include "platform/utf.h"
 #include "search/search_pipeline.h"
@@ -103,6 +104,15 @@ std::u16string QueryText(const std::string& typed) {
   return text;
 }
 
+// A folder by the host's own path becomes the one on its drive, unless the text names a folder as it is:
+// on Windows the host's "C:" and a mapped one may differ.
+std::u16string ResolveFolderQuery(std::u16string text) {
+  std::u16string folder;
+  if (IsExistingFolderQuery(text, folder)) return text;
+  const auto mapped = MappedPathOf(NormalizePathQuery(text));
+  return mapped && IsExistingFolderQuery(*mapped, folder) ? *mapped : text;
+}
+
 bool IsContentQuery(const std::string& query) {
   std::u16string text = QueryText(query);
   TrimQuery(text);
@@ -110,7 +120,7 @@ bool IsContentQuery(const std::string& query) {
 }
 
 int FindOnce(PostQueue& queue, const FindOptions& options) {
-  const Answer answer = Ask(queue, QueryText(options.query));
+  const Answer answer = Ask(queue, ResolveFolderQuery(QueryText(options.query)));
   if (answer.results == nullptr) return kExitInterrupted;
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
@@ -126,7 +136,7 @@ int FindOnce(PostQueue& queue, const FindOptions& options) {
 WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOptions& options,
                         bool& found) {
   if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
-  const Answer answer = Ask(queue, QueryText(line));
+  const Answer answer = Ask(queue, ResolveFolderQuery(QueryText(line)));
   if (answer.results == nullptr) return WriteOutcome::kStopped;
   const ResultSet& results = *answer.results;
   found = found || !results.empty();
