@@ -15,10 +15,14 @@ constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 DrivePlan Refuse(std::string error) { return {.error = std::move(error)}; }
 
+char UpperLetter(char letter) {
+  return static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter);
+}
+
 // "X=PATH" with a letter of either case.
 bool SplitDrive(const std::string& text, PlannedDrive& drive) {
   if (text.size() < 3 || text[1] != '=') return false;
-  const auto upper = static_cast<char>(text[0] >= 'a' && text[0] <= 'z' ? text[0] - 'a' + 'A' : text[0]);
+  const char upper = UpperLetter(text[0]);
   if (kLetters.find(upper) == kLetters.npos) return false;
   drive = {static_cast<char16_t>(upper), text.substr(2)};
   return true;
@@ -35,6 +39,12 @@ char16_t FreeLetter(const std::vector<PlannedDrive>& drives) {
     if (!IsTaken(drives, letter)) return letter;
   }
   return 0;
+}
+
+bool IsScope(const std::string& text, const std::vector<PlannedDrive>& drives) {
+  if (text == "all" || text == "desktop") return true;
+  return text.size() == 2 && text[1] == ':' &&
+         IsTaken(drives, static_cast<char16_t>(UpperLetter(text[0])));
 }
 
 std::vector<PlannedDrive> SystemDrives() {
@@ -57,12 +67,17 @@ DrivePlan PlanDrives(const FindOptions& options) {
     plan.drives.push_back(std::move(drive));
   }
   for (const std::string& path : options.paths) {
+    if (path.empty()) return Refuse("a folder to search has an empty name");
     const char16_t letter = FreeLetter(plan.drives);
     if (letter == 0) return Refuse("no drive letter is left for '" + path + "'");
     plan.drives.push_back({letter, path});
   }
   if (plan.drives.empty() && HasSystemDrives()) plan.drives = SystemDrives();
   if (plan.drives.empty()) return Refuse("no folder to search; name one, or see quilmark find --help");
+  if (!IsScope(options.scope, plan.drives)) {
+    return Refuse("--scope takes all, desktop, or one of the drives such as C:, not '" + options.scope +
+                  "'");
+  }
   return plan;
 }
 
