@@ -158,5 +158,12 @@ TEST(PathInDesktop, AnEmptyPathOrFolderFails) {
   EXPECT_FALSE(PathInDesktop(u"", u""));
 }
 
+TEST(IsExistingFolderQuery, RelativePathIsNoFolder) {
+  std::u16string path;
+  EXPECT_FALSE(IsExistingFolderQuery(u".", path));
+  EXPECT_FALSE(IsExistingFolderQuery(u"..", path));
+  EXPECT_FALSE(IsExistingFolderQuery(u"C:relative", path));
+}
+
 }  // namespace
 }  // namespace quilmark

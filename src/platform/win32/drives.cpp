@@ -1,0 +1,74 @@
+#include <windows.h>
+
+#include "platform/drive_roots.h"
+#include "platform/text.h"
+#include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr char16_t kMappedFolder[] = u"folder";
+
+// Keeps the system from asking the user for a medium, in this thread.
+class NoMediumPrompt {
+ public:
+  NoMediumPrompt() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &former_); }
+  ~NoMediumPrompt() { SetThreadErrorMode(former_, nullptr); }
+  NoMediumPrompt(const NoMediumPrompt&) = delete;
+  NoMediumPrompt& operator=(const NoMediumPrompt&) = delete;
+
+ private:
+  DWORD former_ = 0;
+};
+
+struct VolumeTexts {
+  wchar_t label[MAX_PATH + 1] = {};
+  wchar_t fileSystem[MAX_PATH + 1] = {};
+  DWORD serial = 0;
+};
+
+// By name, and by a handle where that fails: a volume may be readable through its folders alone.
+bool ReadVolume(const std::u16string& root, VolumeTexts& texts) {
+  if (GetVolumeInformationW(Wide(root), texts.label, MAX_PATH + 1, &texts.serial, nullptr, nullptr,
+                            texts.fileSystem, MAX_PATH + 1)) {
+    return true;
+  }
+  const UniqueFile folder = OpenFolder(root);
+  return folder && GetVolumeInformationByHandleW(folder.Get(), texts.label, MAX_PATH + 1, &texts.serial,
+                                                 nullptr, nullptr, texts.fileSystem, MAX_PATH + 1);
+}
+
+}  // namespace
+
+uint32_t SystemDriveMask() { return GetLogicalDrives(); }
+
+std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
+  const NoMediumPrompt noPrompt;
+  VolumeTexts texts;
+  if (!ReadVolume(std::u16string({letter, u':', u'\\'}), texts)) return std::nullopt;
+  return VolumeInfo{.fileSystem = FromWide(texts.fileSystem),
+                    .label = FromWide(texts.label),
+                    .serial = static_cast<uint32_t>(texts.serial)};
+}
+
+std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
+  const NoMediumPrompt noPrompt;
+  // A root is a path of the system, also where its own letter is mapped.
+  const std::u16string path = (IsDrivePath(root) ? u"\\\\?\\" : u"") + std::u16string(root);
+  const UniqueFile folder = OpenFolder(path);
+  BY_HANDLE_FILE_INFORMATION status;
+  if (!folder || !GetFileInformationByHandle(folder.Get(), &status)) return std::nullopt;
+  if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
+  const uint64_t index = (uint64_t{status.nFileIndexHigh} << 32) | status.nFileIndexLow;
+  return VolumeInfo{.fileSystem = kMappedFolder,
+                    .label = {},
+                    .serial = SerialOfFolder(status.dwVolumeSerialNumber, index)};
+}
+
+bool IsHostPathPrefix(std::u16string_view prefix, std::u16string_view path) {
+  return EqualNoCase(prefix, path.substr(0, prefix.size()));
+}
+
+}  // namespace quilmark

@@ -1,0 +1,30 @@
+// Files opened by a path of files.h.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "platform/win32/unique.h"
+
+namespace quilmark {
+
+struct FileTraits {
+  using Value = HANDLE;
+  static Value Empty() { return INVALID_HANDLE_VALUE; }
+  static void Close(Value file) { CloseHandle(file); }
+};
+using UniqueFile = Unique<FileTraits>;
+
+// `path` with its drive resolved, in the form that has no limit of 260 characters where there is one
+// ("\\?\"). Empty, which no call takes, for a path that holds a NUL.
+std::u16string LongPathOf(std::u16string_view path);
+
+// Sharing everything with others; empty on failure.
+UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags = 0);
+
+// An existing folder, for questions about it.
+UniqueFile OpenFolder(std::u16string_view path);
+
+}  // namespace quilmark

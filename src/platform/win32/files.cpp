@@ -1,0 +1,107 @@
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "platform/drives.h"
+#include "platform/utf.h"
+#include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr size_t kMostAtOnce = 1u << 30;  // a call counts in 32 bits
+constexpr size_t kReadAhead = 64 * 1024;
+
+std::optional<uint64_t> SizeOf(HANDLE file) {
+  LARGE_INTEGER size;
+  if (!GetFileSizeEx(file, &size)) return std::nullopt;
+  return static_cast<uint64_t>(size.QuadPart);
+}
+
+bool WriteAll(HANDLE file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    DWORD written = 0;
+    const auto piece = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+    if (!WriteFile(file, bytes.data(), piece, &written, nullptr) || written == 0) return false;
+    bytes.remove_prefix(written);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool IsExistingPath(std::u16string_view path) {
+  return GetFileAttributesW(Wide(LongPathOf(path))) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsExistingFolder(std::u16string_view path) {
+  const DWORD attributes = GetFileAttributesW(Wide(LongPathOf(path)));
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+    return false;
+  // A link keeps the attribute when its target is gone; opening follows it.
+  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 || OpenFolder(path);
+}
+
+bool MakeFolder(std::u16string_view path) {
+  return CreateDirectoryW(Wide(LongPathOf(path)), nullptr) || IsExistingFolder(path);
+}
+
+std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit) {
+  const UniqueFile file = OpenPath(path, GENERIC_READ, OPEN_EXISTING);
+  if (!file) return std::nullopt;
+  const std::optional<uint64_t> size = SizeOf(file.Get());
+  if (!size || *size > limit) return std::nullopt;
+  std::string bytes(static_cast<size_t>(*size) + 1, '\0');
+  size_t used = 0;
+  for (;;) {
+    DWORD count = 0;
+    const auto piece = static_cast<DWORD>(std::min(bytes.size() - used, kMostAtOnce));
+    if (!ReadFile(file.Get(), bytes.data() + used, piece, &count, nullptr)) return std::nullopt;
+    used += count;
+    if (used > limit) return std::nullopt;
+    if (count == 0) break;
+    if (used == bytes.size()) bytes.resize(used + kReadAhead);  // it grows while it is read
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
+  // Opened and cut instead of made anew, which is refused for a hidden file.
+  const UniqueFile file = OpenPath(path, GENERIC_WRITE, OPEN_ALWAYS);
+  return file && SetEndOfFile(file.Get()) && WriteAll(file.Get(), bytes);
+}
+
+bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes) {
+  const UniqueFile file =
+      OpenPath(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
+  if (!file) return false;
+  const std::optional<uint64_t> size = SizeOf(file.Get());
+  if (!size) return false;
+  if (*size != 0) return WriteAll(file.Get(), bytes);
+  return WriteAll(file.Get(), std::string(firstBytes).append(bytes));
+}
+
+bool RemoveFile(std::u16string_view path) { return DeleteFileW(Wide(LongPathOf(path))) != 0; }
+
+std::string HostPathBytes(std::u16string_view path) { return ToUtf8(ResolveMappedPath(path)); }
+
+std::u16string PathFromHost(std::string_view typed) {
+  const std::u16string name = typed.empty() ? u"." : FromUtf8(typed);
+  std::u16string path(MAX_PATH, u'\0');
+  for (;;) {
+    const DWORD length =
+        GetFullPathNameW(Wide(name), static_cast<DWORD>(path.size()), Wide(path.data()), nullptr);
+    const bool fits = length < path.size();
+    path.resize(length);
+    if (fits) break;
+  }
+  while (path.size() > 1 && path.back() == u'\\' && !path.ends_with(u":\\")) path.pop_back();
+  return path;
+}
+
+}  // namespace quilmark

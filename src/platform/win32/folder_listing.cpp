@@ -1,0 +1,48 @@
+#include <windows.h>
+
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+namespace {
+
+struct FindTraits {
+  using Value = HANDLE;
+  static Value Empty() { return INVALID_HANDLE_VALUE; }
+  static void Close(Value find) { FindClose(find); }
+};
+using UniqueFind = Unique<FindTraits>;
+
+// A junction and a link to a folder carry the attribute of a folder too.
+void AppendFound(const WIN32_FIND_DATAW& found, FolderListing& listing) {
+  const std::u16string_view name = FromWide(std::wstring_view(found.cFileName));
+  if (name == u"." || name == u"..") return;
+  listing.entries.push_back({.nameOffset = static_cast<uint32_t>(listing.names.size()),
+                             .nameLength = static_cast<uint16_t>(name.size()),
+                             .isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+  listing.names += name;
+}
+
+}  // namespace
+
+bool ListFolder(std::u16string_view path, FolderListing& listing) {
+  listing.Clear();
+  std::u16string pattern = LongPathOf(path);
+  if (!pattern.ends_with(u'\\')) pattern += u'\\';
+  pattern += u'*';
+  WIN32_FIND_DATAW found;
+  const UniqueFind find(FindFirstFileExW(Wide(pattern), FindExInfoBasic, &found, FindExSearchNameMatch,
+                                         nullptr, FIND_FIRST_EX_LARGE_FETCH));
+  // The root of an empty drive has not even "." to be found.
+  if (!find) return GetLastError() == ERROR_FILE_NOT_FOUND;
+  do {
+    AppendFound(found, listing);
+  } while (FindNextFileW(find.Get(), &found) != 0);
+  return GetLastError() == ERROR_NO_MORE_FILES;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,34 @@
+// Owner of a handle of the system. Traits give the type `Value`, its Empty() and its Close(value).
+#pragma once
+
+#include <utility>
+
+namespace quilmark {
+
+template <typename Traits>
+class Unique {
+ public:
+  using Value = typename Traits::Value;
+
+  Unique() = default;
+  explicit Unique(Value value) : value_(value) {}
+  Unique(Unique&& other) noexcept : value_(other.Release()) {}
+  Unique& operator=(Unique&& other) noexcept {
+    Reset(other.Release());
+    return *this;
+  }
+  ~Unique() { Reset(); }
+
+  Value Get() const { return value_; }
+  explicit operator bool() const { return value_ != Traits::Empty(); }
+  Value Release() { return std::exchange(value_, Traits::Empty()); }
+  void Reset(Value value = Traits::Empty()) {
+    if (value_ != Traits::Empty()) Traits::Close(value_);
+    value_ = value;
+  }
+
+ private:
+  Value value_ = Traits::Empty();
+};
+
+}  // namespace quilmark

@@ -1,0 +1,48 @@
+# Sourced by bash scripts that run Windows programs of the build under Wine. Makes the prefix build/wineprefix on
+# first use, and gives:
+#   wine_run PROGRAM ARGS  runs a program, at most WINE_TIMEOUT seconds (default 600); its exit code, 124 at the
+#                          limit. Its temporary folder is the prefix's, apart from the host's
+#   wine_keep              keeps one client alive while the calling shell lives, so that a program does not pay for
+#                          a start of Wine's services; wine_run calls it
+#   wine_stop              ends that client and the prefix's server
+# WINEPREFIX may be set beforehand to share one prefix between checkouts.
+
+wine_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export WINEPREFIX=${WINEPREFIX:-$wine_root/build/wineprefix}
+export WINEARCH=win64 WINEDEBUG=-all
+# No prompts for a .NET or HTML engine; no links from the prefix's menus to the host's desktop.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+wine_keeper=
+
+wine_make_prefix() {
+  [ -e "$WINEPREFIX/.ready" ] && return 0
+  mkdir -p "$WINEPREFIX"
+  timeout 300 wineboot --init >/dev/null 2>&1 </dev/null || return 1
+  # A crash would otherwise open a dialog and wait for a click.
+  timeout 60 wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
+    >/dev/null 2>&1 </dev/null || return 1
+  timeout 60 wineserver -w
+  touch "$WINEPREFIX/.ready"
+}
+
+# The client reads a pipe that nobody writes to and that is closed when the calling shell ends. Its output goes
+# nowhere: Wine's services inherit it, and whoever reads it would wait for them.
+wine_keep() {
+  [ -n "$wine_keeper" ] && kill -0 "$wine_keeper" 2>/dev/null && return 0
+  wine_make_prefix || { echo "wine: the prefix $WINEPREFIX cannot be made" >&2; return 1; }
+  tail --pid=$$ -f /dev/null 2>/dev/null | setsid wine cmd >/dev/null 2>&1 &
+  wine_keeper=$!
+  timeout 60 wine cmd /c exit >/dev/null 2>&1 </dev/null  # the services are up when this returns
+}
+
+wine_run() {
+  wine_keep || return 1
+  timeout "${WINE_TIMEOUT:-600}" wine "$@"
+}
+
+wine_stop() {
+  [ -n "$wine_keeper" ] && kill "$wine_keeper" 2>/dev/null
+  wine_keeper=
+  timeout 60 wineserver -k 2>/dev/null
+  return 0
+}
