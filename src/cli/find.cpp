@@ -1,6 +1,5 @@
 #include "cli/find.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cinttypes>
 #include <cstdio>
@@ -9,10 +8,10 @@
 #include "cli/drive_plan.h"
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
+#include "cli/query_text.h"
 #include "index/search_engine.h"
 #include "platform/background.h"
 #include "platform/console.h"
-#include "platform/drives.h"
 #include "platform/text.h"
 #include "platform/utf.h"
 #include "search/search_pipeline.h"
@@ -96,31 +95,8 @@ bool ApplyScope(const std::string& scope) {
   return false;
 }
 
-// A query may hold the bytes of a name that is no UTF-8; its backslashes are those of the query
-// language.
-std::u16string QueryText(const std::string& typed) {
-  std::u16string text = FromHostBytes(typed);
-  std::replace(text.begin(), text.end(), kNameBackslash, u'\\');
-  return text;
-}
-
-// A folder by the host's own path becomes the one on its drive, unless the text names a folder as it is:
-// on Windows the host's "C:" and a mapped one may differ.
-std::u16string ResolveFolderQuery(std::u16string text) {
-  std::u16string folder;
-  if (IsExistingFolderQuery(text, folder)) return text;
-  const auto mapped = MappedPathOf(NormalizePathQuery(text));
-  return mapped && IsExistingFolderQuery(*mapped, folder) ? *mapped : text;
-}
-
-bool IsContentQuery(const std::string& query) {
-  std::u16string text = QueryText(query);
-  TrimQuery(text);
-  return ParseContentQuery(text, {}).Active;
-}
-
 int FindOnce(PostQueue& queue, const FindOptions& options) {
-  const Answer answer = Ask(queue, ResolveFolderQuery(QueryText(options.query)));
+  const Answer answer = Ask(queue, QueryTextOf(options.query));
   if (answer.results == nullptr) return kExitInterrupted;
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
@@ -136,7 +112,7 @@ int FindOnce(PostQueue& queue, const FindOptions& options) {
 WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOptions& options,
                         bool& found) {
   if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
-  const Answer answer = Ask(queue, ResolveFolderQuery(QueryText(line)));
+  const Answer answer = Ask(queue, QueryTextOf(line));
   if (answer.results == nullptr) return WriteOutcome::kStopped;
   const ResultSet& results = *answer.results;
   found = found || !results.empty();
