@@ -37,12 +37,10 @@ struct Answer {
 // Runs one query through the pipeline, as the window does, and waits for the final set.
 Answer Ask(PostQueue& queue, const std::u16string& text) {
   const auto start = std::chrono::steady_clock::now();
-  std::u16string trimmed = text;
-  TrimQuery(trimmed);
-  if (trimmed.empty()) {
+  if (text.empty()) {
     RefreshSearchResultsAfterIndexUpdate();  // no text: everything
   } else {
-    DoSearchAsync(trimmed, false, false);
+    DoSearchAsync(text, false, false);
   }
   while (!ShutdownRequested) {
     const auto message = queue.Take(kPollMs);
