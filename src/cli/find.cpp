@@ -37,10 +37,12 @@ struct Answer {
 // Runs one query through the pipeline, as the window does, and waits for the final set.
 Answer Ask(PostQueue& queue, const std::u16string& text) {
   const auto start = std::chrono::steady_clock::now();
-  if (text.empty()) {
+  std::u16string trimmed = text;
+  TrimQuery(trimmed);
+  if (trimmed.empty()) {
     RefreshSearchResultsAfterIndexUpdate();  // no text: everything
   } else {
-    DoSearchAsync(text, false, false);
+    DoSearchAsync(trimmed, false, false);
   }
   while (!ShutdownRequested) {
     const auto message = queue.Take(kPollMs);
