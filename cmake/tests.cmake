@@ -1,4 +1,5 @@
-# One test program a layer, from tests/<layer>/*.cpp; tests/support holds what they share.
+# One test program a layer, from tests/<layer>/*.cpp and the folder of the system below it; tests/support holds
+# what they share.
 file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")
 add_library(quilmark_test_support STATIC ${support_sources})
 set_target_properties(quilmark_test_support PROPERTIES LINKER_LANGUAGE CXX)
@@ -6,7 +7,11 @@ target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/t
 target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_main)
 
 function(quilmark_tests name)
-  file(GLOB sources CONFIGURE_DEPENDS "tests/${name}/*.cpp")
+  set(system posix)
+  if(WIN32)
+    set(system win32)
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS "tests/${name}/*.cpp" "tests/${name}/${system}/*.cpp")
   add_executable(${name}_tests ${sources})
   target_link_libraries(${name}_tests PRIVATE quilmark_test_support ${ARGN})
   add_test(NAME ${name}_tests COMMAND ${name}_tests)

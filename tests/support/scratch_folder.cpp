@@ -1,5 +1,6 @@
 #include "support/scratch_folder.h"
 
+#include <fstream>
 #include <random>
 
 #include "platform/files.h"
@@ -7,6 +8,12 @@
 namespace quilmark {
 
 namespace fs = std::filesystem;
+
+// `path` in the form in which the standard library takes it at any length.
+static fs::path LongForm(const fs::path& path) {
+  if (fs::path::preferred_separator == '/') return path;
+  return fs::path("\\\\?\\").native() + fs::path(path).make_preferred().native();
+}
 
 ScratchFolder::ScratchFolder() {
   std::random_device random;
@@ -17,7 +24,7 @@ ScratchFolder::ScratchFolder() {
 
 ScratchFolder::~ScratchFolder() {
   std::error_code ignored;
-  fs::remove_all(path_, ignored);
+  fs::remove_all(LongForm(path_), ignored);
 }
 
 std::u16string ScratchFolder::Path() const {
@@ -27,6 +34,18 @@ std::u16string ScratchFolder::Path() const {
 
 std::u16string ScratchFolder::PathOf(std::u16string_view name) const {
   return Path() + u"\\" + std::u16string(name);
+}
+
+void ScratchFolder::MakeFile(const fs::path& name, std::string_view bytes) const {
+  const fs::path file = LongForm(path_ / name);
+  fs::create_directories(file.parent_path());
+  std::ofstream stream(file, std::ios::binary);
+  stream.exceptions(std::ios::failbit | std::ios::badbit);
+  stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+void ScratchFolder::MakeFolder(const fs::path& name) const {
+  fs::create_directories(LongForm(path_ / name));
 }
 
 }  // namespace quilmark

@@ -21,6 +21,10 @@ class ScratchFolder {
   std::u16string Path() const;
   std::u16string PathOf(std::u16string_view name) const;
 
+  // Makes a file with these contents, or a folder, and the folders above it. Throws where that fails.
+  void MakeFile(const std::filesystem::path& name, std::string_view bytes = {}) const;
+  void MakeFolder(const std::filesystem::path& name) const;
+
  private:
   std::filesystem::path path_;
 };

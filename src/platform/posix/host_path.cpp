@@ -42,9 +42,9 @@ const std::string& HostBytesOf(std::u16string_view path) {
     const std::shared_ptr<const std::u16string> root = SharedRootOf(path[0]);
     if (root == nullptr || !root->starts_with(u'\\')) return bytes;
     AppendHostBytes(*root, bytes);
-    if (bytes.back() == '/') bytes.pop_back();  // the rest brings a separator of its own
     path.remove_prefix(2);
-    if (path.empty()) path = u"\\";
+    if (path.size() <= 1) return bytes;
+    if (bytes.back() == '/') bytes.pop_back();  // the rest brings a separator of its own
   }
   if (path.starts_with(u'\\')) AppendHostBytes(path, bytes);
   return bytes;

@@ -1,0 +1,100 @@
+#include "platform/background.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace quilmark {
+namespace {
+
+constexpr uint32_t kLongMs = 60'000;  // a limit that only a hanging test reaches
+
+// Collects the lines of the log for its own lifetime.
+class BackgroundLog {
+ public:
+  BackgroundLog() {
+    SetBackgroundExceptionLog([this](const char* what) { lines.emplace_back(what); });
+  }
+  ~BackgroundLog() { SetBackgroundExceptionLog({}); }
+
+  std::vector<std::string> lines;  // read after WaitForBackgroundJobs
+};
+
+TEST(Background, RunsTheWorkOnAnotherThread) {
+  std::promise<std::thread::id> ran;
+  ASSERT_TRUE(RunBackground("do_search", [&] { ran.set_value(std::this_thread::get_id()); }));
+  EXPECT_NE(ran.get_future().get(), std::this_thread::get_id());
+  EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
+}
+
+TEST(Background, AnExceptionGoesToTheLogWithNameAndReason) {
+  BackgroundLog log;
+  ASSERT_TRUE(RunBackground("do_sort", [] { throw std::runtime_error("no memory card"); }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(log.lines, (std::vector<std::string>{"do_sort: no memory card"}));
+}
+
+TEST(Background, AnExceptionWithoutAReasonGoesToTheLogByName) {
+  BackgroundLog log;
+  ASSERT_TRUE(RunBackground("do_sort", [] { throw 42; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  ASSERT_TRUE(RunBackground(nullptr, [] { throw 42; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(log.lines, (std::vector<std::string>{"do_sort", "unknown"}));
+}
+
+TEST(Background, AnExceptionWithoutALogIsDropped) {
+  ASSERT_TRUE(RunBackground("do_sort", [] { throw std::runtime_error("unheard"); }));
+  EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
+}
+
+TEST(Background, ALogThatFailsEndsNothing) {
+  SetBackgroundExceptionLog([](const char*) { throw std::runtime_error("the log is full"); });
+  ASSERT_TRUE(RunBackground("do_sort", [] { throw 42; }));
+  EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
+  SetBackgroundExceptionLog({});
+}
+
+TEST(Background, WaitingEndsAtTheTimeoutWhileAJobRuns) {
+  std::promise<void> mayEnd;
+  ASSERT_TRUE(RunBackground("cache_autosave", [end = mayEnd.get_future().share()] { end.wait(); }));
+  EXPECT_FALSE(WaitForBackgroundJobs(0));
+  EXPECT_FALSE(WaitForBackgroundJobs(1));
+  mayEnd.set_value();
+  EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
+}
+
+TEST(Background, NoJobNeedsNoWait) { EXPECT_TRUE(WaitForBackgroundJobs(0)); }
+
+TEST(Background, WhatTheWorkHeldIsGoneWhenTheJobsHaveEnded) {
+  auto held = std::make_shared<int>(1);
+  const std::weak_ptr<int> watch = held;
+  ASSERT_TRUE(RunBackground("do_search", [held = std::move(held)] {}));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_TRUE(watch.expired());
+}
+
+TEST(Background, AJobStartsFurtherJobsThatAreWaitedFor) {
+  std::string order;
+  ASSERT_TRUE(RunBackground("outer", [&] {
+    order += "outer ";
+    EXPECT_TRUE(RunBackground("inner", [&] { order += "inner"; }));
+  }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(order, "outer inner");
+}
+
+TEST(BackgroundConcurrency, ManyJobsAllEnd) {
+  std::atomic<int> ended = 0;
+  for (int i = 0; i < 100; ++i) ASSERT_TRUE(RunBackground("do_search", [&] { ++ended; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(ended, 100);
+}
+
+}  // namespace
+}  // namespace quilmark
