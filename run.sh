@@ -14,11 +14,11 @@ mkdir -p build
 
 cd "$start"
 [ $# -gt 0 ] || set -- "$HOME"
-"$here/build/linux-run/quilmark" find --interactive --stats --limit 3 "$@" <<'QUERIES'
+"$here/build/linux-run/quilmark" find --interactive --stats --limit 3 "$@" <<'QUERIES' || [ $? = 1 ]
 readme
 lib and .so or python
 "and" and .h
 zqxjvkwy
 QUERIES
 echo
-echo "Your own: build/linux-run/quilmark find --interactive $*"
+echo "Your own: $here/build/linux-run/quilmark find --interactive$(printf ' %q' "$@")"

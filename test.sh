@@ -79,6 +79,7 @@ if [ -z "$quick" ]; then
   for layer in $layers; do
     run_suite "windows-$layer" wine_run "build/windows/${layer}_tests.exe"
   done
+  wine_stop
 
   must "linux-fuzz: configure" cmake --preset linux-fuzz
   must "linux-fuzz: build" cmake --build build/linux-fuzz

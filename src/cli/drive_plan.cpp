@@ -15,10 +15,14 @@ constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 DrivePlan Refuse(std::string error) { return {.error = std::move(error)}; }
 
+char UpperLetter(char letter) {
+  return static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter);
+}
+
 // "X=PATH" with a letter of either case.
 bool SplitDrive(const std::string& text, PlannedDrive& drive) {
   if (text.size() < 3 || text[1] != '=') return false;
-  const auto upper = static_cast<char>(text[0] >= 'a' && text[0] <= 'z' ? text[0] - 'a' + 'A' : text[0]);
+  const char upper = UpperLetter(text[0]);
   if (kLetters.find(upper) == kLetters.npos) return false;
   drive = {static_cast<char16_t>(upper), text.substr(2)};
   return true;
@@ -37,12 +41,28 @@ char16_t FreeLetter(const std::vector<PlannedDrive>& drives) {
   return 0;
 }
 
+bool IsScope(const std::string& text, const std::vector<PlannedDrive>& drives) {
+  if (text == "all" || text == "desktop") return true;
+  return text.size() == 2 && text[1] == ':' &&
+         IsTaken(drives, static_cast<char16_t>(UpperLetter(text[0])));
+}
+
 std::vector<PlannedDrive> SystemDrives() {
   std::vector<PlannedDrive> drives;
   for (uint32_t mask = LogicalDriveMask(); mask != 0; mask &= mask - 1) {
     drives.push_back({static_cast<char16_t>(u'A' + std::countr_zero(mask)), {}});
   }
   return drives;
+}
+
+// What keeps the folder from being searched; empty if nothing does.
+std::string FolderError(const std::string& typed, const std::u16string& root) {
+  if (!IsExistingFolder(root)) {
+    return "'" + typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
+  }
+  FolderListing listing;
+  if (!ListFolder(root, listing)) return "'" + typed + "' cannot be read";
+  return listing.entries.empty() ? "'" + typed + "' has no entries" : std::string();
 }
 
 }  // namespace
@@ -57,26 +77,30 @@ DrivePlan PlanDrives(const FindOptions& options) {
     plan.drives.push_back(std::move(drive));
   }
   for (const std::string& path : options.paths) {
+    if (path.empty()) return Refuse("a folder to search has an empty name");
     const char16_t letter = FreeLetter(plan.drives);
     if (letter == 0) return Refuse("no drive letter is left for '" + path + "'");
     plan.drives.push_back({letter, path});
   }
   if (plan.drives.empty() && HasSystemDrives()) plan.drives = SystemDrives();
   if (plan.drives.empty()) return Refuse("no folder to search; name one, or see quilmark find --help");
+  if (!IsScope(options.scope, plan.drives)) {
+    return Refuse("--scope takes all, desktop, or one of the drives such as C:, not '" + options.scope +
+                  "'");
+  }
   return plan;
 }
 
 std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives) {
+  std::vector<std::u16string> roots;
   for (const PlannedDrive& drive : drives) {
+    roots.push_back(drive.typed.empty() ? std::u16string() : PathFromHost(drive.typed));
     if (drive.typed.empty()) continue;
-    const std::u16string root = PathFromHost(drive.typed);
-    if (!IsExistingFolder(root)) {
-      return "'" + drive.typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
-    }
-    FolderListing listing;
-    if (!ListFolder(root, listing)) return "'" + drive.typed + "' cannot be read";
-    if (listing.entries.empty()) return "'" + drive.typed + "' has no entries";
-    MapDrive(drive.letter, root);
+    if (std::string error = FolderError(drive.typed, roots.back()); !error.empty()) return error;
+  }
+  // Only now: a mapped letter hides a drive of the system that another folder may lie on.
+  for (size_t i = 0; i < drives.size(); ++i) {
+    if (!roots[i].empty()) MapDrive(drives[i].letter, roots[i]);
   }
   return {};
 }

@@ -15,7 +15,7 @@ struct PlannedDrive {
 };
 
 // The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ...
-// The error is empty if all is well.
+// The error is empty if all is well, the scope included.
 struct DrivePlan {
   std::vector<PlannedDrive> drives;
   std::string error;

@@ -1,6 +1,5 @@
 #include "cli/find.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cinttypes>
 #include <cstdio>
@@ -9,6 +8,7 @@
 #include "cli/drive_plan.h"
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
+#include "cli/query_text.h"
 #include "index/search_engine.h"
 #include "platform/background.h"
 #include "platform/console.h"
@@ -22,6 +22,7 @@ namespace {
 
 constexpr uint64_t kInteractiveLimit = 10;
 constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while a search runs
+constexpr const char* kOutputFails = "standard output cannot be written to";
 
 int Complain(const std::string& what) {
   std::fprintf(stderr, "quilmark: %s\n", what.c_str());
@@ -78,84 +79,65 @@ void PrintIndexStats(double milliseconds) {
                static_cast<double>(figures.bytes) / static_cast<double>(records));
 }
 
-// Sets scopeIndex; what is wrong with the text, else empty. The volumes stand in the engine already.
-std::string ApplyScope(const std::string& scope) {
-  if (scope == "all") return {};
+// Sets scopeIndex. False if the drive named is not in the index, as a drive without a medium.
+bool ApplyScope(const std::string& scope) {
+  if (scope == "all") return true;
   if (scope == "desktop") {
     scopeIndex = kScopeDesktop;
-    return {};
+    return true;
   }
   const auto volumes = CopyVolumes(Engine());
   for (size_t i = 0; i < volumes.size(); ++i) {
-    if (FoldText(volumes[i]->drive) == FoldText(FromUtf8(scope))) {
-      scopeIndex = kScopeFirstVolume + static_cast<int>(i);
-      return {};
-    }
+    if (!EqualNoCase(volumes[i]->drive, FromUtf8(scope))) continue;
+    scopeIndex = kScopeFirstVolume + static_cast<int>(i);
+    return true;
   }
-  return "--scope takes all, desktop, or an indexed drive such as C:, not '" + scope + "'";
-}
-
-// A query may hold the bytes of a name that is no UTF-8; its backslashes are those of the query language.
-std::u16string QueryText(const std::string& typed) {
-  std::u16string text = FromHostBytes(typed);
-  std::replace(text.begin(), text.end(), kNameBackslash, u'\\');
-  return text;
-}
-
-bool IsContentQuery(const std::string& query) {
-  std::u16string text = QueryText(query);
-  TrimQuery(text);
-  return ParseContentQuery(text, {}).Active;
+  return false;
 }
 
 int FindOnce(PostQueue& queue, const FindOptions& options) {
-  const Answer answer = Ask(queue, QueryText(options.query));
+  const Answer answer = Ask(queue, QueryTextOf(options.query));
   if (answer.results == nullptr) return kExitInterrupted;
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
-  if (options.count) {
-    std::printf("%zu\n", results.size());
-  } else {
-    WriteHits(results, options.limit, {options.json, options.drivePaths}, stdout);
-  }
+  const WriteOutcome written =
+      options.count ? WriteText(std::to_string(results.size()) + "\n", stdout)
+                    : WriteHits(results, options.limit, {options.json, options.drivePaths}, stdout);
+  if (written == WriteOutcome::kFailed) return Complain(kOutputFails);
   if (ShutdownRequested) return kExitInterrupted;
   return results.empty() ? kExitNothing : kExitFound;
 }
 
-// A line of standard input without its end; false at the end of the input.
-bool ReadLine(std::string& line) {
-  line.clear();
-  for (int unit = std::getchar(); unit != EOF; unit = std::getchar()) {
-    if (unit == '\n') return true;
-    line.push_back(static_cast<char>(unit));
-  }
-  return !line.empty();
+// Prints the answer to one query of a dialogue; raises `found` if it has a hit.
+WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOptions& options,
+                        bool& found) {
+  if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
+  const Answer answer = Ask(queue, QueryTextOf(line));
+  if (answer.results == nullptr) return WriteOutcome::kStopped;
+  const ResultSet& results = *answer.results;
+  found = found || !results.empty();
+  const WriteOutcome written = WriteHits(results, options.limit.value_or(kInteractiveLimit),
+                                         {.drivePaths = options.drivePaths}, stdout);
+  if (written != WriteOutcome::kDone) return written;
+  char figures[64];
+  std::snprintf(figures, sizeof figures, "%zu hits, %.3f ms\n", results.size(), answer.milliseconds);
+  return WriteText(figures, stdout);
 }
 
 int FindInteractively(PostQueue& queue, const FindOptions& options) {
-  int exitCode = kExitNothing;
-  std::string line;
+  bool found = false;
   const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout);
   for (;;) {
-    if (isPrompted) {
-      std::fputs("> ", stdout);
-      std::fflush(stdout);
-    }
-    if (!ReadLine(line) || ShutdownRequested) break;
-    if (IsContentQuery(line)) {
-      std::puts("content search is not available here");
-      continue;
-    }
-    const Answer answer = Ask(queue, QueryText(line));
-    if (answer.results == nullptr) break;
-    if (!isPrompted) std::printf("> %s\n", line.c_str());
-    const uint64_t limit = options.limit.value_or(kInteractiveLimit);
-    if (!WriteHits(*answer.results, limit, {.drivePaths = options.drivePaths}, stdout)) break;
-    std::printf("%zu hits, %.3f ms\n", answer.results->size(), answer.milliseconds);
-    std::fflush(stdout);
-    if (!answer.results->empty()) exitCode = kExitFound;
+    if (isPrompted) WriteText("> ", stdout);
+    const std::optional<std::string> line = ReadInputLine();
+    if (!line || ShutdownRequested) break;
+    if (!isPrompted) WriteText("> " + *line + "\n", stdout);
+    const WriteOutcome outcome = AnswerLine(queue, *line, options, found);
+    if (outcome == WriteOutcome::kFailed) return Complain(kOutputFails);
+    if (outcome == WriteOutcome::kStopped) break;
   }
-  return ShutdownRequested ? kExitInterrupted : exitCode;
+  if (ShutdownRequested) return kExitInterrupted;
+  return found ? kExitFound : kExitNothing;
 }
 
 int IndexAndAnswer(const FindOptions& options) {
@@ -166,7 +148,7 @@ int IndexAndAnswer(const FindOptions& options) {
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);
   if (options.stats) PrintIndexStats(indexed.milliseconds);
-  if (const std::string error = ApplyScope(options.scope); !error.empty()) return Complain(error);
+  if (!ApplyScope(options.scope)) return Complain("drive " + options.scope + " cannot be read");
 
   initialSearchEnabled = options.initials;
   PostQueue queue;

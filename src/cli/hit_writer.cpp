@@ -1,6 +1,7 @@
 #include "cli/hit_writer.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <nlohmann/json.hpp>
 #include <shared_mutex>
 
@@ -14,10 +15,10 @@ namespace {
 constexpr size_t kBlockBytes = 1 << 16;
 constexpr size_t kHitsALock = 1'024;
 
-bool WriteBlock(std::string& block, std::FILE* stream) {
-  const bool written = std::fwrite(block.data(), 1, block.size(), stream) == block.size();
+WriteOutcome WriteBlock(std::string& block, std::FILE* stream) {
+  const WriteOutcome outcome = WriteText(block, stream);
   block.clear();
-  return written && !ShutdownRequested;
+  return outcome;
 }
 
 }  // namespace
@@ -30,8 +31,16 @@ std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat form
   return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
-               std::FILE* stream) {
+WriteOutcome WriteText(std::string_view text, std::FILE* stream) {
+  const bool isWritten =
+      std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
+  const bool isReaderGone = !isWritten && errno == EPIPE;
+  if (ShutdownRequested || isReaderGone) return WriteOutcome::kStopped;
+  return isWritten ? WriteOutcome::kDone : WriteOutcome::kFailed;
+}
+
+WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
+                       std::FILE* stream) {
   const size_t count =
       static_cast<size_t>(std::min<uint64_t>(results.size(), limit.value_or(results.size())));
   std::string block;
@@ -44,10 +53,11 @@ bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitForma
       BuildPathInto(volume, results[i].index, path);
       block += FormatHit(path, volume.records[results[i].index].isDirectory, format);
       block.push_back('\n');
-      if (block.size() >= kBlockBytes && !WriteBlock(block, stream)) return false;
+      if (block.size() < kBlockBytes) continue;
+      if (const auto outcome = WriteBlock(block, stream); outcome != WriteOutcome::kDone) return outcome;
     }
   }
-  return WriteBlock(block, stream) && std::fflush(stream) == 0;
+  return WriteBlock(block, stream);
 }
 
 }  // namespace quilmark

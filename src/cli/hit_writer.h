@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "search/search_state.h"
 
@@ -15,9 +16,18 @@ struct HitFormat {
   bool drivePaths = false;
 };
 
-// Writes the first `limit` hits to `stream`, a line each. False if the reader of the stream went away.
-bool WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
-               std::FILE* stream);
+enum class WriteOutcome {
+  kDone,
+  kStopped,  // the reader of the stream went away, or the user interrupted: nothing to complain of
+  kFailed,
+};
+
+// Writes the first `limit` hits to `stream`, a line each, down to the system.
+WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
+                       std::FILE* stream);
+
+// Writes `text` down to the system.
+WriteOutcome WriteText(std::string_view text, std::FILE* stream);
 
 // One line without its end. `path` is a path of the index.
 std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format);

@@ -15,7 +15,8 @@ namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kProgressMs = 100;
+constexpr uint32_t kProgressMs = 100;  // between two states of the line
+constexpr uint32_t kStepMs = 10;       // how late the end of the builds may be noticed
 
 struct Build {
   const PlannedDrive& planned;
@@ -30,9 +31,9 @@ void RunBuild(Build& build) {
   build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem);
 }
 
-// "Indexing C: 120,000  D: 5,000"
+// "Indexing C: 120000 D: 5000"
 std::string ProgressLine(const std::vector<Build>& builds) {
-  std::string line = "\rIndexing";
+  std::string line = "Indexing";
   for (const Build& build : builds) {
     const uint64_t records = build.volume->nextSyntheticFrn - kFirstSyntheticFrn;
     line += " " + ToUtf8(std::u16string(1, build.planned.letter)) + ": " + std::to_string(records);
@@ -40,13 +41,18 @@ std::string ProgressLine(const std::vector<Build>& builds) {
   return line;
 }
 
-// Until all builds have ended.
+// Until all builds have ended; the line is gone afterwards.
 void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& ended) {
-  for (uint32_t waited = 0; ended < builds.size(); waited += 10) {
-    if (waited % kProgressMs == 0 && waited != 0) std::fputs(ProgressLine(builds).c_str(), stderr);
-    SleepMs(10);
+  size_t shown = 0;  // columns
+  for (uint32_t waited = 0; ended < builds.size(); waited += kStepMs) {
+    if (waited % kProgressMs == 0 && waited != 0) {
+      const std::string line = ProgressLine(builds);
+      shown = line.size();
+      std::fprintf(stderr, "\r%s", line.c_str());
+    }
+    SleepMs(kStepMs);
   }
-  std::fputs("\r\033[K", stderr);
+  if (shown != 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(shown), "");
 }
 
 }  // namespace

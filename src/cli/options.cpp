@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <utility>
 
 #include "cli/completion.h"
 #include "cli/exit_code.h"
@@ -24,22 +25,30 @@ A query is a list of texts joined by "and" and "or"; "quotes" keep such a word a
 character as it is. The path of a folder lists what is in it.
 Exit code: 0 something was found, 1 nothing, 2 an error, 130 interrupted.)";
 
-struct Parsed {
-  FindOptions find;
-  std::vector<std::string> positionals;
-  std::string completion;
-};
+// The library takes "[a,b]" for a list of two and "{}" for an empty one. A NUL at the end, which no
+// argument can hold, keeps it from that.
+std::string Guard(std::string argument) {
+  if (argument.starts_with('[') || argument.starts_with('{')) argument.push_back('\0');
+  return argument;
+}
 
-void Describe(CLI::App& app, CLI::App& find, Parsed& parsed) {
+void Unguard(std::string& text) { std::erase(text, '\0'); }
+
+// Commands added later inherit what is set here.
+void DescribeProgram(CLI::App& app, std::string& completion) {
+  app.allow_windows_style_options(false);  // "/srv" is a folder everywhere
   app.set_version_flag("--version", std::string("quilmark ") + QUILMARK_VERSION);
-  app.add_option("--completion", parsed.completion, "Print the completion script of a shell: bash")
+  app.add_option("--completion", completion, "Print the completion script of a shell: bash")
       ->check(CLI::IsMember({"bash"}));
   app.footer("quilmark find --help tells more.");
+}
 
-  FindOptions& options = parsed.find;
-  find.add_option("QUERY_AND_PATHS", parsed.positionals, "The query, then the folders to search");
-  find.add_option("--drive", options.drives, "Give drive letter X to a folder (X=PATH)")
-      ->allow_extra_args(false);
+void DescribeFind(CLI::App& find, FindOptions& options) {
+  find.add_option("QUERY", options.query, "What to look for; left out with --interactive");
+  find.add_option("PATH", options.paths, "The folders to search");
+  find.add_option("--drive", options.drives, "Give drive letter X to a folder")
+      ->allow_extra_args(false)
+      ->option_text("X=PATH");
   find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
   find.add_option("--limit", options.limit, "Print no more than this many hits")
       ->check(CLI::NonNegativeNumber);
@@ -54,33 +63,38 @@ void Describe(CLI::App& app, CLI::App& find, Parsed& parsed) {
   find.footer(kExamples);
 }
 
-CommandLine Refuse(const std::string& why) {
+CommandLine Refuse(std::string why) {
+  Unguard(why);
   return {.text = "quilmark: " + why + "\n", .exitCode = kExitError};
 }
 
-// The first positional is the query, unless queries come from standard input.
-CommandLine TakePositionals(Parsed parsed) {
-  FindOptions& options = parsed.find;
-  auto& positionals = parsed.positionals;
+// The first text is the query, unless queries come from standard input: then it is a folder too.
+CommandLine TakeFind(FindOptions options, bool hasQuery) {
+  Unguard(options.query);
+  std::for_each(options.paths.begin(), options.paths.end(), Unguard);
+  std::for_each(options.drives.begin(), options.drives.end(), Unguard);
   if (!options.interactive) {
-    if (positionals.empty()) return Refuse("no query; see quilmark find --help");
-    options.query = positionals.front();
-    positionals.erase(positionals.begin());
-  } else if (options.count || options.json) {
+    if (!hasQuery) return Refuse("no query; see quilmark find --help");
+    return {.find = std::move(options)};
+  }
+  if (options.count || options.json) {
     return Refuse("--interactive prints for a reader: it goes with neither --count nor --json");
   }
-  options.paths = std::move(positionals);
+  if (hasQuery) options.paths.insert(options.paths.begin(), std::exchange(options.query, {}));
   return {.find = std::move(options)};
 }
 
 }  // namespace
 
 CommandLine ParseCommandLine(std::vector<std::string> arguments) {
-  Parsed parsed;
+  FindOptions options;
+  std::string completion;
   CLI::App app("Finds files and folders by a part of their names.", "quilmark");
+  DescribeProgram(app, completion);
   CLI::App& find = *app.add_subcommand("find", "Index folders and answer a query");
-  Describe(app, find, parsed);
+  DescribeFind(find, options);
   try {
+    std::transform(arguments.begin(), arguments.end(), arguments.begin(), Guard);
     std::reverse(arguments.begin(), arguments.end());  // what this form of parse expects
     app.parse(std::move(arguments));
   } catch (const CLI::CallForHelp&) {
@@ -90,9 +104,9 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return Refuse(error.what());
   }
-  if (!parsed.completion.empty()) return {.text = BashCompletion()};
+  if (!completion.empty()) return {.text = BashCompletion()};
   if (!find.parsed()) return Refuse("no command; see quilmark --help");
-  return TakePositionals(std::move(parsed));
+  return TakeFind(std::move(options), find.count("QUERY") > 0);
 }
 
 }  // namespace quilmark

@@ -2,22 +2,28 @@
 #pragma once
 
 #include <cstdio>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace quilmark {
 
 // The stream goes to a person and not to a file or a pipe.
 bool IsTerminal(std::FILE* stream);
 
-// Bytes go out as they are, as UTF-8; a reader that went away makes writes fail instead of ending the
-// program.
+// Bytes go out as they are, and a terminal shows them as UTF-8 until the program ends; a reader that
+// went away makes writes fail with EPIPE instead of ending the program.
 void PrepareConsole();
 
 // From now on Ctrl+C calls `interrupt` on some thread or in a signal handler, where it may set atomic
 // flags and nothing else. A second Ctrl+C ends the program as ever.
 void OnInterrupt(void (*interrupt)());
+
+// The next line of a stream without its end, LF or CR LF; empty at the end of the stream.
+std::optional<std::string> ReadStreamLine(std::FILE* stream);
+
+// The same of standard input; what a person types at a terminal of Windows comes in UTF-8. Empty too if
+// Ctrl+C cut a line of a terminal short.
+std::optional<std::string> ReadInputLine();
 
 // True if a console program without arguments has drives of its own to go by.
 bool HasSystemDrives();

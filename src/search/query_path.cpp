@@ -38,17 +38,25 @@ std::u16string NormalizePathQuery(std::u16string_view text) {
 
 // The index knows a folder of the host by its drive only: the path on the drive, where one holds it.
 static std::u16string DrivePathOf(std::u16string path) {
-  if (!path.starts_with(u'\\') || path.starts_with(u"\\\\")) return path;
   const std::optional<std::u16string> mapped = MappedPathOf(path);
   return mapped ? std::u16string(WithoutLastSeparators(*mapped)) : path;
 }
 
+// From a drive's root or the host's on. A relative path would hang on the folder that the program
+// happens to run in, and would make a folder listing of a word that merely is the name of a folder
+// there.
+static bool IsAbsolute(std::u16string_view path) {
+  if (path.starts_with(u'\\')) return true;
+  return path.size() >= 2 && path[1] == u':' && (path.size() == 2 || path[2] == u'\\');
+}
+
 bool IsExistingFolderQuery(std::u16string_view text, std::u16string& path) {
   if (text.empty() || text.starts_with(u"s:")) return false;
-  std::u16string normalized = DrivePathOf(NormalizePathQuery(text));
-  if (normalized.empty()) return false;
+  const std::u16string typed = NormalizePathQuery(text);
+  if (!IsAbsolute(typed)) return false;
 
-  const bool isDrive = normalized.size() == 2 && normalized[1] == u':';
+  std::u16string normalized = DrivePathOf(typed);
+  const bool isDrive = normalized.size() == 2;
   if (!IsExistingFolder(isDrive ? normalized + u'\\' : normalized)) return false;
   path = std::move(normalized);
   return true;

@@ -41,6 +41,21 @@ TEST(DrivePlan, MoreFoldersThanLettersIsAnError) {
   EXPECT_NE(PlanDrives({.paths = std::vector<std::string>(25, "/a")}).error, "");
 }
 
+TEST(DrivePlan, EmptyNameOfAFolderIsAnError) {
+  EXPECT_NE(PlanDrives({.paths = {"/a", ""}}).error.find("empty"), std::string::npos);
+}
+
+TEST(DrivePlan, ScopeIsAllOrTheDesktopOrADriveOfTheRun) {
+  for (const char* const scope : {"all", "desktop", "C:", "d:"}) {
+    EXPECT_EQ(PlanDrives({.paths = {"/a", "/b"}, .scope = scope}).error, "") << scope;
+  }
+  for (const char* const scope : {"E:", "C", "C:\\", "", "here"}) {
+    EXPECT_NE(PlanDrives({.paths = {"/a", "/b"}, .scope = scope}).error.find("--scope takes"),
+              std::string::npos)
+        << scope;
+  }
+}
+
 TEST(DrivePlan, NoFolderIsAnErrorWhereTheSystemHasNoDrives) {
   EXPECT_EQ(PlanDrives({}).error.empty(), HasSystemDrives());
 }

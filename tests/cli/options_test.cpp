@@ -42,6 +42,24 @@ TEST(Options, EmptyQueryIsAQuery) {
   EXPECT_EQ(command.find->query, "");
 }
 
+TEST(Options, BracketsAndSlashesAreOrdinaryText) {
+  const CommandLine command =
+      ParseCommandLine({"find", "[a,b]", "[2024]", "{}", "/srv", "--drive", "D=[c,d]"});
+  ASSERT_TRUE(command.find.has_value()) << command.text;
+  EXPECT_EQ(command.find->query, "[a,b]");
+  EXPECT_EQ(command.find->paths, (std::vector<std::string>{"[2024]", "{}", "/srv"}));
+  EXPECT_EQ(command.find->drives, std::vector<std::string>{"D=[c,d]"});
+}
+
+TEST(Options, FolderNamedLikeAnEmptyListIsAFolder) {
+  EXPECT_EQ(ParseCommandLine({"find", "{}", "{}"}).find->paths, std::vector<std::string>{"{}"});
+}
+
+TEST(Options, WordsOfTheCommandLineMayBeTheQuery) {
+  EXPECT_EQ(ParseCommandLine({"find", "find", "/usr"}).find->query, "find");
+  EXPECT_EQ(ParseCommandLine({"find", "--", "--json", "/usr"}).find->query, "--json");
+}
+
 TEST(Options, MistakesAreErrorsWithTheirReason) {
   const auto expectError = [](std::vector<std::string> arguments, const std::string& word) {
     const CommandLine command = ParseCommandLine(std::move(arguments));
@@ -54,6 +72,7 @@ TEST(Options, MistakesAreErrorsWithTheirReason) {
   expectError({"grep", "x"}, "grep");
   expectError({"find", "--limit", "many", "x", "/usr"}, "--limit");
   expectError({"find", "--limit", "-1", "x", "/usr"}, "--limit");
+  expectError({"find", "--limit", "[5]", "x", "/usr"}, "[5]\n");
   expectError({"find", "--nonsense", "x", "/usr"}, "--nonsense");
   expectError({"find", "--interactive", "--json", "/usr"}, "--interactive");
   expectError({"--completion", "fish"}, "fish");

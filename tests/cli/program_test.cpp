@@ -28,10 +28,20 @@ std::string Utf8(const fs::path& path) {
   return {text.begin(), text.end()};
 }
 
+// A path from the bytes of a name: UTF-8 on Windows, whatever they are on POSIX.
+fs::path HostName(const std::string& name) {
+#ifdef _WIN32
+  const std::u16string units = FromUtf8(name);
+  return fs::path(std::wstring(units.begin(), units.end()));
+#else
+  return name;
+#endif
+}
+
 class Program : public testing::Test {
  protected:
-  void File(const fs::path& name) {
-    const fs::path path = folder.HostPath() / name;
+  void File(const std::string& name) {
+    const fs::path path = folder.HostPath() / HostName(name);
     fs::create_directories(path.parent_path());
     std::ofstream file(path);
     ASSERT_TRUE(file.good()) << path;
@@ -229,13 +239,8 @@ TEST_F(Program, CountsEqualAnIndependentWalkOverOddNames) {
   for (const char* const parent : {"", "one", "one/two", "\xE6\x96\x87\xE4\xBB\xB6"}) {
     for (const std::string& name : OddNames()) {
       std::error_code error;
-      fs::create_directories(folder.HostPath() / parent, error);
-#ifdef _WIN32
-      std::ofstream file(folder.HostPath() / parent /
-                         reinterpret_cast<const wchar_t*>(FromUtf8(name).c_str()));
-#else
-      std::ofstream file(folder.HostPath() / parent / name);
-#endif
+      fs::create_directories(folder.HostPath() / HostName(parent), error);
+      std::ofstream file(folder.HostPath() / HostName(parent) / HostName(name));
       made += file.good();
     }
   }

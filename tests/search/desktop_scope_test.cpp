@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/console.h"
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/known_folders.h"
@@ -24,7 +25,7 @@ class DesktopScope : public testing::Test {
     std::ofstream(folder.HostPath() / "user-dirs.dirs")
         << "XDG_DESKTOP_DIR=\"" << folder.HostPath().generic_string() << "/me/Desktop\"\n";
     std::filesystem::create_directories(folder.HostPath() / "me" / "Desktop");
-    MapDrive(u'C', folder.Path());
+    if (!HasSystemDrives()) MapDrive(u'C', folder.Path());
     const auto desktop = DesktopFolder();
     ASSERT_TRUE(desktop.has_value());
     AddVolumeWithDesktop(*desktop);

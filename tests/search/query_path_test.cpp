@@ -108,12 +108,10 @@ TEST_F(IsExistingFolderQueryTest, OnlyTheUpperCaseLetterIsDriveS) {
   EXPECT_EQ(Listed(u"\"s:\\dir\""), u"s:\\dir");
 }
 
-// A host whose paths begin with a letter has nothing to turn.
 TEST_F(IsExistingFolderQueryTest, APathOfTheHostBelowADriveBecomesThePathOnIt) {
   UnmapDrive(u'S');
-  const bool hasLetters = HostRoot()[1] == u':';
-  EXPECT_EQ(Listed(HostRoot() + u"/dir/"), hasLetters ? HostRoot() + u"\\dir" : u"Q:\\dir");
-  EXPECT_EQ(Listed(HostRoot()), hasLetters ? HostRoot() : u"Q:");
+  EXPECT_EQ(Listed(HostRoot() + u"/dir/"), u"Q:\\dir");
+  EXPECT_EQ(Listed(HostRoot()), u"Q:");
 }
 
 TEST_F(IsExistingFolderQueryTest, APathOfTheHostBelowNoDriveStaysAsItIs) {
@@ -156,6 +154,13 @@ TEST(PathInDesktop, AnEmptyPathOrFolderFails) {
   EXPECT_FALSE(PathInDesktop(u"", u"C:\\me"));
   EXPECT_FALSE(PathInDesktop(u"C:\\me", u""));
   EXPECT_FALSE(PathInDesktop(u"", u""));
+}
+
+TEST(IsExistingFolderQuery, RelativePathIsNoFolder) {
+  std::u16string path;
+  EXPECT_FALSE(IsExistingFolderQuery(u".", path));
+  EXPECT_FALSE(IsExistingFolderQuery(u"..", path));
+  EXPECT_FALSE(IsExistingFolderQuery(u"C:relative", path));
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ void OnInterrupt(void (*interrupt)()) {
   sigaction(SIGINT, &action, nullptr);
 }
 
+std::optional<std::string> ReadInputLine() { return ReadStreamLine(stdin); }
+
 bool HasSystemDrives() { return false; }
 
 }  // namespace quilmark

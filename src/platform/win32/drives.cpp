@@ -55,7 +55,9 @@ std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
 
 std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
   const NoMediumPrompt noPrompt;
-  const UniqueFile folder = OpenFolder(root);
+  // A root is a path of the system, also where its own letter is mapped.
+  const std::u16string path = (IsDrivePath(root) ? u"\\\\?\\" : u"") + std::u16string(root);
+  const UniqueFile folder = OpenFolder(path);
   BY_HANDLE_FILE_INFORMATION status;
   if (!folder || !GetFileInformationByHandle(folder.Get(), &status)) return std::nullopt;
   if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
