@@ -9,11 +9,33 @@ namespace quilmark {
 
 namespace fs = std::filesystem;
 
-// `path` in the form in which the standard library takes it at any length.
+#ifdef _WIN32
+
+// The form in which the standard library takes a path of any length.
 static fs::path LongForm(const fs::path& path) {
-  if (fs::path::preferred_separator == '/') return path;
-  return fs::path("\\\\?\\").native() + fs::path(path).make_preferred().native();
+  return L"\\\\?\\" + fs::path(path).make_preferred().native();
 }
+
+// The library's own remove_all loses its way beyond 260 characters, whatever the form.
+static void RemoveTree(const fs::path& path) {
+  std::error_code ignored;
+  if (fs::remove(path, ignored)) return;
+  FolderListing listing;
+  ListFolder(path.u16string(), listing);
+  for (const FolderEntry& entry : listing.entries) RemoveTree(path / listing.NameOf(entry));
+  fs::remove(path, ignored);
+}
+
+#else
+
+static fs::path LongForm(const fs::path& path) { return path; }
+
+static void RemoveTree(const fs::path& path) {
+  std::error_code ignored;
+  fs::remove_all(path, ignored);
+}
+
+#endif
 
 ScratchFolder::ScratchFolder() {
   std::random_device random;
@@ -22,10 +44,7 @@ ScratchFolder::ScratchFolder() {
   } while (!fs::create_directory(path_));
 }
 
-ScratchFolder::~ScratchFolder() {
-  std::error_code ignored;
-  fs::remove_all(LongForm(path_), ignored);
-}
+ScratchFolder::~ScratchFolder() { RemoveTree(LongForm(path_)); }
 
 std::u16string ScratchFolder::Path() const {
   const std::u8string typed = path_.u8string();

@@ -32,6 +32,7 @@ void AppendFound(const WIN32_FIND_DATAW& found, FolderListing& listing) {
 bool ListFolder(std::u16string_view path, FolderListing& listing) {
   listing.Clear();
   std::u16string pattern = LongPathOf(path);
+  if (pattern.empty()) return false;  // "\\*" is the root of the current drive
   if (!pattern.ends_with(u'\\')) pattern += u'\\';
   pattern += u'*';
   WIN32_FIND_DATAW found;
