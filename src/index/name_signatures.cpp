@@ -6,19 +6,24 @@ namespace quilmark {
 
 namespace {
 
-struct RowPair {
-  uint32_t first, second;
-};
+using GramRows = std::array<uint32_t, kRowsPerGram>;
 
-// Upper bits of one multiplication serve both rows.
-RowPair RowsOfGram(uint64_t gram) {
-  const uint64_t hash = gram * 0x9E37'79B9'7F4A'7C15u;
-  return {static_cast<uint32_t>(hash >> 52), static_cast<uint32_t>(hash >> 40) & (kSignatureRows - 1)};
+// Thirteen bits a row out of one hash; the second multiplication makes its lower half as good as the
+// upper.
+GramRows RowsOfGram(uint64_t gram) {
+  uint64_t hash = gram * 0x9E37'79B9'7F4A'7C15u;
+  hash = (hash ^ hash >> 32) * 0xD6E8'FEB8'6659'FD93u;
+  GramRows rows;
+  for (uint32_t i = 0; i < kRowsPerGram; ++i) {
+    rows[i] = static_cast<uint32_t>(hash >> (51 - 13 * i)) & (kSignatureRows - 1);
+  }
+  return rows;
 }
 
 // Three units fill 48 bits; the other kinds of gram are told apart by a bit above them.
 constexpr uint64_t kSingleUnit = uint64_t{1} << 48;
 constexpr uint64_t kInitials = uint64_t{1} << 49;
+constexpr uint64_t kSingleUnitAgain = uint64_t{1} << 50;
 
 // Calls `visit` with each gram of the text.
 template <typename Visit>
@@ -31,6 +36,7 @@ bool ForEachGram(std::u16string_view text, Visit visit) {
     if (unit >= 0x80) {
       aboveAscii = true;
       visit(unit | kSingleUnit);
+      visit(unit | kSingleUnitAgain);  // twice the rows: it may be all that a needle has
     }
     if (i >= 2) visit(window);
   }
@@ -55,9 +61,7 @@ struct BlockColumn {
   uint64_t bit;
 
   void Set(uint64_t gram) const {
-    const RowPair rows = RowsOfGram(gram);
-    words[rows.first * kPageWords] |= bit;
-    words[rows.second * kPageWords] |= bit;
+    for (const uint32_t row : RowsOfGram(gram)) words[row * kPageWords] |= bit;
   }
 };
 
@@ -68,10 +72,8 @@ BlockColumn ColumnOf(NameSignatures& signatures, uint32_t text) {
 }
 
 void AddRows(SignatureTest& test, uint64_t gram) {
-  if (test.count + 2 > SignatureTest::kMostRows) return;
-  const RowPair rows = RowsOfGram(gram);
-  test.rows[test.count++] = static_cast<uint16_t>(rows.first);
-  test.rows[test.count++] = static_cast<uint16_t>(rows.second);
+  if (test.count + kRowsPerGram > SignatureTest::kMostRows) return;
+  for (const uint32_t row : RowsOfGram(gram)) test.rows[test.count++] = static_cast<uint16_t>(row);
 }
 
 }  // namespace

@@ -2,10 +2,10 @@
 //
 // Names are taken in blocks of 64. A row is a bit for every block, set when a name of the block holds a
 // gram that hashes to the row; a needle can only stand in blocks whose bits are set in the rows of all
-// its grams. Grams are three units in a row, and single units above ASCII, two rows each. 512 blocks
+// its grams. Grams are three units in a row, and single units above ASCII, three rows each. 512 blocks
 // share a page whose rows are one cache line long, so a test of 32,768 names costs a cache line a row.
 //
-// Nothing is ever taken out: a signature may promise too much, never too little. 8 bytes a name.
+// Nothing is ever taken out: a signature may promise too much, never too little. 16 bytes a name.
 #pragma once
 
 #include <array>
@@ -19,7 +19,8 @@
 
 namespace quilmark {
 
-inline constexpr uint32_t kSignatureRows = 4'096;
+inline constexpr uint32_t kSignatureRows = 8'192;
+inline constexpr uint32_t kRowsPerGram = 3;
 inline constexpr uint32_t kBlocksPerPage = 512;
 inline constexpr uint32_t kTextsPerPage = kBlocksPerPage * kTextsPerMark;
 inline constexpr uint32_t kPageWords = kBlocksPerPage / 64;
@@ -39,7 +40,7 @@ void AddInitialsToSignatures(NameSignatures& signatures, uint32_t text, std::u16
 
 // Rows that a block must have to hold all the needles given to AddNeedle.
 struct SignatureTest {
-  static constexpr size_t kMostRows = 24;  // further grams would hardly narrow the choice
+  static constexpr size_t kMostRows = 30;  // further grams would hardly narrow the choice
   std::array<uint16_t, kMostRows> rows{};
   size_t count = 0;
 };
