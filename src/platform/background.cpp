@@ -5,11 +5,9 @@
 #include <exception>
 #include <mutex>
 #include <string>
-#include <system_error>
-#include <thread>
 #include <utility>
 
-#include "platform/thread_name.h"
+#include "platform/detached_thread.h"
 
 namespace quilmark {
 
@@ -68,17 +66,12 @@ void RunGuarded(const char* name, std::function<void()> work) noexcept {
 bool RunBackground(const char* name, std::function<void()> work) {
   if (name == nullptr) name = "unknown";
   CountJobIn();
-  try {
-    std::thread([name, work = std::move(work)]() mutable {
-      NameThisThread(name);
-      RunGuarded(name, std::move(work));
-      CountJobOut();
-    }).detach();
-  } catch (const std::system_error&) {
+  const bool started = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
+    RunGuarded(name, std::move(work));
     CountJobOut();
-    return false;
-  }
-  return true;
+  });
+  if (!started) CountJobOut();
+  return started;
 }
 
 void SetBackgroundExceptionLog(ExceptionLog log) {
