@@ -12,7 +12,6 @@ export WINEPREFIX=${WINEPREFIX:-$wine_root/build/wineprefix}
 export WINEARCH=win64 WINEDEBUG=-all
 # No prompts for a .NET or HTML engine; no links from the prefix's menus to the host's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
-wine_keeper=
 
 wine_make_prefix() {
   [ -e "$WINEPREFIX/.ready" ] && return 0
@@ -26,13 +25,16 @@ wine_make_prefix() {
 }
 
 # The client reads a pipe that nobody writes to and that is closed when the calling shell ends. Its output goes
-# nowhere: Wine's services inherit it, and whoever reads it would wait for them.
+# nowhere, and so does that of the programs that bring up Wine's services and its desktop: these inherit it, and
+# whoever reads the output of a later program would wait for them.
 wine_keep() {
-  [ -n "$wine_keeper" ] && kill -0 "$wine_keeper" 2>/dev/null && return 0
+  local keeper
+  keeper=$(cat "$WINEPREFIX/.keeper" 2>/dev/null)  # in a file: a pipeline runs this in a shell of its own
+  [ -n "$keeper" ] && kill -0 "$keeper" 2>/dev/null && return 0
   wine_make_prefix || { echo "wine: the prefix $WINEPREFIX cannot be made" >&2; return 1; }
-  tail --pid=$$ -f /dev/null 2>/dev/null | setsid wine cmd >/dev/null 2>&1 &
-  wine_keeper=$!
-  timeout 60 wine cmd /c exit >/dev/null 2>&1 </dev/null  # the services are up when this returns
+  tail --pid=$$ -f /dev/null 2>/dev/null </dev/null | setsid wine cmd >/dev/null 2>&1 &
+  echo $! >"$WINEPREFIX/.keeper"
+  timeout 60 wine rundll32 user32.dll,GetDesktopWindow >/dev/null 2>&1 </dev/null
 }
 
 wine_run() {
@@ -41,8 +43,7 @@ wine_run() {
 }
 
 wine_stop() {
-  [ -n "$wine_keeper" ] && kill "$wine_keeper" 2>/dev/null
-  wine_keeper=
+  rm -f "$WINEPREFIX/.keeper"
   timeout 60 wineserver -k 2>/dev/null
   return 0
 }

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "platform/detached_thread.h"
-#include "platform/thread_name.h"
 
 namespace quilmark {
 
@@ -67,8 +66,7 @@ void RunGuarded(const char* name, std::function<void()> work) noexcept {
 bool RunBackground(const char* name, std::function<void()> work) {
   if (name == nullptr) name = "unknown";
   CountJobIn();
-  const bool started = StartDetachedThread([name, work = std::move(work)]() mutable {
-    NameThisThread(name);
+  const bool started = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
     RunGuarded(name, std::move(work));
     CountJobOut();
   });

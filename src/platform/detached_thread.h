@@ -1,12 +1,12 @@
-// A thread that nobody waits for.
+// Threads that nobody waits for.
 #pragma once
 
 #include <functional>
 
 namespace quilmark {
 
-// Runs `body`, which lets no exception out, on a thread of its own. False if none could be started;
-// `body` then did not run.
-bool StartDetachedThread(std::function<void()> body);
+// Runs `body`, which lets no exception out, on a thread called `name`: a literal, of which systems show
+// the first 15 characters. False if no thread could be started; `body` then does not run.
+bool StartDetachedThread(const char* name, std::function<void()> body);
 
 }  // namespace quilmark

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -87,6 +88,22 @@ TEST(Background, AJobStartsFurtherJobsThatAreWaitedFor) {
   }));
   ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
   EXPECT_EQ(order, "outer inner");
+}
+
+TEST(BackgroundConcurrency, EachJobRunsWhileTheProcessorsAreBusy) {
+  std::atomic<bool> done = false;
+  std::thread busy([&] {
+    while (!done) {
+    }
+  });
+  int ran = 0;
+  for (int i = 1; i <= 300; ++i) {
+    ASSERT_TRUE(RunBackground("do_search", [&] { ++ran; }));
+    EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
+    EXPECT_EQ(ran, i);
+  }
+  done = true;
+  busy.join();
 }
 
 TEST(BackgroundConcurrency, ManyJobsAllEnd) {
