@@ -15,6 +15,7 @@ constexpr uint64_t kRootFrn = 1;
 struct Walk {
   VolumeIndex& volume;
   FolderReader& reader;
+  uint64_t nextFrn = kFirstSyntheticFrn;
 };
 
 void AppendEntry(VolumeIndex& volume, uint64_t frn, uint64_t parentFrn, bool isDirectory,
@@ -31,7 +32,7 @@ void AppendContents(Walk& walk, std::shared_ptr<WalkFolder> folder, uint64_t par
   size_t subfolder = 0;
   for (const FolderEntry& entry : folder->listing.entries) {
     if (ShutdownRequested) break;
-    const uint64_t frn = walk.volume.nextSyntheticFrn++;
+    const uint64_t frn = walk.nextFrn++;
     AppendEntry(walk.volume, frn, parentFrn, entry.isDirectory, folder->listing.NameOf(entry));
     if (entry.isDirectory && subfolder < folder->subfolders.size()) {
       AppendContents(walk, std::move(folder->subfolders[subfolder++]), frn);
@@ -57,14 +58,14 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
   volume.valid = true;
 
   ResetVolumeTables(volume);
-  volume.nextSyntheticFrn = kFirstSyntheticFrn;
   SetIndexOf(volume.frnToIndex, volume.records, kRootFrn, kRootWithoutRecord);
   {
     FolderReader reader(options.source, ThreadsFor(options), kDeepestWalk);
-    Walk walk{volume, reader};
+    Walk walk{.volume = volume, .reader = reader};
     auto root = std::make_shared<WalkFolder>();
     root->path = drive;
     AppendContents(walk, std::move(root), kRootFrn);
+    volume.nextSyntheticFrn = walk.nextFrn;
   }
   const bool found = !volume.records.empty();
   if (!found) volume.valid = false;

@@ -41,10 +41,10 @@ bool FolderReader::TakeAndRead(WalkFolder& folder, FolderList& spares) {
   auto expected = WalkFolder::kOffered;
   if (!folder.state.compare_exchange_strong(expected, WalkFolder::kTaken)) return false;
   List(folder, spares);
-  entriesAhead_ += static_cast<int64_t>(folder.listing.entries.size());
   bool wake = false;
   {
     const std::scoped_lock lock(mutex_);
+    entriesAhead_ += folder.listing.entries.size();
     // Backwards, so that the first subfolder is the next to be read.
     offered_.insert(offered_.end(), folder.subfolders.rbegin(), folder.subfolders.rend());
     folder.state = WalkFolder::kRead;
@@ -100,9 +100,9 @@ void FolderReader::Read(WalkFolder& folder) {
 }
 
 void FolderReader::Release(std::shared_ptr<WalkFolder> folder) {
-  const auto entries = static_cast<int64_t>(folder->listing.entries.size());
-  const bool wasFull = entriesAhead_.fetch_sub(entries) >= kMostEntriesAhead;
   const std::scoped_lock lock(mutex_);
+  const bool wasFull = entriesAhead_ >= kMostEntriesAhead;
+  entriesAhead_ -= folder->listing.entries.size();
   Recycle(std::move(folder));
   if (wasFull) changed_.notify_all();
 }

@@ -55,7 +55,7 @@ class FolderReader {
   void TakeSpares(FolderList& spares);               // REQUIRES mutex_ held
 
   // Entries that may lie read and not yet walked; keeps a slow walk from holding the whole tree twice.
-  static constexpr int64_t kMostEntriesAhead = 500'000;
+  static constexpr size_t kMostEntriesAhead = 500'000;
   static constexpr size_t kMostSpares = 1'024;
   static constexpr size_t kMostSpareUnits = 8'192;
 
@@ -66,10 +66,10 @@ class FolderReader {
   FolderList offered_;  // mutex_; the next one at the back
   FolderList
       spares_;  // mutex_; used again with their memory: threads that free what others allocated wait
-  FolderList ownSpares_;   // of the walking thread
-  bool stopping_ = false;  // mutex_
-  int waiting_ = 0;        // mutex_; threads in changed_
-  std::atomic<int64_t> entriesAhead_ = 0;
+  FolderList ownSpares_;     // of the walking thread
+  bool stopping_ = false;    // mutex_
+  size_t entriesAhead_ = 0;  // mutex_
+  int waiting_ = 0;          // mutex_; threads in changed_
   std::vector<std::thread> threads_;
 };
 

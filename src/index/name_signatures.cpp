@@ -57,18 +57,17 @@ void ForEachInitialsGram(std::u16string_view units, Visit visit) {
 
 // The bits of one text's block.
 struct BlockColumn {
-  uint64_t* words;  // of row 0
-  uint64_t bit;
+  BlockMask* rows;
+  BlockMask bit;
 
   void Set(uint64_t gram) const {
-    for (const uint32_t row : RowsOfGram(gram)) words[row * kPageWords] |= bit;
+    for (const uint32_t row : RowsOfGram(gram)) rows[row] |= bit;
   }
 };
 
 BlockColumn ColumnOf(NameSignatures& signatures, uint32_t text) {
-  const uint32_t block = text / kTextsPerMark % kBlocksPerPage;
-  return {signatures.pages[text / kTextsPerPage].get()->data() + block / 64,
-          uint64_t{1} << (block % 64)};
+  return {signatures.pages[text / kTextsPerPage].get(),
+          BlockMask{1} << (text / kTextsPerMark % kBlocksPerPage)};
 }
 
 void AddRows(SignatureTest& test, uint64_t gram) {
@@ -100,13 +99,9 @@ void AddInitialsPattern(SignatureTest& test, std::u16string_view pattern) {
 }
 
 BlockMask CandidateBlocks(const NameSignatures& signatures, size_t page, const SignatureTest& test) {
-  BlockMask blocks;
-  blocks.fill(~uint64_t{0});
   const BlockMask* const rows = signatures.pages[page].get();
-  for (size_t i = 0; i < test.count; ++i) {
-    const BlockMask& row = rows[test.rows[i]];
-    for (size_t word = 0; word < kPageWords; ++word) blocks[word] &= row[word];
-  }
+  BlockMask blocks = ~BlockMask{0};
+  for (size_t i = 0; i < test.count && blocks != 0; ++i) blocks &= rows[test.rows[i]];
   return blocks;
 }
 

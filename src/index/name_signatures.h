@@ -2,8 +2,8 @@
 //
 // Names are taken in blocks of 64. A row is a bit for every block, set when a name of the block holds a
 // gram that hashes to the row; a needle can only stand in blocks whose bits are set in the rows of all
-// its grams. Grams are three units in a row, and single units above ASCII, three rows each. 512 blocks
-// share a page whose rows are one cache line long, so a test of 32,768 names costs a cache line a row.
+// its grams. Grams are three units in a row, and single units above ASCII, three rows each. 64 blocks
+// share a page: its 64 KiB stay in the processor's nearest caches while its names are added.
 //
 // Nothing is ever taken out: a signature may promise too much, never too little. 16 bytes a name.
 #pragma once
@@ -21,12 +21,11 @@ namespace quilmark {
 
 inline constexpr uint32_t kSignatureRows = 8'192;
 inline constexpr uint32_t kRowsPerGram = 3;
-inline constexpr uint32_t kBlocksPerPage = 512;
+inline constexpr uint32_t kBlocksPerPage = 64;
 inline constexpr uint32_t kTextsPerPage = kBlocksPerPage * kTextsPerMark;
-inline constexpr uint32_t kPageWords = kBlocksPerPage / 64;
 
 // One bit for each block of a page.
-using BlockMask = std::array<uint64_t, kPageWords>;
+using BlockMask = uint64_t;
 
 struct NameSignatures {
   std::vector<std::unique_ptr<BlockMask[]>> pages;  // kSignatureRows masks a page

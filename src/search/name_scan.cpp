@@ -49,57 +49,44 @@ CompiledGroup CompileGroup(const std::vector<std::u16string>& group) {
   return compiled;
 }
 
-int CountBlocks(const BlockMask& blocks) {
-  int count = 0;
-  for (const uint64_t word : blocks) count += std::popcount(word);
-  return count;
-}
-
 // The blocks of which a word of `bits` is not zero: a word speaks of one block.
 BlockMask BlocksWithBits(const RecordBits& bits, size_t page) {
-  BlockMask blocks{};
+  BlockMask blocks = 0;
   const size_t first = page * kBlocksPerPage;
   const size_t last = std::min(first + kBlocksPerPage, bits.words.size());
   for (size_t block = first; block < last; ++block) {
-    const size_t inPage = block - first;
-    if (bits.words[block] != 0) blocks[inPage / 64] |= uint64_t{1} << (inPage % 64);
+    if (bits.words[block] != 0) blocks |= BlockMask{1} << (block - first);
   }
   return blocks;
-}
-
-void AddBlocks(BlockMask& blocks, const BlockMask& more) {
-  for (size_t word = 0; word < blocks.size(); ++word) blocks[word] |= more[word];
 }
 
 // Names that stand apart are in no signature.
 void FindInitialsBlocks(NameScan& scan, size_t page) {
   scan.initialsBlocks = CandidateBlocks(scan.volume.signatures, page, scan.query.initialsSignatures);
-  if (scan.volume.apartCount != 0)
-    AddBlocks(scan.initialsBlocks, BlocksWithBits(scan.volume.apart, page));
-  const BlockMask named = BlocksWithBits(scan.volume.initials, page);
-  for (size_t word = 0; word < named.size(); ++word) scan.initialsBlocks[word] &= named[word];
+  if (scan.volume.apartCount != 0) scan.initialsBlocks |= BlocksWithBits(scan.volume.apart, page);
+  scan.initialsBlocks &= BlocksWithBits(scan.volume.initials, page);
 }
 
 void EnterPage(NameScan& scan, size_t page) {
   scan.page = page;
   scan.groupBlocks.resize(scan.query.compiled.size());
-  scan.anyBlocks.fill(scan.query.matchesAll ? ~uint64_t{0} : 0);
+  scan.anyBlocks = scan.query.matchesAll ? ~BlockMask{0} : 0;
   for (size_t group = 0; group < scan.groupBlocks.size(); ++group) {
     BlockMask& blocks = scan.groupBlocks[group];
     blocks = CandidateBlocks(scan.volume.signatures, page, scan.query.compiled[group].signatures);
-    if (CountBlocks(blocks) > kDenseBlocks) blocks.fill(~uint64_t{0});
-    AddBlocks(scan.anyBlocks, blocks);
+    if (std::popcount(blocks) > kDenseBlocks) blocks = ~BlockMask{0};
+    scan.anyBlocks |= blocks;
   }
-  if (scan.volume.apartCount != 0) AddBlocks(scan.anyBlocks, BlocksWithBits(scan.volume.apart, page));
+  if (scan.volume.apartCount != 0) scan.anyBlocks |= BlocksWithBits(scan.volume.apart, page);
   if (scan.query.initials.empty()) return;
   FindInitialsBlocks(scan, page);
-  AddBlocks(scan.anyBlocks, scan.initialsBlocks);
+  scan.anyBlocks |= scan.initialsBlocks;
 }
 
 // The bits of the granule's blocks, lowest first.
-unsigned GranuleBlocks(const BlockMask& blocks, uint32_t granule) {
+unsigned GranuleBlocks(BlockMask blocks, uint32_t granule) {
   const uint32_t block = granule % kGranulesPerPage * kGranuleBlocks;
-  return static_cast<unsigned>(blocks[block / 64] >> (block % 64)) & ((1u << kGranuleBlocks) - 1);
+  return static_cast<unsigned>(blocks >> block) & ((1u << kGranuleBlocks) - 1);
 }
 
 // Number of the first text behind a chunk.

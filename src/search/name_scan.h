@@ -47,8 +47,8 @@ struct NameScan {
   // Candidate blocks of the page that the scan is on: one mask a group, and all that may bring a hit.
   size_t page = SIZE_MAX;
   std::vector<BlockMask> groupBlocks;
-  BlockMask initialsBlocks{};
-  BlockMask anyBlocks{};
+  BlockMask initialsBlocks = 0;
+  BlockMask anyBlocks = 0;
   size_t chunk = 0;  // of volume.names, where the granule begins
 };
 

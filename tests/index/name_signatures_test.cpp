@@ -13,7 +13,7 @@ namespace {
 bool MayHold(const NameSignatures& signatures, uint32_t text, const SignatureTest& test) {
   const uint32_t block = text / kTextsPerMark;
   const BlockMask blocks = CandidateBlocks(signatures, block / kBlocksPerPage, test);
-  return (blocks[block % kBlocksPerPage / 64] >> (block % 64) & 1) != 0;
+  return (blocks >> (block % kBlocksPerPage) & 1) != 0;
 }
 
 SignatureTest TestOf(std::u16string_view needle) {

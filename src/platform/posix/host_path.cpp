@@ -14,9 +14,25 @@ namespace {
 constexpr mode_t kNewFileMode = 0666;  // the user's mask takes its part
 constexpr size_t kLongestCall = PATH_MAX - 1;
 
+// Appends `path` with "/" for each backslash. False, with nothing appended, unless all of it is ASCII.
+bool AppendPlainPath(std::u16string_view path, std::string& bytes) {
+  const size_t start = bytes.size();
+  bytes.resize(start + path.size());
+  char* const to = bytes.data() + start;
+  unsigned units = 0;
+  for (size_t i = 0; i < path.size(); ++i) {
+    units |= path[i];
+    to[i] = path[i] == u'\\' ? '/' : static_cast<char>(path[i]);
+  }
+  if (units < 0x80) return true;
+  bytes.resize(start);
+  return false;
+}
+
 // Appends `path` with "/" for each backslash. A name is converted by itself, so that the one that stands
 // for a backslash inside it stays apart from the separators.
 void AppendHostBytes(std::u16string_view path, std::string& bytes) {
+  if (AppendPlainPath(path, bytes)) return;
   while (!path.empty()) {
     const char16_t unit = path.front();
     if (unit < 0x80) {
