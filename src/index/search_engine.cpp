@@ -6,6 +6,7 @@
 namespace quilmark {
 
 std::atomic<bool> ShutdownRequested = false;
+std::atomic<uint64_t> AttrCacheGeneration = 0;
 
 SearchEngine& Engine() {
   // Never destroyed: detached threads may look at it until the process is gone.

@@ -8,15 +8,20 @@
 
 #include "index/volume_index.h"
 #include "platform/locks.h"
+#include "platform/window_post.h"
 
 namespace quilmark {
+
+inline constexpr uint32_t WM_VOLUME_LOST =
+    1032;  // a drive letter vanished, or a monitor lost its device
 
 struct SearchEngine {
   std::vector<std::unique_ptr<VolumeIndex>> volumes;  // guarded by volumesMutex; sorted by drive
   mutable OrderedLock volumesMutex{LockRank::kVolumeList, "volumesMutex"};
-  std::atomic<bool> ready = false;       // a volume is usable
-  std::atomic<bool> syncing = false;     // the volumes are being brought in line with the drives
-  std::atomic<bool> prewarming = false;  // the attribute cache is being filled
+  std::atomic<bool> ready = false;           // a volume is usable
+  std::atomic<bool> syncing = false;         // the volumes are being brought in line with the drives
+  std::atomic<bool> prewarming = false;      // the attribute cache is being filled
+  std::atomic<PostTarget> window = nullptr;  // the main window, once it exists
 };
 
 // Lives as long as the process.
@@ -24,6 +29,9 @@ SearchEngine& Engine();
 
 // Set once when the program ends; every long loop tests it.
 extern std::atomic<bool> ShutdownRequested;
+
+// Goes up whenever a cached attribute is dropped or replaced.
+extern std::atomic<uint64_t> AttrCacheGeneration;
 
 // The volumes as they are now. A volume lives on while the result of a search may name it.
 std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);

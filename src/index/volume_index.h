@@ -10,8 +10,11 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "index/file_record.h"
 #include "index/frn_table.h"
@@ -21,6 +24,8 @@
 #include "index/record_store.h"
 #include "platform/clock.h"
 #include "platform/locks.h"
+#include "platform/pause.h"
+#include "platform/volume_device.h"
 
 namespace quilmark {
 
@@ -40,7 +45,21 @@ struct MftSize {
 template <typename Value>
 using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
 
+// One change that the journal reported, after it was applied.
+struct VolumeChange {
+  enum Kind { kCreated, kDeleted, kRenamed, kMoved };
+  Kind kind = kCreated;
+  bool isDirectory = false;
+  std::u16string path;
+  std::u16string formerPath;  // of what was renamed or moved
+};
+
 struct VolumeIndex {
+  VolumeIndex() = default;
+  ~VolumeIndex();  // closes the volume
+  VolumeIndex(const VolumeIndex&) = delete;
+  VolumeIndex& operator=(const VolumeIndex&) = delete;
+
   std::u16string drive;       // "X:", upper-case
   std::u16string fileSystem;  // "NTFS", or the name that the system reports
   std::atomic<bool> valid = true;
@@ -60,6 +79,16 @@ struct VolumeIndex {
   RecordBits initials;  // the name has a key of initials (initial_letters.h)
   uint64_t apartCount = 0;
   NameSignatures signatures;
+
+  // The device and the thread that follows it. deviceLock is for a look or a swap, nothing else.
+  mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
+  std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
+  std::thread monitorThread;                   // deviceLock
+  std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
+  Pause monitorPause;
+  // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
+  // where somebody listens.
+  std::function<void(const VolumeChange&)> onChange;
 
   mutable OrderedLock attrLock{LockRank::kAttributes, "attrLock"};
   FrnMap<AttrEntry> attrs;

@@ -1,7 +1,7 @@
 // Drive letters: what the system has, or what this process was given by hand.
 //
-// A process that maps a letter to a folder sees its mapped letters only, on every platform; without a
-// mapping Windows shows its own drives and a POSIX host none.
+// A process that maps a letter to a folder, or to the image of an NTFS volume, sees its mapped letters
+// only, on every platform; without a mapping Windows shows its own drives and a POSIX host none.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace quilmark {
 
-// Gives `letter` (A to Z, either case) to the folder `root`, a path of the host (see files.h). Replaces
+// Gives `letter` (A to Z, either case) to `root`, a path of the host (see files.h). Replaces
 // an earlier mapping. False for another character. Any thread.
 bool MapDrive(char16_t letter, std::u16string_view root);
 void UnmapDrive(char16_t letter);
@@ -28,6 +28,10 @@ std::optional<std::u16string> MappedPathOf(std::u16string_view hostPath);
 
 // Bit 0 for A: to bit 25 for Z:.
 uint32_t LogicalDriveMask();
+
+// The letters of which the root answers: of LogicalDriveMask those with a medium, and what a host shows
+// without listing it.
+uint32_t AnsweringDriveMask();
 
 struct VolumeInfo {
   std::u16string fileSystem;  // "NTFS", "FAT32", "ext4", ...

@@ -1,0 +1,28 @@
+// Index of an NTFS volume, from one stream of its records.
+//
+// The position in the change journal is taken first, the records are enumerated second, the journal is
+// followed third: whatever changes meanwhile is replayed.
+#pragma once
+
+#include <string_view>
+
+#include "index/volume_index.h"
+
+namespace quilmark {
+
+// Empties and refills the volume of `drive` ("X:") and starts its monitor; indexLock held exclusively
+// throughout, `busy` set. False, and the volume not valid, if the device cannot be opened or has no
+// journal and gets none; the tables are then as they were. Ends early at ShutdownRequested. A background
+// thread's work.
+bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
+
+// Stops the monitor and gives the device back, then waits 50 ms so that it is free for whoever opens it
+// next. Nothing if no device is open. Any thread but the monitor's own.
+void CloseVolume(VolumeIndex& volume);
+
+// How a volume is opened: OpenVolumeDevice, unless a test installs another. Null puts that back.
+using VolumeOpener = std::unique_ptr<VolumeDevice> (*)(std::u16string_view drive, VolumeAccess access,
+                                                       uint32_t& error);
+void InstallVolumeOpener(VolumeOpener opener);
+
+}  // namespace quilmark

@@ -1,0 +1,34 @@
+// Follows the change journal of one volume and edits its index in place.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "index/volume_index.h"
+
+namespace quilmark {
+
+// Thread body: polls the journal from volume.nextUsn while volume.monitorRunning is set, with a pause
+// after every read. Ends quietly, the volume searchable as it stands, when it is stopped or the journal
+// is gone; ends as lost, the volume not valid and WM_VOLUME_LOST posted, when the device is.
+void RunUsnMonitor(VolumeIndex& volume);
+
+// Ends and joins the monitor, which may be in the middle of a block or a read. Never from the monitor's
+// own thread.
+void StopMonitor(VolumeIndex& volume);
+
+// Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that
+// opens it. A malformed record ends the block. A block of eight bytes or fewer changes nothing.
+void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block);
+
+// The attributes and sizes of the file are not known any more. indexLock held.
+void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn);
+
+struct MonitorPauses {
+  uint32_t afterReadMs = 300;
+  uint32_t afterErrorMs = 1'000;
+};
+extern MonitorPauses monitorPauses;  // set before a monitor starts; tests shorten them
+
+}  // namespace quilmark

@@ -1,0 +1,65 @@
+// Which volumes exist, and when: start-up, drives that come and go, refresh by hand.
+//
+// The long work runs on jobs of RunBackground and reports by messages to `window`. volumesMutex is never
+// held across a build.
+#pragma once
+
+#include <cstdint>
+
+#include "index/search_engine.h"
+#include "platform/window_post.h"
+
+namespace quilmark {
+
+inline constexpr uint32_t WM_INDEX_STATE = 1025;  // first: 0 a volume is ready, 1 something is missing
+inline constexpr uint32_t WM_NON_NTFS_REFRESHED = 1031;  // first: volumes rebuilt, second: failures
+inline constexpr uint32_t WM_VOLUMES_SYNCED = 1033;      // the set of volumes changed or settled
+
+// How long the window waits before it syncs again while no volume is ready.
+inline constexpr uint32_t kSyncRetryMs = 5'000;
+
+// What higher layers do at the end of start-up; null members are left out. Installed before
+// InitBackground.
+struct StartupHooks {
+  void (*loadAttributeCache)() = nullptr;
+  void (*loadSizes)(VolumeIndex& volume) = nullptr;  // of each NTFS volume
+  void (*writeMissingAttributeCache)() = nullptr;
+};
+extern StartupHooks startupHooks;
+
+// Job "init_background": indexes every drive at once. Posts WM_INDEX_STATE as soon as the first is
+// searchable and WM_VOLUMES_SYNCED when all are.
+void InitBackground(SearchEngine& engine, PostTarget window);
+
+// Job "sync_current_volumes": builds what is new or not valid, one drive after another, and posts
+// WM_VOLUMES_SYNCED. Nothing if one runs already.
+void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window);
+
+// Takes volumes whose letter is gone out of the search and closes them on the job
+// "remove_unavailable_volumes". True if there was one.
+bool RemoveUnavailableVolumes(SearchEngine& engine);
+
+// Takes the volumes of the letters (bit 0: A:) out of the search and closes their devices before it
+// returns. True if there was one.
+bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
+
+// A volume that only a refresh by hand brings up to date. A volume whose letter is gone stops being
+// valid.
+bool HasNonNtfsVolume(SearchEngine& engine);
+
+// Job "refresh_non_ntfs": walks every such drive again, drops volumes of drives that are gone, posts
+// WM_NON_NTFS_REFRESHED.
+void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window);
+
+// Job "device_change_sync_volume", for the arrival of the letters in `unitMask`: syncs if one of them
+// can be read and the last such sync began more than 500 ms ago.
+void SyncArrivedVolumesAsync(SearchEngine& engine, PostTarget window, uint32_t unitMask);
+
+// One look of the drive watcher: compares the letters that answer now with `known`, posts WM_INDEX_STATE
+// for a new one and WM_VOLUME_LOST for one that is gone, and returns them.
+uint32_t WatchDrivesOnce(uint32_t known, PostTarget window);
+
+// Thread that looks every 2 seconds until shutdown. False if it could not be started.
+bool StartDriveWatcher(PostTarget window);
+
+}  // namespace quilmark

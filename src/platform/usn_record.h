@@ -1,0 +1,52 @@
+// Records of the change journal, as FSCTL_READ_USN_JOURNAL and FSCTL_ENUM_USN_DATA deliver them: blocks
+// of eight bytes of position and then USN_RECORD_V2 structures (winioctl.h).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quilmark {
+
+inline constexpr uint32_t kUsnReasonFileCreate = 0x0000'0100;
+inline constexpr uint32_t kUsnReasonFileDelete = 0x0000'0200;
+inline constexpr uint32_t kUsnReasonRenameOldName = 0x0000'1000;
+inline constexpr uint32_t kUsnReasonRenameNewName = 0x0000'2000;
+
+inline constexpr uint32_t kFileAttributeDirectory = 0x10;
+
+struct UsnRecord {
+  uint64_t frn = 0;  // record number in the low 48 bits, sequence number in the high 16
+  uint64_t parentFrn = 0;
+  int64_t usn = 0;
+  uint32_t reason = 0;
+  uint32_t attributes = 0;
+  std::span<const std::byte> name;  // UTF-16LE at any alignment; an odd last byte is no part of it
+};
+
+// Position in a block, which must outlive the records.
+struct UsnCursor {
+  std::span<const std::byte> block;
+  size_t offset = 8;
+  bool malformed = false;
+};
+
+// The next record, or empty at the end of the block. Empty with `malformed` set at a record that does
+// not fit: the rest of the block is lost, since only that record's length could lead past it. The
+// version is not looked at.
+std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor);
+
+// Copies a name into `units`, whose memory a loop reuses; the view is of `units`.
+std::u16string_view NameUnits(const UsnRecord& record, std::u16string& units);
+
+// Bytes that PutUsnRecord writes for a name of so many units.
+size_t UsnRecordLength(size_t nameUnits);
+
+// Writes a record of version 2 at the start of `to`. REQUIRES UsnRecordLength(...) <= to.size() and at
+// most 32,000 units.
+void PutUsnRecord(std::span<std::byte> to, const UsnRecord& record, uint64_t timestamp);
+
+}  // namespace quilmark

@@ -1,0 +1,69 @@
+// A volume opened for reading its records: a device of the system, the raw bytes of an NTFS volume, or a
+// script of a test.
+//
+// Codes and layouts are those of winioctl.h; error codes are those of Windows on every platform.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace quilmark {
+
+// Control codes, named after winioctl.h (whose own names are macros).
+inline constexpr uint32_t kFsctlGetNtfsVolumeData = 0x0009'0064;
+inline constexpr uint32_t kFsctlGetNtfsFileRecord = 0x0009'0068;
+inline constexpr uint32_t kFsctlEnumUsnData = 0x0009'00B3;
+inline constexpr uint32_t kFsctlReadUsnJournal = 0x0009'00BB;
+inline constexpr uint32_t kFsctlCreateUsnJournal = 0x0009'00E7;
+inline constexpr uint32_t kFsctlQueryUsnJournal = 0x0009'00F4;
+inline constexpr uint32_t kFsctlDeleteUsnJournal = 0x0009'00F8;
+
+// Error codes of Windows that volumes answer with.
+inline constexpr uint32_t kErrorInvalidFunction = 1;
+inline constexpr uint32_t kErrorAccessDenied = 5;
+inline constexpr uint32_t kErrorInvalidHandle = 6;
+inline constexpr uint32_t kErrorWriteProtect = 19;
+inline constexpr uint32_t kErrorReadFault = 30;
+inline constexpr uint32_t kErrorHandleEof = 38;
+inline constexpr uint32_t kErrorInvalidParameter = 87;
+inline constexpr uint32_t kErrorMoreData = 234;
+inline constexpr uint32_t kErrorOperationAborted = 995;
+inline constexpr uint32_t kErrorDeviceNotConnected = 1167;
+inline constexpr uint32_t kErrorJournalNotActive = 1179;
+inline constexpr uint32_t kErrorJournalEntryDeleted = 1181;
+
+// Any thread may call Cancel and Close while one thread is in Control or ReadAt.
+struct VolumeDevice {
+  struct Reply {
+    uint32_t error = 0;  // 0, or an error code of Windows
+    size_t bytes = 0;    // written to the output
+  };
+  virtual ~VolumeDevice() = default;
+
+  // Runs FSCTL `code`. A short `output` gives error 234, never a write past its end.
+  virtual Reply Control(uint32_t code, std::span<const std::byte> input,
+                        std::span<std::byte> output) = 0;
+
+  // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer only at its end. A device of
+  // Windows wants both in whole sectors.
+  virtual Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) = 0;
+
+  // Makes a call in progress end with error 995. No effect on later calls.
+  virtual void Cancel() = 0;
+
+  // Gives the device back to the system; a call in progress is cancelled first, later calls give error
+  // 6. Returns 0 or an error code. The destructor closes too.
+  virtual uint32_t Close() = 0;
+};
+
+enum class VolumeAccess { kReadWrite, kRead };
+
+// Opens the volume of `drive` ("X:"): "\\.\X:" on Windows, and the raw bytes where the letter is mapped
+// to an NTFS image or a block device. Null, with the reason in `error`, if that fails.
+std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, VolumeAccess access,
+                                               uint32_t& error);
+
+}  // namespace quilmark

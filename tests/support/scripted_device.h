@@ -1,0 +1,89 @@
+// A volume that plays back what a test wrote down, and remembers what it was asked.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/volume_device.h"
+
+namespace quilmark {
+
+using Bytes = std::vector<std::byte>;
+
+// Blocks of USN records as FSCTL_ENUM_USN_DATA and FSCTL_READ_USN_JOURNAL deliver them.
+class UsnBlockBuilder {
+ public:
+  explicit UsnBlockBuilder(int64_t position = 0);
+  UsnBlockBuilder& Record(uint64_t frn, uint64_t parentFrn, std::u16string_view name,
+                          uint32_t reason = 0, uint32_t attributes = 0);
+  // A record whose RecordLength says `length` and that has nothing behind its 64 bytes.
+  UsnBlockBuilder& RawLength(uint32_t length);
+  // A record whose name runs past its end.
+  UsnBlockBuilder& LongName(uint64_t frn);
+  operator const Bytes&() const { return bytes_; }
+
+ private:
+  Bytes bytes_;
+};
+
+Bytes JournalData(uint64_t journalId, int64_t nextUsn);  // USN_JOURNAL_DATA, 56 bytes
+
+// What every device of one drive shares: answers, and what was asked. Any thread.
+class DeviceScript {
+ public:
+  struct Answer {
+    uint32_t error = 0;
+    Bytes output;
+  };
+  struct Asked {
+    uint32_t code = 0;
+    Bytes input;
+    size_t outputSize = 0;
+  };
+
+  // The next answer to `code`, after those that were queued before. Without one, FSCTL_ENUM_USN_DATA
+  // gives error 38, FSCTL_READ_USN_JOURNAL its own position and no records, anything else error 1.
+  void Queue(uint32_t code, Answer answer);
+  void QueueError(uint32_t code, uint32_t error) { Queue(code, {error, {}}); }
+  // Open calls that fail with `error`, one after another, before one succeeds.
+  void QueueOpenError(uint32_t error);
+
+  std::vector<Asked> TakeAsked();
+  std::vector<uint32_t> AskedCodes() const;
+  // Waits until `code` was asked `count` times, at most 10 seconds.
+  bool WaitForAsked(uint32_t code, size_t count);
+  int OpenDevices() const;
+  std::vector<VolumeAccess> Opens() const;
+  // Makes reads of the journal wait until Cancel or Close, as a device does that is slow to answer.
+  void HoldJournalReads(bool hold);
+
+ private:
+  friend class ScriptedDevice;
+  friend std::unique_ptr<VolumeDevice> OpenScripted(std::u16string_view, VolumeAccess, uint32_t&);
+  mutable std::mutex mutex_;
+  std::condition_variable changed_;
+  std::map<uint32_t, std::deque<Answer>> answers_;
+  std::deque<uint32_t> openErrors_;
+  std::vector<Asked> asked_;
+  std::map<uint32_t, size_t> counts_;
+  std::vector<VolumeAccess> opens_;
+  int openDevices_ = 0;
+  bool holdReads_ = false;
+};
+
+// Makes BuildNtfsVolume open scripted devices for the lifetime of the object; a drive without a script
+// cannot be opened (error 2).
+class ScriptedVolumes {
+ public:
+  ScriptedVolumes();
+  ~ScriptedVolumes();
+  DeviceScript& Script(std::u16string_view drive);  // made at the first call
+};
+
+}  // namespace quilmark
