@@ -53,8 +53,7 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
                      const WalkOptions& options) {
   volume.busy = true;
   const std::unique_lock lock(volume.indexLock);
-  volume.drive = drive;
-  volume.fileSystem = fileSystemName;
+  NameVolume(volume, drive, fileSystemName);
   volume.valid = true;
 
   ResetVolumeTables(volume);

@@ -44,6 +44,12 @@ void SetIndexOf(FrnTable& table, const RecordStore& records, uint64_t frn, int64
   table.others.insert_or_assign(frn, index);
 }
 
+void FillFrnTable(FrnTable& table, const RecordStore& records) {
+  for (uint32_t index = 0; index < records.size(); ++index) {
+    SetIndexOf(table, records, records[index].frn, index);
+  }
+}
+
 std::optional<int64_t> IndexOf(const FrnTable& table, const RecordStore& records, uint64_t frn) {
   const uint64_t slot = RecordNumberOf(frn) - table.slotBase;  // wraps far above any size below the base
   if (slot < table.slots.size() && table.slots[slot] != 0) {

@@ -31,6 +31,10 @@ struct FrnTable {
 // record there has this frn already.
 void SetIndexOf(FrnTable& table, const RecordStore& records, uint64_t frn, int64_t index);
 
+// Sets the value of every record's frn to its index. The table is empty before. Of records that share a
+// reference the last one keeps it.
+void FillFrnTable(FrnTable& table, const RecordStore& records);
+
 // The value of `frn`; empty if it has none.
 std::optional<int64_t> IndexOf(const FrnTable& table, const RecordStore& records, uint64_t frn);
 

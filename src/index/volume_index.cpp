@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <mutex>
 
+#include "index/ntfs_volume.h"
 #include "platform/initial_letters.h"
 
 namespace quilmark {
@@ -44,6 +45,8 @@ void AddSearchAids(VolumeIndex& volume, uint32_t index) {
 }
 
 }  // namespace
+
+VolumeIndex::~VolumeIndex() { CloseVolume(*this); }
 
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
   name = name.substr(0, kLongestName);
@@ -91,6 +94,11 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   record.deleted = 1;
   ++volume.deletedCount;
   SetBit(volume.hidden, index);
+}
+
+void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
+  if (volume.drive != drive) volume.drive = drive;
+  if (volume.fileSystem != fileSystem) volume.fileSystem = fileSystem;
 }
 
 void ResetVolumeTables(VolumeIndex& volume) {

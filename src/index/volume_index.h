@@ -120,6 +120,10 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
 // Flags the record. No effect on one that is flagged already.
 void MarkDeleted(VolumeIndex& volume, uint32_t index);
 
+// Sets `drive` and `fileSystem`; leaves alone what is the same already, since the list of volumes is
+// searched by drive without this lock.
+void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
+
 // Empties every table and map of the volume; takes the three attribute locks one after another.
 void ResetVolumeTables(VolumeIndex& volume);
 

@@ -53,6 +53,8 @@ class DeviceScript {
   void QueueError(uint32_t code, uint32_t error) { Queue(code, {error, {}}); }
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
+  // The next Close gives this error.
+  void FailClose(uint32_t error);
 
   std::vector<Asked> TakeAsked();
   std::vector<uint32_t> AskedCodes() const;
@@ -74,6 +76,7 @@ class DeviceScript {
   std::map<uint32_t, size_t> counts_;
   std::vector<VolumeAccess> opens_;
   int openDevices_ = 0;
+  uint32_t closeError_ = 0;
   bool holdReads_ = false;
 };
 

@@ -1,0 +1,222 @@
+#include "index/ntfs_volume.h"
+
+#include <array>
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+#include "index/enum_queue.h"
+#include "index/search_engine.h"
+#include "index/usn_monitor.h"
+#include "platform/bytes.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/format.h"
+#include "platform/usn_record.h"
+#include "platform/utf.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint64_t kJournalMaximumBytes = 0x1000'0000;  // 256 MiB
+constexpr uint64_t kJournalStepBytes = 0x100'0000;      // 16 MiB
+constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
+constexpr uint32_t kDeviceReleaseMs = 50;  // the system may hold a closed device a moment longer
+
+// USN_JOURNAL_DATA of 56 bytes (winioctl.h).
+constexpr size_t kJournalDataBytes = 56, kUsnJournalId = 0, kNextUsn = 16;
+
+// The first form of MFT_ENUM_DATA.
+struct MftEnumData {
+  uint64_t startFileReferenceNumber = 0;
+  int64_t lowUsn = 0;
+  int64_t highUsn = 0;
+};
+static_assert(sizeof(MftEnumData) == 24);
+
+struct CreateUsnJournalData {
+  uint64_t maximumSize = kJournalMaximumBytes;
+  uint64_t allocationDelta = kJournalStepBytes;
+};
+
+struct DeleteUsnJournalData {
+  uint64_t usnJournalId = 0;
+  uint32_t deleteFlags = 1;  // USN_DELETE_FLAG_DELETE
+  uint32_t padding = 0;
+};
+
+std::atomic<VolumeOpener> volumeOpener = OpenVolumeDevice;
+
+template <typename Input>
+std::span<const std::byte> InputBytes(const Input& input) {
+  return std::as_bytes(std::span(&input, 1));
+}
+
+std::shared_ptr<VolumeDevice> OpenForRecords(std::u16string_view drive) {
+  uint32_t error = 0;
+  const VolumeOpener open = volumeOpener;
+  auto device = open(drive, VolumeAccess::kReadWrite, error);
+  if (device == nullptr) device = open(drive, VolumeAccess::kRead, error);
+  return device;
+}
+
+// Takes the journal's identity and its position. False if there is none.
+bool QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
+  std::array<std::byte, kJournalDataBytes> data{};
+  const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data);
+  if (reply.error != 0 || reply.bytes < data.size()) return false;
+  volume.journalId = LoadLe<uint64_t>(data, kUsnJournalId);
+  volume.nextUsn = LoadLe<int64_t>(data, kNextUsn);
+  return true;
+}
+
+void CreateJournal(VolumeDevice& device) {
+  device.Control(kFsctlCreateUsnJournal, InputBytes(CreateUsnJournalData{}), {});
+}
+
+bool FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
+  if (QueryJournal(volume, device)) return true;
+  CreateJournal(device);
+  return QueryJournal(volume, device);
+}
+
+bool CanEnumerate(VolumeDevice& device, const MftEnumData& range) {
+  std::array<std::byte, 520> scratch;
+  const uint32_t error = device.Control(kFsctlEnumUsnData, InputBytes(range), scratch).error;
+  return error == 0 || error == kErrorHandleEof || error == kErrorMoreData;
+}
+
+// A journal that exists and cannot be used gives way to a new one.
+bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device) {
+  const DeleteUsnJournalData former{.usnJournalId = volume.journalId};
+  device.Control(kFsctlDeleteUsnJournal, InputBytes(former), {});
+  CreateJournal(device);
+  return QueryJournal(volume, device);
+}
+
+void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u16string& name) {
+  UsnCursor cursor{.block = block};
+  while (!ShutdownRequested) {
+    const auto record = NextUsnRecord(cursor);
+    if (!record) return;
+    AppendRecord(volume,
+                 {.frn = record->frn,
+                  .parentFrn = record->parentFrn,
+                  .isDirectory = (record->attributes & kFileAttributeDirectory) != 0},
+                 NameUnits(*record, name));
+  }
+}
+
+void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
+  std::u16string name;
+  while (!ShutdownRequested) {
+    const auto buffer = queue.Pop();
+    if (buffer == nullptr) return;
+    AppendRecords(volume, buffer->Block(), name);
+  }
+}
+
+void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
+  while (!ShutdownRequested) {
+    auto buffer = std::make_unique<EnumBuffer>();
+    const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
+    if (reply.error != 0 || reply.bytes < sizeof range.startFileReferenceNumber) return;
+    buffer->bytesReturned = static_cast<uint32_t>(reply.bytes);
+    range.startFileReferenceNumber = LoadLe<uint64_t>(buffer->bytes, 0);
+    if (reply.bytes > sizeof range.startFileReferenceNumber) queue.Push(std::move(buffer));
+  }
+}
+
+// One pass: this thread reads, another parses. indexLock is held over both.
+void Enumerate(VolumeIndex& volume, VolumeDevice& device, const MftEnumData& range) {
+  EnumQueue queue;
+  std::thread parser([&] { ParseBlocks(volume, queue); });
+  ReadBlocks(device, range, queue);
+  queue.Finish();
+  parser.join();
+}
+
+void FillTables(VolumeIndex& volume, VolumeDevice& device) {
+  ResetVolumeTables(volume);
+  MftEnumData range{.highUsn = volume.nextUsn};
+  Enumerate(volume, device, range);
+  if (!volume.records.empty() || range.highUsn == kUnbounded || ShutdownRequested) return;
+  // Some volumes deliver nothing under a bounded range.
+  range.highUsn = kUnbounded;
+  Enumerate(volume, device, range);
+}
+
+void StartMonitor(VolumeIndex& volume) {
+  if (volume.monitorRunning.exchange(true)) return;
+  std::thread monitor([&volume] { RunUsnMonitor(volume); });
+  const std::scoped_lock lock(volume.deviceLock);
+  volume.monitorThread.swap(monitor);
+}
+
+void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
+  const std::scoped_lock lock(volume.deviceLock);
+  volume.volumeHandle.swap(device);
+}
+
+bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
+  if (!FindOrCreateJournal(volume, *device)) return false;
+  const bool usable = CanEnumerate(*device, {.highUsn = volume.nextUsn});
+  if (!usable && !ReplaceJournal(volume, *device)) return false;
+  FillTables(volume, *device);
+  if (ShutdownRequested) return true;
+  FillFrnTable(volume.frnToIndex, volume.records);
+  StartMonitor(volume);
+  return true;
+}
+
+// With indexLock held.
+bool BuildLocked(VolumeIndex& volume) {
+  const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
+  if (device == nullptr) return false;
+  SetDevice(volume, device);
+  if (FillFromDevice(volume, device)) return true;
+  SetDevice(volume, nullptr);
+  device->Close();
+  return false;
+}
+
+void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
+  WriteDebugOutput(ToUtf8(FormatText(u"[Quilmark] CloseHandle failed, Error: %lu (0x%08X), Drive: %s\n",
+                                     error, error, volume.drive)));
+}
+
+}  // namespace
+
+void InstallVolumeOpener(VolumeOpener opener) {
+  volumeOpener = opener != nullptr ? opener : OpenVolumeDevice;
+}
+
+bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
+  volume.busy = true;
+  CloseVolume(volume);
+  bool built = false;
+  {
+    const std::unique_lock lock(volume.indexLock);
+    NameVolume(volume, drive, u"NTFS");
+    volume.valid = true;
+    built = BuildLocked(volume);
+    volume.valid = built;
+  }
+  volume.busy = false;
+  return built;
+}
+
+void CloseVolume(VolumeIndex& volume) {
+  StopMonitor(volume);
+  std::shared_ptr<VolumeDevice> device;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    device.swap(volume.volumeHandle);
+  }
+  if (device == nullptr) return;
+  if (const uint32_t error = device->Close(); error != 0) LogCloseFailure(volume, error);
+  SleepMs(kDeviceReleaseMs);
+}
+
+}  // namespace quilmark

@@ -1,0 +1,223 @@
+#include "index/usn_monitor.h"
+
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <shared_mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "config/log.h"
+#include "index/search_engine.h"
+#include "platform/bytes.h"
+#include "platform/usn_record.h"
+
+namespace quilmark {
+
+MonitorPauses monitorPauses;
+
+namespace {
+
+constexpr uint32_t kWatchedReasons =
+    kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
+constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
+constexpr size_t kBlockBytes = 65'536;
+constexpr size_t kPositionBytes = 8;  // in front of the records of a block
+
+// The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
+struct ReadUsnJournalData {
+  int64_t startUsn = 0;
+  uint32_t reasonMask = kWatchedReasons;
+  uint32_t returnOnlyOnClose = 0;
+  uint64_t timeout = 0;
+  uint64_t bytesToWaitFor = 0;
+  uint64_t usnJournalId = 0;
+};
+static_assert(sizeof(ReadUsnJournalData) == 40);
+
+enum class Outcome { kGoOn, kTryAgain, kEndQuietly, kEndAsLost };
+
+Outcome OutcomeOf(uint32_t error) {
+  switch (error) {
+    case 0:
+      return Outcome::kGoOn;
+    case kErrorOperationAborted:
+    case kErrorJournalEntryDeleted:
+    case kErrorJournalNotActive:
+      return Outcome::kEndQuietly;
+    case kErrorAccessDenied:
+    case kErrorInvalidHandle:
+    case kErrorDeviceNotConnected:
+      return Outcome::kEndAsLost;
+    default:
+      return Outcome::kTryAgain;
+  }
+}
+
+std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.deviceLock);
+  return volume.volumeHandle;
+}
+
+// nextUsn and journalId are written by this thread and by a build, which stops this thread first.
+VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> block) {
+  const auto device = DeviceOf(volume);
+  if (device == nullptr) return {.error = kErrorInvalidHandle};
+  const ReadUsnJournalData from{.startUsn = volume.nextUsn, .usnJournalId = volume.journalId};
+  return device->Control(kFsctlReadUsnJournal, std::as_bytes(std::span(&from, 1)), block);
+}
+
+// True if the monitor ends as lost.
+bool FollowJournal(VolumeIndex& volume) {
+  std::vector<std::byte> block(kBlockBytes);
+  while (volume.monitorRunning && !ShutdownRequested) {
+    const auto reply = ReadJournal(volume, block);
+    const Outcome outcome = OutcomeOf(reply.error);
+    if (outcome == Outcome::kEndQuietly) return false;
+    if (outcome == Outcome::kEndAsLost) return true;
+    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, std::span(block).first(reply.bytes));
+    const bool goesOn = outcome == Outcome::kGoOn;
+    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs,
+                              volume.monitorRunning);
+  }
+  return false;
+}
+
+// An exception costs this volume, not the program.
+bool FollowJournalSafely(VolumeIndex& volume) {
+  try {
+    return FollowJournal(volume);
+  } catch (const std::exception& error) {
+    LogBackgroundThreadException((std::string("usn_monitor: ") + error.what()).c_str());
+  } catch (...) {
+    LogBackgroundThreadException("usn_monitor");
+  }
+  return true;
+}
+
+// A change as somebody who listens is told of it: the paths before and after.
+class ChangeReport {
+ public:
+  ChangeReport(const VolumeIndex& volume, std::optional<uint32_t> index) : volume_(volume) {
+    if (!volume.onChange || !index) return;
+    wasAlive_ = !volume.records[*index].deleted;
+    formerParent_ = volume.records[*index].parentFrn;
+    formerPath_ = BuildPath(volume, *index);
+  }
+
+  void TellDeleted(uint32_t index) {
+    if (!volume_.onChange || !wasAlive_) return;
+    Tell(VolumeChange::kDeleted, index, formerPath_);
+  }
+
+  void TellNamed(uint32_t index) {
+    if (!volume_.onChange) return;
+    std::u16string path = BuildPath(volume_, index);
+    if (!wasAlive_) {
+      formerPath_.clear();
+      Tell(VolumeChange::kCreated, index, std::move(path));
+    } else if (path != formerPath_) {
+      const bool isMoved = volume_.records[index].parentFrn != formerParent_;
+      Tell(isMoved ? VolumeChange::kMoved : VolumeChange::kRenamed, index, std::move(path));
+    }
+  }
+
+ private:
+  void Tell(VolumeChange::Kind kind, uint32_t index, std::u16string path) {
+    const bool isDirectory = volume_.records[index].isDirectory;
+    if (kind == VolumeChange::kDeleted) formerPath_.clear();
+    volume_.onChange({kind, isDirectory, std::move(path), formerPath_});
+  }
+
+  const VolumeIndex& volume_;
+  bool wasAlive_ = false;
+  uint64_t formerParent_ = 0;
+  std::u16string formerPath_;
+};
+
+std::optional<uint32_t> RecordOf(const VolumeIndex& volume, uint64_t frn) {
+  const auto index = IndexOf(volume.frnToIndex, volume.records, frn);
+  if (!index || *index == kRootWithoutRecord) return std::nullopt;
+  return static_cast<uint32_t>(*index);
+}
+
+void ApplyDelete(VolumeIndex& volume, const UsnRecord& record) {
+  if (const auto index = RecordOf(volume, record.frn)) {
+    ChangeReport report(volume, index);
+    MarkDeleted(volume, *index);
+    report.TellDeleted(*index);
+  }
+  ForgetFileAttributes(volume, record.frn);
+}
+
+// A file that is not known is new; one that is known was renamed, moved, or is back.
+void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view name) {
+  auto index = RecordOf(volume, record.frn);
+  ChangeReport report(volume, index);
+  if (index) {
+    RenameRecord(volume, *index, record.parentFrn, name);
+  } else {
+    index = AppendRecord(volume,
+                         {.frn = record.frn,
+                          .parentFrn = record.parentFrn,
+                          .isDirectory = (record.attributes & kFileAttributeDirectory) != 0},
+                         name);
+    SetIndexOf(volume.frnToIndex, volume.records, record.frn, *index);
+  }
+  report.TellNamed(*index);
+  ForgetFileAttributes(volume, record.frn);
+}
+
+}  // namespace
+
+void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
+  if (block.size() <= kPositionBytes) return;
+  std::u16string name;
+  const std::unique_lock lock(volume.indexLock);
+  UsnCursor cursor{.block = block};
+  while (!ShutdownRequested) {
+    const auto record = NextUsnRecord(cursor);
+    if (!record) break;
+    if ((record->reason & kUsnReasonFileDelete) != 0) ApplyDelete(volume, *record);
+    if ((record->reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0) {
+      ApplyName(volume, *record, NameUnits(*record, name));
+    }
+  }
+  volume.nextUsn = LoadLe<int64_t>(block, 0);
+}
+
+void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {
+  {
+    const std::scoped_lock lock(volume.attrLock);
+    if (volume.attrs.erase(frn) != 0) ++AttrCacheGeneration;
+  }
+  const std::scoped_lock lock(volume.mftSizesLock);
+  if (volume.mftSizes.empty()) return;
+  volume.mftSizes.erase(frn);
+  volume.mftSizes.erase(frn & kRecordNumberMask);  // the table may go by record number
+  volume.folderSizesDirty = true;
+}
+
+void RunUsnMonitor(VolumeIndex& volume) {
+  const bool isLost = FollowJournalSafely(volume);
+  volume.monitorRunning = false;
+  if (!isLost) return;
+  volume.valid = false;
+  if (!ShutdownRequested) PostIfAlive(Engine().window, WM_VOLUME_LOST, 0, 0);
+}
+
+void StopMonitor(VolumeIndex& volume) {
+  volume.monitorRunning = false;
+  std::thread monitor;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    monitor.swap(volume.monitorThread);
+  }
+  if (!monitor.joinable()) return;
+  volume.monitorPause.Wake();
+  if (const auto device = DeviceOf(volume)) device->Cancel();
+  monitor.join();
+}
+
+}  // namespace quilmark

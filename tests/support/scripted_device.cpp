@@ -1,0 +1,217 @@
+#include "support/scripted_device.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "index/ntfs_volume.h"
+#include "platform/bytes.h"
+#include "platform/usn_record.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kErrorFileNotFound = 2;
+constexpr auto kLongestWait = std::chrono::seconds(10);
+
+// The scripts of the drives, for OpenScripted.
+struct Scripts {
+  std::mutex mutex;
+  std::map<std::u16string, std::shared_ptr<DeviceScript>, std::less<>> byDrive;
+};
+Scripts& AllScripts() {
+  static Scripts scripts;
+  return scripts;
+}
+
+std::shared_ptr<DeviceScript> ScriptOf(std::u16string_view drive) {
+  const std::scoped_lock lock(AllScripts().mutex);
+  const auto found = AllScripts().byDrive.find(drive);
+  return found == AllScripts().byDrive.end() ? nullptr : found->second;
+}
+
+}  // namespace
+
+class ScriptedDevice : public VolumeDevice {
+ public:
+  explicit ScriptedDevice(std::shared_ptr<DeviceScript> script) : script_(std::move(script)) {}
+  ~ScriptedDevice() override { Close(); }
+
+  Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
+    std::unique_lock lock(script_->mutex_);
+    if (isClosed_) return {.error = kErrorInvalidHandle};
+    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size()});
+    ++script_->counts_[code];
+    script_->changed_.notify_all();
+    if (code == kFsctlReadUsnJournal) {
+      const uint64_t cancels = cancels_;
+      script_->changed_.wait(lock,
+                             [&] { return !script_->holdReads_ || cancels_ != cancels || isClosed_; });
+      if (cancels_ != cancels || isClosed_) return {.error = kErrorOperationAborted};
+    }
+    return Give(TakeAnswer(code, input), output);
+  }
+
+  Reply ReadAt(uint64_t, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
+
+  void Cancel() override {
+    const std::scoped_lock lock(script_->mutex_);
+    ++cancels_;
+    script_->changed_.notify_all();
+  }
+
+  uint32_t Close() override {
+    const std::scoped_lock lock(script_->mutex_);
+    if (std::exchange(isClosed_, true)) return 0;
+    --script_->openDevices_;
+    script_->changed_.notify_all();
+    return std::exchange(script_->closeError_, 0);
+  }
+
+ private:
+  DeviceScript::Answer TakeAnswer(uint32_t code, std::span<const std::byte> input) {
+    auto& queued = script_->answers_[code];
+    if (!queued.empty()) {
+      auto answer = std::move(queued.front());
+      queued.pop_front();
+      return answer;
+    }
+    if (code == kFsctlEnumUsnData) return {.error = kErrorHandleEof, .output = {}};
+    // StartUsn is what the input opens with.
+    if (code == kFsctlReadUsnJournal)
+      return {.error = 0, .output = Bytes(input.begin(), input.begin() + 8)};
+    return {.error = kErrorInvalidFunction, .output = {}};
+  }
+
+  static Reply Give(const DeviceScript::Answer& answer, std::span<std::byte> output) {
+    if (answer.output.size() > output.size()) return {.error = kErrorMoreData};
+    std::copy(answer.output.begin(), answer.output.end(), output.begin());
+    return {.error = answer.error, .bytes = answer.error == 0 ? answer.output.size() : 0};
+  }
+
+  const std::shared_ptr<DeviceScript> script_;
+  uint64_t cancels_ = 0;   // script_->mutex_
+  bool isClosed_ = false;  // script_->mutex_
+};
+
+std::unique_ptr<VolumeDevice> OpenScripted(std::u16string_view drive, VolumeAccess access,
+                                           uint32_t& error) {
+  const auto script = ScriptOf(drive);
+  error = kErrorFileNotFound;
+  if (script == nullptr) return nullptr;
+  const std::scoped_lock lock(script->mutex_);
+  script->opens_.push_back(access);
+  if (!script->openErrors_.empty()) {
+    error = script->openErrors_.front();
+    script->openErrors_.pop_front();
+    return nullptr;
+  }
+  error = 0;
+  ++script->openDevices_;
+  return std::make_unique<ScriptedDevice>(script);
+}
+
+UsnBlockBuilder::UsnBlockBuilder(int64_t position) : bytes_(8) {
+  StoreLe(std::span(bytes_), 0, position);
+}
+
+UsnBlockBuilder& UsnBlockBuilder::Record(uint64_t frn, uint64_t parentFrn, std::u16string_view name,
+                                         uint32_t reason, uint32_t attributes) {
+  const size_t offset = bytes_.size();
+  bytes_.resize(offset + UsnRecordLength(name.size()));
+  PutUsnRecord(std::span(bytes_).subspan(offset),
+               {.frn = frn,
+                .parentFrn = parentFrn,
+                .reason = reason,
+                .attributes = attributes,
+                .name = std::as_bytes(std::span(name))},
+               0);
+  return *this;
+}
+
+UsnBlockBuilder& UsnBlockBuilder::RawLength(uint32_t length) {
+  const size_t offset = bytes_.size();
+  bytes_.resize(offset + 64);
+  StoreLe(std::span(bytes_), offset, length);
+  return *this;
+}
+
+UsnBlockBuilder& UsnBlockBuilder::LongName(uint64_t frn) {
+  const size_t offset = bytes_.size();
+  Record(frn, 5, u"n");
+  StoreLe(std::span(bytes_), offset + 56, uint16_t{6});  // one unit past the end of the 64 bytes
+  return *this;
+}
+
+Bytes JournalData(uint64_t journalId, int64_t nextUsn) {
+  Bytes data(56);
+  StoreLe(std::span(data), 0, journalId);
+  StoreLe(std::span(data), 16, nextUsn);
+  return data;
+}
+
+void DeviceScript::Queue(uint32_t code, Answer answer) {
+  const std::scoped_lock lock(mutex_);
+  answers_[code].push_back(std::move(answer));
+}
+
+void DeviceScript::QueueOpenError(uint32_t error) {
+  const std::scoped_lock lock(mutex_);
+  openErrors_.push_back(error);
+}
+
+void DeviceScript::FailClose(uint32_t error) {
+  const std::scoped_lock lock(mutex_);
+  closeError_ = error;
+}
+
+std::vector<DeviceScript::Asked> DeviceScript::TakeAsked() {
+  const std::scoped_lock lock(mutex_);
+  return std::exchange(asked_, {});
+}
+
+std::vector<uint32_t> DeviceScript::AskedCodes() const {
+  const std::scoped_lock lock(mutex_);
+  std::vector<uint32_t> codes;
+  for (const Asked& asked : asked_) codes.push_back(asked.code);
+  return codes;
+}
+
+bool DeviceScript::WaitForAsked(uint32_t code, size_t count) {
+  std::unique_lock lock(mutex_);
+  return changed_.wait_for(lock, kLongestWait, [&] { return counts_[code] >= count; });
+}
+
+int DeviceScript::OpenDevices() const {
+  const std::scoped_lock lock(mutex_);
+  return openDevices_;
+}
+
+std::vector<VolumeAccess> DeviceScript::Opens() const {
+  const std::scoped_lock lock(mutex_);
+  return opens_;
+}
+
+void DeviceScript::HoldJournalReads(bool hold) {
+  const std::scoped_lock lock(mutex_);
+  holdReads_ = hold;
+  changed_.notify_all();
+}
+
+ScriptedVolumes::ScriptedVolumes() { InstallVolumeOpener(OpenScripted); }
+
+ScriptedVolumes::~ScriptedVolumes() {
+  InstallVolumeOpener(nullptr);
+  const std::scoped_lock lock(AllScripts().mutex);
+  AllScripts().byDrive.clear();
+}
+
+DeviceScript& ScriptedVolumes::Script(std::u16string_view drive) {
+  const std::scoped_lock lock(AllScripts().mutex);
+  auto& script = AllScripts().byDrive[std::u16string(drive)];
+  if (script == nullptr) script = std::make_shared<DeviceScript>();
+  return *script;
+}
+
+}  // namespace quilmark
