@@ -27,6 +27,7 @@ class UsnBlockBuilder {
   // A record whose name runs past its end.
   UsnBlockBuilder& LongName(uint64_t frn);
   operator const Bytes&() const { return bytes_; }
+  operator std::span<const std::byte>() const { return bytes_; }
 
  private:
   Bytes bytes_;

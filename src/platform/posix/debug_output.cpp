@@ -1,8 +1,15 @@
 #include "platform/debug_output.h"
 
+#include <atomic>
+
 namespace quilmark {
 
-void WriteDebugOutput(std::string_view) {}
-void SetDebugOutputListener(void (*)(std::string_view)) {}
+static std::atomic<void (*)(std::string_view)> debugListener = nullptr;
+
+void WriteDebugOutput(std::string_view text) {
+  if (const auto listener = debugListener.load()) listener(text);
+}
+
+void SetDebugOutputListener(void (*listener)(std::string_view)) { debugListener = listener; }
 
 }  // namespace quilmark

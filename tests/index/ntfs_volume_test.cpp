@@ -1,0 +1,394 @@
+#include "index/ntfs_volume.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <shared_mutex>
+
+#include "index/search_engine.h"
+#include "index/usn_monitor.h"
+#include "platform/bytes.h"
+#include "platform/debug_output.h"
+#include "platform/usn_record.h"
+#include "support/scripted_device.h"
+
+namespace quilmark {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr uint64_t kRoot = 5;
+constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
+
+// The probe and the passes ask with the same code: the probe comes first.
+struct NtfsVolume : testing::Test {
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  VolumeIndex volume;
+
+  NtfsVolume() { monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1}; }
+  ~NtfsVolume() override {
+    CloseVolume(volume);
+    monitorPauses = {};
+    ShutdownRequested = false;
+  }
+
+  void QueueJournal(uint64_t id = 77, int64_t nextUsn = 4096) {
+    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(id, nextUsn)});
+  }
+  void QueueProbe() { script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)}); }
+  void QueueBlock(const Bytes& block) { script.Queue(kFsctlEnumUsnData, {.output = block}); }
+
+  std::vector<std::u16string> Paths() {
+    std::vector<std::u16string> paths;
+    for (uint32_t i = 0; i < volume.records.size(); ++i) paths.push_back(BuildPathLocked(volume, i));
+    return paths;
+  }
+  // Codes asked until the monitor's first read.
+  std::vector<uint32_t> CodesOfBuild() {
+    std::vector<uint32_t> codes = script.AskedCodes();
+    std::erase(codes, kFsctlReadUsnJournal);
+    return codes;
+  }
+};
+
+TEST_F(NtfsVolume, RecordsOfAllBlocksAreInTheIndex) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(100)
+                 .Record(kRoot, kRoot, u".", 0, kFileAttributeDirectory)
+                 .Record(40, kRoot, u"Docs", 0, kFileAttributeDirectory));
+  QueueBlock(UsnBlockBuilder(200).Record(0x3'0000'0000'0041, 40, u"a.txt"));
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\.", u"N:\\Docs", u"N:\\Docs\\a.txt"));
+  EXPECT_TRUE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(volume.fileSystem, u"NTFS");
+  EXPECT_EQ(volume.journalId, 77u);
+  EXPECT_EQ(volume.nextUsn, 4096);
+  EXPECT_EQ(volume.records[1].isDirectory, 1u);
+  EXPECT_EQ(volume.records[2].isDirectory, 0u);
+  EXPECT_TRUE(volume.monitorRunning);
+  const std::shared_lock lock(volume.indexLock);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+TEST_F(NtfsVolume, ThePositionIsTakenFirstThenRecordsThenTheJournal) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(9).Record(40, kRoot, u"a"));
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+  const auto asked = script.TakeAsked();
+  ASSERT_GE(asked.size(), 5u);
+  EXPECT_EQ(asked[0].code, kFsctlQueryUsnJournal);
+  EXPECT_EQ(asked[0].outputSize, 56u);
+  EXPECT_EQ(asked[1].code, kFsctlEnumUsnData);
+  EXPECT_EQ(asked[1].outputSize, 520u);
+  EXPECT_EQ(asked[2].code, kFsctlEnumUsnData);
+  EXPECT_EQ(asked[2].outputSize, 65'536u);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[2].input, 0), 0u);
+  EXPECT_EQ(LoadLe<int64_t>(asked[2].input, 8), 0);
+  EXPECT_EQ(LoadLe<int64_t>(asked[2].input, 16), 4096);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[3].input, 0), 9u) << "goes on where the block said";
+  EXPECT_EQ(asked[4].code, kFsctlReadUsnJournal);
+}
+
+TEST_F(NtfsVolume, ADeviceThatRefusesToBeWrittenIsOpenedForReading) {
+  script.QueueOpenError(kErrorAccessDenied);
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(script.Opens(), ElementsAre(VolumeAccess::kReadWrite, VolumeAccess::kRead));
+}
+
+TEST_F(NtfsVolume, ADeviceThatCannotBeOpenedLeavesTheVolumeInvalid) {
+  script.QueueOpenError(kErrorAccessDenied);
+  script.QueueOpenError(kErrorAccessDenied);
+
+  EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, AMissingJournalIsCreatedAndFollowedFromItsBeginning) {
+  script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+  script.Queue(kFsctlCreateUsnJournal, {});
+  QueueJournal(78, 0);
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(volume.journalId, 78u);
+  const auto asked = script.TakeAsked();
+  ASSERT_GE(asked.size(), 3u);
+  ASSERT_EQ(asked[1].code, kFsctlCreateUsnJournal);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[1].input, 0), 0x1000'0000u);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[1].input, 8), 0x100'0000u);
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 2));
+  for (const auto& later : script.TakeAsked()) {
+    if (later.code == kFsctlReadUsnJournal) {
+      EXPECT_EQ(LoadLe<int64_t>(later.input, 0), 0);
+    }
+  }
+}
+
+TEST_F(NtfsVolume, AJournalThatCannotBeCreatedLeavesTheVolumeInvalidAndItsDeviceClosed) {
+  script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+  script.QueueError(kFsctlCreateUsnJournal, kErrorWriteProtect);
+  script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+
+  EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, ProbeAnswersThatMeanAWorkingJournalLeadToNoRepair) {
+  for (const uint32_t answer : {0u, kErrorHandleEof, kErrorMoreData}) {
+    SCOPED_TRACE(answer);
+    QueueJournal();
+    script.QueueError(kFsctlEnumUsnData, answer);
+    QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+    script.TakeAsked();
+
+    EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+    EXPECT_THAT(CodesOfBuild(), ElementsAre(kFsctlQueryUsnJournal, kFsctlEnumUsnData, kFsctlEnumUsnData,
+                                            kFsctlEnumUsnData));
+  }
+}
+
+TEST_F(NtfsVolume, AJournalThatCannotBeUsedIsDeletedAndMadeAnew) {
+  QueueJournal(77, 4096);
+  script.QueueError(kFsctlEnumUsnData, 1178);  // the journal is being deleted
+  script.Queue(kFsctlDeleteUsnJournal, {});
+  script.Queue(kFsctlCreateUsnJournal, {});
+  QueueJournal(78, 0x500);
+  QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(volume.journalId, 78u);
+  const auto asked = script.TakeAsked();
+  ASSERT_GE(asked.size(), 6u);
+  ASSERT_EQ(asked[2].code, kFsctlDeleteUsnJournal);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[2].input, 0), 77u);
+  EXPECT_EQ(LoadLe<uint32_t>(asked[2].input, 8), 1u);
+  ASSERT_EQ(asked[3].code, kFsctlCreateUsnJournal);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[3].input, 0), 0x1000'0000u);
+  ASSERT_EQ(asked[4].code, kFsctlQueryUsnJournal);
+  ASSERT_EQ(asked[5].code, kFsctlEnumUsnData);
+  EXPECT_EQ(LoadLe<int64_t>(asked[5].input, 16), 0x500);
+}
+
+TEST_F(NtfsVolume, ARepairThatFailsLeavesTheVolumeInvalid) {
+  QueueJournal();
+  script.QueueError(kFsctlEnumUsnData, 1178);
+  script.QueueError(kFsctlQueryUsnJournal, 1178);
+
+  EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, ABlockOfEightBytesIsDroppedAndTheLoopGoesOn) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(50));
+  QueueBlock(UsnBlockBuilder(60).Record(60, kRoot, u"behind"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\behind"));
+}
+
+TEST_F(NtfsVolume, AShortRecordEndsItsBlockAndTheNextBlockIsParsed) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"first").RawLength(40).Record(41, kRoot, u"lost"));
+  QueueBlock(UsnBlockBuilder(2).Record(42, kRoot, u"next"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\first", u"N:\\next"));
+}
+
+TEST_F(NtfsVolume, ANameThatRunsPastItsRecordEndsTheBlock) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"first").LongName(41).Record(42, kRoot, u"lost"));
+  QueueBlock(UsnBlockBuilder(2).Record(43, kRoot, u"next"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\first", u"N:\\next"));
+}
+
+TEST_F(NtfsVolume, AnEmptyFirstPassIsFollowedByAnUnboundedOne) {
+  QueueJournal();
+  QueueProbe();
+  script.QueueError(kFsctlEnumUsnData, kErrorHandleEof);
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"late"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\late"));
+  const auto asked = script.TakeAsked();
+  ASSERT_GE(asked.size(), 4u);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[3].input, 0), 0u);
+  EXPECT_EQ(LoadLe<int64_t>(asked[3].input, 16), kUnbounded);
+}
+
+TEST_F(NtfsVolume, AVolumeWithoutRecordsIsValidAndFollowed) {
+  QueueJournal();
+  QueueProbe();
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_TRUE(volume.valid);
+  EXPECT_THAT(Paths(), IsEmpty());
+  EXPECT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+}
+
+TEST_F(NtfsVolume, AnUnboundedJournalPositionNeedsNoSecondPass) {
+  QueueJournal(77, kUnbounded);
+  QueueProbe();
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(CodesOfBuild(), ElementsAre(kFsctlQueryUsnJournal, kFsctlEnumUsnData, kFsctlEnumUsnData));
+}
+
+TEST_F(NtfsVolume, AnEnumerationThatFailsMidwayKeepsWhatItHas) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"kept"));
+  script.QueueError(kFsctlEnumUsnData, kErrorReadFault);
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_TRUE(volume.valid);
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\kept"));
+}
+
+TEST_F(NtfsVolume, ARebuildStopsTheMonitorClosesTheDeviceAndStartsAgain) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"old"));
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+  volume.nextSyntheticFrn = 0x12'3456;
+
+  QueueJournal(79, 8192);
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(41, kRoot, u"new"));
+  script.TakeAsked();
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\new"));
+  EXPECT_EQ(script.OpenDevices(), 1);
+  EXPECT_EQ(script.Opens().size(), 2u);
+  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_EQ(volume.nextSyntheticFrn, 0x12'3456u);
+  const auto codes = script.AskedCodes();
+  const auto query = std::find(codes.begin(), codes.end(), kFsctlQueryUsnJournal);
+  const auto lastBlock = std::find(codes.rbegin(), codes.rend(), kFsctlEnumUsnData).base();
+  EXPECT_EQ(std::count(query, lastBlock, kFsctlReadUsnJournal), 0) << "the former monitor has ended";
+}
+
+TEST_F(NtfsVolume, AFailedRebuildLeavesTheFormerTablesInvalid) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"old"));
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  script.QueueOpenError(kErrorAccessDenied);
+  script.QueueOpenError(kErrorAccessDenied);
+
+  EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\old"));
+}
+
+TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {
+  QueueJournal();
+  QueueProbe();
+  ShutdownRequested = true;
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
+std::string lastDebugOutput;
+
+TEST_F(NtfsVolume, ACloseThatFailsIsWrittenToTheDebugger) {
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  script.FailClose(kErrorInvalidHandle);
+  SetDebugOutputListener([](std::string_view text) { lastDebugOutput = text; });
+
+  CloseVolume(volume);
+
+  SetDebugOutputListener(nullptr);
+  EXPECT_EQ(lastDebugOutput, "[Quilmark] CloseHandle failed, Error: 6 (0x00000006), Drive: N:\n");
+}
+
+TEST_F(NtfsVolume, ClosingTwiceIsClosingOnce) {
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  CloseVolume(volume);
+  CloseVolume(volume);
+
+  EXPECT_EQ(script.OpenDevices(), 0);
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
+// Whatever fails, at whatever step: nothing is open that should not be, and the tables hold together.
+TEST_F(NtfsVolume, EveryFailingCallLeavesAConsistentVolume) {
+  const std::vector<uint32_t> calls = {kFsctlQueryUsnJournal, kFsctlEnumUsnData, kFsctlEnumUsnData,
+                                       kFsctlEnumUsnData};
+  for (size_t failing = 0; failing <= calls.size(); ++failing) {
+    SCOPED_TRACE(failing);
+    DeviceScript& failingScript = scripts.Script(u"F" + std::u16string(1, char16_t(u'0' + failing)));
+    for (size_t i = 0; i < calls.size(); ++i) {
+      const bool isQuery = calls[i] == kFsctlQueryUsnJournal;
+      if (i == failing) {
+        failingScript.QueueError(calls[i], 31);
+      } else if (isQuery) {
+        failingScript.Queue(calls[i], {.output = JournalData(1, 64)});
+      } else {
+        failingScript.Queue(calls[i], {.output = UsnBlockBuilder(1).Record(40 + i, kRoot, u"f")});
+      }
+    }
+    VolumeIndex built;
+    const bool isBuilt = BuildNtfsVolume(built, u"F" + std::u16string(1, char16_t(u'0' + failing)));
+    EXPECT_EQ(built.valid, isBuilt);
+    EXPECT_FALSE(built.busy);
+    CloseVolume(built);
+    EXPECT_EQ(failingScript.OpenDevices(), 0);
+    const std::shared_lock lock(built.indexLock);
+    EXPECT_EQ(FindBrokenInvariant(built), "");
+  }
+}
+
+}  // namespace
+}  // namespace quilmark
