@@ -1,0 +1,25 @@
+// Bytes at offsets: an image file, a block device, a raw volume, or memory in a test.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace quilmark {
+
+// One thread at a time.
+struct ByteSource {
+  virtual ~ByteSource() = default;
+  virtual uint64_t Size() const = 0;
+
+  // Fills `buffer` from byte `offset`. Returns how many bytes were read: fewer at the end or at a place
+  // that cannot be read.
+  virtual size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) = 0;
+};
+
+// Opens a file or a block device for reading, by a path of files.h. Null if that fails.
+std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path);
+
+}  // namespace quilmark

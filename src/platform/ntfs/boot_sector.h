@@ -1,0 +1,30 @@
+// Where things are on an NTFS volume, from its boot sector.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace quilmark {
+
+inline constexpr size_t kBootSectorBytes = 512;
+
+// Sizes in bytes, places in clusters.
+struct NtfsGeometry {
+  uint32_t sectorBytes = 0;
+  uint32_t clusterBytes = 0;
+  uint32_t recordBytes = 0;  // of one FILE record
+  uint32_t indexBytes = 0;   // of one INDX block
+  uint64_t sectors = 0;
+  uint64_t mftCluster = 0;
+  uint64_t mirrorCluster = 0;
+  uint64_t serial = 0;
+
+  uint64_t Clusters() const { return sectors / (clusterBytes / sectorBytes); }
+};
+
+// Empty unless all of it makes sense: powers of two in the ranges that NTFS knows.
+std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector);
+
+}  // namespace quilmark

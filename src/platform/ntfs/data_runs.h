@@ -1,0 +1,27 @@
+// Mapping pairs: where the clusters of an attribute lie.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace quilmark {
+
+struct DataRun {
+  std::optional<uint64_t> cluster;  // on the volume; empty: a hole, which reads as zeros
+  uint64_t clusters = 0;
+};
+
+struct RunCursor {
+  std::span<const std::byte> runs;
+  size_t offset = 0;
+  uint64_t cluster = 0;  // of the run before: runs are stored as differences
+  bool malformed = false;
+};
+
+// The next run. Empty at the end mark, and with `malformed` set at a run that does not fit, is empty, or
+// lies before the volume's first cluster.
+std::optional<DataRun> NextRun(RunCursor& cursor);
+
+}  // namespace quilmark

@@ -1,0 +1,73 @@
+#include "platform/ntfs/folder_index.h"
+
+#include <algorithm>
+
+#include "platform/bytes.h"
+#include "platform/text.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr std::u16string_view kIndexName = u"$I30";
+constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
+
+// Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
+constexpr size_t kHeaderInRoot = 16, kHeaderInBlock = 24;
+constexpr size_t kFirstEntry = 0, kUsedBytes = 4, kLeastHeader = 16;
+
+// In an entry.
+constexpr size_t kEntryLength = 8, kKeyLength = 10, kEntryFlags = 12, kKey = 16;
+constexpr uint16_t kFlagLast = 2;
+
+bool IsName(std::span<const std::byte> key, std::u16string_view wanted) {
+  const auto value = ParseFileName(key);
+  if (!value) return false;
+  std::u16string name(value->name.size() / sizeof(char16_t), u'\0');
+  std::memcpy(name.data(), value->name.data(), name.size() * sizeof(char16_t));
+  return EqualNoCase(name, wanted);
+}
+
+// Walks the entries behind the index header at `header`.
+std::optional<uint64_t> FindEntry(std::span<const std::byte> bytes, size_t header,
+                                  std::u16string_view name) {
+  if (!Fits(bytes.size(), header, kLeastHeader)) return std::nullopt;
+  const auto index = bytes.subspan(header);
+  const auto entries = index.first(std::min<size_t>(index.size(), LoadLe<uint32_t>(index, kUsedBytes)));
+  size_t offset = LoadLe<uint32_t>(index, kFirstEntry);
+  while (Fits(entries.size(), offset, kKey)) {
+    const auto entry = entries.subspan(offset);
+    const size_t length = LoadLe<uint16_t>(entry, kEntryLength);
+    const size_t keyLength = LoadLe<uint16_t>(entry, kKeyLength);
+    const auto flags = LoadLe<uint16_t>(entry, kEntryFlags);
+    if ((flags & kFlagLast) != 0 || length < kKey || length > entry.size()) return std::nullopt;
+    if (!Fits(length, kKey, keyLength)) return std::nullopt;
+    if (IsName(entry.subspan(kKey, keyLength), name)) return LoadLe<uint64_t>(entry, 0);
+    offset += length;
+  }
+  return std::nullopt;
+}
+
+std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks,
+                                     std::u16string_view name) {
+  std::vector<std::byte> block(reader.geometry.indexBytes);
+  const uint64_t end = std::min(blocks.size, reader.VolumeBytes());
+  for (uint64_t offset = 0; offset + block.size() <= end; offset += block.size()) {
+    if (ReadStream(*reader.source, blocks, offset, block) != block.size()) return std::nullopt;
+    if (LoadLe<uint32_t>(block, 0) != kIndexMagic || !ApplyFixups(block)) continue;
+    if (const auto found = FindEntry(block, kHeaderInBlock, name)) return found;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<uint64_t> FindInFolder(MftReader& reader, uint64_t folder, std::u16string_view name) {
+  const auto root = FindStream(reader, folder, kIndexRoot, kIndexName);
+  if (!root) return std::nullopt;
+  if (const auto found = FindEntry(root->resident, kHeaderInRoot, name)) return found;
+  const auto blocks = FindStream(reader, folder, kIndexAllocation, kIndexName);
+  return blocks ? FindInBlocks(reader, *blocks, name) : std::nullopt;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,184 @@
+#include "platform/ntfs/mft_enumeration.h"
+
+#include <algorithm>
+
+#include "platform/bytes.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr size_t kChunkBytes = 1 << 20;  // stays in the second-level cache while it is parsed
+constexpr size_t kPositionBytes = 8;
+
+// Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
+constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
+
+// A list that names more holders of names than this is damage: a file has at most 1,024 links.
+constexpr int kMostHolders = 1'024;
+
+// Lower is better: any name but the short one will do where a file has several.
+int RankOf(NameSpace space) {
+  constexpr int kRanks[] = {2, 0, 3, 1};  // POSIX, Win32, DOS, both
+  return kRanks[static_cast<size_t>(space)];
+}
+
+struct BestName {
+  std::optional<FileNameValue> value;
+  void Take(const FileNameValue& other) {
+    if (!value || RankOf(other.space) < RankOf(value->space)) value = other;
+  }
+  bool IsGood() const { return value && value->space != NameSpace::kDos; }
+};
+
+void TakeStandardInformation(std::span<const std::byte> value, MftFile& file) {
+  if (value.size() < kShortForm) return;
+  file.changed = LoadLe<uint64_t>(value, kRecordChanged);
+  file.record.attributes = LoadLe<uint32_t>(value, kAttributes);
+  if (value.size() >= kLongForm) file.record.usn = LoadLe<int64_t>(value, kUsn);
+}
+
+void TakeNames(std::span<const std::byte> record, size_t firstAttribute, BestName& name) {
+  AttributeCursor cursor{.record = record, .offset = firstAttribute};
+  while (const auto attribute = NextAttribute(cursor)) {
+    if (attribute->type > kFileName) return;  // attributes stand in the order of their types
+    if (attribute->type != kFileName) continue;
+    if (const auto value = ParseFileName(attribute->value)) name.Take(*value);
+  }
+}
+
+// Names that an attribute list leads to.
+void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<const std::byte> base,
+                     uint64_t number, BestName& name) {
+  const auto list = ReadAttributeList(reader, base);
+  AttributeListCursor cursor{.list = list};
+  uint64_t lastHolder = number;
+  BestName best = name;
+  for (int holders = 0; holders < kMostHolders && !best.IsGood();) {
+    const auto listed = NextListed(cursor);
+    if (!listed) break;
+    const uint64_t holder = RecordNumberOf(listed->holder);
+    if (listed->type != kFileName || holder == lastHolder) continue;
+    lastHolder = holder;
+    ++holders;
+    std::vector<std::byte> record(reader.geometry.recordBytes);
+    const auto header = ReadRecord(reader, holder, record);
+    if (!header || !header->inUse || RecordNumberOf(header->baseReference) != number) continue;
+    BestName found;
+    TakeNames(record, header->firstAttribute, found);
+    if (!found.value || (best.value && RankOf(found.value->space) >= RankOf(best.value->space)))
+      continue;
+    enumeration.other.swap(record);  // the views follow their memory
+    best = found;
+  }
+  name = best;
+}
+
+struct Parsed {
+  MftFile file;
+  BestName name;
+  bool hasList = false;
+};
+
+void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Parsed& parsed) {
+  AttributeCursor cursor{.record = record, .offset = firstAttribute};
+  while (const auto attribute = NextAttribute(cursor)) {
+    if (attribute->type > kFileName) return;
+    if (attribute->type == kStandardInformation) {
+      TakeStandardInformation(attribute->value, parsed.file);
+    } else if (attribute->type == kAttributeList) {
+      parsed.hasList = true;
+    } else if (attribute->type == kFileName) {
+      if (const auto value = ParseFileName(attribute->value)) parsed.name.Take(*value);
+    }
+  }
+}
+
+// Brings the chunk that holds `number` into memory.
+void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+  const uint64_t recordBytes = reader.geometry.recordBytes;
+  if (number - enumeration.firstRecord < enumeration.records) return;  // wraps below the first
+  const uint64_t perChunk = std::max<uint64_t>(kChunkBytes / recordBytes, 1);
+  enumeration.firstRecord = number / perChunk * perChunk;
+  const uint64_t count = std::min(perChunk, reader.recordCount - enumeration.firstRecord);
+  enumeration.chunk.resize(static_cast<size_t>(perChunk * recordBytes));
+  const auto buffer = std::span(enumeration.chunk).first(static_cast<size_t>(count * recordBytes));
+  const size_t got =
+      ReadStream(*reader.source, reader.mft, enumeration.firstRecord * recordBytes, buffer);
+  // What cannot be read is no record; a bad place must not cost what lies behind it in the chunk.
+  std::fill(buffer.begin() + static_cast<ptrdiff_t>(got), buffer.end(), std::byte{0});
+  for (uint64_t lost = got / recordBytes; got < buffer.size() && lost < count; ++lost) {
+    const auto record = buffer.subspan(static_cast<size_t>(lost * recordBytes), recordBytes);
+    const uint64_t offset = (enumeration.firstRecord + lost) * recordBytes;
+    const size_t part = ReadStream(*reader.source, reader.mft, offset, record);
+    if (part != record.size()) std::fill(record.begin(), record.end(), std::byte{0});
+  }
+  enumeration.records = count;
+  enumeration.isFixed.assign(static_cast<size_t>(count), 0);
+}
+
+// The record with its fix-ups applied; empty if it is of no use. It may be asked for again.
+std::optional<MftRecordHeader> RecordInChunk(MftEnumeration& enumeration, uint64_t number,
+                                             std::span<std::byte> record) {
+  const auto header = ParseRecordHeader(record);
+  if (!header || !header->inUse || header->baseReference != 0) return std::nullopt;
+  char& isFixed = enumeration.isFixed[static_cast<size_t>(number - enumeration.firstRecord)];
+  if (!isFixed && !ApplyFixups(record)) {
+    StoreLe(record, 0, uint32_t{0});  // no FILE record any more
+    return std::nullopt;
+  }
+  isFixed = 1;
+  return header;
+}
+
+}  // namespace
+
+std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+  if (number >= reader.recordCount) return std::nullopt;
+  LoadChunk(reader, enumeration, number);
+  const size_t recordBytes = reader.geometry.recordBytes;
+  const auto record =
+      std::span(enumeration.chunk)
+          .subspan(static_cast<size_t>(number - enumeration.firstRecord) * recordBytes, recordBytes);
+  const auto header = RecordInChunk(enumeration, number, record);
+  if (!header) return std::nullopt;
+  Parsed parsed;
+  TakeAttributes(record, header->firstAttribute, parsed);
+  if (parsed.hasList && !parsed.name.IsGood()) {
+    TakeListedNames(reader, enumeration, record, number, parsed.name);
+  }
+  if (!parsed.name.value) return std::nullopt;
+  MftFile& file = parsed.file;
+  file.record.frn = number | uint64_t{header->sequence} << 48;
+  file.record.parentFrn = parsed.name.value->parent;
+  file.record.name = parsed.name.value->name;
+  if (header->isDirectory) {
+    file.record.attributes |= kFileAttributeDirectory;
+  } else {
+    file.record.attributes &= ~kFileAttributeDirectory;
+  }
+  return file;
+}
+
+VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
+                                 std::span<std::byte> output, const std::atomic<bool>& cancelled) {
+  if (output.size() < kPositionBytes) return {.error = kErrorMoreData};
+  size_t used = kPositionBytes;
+  uint64_t number = range.number;
+  for (; number < reader.recordCount; ++number) {
+    if (cancelled) return {.error = kErrorOperationAborted};
+    auto file = FileAt(reader, enumeration, number);
+    if (!file) continue;
+    if (!range.hasJournal) file->record.usn = 0;
+    if (file->record.usn < range.lowUsn || file->record.usn > range.highUsn) continue;
+    const size_t length = UsnRecordLength(file->record.name.size() / sizeof(char16_t));
+    if (length > output.size() - used) break;
+    PutUsnRecord(output.subspan(used), file->record, file->changed);
+    used += length;
+  }
+  StoreLe(output, 0, number);
+  if (used > kPositionBytes) return {.bytes = used};
+  return {.error = number < reader.recordCount ? kErrorMoreData : kErrorHandleEof};
+}
+
+}  // namespace quilmark

@@ -1,0 +1,48 @@
+// The files of a volume out of its $MFT, as FSCTL_ENUM_USN_DATA delivers them.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/ntfs/mft_reader.h"
+#include "platform/usn_record.h"
+#include "platform/volume_device.h"
+
+namespace quilmark {
+
+// A file of the volume: one for each base record in use that has a name. The name lies in the
+// enumeration's memory and is good until its next call.
+struct MftFile {
+  UsnRecord record;
+  uint64_t changed = 0;  // FILETIME of the last change of the record
+};
+
+// A stretch of the $MFT in memory, and what reading it takes.
+struct MftEnumeration {
+  std::vector<std::byte> chunk;
+  std::vector<char> isFixed;     // of each record in the chunk: its fix-ups are applied
+  uint64_t firstRecord = 0;      // of the chunk
+  uint64_t records = 0;          // in the chunk
+  std::vector<std::byte> other;  // a record elsewhere that holds a name
+};
+
+// The file of record `number`; empty where there is none, or where its record is damaged.
+std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number);
+
+// Fills `output` with the next record number and then USN records of files from `number` on, those only
+// whose last journal record lies in [lowUsn, highUsn]. `hasJournal` clear: what files remember of a
+// former journal counts as 0. Error 38 behind the last file, 234 if not even one record has room, 995
+// once `cancelled` is set.
+struct MftRange {
+  uint64_t number = 0;
+  int64_t lowUsn = 0, highUsn = 0;
+  bool hasJournal = false;
+};
+VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
+                                 std::span<std::byte> output, const std::atomic<bool>& cancelled);
+
+}  // namespace quilmark

@@ -1,0 +1,61 @@
+// The records of a volume by number, and attributes that are spread over several of them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "platform/byte_source.h"
+#include "platform/ntfs/boot_sector.h"
+#include "platform/ntfs/mft_record.h"
+#include "platform/ntfs/ntfs_stream.h"
+
+namespace quilmark {
+
+inline constexpr uint64_t kMftRecord = 0, kRootRecord = 5, kExtendRecord = 11;
+
+struct MftReader {
+  std::unique_ptr<ByteSource> source;
+  NtfsGeometry geometry;
+  NtfsStream mft;
+  uint64_t recordCount = 0;  // no more than the volume's bytes could hold
+
+  uint64_t VolumeBytes() const;
+};
+
+// Finds the $MFT through the boot sector, or through the mirror where its first record is damaged. Empty
+// if this is no NTFS volume or neither can be read.
+std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source);
+
+// Reads record `number` into `record` (geometry.recordBytes), fix-ups applied. Empty if it cannot be
+// read or is damaged.
+std::optional<MftRecordHeader> ReadRecord(MftReader& reader, uint64_t number,
+                                          std::span<std::byte> record);
+
+// One entry of an $ATTRIBUTE_LIST.
+struct ListedAttribute {
+  uint32_t type = 0;
+  uint64_t lowestVcn = 0;
+  uint64_t holder = 0;              // reference of the record that holds it
+  std::span<const std::byte> name;  // UTF-16LE
+};
+
+// Walks the value of an $ATTRIBUTE_LIST. Empty at the end and at an entry that does not fit.
+struct AttributeListCursor {
+  std::span<const std::byte> list;
+  size_t offset = 0;
+};
+std::optional<ListedAttribute> NextListed(AttributeListCursor& cursor);
+
+// The value of the record's $ATTRIBUTE_LIST, resident or not; empty if it has none.
+std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std::byte> record);
+
+// The attribute of record `number` of this type and name, its parts in other records joined. Empty if
+// there is none or a part is missing.
+std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
+                                     std::u16string_view name);
+
+}  // namespace quilmark

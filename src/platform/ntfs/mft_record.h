@@ -1,0 +1,66 @@
+// FILE records of the $MFT and the attributes in them. Everything is tested against the record's bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace quilmark {
+
+// Attribute types.
+inline constexpr uint32_t kStandardInformation = 0x10, kAttributeList = 0x20, kFileName = 0x30,
+                          kData = 0x80, kIndexRoot = 0x90, kIndexAllocation = 0xA0;
+
+inline constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
+constexpr uint64_t RecordNumberOf(uint64_t reference) { return reference & kRecordNumberMask; }
+
+// Puts back the last two bytes of every 512 that NTFS keeps in the header of a FILE record or an INDX
+// block. False, with the bytes unusable, if the header does not fit or a sector is of another write.
+bool ApplyFixups(std::span<std::byte> block);
+
+struct MftRecordHeader {
+  uint16_t sequence = 0;
+  bool inUse = false;
+  bool isDirectory = false;
+  uint64_t baseReference = 0;  // 0, or of the record that this one extends
+  size_t firstAttribute = 0;   // byte offset
+};
+
+// Empty if the bytes are no FILE record. Fix-ups need not be applied: no field lies at a sector's end.
+std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> record);
+
+// One attribute of a record. What does not apply to its form is empty or 0.
+struct NtfsAttribute {
+  uint32_t type = 0;
+  uint16_t flags = 0;  // 0x0001 compressed, 0x4000 encrypted, 0x8000 sparse
+  bool isResident = true;
+  std::span<const std::byte> name;   // UTF-16LE
+  std::span<const std::byte> value;  // of a resident one
+  std::span<const std::byte> runs;   // mapping pairs
+  uint64_t lowestVcn = 0;
+  uint64_t allocatedBytes = 0, dataBytes = 0, initializedBytes = 0;  // meaningful where lowestVcn is 0
+};
+
+// Walks the attributes of a record whose fix-ups are applied.
+struct AttributeCursor {
+  std::span<const std::byte> record;
+  size_t offset = 0;  // MftRecordHeader::firstAttribute
+};
+
+// The next attribute; empty at the end mark and at one that does not fit, which costs the rest of the
+// record.
+std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
+
+enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };
+
+struct FileNameValue {
+  uint64_t parent = 0;
+  NameSpace space = NameSpace::kPosix;
+  std::span<const std::byte> name;  // UTF-16LE
+};
+
+// Value of a $FILE_NAME attribute, also as the key of a folder's index entry.
+std::optional<FileNameValue> ParseFileName(std::span<const std::byte> value);
+
+}  // namespace quilmark

@@ -1,0 +1,37 @@
+// Contents of an attribute by byte offset, wherever its clusters lie.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "platform/byte_source.h"
+#include "platform/ntfs/boot_sector.h"
+#include "platform/ntfs/mft_record.h"
+
+namespace quilmark {
+
+// A stretch that is on the volume; what lies between extents reads as zeros.
+struct NtfsExtent {
+  uint64_t start = 0;   // byte offset in the stream
+  uint64_t length = 0;  // bytes
+  uint64_t place = 0;   // byte offset on the volume
+};
+
+struct NtfsStream {
+  uint64_t size = 0;                // bytes
+  std::vector<NtfsExtent> extents;  // ascending, not overlapping
+  std::vector<std::byte> resident;  // the contents where they are in the record itself
+};
+
+// Appends the runs of `attribute` behind what is there. False, with what was read so far, at runs that
+// are malformed, lie outside the volume or do not follow on the extents before.
+bool AppendRuns(NtfsStream& stream, const NtfsAttribute& attribute, const NtfsGeometry& geometry);
+
+// Fills `buffer` from byte `offset` of the stream. Returns how many bytes are good: fewer at the end of
+// the stream and where the volume cannot be read.
+size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
+                  std::span<std::byte> buffer);
+
+}  // namespace quilmark
