@@ -5,6 +5,7 @@ add_library(quilmark_test_support STATIC ${support_sources})
 set_target_properties(quilmark_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_main)
+target_compile_definitions(quilmark_test_support PRIVATE QUILMARK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 
 function(quilmark_tests name)
   set(system posix)

@@ -5,8 +5,8 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache libboost1.81-dev libcli11-dev nlohmann-json3-dev)
-tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine wine64 python3)
-bench=(libbenchmark-dev plocate fd-find ripgrep python3)
+tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine wine64 python3 ntfs-3g xz-utils)
+bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
 
 wanted=()
 for group in "$@"; do

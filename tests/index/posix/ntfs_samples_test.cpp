@@ -1,0 +1,305 @@
+// The whole road over volumes that Windows and others made: raw bytes, control codes, index.
+#include <gmock/gmock.h>
+
+#include <map>
+#include <set>
+#include <shared_mutex>
+
+#include "index/ntfs_volume.h"
+#include "index/usn_monitor.h"
+#include "platform/drives.h"
+#include "platform/files.h"
+#include "platform/ntfs/change_journal.h"
+#include "platform/ntfs/raw_ntfs_device.h"
+#include "platform/usn_record.h"
+#include "support/mapped_drive.h"
+#include "support/memory_source.h"
+#include "support/ntfs_samples.h"
+#include "support/scratch_folder.h"
+
+namespace quilmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct TrueFile {
+  uint64_t parentFrn = 0;
+  bool isDirectory = false;
+  std::set<std::pair<uint64_t, std::u16string>> names;  // of each link: its folder and its name
+};
+using Truth = std::map<uint64_t, TrueFile>;
+
+Truth ReadTruth(const fs::path& records, const fs::path& names) {
+  Truth truth;
+  for (const SampleRow& row : ReadSampleTable(records)) {
+    const bool isFile = row.at("state") == "ok" && row.at("in_use") == "1" &&
+                        row.at("base_record").empty() && !row.at("name").empty();
+    if (!isFile) continue;
+    TrueFile& file = truth[ReferenceOf(row, "record", "seq")];
+    file.parentFrn = ReferenceOf(row, "parent_record", "parent_seq");
+    file.isDirectory = row.at("is_dir") == "1";
+    file.names.emplace(file.parentFrn, NameOfSample(row.at("name")));
+  }
+  for (const SampleRow& row : ReadSampleTable(names)) {
+    const auto file = truth.find(ReferenceOf(row, "record", "seq"));
+    if (file == truth.end() || row.at("namespace") == "2") continue;
+    file->second.names.emplace(ReferenceOf(row, "parent_record", "parent_seq"),
+                               NameOfSample(row.at("name")));
+  }
+  return truth;
+}
+
+// Every record is a file of the truth, under one of its names, and every file of the truth has a record.
+void ExpectEqualsTruth(const VolumeIndex& volume, const Truth& truth) {
+  const std::shared_lock lock(volume.indexLock);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+  std::set<uint64_t> seen;
+  uint64_t before = 0;
+  for (uint32_t i = 0; i < volume.records.size(); ++i) {
+    const FileRecord& record = volume.records[i];
+    SCOPED_TRACE(record.frn & 0xFFFF'FFFF'FFFF);
+    const auto file = truth.find(record.frn);
+    ASSERT_NE(file, truth.end());
+    EXPECT_TRUE(file->second.names.contains({record.parentFrn, std::u16string(NameOf(record))}));
+    EXPECT_EQ(record.isDirectory != 0, file->second.isDirectory);
+    EXPECT_TRUE(i == 0 || (record.frn & 0xFFFF'FFFF'FFFF) > before) << "ascending";
+    before = record.frn & 0xFFFF'FFFF'FFFF;
+    seen.insert(record.frn);
+  }
+  for (const auto& [frn, file] : truth) {
+    EXPECT_TRUE(seen.contains(frn)) << "record " << (frn & 0xFFFF'FFFF'FFFF) << " is missing";
+  }
+}
+
+const MemoryVolume* openedVolume = nullptr;
+
+std::unique_ptr<VolumeDevice> OpenMemory(std::u16string_view, VolumeAccess, uint32_t& error) {
+  error = 0;
+  return OpenRawNtfs(openedVolume->Open());
+}
+
+// Opens every drive over one volume in memory.
+struct MemoryOpener {
+  explicit MemoryOpener(const MemoryVolume& volume) {
+    openedVolume = &volume;
+    InstallVolumeOpener(OpenMemory);
+  }
+  ~MemoryOpener() { InstallVolumeOpener(nullptr); }
+};
+
+std::string NameOfTest(const testing::TestParamInfo<std::string>& info) {
+  std::string name = info.param;
+  std::replace_if(
+      name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  return name;
+}
+
+struct SampleVolume : testing::TestWithParam<std::string> {};
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SampleVolume);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleVolume, testing::ValuesIn(NtfsSamplesOf("volumes")), NameOfTest);
+
+TEST_P(SampleVolume, IndexEqualsTheTruth) {
+  const fs::path sample = NtfsSamplesFolder() / "volumes" / GetParam();
+  ScratchFolder folder;
+  UnpackVolume(sample, folder.HostPath());
+  const MappedDrive drive(u'N', folder.PathOf(u"volume.img"));
+  VolumeIndex volume;
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ExpectEqualsTruth(volume, ReadTruth(sample / "records.tsv", sample / "names.tsv"));
+}
+
+struct SampleMft : testing::TestWithParam<std::string> {};
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SampleMft);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleMft, testing::ValuesIn(NtfsSamplesOf("mft")), NameOfTest);
+
+TEST_P(SampleMft, IndexEqualsTheTruth) {
+  const fs::path sample = NtfsSamplesFolder() / "mft" / GetParam();
+  std::vector<std::byte> bootSector;
+  if (fs::exists(sample / "vbr.bin")) bootSector = ReadSample(sample / "vbr.bin");
+  bootSector.resize(std::min<size_t>(bootSector.size(), 512));
+  const MemoryVolume bytes = VolumeOfMft(ReadSample(sample / "mft"), bootSector);
+  const MemoryOpener opener(bytes);
+  VolumeIndex volume;
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ExpectEqualsTruth(volume, ReadTruth(sample / "records.tsv", sample / "names.tsv"));
+}
+
+struct SampleJournal : testing::TestWithParam<std::string> {};
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SampleJournal);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleJournal, testing::ValuesIn(NtfsSamplesOf("usn")), NameOfTest);
+
+// The journal of bytes that begin at `firstUsn`.
+ChangeJournal JournalOf(uint64_t firstUsn, uint64_t bytes) {
+  ChangeJournal journal{.id = 1,
+                        .firstUsn = static_cast<int64_t>(firstUsn),
+                        .nextUsn = static_cast<int64_t>(firstUsn + bytes)};
+  journal.records.size = firstUsn + bytes;
+  journal.records.extents = {{.start = firstUsn, .length = bytes, .place = 0}};
+  return journal;
+}
+
+MemoryVolume VolumeOfBytes(std::vector<std::byte> bytes) {
+  MemoryVolume volume{.size = bytes.size()};
+  volume.stretches[0] = std::move(bytes);
+  return volume;
+}
+
+// All blocks from `startUsn` to the end.
+std::vector<std::vector<std::byte>> ReadBlocks(const MemoryVolume& volume, const ChangeJournal& journal,
+                                               JournalRange range, size_t blockBytes = 65'536) {
+  const auto source = volume.Open();
+  const std::atomic<bool> cancelled = false;
+  std::vector<std::vector<std::byte>> blocks;
+  for (;;) {
+    std::vector<std::byte> block(blockBytes);
+    const auto reply = ReadChangeJournal(*source, journal, range, block, cancelled);
+    EXPECT_EQ(reply.error, 0u);
+    if (reply.error != 0 || reply.bytes <= 8) return blocks;
+    block.resize(reply.bytes);
+    std::memcpy(&range.startUsn, block.data(), sizeof range.startUsn);
+    blocks.push_back(std::move(block));
+  }
+}
+
+TEST_P(SampleJournal, RecordsEqualTheTruth) {
+  const fs::path sample = NtfsSamplesFolder() / "usn" / GetParam();
+  auto bytes = ReadSample(sample / "J");
+  const auto truth = ReadSampleTable(sample / "usn.tsv");
+  uint64_t firstUsn = NumberOf(truth.front(), "usn");
+  // A sample that begins at a page of a long journal says so by its first record.
+  if (firstUsn < bytes.size()) firstUsn = 0;
+  const ChangeJournal journal = JournalOf(firstUsn, bytes.size());
+  const MemoryVolume volume = VolumeOfBytes(std::move(bytes));
+
+  for (const size_t blockBytes : {size_t{4'096}, size_t{65'536}}) {
+    auto row = truth.begin();
+    std::u16string name;
+    for (const auto& block : ReadBlocks(volume, journal, {.startUsn = journal.firstUsn}, blockBytes)) {
+      UsnCursor cursor{.block = block};
+      while (const auto record = NextUsnRecord(cursor)) {
+        while (row != truth.end() && row->at("version").starts_with("4")) ++row;
+        ASSERT_NE(row, truth.end());
+        SCOPED_TRACE(row->at("usn"));
+        EXPECT_EQ(record->usn, static_cast<int64_t>(NumberOf(*row, "usn")));
+        EXPECT_EQ(record->frn, ReferenceOf(*row, "record", "seq"));
+        EXPECT_EQ(record->parentFrn, ReferenceOf(*row, "parent_record", "parent_seq"));
+        EXPECT_EQ(record->reason, NumberOf(*row, "reason", 16));
+        EXPECT_EQ(record->attributes, NumberOf(*row, "attributes", 16));
+        EXPECT_EQ(NameUnits(*record, name), NameOfSample(row->at("name")));
+        ++row;
+      }
+      EXPECT_FALSE(cursor.malformed);
+    }
+    while (row != truth.end() && row->at("version").starts_with("4")) ++row;
+    EXPECT_EQ(row, truth.end()) << "records are missing";
+  }
+}
+
+using NameTable = std::map<uint64_t, std::pair<uint64_t, std::u16string>>;  // frn: parent, name
+
+NameTable AliveNames(const VolumeIndex& volume, uint64_t leastRecord) {
+  NameTable names;
+  for (uint32_t i = 0; i < volume.records.size(); ++i) {
+    const FileRecord& record = volume.records[i];
+    if (record.deleted || (record.frn & 0xFFFF'FFFF'FFFF) < leastRecord) continue;
+    names[record.frn] = {record.parentFrn, std::u16string(NameOf(record))};
+  }
+  return names;
+}
+
+void Replay(VolumeIndex& volume, const MemoryVolume& bytes, const ChangeJournal& journal, int64_t from) {
+  for (const auto& block : ReadBlocks(bytes, journal, {.startUsn = from, .reasonMask = 0x3300})) {
+    ApplyJournalBlock(volume, block);
+  }
+}
+
+// Two moments of a volume; `name` alone of the folders that stand there.
+std::vector<std::string> ReplayCalled(const std::string& name) {
+  auto names = NtfsSamplesOf("replay");
+  std::erase_if(names, [&](const std::string& other) { return other != name; });
+  return names;
+}
+
+struct SampleReplayOfImages : testing::TestWithParam<std::string> {};
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SampleReplayOfImages);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleReplayOfImages, testing::ValuesIn(ReplayCalled("one-minute")),
+                         NameOfTest);
+
+TEST_P(SampleReplayOfImages, JournalOfOneMinuteGivesTheNamesOfAfter) {
+  const fs::path sample = NtfsSamplesFolder() / "replay" / GetParam();
+  const MemoryVolume before = VolumeOfMft(ReadSample(sample / "before.mft"));
+  const MemoryOpener opener(before);
+  VolumeIndex volume;
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  CloseVolume(volume);
+  const auto start = ReadSample(sample / "start_usn");
+  const int64_t startUsn =
+      std::atoll(std::string(reinterpret_cast<const char*>(start.data()), start.size()).c_str());
+  auto bytes = ReadSample(sample / "J");
+  const ChangeJournal journal = JournalOf(0, bytes.size());
+  const MemoryVolume journalBytes = VolumeOfBytes(std::move(bytes));
+
+  Replay(volume, journalBytes, journal, startUsn);
+
+  NameTable truth;
+  for (const auto& [frn, file] : ReadTruth(sample / "after.records.tsv", sample / "after.names.tsv")) {
+    if ((frn & 0xFFFF'FFFF'FFFF) < 16) continue;
+    ASSERT_EQ(file.names.size(), 1u);
+    truth[frn] = *file.names.begin();
+  }
+  EXPECT_EQ(AliveNames(volume, 16), truth);
+  EXPECT_EQ(truth.size(), 28u);
+}
+
+void LoadTable(VolumeIndex& volume, const std::vector<SampleRow>& rows) {
+  const std::unique_lock lock(volume.indexLock);
+  volume.drive = u"N:";
+  for (const SampleRow& row : rows) {
+    const uint64_t frn = ReferenceOf(row, "record", "seq");
+    const uint32_t index = AppendRecord(volume,
+                                        {.frn = frn,
+                                         .parentFrn = ReferenceOf(row, "parent_record", "parent_seq"),
+                                         .isDirectory = row.at("is_dir") == "1"},
+                                        NameOfSample(row.at("name")));
+    SetIndexOf(volume.frnToIndex, volume.records, frn, index);
+  }
+}
+
+NameTable TableNames(const std::vector<SampleRow>& rows) {
+  NameTable names;
+  for (const SampleRow& row : rows) {
+    names[ReferenceOf(row, "record", "seq")] = {ReferenceOf(row, "parent_record", "parent_seq"),
+                                                NameOfSample(row.at("name"))};
+  }
+  return names;
+}
+
+struct SampleReplayOfTables : testing::TestWithParam<std::string> {};
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SampleReplayOfTables);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleReplayOfTables,
+                         testing::ValuesIn(ReplayCalled("winxp-three-minutes")), NameOfTest);
+
+TEST_P(SampleReplayOfTables, JournalOfThreeMinutesGivesAfterAndThenChangesNothing) {
+  const fs::path sample = NtfsSamplesFolder() / "replay" / GetParam();
+  const auto after = ReadSampleTable(sample / "after.tsv");
+  VolumeIndex volume;
+  LoadTable(volume, ReadSampleTable(sample / "before.tsv"));
+  auto bytes = ReadSample(sample / "J");
+  const ChangeJournal journal = JournalOf(0, bytes.size());
+  const MemoryVolume journalBytes = VolumeOfBytes(std::move(bytes));
+
+  Replay(volume, journalBytes, journal, 0);
+  EXPECT_EQ(AliveNames(volume, 0), TableNames(after));
+  Replay(volume, journalBytes, journal, 0);
+  EXPECT_EQ(AliveNames(volume, 0), TableNames(after));
+
+  const std::shared_lock lock(volume.indexLock);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+}  // namespace
+}  // namespace quilmark
