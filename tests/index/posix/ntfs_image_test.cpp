@@ -103,12 +103,18 @@ void MakeOddities(const fs::path& root) {
   fs::create_symlink("streams.txt", root / "symbolic");
 }
 
-// Files whose data lies between the pieces of the growing $MFT, and holes in its numbers.
+// Fills the volume to the brim, makes holes, and lets the $MFT grow into them.
 void FragmentTheMft(const fs::path& root) {
   const fs::path in = root / "fragments";
   fs::create_directory(in);
-  for (int i = 0; i < 3'000; ++i)
-    MakeFile(in / Numbered("f", i), std::string(i % 3 == 0 ? 20'000 : 10, 'x'));
+  const std::string piece(256 * 1024, 'x');
+  int pieces = 0;
+  for (; pieces < 4'000; ++pieces) {
+    std::ofstream file(in / Numbered("piece", pieces), std::ios::binary);
+    if (!(file << piece << std::flush)) break;
+  }
+  for (int i = 0; i <= pieces; i += 3) fs::remove(in / Numbered("piece", i));
+  for (int i = 0; i < 3'000; ++i) MakeFile(in / Numbered("f", i));
   for (int i = 0; i < 3'000; i += 3) fs::remove(in / Numbered("f", i));
   for (int i = 0; i < 300; ++i) MakeFile(in / Numbered("again", i));
 }
@@ -144,7 +150,7 @@ std::multiset<std::u16string> PathsOfIndex(const VolumeIndex& volume) {
 }
 
 TEST(NtfsImage, IndexEqualsWhatTheMountedVolumeShows) {
-  MountedImage image(400u << 20);
+  MountedImage image(160u << 20);
   FillWithFiles(image.Root());
   MakeOddities(image.Root());
   FragmentTheMft(image.Root());
@@ -175,7 +181,7 @@ TEST(NtfsImage, IndexEqualsWhatTheMountedVolumeShows) {
         path == u"N:\\linked.txt" || path.ends_with(u"link.txt") || path.starts_with(u"N:\\kkkk");
     return isLink && !indexed.contains(path);
   });
-  EXPECT_EQ(shown.size(), 20'000u + 40 + 1 + 1 + 2'300 + 3);
+  EXPECT_GE(shown.size(), 20'000u + 40 + 2'300);
   std::vector<std::u16string> missing, extra;
   std::set_difference(shown.begin(), shown.end(), indexed.begin(), indexed.end(),
                       std::back_inserter(missing));
