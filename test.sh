@@ -93,6 +93,7 @@ if [ -z "$quick" ]; then
     seeds="fuzz/corpus/$name"
     mkdir -p "$corpus"
     [ -d "$seeds" ] || seeds=
+    [ "$name" = ntfs_volume_fuzz ] && tools/ntfs_seeds.sh "$corpus"
     if "$target" -max_total_time=5 -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$logs/" "$corpus" \
       ${seeds:+"$seeds"} >"$logs/$name.log" 2>&1; then
       passed=$((passed + 1))

@@ -13,7 +13,6 @@ namespace quilmark {
 namespace {
 
 constexpr uint32_t kErrorFileNotFound = 2;
-constexpr auto kLongestWait = std::chrono::seconds(10);
 
 // The scripts of the drives, for OpenScripted.
 struct Scripts {
@@ -178,9 +177,16 @@ std::vector<uint32_t> DeviceScript::AskedCodes() const {
   return codes;
 }
 
-bool DeviceScript::WaitForAsked(uint32_t code, size_t count) {
+bool DeviceScript::WaitForAsked(uint32_t code, size_t count, int longestSeconds) {
   std::unique_lock lock(mutex_);
-  return changed_.wait_for(lock, kLongestWait, [&] { return counts_[code] >= count; });
+  return changed_.wait_for(lock, std::chrono::seconds(longestSeconds),
+                           [&] { return counts_[code] >= count; });
+}
+
+size_t DeviceScript::AskedCount(uint32_t code) const {
+  const std::scoped_lock lock(mutex_);
+  const auto count = counts_.find(code);
+  return count == counts_.end() ? 0 : count->second;
 }
 
 int DeviceScript::OpenDevices() const {

@@ -59,8 +59,9 @@ class DeviceScript {
 
   std::vector<Asked> TakeAsked();
   std::vector<uint32_t> AskedCodes() const;
-  // Waits until `code` was asked `count` times, at most 10 seconds.
-  bool WaitForAsked(uint32_t code, size_t count);
+  // Waits until `code` was asked `count` times.
+  bool WaitForAsked(uint32_t code, size_t count, int longestSeconds = 10);
+  size_t AskedCount(uint32_t code) const;
   int OpenDevices() const;
   std::vector<VolumeAccess> Opens() const;
   // Makes reads of the journal wait until Cancel or Close, as a device does that is slow to answer.

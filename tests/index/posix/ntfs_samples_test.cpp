@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <map>
+#include <random>
 #include <set>
 #include <shared_mutex>
 
@@ -126,6 +127,61 @@ TEST_P(SampleMft, IndexEqualsTheTruth) {
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   ExpectEqualsTruth(volume, ReadTruth(sample / "records.tsv", sample / "names.tsv"));
+}
+
+// Builds over damaged bytes: it ends, and what it leaves holds together.
+void ExpectSurvives(const MemoryVolume& bytes) {
+  const MemoryOpener opener(bytes);
+  VolumeIndex volume;
+  const auto device = OpenRawNtfs(bytes.Open());
+  if (device == nullptr) return;
+  BuildNtfsVolume(volume, u"N:");
+  CloseVolume(volume);
+  const std::shared_lock lock(volume.indexLock);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+TEST_P(SampleMft, FlippedBitsCostAtMostTheirRecords) {
+  const auto mft = ReadSample(NtfsSamplesFolder() / "mft" / GetParam() / "mft");
+  const size_t recordBytes = GetParam() == "4k-large" ? 4'096 : 1'024;
+  const MemoryVolume whole = VolumeOfMft(mft);
+  std::mt19937 random(7);
+  for (int round = 0; round < 6; ++round) {
+    MemoryVolume flipped = whole;
+    for (auto& [place, bytes] : flipped.stretches) {
+      if (place == 0) continue;
+      for (size_t i = 0; i < std::min<size_t>(bytes.size(), 256 * recordBytes) / recordBytes; ++i) {
+        bytes[i * recordBytes + random() % recordBytes] ^= std::byte(1u << random() % 8);
+      }
+    }
+    ExpectSurvives(flipped);
+  }
+}
+
+TEST_P(SampleMft, ACutVolumeKeepsTheRecordsThatAreThere) {
+  const auto mft = ReadSample(NtfsSamplesFolder() / "mft" / GetParam() / "mft");
+  const MemoryVolume whole = VolumeOfMft(mft);
+  uint64_t end = 0;
+  for (const auto& [place, bytes] : whole.stretches) end = std::max(end, place + bytes.size());
+  for (uint64_t cut = 1; cut < end; cut = cut * 2 + 513) {
+    MemoryVolume shorter = whole;
+    shorter.size = end - cut;
+    ExpectSurvives(shorter);
+  }
+}
+
+TEST_P(SampleMft, APlaceThatCannotBeReadCostsItsRecordsOnly) {
+  const MemoryVolume whole = VolumeOfMft(ReadSample(NtfsSamplesFolder() / "mft" / GetParam() / "mft"));
+  MemoryVolume bad = whole;
+  const uint64_t place = std::next(whole.stretches.begin())->first + 40 * 1'024;
+  bad.badPlaces = {{place, place + 4'096}};
+  const auto countOf = [](const MemoryVolume& bytes) {
+    const MemoryOpener opener(bytes);
+    VolumeIndex volume;
+    EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+    return volume.records.size();
+  };
+  EXPECT_GE(countOf(bad) + 4, countOf(whole));
 }
 
 struct SampleJournal : testing::TestWithParam<std::string> {};

@@ -1,0 +1,42 @@
+// Closing against building. Run under ThreadSanitizer as well.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "index/ntfs_volume.h"
+#include "index/usn_monitor.h"
+#include "support/scripted_device.h"
+
+namespace quilmark {
+namespace {
+
+constexpr uint64_t kRoot = 5;
+
+// Closing, stopping and building at once leave a volume that is closed or followed, never both.
+TEST(UsnMonitorConcurrency, ClosingAndBuildingAtOnceEndWhole) {
+  monitorPauses = {.afterReadMs = 0, .afterErrorMs = 0};
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  VolumeIndex volume;
+  std::atomic<bool> building = true;
+  std::thread closer([&] {
+    while (building) CloseVolume(volume);
+  });
+  for (int i = 0; i < 20; ++i) {
+    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 64)});
+    script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)});
+    script.Queue(kFsctlEnumUsnData, {.output = UsnBlockBuilder(1).Record(41, kRoot, u"a.txt")});
+    BuildNtfsVolume(volume, u"N:");
+  }
+  building = false;
+  closer.join();
+
+  CloseVolume(volume);
+
+  EXPECT_EQ(script.OpenDevices(), 0);
+  EXPECT_FALSE(volume.monitorRunning);
+  monitorPauses = {};
+}
+
+}  // namespace
+}  // namespace quilmark
