@@ -14,6 +14,7 @@ import time
 BUILD = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build", "linux-release")
 NEEDLES = ["龘", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx"]
 WALK_FILES = 500_000
+IMAGE_FILES = 200_000
 
 
 def run_bench(program, env, *options):
@@ -101,7 +102,45 @@ def report_walk():
               f"{fd / row['ms']:>18.2f}")
 
 
+def ntfs_image():
+    """A volume with some 200,000 files, made through ntfs-3g (root, FUSE)."""
+    image = os.path.join(WORK, f"ntfs-{IMAGE_FILES}.img")
+    if os.path.exists(image + ".done"):
+        return image
+    folder = os.path.join(WORK, f"names-{IMAGE_FILES}")
+    mount = os.path.join(WORK, "mount")
+    os.makedirs(folder, exist_ok=True)
+    os.makedirs(mount, exist_ok=True)
+    with open(image, "wb") as file:
+        file.truncate(4 << 30)
+    quiet = {"check": True, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+    subprocess.run([os.path.join(WORK, "make_names"), str(IMAGE_FILES), folder], **quiet)
+    subprocess.run(["/usr/sbin/mkntfs", "-q", "-F", "-Q", "-p", "0", "-s", "512", "-H", "0", "-S", "0", image], **quiet)
+    subprocess.run(["ntfs-3g", "-o", "big_writes,noatime", image, mount], **quiet)
+    subprocess.run([os.path.join(WORK, "make_walk"), os.path.join(folder, "records.tsv"), mount], **quiet)
+    subprocess.run(["umount", mount], check=True)
+    open(image + ".done", "w").close()
+    return image
+
+
+def report_ntfs():
+    image = ntfs_image()
+    rows = run_bench("ntfs_bench", {"QUILMARK_BENCH_DATA": WORK, "QUILMARK_BENCH_NAMES": "1000000",
+                                    "QUILMARK_BENCH_IMAGE": image})
+    bare, blocks = rows["bare_walk_of_blocks/process_time/real_time"], rows["enumerate_blocks/process_time/real_time"]
+    replay, whole = rows["replay_journal/process_time/real_time"], rows["enumerate_image/process_time/real_time"]
+    limit = time_command([os.path.join(WORK, "mft_limit"), image, "parse"])
+    fls = time_command(["fls", "-r", "-p", image], runs=2)
+    print("\n== NTFS records into the searchable index")
+    print(f"1,000,000 records from memory {blocks['ms']:.0f} ms, {blocks['items_per_second'] / 1e6:.2f} M/s; "
+          f"{blocks['ms'] / bare['ms']:.2f}x a bare walk over the blocks; "
+          f"journal {replay['items_per_second'] / 1e6:.2f} M changes/s")
+    print(f"image with {int(whole['records']):,} files {whole['ms']:.1f} ms, {whole['items_per_second'] / 1e6:.2f} M/s; "
+          f"{whole['ms'] / limit:.2f}x reading and parsing the $MFT ({limit:.1f} ms); {fls / whole['ms']:.1f}x faster than fls -r -p")
+
+
 WORK = os.path.abspath(sys.argv[1])
 for size in [int(text) for text in sys.argv[2:]] or [1_000_000, 10_000_000]:
     report_names(size)
 report_walk()
+report_ntfs()

@@ -11,4 +11,5 @@ cmake --build build/linux-release >>"$work/build.log" 2>&1 || { tail -n 30 "$wor
 for tool in make_names make_walk walk_limit; do
   cc -O2 -pthread -o "$work/$tool" "bench/tools/$tool.c"
 done
+cc -O3 -march=x86-64-v3 -o "$work/mft_limit" bench/tools/mft_limit.c
 exec python3 bench/report.py "$work" "$@"
