@@ -23,6 +23,9 @@ std::shared_ptr<const std::u16string> SharedRootOf(char16_t letter);
 // Bit 0 for A: to bit 25 for Z:, without regard to mappings. 0 on a POSIX host.
 uint32_t SystemDriveMask();
 
+// Those of them whose root answers. 0 on a POSIX host.
+uint32_t AnsweringSystemDriveMask();
+
 // Of the system's own drive `letter`; empty when there is none or its medium cannot be read.
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter);
 

@@ -7,7 +7,9 @@
 #include <shared_mutex>
 
 #include "platform/drive_roots.h"
+#include "platform/files.h"
 #include "platform/locks.h"
+#include "platform/ntfs/image_info.h"
 
 namespace quilmark {
 
@@ -131,7 +133,18 @@ std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter) {
   if (Drives().mask.load(std::memory_order_acquire) == 0) return VolumeInfoOfSystemDrive(letter);
   const Root root = SharedRootOf(letter);
   if (root == nullptr) return std::nullopt;
-  return VolumeInfoOfMappedFolder(*root);
+  if (auto info = VolumeInfoOfMappedFolder(*root)) return info;
+  return VolumeInfoOfImage(*root);
+}
+
+uint32_t AnsweringDriveMask() {
+  if (Drives().mask.load(std::memory_order_acquire) == 0) return AnsweringSystemDriveMask();
+  uint32_t mask = 0;
+  for (size_t index = 0; index < kLetters; ++index) {
+    const Root root = SharedRootOf(static_cast<char16_t>(u'A' + index));
+    if (root != nullptr && IsExistingPath(*root)) mask |= BitOf(index);
+  }
+  return mask;
 }
 
 uint32_t SerialOfFolder(uint64_t volume, uint64_t folder) {

@@ -46,6 +46,8 @@ uint64_t IdentityOf(const struct statfs& volume, dev_t device) {
 
 uint32_t SystemDriveMask() { return 0; }
 
+uint32_t AnsweringSystemDriveMask() { return 0; }
+
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t) { return std::nullopt; }
 
 std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {

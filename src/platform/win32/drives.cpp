@@ -44,6 +44,16 @@ bool ReadVolume(const std::u16string& root, VolumeTexts& texts) {
 
 uint32_t SystemDriveMask() { return GetLogicalDrives(); }
 
+uint32_t AnsweringSystemDriveMask() {
+  const NoMediumPrompt noPrompt;
+  uint32_t mask = 0;
+  for (unsigned i = 0; i < 26; ++i) {
+    const wchar_t root[] = {static_cast<wchar_t>(L'A' + i), L':', L'\\', L'\0'};
+    if (GetFileAttributesW(root) != INVALID_FILE_ATTRIBUTES) mask |= uint32_t{1} << i;
+  }
+  return mask;
+}
+
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
   const NoMediumPrompt noPrompt;
   VolumeTexts texts;

@@ -2,11 +2,14 @@
 
 #include <atomic>
 
+#include "platform/debug_sink.h"
+
 namespace quilmark {
 
 static std::atomic<void (*)(std::string_view)> debugListener = nullptr;
 
 void WriteDebugOutput(std::string_view text) {
+  SendToDebugger(text);
   if (const auto listener = debugListener.load()) listener(text);
 }
 

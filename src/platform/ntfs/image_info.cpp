@@ -1,0 +1,39 @@
+#include "platform/ntfs/image_info.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/byte_source.h"
+#include "platform/ntfs/boot_sector.h"
+#include "platform/ntfs/mft_reader.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint64_t kVolumeRecord = 3;
+constexpr uint32_t kVolumeName = 0x60;
+constexpr size_t kMostLabelBytes = 2 * 32;
+
+// The low half is what Windows shows as the serial of the volume.
+constexpr uint32_t ShownSerial(uint64_t serial) { return static_cast<uint32_t>(serial); }
+
+std::u16string ReadLabel(MftReader& reader) {
+  const auto label = FindStream(reader, kVolumeRecord, kVolumeName, {});
+  if (!label) return {};
+  std::u16string units(std::min(label->resident.size(), kMostLabelBytes) / sizeof(char16_t), u'\0');
+  std::memcpy(units.data(), label->resident.data(), units.size() * sizeof(char16_t));
+  return units;
+}
+
+}  // namespace
+
+std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path) {
+  auto reader = OpenMft(OpenByteSource(path));
+  if (!reader) return std::nullopt;
+  return VolumeInfo{.fileSystem = u"NTFS",
+                    .label = ReadLabel(*reader),
+                    .serial = ShownSerial(reader->geometry.serial)};
+}
+
+}  // namespace quilmark

@@ -1,0 +1,134 @@
+#include "platform/volume_device.h"
+
+#include <windows.h>
+#include <winioctl.h>
+
+#include <atomic>
+#include <mutex>
+
+#include "platform/drive_roots.h"
+#include "platform/ntfs/raw_ntfs_device.h"
+#include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+static_assert(kFsctlGetNtfsVolumeData == FSCTL_GET_NTFS_VOLUME_DATA);
+static_assert(kFsctlGetNtfsFileRecord == FSCTL_GET_NTFS_FILE_RECORD);
+static_assert(kFsctlEnumUsnData == FSCTL_ENUM_USN_DATA);
+static_assert(kFsctlReadUsnJournal == FSCTL_READ_USN_JOURNAL);
+static_assert(kFsctlCreateUsnJournal == FSCTL_CREATE_USN_JOURNAL);
+static_assert(kFsctlQueryUsnJournal == FSCTL_QUERY_USN_JOURNAL);
+static_assert(kFsctlDeleteUsnJournal == FSCTL_DELETE_USN_JOURNAL);
+
+namespace {
+
+struct ThreadTraits {
+  using Value = HANDLE;
+  static Value Empty() { return nullptr; }
+  static void Close(Value thread) { CloseHandle(thread); }
+};
+using UniqueThread = Unique<ThreadTraits>;
+
+class Win32VolumeDevice : public VolumeDevice {
+ public:
+  explicit Win32VolumeDevice(UniqueFile device) : device_(std::move(device)) {}
+  ~Win32VolumeDevice() override { Close(); }
+
+  Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
+    return Call([&](DWORD& bytes) {
+      return DeviceIoControl(device_.Get(), code, const_cast<std::byte*>(input.data()),
+                             static_cast<DWORD>(input.size()), output.data(),
+                             static_cast<DWORD>(output.size()), &bytes, nullptr);
+    });
+  }
+
+  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+    OVERLAPPED at{};
+    at.Offset = static_cast<DWORD>(offset);
+    at.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    return Call([&](DWORD& bytes) {
+      return ReadFile(device_.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &bytes, &at);
+    });
+  }
+
+  void Cancel() override {
+    const std::scoped_lock lock(callerLock_);
+    CancelCaller();
+  }
+
+  // The call in progress may have begun after a cancellation: it is cancelled until it is out.
+  uint32_t Close() override {
+    isClosed_ = true;
+    while (!inUse_.try_lock()) {
+      Cancel();
+      Sleep(1);
+    }
+    const std::lock_guard<std::mutex> lock(inUse_, std::adopt_lock);
+    if (!device_) return 0;
+    return CloseHandle(device_.Release()) ? 0 : GetLastError();
+  }
+
+ private:
+  // Runs `call` with the thread known to Cancel.
+  template <typename SystemCall>
+  Reply Call(SystemCall call) {
+    const std::scoped_lock lock(inUse_);
+    if (isClosed_ || !device_) return {.error = kErrorInvalidHandle};
+    SetCaller(OpenThread(THREAD_TERMINATE, FALSE, GetCurrentThreadId()));
+    DWORD bytes = 0;
+    const BOOL isDone = call(bytes);
+    const DWORD error = isDone ? 0 : GetLastError();
+    SetCaller(nullptr);
+    return {.error = error, .bytes = error == 0 ? bytes : 0};
+  }
+
+  void SetCaller(HANDLE thread) {
+    const std::scoped_lock lock(callerLock_);
+    caller_.Reset(thread);
+  }
+
+  // REQUIRES callerLock_ held
+  void CancelCaller() {
+    if (!caller_) return;
+    CancelSynchronousIo(caller_.Get());
+    CancelIoEx(device_.Get(), nullptr);
+  }
+
+  std::mutex inUse_;  // held by a call in progress
+  std::mutex callerLock_;
+  UniqueThread caller_;  // callerLock_; the thread inside a call
+  std::atomic<bool> isClosed_ = false;
+  UniqueFile device_;
+};
+
+UniqueFile OpenDevice(std::u16string_view drive, VolumeAccess access) {
+  const std::u16string path = u"\\\\.\\" + std::u16string(drive);
+  const DWORD wanted = access == VolumeAccess::kReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ;
+  return UniqueFile(
+      CreateFileW(Wide(path), wanted, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+// The raw bytes of a volume are never written.
+std::unique_ptr<VolumeDevice> OpenImage(std::u16string_view path, VolumeAccess access, uint32_t& error) {
+  error = access == VolumeAccess::kReadWrite ? kErrorWriteProtect : kErrorInvalidFunction;
+  if (access == VolumeAccess::kReadWrite) return nullptr;
+  auto device = OpenRawNtfs(OpenByteSource(path));
+  if (device != nullptr) error = 0;
+  return device;
+}
+
+}  // namespace
+
+std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, VolumeAccess access,
+                                               uint32_t& error) {
+  const auto root = drive.empty() ? nullptr : SharedRootOf(drive[0]);
+  if (root != nullptr) return OpenImage(*root, access, error);
+  UniqueFile device = OpenDevice(drive, access);
+  error = device ? 0 : GetLastError();
+  if (!device) return nullptr;
+  return std::make_unique<Win32VolumeDevice>(std::move(device));
+}
+
+}  // namespace quilmark
