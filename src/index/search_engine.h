@@ -17,6 +17,8 @@ inline constexpr uint32_t WM_VOLUME_LOST =
 
 struct SearchEngine {
   std::vector<std::unique_ptr<VolumeIndex>> volumes;  // guarded by volumesMutex; sorted by drive
+  // Volumes of drives that are gone, kept for results that still name them; guarded by volumesMutex.
+  std::vector<std::unique_ptr<VolumeIndex>> dropped;
   mutable OrderedLock volumesMutex{LockRank::kVolumeList, "volumesMutex"};
   std::atomic<bool> ready = false;           // a volume is usable
   std::atomic<bool> syncing = false;         // the volumes are being brought in line with the drives

@@ -26,6 +26,9 @@ uint32_t SystemDriveMask();
 // Those of them whose root answers. 0 on a POSIX host.
 uint32_t AnsweringSystemDriveMask();
 
+// Whether the system knows a root of its own drive `letter`. False on a POSIX host.
+bool HasSystemDriveRoot(char16_t letter);
+
 // Of the system's own drive `letter`; empty when there is none or its medium cannot be read.
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter);
 

@@ -137,6 +137,11 @@ std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter) {
   return VolumeInfoOfImage(*root);
 }
 
+bool HasDriveRoot(char16_t letter) {
+  if (Drives().mask.load(std::memory_order_acquire) == 0) return HasSystemDriveRoot(letter);
+  return SharedRootOf(letter) != nullptr;
+}
+
 uint32_t AnsweringDriveMask() {
   if (Drives().mask.load(std::memory_order_acquire) == 0) return AnsweringSystemDriveMask();
   uint32_t mask = 0;

@@ -33,6 +33,9 @@ uint32_t LogicalDriveMask();
 // without listing it.
 uint32_t AnsweringDriveMask();
 
+// True unless the system knows no root for the letter, as before a medium is mounted.
+bool HasDriveRoot(char16_t letter);
+
 struct VolumeInfo {
   std::u16string fileSystem;  // "NTFS", "FAT32", "ext4", ...
   std::u16string label;

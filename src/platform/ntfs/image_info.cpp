@@ -20,7 +20,7 @@ constexpr uint32_t ShownSerial(uint64_t serial) { return static_cast<uint32_t>(s
 
 std::u16string ReadLabel(MftReader& reader) {
   const auto label = FindStream(reader, kVolumeRecord, kVolumeName, {});
-  if (!label) return {};
+  if (!label || label->resident.empty()) return {};
   std::u16string units(std::min(label->resident.size(), kMostLabelBytes) / sizeof(char16_t), u'\0');
   std::memcpy(units.data(), label->resident.data(), units.size() * sizeof(char16_t));
   return units;

@@ -48,6 +48,8 @@ uint32_t SystemDriveMask() { return 0; }
 
 uint32_t AnsweringSystemDriveMask() { return 0; }
 
+bool HasSystemDriveRoot(char16_t) { return false; }
+
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t) { return std::nullopt; }
 
 std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {

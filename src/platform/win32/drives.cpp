@@ -54,6 +54,11 @@ uint32_t AnsweringSystemDriveMask() {
   return mask;
 }
 
+bool HasSystemDriveRoot(char16_t letter) {
+  const wchar_t root[] = {static_cast<wchar_t>(letter), L':', L'\\', L'\0'};
+  return GetDriveTypeW(root) > DRIVE_NO_ROOT_DIR;
+}
+
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
   const NoMediumPrompt noPrompt;
   VolumeTexts texts;

@@ -1,0 +1,185 @@
+#include "index/volume_life.h"
+
+#include <algorithm>
+#include <future>
+#include <mutex>
+
+#include "config/log.h"
+#include "index/directory_walk.h"
+#include "index/ntfs_volume.h"
+#include "index/volume_list.h"
+#include "platform/background.h"
+#include "platform/clock.h"
+#include "platform/drives.h"
+#include "platform/format.h"
+#include "platform/text.h"
+
+namespace quilmark {
+
+StartupHooks startupHooks;
+
+namespace {
+
+constexpr std::u16string_view kNtfs = u"NTFS";
+
+// What the tasks of one start share.
+struct Startup {
+  SearchEngine& engine;
+  PostTarget window;
+  std::atomic<bool> firstReadyPosted = false;
+};
+
+void AddFirstBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
+  const std::scoped_lock lock(startup.engine.volumesMutex);
+  startup.engine.volumes.push_back(std::move(volume));
+  startup.engine.ready = true;
+  if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
+}
+
+void IndexDriveAtStart(Startup& startup, char16_t letter) {
+  const auto info = AskVolumeInfo(letter);
+  if (!info) return;
+  const std::u16string drive = {letter, u':'};
+  auto volume = std::make_unique<VolumeIndex>();
+  const bool isBuilt = info->fileSystem == kNtfs ? BuildNtfsVolume(*volume, drive)
+                                                 : BuildWalkVolume(*volume, drive, info->fileSystem);
+  if (isBuilt) AddFirstBuilt(startup, std::move(volume));
+}
+
+void IndexAllDrives(Startup& startup) {
+  std::vector<std::future<void>> tasks;
+  for (const char16_t letter : LettersOf(LogicalDriveMask())) {
+    tasks.push_back(
+        std::async(std::launch::async, [&startup, letter] { IndexDriveAtStart(startup, letter); }));
+  }
+  for (auto& task : tasks) task.get();
+}
+
+void LoadCaches(SearchEngine& engine) {
+  if (startupHooks.loadAttributeCache != nullptr) startupHooks.loadAttributeCache();
+  for (VolumeIndex* const volume : CopyVolumes(engine)) {
+    const bool hasSizes = startupHooks.loadSizes != nullptr && volume->fileSystem == kNtfs;
+    if (hasSizes) startupHooks.loadSizes(*volume);
+  }
+  if (startupHooks.writeMissingAttributeCache != nullptr) startupHooks.writeMissingAttributeCache();
+}
+
+void RunInitBackground(SearchEngine& engine, PostTarget window) {
+  const uint64_t start = TickMs();
+  Startup startup{.engine = engine, .window = window};
+  IndexAllDrives(startup);
+  if (ShutdownRequested) return;
+  size_t count = 0;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    SortByDrive(engine);
+    count = engine.volumes.size();
+    engine.ready = count != 0;
+  }
+  if (engine.ready && !ShutdownRequested) LoadCaches(engine);
+  LogPerfMetric(
+      FormatText(u"startup index_ms=%llu volume_count=%llu", TickMs() - start, uint64_t{count}));
+  if (startup.firstReadyPosted) {
+    PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
+  } else {
+    PostUnlessEnding(window, WM_INDEX_STATE, engine.ready ? 0 : 1, 0);
+  }
+}
+
+VolumeIndex* FindVolume(SearchEngine& engine, std::u16string_view drive) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  return FindVolumeLocked(engine, drive);
+}
+
+bool BuildByName(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
+  return EqualNoCase(fileSystem, kNtfs) ? BuildNtfsVolume(volume, drive)
+                                        : BuildWalkVolume(volume, drive, fileSystem);
+}
+
+void SyncDrive(SearchEngine& engine, char16_t letter) {
+  const auto info = AskVolumeInfo(letter);
+  // A drive that does not tell, as some of a network, is walked.
+  const std::u16string fileSystem = info ? info->fileSystem : std::u16string();
+  const std::u16string drive = {letter, u':'};
+  if (VolumeIndex* const known = FindVolume(engine, drive)) {
+    if (!known->valid) BuildByName(*known, known->drive, fileSystem);
+    return;
+  }
+  auto volume = std::make_unique<VolumeIndex>();
+  if (!BuildByName(*volume, drive, fileSystem)) return;
+  const std::scoped_lock lock(engine.volumesMutex);
+  if (FindVolumeLocked(engine, drive) == nullptr) engine.volumes.push_back(std::move(volume));
+}
+
+// Clears `syncing` however the job ends.
+struct SyncingMark {
+  SearchEngine& engine;
+  ~SyncingMark() { engine.syncing = false; }
+};
+
+void RunSync(SearchEngine& engine, PostTarget window) {
+  const SyncingMark mark{engine};
+  for (const char16_t letter : LettersOf(LogicalDriveMask())) {
+    if (ShutdownRequested) break;
+    SyncDrive(engine, letter);
+  }
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    SortByDrive(engine);
+    engine.ready = std::any_of(engine.volumes.begin(), engine.volumes.end(),
+                               [](const auto& volume) { return volume->valid.load(); });
+  }
+  PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
+}
+
+// Takes valid volumes that `isGone` names out of the search.
+template <typename IsGone>
+std::vector<VolumeIndex*> TakeOut(SearchEngine& engine, IsGone isGone) {
+  std::vector<VolumeIndex*> taken;
+  for (const auto& volume : engine.volumes) {
+    if (isGone(*volume) && volume->valid.exchange(false)) taken.push_back(volume.get());
+  }
+  return taken;
+}
+
+}  // namespace
+
+void InitBackground(SearchEngine& engine, PostTarget window) {
+  engine.window = window;
+  RunBackground("init_background", [&engine, window] { RunInitBackground(engine, window); });
+}
+
+void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window) {
+  if (engine.syncing.exchange(true)) return;
+  const bool isStarted =
+      RunBackground("sync_current_volumes", [&engine, window] { RunSync(engine, window); });
+  if (!isStarted) engine.syncing = false;
+}
+
+bool RemoveUnavailableVolumes(SearchEngine& engine) {
+  std::vector<VolumeIndex*> gone;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    const uint32_t mask = LogicalDriveMask();
+    gone = TakeOut(engine, [&](const VolumeIndex& volume) { return (BitOfDrive(volume) & mask) == 0; });
+  }
+  if (gone.empty()) return false;
+  RunBackground("remove_unavailable_volumes", [gone] {
+    for (VolumeIndex* const volume : gone) CloseVolume(*volume);
+  });
+  return true;
+}
+
+bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
+  if (unitMask == 0) return false;
+  std::vector<VolumeIndex*> released;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    released =
+        TakeOut(engine, [&](const VolumeIndex& volume) { return (BitOfDrive(volume) & unitMask) != 0; });
+  }
+  for (VolumeIndex* const volume : released) CloseVolume(*volume);
+  return !released.empty();
+}
+
+}  // namespace quilmark

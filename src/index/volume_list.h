@@ -1,0 +1,38 @@
+// What the parts of a volume's life share: the list of volumes by drive, letters of a mask, messages.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "index/search_engine.h"
+#include "platform/drives.h"
+
+namespace quilmark {
+
+// The letters of a mask (bit 0: A), ascending.
+std::u16string LettersOf(uint32_t mask);
+
+// The volume's bit in such a mask; 0 for a volume without a drive.
+uint32_t BitOfDrive(const VolumeIndex& volume);
+
+// Both: volumesMutex held. Null if no volume has that drive; letters are compared without regard to
+// case.
+VolumeIndex* FindVolumeLocked(const SearchEngine& engine, std::u16string_view drive);
+void SortByDrive(SearchEngine& engine);
+
+// What a drive says of itself: ReadVolumeInfo, unless a test installs another. Null puts that back.
+using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
+void InstallVolumeInfoReader(VolumeInfoReader reader);
+std::optional<VolumeInfo> AskVolumeInfo(char16_t letter);
+
+// Posts, but for the end of the program.
+void PostUnlessEnding(PostTarget window, uint32_t message, uint64_t first, int64_t second);
+
+// True for the one caller that may sync after an arrival: a drive with several notices is one arrival.
+// `lastMs` is the tick of the last such sync, 0 for none yet.
+bool TakeArrivalTurn(std::atomic<uint64_t>& lastMs, uint64_t nowMs);
+
+}  // namespace quilmark

@@ -1,0 +1,156 @@
+// The refresh by hand of volumes that no journal keeps up to date.
+#include <algorithm>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "index/directory_walk.h"
+#include "index/volume_life.h"
+#include "index/volume_list.h"
+#include "platform/background.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/drives.h"
+#include "platform/format.h"
+#include "platform/text.h"
+#include "platform/utf.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr std::u16string_view kNtfs = u"NTFS";
+constexpr std::string_view kLogPrefix = "[Quilmark][ManualRefresh]";
+
+constexpr std::u16string_view kRefreshText = u"Refresh the index of non-NTFS drives.";
+constexpr std::u16string_view kNoneText = u"No non-NTFS volumes detected for manual refresh.";
+constexpr std::u16string_view kOkText = u"OK";
+constexpr std::u16string_view kFailText = u"FAIL";
+
+constexpr uint32_t kSyncStepMs = 100;
+constexpr int kMostSyncSteps = 30;
+
+struct WalkedDrive {
+  std::u16string drive;
+  std::u16string fileSystem;
+};
+
+struct RefreshCounts {
+  uint64_t rebuilt = 0;
+  int64_t failed = 0;
+};
+
+void SyncFirst(SearchEngine& engine, PostTarget window) {
+  SyncCurrentVolumesAsync(engine, window);
+  for (int step = 0; step < kMostSyncSteps && engine.syncing && !ShutdownRequested; ++step) {
+    SleepMs(kSyncStepMs);
+  }
+}
+
+std::vector<WalkedDrive> WalkedDrives() {
+  std::vector<WalkedDrive> drives;
+  for (const char16_t letter : LettersOf(LogicalDriveMask())) {
+    const auto info = AskVolumeInfo(letter);
+    if (info && !EqualNoCase(info->fileSystem, kNtfs))
+      drives.push_back({{letter, u':'}, info->fileSystem});
+  }
+  return drives;
+}
+
+// Builds the drive's volume again, or for the first time; the count of its records, or empty.
+std::optional<uint32_t> RebuildWalked(SearchEngine& engine, const WalkedDrive& walked) {
+  VolumeIndex* known = nullptr;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    known = FindVolumeLocked(engine, walked.drive);
+  }
+  if (known != nullptr) {
+    if (!BuildWalkVolume(*known, known->drive, walked.fileSystem)) return std::nullopt;
+    return known->records.size();
+  }
+  auto volume = std::make_unique<VolumeIndex>();
+  if (!BuildWalkVolume(*volume, walked.drive, walked.fileSystem)) return std::nullopt;
+  const uint32_t count = volume->records.size();
+  const std::scoped_lock lock(engine.volumesMutex);
+  engine.volumes.push_back(std::move(volume));
+  return count;
+}
+
+RefreshCounts RefreshDrives(SearchEngine& engine, const std::vector<WalkedDrive>& drives,
+                            std::u16string& log) {
+  RefreshCounts counts;
+  for (const WalkedDrive& walked : drives) {
+    if (ShutdownRequested) break;
+    const uint32_t bit = uint32_t{1} << (walked.drive[0] - u'A');
+    if ((LogicalDriveMask() & bit) == 0) {
+      log += walked.drive + u":SKIP ";
+      continue;
+    }
+    const auto count = RebuildWalked(engine, walked);
+    if (count) {
+      ++counts.rebuilt;
+      log += FormatText(u"%s:%s(%u) ", walked.drive, kOkText, *count);
+    } else {
+      ++counts.failed;
+      log += FormatText(u"%s:%s ", walked.drive, kFailText);
+    }
+  }
+  return counts;
+}
+
+// The only place where a volume leaves the list. What was dropped lives on until the next refresh:
+// searches that run and results on the screen may still name it.
+void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) {
+  std::vector<std::unique_ptr<VolumeIndex>> formerlyDropped;  // dies outside the lock
+  const std::scoped_lock lock(engine.volumesMutex);
+  formerlyDropped.swap(engine.dropped);
+  const auto isListed = [&](const VolumeIndex& volume) {
+    return std::any_of(drives.begin(), drives.end(), [&](const WalkedDrive& walked) {
+      return EqualNoCase(walked.drive, volume.drive);
+    });
+  };
+  const auto gone = std::stable_partition(
+      engine.volumes.begin(), engine.volumes.end(),
+      [&](const auto& volume) { return volume->fileSystem == kNtfs || isListed(*volume); });
+  for (auto volume = gone; volume != engine.volumes.end(); ++volume) {
+    (*volume)->valid = false;
+    engine.dropped.push_back(std::move(*volume));
+  }
+  engine.volumes.erase(gone, engine.volumes.end());
+  SortByDrive(engine);
+}
+
+void RunRefresh(SearchEngine& engine, PostTarget window) {
+  SyncFirst(engine, window);
+  const auto drives = WalkedDrives();
+  std::u16string log(drives.empty() ? kNoneText : kRefreshText);
+  for (const WalkedDrive& walked : drives) log += walked.drive + u"(" + walked.fileSystem + u") ";
+  const RefreshCounts counts = RefreshDrives(engine, drives, log);
+  DropVanished(engine, drives);
+  WriteDebugOutput(std::string(kLogPrefix) + ToUtf8(log) + "\n");
+  PostUnlessEnding(window, WM_NON_NTFS_REFRESHED, counts.rebuilt, counts.failed);
+}
+
+}  // namespace
+
+bool HasNonNtfsVolume(SearchEngine& engine) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  const uint32_t mask = LogicalDriveMask();
+  for (const auto& volume : engine.volumes) {
+    if (!volume->valid) continue;
+    if ((BitOfDrive(*volume) & mask) == 0) {
+      volume->valid = false;
+    } else if (volume->fileSystem != kNtfs) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window) {
+  RunBackground("refresh_non_ntfs", [&engine, window] { RunRefresh(engine, window); });
+}
+
+}  // namespace quilmark
