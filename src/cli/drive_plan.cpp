@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <bit>
 
+#include "platform/byte_source.h"
 #include "platform/console.h"
 #include "platform/drives.h"
 #include "platform/files.h"
+#include "platform/ntfs/image_info.h"
 
 namespace quilmark {
 
@@ -55,11 +57,16 @@ std::vector<PlannedDrive> SystemDrives() {
   return drives;
 }
 
-// What keeps the folder from being searched; empty if nothing does.
-std::string FolderError(const std::string& typed, const std::u16string& root) {
-  if (!IsExistingFolder(root)) {
-    return "'" + typed + (IsExistingPath(root) ? "' is not a folder" : "' does not exist");
-  }
+std::string FileError(const std::string& typed, const std::u16string& path) {
+  if (OpenByteSource(path) == nullptr) return "'" + typed + "' cannot be read";
+  if (!VolumeInfoOfImage(path)) return "'" + typed + "' is neither a folder nor an NTFS volume";
+  return {};
+}
+
+// What keeps the folder or volume from being searched; empty if nothing does.
+std::string RootError(const std::string& typed, const std::u16string& root) {
+  if (!IsExistingPath(root)) return "'" + typed + "' does not exist";
+  if (!IsExistingFolder(root)) return FileError(typed, root);
   FolderListing listing;
   if (!ListFolder(root, listing)) return "'" + typed + "' cannot be read";
   return listing.entries.empty() ? "'" + typed + "' has no entries" : std::string();
@@ -96,7 +103,7 @@ std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives) {
   for (const PlannedDrive& drive : drives) {
     roots.push_back(drive.typed.empty() ? std::u16string() : PathFromHost(drive.typed));
     if (drive.typed.empty()) continue;
-    if (std::string error = FolderError(drive.typed, roots.back()); !error.empty()) return error;
+    if (std::string error = RootError(drive.typed, roots.back()); !error.empty()) return error;
   }
   // Only now: a mapped letter hides a drive of the system that another folder may lie on.
   for (size_t i = 0; i < drives.size(); ++i) {

@@ -2,16 +2,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "cli/options.h"
+#include "index/volume_index.h"
 
 namespace quilmark {
 
 struct PlannedDrive {
   char16_t letter = 0;
-  std::string typed;  // the folder as the user named it; empty for a drive of the system
+  std::string typed;  // the folder or NTFS volume as the user named it; empty for a drive of the system
 };
 
 // The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ...
@@ -22,7 +24,7 @@ struct DrivePlan {
 };
 DrivePlan PlanDrives(const FindOptions& options);
 
-// Maps the planned folders; what is wrong with one of them, else empty.
+// Maps the planned folders and NTFS volumes; what is wrong with one of them, else empty.
 std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives);
 
 struct IndexOutcome {
@@ -30,8 +32,10 @@ struct IndexOutcome {
   double milliseconds = 0;
 };
 
-// Builds all drives at once into the engine. `showProgress` keeps a line on standard error while that
-// goes on.
-IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress);
+// Builds all drives at once into the engine: an NTFS volume from its journal interface, else a walk.
+// `onChange` becomes VolumeIndex::onChange of each; may be empty. `showProgress` keeps a line on
+// standard error while that goes on.
+IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress,
+                         const std::function<void(const VolumeChange&)>& onChange = {});
 
 }  // namespace quilmark

@@ -5,11 +5,13 @@
 #include <cstdio>
 #include <shared_mutex>
 
+#include "cli/complain.h"
 #include "cli/drive_plan.h"
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
 #include "cli/query_text.h"
 #include "index/search_engine.h"
+#include "index/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/console.h"
 #include "platform/text.h"
@@ -23,11 +25,6 @@ namespace {
 constexpr uint64_t kInteractiveLimit = 10;
 constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while a search runs
 constexpr const char* kOutputFails = "standard output cannot be written to";
-
-int Complain(const std::string& what) {
-  std::fprintf(stderr, "quilmark: %s\n", what.c_str());
-  return kExitError;
-}
 
 struct Answer {
   std::shared_ptr<const ResultSet> results;  // null if interrupted
@@ -168,6 +165,7 @@ int RunFind(const FindOptions& options) {
   OnInterrupt([] { ShutdownRequested = true; });
   const int exitCode = IndexAndAnswer(options);
   ShutdownRequested = true;
+  for (VolumeIndex* const volume : CopyVolumes(Engine())) StopMonitor(*volume);
   WaitForBackgroundJobs(1'000);
   return exitCode;
 }

@@ -48,10 +48,13 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
   for (size_t i = 0; i < count;) {
     VolumeIndex& volume = *results[i].volume;
     const std::shared_lock lock(volume.indexLock);
+    // What lies in an image has no path of the host.
+    const HitFormat shown{.json = format.json,
+                          .drivePaths = format.drivePaths || volume.fileSystem == u"NTFS"};
     const size_t last = std::min(count, i + kHitsALock);
     for (; i < last && results[i].volume == &volume; ++i) {
       BuildPathInto(volume, results[i].index, path);
-      block += FormatHit(path, volume.records[results[i].index].isDirectory, format);
+      block += FormatHit(path, volume.records[results[i].index].isDirectory, shown);
       block.push_back('\n');
       if (block.size() < kBlockBytes) continue;
       if (const auto outcome = WriteBlock(block, stream); outcome != WriteOutcome::kDone) return outcome;

@@ -5,6 +5,7 @@
 
 #include "cli/drive_plan.h"
 #include "index/directory_walk.h"
+#include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
@@ -22,13 +23,27 @@ struct Build {
   const PlannedDrive& planned;
   std::unique_ptr<VolumeIndex> volume = std::make_unique<VolumeIndex>();
   bool found = false;
+  bool isRefused = false;  // the volume's records could not be had, its folders were read instead
 };
 
 void RunBuild(Build& build) {
   const auto info = ReadVolumeInfo(build.planned.letter);
   if (!info) return;
   const std::u16string drive = {build.planned.letter, u':'};
+  if (info->fileSystem == u"NTFS") {
+    build.found = BuildNtfsVolume(*build.volume, drive);
+    const bool isImage = !build.planned.typed.empty();  // which has no folders to read
+    if (build.found || isImage) return;
+    build.isRefused = true;
+  }
   build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem);
+}
+
+void TellRefused(const Build& build) {
+  std::fprintf(
+      stderr,
+      "quilmark: %s: the volume cannot be opened without administrator rights; reading its folders\n",
+      ToUtf8(std::u16string(1, build.planned.letter)).c_str());
 }
 
 // "Indexing C: 120000 D: 5000"
@@ -57,11 +72,15 @@ void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& e
 
 }  // namespace
 
-IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress) {
+IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress,
+                         const std::function<void(const VolumeChange&)>& onChange) {
   const uint64_t start = TickMs();
   std::vector<Build> builds;
   builds.reserve(drives.size());
-  for (const PlannedDrive& drive : drives) builds.push_back({.planned = drive});
+  for (const PlannedDrive& drive : drives) {
+    builds.push_back({.planned = drive});
+    builds.back().volume->onChange = onChange;
+  }
 
   std::atomic<size_t> ended = 0;
   std::vector<std::thread> threads;
@@ -76,6 +95,7 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
 
   IndexOutcome outcome{.milliseconds = static_cast<double>(TickMs() - start)};
   for (Build& build : builds) {
+    if (build.isRefused) TellRefused(build);
     if (build.found) {
       AddVolume(Engine(), std::move(build.volume));
     } else if (!build.planned.typed.empty() && !ShutdownRequested) {

@@ -12,18 +12,29 @@ namespace quilmark {
 namespace {
 
 constexpr const char* kExamples = R"(
-Each PATH becomes a drive letter, from C: on; without one Windows takes its own drives.
+Each PATH, a folder or an NTFS image or partition, becomes a drive letter, from C: on; without one Windows
+takes its own drives.
 
   quilmark find report ~/Documents            names that hold "report"
   quilmark find 'budget and 2024 or invoice' /srv/a /srv/b
   quilmark find --count '.so' /usr            only the number of hits
   quilmark find --json --limit 10 readme /usr | jq .path
   quilmark find --drive D=/srv/data --scope D: photo
+  quilmark find --drive N=disk.img report      in an NTFS image, or a partition that is not mounted
   quilmark find --interactive /usr            index once, then a query a line
 
 A query is a list of texts joined by "and" and "or"; "quotes" keep such a word as it is, \ takes the next
 character as it is. The path of a folder lists what is in it.
 Exit code: 0 something was found, 1 nothing, 2 an error, 130 interrupted.)";
+
+constexpr const char* kWatchExamples = R"(
+Prints what the change journal of an NTFS volume reports, a change a line: created, deleted, renamed, moved.
+Each PATH is an NTFS image or partition; without one Windows follows its own NTFS drives.
+
+  quilmark watch --drive N=disk.img
+  quilmark watch --json --limit 100 > changes.jsonl
+
+Exit code: 0 something changed, 1 nothing, 2 an error or the end of a journal, 130 interrupted.)";
 
 // The library takes "[a,b]" for a list of two and "{}" for an empty one. A NUL at the end, which no
 // argument can hold, keeps it from that.
@@ -40,7 +51,7 @@ void DescribeProgram(CLI::App& app, std::string& completion) {
   app.set_version_flag("--version", std::string("quilmark ") + QUILMARK_VERSION);
   app.add_option("--completion", completion, "Print the completion script of a shell: bash")
       ->check(CLI::IsMember({"bash"}));
-  app.footer("quilmark find --help tells more.");
+  app.footer("quilmark COMMAND --help tells more.");
 }
 
 void DescribeFind(CLI::App& find, FindOptions& options) {
@@ -61,6 +72,19 @@ void DescribeFind(CLI::App& find, FindOptions& options) {
                 "Print figures of the index and of the search on standard error");
   find.add_flag("--interactive", options.interactive, "Read a query a line from standard input");
   find.footer(kExamples);
+}
+
+void DescribeWatch(CLI::App& watch, WatchOptions& options) {
+  watch.add_option("PATH", options.paths, "The NTFS images or partitions to follow");
+  watch.add_option("--drive", options.drives, "Give drive letter X to an NTFS image or partition")
+      ->allow_extra_args(false)
+      ->option_text("X=PATH");
+  watch.add_option("--limit", options.limit, "End after this many changes")->check(CLI::PositiveNumber);
+  watch.add_option("--for", options.seconds, "End after this many seconds")
+      ->option_text("SECONDS")
+      ->check(CLI::NonNegativeNumber);
+  watch.add_flag("--json", options.json, "Print a JSON object a line: event, path, from, dir, time");
+  watch.footer(kWatchExamples);
 }
 
 CommandLine Refuse(std::string why) {
@@ -84,6 +108,12 @@ CommandLine TakeFind(FindOptions options, bool hasQuery) {
   return {.find = std::move(options)};
 }
 
+CommandLine TakeWatch(WatchOptions options) {
+  std::for_each(options.paths.begin(), options.paths.end(), Unguard);
+  std::for_each(options.drives.begin(), options.drives.end(), Unguard);
+  return {.watch = std::move(options)};
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(std::vector<std::string> arguments) {
@@ -91,6 +121,9 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   std::string completion;
   CLI::App app("Finds files and folders by a part of their names.", "quilmark");
   DescribeProgram(app, completion);
+  WatchOptions watchOptions;
+  CLI::App& watch = *app.add_subcommand("watch", "Print changes of NTFS volumes as they happen");
+  DescribeWatch(watch, watchOptions);
   CLI::App& find = *app.add_subcommand("find", "Index folders and answer a query");
   DescribeFind(find, options);
   try {
@@ -105,6 +138,7 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
     return Refuse(error.what());
   }
   if (!completion.empty()) return {.text = BashCompletion()};
+  if (watch.parsed()) return TakeWatch(std::move(watchOptions));
   if (!find.parsed()) return Refuse("no command; see quilmark --help");
   return TakeFind(std::move(options), find.count("QUERY") > 0);
 }

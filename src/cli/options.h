@@ -22,9 +22,18 @@ struct FindOptions {
   bool interactive = false;
 };
 
-// What the arguments ask for: a search, or a text to print and the exit code that goes with it.
+struct WatchOptions {
+  std::vector<std::string> paths;   // NTFS images or partitions; each becomes a drive, from C: on
+  std::vector<std::string> drives;  // "X=PATH"
+  std::optional<uint64_t> limit;    // changes printed; empty: all
+  std::optional<uint64_t> seconds;  // how long to watch; empty: until Ctrl+C
+  bool json = false;
+};
+
+// What the arguments ask for: a command, or a text to print and the exit code that goes with it.
 struct CommandLine {
   std::optional<FindOptions> find;
+  std::optional<WatchOptions> watch;
   std::string text;
   int exitCode = 0;  // not 0: `text` is an error
 };

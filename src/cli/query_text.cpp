@@ -15,6 +15,8 @@ std::u16string QueryTextOf(const std::string& typed) {
   return text;
 }
 
-bool IsContentQuery(const std::string& typed) { return ParseContentQuery(QueryTextOf(typed), {}).Active; }
+bool IsContentQuery(const std::string& typed) {
+  return ParseContentQuery(QueryTextOf(typed), {}).Active;
+}
 
 }  // namespace quilmark

@@ -4,6 +4,7 @@
 
 #include "cli/find.h"
 #include "cli/options.h"
+#include "cli/watch.h"
 #include "config/log.h"
 #include "platform/console.h"
 
@@ -14,6 +15,7 @@ int RunConsole(std::vector<std::string> arguments) {
   InstallBackgroundExceptionLog();
   const CommandLine command = ParseCommandLine(std::move(arguments));
   if (command.find) return RunFind(*command.find);
+  if (command.watch) return RunWatch(*command.watch);
   std::fputs(command.text.c_str(), command.exitCode == 0 ? stdout : stderr);
   return command.exitCode;
 }

@@ -167,7 +167,7 @@ TEST_F(Program, MistakesAreSaidOnStandardErrorWithExitCodeTwo) {
     EXPECT_NE(run.errors.find(reason), std::string::npos) << run.errors;
   };
   expectError({"x", HostPath("gone")}, "does not exist");
-  expectError({"x", HostPath("file.txt")}, "is not a folder");
+  expectError({"x", HostPath("file.txt")}, "is neither a folder nor an NTFS volume");
   expectError({"x", HostPath("empty")}, "has no entries");
   expectError({"--scope", "Z:", "x", Root()}, "--scope takes");
   expectError({"--scope", "here", "x", Root()}, "--scope takes");
