@@ -35,6 +35,10 @@ std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter);
 // Of a folder that a letter is mapped to; empty if it is no folder.
 std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root);
 
+// The root of a mapping as a path of files.h that no mapping changes: a root is a path of the system,
+// also where its own letter is mapped.
+std::u16string SystemPathOfRoot(std::u16string_view root);
+
 // True if `prefix` and the beginning of `path` are the same units to the host's file names. REQUIRES
 // prefix.size() <= path.size().
 bool IsHostPathPrefix(std::u16string_view prefix, std::u16string_view path);

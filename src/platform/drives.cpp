@@ -134,7 +134,7 @@ std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter) {
   const Root root = SharedRootOf(letter);
   if (root == nullptr) return std::nullopt;
   if (auto info = VolumeInfoOfMappedFolder(*root)) return info;
-  return VolumeInfoOfImage(*root);
+  return VolumeInfoOfImage(SystemPathOfRoot(*root));
 }
 
 bool HasDriveRoot(char16_t letter) {
@@ -147,7 +147,7 @@ uint32_t AnsweringDriveMask() {
   uint32_t mask = 0;
   for (size_t index = 0; index < kLetters; ++index) {
     const Root root = SharedRootOf(static_cast<char16_t>(u'A' + index));
-    if (root != nullptr && IsExistingPath(*root)) mask |= BitOf(index);
+    if (root != nullptr && IsExistingPath(SystemPathOfRoot(*root))) mask |= BitOf(index);
   }
   return mask;
 }

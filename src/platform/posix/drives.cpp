@@ -64,6 +64,8 @@ std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
                     .serial = SerialOfFolder(IdentityOf(volume, status.st_dev), status.st_ino)};
 }
 
+std::u16string SystemPathOfRoot(std::u16string_view root) { return std::u16string(root); }
+
 bool IsHostPathPrefix(std::u16string_view prefix, std::u16string_view path) {
   return path.starts_with(prefix);
 }

@@ -15,7 +15,7 @@ std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, Volume
   // The raw bytes of a volume are never written.
   error = access == VolumeAccess::kReadWrite ? kErrorWriteProtect : kErrorInvalidFunction;
   if (access == VolumeAccess::kReadWrite) return nullptr;
-  auto device = OpenRawNtfs(OpenByteSource(*root));
+  auto device = OpenRawNtfs(OpenByteSource(SystemPathOfRoot(*root)));
   if (device != nullptr) error = 0;
   return device;
 }

@@ -70,9 +70,7 @@ std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
 
 std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
   const NoMediumPrompt noPrompt;
-  // A root is a path of the system, also where its own letter is mapped.
-  const std::u16string path = (IsDrivePath(root) ? u"\\\\?\\" : u"") + std::u16string(root);
-  const UniqueFile folder = OpenFolder(path);
+  const UniqueFile folder = OpenFolder(SystemPathOfRoot(root));
   BY_HANDLE_FILE_INFORMATION status;
   if (!folder || !GetFileInformationByHandle(folder.Get(), &status)) return std::nullopt;
   if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
@@ -80,6 +78,10 @@ std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
   return VolumeInfo{.fileSystem = kMappedFolder,
                     .label = {},
                     .serial = SerialOfFolder(status.dwVolumeSerialNumber, index)};
+}
+
+std::u16string SystemPathOfRoot(std::u16string_view root) {
+  return (IsDrivePath(root) ? u"\\\\?\\" : u"") + std::u16string(root);
 }
 
 bool IsHostPathPrefix(std::u16string_view prefix, std::u16string_view path) {

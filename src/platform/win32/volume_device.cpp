@@ -114,7 +114,7 @@ UniqueFile OpenDevice(std::u16string_view drive, VolumeAccess access) {
 std::unique_ptr<VolumeDevice> OpenImage(std::u16string_view path, VolumeAccess access, uint32_t& error) {
   error = access == VolumeAccess::kReadWrite ? kErrorWriteProtect : kErrorInvalidFunction;
   if (access == VolumeAccess::kReadWrite) return nullptr;
-  auto device = OpenRawNtfs(OpenByteSource(path));
+  auto device = OpenRawNtfs(OpenByteSource(SystemPathOfRoot(path)));
   if (device != nullptr) error = 0;
   return device;
 }
