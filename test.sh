@@ -57,6 +57,14 @@ run_suite() {
   tail -n 15 "$log"
 }
 
+# Drive W: of the prefix: an empty volume of mkntfs, which has no journal and no driver.
+make_wine_image() {
+  wine_stop
+  truncate -s 16M build/wine-volume.img
+  PATH=$PATH:/usr/sbin mkntfs -q -F -Q -s 512 -c 4096 -p 0 -H 0 -S 0 -L raw build/wine-volume.img
+  wine_raw_image w "$PWD/build/wine-volume.img"
+}
+
 must "packages" tools/install_packages.sh build tests
 
 must "linux-debug: configure" cmake --preset linux-debug
@@ -79,6 +87,7 @@ if [ -z "$quick" ]; then
   echo "== Windows programs, under Wine"
   # shellcheck source=tools/wine_env.sh
   source tools/wine_env.sh
+  must "an NTFS image for Wine" make_wine_image
   for layer in $layers; do
     run_suite "windows-$layer" wine_run "build/windows/${layer}_tests.exe"
   done

@@ -4,6 +4,7 @@
 #                          limit. Its temporary folder is the prefix's, apart from the host's
 #   wine_keep              keeps one client alive while the calling shell lives, so that a program does not pay for
 #                          a start of Wine's services; wine_run calls it
+#   wine_raw_image LETTER FILE  gives a drive whose device is the raw bytes of an image; before the first wine_run
 #   wine_stop              ends that client and the prefix's server
 # WINEPREFIX may be set beforehand to share one prefix between checkouts.
 
@@ -35,6 +36,13 @@ wine_keep() {
   tail --pid=$$ -f /dev/null 2>/dev/null </dev/null | setsid wine cmd >/dev/null 2>&1 &
   echo $! >"$WINEPREFIX/.keeper"
   timeout 60 wine rundll32 user32.dll,GetDesktopWindow >/dev/null 2>&1 </dev/null
+}
+
+wine_raw_image() {
+  wine_make_prefix || return 1
+  mkdir -p "$WINEPREFIX/raw-$1"
+  ln -sfn "../raw-$1" "$WINEPREFIX/dosdevices/$1:"
+  ln -sfn "$2" "$WINEPREFIX/dosdevices/$1::"
 }
 
 wine_run() {

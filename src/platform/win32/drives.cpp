@@ -4,12 +4,14 @@
 #include "platform/text.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
+#include "platform/win32/wine_volumes.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr char16_t kMappedFolder[] = u"folder";
+constexpr std::u16string_view kMappedFolder = u"folder";
+constexpr std::u16string_view kWineFolder = u"wine";
 
 // Keeps the system from asking the user for a medium, in this thread.
 class NoMediumPrompt {
@@ -63,7 +65,8 @@ std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
   const NoMediumPrompt noPrompt;
   VolumeTexts texts;
   if (!ReadVolume(std::u16string({letter, u':', u'\\'}), texts)) return std::nullopt;
-  return VolumeInfo{.fileSystem = FromWide(texts.fileSystem),
+  const bool isWalked = IsWine() && RecordSourceOf(letter) == RecordSource::kNone;
+  return VolumeInfo{.fileSystem = std::u16string(isWalked ? kWineFolder : FromWide(texts.fileSystem)),
                     .label = FromWide(texts.label),
                     .serial = static_cast<uint32_t>(texts.serial)};
 }
@@ -75,7 +78,7 @@ std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root) {
   if (!folder || !GetFileInformationByHandle(folder.Get(), &status)) return std::nullopt;
   if ((status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
   const uint64_t index = (uint64_t{status.nFileIndexHigh} << 32) | status.nFileIndexLow;
-  return VolumeInfo{.fileSystem = kMappedFolder,
+  return VolumeInfo{.fileSystem = std::u16string(kMappedFolder),
                     .label = {},
                     .serial = SerialOfFolder(status.dwVolumeSerialNumber, index)};
 }

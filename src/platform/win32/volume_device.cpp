@@ -10,6 +10,7 @@
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
+#include "platform/win32/wine_volumes.h"
 
 namespace quilmark {
 
@@ -114,7 +115,7 @@ UniqueFile OpenDevice(std::u16string_view drive, VolumeAccess access) {
 std::unique_ptr<VolumeDevice> OpenImage(std::u16string_view path, VolumeAccess access, uint32_t& error) {
   error = access == VolumeAccess::kReadWrite ? kErrorWriteProtect : kErrorInvalidFunction;
   if (access == VolumeAccess::kReadWrite) return nullptr;
-  auto device = OpenRawNtfs(OpenByteSource(SystemPathOfRoot(path)));
+  auto device = OpenRawNtfs(OpenByteSource(path));
   if (device != nullptr) error = 0;
   return device;
 }
@@ -124,7 +125,9 @@ std::unique_ptr<VolumeDevice> OpenImage(std::u16string_view path, VolumeAccess a
 std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, VolumeAccess access,
                                                uint32_t& error) {
   const auto root = drive.empty() ? nullptr : SharedRootOf(drive[0]);
-  if (root != nullptr) return OpenImage(*root, access, error);
+  if (root != nullptr) return OpenImage(SystemPathOfRoot(*root), access, error);
+  const bool isRaw = IsWine() && !drive.empty() && RecordSourceOf(drive[0]) == RecordSource::kRawBytes;
+  if (isRaw) return OpenImage(u"\\\\.\\" + std::u16string(drive), access, error);
   UniqueFile device = OpenDevice(drive, access);
   error = device ? 0 : GetLastError();
   if (!device) return nullptr;
