@@ -220,4 +220,9 @@ DeviceScript& ScriptedVolumes::Script(std::u16string_view drive) {
   return *script;
 }
 
+std::unique_ptr<VolumeDevice> ScriptedVolumes::Open(std::u16string_view drive) {
+  uint32_t error = 0;
+  return OpenScripted(drive, VolumeAccess::kRead, error);
+}
+
 }  // namespace quilmark

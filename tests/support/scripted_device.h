@@ -89,6 +89,7 @@ class ScriptedVolumes {
   ScriptedVolumes();
   ~ScriptedVolumes();
   DeviceScript& Script(std::u16string_view drive);  // made at the first call
+  std::unique_ptr<VolumeDevice> Open(std::u16string_view drive);
 };
 
 }  // namespace quilmark

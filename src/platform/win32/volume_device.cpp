@@ -4,8 +4,10 @@
 #include <winioctl.h>
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 
+#include "platform/byte_source.h"
 #include "platform/drive_roots.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/win32/file_handle.h"
@@ -33,15 +35,16 @@ using UniqueThread = Unique<ThreadTraits>;
 
 class Win32VolumeDevice : public VolumeDevice {
  public:
-  explicit Win32VolumeDevice(UniqueFile device) : device_(std::move(device)) {}
+  Win32VolumeDevice(UniqueFile device, std::u16string path)
+      : path_(std::move(path)), device_(std::move(device)) {}
   ~Win32VolumeDevice() override { Close(); }
 
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
-    return Call([&](DWORD& bytes) {
-      return DeviceIoControl(device_.Get(), code, const_cast<std::byte*>(input.data()),
-                             static_cast<DWORD>(input.size()), output.data(),
-                             static_cast<DWORD>(output.size()), &bytes, nullptr);
-    });
+    const Reply reply = ControlDevice(code, input, output);
+    const bool isMissing = reply.error == ERROR_INVALID_FUNCTION || reply.error == ERROR_NOT_SUPPORTED;
+    if (!isMissing || !IsWine()) return reply;
+    const auto raw = RawBytes();
+    return raw != nullptr ? raw->Control(code, input, output) : reply;
   }
 
   Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
@@ -54,6 +57,7 @@ class Win32VolumeDevice : public VolumeDevice {
   }
 
   void Cancel() override {
+    if (const auto raw = raw_.load()) raw->Cancel();
     const std::scoped_lock lock(callerLock_);
     CancelCaller();
   }
@@ -61,6 +65,7 @@ class Win32VolumeDevice : public VolumeDevice {
   // The call in progress may have begun after a cancellation: it is cancelled until it is out.
   uint32_t Close() override {
     isClosed_ = true;
+    if (const auto raw = raw_.load()) raw->Close();
     while (!inUse_.try_lock()) {
       Cancel();
       Sleep(1);
@@ -71,6 +76,23 @@ class Win32VolumeDevice : public VolumeDevice {
   }
 
  private:
+  Reply ControlDevice(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) {
+    return Call([&](DWORD& bytes) {
+      return DeviceIoControl(device_.Get(), code, const_cast<std::byte*>(input.data()),
+                             static_cast<DWORD>(input.size()), output.data(),
+                             static_cast<DWORD>(output.size()), &bytes, nullptr);
+    });
+  }
+
+  // The volume by its bytes: a device of Wine over an image has no control codes. Null if it holds no
+  // NTFS volume.
+  std::shared_ptr<VolumeDevice> RawBytes() {
+    const std::scoped_lock lock(inUse_);
+    if (isClosed_) return nullptr;
+    if (raw_.load() == nullptr) raw_ = std::shared_ptr<VolumeDevice>(OpenRawNtfs(OpenByteSource(path_)));
+    return raw_;
+  }
+
   // Runs `call` with the thread known to Cancel.
   template <typename SystemCall>
   Reply Call(SystemCall call) {
@@ -100,11 +122,12 @@ class Win32VolumeDevice : public VolumeDevice {
   std::mutex callerLock_;
   UniqueThread caller_;  // callerLock_; the thread inside a call
   std::atomic<bool> isClosed_ = false;
+  std::atomic<std::shared_ptr<VolumeDevice>> raw_;  // written with inUse_ held
+  const std::u16string path_;
   UniqueFile device_;
 };
 
-UniqueFile OpenDevice(std::u16string_view drive, VolumeAccess access) {
-  const std::u16string path = u"\\\\.\\" + std::u16string(drive);
+UniqueFile OpenDevice(const std::u16string& path, VolumeAccess access) {
   const DWORD wanted = access == VolumeAccess::kReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ;
   return UniqueFile(
       CreateFileW(Wide(path), wanted, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -126,12 +149,11 @@ std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, Volume
                                                uint32_t& error) {
   const auto root = drive.empty() ? nullptr : SharedRootOf(drive[0]);
   if (root != nullptr) return OpenImage(SystemPathOfRoot(*root), access, error);
-  const bool isRaw = IsWine() && !drive.empty() && RecordSourceOf(drive[0]) == RecordSource::kRawBytes;
-  if (isRaw) return OpenImage(u"\\\\.\\" + std::u16string(drive), access, error);
-  UniqueFile device = OpenDevice(drive, access);
+  std::u16string path = u"\\\\.\\" + std::u16string(drive);
+  UniqueFile device = OpenDevice(path, access);
   error = device ? 0 : GetLastError();
   if (!device) return nullptr;
-  return std::make_unique<Win32VolumeDevice>(std::move(device));
+  return std::make_unique<Win32VolumeDevice>(std::move(device), std::move(path));
 }
 
 }  // namespace quilmark
