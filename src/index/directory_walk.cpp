@@ -51,7 +51,7 @@ unsigned ThreadsFor(const WalkOptions& options) {
 
 bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystemName,
                      const WalkOptions& options) {
-  volume.busy = true;
+  const BusyMark busy(volume);
   const std::unique_lock lock(volume.indexLock);
   NameVolume(volume, drive, fileSystemName);
   volume.valid = true;
@@ -68,7 +68,6 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
   }
   const bool found = !volume.records.empty();
   if (!found) volume.valid = false;
-  volume.busy = false;
   return found;
 }
 

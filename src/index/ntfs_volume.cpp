@@ -164,6 +164,7 @@ bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& de
   const bool usable = CanEnumerate(*device, {.highUsn = volume.nextUsn});
   if (!usable && !ReplaceJournal(volume, *device)) return false;
   FillTables(volume, *device);
+  volume.valid = true;  // from here on the monitor may clear it
   if (ShutdownRequested) return true;
   FillFrnTable(volume.frnToIndex, volume.records);
   StartMonitor(volume);
@@ -193,17 +194,13 @@ void InstallVolumeOpener(VolumeOpener opener) {
 }
 
 bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
-  volume.busy = true;
+  const BusyMark busy(volume);
   CloseVolume(volume);
-  bool built = false;
-  {
-    const std::unique_lock lock(volume.indexLock);
-    NameVolume(volume, drive, u"NTFS");
-    volume.valid = true;
-    built = BuildLocked(volume);
-    volume.valid = built;
-  }
-  volume.busy = false;
+  const std::unique_lock lock(volume.indexLock);
+  NameVolume(volume, drive, u"NTFS");
+  volume.valid = true;
+  const bool built = BuildLocked(volume);
+  if (!built) volume.valid = false;
   return built;
 }
 

@@ -41,7 +41,8 @@ std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);
 // Adds a built volume, keeps the array sorted by drive and sets `ready`.
 VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 
-// One hit. Carries no text: path, name and attributes are looked up when they are needed.
+// One hit. Carries no text: path, name and attributes are looked up when they are needed. A volume that
+// was built again, or dropped, may have fewer records than the index says.
 struct MatchItem {
   VolumeIndex* volume = nullptr;
   uint32_t index = 0;

@@ -120,6 +120,18 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
 // Flags the record. No effect on one that is flagged already.
 void MarkDeleted(VolumeIndex& volume, uint32_t index);
 
+// Keeps `busy` set for its own lifetime, however a build ends.
+class BusyMark {
+ public:
+  explicit BusyMark(VolumeIndex& volume) : volume_(volume) { volume_.busy = true; }
+  ~BusyMark() { volume_.busy = false; }
+  BusyMark(const BusyMark&) = delete;
+  BusyMark& operator=(const BusyMark&) = delete;
+
+ private:
+  VolumeIndex& volume_;
+};
+
 // Sets `drive` and `fileSystem`; leaves alone what is the same already, since the list of volumes is
 // searched by drive without this lock.
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);

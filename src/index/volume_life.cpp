@@ -29,9 +29,8 @@ struct Startup {
   std::atomic<bool> firstReadyPosted = false;
 };
 
-void AddFirstBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
-  const std::scoped_lock lock(startup.engine.volumesMutex);
-  startup.engine.volumes.push_back(std::move(volume));
+void AddBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
+  AddUnlessPresent(startup.engine, std::move(volume));
   startup.engine.ready = true;
   if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
 }
@@ -43,7 +42,7 @@ void IndexDriveAtStart(Startup& startup, char16_t letter) {
   auto volume = std::make_unique<VolumeIndex>();
   const bool isBuilt = info->fileSystem == kNtfs ? BuildNtfsVolume(*volume, drive)
                                                  : BuildWalkVolume(*volume, drive, info->fileSystem);
-  if (isBuilt) AddFirstBuilt(startup, std::move(volume));
+  if (isBuilt) AddBuilt(startup, std::move(volume));
 }
 
 void IndexAllDrives(Startup& startup) {
@@ -106,9 +105,7 @@ void SyncDrive(SearchEngine& engine, char16_t letter) {
     return;
   }
   auto volume = std::make_unique<VolumeIndex>();
-  if (!BuildByName(*volume, drive, fileSystem)) return;
-  const std::scoped_lock lock(engine.volumesMutex);
-  if (FindVolumeLocked(engine, drive) == nullptr) engine.volumes.push_back(std::move(volume));
+  if (BuildByName(*volume, drive, fileSystem)) AddUnlessPresent(engine, std::move(volume));
 }
 
 // Clears `syncing` however the job ends.

@@ -1,6 +1,7 @@
 #include "index/volume_list.h"
 
 #include <algorithm>
+#include <mutex>
 
 #include "platform/text.h"
 
@@ -30,6 +31,13 @@ VolumeIndex* FindVolumeLocked(const SearchEngine& engine, std::u16string_view dr
 void SortByDrive(SearchEngine& engine) {
   std::sort(engine.volumes.begin(), engine.volumes.end(),
             [](const auto& a, const auto& b) { return a->drive < b->drive; });
+}
+
+void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
+  // What loses the race is closed outside the lock.
+  std::unique_lock lock(engine.volumesMutex);
+  if (FindVolumeLocked(engine, volume->drive) == nullptr) engine.volumes.push_back(std::move(volume));
+  lock.unlock();
 }
 
 static std::atomic<VolumeInfoReader> volumeInfoReader = ReadVolumeInfo;

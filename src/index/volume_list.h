@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,10 @@ uint32_t BitOfDrive(const VolumeIndex& volume);
 // case.
 VolumeIndex* FindVolumeLocked(const SearchEngine& engine, std::u16string_view drive);
 void SortByDrive(SearchEngine& engine);
+
+// Puts the volume into the list, unless another job was first with its drive: then it is dropped. Takes
+// volumesMutex.
+void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 
 // What a drive says of itself: ReadVolumeInfo, unless a test installs another. Null puts that back.
 using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);

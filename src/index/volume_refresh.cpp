@@ -3,6 +3,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <shared_mutex>
 #include <string>
 #include <vector>
 
@@ -68,13 +69,13 @@ std::optional<uint32_t> RebuildWalked(SearchEngine& engine, const WalkedDrive& w
   }
   if (known != nullptr) {
     if (!BuildWalkVolume(*known, known->drive, walked.fileSystem)) return std::nullopt;
+    const std::shared_lock lock(known->indexLock);
     return known->records.size();
   }
   auto volume = std::make_unique<VolumeIndex>();
   if (!BuildWalkVolume(*volume, walked.drive, walked.fileSystem)) return std::nullopt;
   const uint32_t count = volume->records.size();
-  const std::scoped_lock lock(engine.volumesMutex);
-  engine.volumes.push_back(std::move(volume));
+  AddUnlessPresent(engine, std::move(volume));
   return count;
 }
 
@@ -100,12 +101,24 @@ RefreshCounts RefreshDrives(SearchEngine& engine, const std::vector<WalkedDrive>
   return counts;
 }
 
-// The only place where a volume leaves the list. What was dropped lives on until the next refresh:
-// searches that run and results on the screen may still name it.
+// Frees what the volumes dropped by earlier refreshes hold; the objects stay, since results name them by
+// address.
+void EmptyDropped(SearchEngine& engine) {
+  std::vector<VolumeIndex*> dropped;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    for (const auto& volume : engine.dropped) dropped.push_back(volume.get());
+  }
+  for (VolumeIndex* const volume : dropped) {
+    const std::scoped_lock lock(volume->indexLock);
+    ResetVolumeTables(*volume);
+  }
+}
+
+// The only place where a volume leaves the list. Its tables stay until the next refresh: searches that
+// run and results on the screen still name its records.
 void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) {
-  std::vector<std::unique_ptr<VolumeIndex>> formerlyDropped;  // dies outside the lock
   const std::scoped_lock lock(engine.volumesMutex);
-  formerlyDropped.swap(engine.dropped);
   const auto isListed = [&](const VolumeIndex& volume) {
     return std::any_of(drives.begin(), drives.end(), [&](const WalkedDrive& walked) {
       return EqualNoCase(walked.drive, volume.drive);
@@ -128,6 +141,7 @@ void RunRefresh(SearchEngine& engine, PostTarget window) {
   std::u16string log(drives.empty() ? kNoneText : kRefreshText);
   for (const WalkedDrive& walked : drives) log += walked.drive + u"(" + walked.fileSystem + u") ";
   const RefreshCounts counts = RefreshDrives(engine, drives, log);
+  EmptyDropped(engine);
   DropVanished(engine, drives);
   WriteDebugOutput(std::string(kLogPrefix) + ToUtf8(log) + "\n");
   PostUnlessEnding(window, WM_NON_NTFS_REFRESHED, counts.rebuilt, counts.failed);

@@ -29,7 +29,8 @@ using testing::IsEmpty;
 
 std::string debugOutput;
 
-// Drives of one test: E: and F: are folders, N: is an NTFS image whose device is a script.
+// Drives of one test: E: and F: are folders, N: is an NTFS image whose device is a script. B: is a drive
+// without a medium: while it is mapped no test sees the machine's own drives.
 struct VolumeLife : testing::Test {
   ScratchFolder folder;
   ScratchFolder config;
@@ -40,6 +41,7 @@ struct VolumeLife : testing::Test {
 
   VolumeLife() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+    MapDrive(u'B', folder.PathOf(u"no medium"));
     folder.MakeFile("e/one.txt");
     folder.MakeFile("f/two.txt");
     folder.MakeFile("n.img", NtfsVolumeBuilder().Image());
@@ -49,6 +51,7 @@ struct VolumeLife : testing::Test {
   ~VolumeLife() override {
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     SetDebugOutputListener(nullptr);
+    for (VolumeIndex* const volume : CopyVolumes(engine)) CloseVolume(*volume);
     for (char16_t letter = u'A'; letter <= u'Z'; ++letter) UnmapDrive(letter);
     ShutdownRequested = false;
     startupHooks = {};
@@ -401,6 +404,10 @@ TEST_F(VolumeLife, RefreshDropsAWalkedVolumeThatIsGoneAndKeepsNtfs) {
   EXPECT_THAT(Drives(), ElementsAre(u"F:", u"N:"));
   EXPECT_EQ(BuildPathLocked(*gone, 0), u"E:\\one.txt") << "results that name it stay good";
   EXPECT_FALSE(gone->valid);
+
+  RefreshAllNonNtfsAsync(engine, window.Target());
+  Finish();
+  EXPECT_EQ(BuildPathLocked(*gone, 0), u"E:") << "the next refresh frees its tables";
 }
 
 TEST_F(VolumeLife, RefreshWithoutAWalkedDriveSaysSo) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/win32/wine_volumes.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 
@@ -14,7 +15,7 @@ TEST(Win32Drives, WithoutAMappingTheSystemsDrivesAreSeen) {
   EXPECT_NE(LogicalDriveMask() & kBitOfC, 0u);
   const std::optional<VolumeInfo> volume = ReadVolumeInfo(u'C');
   ASSERT_TRUE(volume.has_value());
-  EXPECT_EQ(volume->fileSystem, u"NTFS");
+  EXPECT_EQ(volume->fileSystem, IsWine() ? u"wine" : u"NTFS");
   EXPECT_EQ(volume->serial, ReadVolumeInfo(u'c')->serial);
 }
 

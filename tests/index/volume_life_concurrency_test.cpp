@@ -1,0 +1,91 @@
+// Everything that happens to the list of volumes, at once. Run under ThreadSanitizer as well.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <shared_mutex>
+#include <thread>
+#include <vector>
+
+#include "index/volume_life.h"
+#include "index/volume_list.h"
+#include "platform/background.h"
+#include "platform/drives.h"
+#include "support/scratch_folder.h"
+
+namespace quilmark {
+namespace {
+
+// Reads the volumes as a search does.
+void ReadAll(const SearchEngine& engine) {
+  for (const VolumeIndex* const volume : CopyVolumes(engine)) {
+    if (!volume->valid || volume->busy) continue;
+    const std::shared_lock lock(volume->indexLock, std::try_to_lock);
+    if (!lock) continue;
+    for (uint32_t i = 0; i < volume->records.size(); ++i) {
+      if (BuildPath(*volume, i).size() < 4) std::abort();
+    }
+  }
+}
+
+// True when `message` came among others.
+bool WaitForMessage(PostQueue& window, uint32_t message) {
+  while (const auto posted = window.Take(120'000)) {
+    if (posted->message == message) return true;
+  }
+  return false;
+}
+
+TEST(VolumeLifeConcurrency, DrivesComeAndGoUnderReaders) {
+  ScratchFolder folder;
+  for (const char* const name : {"e", "f", "g"}) {
+    for (int i = 0; i < 50; ++i) folder.MakeFile(std::string(name) + "/file" + std::to_string(i));
+  }
+  SearchEngine engine;
+  PostQueue window;
+  MapDrive(u'E', folder.PathOf(u"e"));
+  MapDrive(u'F', folder.PathOf(u"f"));
+  InitBackground(engine, window.Target());
+
+  std::atomic<bool> running = true;
+  std::vector<std::thread> threads;
+  threads.emplace_back([&] {
+    while (running) ReadAll(engine);
+  });
+  threads.emplace_back([&] {
+    while (running) {
+      MapDrive(u'G', folder.PathOf(u"g"));
+      SyncCurrentVolumesAsync(engine, window.Target());
+      UnmapDrive(u'G');
+      RemoveUnavailableVolumes(engine);
+    }
+  });
+  threads.emplace_back([&] {
+    while (running) {
+      ReleaseVolumesByMask(engine, 1u << 5);
+      HasNonNtfsVolume(engine);
+      WatchDrivesOnce(0, window.Target());
+    }
+  });
+  for (int i = 0; i < 5; ++i) {
+    RefreshAllNonNtfsAsync(engine, window.Target());
+    ASSERT_TRUE(WaitForMessage(window, WM_NON_NTFS_REFRESHED));
+  }
+  running = false;
+  for (std::thread& thread : threads) thread.join();
+  ASSERT_TRUE(WaitForBackgroundJobs(120'000));
+
+  SyncCurrentVolumesAsync(engine, window.Target());
+  ASSERT_TRUE(WaitForBackgroundJobs(120'000));
+  std::vector<std::u16string> usable;
+  for (const VolumeIndex* const volume : CopyVolumes(engine)) {
+    const std::shared_lock lock(volume->indexLock);
+    EXPECT_EQ(FindBrokenInvariant(*volume), "");
+    if (volume->valid && !volume->drive.starts_with(u"G")) usable.push_back(volume->drive);
+  }
+  EXPECT_EQ(usable, (std::vector<std::u16string>{u"E:", u"F:"}));
+  UnmapDrive(u'E');
+  UnmapDrive(u'F');
+}
+
+}  // namespace
+}  // namespace quilmark
