@@ -415,6 +415,26 @@ TEST(RawNtfsJournal, GrowthIsSeenByTheNextRead) {
   EXPECT_THAT(ReadNames(*device, end), ElementsAre(u"b"));
 }
 
+TEST(RawNtfsDevice, AHoleInTheTableIsPassedAtOnce) {
+  // 4 PiB of table, of which the first five clusters and the last are there.
+  constexpr uint64_t kClusters = uint64_t{1} << 40;
+  auto volume =
+      NtfsVolumeBuilder()
+          .Record(0, RecordBuilder()
+                         .FileName(kRoot, u"$MFT")
+                         .NonResident(kData, {}, MappingPairs({{4, 5}, {-1, kClusters - 6}, {100, 1}}),
+                                      kClusters * kBuiltClusterBytes)
+                         .Finish({}))
+          .Build();
+  volume.stretches[100 * kBuiltClusterBytes] = RecordBuilder().FileName(kRoot, u"last").Finish({});
+  volume.stretches[0] = MakeBootSector(kBuiltClusterBytes, kBuiltRecordBytes, kClusters, 4, 2);
+  volume.size = kClusters * kBuiltClusterBytes;
+  const auto device = OpenWithJournal(volume);
+  ASSERT_NE(device, nullptr);
+  EXPECT_THAT(Enumerate(*device),
+              ElementsAre(Listed{MakeReference((kClusters - 1) * 4, 1), kRoot, u"last"}));
+}
+
 TEST(RawNtfsJournal, AnEndlessHoleIsPassedAtOnce) {
   // A journal that says it ends far behind its last stored byte.
   const auto volume =
@@ -512,6 +532,9 @@ TEST(BootSector, SizesThatNtfsDoesNotKnowAreRefused) {
     bad[offset] = std::byte{value};
     EXPECT_FALSE(ParseBootSector(bad).has_value()) << offset;
   }
+  Bytes endless = good;
+  StoreLe(std::span(endless), 40, uint64_t{1} << 60);
+  EXPECT_FALSE(ParseBootSector(endless).has_value());
   Bytes outside = good;
   StoreLe(std::span(outside), 48, uint64_t{4'096});
   EXPECT_FALSE(ParseBootSector(outside).has_value());

@@ -15,6 +15,7 @@ constexpr size_t kOemId = 3, kSectorBytes = 11, kClusterSectors = 13, kSectors =
 
 constexpr uint32_t kLeastRecord = 512, kMostRecord = 65'536;
 constexpr uint32_t kMostCluster = 2u << 20;
+constexpr uint64_t kMostBytes = uint64_t{1} << 62;
 
 // Sectors a cluster; above 128 a negative exponent.
 uint64_t SectorsPerCluster(uint8_t value) {
@@ -59,6 +60,8 @@ std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector) {
   geometry.mftCluster = LoadLe<uint64_t>(sector, kMft);
   geometry.mirrorCluster = LoadLe<uint64_t>(sector, kMirror);
   geometry.serial = LoadLe<uint64_t>(sector, kSerial);
+  // Every place on the volume then has a byte offset of 63 bits.
+  if (geometry.sectors > kMostBytes / geometry.sectorBytes) return std::nullopt;
   if (geometry.mftCluster >= geometry.Clusters()) return std::nullopt;
   return geometry;
 }

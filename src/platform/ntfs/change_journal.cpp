@@ -83,15 +83,6 @@ bool TakeRecords(std::span<const std::byte> page, uint64_t start, const JournalR
   return true;
 }
 
-// `position`, or the first place behind it that is no hole; `end` if none is before it.
-uint64_t NextStored(const NtfsStream& stream, uint64_t position, uint64_t end) {
-  if (!stream.resident.empty()) return position;
-  for (const NtfsExtent& extent : stream.extents) {
-    if (position < extent.start + extent.length) return std::min(std::max(position, extent.start), end);
-  }
-  return end;
-}
-
 }  // namespace
 
 std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
@@ -108,10 +99,9 @@ std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   journal.lowestValidUsn = LoadLe<int64_t>(max->resident, kLowestValid);
   journal.nextUsn = static_cast<int64_t>(std::min<uint64_t>(records->size, INT64_MAX));
   // The front of the journal is given back to the volume as it grows.
-  const auto end = static_cast<uint64_t>(journal.nextUsn);
   const auto lowest =
       static_cast<uint64_t>(std::clamp<int64_t>(journal.lowestValidUsn, 0, journal.nextUsn));
-  journal.firstUsn = static_cast<int64_t>(NextStored(*records, lowest, end));
+  journal.firstUsn = static_cast<int64_t>(NextStored(*records, lowest));
   journal.records = std::move(*records);
   return journal;
 }
@@ -129,7 +119,7 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
   size_t used = kPositionBytes;
   auto position = static_cast<uint64_t>(start);
   bool hasRoom = true;
-  while (hasRoom && (position = NextStored(journal.records, position, end)) < end) {
+  while (hasRoom && (position = NextStored(journal.records, position)) < end) {
     if (cancelled) return {.error = kErrorOperationAborted};
     // Up to the end of a page: records are looked for page by page.
     const uint64_t chunkEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);

@@ -10,6 +10,8 @@ namespace quilmark {
 namespace {
 
 constexpr std::u16string_view kIndexName = u"$I30";
+constexpr uint64_t kMostIndexBytes = 16
+                                     << 20;    // $Extend, which is searched here, has a handful of files
 constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
 
 // Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
@@ -51,7 +53,7 @@ std::optional<uint64_t> FindEntry(std::span<const std::byte> bytes, size_t heade
 std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks,
                                      std::u16string_view name) {
   std::vector<std::byte> block(reader.geometry.indexBytes);
-  const uint64_t end = std::min(blocks.size, reader.VolumeBytes());
+  const uint64_t end = std::min(blocks.size, kMostIndexBytes);
   for (uint64_t offset = 0; offset + block.size() <= end; offset += block.size()) {
     if (ReadStream(*reader.source, blocks, offset, block) != block.size()) return std::nullopt;
     if (LoadLe<uint32_t>(block, 0) != kIndexMagic || !ApplyFixups(block)) continue;

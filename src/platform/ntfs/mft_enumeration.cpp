@@ -131,6 +131,13 @@ std::optional<MftRecordHeader> RecordInChunk(MftEnumeration& enumeration, uint64
   return header;
 }
 
+// `number`, or the first record behind it that lies in no hole of the table. Asked at each new chunk.
+uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumeration, uint64_t number) {
+  if (number - enumeration.firstRecord < enumeration.records) return number;
+  const uint64_t recordBytes = reader.geometry.recordBytes;
+  return std::max(number, NextStored(reader.mft, number * recordBytes) / recordBytes);
+}
+
 }  // namespace
 
 std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
@@ -167,6 +174,8 @@ VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
   uint64_t number = range.number;
   for (; number < reader.recordCount; ++number) {
     if (cancelled) return {.error = kErrorOperationAborted};
+    number = NextStoredRecord(reader, enumeration, number);
+    if (number >= reader.recordCount) break;
     auto file = FileAt(reader, enumeration, number);
     if (!file) continue;
     if (!range.hasJournal) file->record.usn = 0;

@@ -119,7 +119,8 @@ std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source) {
   if (!ReadFirstRecord(reader, record)) return std::nullopt;
   const auto data = FindAttribute(record, kData, {}, uint64_t{0});
   AddPart(reader.mft, *data, *geometry);
-  reader.recordCount = std::min(reader.mft.size, reader.VolumeBytes()) / geometry->recordBytes;
+  const uint64_t fitting = std::min(reader.mft.size, reader.VolumeBytes()) / geometry->recordBytes;
+  reader.recordCount = std::min(fitting, kRecordNumberMask);
   FollowMftParts(reader, record);
   return reader;
 }

@@ -33,6 +33,20 @@ bool AppendRuns(NtfsStream& stream, const NtfsAttribute& attribute, const NtfsGe
   return !cursor.malformed;
 }
 
+// The first extent that ends behind `offset`.
+static auto ExtentAt(const NtfsStream& stream, uint64_t offset) {
+  return std::upper_bound(
+      stream.extents.begin(), stream.extents.end(), offset,
+      [](uint64_t at, const NtfsExtent& extent) { return at < extent.start + extent.length; });
+}
+
+uint64_t NextStored(const NtfsStream& stream, uint64_t offset) {
+  if (!stream.resident.empty()) return std::min(offset, stream.size);
+  const auto extent = ExtentAt(stream, offset);
+  if (extent == stream.extents.end()) return stream.size;
+  return std::min(std::max(offset, extent->start), stream.size);
+}
+
 static size_t CopyResident(const NtfsStream& stream, uint64_t offset, std::span<std::byte> buffer) {
   if (offset >= stream.resident.size()) return 0;
   const size_t count = std::min<size_t>(buffer.size(), stream.resident.size() - offset);
@@ -45,9 +59,7 @@ size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
   if (!stream.resident.empty()) return CopyResident(stream, offset, buffer);
   if (offset >= stream.size) return 0;
   const auto wanted = static_cast<size_t>(std::min<uint64_t>(buffer.size(), stream.size - offset));
-  auto extent =
-      std::upper_bound(stream.extents.begin(), stream.extents.end(), offset,
-                       [](uint64_t at, const NtfsExtent& e) { return at < e.start + e.length; });
+  auto extent = ExtentAt(stream, offset);
   size_t done = 0;
   while (done < wanted) {
     const uint64_t at = offset + done;

@@ -29,6 +29,9 @@ struct NtfsStream {
 // are malformed, lie outside the volume or do not follow on the extents before.
 bool AppendRuns(NtfsStream& stream, const NtfsAttribute& attribute, const NtfsGeometry& geometry);
 
+// `offset`, or the first byte behind it that is no part of a hole; the end of the stream if none is.
+uint64_t NextStored(const NtfsStream& stream, uint64_t offset);
+
 // Fills `buffer` from byte `offset` of the stream. Returns how many bytes are good: fewer at the end of
 // the stream and where the volume cannot be read.
 size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
