@@ -50,8 +50,8 @@ void TellRefused(const Build& build) {
 std::string ProgressLine(const std::vector<Build>& builds) {
   std::string line = "Indexing";
   for (const Build& build : builds) {
-    const uint64_t records = build.volume->nextSyntheticFrn - kFirstSyntheticFrn;
-    line += " " + ToUtf8(std::u16string(1, build.planned.letter)) + ": " + std::to_string(records);
+    line += " " + ToUtf8(std::u16string(1, build.planned.letter)) + ": " +
+            std::to_string(build.volume->recordsRead);
   }
   return line;
 }

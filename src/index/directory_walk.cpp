@@ -38,6 +38,7 @@ void AppendContents(Walk& walk, std::shared_ptr<WalkFolder> folder, uint64_t par
       AppendContents(walk, std::move(folder->subfolders[subfolder++]), frn);
     }
   }
+  walk.volume.recordsRead = walk.volume.records.size();
   walk.reader.Release(std::move(folder));
 }
 

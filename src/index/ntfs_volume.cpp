@@ -114,6 +114,7 @@ void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
     const auto buffer = queue.Pop();
     if (buffer == nullptr) return;
     AppendRecords(volume, buffer->Block(), name);
+    volume.recordsRead = volume.records.size();
   }
 }
 

@@ -103,6 +103,7 @@ void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_v
 
 void ResetVolumeTables(VolumeIndex& volume) {
   volume.records.clear();
+  volume.recordsRead = 0;
   ResetNamePool(volume.names);
   ResetNamePool(volume.renamed);
   ResetFrnTable(volume.frnToIndex);

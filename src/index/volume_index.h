@@ -65,6 +65,8 @@ struct VolumeIndex {
   std::atomic<bool> valid = true;
   std::atomic<bool> busy = false;  // a build is running: searches skip the volume
 
+  std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
+
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
   RecordStore records;
   NamePool names;    // text n belongs to record n, for good: the scan counts on it

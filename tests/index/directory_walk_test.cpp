@@ -89,6 +89,7 @@ TEST_P(DirectoryWalk, RecordsComeDepthFirstEachFolderBeforeItsContents) {
   EXPECT_FALSE(volume.records[2].isDirectory);
   EXPECT_EQ(volume.fileSystem, u"FAT32");
   EXPECT_EQ(volume.journalId, 0u);
+  EXPECT_EQ(volume.recordsRead, 7u);
   EXPECT_TRUE(volume.valid);
   EXPECT_FALSE(volume.busy);
   EXPECT_EQ(FindBrokenInvariant(volume), "");

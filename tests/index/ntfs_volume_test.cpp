@@ -67,6 +67,7 @@ TEST_F(NtfsVolume, RecordsOfAllBlocksAreInTheIndex) {
   EXPECT_TRUE(volume.valid);
   EXPECT_FALSE(volume.busy);
   EXPECT_EQ(volume.fileSystem, u"NTFS");
+  EXPECT_EQ(volume.recordsRead, 3u);
   EXPECT_EQ(volume.journalId, 77u);
   EXPECT_EQ(volume.nextUsn, 4096);
   EXPECT_EQ(volume.records[1].isDirectory, 1u);
