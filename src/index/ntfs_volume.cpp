@@ -120,7 +120,7 @@ void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
 
 void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
   while (!ShutdownRequested) {
-    auto buffer = std::make_unique<EnumBuffer>();
+    auto buffer = std::make_unique_for_overwrite<EnumBuffer>();
     const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
     if (reply.error != 0 || reply.bytes < sizeof range.startFileReferenceNumber) return;
     buffer->bytesReturned = static_cast<uint32_t>(reply.bytes);

@@ -208,6 +208,8 @@ void RunUsnMonitor(VolumeIndex& volume) {
 }
 
 void StopMonitor(VolumeIndex& volume) {
+  // A second caller waits as well: no build may begin beside a monitor that has yet to end.
+  const std::scoped_lock stopping(volume.monitorStop);
   volume.monitorRunning = false;
   std::thread monitor;
   {

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -88,6 +89,7 @@ struct VolumeIndex {
   std::thread monitorThread;                   // deviceLock
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
   Pause monitorPause;
+  std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
   // where somebody listens.
   std::function<void(const VolumeChange&)> onChange;
