@@ -62,15 +62,16 @@ class Win32VolumeDevice : public VolumeDevice {
     CancelCaller();
   }
 
-  // The call in progress may have begun after a cancellation: it is cancelled until it is out.
+  // The call in progress may have begun after a cancellation: it is cancelled until it is out. The
+  // raw bytes come second, since that call may be about to open them.
   uint32_t Close() override {
     isClosed_ = true;
-    if (const auto raw = raw_.load()) raw->Close();
     while (!inUse_.try_lock()) {
       Cancel();
       Sleep(1);
     }
     const std::lock_guard<std::mutex> lock(inUse_, std::adopt_lock);
+    if (const auto raw = raw_.load()) raw->Close();
     if (!device_) return 0;
     return CloseHandle(device_.Release()) ? 0 : GetLastError();
   }
