@@ -1,6 +1,10 @@
 # One test program a layer, from tests/<layer>/*.cpp and the folder of the system below it; tests/support holds
 # what they share.
 file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")
+if(WIN32)
+  file(GLOB driver_sources CONFIGURE_DEPENDS "tests/driver/*.cpp" "tests/driver/*.h")
+  list(APPEND support_sources ${driver_sources})
+endif()
 add_library(quilmark_test_support STATIC ${support_sources})
 set_target_properties(quilmark_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/tests")
@@ -35,5 +39,5 @@ if(WIN32)
   target_compile_options(quilmark_test_volume PRIVATE -O2 -mno-red-zone -fno-stack-protector -mno-stack-arg-probe)
   target_link_options(quilmark_test_volume PRIVATE -nostdlib -Wl,--subsystem,native -Wl,--entry,DriverEntry)
   target_link_libraries(quilmark_test_volume PRIVATE ntoskrnl)
-  add_dependencies(index_tests quilmark_test_volume)
+  add_dependencies(quilmark_test_support quilmark_test_volume)
 endif()

@@ -1,11 +1,10 @@
 /* What the test driver and the server in the test program say to each other. The server opens
-   \\.\QuilmarkTestVolume and asks for one request after another; whatever a program asks of \\.\N: becomes such
-   a request and waits until the server has answered or it is cancelled. */
+   \\.\QuilmarkTestVolume and asks for one request after another; whatever a program asks of \\.\N:
+   becomes such a request and waits until the server has answered or it is cancelled. */
 #pragma once
 
 #define TEST_VOLUME_GET 0x222000u    /* out: TestVolumeRequest and its input; waits for one */
 #define TEST_VOLUME_ANSWER 0x222004u /* in: TestVolumeAnswer and the output */
-#define TEST_VOLUME_REFUSE 0x222008u /* in: an unsigned long; so many further opens of the volume fail */
 #define TEST_VOLUME_END 0x22200Cu    /* ends a waiting TEST_VOLUME_GET with an error */
 
 #define TEST_VOLUME_READ 1u /* code of a request to read bytes */

@@ -3,6 +3,8 @@
 
 #include <shared_mutex>
 
+#include "driver/open_gate.h"
+#include "driver/test_volume_server.h"
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
@@ -11,12 +13,12 @@
 #include "platform/usn_record.h"
 #include "support/ntfs_builder.h"
 #include "support/scripted_device.h"
-#include "test_volume_server.h"
 
 namespace quilmark {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 constexpr uint64_t kRoot = 5;
 
@@ -27,6 +29,14 @@ std::vector<std::u16string> PathsOf(const VolumeIndex& volume) {
     if (!volume.records[i].deleted) paths.push_back(BuildPath(volume, i));
   }
   return paths;
+}
+
+// What an open of a volume looks like: shared with everybody, folders of the volume allowed.
+OpenCall OpenOf(DWORD access) {
+  return {.access = access,
+          .share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+          .disposition = OPEN_EXISTING,
+          .flags = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS};
 }
 
 // N: answered by a script.
@@ -92,15 +102,31 @@ TEST_F(NtfsDriver, ChangesFedWhileTheMonitorPollsAreApplied) {
 }
 
 TEST_F(NtfsDriver, AVolumeThatRefusesWritingIsOpenedForReading) {
-  server->RefuseOpens(1);
+  const OpenGate gate(GENERIC_WRITE);
+  QueueBuild();
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(gate.Calls(), ElementsAre(OpenOf(GENERIC_READ | GENERIC_WRITE), OpenOf(GENERIC_READ)));
+  EXPECT_THAT(PathsOf(volume), ElementsAre(u"N:\\a.txt"));
+}
+
+TEST_F(NtfsDriver, AVolumeThatMayBeWrittenIsOpenedOnce) {
+  const OpenGate gate(0);
   QueueBuild();
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  EXPECT_THAT(gate.Calls(), ElementsAre(OpenOf(GENERIC_READ | GENERIC_WRITE)));
 }
 
 TEST_F(NtfsDriver, AVolumeThatRefusesBothIsNotValid) {
-  server->RefuseOpens(2);
+  const OpenGate gate(GENERIC_READ | GENERIC_WRITE);
+  QueueBuild();
+
   EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
   EXPECT_FALSE(volume.valid);
+  EXPECT_THAT(gate.Calls(), ElementsAre(OpenOf(GENERIC_READ | GENERIC_WRITE), OpenOf(GENERIC_READ)));
+  EXPECT_THAT(script.AskedCodes(), IsEmpty());
 }
 
 TEST_F(NtfsDriver, StopWhileAReadWaitsEndsItAtOnce) {
@@ -113,6 +139,20 @@ TEST_F(NtfsDriver, StopWhileAReadWaitsEndsItAtOnce) {
 
   EXPECT_FALSE(volume.monitorRunning);
   EXPECT_TRUE(volume.valid) << "aborted reads end quietly";
+}
+
+TEST_F(NtfsDriver, ChangesThatAWaitingReadBringsAreApplied) {
+  script.HoldJournalReads(true);
+  QueueBuild();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+
+  script.Queue(kFsctlReadUsnJournal,
+               {.output = UsnBlockBuilder(5'000).Record(41, kRoot, u"a.txt", kUsnReasonFileDelete)});
+  script.HoldJournalReads(false);
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 2));
+
+  EXPECT_THAT(PathsOf(volume), IsEmpty());
 }
 
 TEST_F(NtfsDriver, CloseWhileAReadWaitsGivesTheDeviceBack) {
@@ -145,9 +185,11 @@ TEST_F(NtfsDriver, AJournalThatWrappedEndsTheMonitorQuietly) {
   script.QueueError(kFsctlReadUsnJournal, kErrorJournalEntryDeleted);
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
-  while (volume.monitorRunning) Sleep(1);
+  volume.monitorThread.join();
 
+  EXPECT_FALSE(volume.monitorRunning);
   EXPECT_TRUE(volume.valid);
+  EXPECT_THAT(PathsOf(volume), ElementsAre(u"N:\\a.txt"));
 }
 
 TEST_F(NtfsDriver, AJournalThatCannotBeUsedIsDeletedAndMadeAnew) {
@@ -160,6 +202,11 @@ TEST_F(NtfsDriver, AJournalThatCannotBeUsedIsDeletedAndMadeAnew) {
 
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
+  std::vector<uint32_t> codes = script.AskedCodes();
+  codes.resize(7);
+  EXPECT_THAT(codes, ElementsAre(kFsctlQueryUsnJournal, kFsctlEnumUsnData, kFsctlDeleteUsnJournal,
+                                 kFsctlCreateUsnJournal, kFsctlQueryUsnJournal, kFsctlEnumUsnData,
+                                 kFsctlEnumUsnData));
   EXPECT_EQ(volume.journalId, 78u);
   EXPECT_THAT(PathsOf(volume), ElementsAre(u"N:\\a.txt"));
 }

@@ -1,13 +1,14 @@
-#include "test_volume_server.h"
+#include "driver/test_volume_server.h"
 
 #include <winsvc.h>
 
+#include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "../../driver/test_volume.h"
-#include "platform/bytes.h"
+#include "driver/test_volume.h"
 
 namespace quilmark {
 
@@ -82,6 +83,10 @@ unsigned StatusOf(uint32_t error) {
   switch (error) {
     case 0:
       return 0;
+    case kErrorInvalidHandle:
+      return 0xC000'0008;
+    case kErrorWriteProtect:
+      return 0xC000'00A2;
     case kErrorAccessDenied:
       return 0xC000'0022;
     case kErrorHandleEof:
@@ -120,15 +125,6 @@ TestVolumeServer::~TestVolumeServer() {
   thread_.join();
   server_.Reset();
   StopDriver();
-}
-
-void TestVolumeServer::RefuseOpens(unsigned long count) {
-  const UniqueFile other = OpenServer();
-  DWORD bytes = 0;
-  if (!DeviceIoControl(other.Get(), TEST_VOLUME_REFUSE, &count, sizeof count, nullptr, 0, &bytes,
-                       nullptr)) {
-    Fail("TEST_VOLUME_REFUSE");
-  }
 }
 
 void TestVolumeServer::Serve() {

@@ -20,9 +20,6 @@ class TestVolumeServer {
   TestVolumeServer(const TestVolumeServer&) = delete;
   TestVolumeServer& operator=(const TestVolumeServer&) = delete;
 
-  // So many further opens of the volume are denied.
-  void RefuseOpens(unsigned long count);
-
   // Every request from now on finds the device gone (error 1167).
   void LoseDevice() { isLost_ = true; }
 
