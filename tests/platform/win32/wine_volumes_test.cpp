@@ -35,23 +35,5 @@ TEST(WineVolumes, ADriveOverAnNtfsImageIsReadByItsBytes) {
   EXPECT_EQ(NameUnits(*NextUsnRecord(cursor), name), u"$MFT");
 }
 
-TEST(VolumeDevice, ADriveThatIsNotThereCannotBeOpened) {
-  uint32_t error = 0;
-  EXPECT_EQ(OpenVolumeDevice(u"Q:", VolumeAccess::kRead, error), nullptr);
-  EXPECT_EQ(error, 2u);
-}
-
-TEST(VolumeDevice, CallsAfterCloseAreRefused) {
-  uint32_t error = 0;
-  const auto device = OpenVolumeDevice(u"C:", VolumeAccess::kRead, error);
-  ASSERT_NE(device, nullptr);
-  std::byte data[56];
-  EXPECT_NE(device->Control(kFsctlQueryUsnJournal, {}, data).error, 0u);
-  EXPECT_EQ(device->Close(), 0u);
-  EXPECT_EQ(device->Control(kFsctlQueryUsnJournal, {}, data).error, kErrorInvalidHandle);
-  EXPECT_EQ(device->ReadAt(0, data).error, kErrorInvalidHandle);
-  EXPECT_EQ(device->Close(), 0u);
-}
-
 }  // namespace
 }  // namespace quilmark
