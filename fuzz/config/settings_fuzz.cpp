@@ -5,6 +5,7 @@
 
 #include "config/hotkeys.h"
 #include "config/language_setting.h"
+#include "config/ui_colors.h"
 #include "config/window_settings.h"
 #include "platform/text_file.h"
 
@@ -63,6 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string text = DecodeText({reinterpret_cast<const char*>(data), size});
   CheckWindowSettings(text);
   CheckHotkeys(text);
+  const ColorOverrides colors = ReadUiColors(text);
+  if (ReadUiColors(UiColorsText(colors)) != colors) std::abort();
   const std::u16string language = ReadLanguageSetting(text);
   if (TrimText(language) != language || language.size() >= kTextLineLimit) std::abort();
   return 0;

@@ -1,0 +1,80 @@
+// Colours of everything that is drawn: light and dark defaults, overrides of ten roles, derived entries.
+//
+// Interface thread only.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quilmark {
+
+using Color = uint32_t;  // COLORREF: red in the low byte, blue in the third, the fourth 0
+
+// The colour that is written RRGGBB.
+constexpr Color ColorOfHex(uint32_t rrggbb) {
+  return (rrggbb & 0xFF) << 16 | (rrggbb & 0xFF00) | (rrggbb >> 16 & 0xFF);
+}
+
+constexpr int RedOf(Color color) { return static_cast<int>(color & 0xFF); }
+constexpr int GreenOf(Color color) { return static_cast<int>(color >> 8 & 0xFF); }
+constexpr int BlueOf(Color color) { return static_cast<int>(color >> 16 & 0xFF); }
+
+struct Palette {
+  // What a user may override.
+  Color surface = 0, toolbar = 0, editWell = 0, text = 0, textHit = 0, searchHit = 0, header = 0,
+        rowSel = 0, accent = 0, border = 0;
+  // What follows from the theme, and from some of the above.
+  Color cardBackground = 0, windowFrame = 0, alternateRow = 0, controlBackground = 0, separator = 0,
+        muted = 0, mutedFixed = 0, accentStrong = 0, accentSoft = 0, focusRing = 0, headerBackground = 0,
+        panelBackground = 0, tabBackground = 0, buttonBorder = 0;
+
+  bool operator==(const Palette&) const = default;
+};
+
+inline constexpr size_t kColorRoles = 10;
+
+struct UiColorRole {
+  std::u16string_view key;  // in ui_colors.ini, and of the label's translation
+  std::u16string_view label;
+  Color Palette::*entry;
+};
+extern const std::array<UiColorRole, kColorRoles> kUiColorRoles;
+
+struct ColorOverrides {
+  std::array<Color, kColorRoles> overrideColor = {};
+  std::array<bool, kColorRoles> overrideSet = {};
+
+  bool operator==(const ColorOverrides&) const = default;
+};
+
+// Each channel by itself, rounded down: `percent` of a, the rest of b.
+Color MixColor(Color a, Color b, int percent);
+
+// 0 (black) to 255 (white), weighted as the eye does.
+int Luminance(Color color);
+
+// `background`, or a shade of `color` or of `neighbour` where a highlight on it would be lost beside
+// them.
+Color AdjustHighlightContrast(Color color, Color background, Color neighbour);
+
+// Six hexadecimal digits, with or without "#" and blanks around; empty for anything else.
+std::optional<Color> ParseHexColor(std::u16string_view text);
+std::u16string HexColorText(Color color);  // RRGGBB, capital letters
+
+Palette ThemeDefaults(bool dark);
+
+// Whether the derived entries are dark or light follows from the surface, not from the theme.
+Palette WithOverrides(Palette palette, const ColorOverrides& overrides);
+
+// The colours in force, and what the user made of them.
+extern Palette CurrentPalette;
+extern ColorOverrides CurrentOverrides;
+
+void ApplyThemeDefaults(bool dark);
+void ApplyColorOverrides();
+
+}  // namespace quilmark
