@@ -2,15 +2,14 @@
 # docs/architecture.md, so that an include of a higher layer fails at the link at the latest.
 function(quilmark_layer name)
   file(GLOB sources CONFIGURE_DEPENDS "src/${name}/*.cpp" "src/${name}/*.h")
-  if(name STREQUAL "platform")
-    set(system posix)
-    if(WIN32)
-      set(system win32)
-    endif()
-    file(GLOB system_sources CONFIGURE_DEPENDS "src/${name}/${system}/*.cpp" "src/${name}/${system}/*.h"
-         "src/${name}/ntfs/*.cpp" "src/${name}/ntfs/*.h")
-    list(APPEND sources ${system_sources})
+  set(system posix)
+  if(WIN32)
+    set(system win32)
   endif()
+  file(GLOB system_sources CONFIGURE_DEPENDS "src/${name}/${system}/*.cpp" "src/${name}/${system}/*.h"
+       "src/${name}/ntfs/*.cpp" "src/${name}/ntfs/*.h")
+  list(FILTER system_sources EXCLUDE REGEX "/main\\.cpp$")
+  list(APPEND sources ${system_sources})
   add_library(quilmark_${name} STATIC ${sources})
   set_target_properties(quilmark_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(quilmark_${name} PUBLIC quilmark_options quilmark_headers ${ARGN})
@@ -20,8 +19,10 @@ quilmark_layer(platform)
 quilmark_layer(config quilmark_platform)
 quilmark_layer(index quilmark_config)
 quilmark_layer(search quilmark_index)
+quilmark_layer(shell quilmark_search)
 if(WIN32)
   target_link_libraries(quilmark_platform PUBLIC shell32 ole32 bcrypt uuid)
+  target_link_libraries(quilmark_shell PUBLIC comctl32 gdi32 user32)
 endif()
 
 add_library(quilmark_cli STATIC)
@@ -38,4 +39,25 @@ if(WIN32)
   set_target_properties(quilmark PROPERTIES OUTPUT_NAME quilmark-cli)
   target_compile_options(quilmark PRIVATE -municode)
   target_link_options(quilmark PRIVATE -municode)
+endif()
+
+# The desktop program, for Windows alone.
+if(WIN32)
+  enable_language(RC)
+  configure_file(resources/quilmark.rc.in "${CMAKE_BINARY_DIR}/resources/quilmark.rc" @ONLY)
+  set(quilmark_resources "${CMAKE_BINARY_DIR}/resources/quilmark.rc")
+  set_source_files_properties("${quilmark_resources}" PROPERTIES
+    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR}/resources"
+    OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/resources/quilmark.ico;${PROJECT_SOURCE_DIR}/resources/quilmark.manifest")
+
+  # A window's program with the resources of ours, from the given sources.
+  function(quilmark_window_program target output)
+    add_executable(${target} WIN32 ${ARGN} "${quilmark_resources}")
+    target_link_libraries(${target} PRIVATE quilmark_shell)
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME "${output}")
+    target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
+    # DEP, ASLR and its wide form by name, though the linker knows them as its defaults.
+    target_link_options(${target} PRIVATE -municode -Wl,--nxcompat -Wl,--dynamicbase -Wl,--high-entropy-va)
+  endfunction()
+  quilmark_window_program(quilmark_window Quilmark src/shell/win32/main.cpp)
 endif()

@@ -7,6 +7,7 @@
 #include "config/log.h"
 #include "index/directory_walk.h"
 #include "index/ntfs_volume.h"
+#include "index/usn_monitor.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
 #include "platform/clock.h"
@@ -177,6 +178,15 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
   }
   for (VolumeIndex* const volume : released) CloseVolume(*volume);
   return !released.empty();
+}
+
+void DropAllVolumes(SearchEngine& engine) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  for (auto& volume : engine.volumes) {
+    StopMonitor(*volume);
+    engine.dropped.push_back(std::move(volume));
+  }
+  engine.volumes.clear();
 }
 
 }  // namespace quilmark

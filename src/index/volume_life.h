@@ -43,6 +43,10 @@ bool RemoveUnavailableVolumes(SearchEngine& engine);
 // returns. True if there was one.
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
 
+// Stops and joins every monitor and empties the list, all with volumesMutex held. The volumes live on as
+// dropped ones, since detached jobs may be in the middle of them. For the end of the program.
+void DropAllVolumes(SearchEngine& engine);
+
 // A volume that only a refresh by hand brings up to date. A volume whose letter is gone stops being
 // valid.
 bool HasNonNtfsVolume(SearchEngine& engine);

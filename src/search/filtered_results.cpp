@@ -1,0 +1,34 @@
+#include "search/filtered_results.h"
+
+#include <mutex>
+#include <utility>
+
+namespace quilmark {
+
+OrderedLock FilteredLock{LockRank::kLeaf, "FilteredLock"};
+std::shared_ptr<const ResultSet> FilteredResults;
+FilterKey FilteredKey;
+std::atomic<uint64_t> DisplayCount = 0;
+std::atomic<int> ActiveCategory = 0;
+
+void FollowNewResults(KeepFiltered keep, uint64_t resultCount) {
+  std::shared_ptr<const ResultSet> dropped;  // declared first: it dies outside the lock
+  const std::scoped_lock lock(FilteredLock);
+  if (keep == KeepFiltered::kIfThere && FilteredResults != nullptr) {
+    DisplayCount = FilteredResults->size();
+    return;
+  }
+  dropped = std::exchange(FilteredResults, nullptr);
+  FilteredKey = {};
+  DisplayCount = resultCount;
+}
+
+std::shared_ptr<const ResultSet> ShownResults() {
+  {
+    const std::scoped_lock lock(FilteredLock);
+    if (FilteredResults != nullptr) return FilteredResults;
+  }
+  return HeldResults();
+}
+
+}  // namespace quilmark

@@ -1,0 +1,75 @@
+// The one record of the interface: made before anything else, living until the process ends.
+//
+// Belongs to the interface thread, but for what is atomic. What is kept between runs stands in
+// CurrentWindowSettings, and the state of the search in search_state.h and filtered_results.h.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "config/hotkeys.h"
+#include "platform/window_post.h"
+
+namespace quilmark {
+
+enum class AppMode : int32_t { kSearch = 0, kAnalysis = 1, kDuplicates = 2 };
+
+// What the window asks of parts of the program that need not be there; an empty one does nothing.
+struct WindowFeatures {
+  std::function<void()> requestAttributes;  // of the rows in view
+  std::function<void()> requestThumbnails;  // of the rows in view
+  std::function<void()> refreshFilter;      // applies the filters to new results, on a job
+  std::function<void()> refreshFilterCounts;
+  std::function<void()> prewarmAttributes;   // raises Engine().prewarming until it is done
+  std::function<void()> autosaveAttributes;  // on a job, if there is something to save
+  std::function<void()> saveAttributes;      // at the end, before it returns
+  std::function<void()> refreshRecentView;
+  std::function<void(int column)> resort;  // keeps the direction
+};
+
+struct AppState {
+  // Process and lifetime.
+  PostTarget mainWindow = nullptr;  // null before its creation and from its destruction on
+  bool hiddenStart = false;
+  bool uiIsChinese = false;
+  uint32_t systemDpi = 96;
+  int32_t windowWidth = 1100, windowHeight = 700;  // at the start, in pixels
+  bool shownByUser = false;                        // the user has asked for the window in this run
+  std::atomic<bool> firstSearchDeferred =
+      false;  // a hidden start left the first search to the first show
+  bool trayIconAdded = false;
+  bool exitRequested = false;    // the next close ends the program
+  bool closeBoxPressed = false;  // the close button raised the present close request
+  HotkeyConfig hotkeys;
+  std::u16string language;  // code of the interface's language
+
+  // View.
+  AppMode appMode = AppMode::kSearch;
+  int32_t clientWidth = 0, clientHeight = 0;  // never negative
+  int32_t sidebarWidth = 200, headerTop = 90;
+
+  // List.
+  int64_t scrollY = 0;
+  int32_t scrollX = 0;
+  std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds
+  bool thumbDragging = false;
+  int64_t focusRow = -1;
+  std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
+  int64_t savedScrollY = 0;
+  std::atomic<uint64_t> hydrationGeneration = 0;
+
+  // Timers.
+  std::atomic<bool> repaintPending = false;
+  bool filterCountsPending = false;
+  bool prewarmRunning = false;  // sorting waits
+  int prewarmRounds = 0;
+  uint64_t lastTrimMs = 0;
+
+  WindowFeatures features;
+};
+
+AppState& App();
+
+}  // namespace quilmark

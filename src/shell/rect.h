@@ -1,0 +1,32 @@
+// Places of the window on the screen. Pixels.
+#pragma once
+
+#include <algorithm>
+
+namespace quilmark {
+
+struct Rect {
+  int left = 0, top = 0, right = 0, bottom = 0;
+
+  bool operator==(const Rect&) const = default;
+};
+
+struct Point {
+  int x = 0, y = 0;
+
+  bool operator==(const Point&) const = default;
+};
+
+// Left and top of a window of this size in the middle of the area; negative where it is larger.
+constexpr Point CentredIn(const Rect& area, int width, int height) {
+  return {area.left + (area.right - area.left - width) / 2,
+          area.top + (area.bottom - area.top - height) / 2};
+}
+
+// The same, but with its left and top edge inside the area.
+constexpr Point PlaceWithin(const Rect& area, int width, int height) {
+  const Point centre = CentredIn(area, width, height);
+  return {std::max(centre.x, area.left), std::max(centre.y, area.top)};
+}
+
+}  // namespace quilmark

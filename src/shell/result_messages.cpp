@@ -1,0 +1,277 @@
+#include "shell/result_messages.h"
+
+#include <algorithm>
+#include <mutex>
+
+#include "config/product.h"
+#include "config/translate.h"
+#include "config/window_settings.h"
+#include "index/search_engine.h"
+#include "platform/format.h"
+#include "search/filtered_results.h"
+#include "search/search_pipeline.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kRetryMs = kSyncRetryMs;
+constexpr uint32_t kAfterReadyPrewarmMs = 7'000, kAfterNewDiskPrewarmMs = 5'000;
+constexpr uint32_t kAutosaveMs = 20'000, kHiddenTrimMs = 12'000;
+constexpr uint32_t kFinalCountsMs = 60, kFilterCountsMs = 80;
+constexpr uint32_t kResultsTrimMs = 1'800, kFilterTrimMs = 2'200;
+constexpr size_t kLongestTitle = 127;  // units
+
+template <typename... Arguments>
+void SetTitleFrom(WindowPort& window, std::u16string_view key, std::u16string_view english,
+                  const Arguments&... arguments) {
+  std::u16string title = FormatText(TranslateOr(key, english), arguments...);
+  if (title.size() > kLongestTitle) title.resize(kLongestTitle);
+  window.SetTitle(title);
+}
+
+void SetStatusOf(WindowPort& window, std::u16string_view key, std::u16string_view english) {
+  window.SetStatus(TranslateOr(key, english));
+}
+
+void Run(const std::function<void()>& feature) {
+  if (feature) feature();
+}
+
+void RefreshFilterCountsSoon(AppState& app, WindowPort& window, uint32_t delayMs) {
+  app.filterCountsPending = true;
+  window.StartTimer(kTimerFilterCounts, delayMs);
+}
+
+std::u16string CountText(uint64_t count) { return FormatText(u"%llu", count); }
+
+std::u16string CategoryName() { return TranslateOr(u"Common_All", u"All"); }
+
+void ShowResultTitle(WindowPort& window, ResultKind kind) {
+  const auto shown = static_cast<int64_t>(DisplayCount.load());
+  if (kind == ResultKind::kPartial) {
+    return SetTitleFrom(window, u"Title_SearchPartialFmt", u"Quilmark - %lld+ results found...", shown);
+  }
+  SetTitleFrom(window, u"Title_SearchFinalFmt", u"Quilmark - %lld results found", shown);
+}
+
+std::u16string ResultStatus(ResultKind kind, uint64_t resultCount) {
+  if (resultCount == 0) return {};
+  if (kind == ResultKind::kPartial) {
+    return TranslateOr(u"Status_SearchingShowingPrefix", u"Searching... showing ") +
+           CountText(DisplayCount) + TranslateOr(u"Status_SearchingShowingSuffix", u" results");
+  }
+  if (ActiveCategory != 0) {
+    return TranslateOr(u"Status_FilterApplyingPrefix", u"Filter: ") + CategoryName() +
+           TranslateOr(u"Status_FilterApplyingSuffix", u" | Applying filter...");
+  }
+  return TranslateOr(u"Status_FilterHitsPrefix", u"Filter: ") + CategoryName() +
+         TranslateOr(u"Status_FilterHitsMid", u" | Hits: ") + CountText(DisplayCount);
+}
+
+void ShowPartialResults(AppState& app, WindowPort& window) {
+  if (IsFilterActive()) Run(app.features.refreshFilter);
+  window.RelayoutList();
+  RequestListRepaint(app, window, 100);
+}
+
+void ShowSortedResults(AppState& app, WindowPort& window) {
+  Run(app.features.refreshFilter);
+  window.RelayoutList();
+  window.InvalidateList();
+  window.StartTimer(kTimerWorkTrim, kResultsTrimMs);
+}
+
+void ShowFinalResults(AppState& app, WindowPort& window, bool keepScroll) {
+  Run(app.features.refreshFilter);
+  app.scrollY = keepScroll ? std::max<int64_t>(app.savedScrollY, 0) : 0;
+  window.RelayoutList();
+  window.InvalidateList();
+  window.StartTimer(kTimerWorkTrim, kResultsTrimMs);
+}
+
+bool OnSearchResults(AppState& app, WindowPort& window, const PostedMessage& message) {
+  if (message.first != searchGeneration) return false;
+  const auto kind = static_cast<ResultKind>(message.second);
+  window.CancelRename();
+  const bool keepScroll =
+      kind == ResultKind::kPartial ? app.keepScrollOnce.load() : app.keepScrollOnce.exchange(false);
+  app.focusRow = -1;
+  const uint64_t count = HeldResults()->size();
+  const bool keepsFiltered = kind == ResultKind::kSorted && IsFilterActive();
+  FollowNewResults(keepsFiltered ? KeepFiltered::kIfThere : KeepFiltered::kNo, count);
+  ShowResultTitle(window, kind);
+  window.SetStatus(ResultStatus(kind, count));
+  if (kind == ResultKind::kPartial) {
+    ShowPartialResults(app, window);
+  } else if (kind == ResultKind::kSorted) {
+    ShowSortedResults(app, window);
+  } else {
+    RefreshFilterCountsSoon(app, window, kFinalCountsMs);
+    ShowFinalResults(app, window, keepScroll);
+  }
+  return true;
+}
+
+// The receiver frees the text, also when nobody wants it any more.
+bool OnSearchStatus(AppState&, WindowPort& window, const PostedMessage& message) {
+  const auto text = TakeText(message);
+  if (text != nullptr && message.first == searchGeneration) window.SetTitle(*text);
+  return true;
+}
+
+void StartRetry(AppState& app, WindowPort& window) {
+  SetStatusOf(window, u"Status_InitIncompleteRetry",
+              u"Initialization incomplete. Retrying disk index loading in background...");
+  SyncCurrentVolumesAsync(Engine(), app.mainWindow);
+  window.StartTimer(kTimerHiddenStart, kRetryMs);
+}
+
+bool OnIndexState(AppState& app, WindowPort& window, const PostedMessage& message) {
+  if (message.first == 1) {
+    StartRetry(app, window);
+    return true;
+  }
+  window.RebuildScopeBox();
+  window.SetTitle(TranslateOr(u"App_TitleMainLower", kMainTitle));
+  window.EnableSearchBox();
+  window.FocusSearchBox();
+  if (app.hiddenStart && !app.shownByUser && !window.IsVisible()) {
+    app.firstSearchDeferred = true;
+    SetStatusOf(
+        window, u"Status_BackgroundStartupCompleted",
+        u"Background startup completed. Results and cache warmup will run when window is opened.");
+  } else {
+    app.firstSearchDeferred = false;
+    window.StartTimer(kTimerPrewarm, kAfterReadyPrewarmMs);
+    DoSearchAsync(u"", false, true);
+  }
+  window.StartTimer(kTimerCacheAutosave, kAutosaveMs);
+  if (app.hiddenStart) window.StartTimer(kTimerIdleTrim, kHiddenTrimMs);
+  return false;
+}
+
+bool OnFilterResults(AppState& app, WindowPort& window, const PostedMessage&) {
+  app.focusRow = -1;
+  RefreshFilterCountsSoon(app, window, kFilterCountsMs);
+  window.SetTitle(TranslateOr(u"App_FilterTitlePrefix", u"Quilmark - Filter: ") + CategoryName() +
+                  TranslateOr(u"App_FilterTitleHitsSeparator", u" | Hits: ") + CountText(DisplayCount));
+  window.SetStatus(u"");
+  window.RelayoutList();
+  RequestListRepaint(app, window, 60);
+  window.StartTimer(kTimerWorkTrim, kFilterTrimMs);
+  return true;
+}
+
+bool OnRecentLoaded(AppState& app, WindowPort&, const PostedMessage&) {
+  Run(app.features.refreshRecentView);
+  return true;
+}
+
+bool OnAttrsUpdated(AppState& app, WindowPort& window, const PostedMessage& message) {
+  if (message.first == app.hydrationGeneration) RequestListRepaint(app, window, 100);
+  return true;
+}
+
+std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {
+  const std::u16string head =
+      TranslateOr(u"Status_RefreshNonNtfsPrefix", u"Refreshed ") + CountText(refreshed);
+  if (failed <= 0) {
+    return head + TranslateOr(u"Status_RefreshNonNtfsSingleSuffix",
+                              u" non-NTFS volume indexes, see debug output");
+  }
+  return head + TranslateOr(u"Status_RefreshNonNtfsFailedMid", u" non-NTFS volumes, ") +
+         CountText(static_cast<uint64_t>(failed)) +
+         TranslateOr(u"Status_RefreshNonNtfsFailedSuffix", u" failed, see debug output");
+}
+
+bool OnNonNtfsRefreshed(AppState& app, WindowPort& window, const PostedMessage& message) {
+  window.RebuildScopeBox();
+  Run(app.features.prewarmAttributes);
+  if (message.first < 1) {
+    SetStatusOf(window, u"Status_RefreshNonNtfsFailed",
+                u"Failed to refresh non-NTFS volume indexes, see debug output");
+    return true;
+  }
+  RefreshSearchResultsAfterIndexUpdate();
+  window.SetStatus(RefreshedStatus(message.first, message.second));
+  return true;
+}
+
+bool OnVolumeLost(AppState&, WindowPort& window, const PostedMessage&) {
+  if (!RemoveUnavailableVolumes(Engine())) return true;
+  window.RebuildScopeBox();
+  SearchAgain(window);
+  SetStatusOf(window, u"Status_NtfsIndexRemoved",
+              u"A disconnected disk was detected and its NTFS index was removed.");
+  return true;
+}
+
+bool OnVolumesSynced(AppState&, WindowPort& window, const PostedMessage&) {
+  if (!window.IsSearchBoxEnabled()) window.EnableSearchBox();
+  window.RebuildScopeBox();
+  window.StartTimer(kTimerPrewarm, kAfterNewDiskPrewarmMs);
+  if (window.SearchBoxText().empty()) {
+    DoSearchAsync(u"", false, true);
+  } else {
+    RefreshSearchResultsAfterIndexUpdate();
+  }
+  SetStatusOf(window, u"Status_NewDiskDetected",
+              u"A new disk was detected and the drive list was updated.");
+  return true;
+}
+
+bool OnResort(AppState& app, WindowPort&, const PostedMessage& message) {
+  if (message.first < 1 || message.first > 5) return false;
+  {
+    const std::scoped_lock lock(ResultsLock);
+    SortAscending = message.second == 1;
+  }
+  if (app.features.resort) app.features.resort(static_cast<int>(message.first));
+  return true;
+}
+
+struct MessageRow {
+  uint32_t message;
+  bool (*handle)(AppState&, WindowPort&, const PostedMessage&);
+};
+constexpr MessageRow kMessageRows[] = {
+    {WM_INDEX_STATE, OnIndexState},
+    {WM_SEARCH_RESULTS, OnSearchResults},
+    {WM_SEARCH_STATUS, OnSearchStatus},
+    {WM_FILTER_RESULTS, OnFilterResults},
+    {WM_RECENT_LOADED, OnRecentLoaded},
+    {WM_ATTRS_UPDATED, OnAttrsUpdated},
+    {WM_NON_NTFS_REFRESHED, OnNonNtfsRefreshed},
+    {WM_VOLUME_LOST, OnVolumeLost},
+    {WM_VOLUMES_SYNCED, OnVolumesSynced},
+    {WM_RESORT_RESULTS, OnResort},
+};
+
+}  // namespace
+
+bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& message) {
+  for (const MessageRow& row : kMessageRows) {
+    if (row.message == message.message) return row.handle(app, window, message);
+  }
+  return false;
+}
+
+void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs) {
+  app.repaintPending = true;
+  window.StartTimer(kTimerRepaint, delayMs);
+}
+
+void SearchAgain(WindowPort& window) {
+  const std::u16string text = window.SearchBoxText();
+  const bool isEmpty = text.empty();
+  DoSearchAsync(text, false, isEmpty);
+}
+
+bool IsFilterActive() {
+  return ActiveCategory != 0 || CurrentWindowSettings.sizePreset != 0 ||
+         CurrentWindowSettings.timePreset != 0;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,26 @@
+// What posted messages do to the window. Interface thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/window_post.h"
+#include "shell/app_state.h"
+#include "shell/window_port.h"
+
+namespace quilmark {
+
+// Answers a message of background work. False for one that is stale or not known, and for one that the
+// system's own handling should see too.
+bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& message);
+
+// Arms the coalesced repaint of the list: many requests in a burst end in one.
+void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs);
+
+// Reads the search box again after the set of volumes changed; an empty box shows the recent opens.
+void SearchAgain(WindowPort& window);
+
+// A filter narrows the results: by category, size or time.
+bool IsFilterActive();
+
+}  // namespace quilmark

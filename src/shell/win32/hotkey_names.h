@@ -1,0 +1,10 @@
+// Names of keys in the layout of the keyboard.
+#pragma once
+
+#include "shell/hotkey_text.h"
+
+namespace quilmark {
+
+std::u16string KeyName(uint32_t key);
+
+}  // namespace quilmark

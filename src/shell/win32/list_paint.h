@@ -1,0 +1,11 @@
+// Paints the window: what stands behind the controls, and the rows in view.
+#pragma once
+
+#include "shell/win32/main_window.h"
+
+namespace quilmark {
+
+// Covers every pixel of the client area. Reads state and changes none.
+void PaintWindow(HDC dc, const MainWindow& window);
+
+}  // namespace quilmark

@@ -1,0 +1,247 @@
+#include "shell/win32/main_window.h"
+
+#include "config/log.h"
+#include "config/palette.h"
+#include "config/translate.h"
+#include "config/ui_colors.h"
+#include "config/window_settings.h"
+#include "platform/background.h"
+#include "platform/clock.h"
+#include "platform/mul_div.h"
+#include "platform/win32/wide.h"
+#include "search/filtered_results.h"
+#include "search/search_state.h"
+#include "shell/hotkey_text.h"
+#include "shell/result_messages.h"
+#include "shell/win32/hotkey_names.h"
+#include "shell/win32/scope_box.h"
+#include "shell/win32/search_box.h"
+#include "shell/win32/system_calls.h"
+#include "shell/win32/trim_memory.h"
+#include "shell/win32/window_text.h"
+#include "shell/window_ids.h"
+#include "shell/window_timers.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kTrayRetryMs = 1'500, kScrollStepRepaintMs = 12;
+
+void Show(HWND window, const RECT& rect) {
+  MoveWindow(window, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, TRUE);
+}
+
+}  // namespace
+
+MainWindow& TheWindow() {
+  static MainWindow window;
+  return window;
+}
+
+void MainWindow::StartTimer(uint32_t id, uint32_t delayMs) { SetTimer(window_, id, delayMs, nullptr); }
+
+void MainWindow::StopTimer(uint32_t id) { KillTimer(window_, id); }
+
+void MainWindow::SetTitle(const std::u16string& title) { SetWindowTextW(window_, Wide(title)); }
+
+void MainWindow::SetStatus(const std::u16string& text) {
+  if (!IsWindow(statusText)) return;
+  SetWindowTextW(statusText, Wide(text));
+  const RECT strip = {0, 0, App().clientWidth, App().headerTop};
+  InvalidateRect(window_, &strip, FALSE);
+}
+
+std::u16string MainWindow::StatusText() const { return TextOfWindow(statusText); }
+
+std::u16string MainWindow::SearchBoxText() { return TextOfWindow(searchBox); }
+
+void MainWindow::ClearSearchBox() {
+  settingText = true;
+  SetWindowTextW(searchBox, L"");
+  settingText = false;
+}
+
+bool MainWindow::IsSearchBoxEnabled() { return IsWindowEnabled(searchBox) != FALSE; }
+
+void MainWindow::EnableSearchBox() {
+  EnableWindow(searchBox, TRUE);
+  InvalidateRect(searchBox, nullptr, TRUE);
+}
+
+void MainWindow::FocusSearchBox() {
+  if (IsWindowEnabled(searchBox)) SetFocus(searchBox);
+}
+
+void MainWindow::RebuildScopeBox() { FillScopeBox(scopeBox); }
+
+void MainWindow::InvalidateList() {
+  const RECT list = {0, App().headerTop, App().clientWidth, App().clientHeight};
+  InvalidateRect(window_, &list, FALSE);
+}
+
+void MainWindow::RelayoutList() { App().scrollY = ClampScroll(App().scrollY, DisplayCount, List()); }
+
+bool MainWindow::IsVisible() { return IsWindowVisible(window_) != FALSE; }
+
+void MainWindow::Hide() { ShowWindow(window_, SW_HIDE); }
+
+void MainWindow::ShowAndRaise() {
+  ShowWindow(window_, IsIconic(window_) ? SW_RESTORE : SW_SHOW);
+  RECT rect = {};
+  GetWindowRect(window_, &rect);
+  if (MonitorFromRect(&rect, MONITOR_DEFAULTTONULL) == nullptr) {
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromRect(&rect, MONITOR_DEFAULTTONEAREST), &monitor);
+    const Point place =
+        PlaceWithin(FromRECT(monitor.rcWork), rect.right - rect.left, rect.bottom - rect.top);
+    SetWindowPos(window_, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+  SetForegroundWindow(window_);
+  BringWindowToTop(window_);
+  if (!IsWindowEnabled(searchBox)) return;
+  SetFocus(searchBox);
+  SendMessageW(searchBox, EM_SETSEL, static_cast<WPARAM>(-1), -1);
+}
+
+void MainWindow::Destroy() { DestroyWindow(window_); }
+
+void MainWindow::AddOrUpdateTrayIcon() {
+  const HotkeyConfig& hotkeys = App().hotkeys;
+  const std::u16string tip =
+      TrayTipText(TranslateOr(u"TrayTip", u"Quilmark - {0} Show/Hide"),
+                  HotkeyDisplayText(hotkeys.showModifiers, hotkeys.showKey, KeyName));
+  tray.Prepare(window_);
+  App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, tip);
+  if (App().trayIconAdded) {
+    StopTimer(ID_TIMER_TRAY_RETRY);
+  } else {
+    StartTimer(ID_TIMER_TRAY_RETRY, kTrayRetryMs);
+  }
+}
+
+bool MainWindow::SystemShutsDown() { return GetSystemMetrics(SM_SHUTTINGDOWN) != 0; }
+
+void MainWindow::TrimSelf() { RequestSelfTrim(window_); }
+
+void MainWindow::TrimSelfInJob() {
+  RunBackground("hotkey_hide_trim_self", [window = window_] { RequestSelfTrim(window); });
+}
+
+void MainWindow::TrimOthersInJob() { RequestGlobalTrimAsync(); }
+
+std::optional<WindowPlacement> MainWindow::Placement() {
+  WINDOWPLACEMENT placement = {};
+  placement.length = sizeof placement;
+  if (!IsWindow(window_) || !GetWindowPlacement(window_, &placement)) return std::nullopt;
+  const RECT& rect = placement.rcNormalPosition;
+  return WindowPlacement{.restored = {rect.right - rect.left, rect.bottom - rect.top},
+                         .dpi = static_cast<int>(App().systemDpi)};
+}
+
+void MainWindow::RemoveTrayIcon() { tray.Remove(); }
+
+void MainWindow::UnregisterHotkeys() {
+  UnregisterHotKey(window_, kHotkeyShow);
+  UnregisterHotKey(window_, kHotkeyForeground);
+}
+
+void MainWindow::ReleaseBrushes() { brushes = {}; }
+
+void MainWindow::ReleaseBackBuffer() { backBuffer.Close(); }
+
+void MainWindow::ReleaseFonts() { fonts = {}; }
+
+void MainWindow::QuitMessageLoop() { PostQuitMessage(0); }
+
+void MainWindow::OpenBackBuffer(HWND window) {
+  window_ = window;
+  App().mainWindow = window;
+  backBuffer.Open(window);
+}
+
+void MainWindow::TakeScale() {
+  App().systemDpi = DpiOfWindow(window_);
+  App().sidebarWidth = ScaleFor(App().systemDpi, 200);
+  App().headerTop = ScaleFor(App().systemDpi, 90);
+}
+
+void MainWindow::RegisterHotkeys() {
+  const HotkeyConfig& keys = App().hotkeys;
+  RegisterHotKey(window_, kHotkeyShow, keys.showModifiers, keys.showKey);
+  const bool isSame =
+      keys.showModifiers == keys.foregroundModifiers && keys.showKey == keys.foregroundKey;
+  if (!isSame) RegisterHotKey(window_, kHotkeyForeground, keys.foregroundModifiers, keys.foregroundKey);
+}
+
+void MainWindow::Resize(int width, int height) {
+  CancelRename();
+  App().clientWidth = width;
+  App().clientHeight = height;
+  if (width == 0 || height == 0) return;
+  backBuffer.Resize(window_, width, height);
+  PlaceControls();
+  RelayoutList();
+}
+
+void MainWindow::PlaceControls() {
+  const TopRowLayout row = LayoutTopRow({.clientWidth = App().clientWidth, .dpi = App().systemDpi});
+  const int height = row.search.bottom - row.search.top;
+  SetComboItemHeights(scopeBox, App().systemDpi);
+  RECT scope = ToRECT(row.scope);
+  scope.bottom = scope.top + ScaleFor(App().systemDpi, 280);  // with its drop list
+  Show(scopeBox, scope);
+  FitComboHeight(scopeBox, height);
+  Show(searchBox, ToRECT(row.search));
+  ApplySearchBoxRect(searchBox);
+}
+
+ListLayout MainWindow::List() const {
+  return LayoutList({.clientWidth = App().clientWidth,
+                     .clientHeight = App().clientHeight,
+                     .headerTop = App().headerTop,
+                     .dpi = App().systemDpi});
+}
+
+void MainWindow::ScrollTo(int64_t y) {
+  const int64_t clamped = ClampScroll(y, DisplayCount, List());
+  if (clamped == App().scrollY) return;
+  App().scrollY = clamped;
+  if (IsScrolling(App(), TickMs())) {
+    RequestListRepaint(App(), *this, kScrollStepRepaintMs);
+  } else {
+    InvalidateList();
+  }
+}
+
+void MainWindow::RemakeFonts() {
+  fonts = MakeFonts(App().systemDpi, App().uiIsChinese);
+  for (const HWND control : {searchBox, scopeBox}) {
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.list.Get()), TRUE);
+  }
+}
+
+void MainWindow::RecreateBackBuffer() {
+  backBuffer.Resize(window_, App().clientWidth, App().clientHeight);
+}
+
+void MainWindow::ApplyTheme() {
+  ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
+  ApplyColorOverrides();
+  brushes = MakeBrushes();
+  ColorFrame(window_, {.dark = CurrentWindowSettings.darkTheme,
+                       .caption = CurrentWindowSettings.darkTheme ? CurrentPalette.surface
+                                                                  : CurrentPalette.toolbar,
+                       .text = CurrentPalette.text});
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+void SwitchTheme(MainWindow& window) {
+  CurrentWindowSettings.darkTheme = !CurrentWindowSettings.darkTheme;
+  window.ApplyTheme();
+  SaveWindowSettings(window.Placement());
+}
+
+}  // namespace quilmark

@@ -1,0 +1,112 @@
+// The one main window: its handles, and what the decisions of the interface ask of it.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "shell/app_state.h"
+#include "shell/layout.h"
+#include "shell/win32/back_buffer.h"
+#include "shell/win32/tray_icon.h"
+#include "shell/win32/window_look.h"
+#include "shell/window_end.h"
+#include "shell/window_port.h"
+
+namespace quilmark {
+
+inline constexpr wchar_t kMainWindowClass[] = L"QUILMARK_MAIN";
+
+class MainWindow : public WindowPort, public WindowEndPort {
+ public:
+  HWND Handle() const { return window_; }
+
+  void StartTimer(uint32_t id, uint32_t delayMs) override;
+  void StopTimer(uint32_t id) override;
+  void SetTitle(const std::u16string& title) override;
+  void SetStatus(const std::u16string& text) override;
+  std::u16string SearchBoxText() override;
+  void ClearSearchBox() override;
+  bool IsSearchBoxEnabled() override;
+  void EnableSearchBox() override;
+  void FocusSearchBox() override;
+  void RebuildScopeBox() override;
+  void CancelRename() override {}
+  void InvalidateList() override;
+  void RelayoutList() override;
+  bool IsVisible() override;
+  void Hide() override;
+  void ShowAndRaise() override;
+  void Destroy() override;
+  void AddOrUpdateTrayIcon() override;
+  bool SystemShutsDown() override;
+  void TrimSelf() override;
+  void TrimSelfInJob() override;
+  void TrimOthersInJob() override;
+
+  std::optional<WindowPlacement> Placement() override;
+  void CloseOtherWindows() override {}
+  void RemoveTrayIcon() override;
+  void UnregisterHotkeys() override;
+  void ReleaseBrushes() override;
+  void ReleaseIcons() override {}
+  void ReleaseBackBuffer() override;
+  void ReleaseFonts() override;
+  void QuitMessageLoop() override;
+
+  // Steps of the creation, in their order.
+  void OpenBackBuffer(HWND window);
+  void TakeScale();
+  void MakeControls();
+  void RegisterHotkeys();
+
+  void Resize(int width, int height);
+  void PlaceControls();
+  void Paint();
+  void ApplyTheme();
+  void RemakeFonts();
+  void RecreateBackBuffer();
+  void ScrollTo(int64_t y);
+  ListLayout List() const;
+  std::u16string StatusText() const;
+
+  HWND searchBox = nullptr, scopeBox = nullptr, statusText = nullptr;
+  WindowFonts fonts;
+  WindowBrushes brushes;
+  BackBuffer backBuffer;
+  TrayIcon tray;
+  UINT taskbarCreated = 0;   // the registered message
+  uint64_t paints = 0;       // since the start
+  bool settingText = false;  // the program writes the search box: no search follows
+
+ private:
+  HWND window_ = nullptr;
+};
+
+MainWindow& TheWindow();
+
+struct Message {
+  HWND window = nullptr;
+  UINT number = 0;
+  WPARAM wParam = 0;
+  LPARAM lParam = 0;
+};
+
+// Handles one message. Empty: not taken, DefWindowProcW follows.
+using MessageHandler = std::optional<LRESULT> (*)(AppState& app, MainWindow& window,
+                                                  const Message& message);
+
+// Sees what the window itself does not take; null but in the program of the window tests.
+extern MessageHandler extraMessages;
+
+void RegisterMainWindowClass(HINSTANCE instance);
+HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
+
+// The handling of WM_CREATE.
+void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
+
+// Flips between the light and the dark theme, and keeps the choice.
+void SwitchTheme(MainWindow& window);
+
+}  // namespace quilmark

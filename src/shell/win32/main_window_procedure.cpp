@@ -1,0 +1,292 @@
+#include <windows.h>
+
+#include <dbt.h>
+#include <windowsx.h>
+
+#include "config/log.h"
+#include "config/palette.h"
+#include "config/translate.h"
+#include "config/window_settings.h"
+#include "platform/clock.h"
+#include "search/search_state.h"
+#include "shell/result_messages.h"
+#include "shell/scale_change.h"
+#include "shell/win32/foreground_file.h"
+#include "shell/win32/main_window.h"
+#include "shell/win32/scope_box.h"
+#include "shell/win32/tray_menu.h"
+#include "shell/win32/window_text.h"
+#include "shell/window_events.h"
+#include "shell/window_ids.h"
+#include "shell/window_timers.h"
+
+namespace quilmark {
+
+MessageHandler extraMessages = nullptr;
+
+namespace {
+
+using Outcome = std::optional<LRESULT>;
+
+constexpr int kWheelPixels = 100;  // a notch
+constexpr uint32_t kWheelSettleMs = 400;
+constexpr size_t kLongestQuery = 255;
+
+UniqueBrush classBrush;
+
+Outcome OnCreate(AppState& app, MainWindow& window, const Message& message) {
+  CreateWindowParts(app, window, message.window);
+  return 0;
+}
+
+Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
+  EndWindow(app, window, window);
+  return 0;
+}
+
+Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
+  window.Resize(GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam));
+  if (message.wParam != SIZE_MINIMIZED) SaveWindowSettings(window.Placement());
+  InvalidateRect(message.window, nullptr, FALSE);
+  return 0;
+}
+
+Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
+  const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
+  OnActivation(app, window, isActive ? Activation::kActivated : Activation::kDeactivated);
+  return std::nullopt;
+}
+
+Outcome OnPaint(AppState&, MainWindow& window, const Message&) {
+  window.Paint();
+  return 0;
+}
+
+Outcome OnEraseBackground(AppState&, MainWindow&, const Message&) { return 1; }
+
+Outcome OnClose(AppState& app, MainWindow& window, const Message&) {
+  CloseWindowRequest(app, window);
+  return 0;
+}
+
+Outcome OnDrawItem(AppState&, MainWindow&, const Message& message) {
+  const auto* const item = reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
+  if (item == nullptr || item->CtlID != kScopeBox) return std::nullopt;
+  DrawScopeItem(*item);
+  return TRUE;
+}
+
+Outcome OnMeasureItem(AppState& app, MainWindow&, const Message& message) {
+  auto* const item = reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam);
+  if (item == nullptr || item->CtlID != kScopeBox) return std::nullopt;
+  item->itemHeight =
+      static_cast<UINT>(ScaleFor(app.systemDpi, item->itemID == static_cast<UINT>(-1) ? 36 : 28));
+  return TRUE;
+}
+
+Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
+  window.RecreateBackBuffer();
+  InvalidateRect(message.window, nullptr, TRUE);
+  return 0;
+}
+
+Outcome OnCommand(AppState&, MainWindow& window, const Message& message) {
+  const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
+  if (id == kSearchBox && event == EN_CHANGE) {
+    if (!window.settingText) {
+      OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
+    }
+    return 0;
+  }
+  if (id == kScopeBox && event == CBN_SELCHANGE) {
+    OnScopeChosen(window, static_cast<int>(SendMessageW(window.scopeBox, CB_GETCURSEL, 0, 0)));
+    InvalidateRect(window.scopeBox, nullptr, FALSE);
+    return 0;
+  }
+  return std::nullopt;
+}
+
+Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) {
+  constexpr WPARAM kCommandBits = 0xFFF0;  // the system uses the others
+  const WPARAM command = message.wParam & kCommandBits;
+  if (command == SC_MINIMIZE) {
+    TrimAndHide(window);
+    return 0;
+  }
+  if (command == SC_CLOSE) app.closeBoxPressed = true;
+  return std::nullopt;
+}
+
+Outcome OnTimer(AppState& app, MainWindow& window, const Message& message) {
+  if (!FireTimer(app, window, static_cast<uint32_t>(message.wParam))) return std::nullopt;
+  return 0;
+}
+
+Outcome OnControlColor(AppState&, MainWindow& window, const Message& message) {
+  const HDC dc = reinterpret_cast<HDC>(message.wParam);
+  SetTextColor(dc, CurrentPalette.text);
+  SetBkColor(dc, CurrentPalette.editWell);
+  const HBRUSH brush = window.brushes.well.Get();
+  return reinterpret_cast<LRESULT>(brush != nullptr ? brush : GetStockObject(BLACK_BRUSH));
+}
+
+Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message&) {
+  UniqueBrush& track = window.brushes.scrollTrack;
+  if (!track) track.Reset(CreateSolidBrush(CurrentPalette.controlBackground));
+  return reinterpret_cast<LRESULT>(track.Get());
+}
+
+Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
+  app.lastScrollTick = TickMs();
+  window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
+  const int delta = GET_WHEEL_DELTA_WPARAM(message.wParam);
+  window.ScrollTo(app.scrollY - int64_t{delta} * kWheelPixels / WHEEL_DELTA);
+  return 0;
+}
+
+Outcome OnMouseLeave(AppState&, MainWindow& window, const Message&) {
+  window.TrimSelf();
+  return 0;
+}
+
+Outcome OnPower(AppState&, MainWindow& window, const Message& message) {
+  if (message.wParam != PBT_APMRESUMEAUTOMATIC && message.wParam != PBT_APMRESUMESUSPEND) {
+    return std::nullopt;
+  }
+  LogGdiState(u"WM_POWERBROADCAST resume");
+  window.RecreateBackBuffer();
+  window.AddOrUpdateTrayIcon();
+  InvalidateRect(message.window, nullptr, TRUE);
+  UpdateWindow(message.window);
+  return 1;
+}
+
+std::optional<uint32_t> UnitMaskOf(LPARAM payload) {
+  const auto* const header = reinterpret_cast<const DEV_BROADCAST_HDR*>(payload);
+  if (header == nullptr || header->dbch_devicetype != DBT_DEVTYP_VOLUME) return std::nullopt;
+  return reinterpret_cast<const DEV_BROADCAST_VOLUME*>(header)->dbcv_unitmask;
+}
+
+Outcome OnDeviceChange(AppState& app, MainWindow& window, const Message& message) {
+  const auto event = static_cast<uint32_t>(message.wParam);
+  // Other events bring other payloads, or none.
+  const bool isOurs = event == DBT_DEVICEARRIVAL || event == DBT_DEVICEQUERYREMOVE ||
+                      event == DBT_DEVICEREMOVEPENDING || event == DBT_DEVICEREMOVECOMPLETE;
+  if (isOurs) OnDriveEvent(app, window, event, UnitMaskOf(message.lParam));
+  return 1;
+}
+
+Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) {
+  uint32_t dpi = LOWORD(message.wParam);
+  if (dpi == 0) dpi = GetDpiForWindow(message.window);
+  if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
+    window.RemakeFonts();
+    window.PlaceControls();
+    window.RelayoutList();
+  }
+  if (message.lParam != 0) {
+    const auto& rect = *reinterpret_cast<const RECT*>(message.lParam);
+    SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
+                 rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  return 0;
+}
+
+Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
+  if (message.wParam == static_cast<WPARAM>(kHotkeyShow)) {
+    ToggleWindow(app, window);
+    return 0;
+  }
+  if (message.wParam == static_cast<WPARAM>(kHotkeyForeground)) {
+    ShowForegroundFile(message.window);
+    return 0;
+  }
+  return std::nullopt;
+}
+
+Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
+  if (message.lParam == WM_LBUTTONDBLCLK) {
+    window.AddOrUpdateTrayIcon();
+    ShowMainWindow(app, window);
+  }
+  if (message.lParam == WM_RBUTTONUP) ShowTrayMenu(app, window);
+  return 0;
+}
+
+struct MessageRow {
+  UINT number;
+  MessageHandler handle;
+};
+constexpr MessageRow kMessageRows[] = {
+    {WM_CREATE, OnCreate},
+    {WM_DESTROY, OnDestroy},
+    {WM_SIZE, OnSize},
+    {WM_ACTIVATE, OnActivate},
+    {WM_PAINT, OnPaint},
+    {WM_CLOSE, OnClose},
+    {WM_ERASEBKGND, OnEraseBackground},
+    {WM_DRAWITEM, OnDrawItem},
+    {WM_MEASUREITEM, OnMeasureItem},
+    {WM_DISPLAYCHANGE, OnDisplayChange},
+    {WM_COMMAND, OnCommand},
+    {WM_SYSCOMMAND, OnSysCommand},
+    {WM_TIMER, OnTimer},
+    {WM_CTLCOLOREDIT, OnControlColor},
+    {WM_CTLCOLORLISTBOX, OnControlColor},
+    {WM_CTLCOLORSTATIC, OnControlColor},
+    {WM_CTLCOLORSCROLLBAR, OnScrollbarColor},
+    {WM_MOUSEWHEEL, OnWheel},
+    {WM_MOUSELEAVE, OnMouseLeave},
+    {WM_POWERBROADCAST, OnPower},
+    {WM_DEVICECHANGE, OnDeviceChange},
+    {WM_DPICHANGED, OnDpiChanged},
+    {WM_HOTKEY, OnHotkey},
+    {kTrayCallback, OnTray},
+};
+
+Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
+  for (const MessageRow& row : kMessageRows) {
+    if (row.number == message.number) return row.handle(app, window, message);
+  }
+  if (window.taskbarCreated != 0 && message.number == window.taskbarCreated) {
+    OnTaskbarCreated(app, window);
+    return 0;
+  }
+  if (TakeResultMessage(app, window, {message.number, message.wParam, message.lParam})) return 0;
+  return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
+}
+
+LRESULT CALLBACK WndProc(HWND handle, UINT number, WPARAM wParam, LPARAM lParam) {
+  const auto outcome = Handle(App(), TheWindow(), {handle, number, wParam, lParam});
+  return outcome ? *outcome : DefWindowProcW(handle, number, wParam, lParam);
+}
+
+HICON ClassIcon(HINSTANCE instance) {
+  const auto icon = static_cast<HICON>(
+      LoadImageW(instance, MAKEINTRESOURCEW(kAppIcon), IMAGE_ICON, 32, 32, LR_DEFAULTCOLOR));
+  return icon != nullptr ? icon : LoadIconW(nullptr, IDI_APPLICATION);
+}
+
+}  // namespace
+
+void RegisterMainWindowClass(HINSTANCE instance) {
+  classBrush.Reset(CreateSolidBrush(CurrentPalette.surface));
+  WNDCLASSEXW windowClass = {};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.style = CS_DBLCLKS;
+  windowClass.lpfnWndProc = WndProc;
+  windowClass.hInstance = instance;
+  windowClass.hIcon = ClassIcon(instance);
+  windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  windowClass.hbrBackground = classBrush.Get();
+  windowClass.lpszClassName = kMainWindowClass;
+  RegisterClassExW(&windowClass);
+}
+
+HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title) {
+  return CreateWindowExW(
+      WS_EX_COMPOSITED, kMainWindowClass, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect.left,
+      rect.top, rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr, instance, nullptr);
+}
+
+}  // namespace quilmark

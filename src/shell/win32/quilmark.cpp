@@ -1,0 +1,30 @@
+#include "shell/win32/quilmark.h"
+
+#include "config/log.h"
+#include "platform/win32/wide.h"
+#include "shell/process_start.h"
+#include "shell/win32/crash_report.h"
+#include "shell/win32/process_port.h"
+#include "shell/win32/system_calls.h"
+
+namespace quilmark {
+
+namespace {
+
+GuiResourceCounts CountResources() {
+  const HANDLE self = GetCurrentProcess();
+  return {GetGuiResources(self, GR_GDIOBJECTS), GetGuiResources(self, GR_USEROBJECTS)};
+}
+
+}  // namespace
+
+int RunQuilmark(HINSTANCE instance, wchar_t* commandLine, int showCommand) {
+  HardenLibrarySearch();
+  InstallCrashReport();
+  InstallBackgroundExceptionLog();
+  InstallGuiResourceCounter(CountResources);
+  Win32Process system(instance, FromWide(commandLine), showCommand);
+  return RunProcess(App(), system);
+}
+
+}  // namespace quilmark

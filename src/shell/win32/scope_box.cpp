@@ -1,0 +1,146 @@
+#include "shell/win32/scope_box.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "config/palette.h"
+#include "config/translate.h"
+#include "platform/win32/wide.h"
+#include "search/search_state.h"
+#include "shell/app_state.h"
+#include "shell/layout.h"
+#include "shell/scope_items.h"
+#include "shell/win32/gdi.h"
+#include "shell/win32/main_window.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr int kDroppedWidth = 460, kItemHeight = 28, kFieldHeight = 36;  // pixels at 96 dpi
+
+int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
+
+std::u16string ItemText(HWND combo, UINT item) {
+  const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, item, 0);
+  if (length == CB_ERR) return {};
+  std::u16string text(static_cast<size_t>(length) + 1, u'\0');
+  SendMessageW(combo, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
+  text.pop_back();
+  return text;
+}
+
+void DrawArrow(HDC dc, const RECT& client) {
+  const int half = Scaled(4), middle = client.right - Scaled(14);
+  const int top = (client.bottom - half) / 2;
+  const POINT triangle[] = {{middle - half, top}, {middle + half, top}, {middle, top + half}};
+  SetDCBrushColor(dc, CurrentPalette.text);
+  const SelectScope fill(dc, GetStockObject(DC_BRUSH));
+  const SelectScope outline(dc, GetStockObject(NULL_PEN));
+  Polygon(dc, triangle, 3);
+}
+
+void DrawField(HWND combo, HDC dc) {
+  RECT client = {};
+  GetClientRect(combo, &client);
+  FillWith(dc, client, CurrentPalette.toolbar);
+  {
+    const bool hasFocus = GetFocus() == combo;
+    const UniquePen pen(
+        CreatePen(PS_SOLID, 1, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border));
+    const SelectScope outline(dc, pen.Get());
+    SetDCBrushColor(dc, CurrentPalette.editWell);
+    const SelectScope fill(dc, GetStockObject(DC_BRUSH));
+    RoundRect(dc, 0, 0, client.right, client.bottom, Scaled(8), Scaled(8));
+  }
+  DrawArrow(dc, client);
+  const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+  if (chosen == CB_ERR) return;
+  const std::u16string text = ItemText(combo, static_cast<UINT>(chosen));
+  const SelectScope font(dc, reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, CurrentPalette.text);
+  RECT place = {Scaled(12), 0, client.right - Scaled(24), client.bottom};
+  DrawTextW(dc, Wide(text), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+// The whole field is ours: the control's own theme stays light.
+LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR) {
+  if (message == WM_PAINT) {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(combo, &paint);
+    DrawField(combo, dc);
+    EndPaint(combo, &paint);
+    return 0;
+  }
+  if (message == WM_ERASEBKGND) return 1;
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(combo, nullptr, FALSE);
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(combo, ComboProcedure, kSubclass);
+  return DefSubclassProc(combo, message, wParam, lParam);
+}
+
+}  // namespace
+
+HWND MakeScopeBox(HWND parent, HFONT font) {
+  const HWND combo = CreateWindowExW(0, L"COMBOBOX", L"",
+                                     WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST |
+                                         CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
+                                     0, 0, 10, 10, parent, reinterpret_cast<HMENU>(kScopeBox),
+                                     GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(kDroppedWidth)), 0);
+  SetWindowSubclass(combo, ComboProcedure, kSubclass, 0);
+  FillScopeBox(combo);
+  return combo;
+}
+
+void FillScopeBox(HWND box) {
+  if (!IsWindow(box)) return;
+  SendMessageW(box, CB_RESETCONTENT, 0, 0);
+  const auto items = ScopeItems(Engine());
+  for (const std::u16string& item : items) {
+    SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+  }
+  if (scopeIndex >= static_cast<int>(items.size())) scopeIndex = kScopeAll;
+  SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(scopeIndex.load()), 0);
+  InvalidateRect(box, nullptr, FALSE);
+}
+
+void DrawScopeItem(const DRAWITEMSTRUCT& item) {
+  if (item.itemID == static_cast<UINT>(-1)) return;
+  const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
+  FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, CurrentPalette.text);
+  RECT place = item.rcItem;
+  place.left += Scaled(8);
+  place.right -= Scaled(6);
+  DrawTextW(item.hDC, Wide(ItemText(item.hwndItem, item.itemID)), -1, &place,
+            DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+void SetComboItemHeights(HWND combo, uint32_t dpi) {
+  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+               std::max(ScaleFor(dpi, 24), ScaleFor(dpi, kFieldHeight)));
+  SendMessageW(combo, CB_SETITEMHEIGHT, 0, ScaleFor(dpi, kItemHeight));
+}
+
+void FitComboHeight(HWND combo, int height) {
+  constexpr int kRounds = 8, kLeast = 20;
+  int item = std::max(height - 2, kLeast);
+  for (int round = 0; round < kRounds; ++round) {
+    SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
+    RECT client = {};
+    GetClientRect(combo, &client);
+    if (client.bottom == height) return;
+    if (client.bottom > height + 12) break;  // no height of a field
+    item = std::clamp<int>(item + height - client.bottom, kLeast, height + 4);
+  }
+  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 2, kLeast));
+}
+
+}  // namespace quilmark

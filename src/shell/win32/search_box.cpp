@@ -1,0 +1,123 @@
+#include "shell/win32/search_box.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "config/palette.h"
+#include "search/query.h"
+#include "search/search_pipeline.h"
+#include "shell/app_state.h"
+#include "shell/layout.h"
+#include "shell/search_keys.h"
+#include "shell/win32/gdi.h"
+#include "shell/win32/main_window.h"
+#include "shell/win32/window_text.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr size_t kLongestQuery = 255;
+constexpr int kLeftInset = 14, kRightInset = 8, kRadius = 8;  // pixels at 96 dpi
+
+int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
+
+int FontHeight(HWND edit) {
+  const WindowDc dc(edit);
+  const auto font = reinterpret_cast<HFONT>(SendMessageW(edit, WM_GETFONT, 0, 0));
+  if (font == nullptr) return Scaled(13);
+  const SelectScope selected(dc.Get(), font);
+  TEXTMETRICW metrics = {};
+  GetTextMetricsW(dc.Get(), &metrics);
+  return metrics.tmHeight;
+}
+
+void FillBackground(HWND edit, HDC dc) {
+  RECT client = {};
+  GetClientRect(edit, &client);
+  FillWith(dc, client, CurrentPalette.editWell);
+}
+
+// The corners outside the rounded frame show the window behind.
+void DrawFrame(HWND edit) {
+  const WindowDc dc(edit);
+  RECT client = {};
+  GetClientRect(edit, &client);
+  const bool hasFocus = GetFocus() == edit;
+  const UniquePen pen(
+      CreatePen(PS_SOLID, 1, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border));
+  const UniqueRegion all(CreateRectRgnIndirect(&client));
+  const UniqueRegion round(
+      CreateRoundRectRgn(0, 0, client.right + 1, client.bottom + 1, Scaled(kRadius), Scaled(kRadius)));
+  CombineRgn(all.Get(), all.Get(), round.Get(), RGN_DIFF);
+  SetDCBrushColor(dc.Get(), CurrentPalette.toolbar);
+  FillRgn(dc.Get(), all.Get(), static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+  const SelectScope hollow(dc.Get(), GetStockObject(HOLLOW_BRUSH));
+  const SelectScope outline(dc.Get(), pen.Get());
+  RoundRect(dc.Get(), 0, 0, client.right, client.bottom, Scaled(kRadius), Scaled(kRadius));
+}
+
+LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                               DWORD_PTR) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      FillBackground(edit, reinterpret_cast<HDC>(wParam));
+      return 1;
+    case WM_KEYDOWN:
+      if (TakeSearchKey(TheWindow(), static_cast<uint32_t>(wParam), TextOfWindow(edit, kLongestQuery))) {
+        return 0;
+      }
+      break;
+    case WM_CHAR:
+      // A multi-line edit would break the line, or beep.
+      if (wParam == '\r' || wParam == '\n') return 0;
+      break;
+    case WM_PAINT: {
+      const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
+      DrawFrame(edit);
+      return result;
+    }
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      InvalidateRect(edit, nullptr, FALSE);
+      break;
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(edit, EditProcedure, kSubclass);
+      break;
+    default:
+      break;
+  }
+  return DefSubclassProc(edit, message, wParam, lParam);
+}
+
+}  // namespace
+
+HWND MakeSearchBox(HWND parent, HFONT font) {
+  const HWND edit = CreateWindowExW(
+      0, L"EDIT", L"",
+      WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_TABSTOP | ES_LEFT | ES_AUTOHSCROLL | ES_MULTILINE, 0, 0,
+      10, 10, parent, reinterpret_cast<HMENU>(kSearchBox), GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SendMessageW(edit, EM_SETLIMITTEXT, kLongestQuery, 0);
+  SetWindowSubclass(edit, EditProcedure, kSubclass, 0);
+  return edit;
+}
+
+void ApplySearchBoxRect(HWND searchBox) {
+  if (!IsWindow(searchBox)) return;
+  SendMessageW(searchBox, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+  RECT rect = {};
+  GetClientRect(searchBox, &rect);
+  const int inset = std::max<int>((rect.bottom - FontHeight(searchBox)) / 2, 0);
+  rect.left += Scaled(kLeftInset);
+  rect.right -= Scaled(kRightInset);
+  rect.top += inset;
+  rect.bottom -= inset;
+  SendMessageW(searchBox, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&rect));
+  SendMessageW(searchBox, EM_SCROLLCARET, 0, 0);
+}
+
+}  // namespace quilmark

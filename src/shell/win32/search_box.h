@@ -1,0 +1,13 @@
+// The search box: an edit control with a centred line and a frame of its own.
+#pragma once
+
+#include <windows.h>
+
+namespace quilmark {
+
+HWND MakeSearchBox(HWND parent, HFONT font);
+
+// Puts the line of text into the middle of the control; after each change of its size or font.
+void ApplySearchBoxRect(HWND searchBox);
+
+}  // namespace quilmark

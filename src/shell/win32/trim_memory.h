@@ -1,0 +1,14 @@
+// Gives memory back to the system while nobody looks.
+#pragma once
+
+#include <windows.h>
+
+namespace quilmark {
+
+// Empties the process's own working set, if MayTrim allows. Any thread.
+void RequestSelfTrim(HWND mainWindow);
+
+// The same for all other processes, on the job "global_trim_all", if the user wants it and none runs.
+void RequestGlobalTrimAsync();
+
+}  // namespace quilmark

@@ -1,0 +1,70 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "config/log.h"
+#include "config/translate.h"
+#include "index/volume_life.h"
+#include "search/search_state.h"
+#include "shell/win32/main_window.h"
+#include "shell/win32/scope_box.h"
+#include "shell/win32/search_box.h"
+#include "shell/win32/window_text.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kHiddenGuardMs = 3'500;
+
+void InitControlClasses() {
+  INITCOMMONCONTROLSEX classes = {};
+  classes.dwSize = sizeof classes;
+  classes.dwICC = ICC_DATE_CLASSES;
+  InitCommonControlsEx(&classes);
+}
+
+// The search reaches the window by these.
+void InstallSearchHooks(MainWindow& window) {
+  searchHooks.window = window.Handle();
+  searchHooks.readSearchBox = [&window] { return window.SearchBoxText(); };
+  searchHooks.showStatus = [&window](std::u16string_view key, std::u16string_view english) {
+    window.SetStatus(TranslateOr(key, english));
+  };
+  searchHooks.restartTimer = [&window](uint32_t id, uint32_t delayMs) {
+    window.StopTimer(id);
+    window.StartTimer(id, delayMs);
+  };
+}
+
+}  // namespace
+
+void MainWindow::MakeControls() {
+  scopeBox = MakeScopeBox(window_, fonts.list.Get());
+  searchBox = MakeSearchBox(window_, fonts.list.Get());
+  statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
+                               reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
+}
+
+void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
+  LogGdiState(u"WM_CREATE begin");
+  InitControlClasses();
+  window.OpenBackBuffer(handle);
+  window.taskbarCreated = RegisterWindowMessageW(L"TaskbarCreated");
+  window.TakeScale();
+  window.fonts = MakeFonts(app.systemDpi, app.uiIsChinese);
+  window.ApplyTheme();
+  window.MakeControls();
+  InstallSearchHooks(window);
+  app.trayIconAdded = false;
+  window.AddOrUpdateTrayIcon();
+  window.RegisterHotkeys();
+  if (app.hiddenStart) window.StartTimer(kTimerHiddenStart, kHiddenGuardMs);
+  LogGdiState(u"WM_CREATE end");
+  window.SetTitle(TranslateOr(u"Status_InitializingIndex", u"Initializing..."));
+  InitBackground(Engine(), handle);
+  StartDriveWatcher(handle);
+}
+
+}  // namespace quilmark

@@ -1,0 +1,140 @@
+#include "shell/window_events.h"
+
+#include <utility>
+
+#include "config/log.h"
+#include "config/translate.h"
+#include "index/search_engine.h"
+#include "index/volume_life.h"
+#include "index/volume_list.h"
+#include "platform/background.h"
+#include "search/query.h"
+#include "search/search_pipeline.h"
+#include "shell/result_messages.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kIdleTrimMs = 30'000, kFirstShowPrewarmMs = 1'200;
+
+// What the next opening finds after the close button: nothing of this one.
+void ResetView(AppState& app, WindowPort& window) {
+  if (scopeIndex == kScopeDesktop) {
+    scopeIndex = kScopeAll;
+    window.RebuildScopeBox();
+  }
+  window.ClearSearchBox();
+  CurrentQueryText.clear();
+  app.focusRow = -1;
+  app.scrollY = 0;
+  window.RelayoutList();
+  DoSearchAsync(u"", false, true);
+}
+
+bool HasVolumeIn(const SearchEngine& engine, uint32_t unitMask) {
+  for (const VolumeIndex* volume : CopyVolumes(engine)) {
+    if ((BitOfDrive(*volume) & unitMask) != 0) return true;
+  }
+  return false;
+}
+
+bool Release(uint32_t unitMask) {
+  return HasVolumeIn(Engine(), unitMask) && ReleaseVolumesByMask(Engine(), unitMask);
+}
+
+void ReleaseBeforeEject(AppState& app, WindowPort& window, uint32_t unitMask) {
+  if (!Release(unitMask)) return;
+  RunBackground("device_change_refresh_ui",
+                [target = app.mainWindow] { PostUnlessEnding(target, WM_VOLUME_LOST, 0, 0); });
+  window.SetStatus(
+      TranslateOr(u"Status_DriveEjectDetected", u"Drive eject detected. Handles released proactively."));
+}
+
+void DropRemoved(WindowPort& window, uint32_t unitMask) {
+  if (!Release(unitMask)) return;
+  window.RebuildScopeBox();
+  SearchAgain(window);
+  window.SetStatus(TranslateOr(u"Status_DriveRemoved",
+                               u"A disk was removed. The drive selection was updated automatically."));
+}
+
+}  // namespace
+
+void TrimAndHide(WindowPort& window) {
+  window.TrimSelf();
+  window.Hide();
+}
+
+void CloseWindowRequest(AppState& app, WindowPort& window) {
+  if (app.exitRequested) return window.Destroy();
+  if (app.trayIconAdded && Engine().ready) {
+    if (std::exchange(app.closeBoxPressed, false)) ResetView(app, window);
+    return TrimAndHide(window);
+  }
+  app.closeBoxPressed = false;
+  if (app.hiddenStart && !window.SystemShutsDown()) return TrimAndHide(window);
+  window.Destroy();
+}
+
+void ShowMainWindow(AppState& app, WindowPort& window) {
+  app.shownByUser = true;
+  window.StopTimer(kTimerHiddenStart);
+  window.ShowAndRaise();
+  if (app.firstSearchDeferred.exchange(false)) {
+    window.StartTimer(kTimerPrewarm, kFirstShowPrewarmMs);
+    DoSearchAsync(u"", false, true);
+  }
+}
+
+void ToggleWindow(AppState& app, WindowPort& window) {
+  LogGdiState(u"WM_HOTKEY toggle");
+  if (window.IsVisible()) {
+    window.Hide();
+    window.TrimSelfInJob();
+    window.TrimOthersInJob();
+    return;
+  }
+  window.AddOrUpdateTrayIcon();
+  ShowMainWindow(app, window);
+}
+
+void OnActivation(AppState&, WindowPort& window, Activation activation) {
+  if (activation == Activation::kDeactivated) return window.StartTimer(kTimerIdleTrim, kIdleTrimMs);
+  window.FocusSearchBox();
+  window.StopTimer(kTimerIdleTrim);
+}
+
+void OnTaskbarCreated(AppState& app, WindowPort& window) {
+  LogGdiState(u"TaskbarCreated received");
+  app.trayIconAdded = false;
+  window.AddOrUpdateTrayIcon();
+}
+
+void OnSearchTextChanged(WindowPort& window, std::u16string text) {
+  window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  CurrentQueryText = std::move(text);
+  if (!IsContentPrefix(CurrentQueryText)) window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
+}
+
+void OnScopeChosen(WindowPort& window, int index) {
+  window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  if (index >= 0) scopeIndex = index;
+  window.FocusSearchBox();
+}
+
+void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::optional<uint32_t> unitMask) {
+  if (ShutdownRequested || !unitMask) return;
+  switch (static_cast<DriveEvent>(event)) {
+    case DriveEvent::kArrival:
+      return SyncArrivedVolumesAsync(Engine(), app.mainWindow, *unitMask);
+    case DriveEvent::kQueryRemove:
+    case DriveEvent::kRemovePending:
+      return ReleaseBeforeEject(app, window, *unitMask);
+    case DriveEvent::kRemoveComplete:
+      return DropRemoved(window, *unitMask);
+  }
+}
+
+}  // namespace quilmark

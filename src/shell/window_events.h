@@ -1,0 +1,48 @@
+// What happens to the window: closing, showing, hiding, drives, scale, the search box. Interface thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "shell/app_state.h"
+#include "shell/window_port.h"
+
+namespace quilmark {
+
+// A close request, of whatever source: hides the window or destroys it.
+void CloseWindowRequest(AppState& app, WindowPort& window);
+
+// The window goes away from the screen, not from memory.
+void TrimAndHide(WindowPort& window);
+
+// Brings the window up for the user, wherever it was; runs the first search if a hidden start left it.
+void ShowMainWindow(AppState& app, WindowPort& window);
+
+// The show/hide hotkey.
+void ToggleWindow(AppState& app, WindowPort& window);
+
+// Activation and its loss: the search box has the focus of an active window; a window in the background
+// trims itself after a while.
+enum class Activation { kActivated, kDeactivated };
+void OnActivation(AppState& app, WindowPort& window, Activation activation);
+
+// The shell of the system was started again: its notification area knows nothing of us.
+void OnTaskbarCreated(AppState& app, WindowPort& window);
+
+// The text of the search box changed. Content queries wait for Enter.
+void OnSearchTextChanged(WindowPort& window, std::u16string text);
+
+// The scope box has another choice: it holds from the next search on.
+void OnScopeChosen(WindowPort& window, int index);
+
+// A drive notice. Events of WM_DEVICECHANGE (dbt.h); bit 0 of the mask is A:. Nothing without a volume.
+enum class DriveEvent : uint32_t {
+  kArrival = 32768,
+  kQueryRemove = 32769,
+  kRemovePending = 32771,
+  kRemoveComplete = 32772,
+};
+void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::optional<uint32_t> unitMask);
+
+}  // namespace quilmark

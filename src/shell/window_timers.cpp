@@ -1,0 +1,116 @@
+#include "shell/window_timers.h"
+
+#include <utility>
+
+#include "config/log.h"
+#include "index/search_engine.h"
+#include "index/volume_life.h"
+#include "platform/clock.h"
+#include "search/search_pipeline.h"
+#include "shell/result_messages.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint64_t kScrollRestMs = 350;
+constexpr uint32_t kStillScrollingMs = 80, kPrewarmPollMs = 500;
+constexpr int kMostPrewarmRounds = 60;
+
+void Run(const std::function<void()>& feature) {
+  if (feature) feature();
+}
+
+void RetryTrayIcon(AppState& app, WindowPort& window) {
+  LogGdiState(u"ID_TIMER_TRAY_RETRY fired");
+  window.AddOrUpdateTrayIcon();
+  if (app.trayIconAdded) window.StopTimer(ID_TIMER_TRAY_RETRY);
+}
+
+void StartTypedSearch(AppState&, WindowPort&) { DoSearchAsync(CurrentQueryText, false, false); }
+
+void SettleScroll(AppState& app, WindowPort& window) {
+  if (IsScrolling(app, TickMs())) return window.StartTimer(kTimerScrollSettle, kStillScrollingMs);
+  Run(app.features.requestAttributes);
+  Run(app.features.requestThumbnails);
+  RequestListRepaint(app, window, 80);
+}
+
+// Keeps a program that was started for the tray in the tray, and tries for a volume until there is one.
+void GuardHiddenStart(AppState& app, WindowPort& window) {
+  window.AddOrUpdateTrayIcon();
+  const bool staysHidden = app.hiddenStart && !app.shownByUser;
+  if (!Engine().ready) {
+    SyncCurrentVolumesAsync(Engine(), app.mainWindow);
+    if (!staysHidden || !window.IsVisible()) window.StartTimer(kTimerHiddenStart, kSyncRetryMs);
+  }
+  if (staysHidden && window.IsVisible()) window.Hide();
+}
+
+void StartPrewarm(AppState& app, WindowPort& window) {
+  if (!app.features.prewarmAttributes) return;
+  app.prewarmRunning = true;
+  app.features.prewarmAttributes();
+  window.StartTimer(kTimerPrewarmPoll, kPrewarmPollMs);
+}
+
+void PollPrewarm(AppState& app, WindowPort& window) {
+  if (Engine().prewarming && ++app.prewarmRounds < kMostPrewarmRounds) return;
+  window.StopTimer(kTimerPrewarmPoll);
+  app.prewarmRunning = false;
+  app.prewarmRounds = 0;
+}
+
+void RefreshFilterCounts(AppState& app, WindowPort&) {
+  if (std::exchange(app.filterCountsPending, false)) Run(app.features.refreshFilterCounts);
+}
+
+void AutosaveCache(AppState& app, WindowPort&) {
+  if (!ShutdownRequested) Run(app.features.autosaveAttributes);
+}
+
+void Trim(AppState&, WindowPort& window) { window.TrimSelf(); }
+
+void RepaintList(AppState& app, WindowPort& window) {
+  if (app.repaintPending.exchange(false)) window.InvalidateList();
+}
+
+enum class Firing { kOnce, kRepeating };
+
+struct TimerRow {
+  uint32_t id;
+  Firing firing;
+  void (*fire)(AppState&, WindowPort&);
+};
+constexpr TimerRow kTimerRows[] = {
+    {ID_TIMER_TRAY_RETRY, Firing::kRepeating, RetryTrayIcon},
+    {TIMER_SEARCH_DEBOUNCE, Firing::kOnce, StartTypedSearch},
+    {kTimerScrollSettle, Firing::kOnce, SettleScroll},
+    {kTimerHiddenStart, Firing::kOnce, GuardHiddenStart},
+    {kTimerPrewarm, Firing::kOnce, StartPrewarm},
+    {kTimerPrewarmPoll, Firing::kRepeating, PollPrewarm},
+    {kTimerFilterCounts, Firing::kOnce, RefreshFilterCounts},
+    {kTimerCacheAutosave, Firing::kRepeating, AutosaveCache},
+    {kTimerIdleTrim, Firing::kOnce, Trim},
+    {kTimerWorkTrim, Firing::kOnce, Trim},
+    {kTimerRepaint, Firing::kOnce, RepaintList},
+};
+
+}  // namespace
+
+bool FireTimer(AppState& app, WindowPort& window, uint32_t id) {
+  for (const TimerRow& row : kTimerRows) {
+    if (row.id != id) continue;
+    if (row.firing == Firing::kOnce) window.StopTimer(id);
+    row.fire(app, window);
+    return true;
+  }
+  return false;
+}
+
+bool IsScrolling(const AppState& app, uint64_t nowMs) {
+  return app.thumbDragging || nowMs - app.lastScrollTick < kScrollRestMs;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,21 @@
+// What the timers of the main window do. Interface thread.
+#pragma once
+
+#include <cstdint>
+
+#include "shell/app_state.h"
+#include "shell/window_port.h"
+
+namespace quilmark {
+
+// Runs the timer `id`, stopped first unless it repeats. False for an unknown one.
+bool FireTimer(AppState& app, WindowPort& window, uint32_t id);
+
+// Every timer of the window, in the order in which the end of the window stops them.
+inline constexpr uint32_t kAllTimers[] = {30002, 30003, 30004, 30005, 30006, 30007,
+                                          30008, 30014, 30009, 30010, 30011, 30013};
+
+// The list moves still: a thumb is held, or the last step was under 350 ms ago.
+bool IsScrolling(const AppState& app, uint64_t nowMs);
+
+}  // namespace quilmark
