@@ -17,13 +17,21 @@ struct FindTraits {
 };
 using UniqueFind = Unique<FindTraits>;
 
-// A junction and a link to a folder carry the attribute of a folder too.
+// A junction and a link to a folder carry the attribute of a folder too. One without a tag is a link of
+// the host below Wine, which may lead out of the drive or back into itself, and is no folder to a POSIX
+// host either.
+bool IsFolder(const WIN32_FIND_DATAW& found) {
+  const bool isHostLink =
+      (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && found.dwReserved0 == 0;
+  return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isHostLink;
+}
+
 void AppendFound(const WIN32_FIND_DATAW& found, FolderListing& listing) {
   const std::u16string_view name = FromWide(std::wstring_view(found.cFileName));
   if (name == u"." || name == u"..") return;
   listing.entries.push_back({.nameOffset = static_cast<uint32_t>(listing.names.size()),
                              .nameLength = static_cast<uint16_t>(name.size()),
-                             .isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+                             .isDirectory = IsFolder(found)});
   listing.names += name;
 }
 
