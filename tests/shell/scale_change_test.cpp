@@ -1,0 +1,31 @@
+#include "shell/scale_change.h"
+
+#include <gtest/gtest.h>
+
+namespace quilmark {
+namespace {
+
+TEST(ScaleChange, RescalesWhatIsKeptInPixels) {
+  AppState app;
+  WindowSettings settings;
+  EXPECT_TRUE(TakeScaleChange(app, settings, 144));
+  EXPECT_EQ(app.systemDpi, 144u);
+  EXPECT_EQ(app.sidebarWidth, 300);
+  EXPECT_EQ(app.headerTop, 135);
+  EXPECT_EQ(settings.columnWidth, (std::array<int, 6>{90, 420, 150, 240, 240, 600}));
+  EXPECT_TRUE(TakeScaleChange(app, settings, 96));
+  EXPECT_EQ(settings.columnWidth, WindowSettings{}.columnWidth);
+}
+
+TEST(ScaleChange, LeavesTheSameScaleAlone) {
+  AppState app;
+  WindowSettings settings;
+  EXPECT_FALSE(TakeScaleChange(app, settings, 96));
+  EXPECT_FALSE(TakeScaleChange(app, settings, 0));
+  app.systemDpi = 0;
+  EXPECT_FALSE(TakeScaleChange(app, settings, 96));
+  EXPECT_EQ(app.sidebarWidth, 200);
+}
+
+}  // namespace
+}  // namespace quilmark

@@ -1,0 +1,288 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/text_file.h"
+#include "window/window_program.h"
+
+namespace quilmark {
+namespace {
+
+// A drive of three files and a folder.
+class MainWindow : public testing::Test {
+ protected:
+  MainWindow() {
+    program.Drive().MakeFile("reports/report-1.txt");
+    program.Drive().MakeFile("reports/report-2.txt");
+    program.Drive().MakeFile("photo.jpg");
+  }
+  void EndByMenu() {
+    program.Exit();
+    EXPECT_EQ(program.WaitForEnd(), 0u);
+  }
+  std::vector<std::u16string> ScopeEntries() {
+    std::vector<std::u16string> entries;
+    const LRESULT count = SendMessageW(program.ScopeBox(), CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+      char16_t text[64] = {};
+      SendMessageW(program.ScopeBox(), CB_GETLBTEXT, static_cast<WPARAM>(i),
+                   reinterpret_cast<LPARAM>(text));
+      entries.emplace_back(text);
+    }
+    return entries;
+  }
+
+  WindowProgram program;
+};
+
+TEST_F(MainWindow, OpensCentredWithItsDefaultSize) {
+  program.StartAndWait();
+  RECT rect = {}, area = {};
+  GetWindowRect(program.Window(), &rect);
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  EXPECT_EQ(rect.right - rect.left, 1'100);
+  EXPECT_EQ(rect.bottom - rect.top, 700);
+  EXPECT_EQ(rect.left, (area.left + area.right - 1'100) / 2);
+  EXPECT_EQ(rect.top, (area.top + area.bottom - 700) / 2);
+  EXPECT_EQ(ScopeEntries(), (std::vector<std::u16string>{u"All", u"Desktop", u"T:"}));
+  EndByMenu();
+}
+
+TEST_F(MainWindow, FindsWhatIsTyped) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  EXPECT_EQ(program.Title(), u"Quilmark - 3 results found");
+  EXPECT_EQ(program.Status(), u"Filter: All | Hits: 3");
+  EXPECT_EQ(program.Ask(Probe::kRows), 3);
+  program.Screenshot("typed");
+  EndByMenu();
+}
+
+TEST_F(MainWindow, DebouncesTypingToOneSearch) {
+  program.StartAndWait();
+  const int64_t before = program.Ask(Probe::kSearchGeneration);
+  program.SearchFor(u"photo");
+  EXPECT_EQ(program.Title(), u"Quilmark - 1 results found");
+  EXPECT_EQ(program.Ask(Probe::kSearchGeneration), before + 1);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, TakesEnterAsASearchAtOnce) {
+  program.StartAndWait();
+  program.Press(VK_RETURN);  // everything
+  WaitUntil("the whole index", [this] { return program.Ask(Probe::kRows) == 4; });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, LeavesStaleResultsAlone) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  program.Ask(Probe::kPostStaleResults);
+  EXPECT_EQ(program.Ask(Probe::kRows), 3);
+  EXPECT_EQ(program.Title(), u"Quilmark - 3 results found");
+  EndByMenu();
+}
+
+TEST_F(MainWindow, IsShownBySecondCopies) {
+  program.StartAndWait();
+  program.Ask(Probe::kSetTrayIcon, 1);
+  PostMessageW(program.Window(), WM_CLOSE, 0, 0);
+  WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
+  EXPECT_EQ(program.RunSecondCopy(L"-hidden"), 0u);
+  EXPECT_FALSE(program.IsVisible());
+  EXPECT_EQ(program.RunSecondCopy(), 0u);
+  WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, StartsHiddenOnRequest) {
+  for (const wchar_t* argument : {L"-HIDDEN", L"/hidden"}) {
+    program.StartAndWait(argument);
+    EXPECT_FALSE(program.IsVisible());
+    WaitUntil("the end of the start", [this] { return program.Ask(Probe::kFirstSearchDeferred) == 1; });
+    EXPECT_EQ(program.RunSecondCopy(), 0u);
+    WaitUntil("a visible window", [this] { return program.IsVisible(); });
+    EndByMenu();
+  }
+}
+
+TEST_F(MainWindow, HidesAtACloseWhereTheTrayIconStands) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  program.Ask(Probe::kSetTrayIcon, 1);
+  PostMessageW(program.Window(), WM_CLOSE, 0, 0);
+  WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
+  EXPECT_TRUE(program.IsRunning());
+  EXPECT_EQ(program.Ask(Probe::kRows), 3);  // not the close button: the view stays
+  EndByMenu();
+}
+
+TEST_F(MainWindow, IsCleanAfterItsCloseButton) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  program.Ask(Probe::kSetTrayIcon, 1);
+  PostMessageW(program.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+  WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
+  WaitUntil("an empty list", [this] { return program.Ask(Probe::kRows) == 0; });
+  EXPECT_EQ(GetWindowTextLengthW(program.SearchBox()), 0);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, EndsAtACloseWithoutATrayIcon) {
+  program.StartAndWait();
+  program.Ask(Probe::kSetTrayIcon, 0);
+  PostMessageW(program.Window(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(program.WaitForEnd(), 0u);
+}
+
+TEST_F(MainWindow, HidesInsteadOfMinimising) {
+  program.StartAndWait();
+  PostMessageW(program.Window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+  WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
+  EXPECT_FALSE(IsIconic(program.Window()));
+  EndByMenu();
+}
+
+TEST_F(MainWindow, ComesAndGoesByItsHotkey) {
+  program.StartAndWait();
+  const auto pressAltZ = [this] { PostMessageW(program.Window(), WM_HOTKEY, 30001, 0); };
+  pressAltZ();
+  WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
+  pressAltZ();
+  WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  EXPECT_EQ(program.Ask(Probe::kShownByUser), 1);
+  WaitUntil("the focus", [this] { return program.Ask(Probe::kSearchBoxFocused) == 1; });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
+  program.StartAndWait();
+  program.Ask(Probe::kSetTrayIcon, 0);
+  PostMessageW(program.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+  WaitUntil("a note of it", [this] {
+    return program.GdiLog().find(u"TaskbarCreated received") != std::u16string::npos;
+  });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, RescalesWithItsScreen) {
+  program.StartAndWait();
+  const int64_t column = program.Ask(Probe::kColumnWidth, 1);
+  PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(144, 144), 0);
+  WaitUntil("150 %", [this] { return program.Ask(Probe::kDpi) == 144; });
+  EXPECT_EQ(program.Ask(Probe::kColumnWidth, 1), column * 3 / 2);
+  RECT box = {};
+  GetClientRect(program.SearchBox(), &box);
+  EXPECT_EQ(box.bottom, 57);
+  program.Ask(Probe::kRepaint);
+  program.Screenshot("150-percent");
+  PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(144, 144), 0);  // the same: nothing
+  PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
+  WaitUntil("100 %", [this] { return program.Ask(Probe::kDpi) == 96; });
+  EXPECT_EQ(program.Ask(Probe::kColumnWidth, 1), column);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, RepaintsInBothThemes) {
+  constexpr uint32_t kSurfacePixel = 50 + 65'536 * 600;
+  constexpr int64_t kLight = 0xF8F4F1, kDark = 0x1C1412;  // surface, blue first
+  program.StartAndWait();
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kLight);
+  program.Ask(Probe::kSwitchTheme);
+  EXPECT_EQ(program.Ask(Probe::kDarkTheme), 1);
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kDark);
+  program.SearchFor(u"report");
+  program.Ask(Probe::kRepaint);
+  program.Screenshot("dark");
+  program.Ask(Probe::kSwitchTheme);
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kLight);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, KeepsItsSizeAndThemeForTheNextRun) {
+  program.StartAndWait();
+  SetWindowPos(program.Window(), nullptr, 0, 0, 1'000, 640, SWP_NOMOVE | SWP_NOZORDER);
+  WaitUntil("the new size", [this] {
+    const int64_t width = program.Ask(Probe::kClientWidth);
+    return width > 900 && width <= 1'000;
+  });
+  program.Ask(Probe::kSwitchTheme);
+  EndByMenu();
+  program.StartAndWait();
+  RECT rect = {};
+  GetWindowRect(program.Window(), &rect);
+  EXPECT_EQ(rect.right - rect.left, 1'000);
+  EXPECT_EQ(rect.bottom - rect.top, 640);
+  EXPECT_EQ(program.Ask(Probe::kDarkTheme), 1);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, EndsInItsOrderAndWritesTheSummary) {
+  program.StartAndWait();
+  EndByMenu();
+  const std::u16string log = program.GdiLog();
+  size_t place = 0;
+  for (const auto* line :
+       {u"WM_CREATE begin", u"WM_CREATE end", u"WM_DESTROY begin", u"WM_DESTROY end"}) {
+    const size_t found = log.find(line, place);
+    ASSERT_NE(found, std::u16string::npos) << std::string(line, line + 10) << " is missing";
+    place = found;
+  }
+  EXPECT_NE(program.MetricsLog().find(u"startup index_ms="), std::u16string::npos);
+  EXPECT_NE(program.MetricsLog().find(u"summary hit_ratio=0.00% hits=0 misses=0 "),
+            std::u16string::npos);
+}
+
+TEST_F(MainWindow, FollowsDrivesThatComeAndGo) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  program.Ask(Probe::kUnmapDrive, u'T');
+  WaitUntil("the loss", [this] { return program.Ask(Probe::kRows) == 0; });
+  program.Ask(Probe::kMapDriveAgain, u'T');
+  WaitUntil("the return", [this] { return program.Ask(Probe::kRows) == 3; });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, HoldsNoMoreObjectsAfterManyThemesAndPaints) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  const auto switchAndPaint = [this](int themes, int paints) {
+    for (int i = 0; i < themes; ++i) program.Ask(Probe::kSwitchTheme);
+    for (int i = 0; i < paints; ++i) program.Ask(Probe::kRepaint);
+  };
+  switchAndPaint(20, 50);  // what is made on first use
+  const int64_t gdi = program.Ask(Probe::kGdiObjects), user = program.Ask(Probe::kUserObjects);
+  const int64_t paints = program.Ask(Probe::kPaints);
+  switchAndPaint(1'000, 10'000);
+  EXPECT_GE(program.Ask(Probe::kPaints), paints + 10'000);
+  EXPECT_EQ(program.Ask(Probe::kGdiObjects), gdi);
+  EXPECT_EQ(program.Ask(Probe::kUserObjects), user);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, OutlivesAnExceptionInAJob) {
+  program.StartAndWait();
+  program.Ask(Probe::kThrowInJob);
+  WaitUntil("a line in the log", [this] {
+    return program.GdiLog().find(u"[BackgroundThreadException] thrown_by_test") != std::u16string::npos;
+  });
+  program.SearchFor(u"report");
+  EXPECT_EQ(program.Ask(Probe::kRows), 3);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, LeavesADumpAndALineAfterACrash) {
+  program.StartAndWait();
+  program.Ask(Probe::kCrash);
+  EXPECT_NE(program.WaitForEnd(), 0u);
+  EXPECT_NE(program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x"),
+            std::u16string::npos);
+  bool hasDump = false;
+  for (const auto& file : std::filesystem::directory_iterator(program.Settings().HostPath())) {
+    hasDump = hasDump || (file.path().extension() == ".dmp" && file.file_size() > 1'000);
+  }
+  EXPECT_TRUE(hasDump);
+}
+
+}  // namespace
+}  // namespace quilmark

@@ -1,0 +1,146 @@
+// The desktop program with a way to ask for its state.
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "config/window_settings.h"
+#include "platform/background.h"
+#include "platform/drives.h"
+#include "platform/known_folders.h"
+#include "search/filtered_results.h"
+#include "shell/result_messages.h"
+#include "shell/win32/main_window.h"
+#include "shell/win32/quilmark.h"
+#include "window/program/probe.h"
+
+namespace quilmark {
+namespace {
+
+// Wine counts no objects for GetGuiResources. The table of them lies in the process: 24 bytes an entry,
+// the byte at 14 is the kind, 0 for a free one.
+LRESULT CountGdiObjects() {
+  constexpr size_t kTablePointer = 0xF8, kEntries = 16'384, kEntrySize = 24, kKind = 14;
+  const std::byte* peb = nullptr;
+  asm("movq %%gs:0x60, %0" : "=r"(peb));
+  const std::byte* const table = *reinterpret_cast<std::byte* const*>(peb + kTablePointer);
+  LRESULT count = 0;
+  for (size_t entry = 0; entry < kEntries; ++entry) {
+    count += table[entry * kEntrySize + kKind] != std::byte{0} ? 1 : 0;
+  }
+  return count;
+}
+
+std::u16string drives;  // of the environment
+
+void MapDrives(std::u16string_view only = {}) {
+  std::u16string_view rest = drives;
+  while (rest.size() > 2) {
+    const std::u16string_view one = rest.substr(0, rest.find(u';'));
+    if (only.empty() || only[0] == one[0]) MapDrive(one[0], one.substr(2));
+    rest.remove_prefix(std::min(one.size() + 1, rest.size()));
+  }
+}
+
+void Crash() {
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;
+}
+
+LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
+  const std::u16string letter(1, static_cast<char16_t>(argument));
+  switch (probe) {
+    case Probe::kSetTrayIcon:
+      app.trayIconAdded = argument != 0;
+      break;
+    case Probe::kSwitchTheme:
+      SwitchTheme(window);
+      break;
+    case Probe::kRepaint:
+      RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+      break;
+    case Probe::kRequestExit:
+      app.exitRequested = true;
+      break;
+    case Probe::kThrowInJob:
+      RunBackground("thrown_by_test", [] { throw std::runtime_error("on purpose"); });
+      break;
+    case Probe::kCrash:
+      RunBackground("crashed_by_test", Crash);
+      break;
+    case Probe::kScroll:
+      window.ScrollTo(argument);
+      break;
+    case Probe::kPostStaleResults:
+      PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, searchGeneration - 1, 0);
+      break;
+    case Probe::kUnmapDrive:
+      UnmapDrive(letter[0]);
+      break;
+    case Probe::kMapDriveAgain:
+      MapDrives(letter);
+      break;
+    default:
+      return 0;
+  }
+  return 1;
+}
+
+LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
+  switch (probe) {
+    case Probe::kSearchGeneration:
+      return static_cast<LRESULT>(searchGeneration.load());
+    case Probe::kRows:
+      return static_cast<LRESULT>(DisplayCount.load());
+    case Probe::kEngineReady:
+      return Engine().ready;
+    case Probe::kTrayIconAdded:
+      return app.trayIconAdded;
+    case Probe::kDarkTheme:
+      return CurrentWindowSettings.darkTheme;
+    case Probe::kDpi:
+      return app.systemDpi;
+    case Probe::kColumnWidth:
+      return CurrentWindowSettings.columnWidth.at(argument);
+    case Probe::kClientWidth:
+      return app.clientWidth;
+    case Probe::kPaints:
+      return static_cast<LRESULT>(window.paints);
+    case Probe::kGdiObjects:
+      return CountGdiObjects();
+    case Probe::kUserObjects:
+      return GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    case Probe::kSearchBoxFocused:
+      return GetFocus() == window.searchBox;
+    case Probe::kShownByUser:
+      return app.shownByUser;
+    case Probe::kFirstSearchDeferred:
+      return app.firstSearchDeferred;
+    case Probe::kPixel:
+      return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
+                      static_cast<int>(argument >> 16));
+    default:
+      return 0;
+  }
+}
+
+std::optional<LRESULT> Answer(AppState& app, MainWindow& window, const Message& message) {
+  if (message.number != WM_COPYDATA) return std::nullopt;
+  const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(message.lParam);
+  const auto probe = static_cast<Probe>(data.dwData);
+  uint32_t argument = 0;
+  if (data.cbData == sizeof argument) argument = *static_cast<const uint32_t*>(data.lpData);
+  return probe >= Probe::kSetTrayIcon ? Do(app, window, probe, argument)
+                                      : Ask(app, window, probe, argument);
+}
+
+}  // namespace
+}  // namespace quilmark
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int showCommand) {
+  using namespace quilmark;
+  drives = EnvironmentText(kDrivesVariable).value_or(u"");
+  MapDrives();
+  extraMessages = Answer;
+  return RunQuilmark(instance, commandLine, showCommand);
+}

@@ -1,0 +1,42 @@
+// Questions that the program of the window tests answers by WM_COPYDATA: dwData is the question, the
+// data one 32-bit argument, the result of the message the answer.
+#pragma once
+
+#include <cstdint>
+
+namespace quilmark {
+
+enum class Probe : uintptr_t {
+  kSearchGeneration = 1,
+  kRows,         // that the list shows
+  kEngineReady,  // a volume is searchable
+  kTrayIconAdded,
+  kDarkTheme,
+  kDpi,
+  kColumnWidth,  // argument: the column
+  kClientWidth,
+  kPaints,       // since the start
+  kGdiObjects,   // that the process holds
+  kUserObjects,  // as the system counts them; 0 under Wine
+  kSearchBoxFocused,
+  kShownByUser,
+  kFirstSearchDeferred,
+  kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
+
+  // Does something; the answer is 1.
+  kSetTrayIcon = 100,  // argument: whether it counts as present
+  kSwitchTheme,
+  kRepaint,      // the whole window, at once
+  kRequestExit,  // as the menu's "Exit", without the close that follows it
+  kThrowInJob,   // an exception leaves a background job
+  kCrash,
+  kScroll,  // argument: the offset
+  kPostStaleResults,
+  kUnmapDrive,     // argument: the letter
+  kMapDriveAgain,  // argument: the letter, to the folder of the start
+};
+
+// Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
+inline constexpr char kDrivesVariable[] = "QUILMARK_TEST_DRIVES";
+
+}  // namespace quilmark

@@ -1,0 +1,217 @@
+#include "window/window_program.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/text_file.h"
+#include "platform/win32/wide.h"
+#include "shell/win32/window_text.h"
+#include "window/png.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr DWORD kPatienceMs = 60'000, kLookMs = 10;
+
+std::wstring ProgramPath() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return (std::filesystem::path(path).parent_path() / "Quilmark-test.exe").wstring();
+}
+
+std::filesystem::path LogFolder() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return std::filesystem::path(path).parent_path() / "window-tests";
+}
+
+PROCESS_INFORMATION Launch(const std::wstring& arguments) {
+  std::wstring line = L"\"" + ProgramPath() + L"\" " + arguments;
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process = {};
+  EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                             &startup, &process))
+      << GetLastError();
+  return process;
+}
+
+DWORD EndOf(const PROCESS_INFORMATION& process) {
+  EXPECT_EQ(WaitForSingleObject(process.hProcess, kPatienceMs), WAIT_OBJECT_0) << "the program hangs";
+  DWORD code = 0;
+  GetExitCodeProcess(process.hProcess, &code);
+  return code;
+}
+
+void CloseHandles(PROCESS_INFORMATION& process) {
+  if (process.hProcess != nullptr) CloseHandle(process.hProcess);
+  if (process.hThread != nullptr) CloseHandle(process.hThread);
+  process = {};
+}
+
+void SendKey(WORD key, DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+  input.ki.dwFlags = flags;
+  SendInput(1, &input, sizeof input);
+}
+
+void SendButton(DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  SendInput(1, &input, sizeof input);
+}
+
+}  // namespace
+
+bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
+  const ULONGLONG end = GetTickCount64() + kPatienceMs;
+  while (!holds()) {
+    if (GetTickCount64() > end) {
+      ADD_FAILURE() << "waited in vain: " << what;
+      return false;
+    }
+    Sleep(kLookMs);
+  }
+  return true;
+}
+
+WindowProgram::~WindowProgram() {
+  const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
+  if (testing::Test::HasFailure() && test != nullptr) {
+    Screenshot(std::string("failed-") + test->name());
+    for (const auto& folder : {settings_.HostPath(), temp_.HostPath()}) {
+      std::error_code ignored;
+      std::filesystem::copy(
+          folder, LogFolder() / (std::string("failed-") + test->name()),
+          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing,
+          ignored);
+    }
+  }
+  if (IsRunning()) {
+    TerminateProcess(process_.hProcess, 99);
+    WaitForSingleObject(process_.hProcess, kPatienceMs);
+  }
+  CloseHandles(process_);
+}
+
+void WindowProgram::Start(const std::wstring& arguments) {
+  CloseHandles(process_);
+  window_ = nullptr;
+  process_ = Launch(arguments);
+}
+
+void WindowProgram::StartAndWait(const std::wstring& arguments) {
+  Start(arguments);
+  WaitUntil("a searchable drive", [this] { return Ask(Probe::kEngineReady) == 1; });
+  WaitUntil("an open search box", [this] { return IsWindowEnabled(SearchBox()) != FALSE; });
+  if (!arguments.empty()) return;
+  WaitUntil("the first, empty results", [this] { return Title() == u"Quilmark - 0 results found"; });
+  WaitUntil("the end of the indexing", [this] {
+    return Status() == u"A new disk was detected and the drive list was updated." || Status().empty();
+  });
+  SetForegroundWindow(Window());
+  WaitUntil("the focus", [this] { return Ask(Probe::kSearchBoxFocused) == 1; });
+}
+
+DWORD WindowProgram::RunSecondCopy(const std::wstring& arguments) {
+  PROCESS_INFORMATION copy = Launch(arguments);
+  const DWORD code = EndOf(copy);
+  CloseHandles(copy);
+  return code;
+}
+
+void WindowProgram::Exit() {
+  Ask(Probe::kRequestExit);
+  PostMessageW(Window(), WM_CLOSE, 0, 0);
+}
+
+DWORD WindowProgram::WaitForEnd() { return EndOf(process_); }
+
+bool WindowProgram::IsRunning() const {
+  return process_.hProcess != nullptr && WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+HWND WindowProgram::Window() {
+  if (window_ != nullptr) return window_;
+  WaitUntil("the main window", [this] {
+    const HWND found = FindWindowW(L"QUILMARK_MAIN", nullptr);
+    DWORD owner = 0;
+    if (found != nullptr) GetWindowThreadProcessId(found, &owner);
+    if (owner == process_.dwProcessId) window_ = found;
+    return window_ != nullptr || !IsRunning();
+  });
+  return window_;
+}
+
+int64_t WindowProgram::Ask(Probe probe, uint32_t argument) {
+  COPYDATASTRUCT data = {static_cast<ULONG_PTR>(probe), sizeof argument, &argument};
+  DWORD_PTR answer = 0;
+  const LRESULT isAnswered = SendMessageTimeoutW(
+      Window(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_ABORTIFHUNG, kPatienceMs, &answer);
+  EXPECT_TRUE(isAnswered != 0 || probe == Probe::kCrash) << "the window does not answer";
+  return static_cast<int64_t>(answer);
+}
+
+std::u16string WindowProgram::Title() { return TextOfWindow(Window(), 512); }
+
+std::u16string WindowProgram::Status() {
+  char16_t text[512] = {};
+  DWORD_PTR length = 0;
+  SendMessageTimeoutW(GetDlgItem(Window(), 103), WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text),
+                      SMTO_ABORTIFHUNG, kPatienceMs, &length);
+  return {text, static_cast<size_t>(length)};
+}
+
+void WindowProgram::Type(std::u16string_view text) {
+  for (const char16_t unit : text) {
+    const SHORT key = VkKeyScanW(static_cast<wchar_t>(unit));
+    const bool needsShift = (key & 0x100) != 0;
+    if (needsShift) SendKey(VK_SHIFT, 0);
+    Press(static_cast<WORD>(key & 0xFF));
+    if (needsShift) SendKey(VK_SHIFT, KEYEVENTF_KEYUP);
+  }
+}
+
+void WindowProgram::Press(WORD virtualKey) {
+  SendKey(virtualKey, 0);
+  SendKey(virtualKey, KEYEVENTF_KEYUP);
+}
+
+void WindowProgram::Click(HWND window, int x, int y) {
+  POINT place = {x, y};
+  ClientToScreen(window, &place);
+  SetCursorPos(place.x, place.y);
+  SendButton(MOUSEEVENTF_LEFTDOWN);
+  SendButton(MOUSEEVENTF_LEFTUP);
+}
+
+void WindowProgram::SearchFor(std::u16string_view text) {
+  const int64_t before = Ask(Probe::kSearchGeneration);
+  Type(text);
+  WaitUntil("a search", [&] { return Ask(Probe::kSearchGeneration) > before; });
+  WaitUntil("its results", [this] { return Title().ends_with(u" results found"); });
+}
+
+void WindowProgram::Screenshot(const std::string& name) {
+  std::error_code ignored;
+  std::filesystem::create_directories(LogFolder(), ignored);
+  const std::filesystem::path path = LogFolder() / (name + ".png");
+  if (window_ != nullptr) UpdateWindow(window_);
+  EXPECT_TRUE(SaveScreenAsPng(window_, path.wstring())) << path;
+}
+
+std::u16string WindowProgram::GdiLog() const {
+  return ReadTextFile(temp_.PathOf(u"Quilmark_gdi.log")).value_or(u"");
+}
+
+std::u16string WindowProgram::MetricsLog() const {
+  return ReadTextFile(settings_.PathOf(u"perf_metrics.log")).value_or(u"");
+}
+
+}  // namespace quilmark
