@@ -271,9 +271,11 @@ TEST_F(MainWindow, OutlivesAnExceptionInAJob) {
   EndByMenu();
 }
 
-TEST_F(MainWindow, LeavesADumpAndALineAfterACrash) {
+class CrashOf : public MainWindow, public testing::WithParamInterface<Probe> {};
+
+TEST_P(CrashOf, LeavesADumpAndALine) {
   program.StartAndWait();
-  program.Ask(Probe::kCrash);
+  program.Ask(GetParam());
   EXPECT_NE(program.WaitForEnd(), 0u);
   EXPECT_NE(program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x"),
             std::u16string::npos);
@@ -283,6 +285,8 @@ TEST_F(MainWindow, LeavesADumpAndALineAfterACrash) {
   }
   EXPECT_TRUE(hasDump);
 }
+
+INSTANTIATE_TEST_SUITE_P(Threads, CrashOf, testing::Values(Probe::kCrash, Probe::kCrashInWindow));
 
 }  // namespace
 }  // namespace quilmark

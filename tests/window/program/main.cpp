@@ -31,6 +31,8 @@ LRESULT CountGdiObjects() {
   return count;
 }
 
+constexpr UINT kCrashMessage = WM_APP + 500;
+
 std::u16string drives;  // of the environment
 
 void MapDrives(std::u16string_view only = {}) {
@@ -67,6 +69,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kCrash:
       RunBackground("crashed_by_test", Crash);
+      break;
+    case Probe::kCrashInWindow:
+      PostMessageW(window.Handle(), kCrashMessage, 0, 0);
       break;
     case Probe::kScroll:
       window.ScrollTo(argument);
@@ -125,6 +130,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
 }
 
 std::optional<LRESULT> Answer(AppState& app, MainWindow& window, const Message& message) {
+  if (message.number == kCrashMessage) Crash();
   if (message.number != WM_COPYDATA) return std::nullopt;
   const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(message.lParam);
   const auto probe = static_cast<Probe>(data.dwData);
