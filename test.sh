@@ -16,7 +16,7 @@ export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
 passed=0
 failed=0
-layers="platform config index search cli"
+layers="platform config index search shell cli"
 logs=build/test-logs
 mkdir -p "$logs"
 
@@ -65,7 +65,7 @@ make_wine_image() {
   wine_raw_image w "$PWD/build/wine-volume.img"
 }
 
-must "packages" tools/install_packages.sh build tests
+must "packages" tools/install_packages.sh build windows window tests
 
 must "linux-debug: configure" cmake --preset linux-debug
 must "linux-debug: build" cmake --build build/linux-debug
@@ -87,11 +87,19 @@ if [ -z "$quick" ]; then
   echo "== Windows programs, under Wine"
   # shellcheck source=tools/wine_env.sh
   source tools/wine_env.sh
+  # shellcheck source=tools/wine_window.sh
+  source tools/wine_window.sh
+  trap 'wine_stop; wine_display_stop' EXIT
+  unset DISPLAY  # a screen of its own: nobody's clicks, and a known size
+  wine_stop
+  must "a screen for Wine" wine_display
+  must "fonts for Wine" wine_fonts
   must "an NTFS image for Wine" make_wine_image
-  for layer in $layers; do
+  for layer in $layers window; do
     run_suite "windows-$layer" wine_run "build/windows/${layer}_tests.exe"
   done
   wine_stop
+  wine_display_stop
 
   must "linux-fuzz: configure" cmake --preset linux-fuzz
   must "linux-fuzz: build" cmake --build build/linux-fuzz

@@ -1,17 +1,22 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, by the names of Debian's packages.
-# usage: tools/install_packages.sh GROUP...      groups: build tests bench
+# usage: tools/install_packages.sh GROUP...      groups: build windows window tests bench
 # Does nothing where all is there already.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache libboost1.81-dev libcli11-dev nlohmann-json3-dev)
-tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine wine64 python3 ntfs-3g xz-utils)
+windows=(g++-mingw-w64-x86-64-posix wine wine64)
+window=(xvfb openbox xauth x11-utils xdotool wmctrl imagemagick fonts-noto-core fonts-noto-cjk fonts-liberation
+  fonts-dejavu-core)
+tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev python3 ntfs-3g xz-utils)
 bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
 
 wanted=()
 for group in "$@"; do
   case $group in
     build) wanted+=("${build[@]}") ;;
+    windows) wanted+=("${windows[@]}") ;;
+    window) wanted+=("${window[@]}") ;;
     tests) wanted+=("${tests[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     *) echo "install_packages.sh: unknown group '$group'" >&2; exit 2 ;;

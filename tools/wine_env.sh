@@ -30,7 +30,7 @@ wine_make_prefix() {
 # whoever reads the output of a later program would wait for them.
 wine_keep() {
   local keeper
-  keeper=$(cat "$WINEPREFIX/.keeper" 2>/dev/null)  # in a file: a pipeline runs this in a shell of its own
+  keeper=$(cat "$WINEPREFIX/.keeper" 2>/dev/null) || true  # in a file: a pipeline runs this in a shell of its own
   [ -n "$keeper" ] && kill -0 "$keeper" 2>/dev/null && return 0
   wine_make_prefix || { echo "wine: the prefix $WINEPREFIX cannot be made" >&2; return 1; }
   tail --pid=$$ -f /dev/null 2>/dev/null </dev/null | setsid wine cmd >/dev/null 2>&1 &
@@ -52,6 +52,6 @@ wine_run() {
 
 wine_stop() {
   rm -f "$WINEPREFIX/.keeper"
-  timeout 60 wineserver -k 2>/dev/null
+  timeout 60 wineserver -k 2>/dev/null || true
   return 0
 }

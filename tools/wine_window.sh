@@ -1,6 +1,7 @@
 # Sourced by bash scripts that show windows under Wine, after wine_env.sh and before the first wine_run. Gives:
 #   wine_fonts    Latin, CJK and other scripts in one smooth face: the host's, under the names that Windows has
-#   wine_display  a virtual screen with a window manager, where there is no display; ends with the calling shell
+#   wine_display  a virtual screen with a window manager, where there is no display
+#   wine_display_stop  ends them
 #   wine_dpi N    the scale of the screen, 96 for 100 %
 
 wine_reg() {
@@ -8,6 +9,7 @@ wine_reg() {
 }
 
 wine_fonts() {
+  wine_make_prefix || return 1
   [ -e "$WINEPREFIX/.fonts" ] && return 0
   local name face linked
   local substitutes='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes'
@@ -33,7 +35,7 @@ FACES
   wine_reg 'HKCU\Control Panel\Desktop' /v FontSmoothingGamma /t REG_DWORD /d 578
   wine_reg 'HKCU\Control Panel\Desktop' /v FontSmoothingOrientation /t REG_DWORD /d 1
   # Fonts are read when the server starts.
-  timeout 60 wineserver -k
+  timeout 60 wineserver -k || true
   touch "$WINEPREFIX/.fonts"
 }
 
@@ -54,7 +56,9 @@ wine_display() {
 
 wine_display_stop() {
   # shellcheck disable=SC2086
-  [ -z "${wine_display_pids:-}" ] || kill $wine_display_pids 2>/dev/null
+  [ -z "${wine_display_pids:-}" ] || kill $wine_display_pids 2>/dev/null || true
+  wine_display_pids=
+  return 0
 }
 
 wine_dpi() {

@@ -74,6 +74,15 @@ TEST_F(MainWindow, TakesEnterAsASearchAtOnce) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, SelectsItsWholeTextByCtrlA) {
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  program.PressCtrl(u'A');
+  program.SearchFor(u"photo");
+  EXPECT_EQ(program.Title(), u"Quilmark - 1 results found");
+  EndByMenu();
+}
+
 TEST_F(MainWindow, LeavesStaleResultsAlone) {
   program.StartAndWait();
   program.SearchFor(u"report");
@@ -174,7 +183,7 @@ TEST_F(MainWindow, RescalesWithItsScreen) {
   RECT box = {};
   GetClientRect(program.SearchBox(), &box);
   EXPECT_EQ(box.bottom, 57);
-  program.Ask(Probe::kRepaint);
+  program.Ask(Probe::kRepaint, 1);
   program.Screenshot("150-percent");
   PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(144, 144), 0);  // the same: nothing
   PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
@@ -188,13 +197,13 @@ TEST_F(MainWindow, RepaintsInBothThemes) {
   constexpr int64_t kLight = 0xF8F4F1, kDark = 0x1C1412;  // surface, blue first
   program.StartAndWait();
   EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kLight);
-  program.Ask(Probe::kSwitchTheme);
+  program.Ask(Probe::kSwitchTheme, 1);
   EXPECT_EQ(program.Ask(Probe::kDarkTheme), 1);
   EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kDark);
   program.SearchFor(u"report");
-  program.Ask(Probe::kRepaint);
+  program.Ask(Probe::kRepaint, 1);
   program.Screenshot("dark");
-  program.Ask(Probe::kSwitchTheme);
+  program.Ask(Probe::kSwitchTheme, 1);
   EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kLight);
   EndByMenu();
 }
@@ -206,7 +215,7 @@ TEST_F(MainWindow, KeepsItsSizeAndThemeForTheNextRun) {
     const int64_t width = program.Ask(Probe::kClientWidth);
     return width > 900 && width <= 1'000;
   });
-  program.Ask(Probe::kSwitchTheme);
+  program.Ask(Probe::kSwitchTheme, 1);
   EndByMenu();
   program.StartAndWait();
   RECT rect = {};
@@ -246,9 +255,11 @@ TEST_F(MainWindow, FollowsDrivesThatComeAndGo) {
 TEST_F(MainWindow, HoldsNoMoreObjectsAfterManyThemesAndPaints) {
   program.StartAndWait();
   program.SearchFor(u"report");
-  const auto switchAndPaint = [this](int themes, int paints) {
-    for (int i = 0; i < themes; ++i) program.Ask(Probe::kSwitchTheme);
-    for (int i = 0; i < paints; ++i) program.Ask(Probe::kRepaint);
+  // Small: what counts are the objects, not the pixels.
+  SetWindowPos(program.Window(), nullptr, 0, 0, 300, 240, SWP_NOMOVE | SWP_NOZORDER);
+  const auto switchAndPaint = [this](uint32_t themes, uint32_t paints) {
+    program.Ask(Probe::kSwitchTheme, themes);
+    program.Ask(Probe::kRepaint, paints);
   };
   switchAndPaint(20, 50);  // what is made on first use
   const int64_t gdi = program.Ask(Probe::kGdiObjects), user = program.Ask(Probe::kUserObjects);

@@ -183,6 +183,12 @@ void WindowProgram::Press(WORD virtualKey) {
   SendKey(virtualKey, KEYEVENTF_KEYUP);
 }
 
+void WindowProgram::PressCtrl(WORD virtualKey) {
+  SendKey(VK_CONTROL, 0);
+  Press(virtualKey);
+  SendKey(VK_CONTROL, KEYEVENTF_KEYUP);
+}
+
 void WindowProgram::Click(HWND window, int x, int y) {
   POINT place = {x, y};
   ClientToScreen(window, &place);

@@ -49,6 +49,7 @@ class WindowProgram {
   // Keys of the keyboard, one after another: letters, digits and blanks.
   void Type(std::u16string_view text);
   void Press(WORD virtualKey);
+  void PressCtrl(WORD virtualKey);
   void Click(HWND window, int x, int y);     // client pixels
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 

@@ -21,6 +21,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestQuery = 255;
+constexpr WPARAM kCtrlA = 1;  // as a character; a multi-line edit does not know it
 constexpr int kLeftInset = 14, kRightInset = 8, kRadius = 8;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
@@ -72,6 +73,10 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
       }
       break;
     case WM_CHAR:
+      if (wParam == kCtrlA) {
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        return 0;
+      }
       // A multi-line edit would break the line, or beep.
       if (wParam == '\r' || wParam == '\n') return 0;
       break;

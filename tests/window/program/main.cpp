@@ -56,10 +56,13 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       app.trayIconAdded = argument != 0;
       break;
     case Probe::kSwitchTheme:
-      SwitchTheme(window);
+      for (uint32_t i = 0; i < argument; ++i) SwitchTheme(window);
       break;
     case Probe::kRepaint:
-      RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+      for (uint32_t i = 0; i < argument; ++i) {
+        RedrawWindow(window.Handle(), nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+      }
       break;
     case Probe::kRequestExit:
       app.exitRequested = true;

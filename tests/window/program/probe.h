@@ -25,13 +25,13 @@ enum class Probe : uintptr_t {
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
-  kSwitchTheme,
-  kRepaint,        // the whole window, at once
-  kRequestExit,    // as the menu's "Exit", without the close that follows it
-  kThrowInJob,     // an exception leaves a background job
-  kCrash,          // of a background job
-  kCrashInWindow,  // of the interface thread
-  kScroll,         // argument: the offset
+  kSwitchTheme,        // argument: times
+  kRepaint,            // the whole window, at once
+  kRequestExit,        // as the menu's "Exit", without the close that follows it
+  kThrowInJob,         // an exception leaves a background job
+  kCrash,              // of a background job
+  kCrashInWindow,      // of the interface thread
+  kScroll,             // argument: the offset
   kPostStaleResults,
   kUnmapDrive,     // argument: the letter
   kMapDriveAgain,  // argument: the letter, to the folder of the start

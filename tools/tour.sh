@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Drives the window through a short tour, prints what it found and leaves pictures.
+# usage: tools/tour.sh PROGRAM FOLDER     with WINEPREFIX, DISPLAY and QUILMARK_CONFIG_DIR as run.sh sets them
+set -euo pipefail
+program=$1
+tour=$2
+cd "$(dirname "$0")/.."
+# shellcheck source=tools/wine_env.sh
+source tools/wine_env.sh
+rm -rf "$tour"
+mkdir -p "$tour"
+settings="$WINEPREFIX/drive_c/Quilmark-settings"
+rm -rf "$settings"
+wine_keep
+wine "$program" >/dev/null 2>&1 </dev/null &
+running=$!
+
+fail() { echo "tour: $1" >&2; exit 1; }
+
+# Waits for a window whose title fits, at most as long as a large disk takes.
+window_titled() {
+  local found
+  for _ in $(seq 6000); do
+    found=$(xdotool search --name "$1" 2>/dev/null | tail -n 1)
+    [ -n "$found" ] && { echo "$found"; return; }
+    kill -0 "$running" 2>/dev/null || break
+    sleep 0.1
+  done
+  return 1
+}
+
+picture() {
+  import -window root "$tour/$1.png"
+}
+
+search_for() {
+  local name=$1 text=$2 title
+  xdotool key --clearmodifiers ctrl+a
+  xdotool key BackSpace
+  window_titled '^Quilmark - 0 results found$' >/dev/null || true
+  xdotool type --delay 20 "$text"
+  window=$(window_titled '^Quilmark - [1-9][0-9]* results found$') || fail "no results for '$text'"
+  title=$(xdotool getwindowname "$window")
+  echo "$text: ${title#Quilmark - }"
+  picture "$name"
+}
+
+window=$(window_titled '^Quilmark') || fail "no window came"
+xdotool windowactivate --sync "$window"
+until grep -qs 'startup index_ms=' "$settings/perf_metrics.log"; do
+  kill -0 "$running" 2>/dev/null || fail "the program ended"
+  sleep 0.1
+done
+sed -n 's/.*startup index_ms=\([0-9]*\) volume_count=\([0-9]*\).*/indexed \2 drives in \1 ms/p' "$settings/perf_metrics.log"
+picture 1-ready
+search_for 2-word readme
+search_for 3-terms 'lib and .so or python'
+xdotool key --window "$window" ctrl+Home
+xdotool mousemove --window "$window" 500 400 click --repeat 20 5
+sleep 0.5
+picture 4-scrolled
+wmctrl -c Quilmark
+echo "pictures: $tour"
