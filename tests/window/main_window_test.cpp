@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/text_file.h"
+#include "config/ui_colors.h"
 #include "window/window_program.h"
 
 namespace quilmark {
@@ -205,6 +205,41 @@ TEST_F(MainWindow, RepaintsInBothThemes) {
   program.Screenshot("dark");
   program.Ask(Probe::kSwitchTheme, 1);
   EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kLight);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, KeepsItsTextInTheMiddleOfTheSearchBox) {
+  program.StartAndWait();
+  const auto textTop = [this] {
+    program.Type(u"a");
+    LRESULT place = -1;
+    WaitUntil("a character", [&] {
+      place = SendMessageW(program.SearchBox(), EM_POSFROMCHAR, 0, 0);
+      return place != -1;
+    });
+    return static_cast<int>(HIWORD(place));
+  };
+  const int before = textTop();
+  EXPECT_GT(before, 4);
+  program.Ask(Probe::kSwitchTheme, 1);
+  EXPECT_EQ(textTop(), before);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, WearsEveryPresetAndKeepsIt) {
+  constexpr uint32_t kSurfacePixel = 50 + 65'536 * 600;
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  for (uint32_t index = 0; index < kUiColorPresets; ++index) {
+    program.Ask(Probe::kTakePreset, index);
+    const UiColorPreset& preset = kUiColorPresetRows[index];
+    EXPECT_EQ(program.Ask(Probe::kDarkTheme), preset.mode);
+    EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), ColorOfHex(preset.rrggbb[0]));
+    program.Screenshot("preset-" + std::to_string(index));
+  }
+  EndByMenu();
+  program.StartAndWait();
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), ColorOfHex(kUiColorPresetRows[9].rrggbb[0]));
   EndByMenu();
 }
 

@@ -1,9 +1,8 @@
 #include "shell/win32/main_window.h"
 
-#include "config/log.h"
-#include "config/palette.h"
+#include <utility>
+
 #include "config/translate.h"
-#include "config/ui_colors.h"
 #include "config/window_settings.h"
 #include "platform/background.h"
 #include "platform/clock.h"
@@ -217,31 +216,16 @@ void MainWindow::ScrollTo(int64_t y) {
 }
 
 void MainWindow::RemakeFonts() {
-  fonts = MakeFonts(App().systemDpi, App().uiIsChinese);
+  // The controls hold the former ones until they have the new.
+  const WindowFonts former = std::exchange(fonts, MakeFonts(App().systemDpi, App().uiIsChinese));
   for (const HWND control : {searchBox, scopeBox}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.list.Get()), TRUE);
   }
+  ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
 }
 
 void MainWindow::RecreateBackBuffer() {
   backBuffer.Resize(window_, App().clientWidth, App().clientHeight);
-}
-
-void MainWindow::ApplyTheme() {
-  ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
-  ApplyColorOverrides();
-  brushes = MakeBrushes();
-  ColorFrame(window_, {.dark = CurrentWindowSettings.darkTheme,
-                       .caption = CurrentWindowSettings.darkTheme ? CurrentPalette.surface
-                                                                  : CurrentPalette.toolbar,
-                       .text = CurrentPalette.text});
-  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-}
-
-void SwitchTheme(MainWindow& window) {
-  CurrentWindowSettings.darkTheme = !CurrentWindowSettings.darkTheme;
-  window.ApplyTheme();
-  SaveWindowSettings(window.Placement());
 }
 
 }  // namespace quilmark

@@ -64,7 +64,6 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void Resize(int width, int height);
   void PlaceControls();
   void Paint();
-  void ApplyTheme();
   void RemakeFonts();
   void RecreateBackBuffer();
   void ScrollTo(int64_t y);
@@ -105,8 +104,5 @@ HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
 
 // The handling of WM_CREATE.
 void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
-
-// Flips between the light and the dark theme, and keeps the choice.
-void SwitchTheme(MainWindow& window);
 
 }  // namespace quilmark

@@ -7,8 +7,8 @@
 
 #include "config/window_settings.h"
 #include "index/search_engine.h"
-#include "platform/background.h"
 #include "platform/win32/file_handle.h"
+#include "shell/single_job.h"
 #include "shell/trim.h"
 #include "shell/win32/system_calls.h"
 
@@ -17,7 +17,6 @@ namespace quilmark {
 namespace {
 
 std::atomic<uint64_t> lastTrimMs = 0;
-std::atomic<bool> globalTrimRuns = false;
 
 void Empty(HANDLE process) {
   SetProcessWorkingSetSize(process, static_cast<SIZE_T>(-1), static_cast<SIZE_T>(-1));
@@ -58,13 +57,9 @@ void RequestSelfTrim(HWND mainWindow) {
 }
 
 void RequestGlobalTrimAsync() {
+  static SingleJob job;
   if (!CurrentWindowSettings.globalTrimOnToggle || ShutdownRequested) return;
-  if (globalTrimRuns.exchange(true)) return;
-  const bool isStarted = RunBackground("global_trim_all", [] {
-    TrimOthers();
-    globalTrimRuns = false;
-  });
-  if (!isStarted) globalTrimRuns = false;
+  job.Start("global_trim_all", TrimOthers);
 }
 
 }  // namespace quilmark

@@ -9,6 +9,7 @@
 #include "shell/win32/main_window.h"
 #include "shell/win32/scope_box.h"
 #include "shell/win32/search_box.h"
+#include "shell/win32/theme.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_ids.h"
 
@@ -53,8 +54,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.OpenBackBuffer(handle);
   window.taskbarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   window.TakeScale();
-  window.fonts = MakeFonts(app.systemDpi, app.uiIsChinese);
-  window.ApplyTheme();
+  ApplyTheme(window);
   window.MakeControls();
   InstallSearchHooks(window);
   app.trayIconAdded = false;

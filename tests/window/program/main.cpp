@@ -12,6 +12,7 @@
 #include "shell/result_messages.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
+#include "shell/win32/theme.h"
 #include "window/program/probe.h"
 
 namespace quilmark {
@@ -57,6 +58,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kSwitchTheme:
       for (uint32_t i = 0; i < argument; ++i) SwitchTheme(window);
+      break;
+    case Probe::kTakePreset:
+      ApplyUiColorPreset(window, static_cast<int>(argument));
       break;
     case Probe::kRepaint:
       for (uint32_t i = 0; i < argument; ++i) {

@@ -27,6 +27,7 @@ enum class Probe : uintptr_t {
   kSetTrayIcon = 100,  // argument: whether it counts as present
   kSwitchTheme,        // argument: times
   kRepaint,            // the whole window, at once
+  kTakePreset,         // argument: its index
   kRequestExit,        // as the menu's "Exit", without the close that follows it
   kThrowInJob,         // an exception leaves a background job
   kCrash,              // of a background job
