@@ -11,6 +11,8 @@
 
 #include "config/hotkeys.h"
 #include "platform/window_post.h"
+#include "shell/list_layout.h"
+#include "shell/selection.h"
 
 namespace quilmark {
 
@@ -26,7 +28,22 @@ struct WindowFeatures {
   std::function<void()> autosaveAttributes;  // on a job, if there is something to save
   std::function<void()> saveAttributes;      // at the end, before it returns
   std::function<void()> refreshRecentView;
+  std::function<void(int column)> sort;    // flips the direction of the column that is sorted by
   std::function<void(int column)> resort;  // keeps the direction
+  std::function<void()> openFocused;       // the row that has the focus
+};
+
+// The list under the mouse.
+struct ListState {
+  Selection selection;
+  int64_t hoverRow = -1;
+  int hoverColumn = -1;
+  int hoverTag = -1;
+  Bar hoverBar = Bar::kNone, dragBar = Bar::kNone;
+  uint64_t lastClickMs = 0;
+  int64_t lastClickRow = -1;  // on a name; -1: none to follow
+  int dragColumn = -1;        // whose edge is held
+  int dragColumnX = 0, dragColumnWidth = 0;
 };
 
 struct AppState {
@@ -55,7 +72,9 @@ struct AppState {
   int32_t scrollX = 0;
   std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds
   bool thumbDragging = false;
-  int64_t focusRow = -1;
+  ListState list;
+  int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
+  int32_t sidebarScroll = 0;    // first filter tag in view
   std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
   std::atomic<uint64_t> hydrationGeneration = 0;

@@ -9,9 +9,13 @@ namespace quilmark {
 namespace {
 
 // Pixels at 96 dpi.
-constexpr int kLeftMargin = 20, kTop = 16, kGap = 12, kRowHeight = 38;
-constexpr int kScopeWidth = 120, kLeastSearchWidth = 80;
-constexpr int kListHeader = 40, kListPitch = 44, kListMargin = 2, kScrollbar = 10;
+constexpr int kLeftMargin = 20, kTop = 16, kGap = 12, kEditHeight = 38, kSlit = 3;
+constexpr int kScopeWidth = 120, kLeastSearchWidth = 80, kPresetWidth = 130;
+constexpr int kSizeBoxWidth = 78, kUnitWidth = 78, kDateWidth = 130;
+constexpr int kTagLeft = 20, kTagTop = 74, kTagHeight = 40, kTagGap = 8, kTagInset = 12;
+constexpr int kLeastTag = 72, kMostTag = 220, kCountGap = 6;
+constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
+constexpr int kSidebarRow = 44, kSidebarInset = 8;
 
 }  // namespace
 
@@ -19,35 +23,75 @@ int ScaleFor(uint32_t dpi, int n) { return MulDiv(n, dpi == 0 ? 96 : static_cast
 
 TopRowLayout LayoutTopRow(const TopRowInput& input) {
   const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
-  const int top = scaled(kTop), bottom = top + scaled(kRowHeight);
-  const int scopeLeft = scaled(kLeftMargin), scopeRight = scopeLeft + scaled(kScopeWidth);
-  const int searchLeft = scopeRight + scaled(kGap);
-  const int searchRight =
-      std::max(input.clientWidth - scaled(kLeftMargin), searchLeft + scaled(kLeastSearchWidth));
-  return {.scope = {scopeLeft, top, scopeRight, bottom},
-          .search = {searchLeft, top, searchRight, bottom}};
+  const int top = scaled(kTop), gap = scaled(kGap), margin = scaled(kLeftMargin), slit = scaled(kSlit);
+  const int preset = scaled(kPresetWidth), unit = scaled(kUnitWidth), box = scaled(kSizeBoxWidth);
+  const int date = scaled(kDateWidth), scope = scaled(kScopeWidth);
+  const auto at = [&](int left, int width) {
+    return Rect{left, top, left + width, top + scaled(kEditHeight)};
+  };
+
+  const int sizeExtra = input.sizeCustom ? unit + slit + box + gap : 0;
+  const int timeExtra = input.timeCustom ? 2 * date + slit + gap : 0;
+  const int wanted = !input.presets
+                         ? input.clientWidth + gap - margin
+                         : input.clientWidth - 2 * preset - sizeExtra - timeExtra - gap - margin;
+  // A narrow window keeps a usable search box and lets the presets run off the right edge.
+  const int presetLeft = std::max(wanted, scope + scaled(kLeastSearchWidth) + gap + margin);
+  const int searchLeft = margin + scope + gap;
+  const int sizeBoxLeft = presetLeft + preset + slit;
+  const int unitLeft = sizeBoxLeft + box + slit;
+  const int timeLeft = (input.sizeCustom ? unitLeft + unit : presetLeft + preset) + gap;
+  const int fromLeft = timeLeft + preset + slit;
+  return {.scope = at(margin, scope),
+          .search = at(searchLeft, std::max(presetLeft - searchLeft - gap, scaled(kLeastSearchWidth))),
+          .sizePreset = at(presetLeft, preset),
+          .sizeBox = at(sizeBoxLeft, box),
+          .sizeUnit = at(unitLeft, unit),
+          .timePreset = at(timeLeft, preset),
+          .dateFrom = at(fromLeft, date),
+          .dateTo = at(fromLeft + date + slit, date)};
 }
 
-ListLayout LayoutList(const ListInput& input) {
+FilterBarLayout LayoutFilterBar(const FilterBarInput& input) {
   const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
-  const int right = std::max(input.clientWidth - scaled(kScrollbar) - kListMargin, 0);
-  const int headerBottom = input.headerTop + scaled(kListHeader);
-  const int bottom = std::max(input.clientHeight - kListMargin, headerBottom);
-  return {.header = {0, input.headerTop, input.clientWidth, headerBottom},
-          .rows = {0, headerBottom, right, bottom},
-          .pitch = std::max(scaled(kListPitch), 1)};
+  if (input.sidebar) return {.headerTop = scaled(kSidebarHeader)};
+  if (input.tagWidths.empty()) return {.headerTop = scaled(kNoTagsHeader)};
+  const int left = scaled(kTagLeft), height = scaled(kTagHeight), gap = scaled(kTagGap);
+  const int usable = std::max(input.clientWidth - 2 * left, 1);
+  FilterBarLayout layout;
+  int x = left, y = scaled(kTagTop), rows = 1;
+  for (const int wanted : input.tagWidths) {
+    const int width = std::min(wanted, usable);
+    if (x > left && x + width > left + usable) {
+      x = left;
+      y += height + gap;
+      ++rows;
+    }
+    layout.tags.push_back({x, y, x + width, y + height});
+    x += width + gap;
+  }
+  layout.headerTop = (rows - 1) * gap + height * rows + scaled(16) + scaled(4) + scaled(70);
+  return layout;
 }
 
-int64_t ClampScroll(int64_t scrollY, uint64_t rowCount, const ListLayout& layout) {
-  const int64_t height = layout.rows.bottom - layout.rows.top;
-  const int64_t limit = std::max<int64_t>(static_cast<int64_t>(rowCount) * layout.pitch - height, 0);
-  return std::clamp<int64_t>(scrollY, 0, limit);
+int FilterTagWidth(uint32_t dpi, int nameWidth, int countWidth) {
+  const int width = nameWidth + 2 * ScaleFor(dpi, kTagInset) +
+                    (countWidth > 0 ? countWidth + ScaleFor(dpi, kCountGap) : 0);
+  return std::clamp(width, ScaleFor(dpi, kLeastTag), ScaleFor(dpi, kMostTag));
 }
 
-RowsInView RowsToPaint(int64_t scrollY, uint64_t rowCount, const ListLayout& layout) {
-  const auto first = static_cast<uint64_t>(std::max<int64_t>(scrollY, 0) / layout.pitch);
-  const auto fitting = static_cast<uint64_t>((layout.rows.bottom - layout.rows.top) / layout.pitch);
-  return {std::min(first, rowCount), std::min(first + fitting + 2, rowCount)};
+SidebarLayout LayoutSidebar(const SidebarInput& input) {
+  const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
+  const int inset = scaled(kSidebarInset), row = scaled(kSidebarRow), pitch = row + scaled(kTagGap);
+  SidebarLayout layout;
+  layout.fitting = std::max((input.clientHeight - input.headerTop - inset + scaled(kTagGap)) / pitch, 1);
+  layout.scrollLimit = std::max(input.tags - layout.fitting, 0);
+  const int first = std::clamp(input.scroll, 0, layout.scrollLimit);
+  for (int i = first; i < std::min(first + layout.fitting, input.tags); ++i) {
+    const int top = input.headerTop + inset + (i - first) * pitch;
+    layout.rows.push_back({inset, top, std::max(input.sidebarWidth - inset, inset), top + row});
+  }
+  return layout;
 }
 
 }  // namespace quilmark

@@ -2,42 +2,56 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "shell/rect.h"
 
 namespace quilmark {
 
-struct TopRowInput {
-  int clientWidth = 0;
-  uint32_t dpi = 96;
-};
-struct TopRowLayout {
-  Rect scope, search;
-};
-
-// The row of the search box. Total: gives a layout for every width, even a negative one.
-TopRowLayout LayoutTopRow(const TopRowInput& input);
-
 // Pixels for `n` pixels at 96 dpi; a dpi of 0 counts as 96.
 int ScaleFor(uint32_t dpi, int n);
 
-struct ListInput {
-  int clientWidth = 0, clientHeight = 0;
-  int headerTop = 0;  // height of what stands above the list
+struct TopRowInput {
+  int clientWidth = 0;
   uint32_t dpi = 96;
+  bool presets = true;      // the presets stand beside the search box
+  bool sizeCustom = false;  // the size box and its unit stand behind the size preset
+  bool timeCustom = false;  // the two date pickers stand behind the time preset
 };
-struct ListLayout {
-  Rect header, rows;  // never inside out
-  int pitch = 0;      // of a row, above 0
+struct TopRowLayout {
+  Rect scope, search, sizePreset, sizeBox, sizeUnit, timePreset, dateFrom, dateTo;
 };
-ListLayout LayoutList(const ListInput& input);
 
-// A scroll offset within the rows.
-int64_t ClampScroll(int64_t scrollY, uint64_t rowCount, const ListLayout& layout);
+// The row of the search box. Total: gives a layout for every width, even a negative one; the custom
+// controls have their places also where they are not shown.
+TopRowLayout LayoutTopRow(const TopRowInput& input);
 
-struct RowsInView {
-  uint64_t first = 0, end = 0;  // end: behind the last
+struct FilterBarInput {
+  int clientWidth = 0;
+  uint32_t dpi = 96;
+  bool sidebar = false;        // tags are rows of the sidebar, not buttons
+  std::vector<int> tagWidths;  // as FilterTagWidth gives them
 };
-RowsInView RowsToPaint(int64_t scrollY, uint64_t rowCount, const ListLayout& layout);
+struct FilterBarLayout {
+  std::vector<Rect> tags;  // empty with a sidebar
+  int headerTop = 0;       // height of all that stands above the list
+};
+FilterBarLayout LayoutFilterBar(const FilterBarInput& input);
+
+// Width of a tag's button from the widths of its two texts; countWidth 0: it has none.
+int FilterTagWidth(uint32_t dpi, int nameWidth, int countWidth);
+
+struct SidebarInput {
+  int clientHeight = 0, headerTop = 0, sidebarWidth = 0;
+  uint32_t dpi = 96;
+  int tags = 0;
+  int scroll = 0;  // first tag in view
+};
+struct SidebarLayout {
+  int fitting = 1;         // tags that fit, at least 1
+  int scrollLimit = 0;     // greatest first tag
+  std::vector<Rect> rows;  // of the tags from `scroll` on that fit
+};
+SidebarLayout LayoutSidebar(const SidebarInput& input);
 
 }  // namespace quilmark

@@ -97,7 +97,7 @@ bool OnSearchResults(AppState& app, WindowPort& window, const PostedMessage& mes
   window.CancelRename();
   const bool keepScroll =
       kind == ResultKind::kPartial ? app.keepScrollOnce.load() : app.keepScrollOnce.exchange(false);
-  app.focusRow = -1;
+  ClearSelection(app.list.selection);
   const uint64_t count = HeldResults()->size();
   const bool keepsFiltered = kind == ResultKind::kSorted && IsFilterActive();
   FollowNewResults(keepsFiltered ? KeepFiltered::kIfThere : KeepFiltered::kNo, count);
@@ -153,7 +153,7 @@ bool OnIndexState(AppState& app, WindowPort& window, const PostedMessage& messag
 }
 
 bool OnFilterResults(AppState& app, WindowPort& window, const PostedMessage&) {
-  app.focusRow = -1;
+  ClearSelection(app.list.selection);
   RefreshFilterCountsSoon(app, window, kFilterCountsMs);
   window.SetTitle(TranslateOr(u"App_FilterTitlePrefix", u"Quilmark - Filter: ") + CategoryName() +
                   TranslateOr(u"App_FilterTitleHitsSeparator", u" | Hits: ") + CountText(DisplayCount));

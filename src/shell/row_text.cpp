@@ -1,17 +1,35 @@
 #include "shell/row_text.h"
 
+#include <shared_mutex>
+
 #include "index/volume_index.h"
 
 namespace quilmark {
 
-RowText TextOfRow(const MatchItem& item) {
-  if (item.volume == nullptr) return {};
-  const std::u16string path = BuildPathLocked(*item.volume, item.index);
+namespace {
+
+RowText SplitPath(const std::u16string& path) {
   const size_t slash = path.rfind(u'\\');
   if (slash == std::u16string::npos) return {.name = path};
   // The root keeps its backslash: "C:" alone would be another folder.
   const size_t folderEnd = slash == 2 ? 3 : slash;
   return {.name = path.substr(slash + 1), .folder = path.substr(0, folderEnd)};
+}
+
+}  // namespace
+
+RowText TextOfRow(const MatchItem& item) {
+  if (item.volume == nullptr) return {};
+  const std::shared_lock lock(item.volume->indexLock);
+  if (item.index >= item.volume->records.size()) return {};
+  RowText row = SplitPath(BuildPath(*item.volume, item.index));
+  row.isDirectory = item.volume->records[item.index].isDirectory != 0;
+  return row;
+}
+
+std::u16string PathOfRow(const RowText& row) {
+  if (row.folder.empty()) return row.name;
+  return row.folder.ends_with(u'\\') ? row.folder + row.name : row.folder + u"\\" + row.name;
 }
 
 }  // namespace quilmark

@@ -9,10 +9,16 @@ namespace quilmark {
 
 struct RowText {
   std::u16string name, folder;
+  bool isDirectory = false;
+
+  bool operator==(const RowText&) const = default;
 };
 
-// Of a volume that is gone or was built anew meanwhile: what is left of it. Takes the volume's lock for
-// the time of a copy.
+// Of a volume that is gone or was built anew meanwhile: nothing. Takes the volume's lock for the time of
+// a copy.
 RowText TextOfRow(const MatchItem& item);
+
+// Folder and name as one path; empty for a row that says nothing.
+std::u16string PathOfRow(const RowText& row);
 
 }  // namespace quilmark

@@ -10,6 +10,7 @@ bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi) {
   if (former == wanted) return false;
   for (int& width : settings.columnWidth) width = MulDiv(width, wanted, former);
   app.sidebarWidth = MulDiv(app.sidebarWidth, wanted, former);
+  app.pathColumnWidth = MulDiv(app.pathColumnWidth, wanted, former);
   app.headerTop = MulDiv(app.headerTop, wanted, former);
   app.systemDpi = static_cast<uint32_t>(wanted);
   return true;

@@ -27,7 +27,7 @@ void ResetView(AppState& app, WindowPort& window) {
   }
   window.ClearSearchBox();
   CurrentQueryText.clear();
-  app.focusRow = -1;
+  ClearSelection(app.list.selection);
   app.scrollY = 0;
   window.RelayoutList();
   DoSearchAsync(u"", false, true);

@@ -36,6 +36,8 @@ inline constexpr int kHotkeyForeground = 30012;  // shows the foreground program
 inline constexpr int kSearchBox = 101;
 inline constexpr int kStatusText = 103;
 inline constexpr int kScopeBox = 104;
+inline constexpr int kVerticalBar = 105;
+inline constexpr int kHorizontalBar = 113;
 
 // Commands of the tray menu.
 inline constexpr int kTrayShow = 20001;

@@ -57,10 +57,10 @@ TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
 TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
   harness.HoldResults(10);
   app.scrollY = 440;
-  app.focusRow = 7;
+  SelectOnly(app.list.selection, 7);
   EXPECT_FALSE(Take(WM_SEARCH_RESULTS, searchGeneration - 1, kFinal));
   EXPECT_EQ(app.scrollY, 440);
-  EXPECT_EQ(app.focusRow, 7);
+  EXPECT_EQ(app.list.selection.focusRow, 7);
   EXPECT_EQ(window.title, u"before");
   EXPECT_TRUE(window.calls.empty());
   EXPECT_TRUE(window.timers.empty());
@@ -68,10 +68,10 @@ TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
 
 TEST_F(ResultMessages, FinalResultsBeginAtTheTop) {
   app.scrollY = 440;
-  app.focusRow = 7;
+  SelectOnly(app.list.selection, 7);
   TakeResults(kFinal);
   EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(app.focusRow, -1);
+  EXPECT_EQ(app.list.selection.focusRow, -1);
 }
 
 TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPosition) {
@@ -203,11 +203,11 @@ TEST_F(ResultMessages, AMissingVolumeIsTriedAgain) {
 
 TEST_F(ResultMessages, FilterResultsShowTheirCount) {
   DisplayCount = 12;
-  app.focusRow = 3;
+  SelectOnly(app.list.selection, 3);
   EXPECT_TRUE(Take(WM_FILTER_RESULTS));
   EXPECT_EQ(window.title, u"Quilmark - Filter: All | Hits: 12");
   EXPECT_EQ(window.status, u"");
-  EXPECT_EQ(app.focusRow, -1);
+  EXPECT_EQ(app.list.selection.focusRow, -1);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 80}, {30011, 2'200}, {30014, 60}}));
 }
 

@@ -19,11 +19,24 @@ TEST(RowText, NamesTheFileAndItsFolder) {
   EXPECT_EQ(TextOfRow({volume.get(), folder}).folder, u"Q:\\");
 }
 
-TEST(RowText, GivesWhatIsLeftOfARecordThatIsGone) {
+TEST(RowText, TellsFoldersFromFiles) {
   const auto volume = MakeTestVolume(u"Q:");
-  EXPECT_EQ(TextOfRow({volume.get(), 1'000}).name, u"Q:");
-  EXPECT_EQ(TextOfRow({volume.get(), 1'000}).folder, u"");
-  EXPECT_EQ(TextOfRow({}).name, u"");
+  const uint32_t folder = AddFolder(*volume, u"docs");
+  const uint32_t file = AddFile(*volume, u"a.txt");
+  EXPECT_TRUE(TextOfRow({volume.get(), folder}).isDirectory);
+  EXPECT_FALSE(TextOfRow({volume.get(), file}).isDirectory);
+}
+
+TEST(RowText, SaysNothingOfARecordThatIsGone) {
+  const auto volume = MakeTestVolume(u"Q:");
+  EXPECT_EQ(TextOfRow({volume.get(), 1'000}), RowText{});
+  EXPECT_EQ(TextOfRow({}), RowText{});
+}
+
+TEST(RowText, JoinsFolderAndName) {
+  EXPECT_EQ(PathOfRow({.name = u"a.txt", .folder = u"Q:\\docs"}), u"Q:\\docs\\a.txt");
+  EXPECT_EQ(PathOfRow({.name = u"docs", .folder = u"Q:\\"}), u"Q:\\docs");
+  EXPECT_EQ(PathOfRow({}), u"");
 }
 
 TEST(ScopeItems, AreAllTheDesktopAndEachVolume) {

@@ -74,7 +74,7 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
   app.scrollY = 440;
-  app.focusRow = 3;
+  SelectOnly(app.list.selection, 3);
   window.searchBox = u"needle";
   CurrentQueryText = u"needle";
   scopeIndex = kScopeDesktop;
@@ -82,7 +82,7 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   EXPECT_EQ(window.searchBox, u"");
   EXPECT_EQ(CurrentQueryText, u"");
   EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(app.focusRow, -1);
+  EXPECT_EQ(app.list.selection.focusRow, -1);
   EXPECT_EQ(scopeIndex, kScopeAll);
   EXPECT_FALSE(app.closeBoxPressed);
   EXPECT_FALSE(window.isVisible);

@@ -60,10 +60,11 @@ void SendKey(WORD key, DWORD flags) {
   SendInput(1, &input, sizeof input);
 }
 
-void SendButton(DWORD flags) {
+void SendButton(DWORD flags, DWORD data) {
   INPUT input = {};
   input.type = INPUT_MOUSE;
   input.mi.dwFlags = flags;
+  input.mi.mouseData = data;
   SendInput(1, &input, sizeof input);
 }
 
@@ -189,12 +190,31 @@ void WindowProgram::PressCtrl(WORD virtualKey) {
   SendKey(VK_CONTROL, KEYEVENTF_KEYUP);
 }
 
-void WindowProgram::Click(HWND window, int x, int y) {
-  POINT place = {x, y};
-  ClientToScreen(window, &place);
-  SetCursorPos(place.x, place.y);
-  SendButton(MOUSEEVENTF_LEFTDOWN);
-  SendButton(MOUSEEVENTF_LEFTUP);
+void WindowProgram::KeyDown(WORD virtualKey) { SendKey(virtualKey, 0); }
+
+void WindowProgram::KeyUp(WORD virtualKey) { SendKey(virtualKey, KEYEVENTF_KEYUP); }
+
+void WindowProgram::Click(HWND window, int x, int y) { Drag(window, {x, y}, {x, y}); }
+
+void WindowProgram::Drag(HWND window, POINT from, POINT to) {
+  const auto moveTo = [window](POINT place) {
+    ClientToScreen(window, &place);
+    SetCursorPos(place.x, place.y);
+  };
+  moveTo(from);
+  SendButton(MOUSEEVENTF_LEFTDOWN, 0);
+  constexpr int kSteps = 4;
+  for (int step = 1; step <= kSteps; ++step) {
+    moveTo({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+    Ask(Probe::kPaints);  // answered behind the move
+  }
+  SendButton(MOUSEEVENTF_LEFTUP, 0);
+}
+
+void WindowProgram::Turn(POINT at, int notches) {
+  ClientToScreen(Window(), &at);
+  SetCursorPos(at.x, at.y);
+  SendButton(MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
 }
 
 void WindowProgram::SearchFor(std::u16string_view text) {

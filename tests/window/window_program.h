@@ -50,7 +50,11 @@ class WindowProgram {
   void Type(std::u16string_view text);
   void Press(WORD virtualKey);
   void PressCtrl(WORD virtualKey);
-  void Click(HWND window, int x, int y);     // client pixels
+  void KeyDown(WORD virtualKey);
+  void KeyUp(WORD virtualKey);
+  void Click(HWND window, int x, int y);  // client pixels, as all of these
+  void Drag(HWND window, POINT from, POINT to);
+  void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 
   // build/test-logs/windows/<name>.png

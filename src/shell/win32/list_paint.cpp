@@ -3,98 +3,207 @@
 #include "config/palette.h"
 #include "config/translate.h"
 #include "config/window_settings.h"
+#include "platform/clock.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
+#include "shell/cell_text.h"
+#include "shell/highlight.h"
 #include "shell/row_text.h"
+#include "shell/win32/canvas.h"
+#include "shell/window_timers.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
 // Pixels at 96 dpi.
-constexpr int kTextInset = 15, kRowInset = 8;
+constexpr int kTextInset = 15, kClipInset = 10, kRowInset = 8, kRowRadius = 8, kRowGap = 4;
+constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 56, kStatusLeft = 20;
+constexpr int kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8;
 
-struct Canvas {
-  HDC dc;
-  const MainWindow& window;
-  ListLayout list;
-  int Scaled(int n) const { return ScaleFor(App().systemDpi, n); }
+struct ColumnText {
+  std::u16string_view key, english;
+};
+constexpr ColumnText kColumnTexts[] = {{u"", u"#"},
+                                       {u"Header_Name", u"Name"},
+                                       {u"Header_Size", u"Size"},
+                                       {u"Header_Modified", u"Modified"},
+                                       {u"Header_Created", u"Created"},
+                                       {u"Header_Path", u"Path"}};
+
+std::u16string HeaderText(int column) {
+  const ColumnText& text = kColumnTexts[column];
+  std::u16string header =
+      text.key.empty() ? std::u16string(text.english) : TranslateOr(text.key, text.english);
+  const std::scoped_lock lock(ResultsLock);
+  if (column == SortColumn) header += SortAscending ? u" \u2191" : u" \u2193";
+  return header;
+}
+
+struct ListPaint {
+  Canvas canvas;
+  ListLayout layout;
+  std::u16string term;  // to mark in names
+
+  int Scaled(int n) const { return ScaleFor(layout.dpi, n); }
 };
 
-void DrawLine(const Canvas& canvas, HFONT font, Color color, const RECT& place,
-              const std::u16string& text) {
-  const SelectScope selected(canvas.dc, font);
-  SetTextColor(canvas.dc, color);
-  RECT rect = place;
-  DrawTextW(canvas.dc, Wide(text), static_cast<int>(text.size()), &rect, kOneLine);
+Rect CellOf(const ListPaint& paint, const Rect& row, int column) {
+  const int left = ColumnLeft(paint.layout, App().scrollX, column);
+  const int width = paint.layout.columns[static_cast<size_t>(column)];
+  return {left, row.top, left + width, row.bottom};
 }
 
-// Names end here and paths begin: two columns until the user has more.
-int PathLeft(const Canvas& canvas) {
-  const int width = canvas.list.rows.right;
-  return std::max(canvas.Scaled(200), width * 2 / 5);
+void DrawRowGround(const ListPaint& paint, const Rect& row, uint64_t index) {
+  const bool isSelected = App().list.selection.rows.contains(index);
+  const bool isHovered = static_cast<int64_t>(index) == App().list.hoverRow;
+  if (!isSelected && !isHovered) return;
+  const Rect ground = {row.left + paint.Scaled(kRowInset), row.top, row.right - paint.Scaled(kRowInset),
+                       row.top + paint.layout.pitch - paint.Scaled(kRowGap)};
+  paint.canvas.FillRound(ground, paint.Scaled(kRowRadius),
+                         isSelected ? CurrentPalette.rowSel : CurrentPalette.alternateRow);
 }
 
-void DrawTop(const Canvas& canvas) {
-  const RECT toolbar = {0, 0, App().clientWidth, App().headerTop};
-  FillWith(canvas.dc, toolbar, CurrentPalette.toolbar);
-  const RECT line = {0, App().headerTop - 1, App().clientWidth, App().headerTop};
-  FillWith(canvas.dc, line, CurrentPalette.border);
-  const RECT status = {canvas.Scaled(20), canvas.Scaled(56), App().clientWidth - canvas.Scaled(20),
-                       App().headerTop - 2};
-  DrawLine(canvas, canvas.window.fonts.main.Get(), CurrentPalette.muted, status,
-           canvas.window.StatusText());
-}
-
-void DrawHeader(const Canvas& canvas) {
-  RECT header = ToRECT(canvas.list.header);
-  FillWith(canvas.dc, header, CurrentPalette.headerBackground);
-  const HFONT font = canvas.window.fonts.header.Get();
-  RECT name = header, path = header;
-  name.left += canvas.Scaled(kTextInset);
-  name.right = PathLeft(canvas);
-  path.left = PathLeft(canvas) + canvas.Scaled(kTextInset);
-  DrawLine(canvas, font, CurrentPalette.header, name, TranslateOr(u"Header_Name", u"Name"));
-  DrawLine(canvas, font, CurrentPalette.header, path, TranslateOr(u"Header_Path", u"Path"));
-}
-
-void DrawRow(const Canvas& canvas, int top, const MatchItem& item) {
-  const RowText text = TextOfRow(item);
-  const int bottom = top + canvas.list.pitch;
-  const RECT name = {canvas.Scaled(kTextInset), top, PathLeft(canvas) - canvas.Scaled(kTextInset),
-                     bottom};
-  const RECT path = {PathLeft(canvas) + canvas.Scaled(kTextInset), top,
-                     canvas.list.rows.right - canvas.Scaled(kTextInset), bottom};
-  DrawLine(canvas, canvas.window.fonts.list.Get(), CurrentPalette.text, name, text.name);
-  DrawLine(canvas, canvas.window.fonts.list.Get(), CurrentPalette.muted, path, text.folder);
-  if (!CurrentWindowSettings.tableGridLines) return;
-  const RECT line = {canvas.Scaled(kRowInset), bottom - 1,
-                     canvas.list.rows.right - canvas.Scaled(kRowInset), bottom};
-  FillWith(canvas.dc, line, CurrentPalette.border);
-}
-
-void DrawRows(const Canvas& canvas) {
-  const auto rows = ShownResults();
-  const RowsInView inView = RowsToPaint(App().scrollY, rows->size(), canvas.list);
-  const int64_t first = static_cast<int64_t>(inView.first) * canvas.list.pitch - App().scrollY;
-  int top = canvas.list.rows.top + static_cast<int>(first);
-  for (uint64_t row = inView.first; row < inView.end; ++row, top += canvas.list.pitch) {
-    DrawRow(canvas, top, (*rows)[row]);
+std::u16string CellText(const RowText& text, uint64_t index, int column) {
+  switch (column) {
+    case 0:
+      return RowNumberText(index);
+    case 1:
+      return text.name;
+    case 5:
+      return text.folder;
+    default:
+      return std::u16string(text.isDirectory ? kAbsent : kNotKnownYet);
   }
+}
+
+void DrawGridLines(const ListPaint& paint, const Rect& row) {
+  if (!CurrentWindowSettings.tableGridLines) return;
+  for (int column = 0; column < kPathColumn; ++column) {
+    const int right = CellOf(paint, row, column).right;
+    if (right > paint.layout.rows.left && right < paint.layout.rows.right) {
+      paint.canvas.Fill({right - 1, row.top, right, row.bottom}, CurrentPalette.border);
+    }
+  }
+  paint.canvas.Fill({row.left + paint.Scaled(kRowInset), row.bottom - 1,
+                     row.right - paint.Scaled(kRowInset), row.bottom},
+                    CurrentPalette.border);
+}
+
+void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text) {
+  DrawRowGround(paint, row, index);
+  if (text.name.empty()) return;  // a volume that went away
+  for (int column = 0; column < kColumns; ++column) {
+    const Rect cell = CellOf(paint, row, column);
+    if (cell.right <= paint.layout.rows.left || cell.left >= paint.layout.rows.right) continue;
+    const Rect place = {cell.left + paint.Scaled(kTextInset), cell.top,
+                        cell.right - paint.Scaled(kClipInset), cell.bottom};
+    if (column == 1) {
+      paint.canvas.MarkedLine(place, text.name, HighlightRanges(text.name, paint.term));
+    } else {
+      paint.canvas.Line(place, CellText(text, index, column), CurrentPalette.muted);
+    }
+  }
+  DrawGridLines(paint, row);
+}
+
+// A sheet, or a folder with a tab.
+void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory) {
+  const int half = size / 2, tab = size / 6;
+  const Rect body = {middle.x - half * (isDirectory ? 4 : 3) / 4,
+                     middle.y - half + (isDirectory ? tab : 0),
+                     middle.x + half * (isDirectory ? 4 : 3) / 4, middle.y + half};
+  const Color color = isDirectory ? CurrentPalette.accent : CurrentPalette.separator;
+  if (isDirectory) {
+    paint.canvas.FillRound({body.left, middle.y - half, middle.x, body.top + tab}, tab, color);
+  }
+  paint.canvas.FillRound(body, tab, color);
+}
+
+void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, const RowText& text) {
+  DrawRowGround(paint, cell, index);
+  if (text.name.empty()) return;
+  const int size = paint.Scaled(paint.layout.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
+  const int top = cell.top + paint.Scaled(kIconTop);
+  DrawGlyph(paint, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory);
+  const int inset = paint.Scaled(kClipInset);
+  paint.canvas.Centred({cell.left + inset, top + size, cell.right - inset, cell.bottom - inset},
+                       text.name);
+}
+
+void DrawRows(const ListPaint& paint) {
+  const auto rows = ShownResults();
+  const RowsInView inView = RowsToPaint(paint.layout, App().scrollY, rows->size());
+  const ClipScope clip(paint.canvas.dc, paint.layout.rows);
+  const SelectScope font(paint.canvas.dc, TheWindow().fonts.list.Get());
+  for (uint64_t index = inView.first; index < inView.end; ++index) {
+    const Rect place = PlaceOfRow(paint.layout, App().scrollY, index);
+    const RowText text = TextOfRow((*rows)[index]);
+    if (paint.layout.view == ViewMode::kList) {
+      DrawTableRow(paint, place, index, text);
+    } else {
+      DrawIconCell(paint, place, index, text);
+    }
+  }
+}
+
+void DrawHeader(const ListPaint& paint) {
+  const Rect& header = paint.layout.header;
+  if (header.top == header.bottom) return;
+  paint.canvas.Fill(header, CurrentPalette.headerBackground);
+  const ClipScope clip(paint.canvas.dc, header);
+  const SelectScope font(paint.canvas.dc, TheWindow().fonts.header.Get());
+  for (int column = 0; column < kColumns; ++column) {
+    const Rect cell = CellOf(paint, header, column);
+    paint.canvas.Line(
+        {cell.left + paint.Scaled(kHeaderInset), cell.top, cell.right - paint.Scaled(2), cell.bottom},
+        HeaderText(column), CurrentPalette.header);
+    if (CurrentWindowSettings.tableGridLines && column < kPathColumn) {
+      paint.canvas.Fill({cell.right - 1, cell.top, cell.right, cell.bottom}, CurrentPalette.border);
+    }
+  }
+}
+
+void DrawBar(const ListPaint& paint, const std::optional<Scrollbar>& bar, Bar kind) {
+  if (!bar) return;
+  paint.canvas.Fill(bar->track, CurrentPalette.surface);
+  const bool isActive = App().list.hoverBar == kind || App().list.dragBar == kind;
+  paint.canvas.FillRound(bar->thumb, paint.Scaled(kThumbRadius),
+                         isActive ? CurrentPalette.accent : CurrentPalette.separator);
+}
+
+void DrawTop(const ListPaint& paint, const MainWindow& window) {
+  paint.canvas.Fill({0, 0, App().clientWidth, App().headerTop}, CurrentPalette.toolbar);
+  paint.canvas.Fill({0, App().headerTop - 1, App().clientWidth, App().headerTop}, CurrentPalette.border);
+  const SelectScope font(paint.canvas.dc, window.fonts.main.Get());
+  paint.canvas.Line({paint.Scaled(kStatusLeft), paint.Scaled(kStatusTop),
+                     App().clientWidth - paint.Scaled(kStatusLeft), App().headerTop - 2},
+                    window.StatusText(), CurrentPalette.muted);
+}
+
+// What to do here, where there is nothing to see.
+void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
+  if (DisplayCount != 0 || !Engine().ready) return;
+  const bool isAsked = !CurrentQueryText.empty();
+  const std::u16string text =
+      isAsked ? TranslateOr(u"Empty_NoResults", u"Nothing found")
+              : TranslateOr(u"Empty_TypeToSearch", u"Type a part of a name; Enter lists everything");
+  const SelectScope font(paint.canvas.dc, window.fonts.title.Get());
+  paint.canvas.Middle(paint.layout.rows, text, CurrentPalette.muted);
 }
 
 }  // namespace
 
 void PaintWindow(HDC dc, const MainWindow& window) {
-  const Canvas canvas{dc, window, window.List()};
+  const ListPaint paint{{dc}, window.List(), HighlightTerm(CurrentQueryText)};
   SetBkMode(dc, TRANSPARENT);
-  const RECT all = {0, 0, App().clientWidth, App().clientHeight};
-  FillWith(dc, all, CurrentPalette.surface);
-  DrawRows(canvas);
-  // After the rows: the one at the top may stand out of the list.
-  DrawHeader(canvas);
-  DrawTop(canvas);
+  paint.canvas.Fill({0, 0, App().clientWidth, App().clientHeight}, CurrentPalette.surface);
+  DrawRows(paint);
+  DrawEmptyState(paint, window);
+  DrawHeader(paint);
+  DrawBar(paint, VerticalBar(paint.layout, App().scrollY, DisplayCount), Bar::kVertical);
+  DrawBar(paint, HorizontalBar(paint.layout, App().scrollX), Bar::kHorizontal);
+  DrawTop(paint, window);
 }
 
 void MainWindow::Paint() {

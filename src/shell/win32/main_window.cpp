@@ -1,5 +1,6 @@
 #include "shell/win32/main_window.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "config/translate.h"
@@ -11,21 +12,21 @@
 #include "search/filtered_results.h"
 #include "search/search_state.h"
 #include "shell/hotkey_text.h"
-#include "shell/result_messages.h"
 #include "shell/win32/hotkey_names.h"
+#include "shell/win32/list_mouse.h"
+#include "shell/win32/rename_editor.h"
 #include "shell/win32/scope_box.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
 #include "shell/win32/trim_memory.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_ids.h"
-#include "shell/window_timers.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kTrayRetryMs = 1'500, kScrollStepRepaintMs = 12;
+constexpr uint32_t kTrayRetryMs = 1'500;
 
 void Show(HWND window, const RECT& rect) {
   MoveWindow(window, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, TRUE);
@@ -79,7 +80,14 @@ void MainWindow::InvalidateList() {
   InvalidateRect(window_, &list, FALSE);
 }
 
-void MainWindow::RelayoutList() { App().scrollY = ClampScroll(App().scrollY, DisplayCount, List()); }
+void MainWindow::CancelRename() { CancelRenameEditor(*this); }
+
+void MainWindow::RelayoutList() {
+  App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
+  FitColumns(App(), *this);
+  App().scrollX = ClampHorizontal(List(), App().scrollX);
+  SyncScrollState(App(), *this);
+}
 
 bool MainWindow::IsVisible() { return IsWindowVisible(window_) != FALSE; }
 
@@ -109,11 +117,11 @@ void MainWindow::Destroy() { DestroyWindow(window_); }
 
 void MainWindow::AddOrUpdateTrayIcon() {
   const HotkeyConfig& hotkeys = App().hotkeys;
-  const std::u16string tip =
+  const std::u16string trayTip =
       TrayTipText(TranslateOr(u"TrayTip", u"Quilmark - {0} Show/Hide"),
                   HotkeyDisplayText(hotkeys.showModifiers, hotkeys.showKey, KeyName));
   tray.Prepare(window_);
-  App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, tip);
+  App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, trayTip);
   if (App().trayIconAdded) {
     StopTimer(ID_TIMER_TRAY_RETRY);
   } else {
@@ -186,7 +194,8 @@ void MainWindow::Resize(int width, int height) {
 }
 
 void MainWindow::PlaceControls() {
-  const TopRowLayout row = LayoutTopRow({.clientWidth = App().clientWidth, .dpi = App().systemDpi});
+  const TopRowLayout row =
+      LayoutTopRow({.clientWidth = App().clientWidth, .dpi = App().systemDpi, .presets = false});
   const int height = row.search.bottom - row.search.top;
   SetComboItemHeights(scopeBox, App().systemDpi);
   RECT scope = ToRECT(row.scope);
@@ -198,21 +207,15 @@ void MainWindow::PlaceControls() {
 }
 
 ListLayout MainWindow::List() const {
-  return LayoutList({.clientWidth = App().clientWidth,
-                     .clientHeight = App().clientHeight,
-                     .headerTop = App().headerTop,
-                     .dpi = App().systemDpi});
-}
-
-void MainWindow::ScrollTo(int64_t y) {
-  const int64_t clamped = ClampScroll(y, DisplayCount, List());
-  if (clamped == App().scrollY) return;
-  App().scrollY = clamped;
-  if (IsScrolling(App(), TickMs())) {
-    RequestListRepaint(App(), *this, kScrollStepRepaintMs);
-  } else {
-    InvalidateList();
-  }
+  ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
+                  .clientWidth = App().clientWidth,
+                  .clientHeight = App().clientHeight,
+                  .headerTop = App().headerTop,
+                  .dpi = App().systemDpi,
+                  .columns = CurrentWindowSettings.columnWidth};
+  // The stored width of the path column is its least; what is shown fits the rows in view.
+  input.columns[kPathColumn] = std::max(input.columns[kPathColumn], App().pathColumnWidth);
+  return LayoutList(input);
 }
 
 void MainWindow::RemakeFonts() {
@@ -226,6 +229,18 @@ void MainWindow::RemakeFonts() {
 
 void MainWindow::RecreateBackBuffer() {
   backBuffer.Resize(window_, App().clientWidth, App().clientHeight);
+}
+
+void SetViewMode(AppState& app, MainWindow& window, ViewMode view) {
+  constexpr uint32_t kSettleMs = 220;
+  CurrentWindowSettings.viewMode = static_cast<int>(view);
+  app.scrollY = 0;
+  app.lastScrollTick = TickMs();
+  SaveWindowSettings(window.Placement());
+  SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
+  window.StartTimer(kTimerScrollSettle, kSettleMs);
+  InvalidateRect(window.Handle(), nullptr, TRUE);
+  UpdateWindow(window.Handle());
 }
 
 }  // namespace quilmark

@@ -8,7 +8,9 @@
 
 #include "shell/app_state.h"
 #include "shell/layout.h"
+#include "shell/list_layout.h"
 #include "shell/win32/back_buffer.h"
+#include "shell/win32/row_tip.h"
 #include "shell/win32/tray_icon.h"
 #include "shell/win32/window_look.h"
 #include "shell/window_end.h"
@@ -32,7 +34,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void EnableSearchBox() override;
   void FocusSearchBox() override;
   void RebuildScopeBox() override;
-  void CancelRename() override {}
+  void CancelRename() override;
   void InvalidateList() override;
   void RelayoutList() override;
   bool IsVisible() override;
@@ -66,11 +68,13 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void Paint();
   void RemakeFonts();
   void RecreateBackBuffer();
-  void ScrollTo(int64_t y);
   ListLayout List() const;
   std::u16string StatusText() const;
 
   HWND searchBox = nullptr, scopeBox = nullptr, statusText = nullptr;
+  HWND verticalBar = nullptr, horizontalBar = nullptr;  // hidden: they keep ranges and positions
+  HWND renameEditor = nullptr;
+  RowTip tip;
   WindowFonts fonts;
   WindowBrushes brushes;
   BackBuffer backBuffer;
@@ -104,5 +108,8 @@ HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
 
 // The handling of WM_CREATE.
 void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
+
+// Shows the rows in another view, from the top, and keeps the choice.
+void SetViewMode(AppState& app, MainWindow& window, ViewMode view);
 
 }  // namespace quilmark

@@ -8,11 +8,15 @@
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/clock.h"
+#include "search/filtered_results.h"
 #include "search/search_state.h"
+#include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
 #include "shell/win32/foreground_file.h"
+#include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
+#include "shell/win32/rename_editor.h"
 #include "shell/win32/scope_box.h"
 #include "shell/win32/tray_menu.h"
 #include "shell/win32/window_text.h"
@@ -28,8 +32,6 @@ namespace {
 
 using Outcome = std::optional<LRESULT>;
 
-constexpr int kWheelPixels = 100;  // a notch
-constexpr uint32_t kWheelSettleMs = 400;
 constexpr size_t kLongestQuery = 255;
 
 UniqueBrush classBrush;
@@ -136,16 +138,78 @@ Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message&) {
   return reinterpret_cast<LRESULT>(track.Get());
 }
 
+Point PointOf(const Message& message) {
+  return {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+}
+
 Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
-  app.lastScrollTick = TickMs();
-  window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
   const int delta = GET_WHEEL_DELTA_WPARAM(message.wParam);
-  window.ScrollTo(app.scrollY - int64_t{delta} * kWheelPixels / WHEEL_DELTA);
+  const ListLayout layout = window.List();
+  const bool isSideways = (GET_KEYSTATE_WPARAM(message.wParam) & MK_SHIFT) != 0;
+  window.tip.Hide();
+  if (isSideways && layout.view == ViewMode::kList) {
+    ScrollSideways(app, window, layout, -delta);
+  } else {
+    ScrollByWheel(app, window, layout, delta, TickMs());
+  }
   return 0;
 }
 
-Outcome OnMouseLeave(AppState&, MainWindow& window, const Message&) {
+Outcome OnTiltWheel(AppState& app, MainWindow& window, const Message& message) {
+  ScrollSideways(app, window, window.List(), GET_WHEEL_DELTA_WPARAM(message.wParam));
+  return 0;
+}
+
+Outcome OnLeftDown(AppState& app, MainWindow& window, const Message& message) {
+  OnListPress(app, window, PointOf(message), message.wParam);
+  return 0;
+}
+
+Outcome OnLeftUp(AppState& app, MainWindow& window, const Message&) {
+  OnListRelease(app, window);
+  return 0;
+}
+
+Outcome OnDoubleClick(AppState& app, MainWindow& window, const Message& message) {
+  const int64_t row = RowAt(window.List(), app.scrollY, DisplayCount, PointOf(message));
+  // Two quick presses of a scrollbar or a header are two presses.
+  if (row < 0) return OnLeftDown(app, window, message);
+  app.list.selection.focusRow = row;
+  app.list.lastClickRow = -1;  // the second click never renames
+  if (app.features.openFocused) app.features.openFocused();
+  return 0;
+}
+
+Outcome OnMouseMove(AppState& app, MainWindow& window, const Message& message) {
+  OnListMove(app, window, PointOf(message));
+  return 0;
+}
+
+Outcome OnMouseLeave(AppState& app, MainWindow& window, const Message&) {
+  OnListLeave(app, window);
   window.TrimSelf();
+  return 0;
+}
+
+Outcome OnCaptureChanged(AppState& app, MainWindow& window, const Message&) {
+  OnListRelease(app, window);
+  return std::nullopt;
+}
+
+Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
+  if (LOWORD(message.lParam) != HTCLIENT || reinterpret_cast<HWND>(message.wParam) != message.window) {
+    return std::nullopt;
+  }
+  POINT cursor = {};
+  GetCursorPos(&cursor);
+  ScreenToClient(message.window, &cursor);
+  if (!SetListCursor(app, window, {cursor.x, cursor.y})) return std::nullopt;
+  return TRUE;
+}
+
+Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
+  if (message.wParam != VK_F2) return std::nullopt;
+  OpenRenameEditor(app, window);
   return 0;
 }
 
@@ -235,7 +299,15 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CTLCOLORLISTBOX, OnControlColor},
     {WM_CTLCOLORSTATIC, OnControlColor},
     {WM_CTLCOLORSCROLLBAR, OnScrollbarColor},
+    {WM_SETCURSOR, OnSetCursor},
+    {WM_KEYDOWN, OnKeyDown},
+    {WM_MOUSEMOVE, OnMouseMove},
+    {WM_LBUTTONDOWN, OnLeftDown},
+    {WM_LBUTTONUP, OnLeftUp},
+    {WM_LBUTTONDBLCLK, OnDoubleClick},
+    {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnWheel},
+    {WM_MOUSEHWHEEL, OnTiltWheel},
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},
     {WM_DEVICECHANGE, OnDeviceChange},

@@ -44,6 +44,14 @@ void InstallSearchHooks(MainWindow& window) {
 void MainWindow::MakeControls() {
   scopeBox = MakeScopeBox(window_, fonts.list.Get());
   searchBox = MakeSearchBox(window_, fonts.list.Get());
+  const auto hiddenBar = [this](int id, DWORD style) {
+    return CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | style, 0, 0, 0, 0, window_,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
+                           nullptr);
+  };
+  verticalBar = hiddenBar(kVerticalBar, SBS_VERT);
+  horizontalBar = hiddenBar(kHorizontalBar, SBS_HORZ);
+  tip.Open(window_, App().systemDpi);
   statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
                                reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
 }

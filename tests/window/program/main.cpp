@@ -80,8 +80,8 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kCrashInWindow:
       PostMessageW(window.Handle(), kCrashMessage, 0, 0);
       break;
-    case Probe::kScroll:
-      window.ScrollTo(argument);
+    case Probe::kSetView:
+      SetViewMode(app, window, static_cast<ViewMode>(argument));
       break;
     case Probe::kPostStaleResults:
       PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, searchGeneration - 1, 0);
@@ -118,6 +118,16 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.clientWidth;
     case Probe::kPaints:
       return static_cast<LRESULT>(window.paints);
+    case Probe::kClientHeight:
+      return app.clientHeight;
+    case Probe::kScrollY:
+      return app.scrollY;
+    case Probe::kSelectedRows:
+      return static_cast<LRESULT>(SelectedRows(app.list.selection, DisplayCount).size());
+    case Probe::kFocusRow:
+      return app.list.selection.focusRow;
+    case Probe::kRenameEditor:
+      return reinterpret_cast<LRESULT>(window.renameEditor);
     case Probe::kGdiObjects:
       return CountGdiObjects();
     case Probe::kUserObjects:

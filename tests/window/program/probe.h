@@ -15,9 +15,14 @@ enum class Probe : uintptr_t {
   kDpi,
   kColumnWidth,  // argument: the column
   kClientWidth,
-  kPaints,       // since the start
-  kGdiObjects,   // that the process holds
-  kUserObjects,  // as the system counts them; 0 under Wine
+  kPaints,  // since the start
+  kClientHeight,
+  kScrollY,
+  kSelectedRows,  // their number
+  kFocusRow,
+  kRenameEditor,  // its handle, 0 for none
+  kGdiObjects,    // that the process holds
+  kUserObjects,   // as the system counts them; 0 under Wine
   kSearchBoxFocused,
   kShownByUser,
   kFirstSearchDeferred,
@@ -26,13 +31,13 @@ enum class Probe : uintptr_t {
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
   kSwitchTheme,        // argument: times
-  kRepaint,            // the whole window, at once
+  kRepaint,            // argument: times; the whole window, at once
   kTakePreset,         // argument: its index
   kRequestExit,        // as the menu's "Exit", without the close that follows it
   kThrowInJob,         // an exception leaves a background job
   kCrash,              // of a background job
   kCrashInWindow,      // of the interface thread
-  kScroll,             // argument: the offset
+  kSetView,            // argument: 0 list, 1 small icons, 2 large icons
   kPostStaleResults,
   kUnmapDrive,     // argument: the letter
   kMapDriveAgain,  // argument: the letter, to the folder of the start

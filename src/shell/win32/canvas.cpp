@@ -1,0 +1,85 @@
+#include "shell/win32/canvas.h"
+
+#include <algorithm>
+
+#include "config/palette.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+
+void DrawIn(HDC dc, const Rect& rect, const std::u16string& text, Color color, UINT format) {
+  if (rect.right <= rect.left || rect.bottom <= rect.top) return;
+  SetTextColor(dc, color);
+  RECT place = ToRECT(rect);
+  DrawTextW(dc, Wide(text), static_cast<int>(text.size()), &place, format);
+}
+
+// Hebrew, Arabic and their neighbours: the units do not stand in the order of the screen.
+bool RunsRightToLeft(const std::u16string& text) {
+  return std::any_of(text.begin(), text.end(), [](char16_t unit) {
+    return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
+           (unit >= 0xFE70 && unit <= 0xFEFF);
+  });
+}
+
+}  // namespace
+
+void Canvas::FillRound(const Rect& rect, int radius, Color color) const {
+  SetDCBrushColor(dc, color);
+  const SelectScope fill(dc, GetStockObject(DC_BRUSH));
+  const SelectScope outline(dc, GetStockObject(NULL_PEN));
+  // Without a pen the shape ends one pixel early.
+  RoundRect(dc, rect.left, rect.top, rect.right + 1, rect.bottom + 1, radius, radius);
+}
+
+void Canvas::Line(const Rect& rect, const std::u16string& text, Color color) const {
+  DrawIn(dc, rect, text, color, kOneLine);
+}
+
+void Canvas::Centred(const Rect& rect, const std::u16string& text) const {
+  DrawIn(dc, rect, text, CurrentPalette.text,
+         DT_CENTER | DT_WORDBREAK | DT_EDITCONTROL | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+void Canvas::Middle(const Rect& rect, const std::u16string& text, Color color) const {
+  DrawIn(dc, rect, text, color, kOneLine | DT_CENTER);
+}
+
+int Canvas::WidthOf(const char16_t* text, size_t length) const {
+  SIZE size = {};
+  GetTextExtentPoint32W(dc, Wide(text), static_cast<int>(length), &size);
+  return size.cx;
+}
+
+void Canvas::MarkedLine(const Rect& rect, const std::u16string& text,
+                        const std::vector<TextRange>& hits) const {
+  if (hits.empty()) return Line(rect, text, CurrentPalette.text);
+  // Where units and screen differ in order, parts cannot be drawn apart: the whole name is the hit.
+  if (RunsRightToLeft(text)) return Line(rect, text, CurrentPalette.textHit);
+  const ClipScope clip(dc, rect);
+  TEXTMETRICW metrics = {};
+  GetTextMetricsW(dc, &metrics);
+  const int top = (rect.top + rect.bottom - metrics.tmHeight) / 2;
+  const Color ground =
+      AdjustHighlightContrast(CurrentPalette.textHit, CurrentPalette.searchHit, CurrentPalette.surface);
+  std::vector<Rect> places;
+  for (const TextRange& hit : hits) {
+    const int left = rect.left + WidthOf(text.data(), hit.begin);
+    const int right = rect.left + WidthOf(text.data(), hit.begin + hit.length);
+    places.push_back({left, top, right, top + metrics.tmHeight});
+    Fill(places.back(), ground);
+  }
+  Line(rect, text, CurrentPalette.text);
+  // Drawn once more and cut out, so that both stand on the same pixels.
+  for (const Rect& place : places) {
+    const ClipScope one(dc, place);
+    Fill(place, ground);
+    Line(rect, text, CurrentPalette.textHit);
+  }
+}
+
+}  // namespace quilmark

@@ -1,0 +1,195 @@
+#include "shell/win32/list_mouse.h"
+
+#include <algorithm>
+
+#include "config/window_settings.h"
+#include "platform/clock.h"
+#include "search/filtered_results.h"
+#include "shell/list_input.h"
+#include "shell/result_messages.h"
+#include "shell/row_text.h"
+#include "shell/win32/canvas.h"
+#include "shell/win32/rename_editor.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kTrackSettleMs = 220, kReleaseSettleMs = 350, kDragRepaintMs = 16;
+
+Bar BarAt(const AppState& app, const ListLayout& layout, Point point) {
+  const auto vertical = VerticalBar(layout, app.scrollY, DisplayCount);
+  if (vertical && Holds(vertical->track, point)) return Bar::kVertical;
+  const auto horizontal = HorizontalBar(layout, app.scrollX);
+  return horizontal && Holds(horizontal->track, point) ? Bar::kHorizontal : Bar::kNone;
+}
+
+bool IsOnThumb(const AppState& app, const ListLayout& layout, Bar kind, Point point) {
+  const auto bar = kind == Bar::kVertical ? VerticalBar(layout, app.scrollY, DisplayCount)
+                                          : HorizontalBar(layout, app.scrollX);
+  return bar && Holds(bar->thumb, point);
+}
+
+void PressBar(AppState& app, MainWindow& window, const ListLayout& layout, Bar kind, Point point) {
+  app.lastScrollTick = TickMs();
+  window.StartTimer(kTimerScrollSettle, kTrackSettleMs);
+  const bool isDrag = IsOnThumb(app, layout, kind, point);
+  app.list.dragBar = kind;
+  if (isDrag) {
+    app.thumbDragging = kind == Bar::kVertical;
+    SetCapture(window.Handle());
+    return;
+  }
+  MoveThumb(app, window, layout, point, TickMs());
+  app.list.dragBar = Bar::kNone;
+}
+
+void PressHeader(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+  const int edge = ColumnEdgeAt(layout, app.scrollX, point);
+  if (edge >= 0) {
+    app.list.dragColumn = edge;
+    app.list.dragColumnX = point.x - layout.rows.left + app.scrollX;
+    app.list.dragColumnWidth = CurrentWindowSettings.columnWidth[static_cast<size_t>(edge)];
+    SetCapture(window.Handle());
+    return;
+  }
+  const int column = ColumnAt(layout, app.scrollX, point.x);
+  if (column > 0 && app.features.sort) app.features.sort(column);
+}
+
+void PressRows(AppState& app, MainWindow& window, const ListLayout& layout, Point point, WPARAM keys) {
+  const bool isName = layout.view != ViewMode::kList || ColumnAt(layout, app.scrollX, point.x) == 1;
+  const RowPress press = {.row = RowAt(layout, app.scrollY, DisplayCount, point),
+                          .isNameColumn = isName,
+                          .shift = (keys & MK_SHIFT) != 0,
+                          .ctrl = (keys & MK_CONTROL) != 0,
+                          .nowMs = TickMs()};
+  const PressOutcome outcome = PressRow(app.list, press);
+  if (outcome == PressOutcome::kRename) return OpenRenameEditor(app, window);
+  if (outcome != PressOutcome::kSelected) return;
+  if (press.row >= 0) SetFocus(window.Handle());
+  window.InvalidateList();
+}
+
+void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+  int& width = CurrentWindowSettings.columnWidth[static_cast<size_t>(app.list.dragColumn)];
+  const int wanted = DraggedWidth(app.list.dragColumnWidth, app.list.dragColumnX,
+                                  point.x - layout.rows.left + app.scrollX);
+  if (wanted == width) return;
+  width = wanted;
+  RequestListRepaint(app, window, kDragRepaintMs);
+}
+
+void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+  const Bar bar = BarAt(app, layout, point);
+  const int64_t row = bar == Bar::kNone ? RowAt(layout, app.scrollY, DisplayCount, point) : -1;
+  const int column = row >= 0 ? ColumnAt(layout, app.scrollX, point.x) : -1;
+  if (bar != app.list.hoverBar || row != app.list.hoverRow)
+    RequestListRepaint(app, window, kDragRepaintMs);
+  if (row != app.list.hoverRow || column != app.list.hoverColumn) {
+    window.tip.Show(window.Handle(), TipText(app, row, column), app.systemDpi);
+  }
+  app.list.hoverBar = bar;
+  app.list.hoverRow = row;
+  app.list.hoverColumn = column;
+  TRACKMOUSEEVENT track = {};
+  track.cbSize = sizeof track;
+  track.dwFlags = TME_LEAVE;
+  track.hwndTrack = window.Handle();
+  TrackMouseEvent(&track);
+}
+
+void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
+  // The control counts in 32 bits.
+  int64_t divisor = 1;
+  while ((limit + page) / divisor > 0x7FFF'FFFF) divisor *= 2;
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_ALL;
+  info.nMax = static_cast<int>((limit + page) / divisor);
+  info.nPage = static_cast<UINT>(page / divisor);
+  info.nPos = static_cast<int>(position / divisor);
+  SetScrollInfo(bar, SB_CTL, &info, FALSE);
+}
+
+}  // namespace
+
+void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys) {
+  const ListLayout layout = window.List();
+  const Bar bar = BarAt(app, layout, point);
+  if (bar != Bar::kNone) return PressBar(app, window, layout, bar, point);
+  if (Holds(layout.header, point)) return PressHeader(app, window, layout, point);
+  if (Holds(layout.rows, point)) PressRows(app, window, layout, point, keys);
+}
+
+void OnListRelease(AppState& app, MainWindow& window) {
+  if (app.list.dragColumn >= 0) {
+    app.list.dragColumn = -1;
+    ReleaseCapture();
+    window.RelayoutList();
+    SaveWindowSettings(window.Placement());
+    window.InvalidateList();
+  }
+  if (app.list.dragBar != Bar::kNone) {
+    app.list.dragBar = Bar::kNone;
+    app.thumbDragging = false;
+    app.lastScrollTick = TickMs();
+    ReleaseCapture();
+    window.RelayoutList();
+    window.StartTimer(kTimerScrollSettle, kReleaseSettleMs);
+    RequestListRepaint(app, window, kDragRepaintMs);
+  }
+}
+
+void OnListMove(AppState& app, MainWindow& window, Point point) {
+  const ListLayout layout = window.List();
+  if (app.list.dragBar != Bar::kNone) return MoveThumb(app, window, layout, point, TickMs());
+  if (app.list.dragColumn >= 0) return DragColumn(app, window, layout, point);
+  Hover(app, window, layout, point);
+}
+
+void OnListLeave(AppState& app, MainWindow& window) {
+  const bool isHovered = app.list.hoverRow >= 0 || app.list.hoverBar != Bar::kNone;
+  app.list.hoverRow = -1;
+  app.list.hoverColumn = -1;
+  app.list.hoverTag = -1;
+  app.list.hoverBar = Bar::kNone;
+  window.tip.Hide();
+  if (isHovered) window.InvalidateList();
+}
+
+bool SetListCursor(const AppState& app, const MainWindow& window, Point point) {
+  const ListLayout layout = window.List();
+  const bool isOverEdge =
+      BarAt(app, layout, point) == Bar::kNone && ColumnEdgeAt(layout, app.scrollX, point) >= 0;
+  if (app.list.dragColumn < 0 && !isOverEdge) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+  return true;
+}
+
+void SyncScrollState(const AppState& app, const MainWindow& window) {
+  const ListLayout layout = window.List();
+  SetScrollState(window.verticalBar, ScrollLimit(layout, DisplayCount),
+                 layout.rows.bottom - layout.rows.top, app.scrollY);
+  const int width = layout.rows.right - layout.rows.left;
+  SetScrollState(window.horizontalBar, std::max(layout.columnsWidth - width, 0), width, app.scrollX);
+}
+
+void FitColumns(AppState& app, const MainWindow& window) {
+  const ListLayout layout = window.List();
+  if (layout.view != ViewMode::kList) return;
+  const auto rows = ShownResults();
+  const RowsInView inView = RowsToPaint(layout, app.scrollY, rows->size());
+  const WindowDc dc(window.Handle());
+  const SelectScope font(dc.Get(), window.fonts.list.Get());
+  const Canvas canvas{dc.Get()};
+  int widest = 0;
+  for (uint64_t row = inView.first; row < inView.end; ++row) {
+    const std::u16string folder = TextOfRow((*rows)[row]).folder;
+    widest = std::max(widest, canvas.WidthOf(folder.data(), folder.size()));
+  }
+  app.pathColumnWidth = FitPathColumn(layout, widest, CurrentWindowSettings.columnWidth[kPathColumn]);
+}
+
+}  // namespace quilmark

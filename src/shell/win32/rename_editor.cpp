@@ -1,0 +1,183 @@
+#include "shell/win32/rename_editor.h"
+
+#include <commctrl.h>
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+#include "config/palette.h"
+#include "config/translate.h"
+#include "config/window_settings.h"
+#include "index/volume_index.h"
+#include "platform/format.h"
+#include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
+#include "search/filtered_results.h"
+#include "shell/rename_text.h"
+#include "shell/row_text.h"
+#include "shell/win32/gdi.h"
+#include "shell/win32/window_text.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr size_t kLongestName = 511;
+constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4;  // pixels
+
+struct Editing {
+  MatchItem item;
+  RowText row;
+};
+Editing editing;
+bool isCommitting = false;  // its message box takes the focus away, which must not commit once more
+
+std::optional<Editing> FocusedRow(const AppState& app) {
+  const auto rows = ShownResults();
+  const int64_t focus = app.list.selection.focusRow;
+  if (focus < 0 || static_cast<uint64_t>(focus) >= rows->size()) return std::nullopt;
+  const MatchItem item = (*rows)[static_cast<size_t>(focus)];
+  const RowText row = TextOfRow(item);
+  if (row.name.empty() || row.folder.empty()) return std::nullopt;
+  return Editing{item, row};
+}
+
+void Close(MainWindow& window) {
+  const HWND editor = std::exchange(window.renameEditor, nullptr);
+  if (editor != nullptr) DestroyWindow(editor);
+  window.InvalidateList();
+}
+
+void Ask(MainWindow& window, const std::u16string& text) {
+  MessageBoxW(window.Handle(), Wide(text), Wide(TranslateOr(u"MsgTitle_Error", u"Error")),
+              MB_OK | MB_ICONERROR);
+  SetFocus(window.renameEditor);
+  SendMessageW(window.renameEditor, EM_SETSEL, 0, -1);
+}
+
+// The index learns of it at once; the journal's own record then changes nothing.
+void RenameInIndex(const MatchItem& item, const std::u16string& name) {
+  const std::scoped_lock lock(item.volume->indexLock);
+  if (item.index >= item.volume->records.size()) return;
+  RenameRecord(*item.volume, item.index, item.volume->records[item.index].parentFrn, name);
+}
+
+void Rename(AppState& app, MainWindow& window, const std::u16string& name) {
+  RowText renamed = editing.row;
+  renamed.name = name;
+  const BOOL isMoved =
+      MoveFileW(Wide(LongPathOf(PathOfRow(editing.row))), Wide(LongPathOf(PathOfRow(renamed))));
+  const DWORD error = GetLastError();
+  if (!isMoved) {
+    return Ask(window, FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
+                                  uint32_t{error}));
+  }
+  RenameInIndex(editing.item, name);
+  Close(window);
+  SelectOnly(app.list.selection, app.list.selection.focusRow);
+  SetFocus(window.Handle());
+  FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
+  window.InvalidateList();
+}
+
+void Commit(AppState& app, MainWindow& window) {
+  if (window.renameEditor == nullptr || isCommitting) return;
+  isCommitting = true;
+  std::u16string text = TextOfWindow(window.renameEditor, kLongestName);
+  switch (CheckRename(editing.row.name, text)) {
+    case RenameStep::kClose:
+      Close(window);
+      break;
+    case RenameStep::kInvalid:
+      Ask(window, TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."));
+      break;
+    case RenameStep::kRename:
+      Rename(app, window, text);
+      break;
+  }
+  isCommitting = false;
+}
+
+void DrawFrame(HWND editor) {
+  const WindowDc dc(editor);
+  RECT client = {};
+  GetClientRect(editor, &client);
+  SetDCBrushColor(dc.Get(), CurrentPalette.focusRing);
+  FrameRect(dc.Get(), &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) {
+  MainWindow& window = TheWindow();
+  switch (message) {
+    case WM_KEYDOWN:
+      if (wParam == VK_RETURN) return Commit(App(), window), 0;
+      if (wParam == VK_ESCAPE) {
+        Close(window);
+        window.FocusSearchBox();
+        return 0;
+      }
+      break;
+    case WM_CHAR:
+      if (wParam == '\r' || wParam == 27) return 0;  // an edit would beep
+      break;
+    case WM_KILLFOCUS:
+      Commit(App(), window);
+      if (!IsWindow(editor)) return 0;
+      break;
+    case WM_PAINT: {
+      const LRESULT result = DefSubclassProc(editor, message, wParam, lParam);
+      DrawFrame(editor);
+      return result;
+    }
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(editor, EditorProcedure, kSubclass);
+      break;
+    default:
+      break;
+  }
+  return DefSubclassProc(editor, message, wParam, lParam);
+}
+
+// Over the Name column of a row that is whole below the header.
+std::optional<Rect> PlaceOfEditor(const AppState& app, const ListLayout& layout) {
+  const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.selection.focusRow));
+  if (row.top < layout.rows.top || row.bottom > layout.rows.bottom) return std::nullopt;
+  const int left = layout.columns[0] + kNameLeft + layout.rows.left - app.scrollX;
+  const int width = std::max(layout.columns[1] - kNameMargin, kLeastWidth);
+  const int top = row.top + kTopInset;
+  return Rect{left, top, left + width, top + ScaleFor(layout.dpi, 44) - 8};
+}
+
+}  // namespace
+
+void OpenRenameEditor(AppState& app, MainWindow& window) {
+  if (window.renameEditor != nullptr) {
+    SetFocus(window.renameEditor);
+    SendMessageW(window.renameEditor, EM_SETSEL, 0, -1);
+    return;
+  }
+  const ListLayout layout = window.List();
+  const auto focused = FocusedRow(app);
+  if (layout.view != ViewMode::kList || !focused) return;
+  const auto place = PlaceOfEditor(app, layout);
+  if (!place) return;
+  editing = *focused;
+  window.renameEditor =
+      CreateWindowExW(0, L"EDIT", Wide(editing.row.name), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL,
+                      place->left, place->top, place->right - place->left, place->bottom - place->top,
+                      window.Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(window.renameEditor, WM_SETFONT, reinterpret_cast<WPARAM>(window.fonts.list.Get()), TRUE);
+  SetWindowSubclass(window.renameEditor, EditorProcedure, kSubclass, 0);
+  SetFocus(window.renameEditor);
+  SendMessageW(window.renameEditor, EM_SETSEL, 0,
+               static_cast<LPARAM>(SelectedStem(editing.row.name, editing.row.isDirectory)));
+}
+
+void CancelRenameEditor(MainWindow& window) {
+  if (window.renameEditor != nullptr) Close(window);
+}
+
+}  // namespace quilmark

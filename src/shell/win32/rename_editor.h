@@ -1,0 +1,14 @@
+// The editor over a name in the list.
+#pragma once
+
+#include "shell/win32/main_window.h"
+
+namespace quilmark {
+
+// Over the row that has the focus; nothing in the icon views, and for a row that is not whole in view.
+void OpenRenameEditor(AppState& app, MainWindow& window);
+
+// Closes it without a rename.
+void CancelRenameEditor(MainWindow& window);
+
+}  // namespace quilmark

@@ -1,0 +1,83 @@
+#include "shell/win32/row_tip.h"
+
+#include <commctrl.h>
+
+#include "config/window_settings.h"
+#include "platform/win32/wide.h"
+#include "search/filtered_results.h"
+#include "shell/layout.h"
+#include "shell/row_text.h"
+#include "shell/tooltip_place.h"
+#include "shell/win32/gdi.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr int kMostWidth = 600;  // pixels at 96 dpi
+
+TTTOOLINFOW ToolOf(HWND owner) {
+  TTTOOLINFOW tool = {};
+  tool.cbSize = sizeof tool;
+  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+  tool.hwnd = owner;
+  tool.uId = 1;
+  return tool;
+}
+
+Rect WorkAreaAt(POINT cursor) {
+  MONITORINFO monitor = {};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromPoint(cursor, MONITOR_DEFAULTTONEAREST), &monitor);
+  return FromRECT(monitor.rcWork);
+}
+
+}  // namespace
+
+void RowTip::Open(HWND window, uint32_t dpi) {
+  owner_ = window;
+  tip_ = CreateWindowExW(
+      WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT,
+      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, ScaleFor(dpi, kMostWidth));
+  TTTOOLINFOW tool = ToolOf(window);
+  GetClientRect(window, &tool.rect);
+  SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi) {
+  if (text.empty()) return Hide();
+  TTTOOLINFOW tool = ToolOf(window);
+  tool.lpszText = const_cast<wchar_t*>(Wide(text));
+  SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+  const LRESULT size = SendMessageW(tip_, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool));
+  POINT cursor = {};
+  GetCursorPos(&cursor);
+  const Rect area = WorkAreaAt(cursor);
+  const auto place = [&](int width, int height) {
+    const Point at = PlaceTip({cursor.x, cursor.y}, width, height, area, dpi);
+    SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(at.x, at.y));
+  };
+  place(LOWORD(size), HIWORD(size));
+  SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+  // Only now is its size what it says.
+  RECT shown = {};
+  GetWindowRect(tip_, &shown);
+  place(shown.right - shown.left, shown.bottom - shown.top);
+}
+
+void RowTip::Hide() {
+  if (tip_ == nullptr) return;
+  TTTOOLINFOW tool = ToolOf(owner_);
+  SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
+}
+
+std::u16string TipText(const AppState&, int64_t row, int column) {
+  const auto rows = ShownResults();
+  if (row < 0 || static_cast<uint64_t>(row) >= rows->size()) return {};
+  const bool isIconView = CurrentWindowSettings.viewMode != 0;
+  if (column != 1 && column != kPathColumn && !isIconView) return {};
+  return PathOfRow(TextOfRow((*rows)[static_cast<size_t>(row)]));
+}
+
+}  // namespace quilmark

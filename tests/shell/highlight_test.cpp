@@ -1,0 +1,49 @@
+#include "shell/highlight.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/cell_text.h"
+
+namespace quilmark {
+namespace {
+
+using Ranges = std::vector<TextRange>;
+
+TEST(Highlight, TakesTheTrimmedFoldedText) {
+  EXPECT_EQ(HighlightTerm(u"  ReadMe "), u"readme");
+  EXPECT_EQ(HighlightTerm(u" "), u"");
+}
+
+TEST(Highlight, TakesTheWordsOfAContentQuery) {
+  EXPECT_EQ(HighlightTerm(u"S: Invoice |.pdf,.txt"), u"invoice");
+  EXPECT_EQ(HighlightTerm(u"s:"), u"");
+}
+
+TEST(Highlight, MarksEveryOccurrence) {
+  EXPECT_EQ(HighlightRanges(u"Banana-BANANA", u"ana"), (Ranges{{1, 3}, {8, 3}}));
+  EXPECT_EQ(HighlightRanges(u"abc", u"x"), Ranges{});
+  EXPECT_EQ(HighlightRanges(u"abc", u""), Ranges{});
+  EXPECT_EQ(HighlightRanges(u"Ünïté.txt", u"ünï"), (Ranges{{0, 3}}));
+  EXPECT_EQ(HighlightRanges(u"aaaa", u"aa"), (Ranges{{0, 2}, {2, 2}}));
+}
+
+TEST(CellText, WritesSizesByTheirOrder) {
+  EXPECT_EQ(SizeText(0), u"0 B");
+  EXPECT_EQ(SizeText(1'023), u"1023 B");
+  EXPECT_EQ(SizeText(1'024), u"1 KB");
+  EXPECT_EQ(SizeText(0xF'FFFF), u"1023 KB");
+  EXPECT_EQ(SizeText(0x10'0000), u"1.00 MB");
+  EXPECT_EQ(SizeText(0x3FFF'FFFF), u"1024.00 MB");
+  EXPECT_EQ(SizeText(0x4000'0000), u"1.00 GB");
+  EXPECT_EQ(SizeText(5'000'000'000'000), u"4656.61 GB");
+}
+
+TEST(CellText, WritesTimesAndNumbers) {
+  EXPECT_EQ(TimeText(0), u"-");
+  EXPECT_EQ(TimeText(NowFileTime()).size(), 16u);
+  EXPECT_EQ(RowNumberText(0), u"01");
+  EXPECT_EQ(RowNumberText(9'999'999), u"10000000");
+}
+
+}  // namespace
+}  // namespace quilmark

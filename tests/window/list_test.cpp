@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/text_file.h"
+#include "window/window_program.h"
+
+namespace quilmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Drive T: with enough files to scroll through; row n of "file" is file-00n.txt.
+class ResultsList : public testing::Test {
+ protected:
+  static constexpr int kFiles = 200, kFirstRow = 130, kPitch = 44;
+
+  ResultsList() {
+    for (int i = 0; i < kFiles; ++i) program.Drive().MakeFile("docs/" + NameOf(i));
+    program.StartAndWait();
+    program.SearchFor(u"file");
+  }
+  ~ResultsList() override {
+    if (!program.IsRunning()) return;
+    program.Exit();
+    EXPECT_EQ(program.WaitForEnd(), 0u);
+  }
+
+  static std::string NameOf(int i) {
+    return "file-" + std::string(i < 10 ? "00" : i < 100 ? "0" : "") + std::to_string(i) + ".txt";
+  }
+  // The middle of a row's name.
+  void ClickRow(int row) { program.Click(program.Window(), 150, kFirstRow + row * kPitch + kPitch / 2); }
+  int64_t Selected() { return program.Ask(Probe::kSelectedRows); }
+  void WaitForSelected(int64_t count) {
+    WaitUntil("the selection", [&] { return Selected() == count; });
+  }
+  void Hold(WORD key, const std::function<void()>& act) {
+    program.KeyDown(key);
+    act();
+    program.KeyUp(key);
+  }
+  HWND Editor() { return reinterpret_cast<HWND>(program.Ask(Probe::kRenameEditor)); }
+  HWND OpenEditor(int row) {
+    ClickRow(row);
+    WaitForSelected(1);
+    program.Press(VK_F2);
+    WaitUntil("the editor", [this] { return Editor() != nullptr; });
+    return Editor();
+  }
+
+  WindowProgram program;
+};
+
+TEST_F(ResultsList, SelectsByClicksWithAndWithoutModifiers) {
+  ClickRow(1);
+  WaitForSelected(1);
+  EXPECT_EQ(program.Ask(Probe::kFocusRow), 1);
+  Hold(VK_SHIFT, [this] {
+    ClickRow(4);
+    WaitForSelected(4);
+  });
+  Hold(VK_CONTROL, [this] {
+    ClickRow(2);
+    WaitForSelected(3);
+  });
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("selection");
+}
+
+TEST_F(ResultsList, ClearsTheSelectionBesideTheRowsAndWithNewResults) {
+  ClickRow(1);
+  WaitForSelected(1);
+  program.Click(program.SearchBox(), 100, 20);
+  program.SearchFor(u"-00");  // "file-00": ten rows
+  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(program.Ask(Probe::kRows), 10);
+  ClickRow(0);
+  WaitForSelected(1);
+  ClickRow(11);
+  WaitForSelected(0);
+}
+
+TEST_F(ResultsList, ScrollsByTheWheel) {
+  const POINT middle = {400, 400};
+  program.Turn(middle, -3);
+  WaitUntil("three notches", [this] { return program.Ask(Probe::kScrollY) == 300; });
+  program.Turn(middle, 10);
+  WaitUntil("the top", [this] { return program.Ask(Probe::kScrollY) == 0; });
+}
+
+TEST_F(ResultsList, LosesNoWheelEventOfABurst) {
+  for (int i = 0; i < 1'000; ++i) {
+    PostMessageW(program.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(600, 600));
+  }
+  const int64_t end = kFiles * kPitch - (program.Ask(Probe::kClientHeight) - kFirstRow - 2 - 10);
+  WaitUntil("the end", [&] { return program.Ask(Probe::kScrollY) == end; });
+}
+
+TEST_F(ResultsList, FollowsItsThumb) {
+  const int x = static_cast<int>(program.Ask(Probe::kClientWidth)) - 7;
+  const int bottom = static_cast<int>(program.Ask(Probe::kClientHeight)) - 20;
+  program.Drag(program.Window(), {x, kFirstRow + 5}, {x, bottom});
+  WaitUntil("the end", [this] { return program.Ask(Probe::kScrollY) > 7'000; });
+  program.Click(program.Window(), x, kFirstRow + 5);  // in the track: at once
+  WaitUntil("the top", [this] { return program.Ask(Probe::kScrollY) == 0; });
+}
+
+TEST_F(ResultsList, KeepsColumnsThatWereDragged) {
+  const int64_t before = program.Ask(Probe::kColumnWidth, 1);
+  const int edge = static_cast<int>(program.Ask(Probe::kColumnWidth, 0) + before);
+  program.Drag(program.Window(), {edge, 110}, {edge + 60, 110});
+  WaitUntil("a wider column", [&] { return program.Ask(Probe::kColumnWidth, 1) == before + 60; });
+  WaitUntil("its settings", [&] {
+    const auto text = ReadTextFile(program.Settings().PathOf(u"window.ini"));
+    return text && text->find(u"col1=340\n") != std::u16string::npos;
+  });
+  program.Drag(program.Window(), {edge + 60, 110}, {0, 110});
+  WaitUntil("the least", [&] { return program.Ask(Probe::kColumnWidth, 1) == 30; });
+}
+
+TEST_F(ResultsList, RenamesByF2) {
+  const HWND editor = OpenEditor(3);
+  DWORD_PTR from = 0, to = 0;
+  SendMessageW(editor, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  program.Screenshot("rename");
+  program.Type(u"renamed file");  // in the place of the stem, which is selected
+  program.Press(VK_RETURN);
+  WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / "renamed file.txt"));
+  EXPECT_FALSE(fs::exists(program.Drive().HostPath() / "docs" / NameOf(3)));
+  program.Click(program.SearchBox(), 100, 20);
+  program.PressCtrl(u'A');
+  program.SearchFor(u"renamed");
+  EXPECT_EQ(program.Ask(Probe::kRows), 1);
+}
+
+TEST_F(ResultsList, RenamesToTheSameNameInAnotherCase) {
+  OpenEditor(3);
+  program.Type(u"FILE");
+  program.Press(VK_RETURN);
+  WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  bool isRenamed = false;
+  for (const auto& file : fs::directory_iterator(program.Drive().HostPath() / "docs")) {
+    isRenamed = isRenamed || file.path().filename() == "FILE.txt";
+  }
+  EXPECT_TRUE(isRenamed);
+}
+
+TEST_F(ResultsList, LeavesTheNameAtEscapeAndAtANewSize) {
+  OpenEditor(3);
+  program.Type(u"other");
+  program.Press(VK_ESCAPE);
+  WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  OpenEditor(4);
+  program.Type(u"other");
+  SetWindowPos(program.Window(), nullptr, 0, 0, 1'000, 640, SWP_NOMOVE | SWP_NOZORDER);
+  WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / NameOf(3)));
+  EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / NameOf(4)));
+}
+
+TEST_F(ResultsList, RefusesCharactersThatNoNameHolds) {
+  OpenEditor(3);
+  program.Type(u"a*b");
+  program.Press(VK_RETURN);
+  HWND box = nullptr;
+  WaitUntil("the message", [&] {
+    box = FindWindowW(L"#32770", L"Error");
+    return box != nullptr;
+  });
+  PostMessageW(box, WM_CLOSE, 0, 0);
+  WaitUntil("the end of the message", [&] { return !IsWindow(box); });
+  EXPECT_NE(Editor(), nullptr);
+  program.Press(VK_ESCAPE);
+  WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / NameOf(3)));
+}
+
+TEST_F(ResultsList, ShowsThreeViews) {
+  for (const uint32_t view : {0u, 1u, 2u}) {
+    program.Ask(Probe::kSetView, view);
+    EXPECT_EQ(program.Ask(Probe::kScrollY), 0);
+    program.Ask(Probe::kRepaint, 1);
+    program.Screenshot("view-" + std::to_string(view));
+  }
+}
+
+}  // namespace
+}  // namespace quilmark
