@@ -19,7 +19,7 @@ namespace {
 // Pixels at 96 dpi.
 constexpr int kTextInset = 15, kClipInset = 10, kRowInset = 8, kRowRadius = 8, kRowGap = 4;
 constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 56, kStatusLeft = 20;
-constexpr int kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8;
+constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8;
 
 struct ColumnText {
   std::u16string_view key, english;
@@ -90,23 +90,6 @@ void DrawGridLines(const ListPaint& paint, const Rect& row) {
                     CurrentPalette.border);
 }
 
-void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text) {
-  DrawRowGround(paint, row, index);
-  if (text.name.empty()) return;  // a volume that went away
-  for (int column = 0; column < kColumns; ++column) {
-    const Rect cell = CellOf(paint, row, column);
-    if (cell.right <= paint.layout.rows.left || cell.left >= paint.layout.rows.right) continue;
-    const Rect place = {cell.left + paint.Scaled(kTextInset), cell.top,
-                        cell.right - paint.Scaled(kClipInset), cell.bottom};
-    if (column == 1) {
-      paint.canvas.MarkedLine(place, text.name, HighlightRanges(text.name, paint.term));
-    } else {
-      paint.canvas.Line(place, CellText(text, index, column), CurrentPalette.muted);
-    }
-  }
-  DrawGridLines(paint, row);
-}
-
 // A sheet, or a folder with a tab.
 void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory) {
   const int half = size / 2, tab = size / 6;
@@ -118,6 +101,32 @@ void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory)
     paint.canvas.FillRound({body.left, middle.y - half, middle.x, body.top + tab}, tab, color);
   }
   paint.canvas.FillRound(body, tab, color);
+}
+
+void DrawName(const ListPaint& paint, const Rect& place, const RowText& text) {
+  const int size = paint.Scaled(kListIcon);
+  const int left = place.left - paint.Scaled(kTextInset - kClipInset);
+  const ClipScope clip(paint.canvas.dc, {left, place.top, place.right, place.bottom});
+  DrawGlyph(paint, {left + size / 2, (place.top + place.bottom) / 2}, size, text.isDirectory);
+  paint.canvas.MarkedLine({place.left + paint.Scaled(kIconShift), place.top, place.right, place.bottom},
+                          text.name, HighlightRanges(text.name, paint.term));
+}
+
+void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text) {
+  DrawRowGround(paint, row, index);
+  if (text.name.empty()) return;  // a volume that went away
+  for (int column = 0; column < kColumns; ++column) {
+    const Rect cell = CellOf(paint, row, column);
+    if (cell.right <= paint.layout.rows.left || cell.left >= paint.layout.rows.right) continue;
+    const Rect place = {cell.left + paint.Scaled(kTextInset), cell.top,
+                        cell.right - paint.Scaled(kClipInset), cell.bottom};
+    if (column == 1) {
+      DrawName(paint, place, text);
+    } else {
+      paint.canvas.Line(place, CellText(text, index, column), CurrentPalette.muted);
+    }
+  }
+  DrawGridLines(paint, row);
 }
 
 void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, const RowText& text) {

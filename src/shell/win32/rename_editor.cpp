@@ -17,6 +17,7 @@
 #include "shell/rename_text.h"
 #include "shell/row_text.h"
 #include "shell/win32/gdi.h"
+#include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
 
 namespace quilmark {
@@ -26,6 +27,7 @@ namespace {
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestName = 511;
 constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4;  // pixels
+constexpr int kTextInset = 3;                                                     // pixels at 96 dpi
 
 struct Editing {
   MatchItem item;
@@ -165,11 +167,12 @@ void OpenRenameEditor(AppState& app, MainWindow& window) {
   const auto place = PlaceOfEditor(app, layout);
   if (!place) return;
   editing = *focused;
-  window.renameEditor =
-      CreateWindowExW(0, L"EDIT", Wide(editing.row.name), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL,
-                      place->left, place->top, place->right - place->left, place->bottom - place->top,
-                      window.Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+  window.renameEditor = CreateWindowExW(
+      0, L"EDIT", Wide(editing.row.name), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | ES_MULTILINE,
+      place->left, place->top, place->right - place->left, place->bottom - place->top, window.Handle(),
+      nullptr, GetModuleHandleW(nullptr), nullptr);
   SendMessageW(window.renameEditor, WM_SETFONT, reinterpret_cast<WPARAM>(window.fonts.list.Get()), TRUE);
+  CentreEditLine(window.renameEditor, kTextInset, kTextInset);
   SetWindowSubclass(window.renameEditor, EditorProcedure, kSubclass, 0);
   SetFocus(window.renameEditor);
   SendMessageW(window.renameEditor, EM_SETSEL, 0,

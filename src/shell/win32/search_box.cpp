@@ -111,18 +111,20 @@ HWND MakeSearchBox(HWND parent, HFONT font) {
   return edit;
 }
 
-void ApplySearchBoxRect(HWND searchBox) {
-  if (!IsWindow(searchBox)) return;
-  SendMessageW(searchBox, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+void ApplySearchBoxRect(HWND searchBox) { CentreEditLine(searchBox, kLeftInset, kRightInset); }
+
+void CentreEditLine(HWND edit, int leftInset, int rightInset) {
+  if (!IsWindow(edit)) return;
+  SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
   RECT rect = {};
-  GetClientRect(searchBox, &rect);
-  const int inset = std::max<int>((rect.bottom - FontHeight(searchBox)) / 2, 0);
-  rect.left += Scaled(kLeftInset);
-  rect.right -= Scaled(kRightInset);
+  GetClientRect(edit, &rect);
+  const int inset = std::max<int>((rect.bottom - FontHeight(edit)) / 2, 0);
+  rect.left += Scaled(leftInset);
+  rect.right -= Scaled(rightInset);
   rect.top += inset;
   rect.bottom -= inset;
-  SendMessageW(searchBox, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&rect));
-  SendMessageW(searchBox, EM_SCROLLCARET, 0, 0);
+  SendMessageW(edit, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&rect));
+  SendMessageW(edit, EM_SCROLLCARET, 0, 0);
 }
 
 }  // namespace quilmark
