@@ -73,11 +73,11 @@ struct AppState {
   std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds
   bool thumbDragging = false;
   ListState list;
-  int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
-  int32_t sidebarScroll = 0;    // first filter tag in view
+  int32_t pathColumnWidth = 0;   // as fitted to the rows in view; the stored width is its least
+  int32_t sidebarScroll = 0;     // first filter tag in view
+  uint64_t shownGeneration = 0;  // of the latest results that were final
   std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
-  std::atomic<uint64_t> hydrationGeneration = 0;
 
   // Timers.
   std::atomic<bool> repaintPending = false;

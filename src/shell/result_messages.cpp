@@ -95,6 +95,7 @@ bool OnSearchResults(AppState& app, WindowPort& window, const PostedMessage& mes
   if (message.first != searchGeneration) return false;
   const auto kind = static_cast<ResultKind>(message.second);
   window.CancelRename();
+  if (kind != ResultKind::kPartial) app.shownGeneration = message.first;
   const bool keepScroll =
       kind == ResultKind::kPartial ? app.keepScrollOnce.load() : app.keepScrollOnce.exchange(false);
   ClearSelection(app.list.selection);
@@ -170,7 +171,7 @@ bool OnRecentLoaded(AppState& app, WindowPort&, const PostedMessage&) {
 }
 
 bool OnAttrsUpdated(AppState& app, WindowPort& window, const PostedMessage& message) {
-  if (message.first == app.hydrationGeneration) RequestListRepaint(app, window, 100);
+  if (message.first == hydrationGeneration) RequestListRepaint(app, window, 100);
   return true;
 }
 

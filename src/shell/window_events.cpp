@@ -68,6 +68,8 @@ void TrimAndHide(WindowPort& window) {
 }
 
 void CloseWindowRequest(AppState& app, WindowPort& window) {
+  // An editor that loses the focus to the end would ask about its text.
+  window.CancelRename();
   if (app.exitRequested) return window.Destroy();
   if (app.trayIconAdded && Engine().ready) {
     if (std::exchange(app.closeBoxPressed, false)) ResetView(app, window);

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "index/volume_life.h"
+#include "search/attr_jobs.h"
 #include "search/search_state.h"
 
 namespace quilmark {
@@ -12,8 +13,7 @@ namespace quilmark {
 // Posted by background work, beside those that the index and the search declare.
 inline constexpr uint32_t WM_FILTER_RESULTS = 1028;
 inline constexpr uint32_t WM_RECENT_LOADED = 1029;
-inline constexpr uint32_t WM_ATTRS_UPDATED = 1030;  // first: hydrationGeneration
-inline constexpr uint32_t kTrayCallback = 32769;    // second: a mouse message
+inline constexpr uint32_t kTrayCallback = 32769;  // second: a mouse message
 
 // Timers of the main window.
 inline constexpr uint32_t ID_TIMER_TRAY_RETRY = 30002;

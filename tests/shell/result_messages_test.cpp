@@ -212,7 +212,7 @@ TEST_F(ResultMessages, FilterResultsShowTheirCount) {
 }
 
 TEST_F(ResultMessages, AttributesOfTheRowsInViewAreRepaintedUnlessStale) {
-  app.hydrationGeneration = 5;
+  hydrationGeneration = 5;
   EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 4));
   EXPECT_TRUE(window.timers.empty());
   EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5));

@@ -25,24 +25,24 @@ TEST_F(WindowEvents, ACloseHidesWhereTheTrayIconStands) {
   Engine().ready = true;
   app.trayIconAdded = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"TrimSelf", "Hide"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "TrimSelf", "Hide"}));
 }
 
 TEST_F(WindowEvents, ACloseEndsTheProgramWithoutATrayIcon) {
   Engine().ready = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"Destroy"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
   window.calls.clear();
   OnTaskbarCreated(app, window);
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"AddOrUpdateTrayIcon", "TrimSelf", "Hide"}));
+  EXPECT_EQ(window.calls, (Calls{"AddOrUpdateTrayIcon", "CancelRename", "TrimSelf", "Hide"}));
 }
 
 TEST_F(WindowEvents, ACloseEndsTheProgramBeforeAVolumeIsReady) {
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"Destroy"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
   EXPECT_FALSE(app.closeBoxPressed);
 }
 
@@ -50,7 +50,7 @@ TEST_F(WindowEvents, ACloseDuringAHiddenStartKeepsTheRun) {
   app.hiddenStart = true;
   app.closeBoxPressed = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"TrimSelf", "Hide"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "TrimSelf", "Hide"}));
   EXPECT_FALSE(app.closeBoxPressed);
 }
 
@@ -58,7 +58,7 @@ TEST_F(WindowEvents, AHiddenStartEndsWithTheSystem) {
   app.hiddenStart = true;
   window.systemShutsDown = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"Destroy"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
 }
 
 TEST_F(WindowEvents, TheMenusExitEndsTheProgram) {
@@ -66,7 +66,7 @@ TEST_F(WindowEvents, TheMenusExitEndsTheProgram) {
   app.trayIconAdded = true;
   app.exitRequested = true;
   CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"Destroy"}));
+  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
 }
 
 TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {

@@ -45,7 +45,7 @@ class ResultsList : public testing::Test {
     ClickRow(row);
     WaitForSelected(1);
     program.Press(VK_F2);
-    WaitUntil("the editor", [this] { return Editor() != nullptr; });
+    WaitUntil("the editor", [this] { return program.Ask(Probe::kRenameFocused) == 1; });
     return Editor();
   }
 
@@ -171,10 +171,40 @@ TEST_F(ResultsList, RefusesCharactersThatNoNameHolds) {
   });
   PostMessageW(box, WM_CLOSE, 0, 0);
   WaitUntil("the end of the message", [&] { return !IsWindow(box); });
-  EXPECT_NE(Editor(), nullptr);
+  WaitUntil("the focus in the editor", [this] { return program.Ask(Probe::kRenameFocused) == 1; });
   program.Press(VK_ESCAPE);
   WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
   EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / NameOf(3)));
+}
+
+TEST_F(ResultsList, SortsByItsHeaders) {
+  program.Drive().MakeFile("docs/file-big.bin", std::string(5'000'000, 'x'));
+  program.Drive().MakeFile("docs/file-mid.bin", std::string(50'000, 'x'));
+  program.Exit();
+  EXPECT_EQ(program.WaitForEnd(), 0u);
+  program.StartAndWait();
+  program.SearchFor(u"file");
+  const auto clickHeader = [this](int x) {
+    const int64_t before = program.Ask(Probe::kShownGeneration);
+    program.Click(program.Window(), x, 110);
+    WaitUntil("the sorted rows", [&] { return program.Ask(Probe::kShownGeneration) > before; });
+  };
+  clickHeader(380);  // size: the largest first
+  WaitUntil("the end of the sort", [this] { return program.Ask(Probe::kFirstRowSize) == 5'000'000; });
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("sorted-by-size");
+  clickHeader(380);
+  WaitUntil("the smallest", [this] { return program.Ask(Probe::kFirstRowSize) == 0; });
+  clickHeader(100);  // name: from A
+  clickHeader(100);
+  WaitUntil("from Z", [this] { return program.Ask(Probe::kFirstRowSize) == 50'000; });
+}
+
+TEST_F(ResultsList, LearnsSizesAndDatesOfTheRowsInView) {
+  WaitUntil("the size of the first row", [this] { return program.Ask(Probe::kFirstRowSize) == 0; });
+  program.Turn({400, 400}, -3);
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("attributes");
 }
 
 TEST_F(ResultsList, ShowsThreeViews) {

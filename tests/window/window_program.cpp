@@ -51,12 +51,17 @@ void CloseHandles(PROCESS_INFORMATION& process) {
   process = {};
 }
 
-void SendKey(WORD key, DWORD flags) {
+INPUT KeyInput(WORD key, DWORD flags) {
   INPUT input = {};
   input.type = INPUT_KEYBOARD;
   input.ki.wVk = key;
   input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
   input.ki.dwFlags = flags;
+  return input;
+}
+
+void SendKey(WORD key, DWORD flags) {
+  INPUT input = KeyInput(key, flags);
   SendInput(1, &input, sizeof input);
 }
 
@@ -68,12 +73,30 @@ void SendButton(DWORD flags, DWORD data) {
   SendInput(1, &input, sizeof input);
 }
 
+// Of a control in another process, which GetWindowText does not read.
+std::u16string TextOfEdit(HWND control) {
+  char16_t text[512] = {};
+  DWORD_PTR length = 0;
+  SendMessageTimeoutW(control, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG,
+                      kPatienceMs, &length);
+  return {text, static_cast<size_t>(length)};
+}
+
+void SaveFailure() {
+  const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
+  std::error_code ignored;
+  std::filesystem::create_directories(LogFolder(), ignored);
+  const std::string name = test != nullptr ? test->name() : "no-test";
+  SaveScreenAsPng(nullptr, (LogFolder() / ("failed-" + name + ".png")).wstring());
+}
+
 }  // namespace
 
 bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
   const ULONGLONG end = GetTickCount64() + kPatienceMs;
   while (!holds()) {
     if (GetTickCount64() > end) {
+      SaveFailure();  // as it stands now, not as the end of the test leaves it
       ADD_FAILURE() << "waited in vain: " << what;
       return false;
     }
@@ -85,7 +108,6 @@ bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
 WindowProgram::~WindowProgram() {
   const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
   if (testing::Test::HasFailure() && test != nullptr) {
-    Screenshot(std::string("failed-") + test->name());
     for (const auto& folder : {settings_.HostPath(), temp_.HostPath()}) {
       std::error_code ignored;
       std::filesystem::copy(
@@ -161,22 +183,21 @@ int64_t WindowProgram::Ask(Probe probe, uint32_t argument) {
 
 std::u16string WindowProgram::Title() { return TextOfWindow(Window(), 512); }
 
-std::u16string WindowProgram::Status() {
-  char16_t text[512] = {};
-  DWORD_PTR length = 0;
-  SendMessageTimeoutW(GetDlgItem(Window(), 103), WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text),
-                      SMTO_ABORTIFHUNG, kPatienceMs, &length);
-  return {text, static_cast<size_t>(length)};
-}
+std::u16string WindowProgram::Status() { return TextOfEdit(GetDlgItem(Window(), 103)); }
 
 void WindowProgram::Type(std::u16string_view text) {
+  // At once: no pause of a busy machine stands between two keys.
+  std::vector<INPUT> inputs;
+  const auto add = [&inputs](WORD key, DWORD flags) { inputs.push_back(KeyInput(key, flags)); };
   for (const char16_t unit : text) {
     const SHORT key = VkKeyScanW(static_cast<wchar_t>(unit));
     const bool needsShift = (key & 0x100) != 0;
-    if (needsShift) SendKey(VK_SHIFT, 0);
-    Press(static_cast<WORD>(key & 0xFF));
-    if (needsShift) SendKey(VK_SHIFT, KEYEVENTF_KEYUP);
+    if (needsShift) add(VK_SHIFT, 0);
+    add(static_cast<WORD>(key & 0xFF), 0);
+    add(static_cast<WORD>(key & 0xFF), KEYEVENTF_KEYUP);
+    if (needsShift) add(VK_SHIFT, KEYEVENTF_KEYUP);
   }
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
 void WindowProgram::Press(WORD virtualKey) {
@@ -220,8 +241,11 @@ void WindowProgram::Turn(POINT at, int notches) {
 void WindowProgram::SearchFor(std::u16string_view text) {
   const int64_t before = Ask(Probe::kSearchGeneration);
   Type(text);
-  WaitUntil("a search", [&] { return Ask(Probe::kSearchGeneration) > before; });
-  WaitUntil("its results", [this] { return Title().ends_with(u" results found"); });
+  WaitUntil("the typed text", [&] { return TextOfEdit(SearchBox()).ends_with(text); });
+  WaitUntil("its results", [&] {
+    const int64_t generation = Ask(Probe::kSearchGeneration);
+    return generation > before && Ask(Probe::kShownGeneration) == generation;
+  });
 }
 
 void WindowProgram::Screenshot(const std::string& name) {

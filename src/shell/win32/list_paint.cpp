@@ -6,8 +6,10 @@
 #include "platform/clock.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
+#include "search/sort.h"
 #include "shell/cell_text.h"
 #include "shell/highlight.h"
+#include "shell/row_cells.h"
 #include "shell/row_text.h"
 #include "shell/win32/canvas.h"
 #include "shell/window_timers.h"
@@ -64,16 +66,18 @@ void DrawRowGround(const ListPaint& paint, const Rect& row, uint64_t index) {
                          isSelected ? CurrentPalette.rowSel : CurrentPalette.alternateRow);
 }
 
-std::u16string CellText(const RowText& text, uint64_t index, int column) {
+std::u16string CellText(const RowText& text, const RowCells& cells, uint64_t index, int column) {
   switch (column) {
     case 0:
       return RowNumberText(index);
-    case 1:
-      return text.name;
-    case 5:
-      return text.folder;
+    case kColumnSize:
+      return cells.size;
+    case kColumnModified:
+      return cells.modified;
+    case kColumnCreated:
+      return cells.created;
     default:
-      return std::u16string(text.isDirectory ? kAbsent : kNotKnownYet);
+      return text.folder;
   }
 }
 
@@ -112,7 +116,8 @@ void DrawName(const ListPaint& paint, const Rect& place, const RowText& text) {
                           text.name, HighlightRanges(text.name, paint.term));
 }
 
-void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text) {
+void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text,
+                  const RowCells& cells) {
   DrawRowGround(paint, row, index);
   if (text.name.empty()) return;  // a volume that went away
   for (int column = 0; column < kColumns; ++column) {
@@ -123,7 +128,7 @@ void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const
     if (column == 1) {
       DrawName(paint, place, text);
     } else {
-      paint.canvas.Line(place, CellText(text, index, column), CurrentPalette.muted);
+      paint.canvas.Line(place, CellText(text, cells, index, column), CurrentPalette.muted);
     }
   }
   DrawGridLines(paint, row);
@@ -140,7 +145,8 @@ void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, cons
                        text.name);
 }
 
-void DrawRows(const ListPaint& paint) {
+bool DrawRows(const ListPaint& paint) {
+  bool isMissing = false;
   const auto rows = ShownResults();
   const RowsInView inView = RowsToPaint(paint.layout, App().scrollY, rows->size());
   const ClipScope clip(paint.canvas.dc, paint.layout.rows);
@@ -149,11 +155,14 @@ void DrawRows(const ListPaint& paint) {
     const Rect place = PlaceOfRow(paint.layout, App().scrollY, index);
     const RowText text = TextOfRow((*rows)[index]);
     if (paint.layout.view == ViewMode::kList) {
-      DrawTableRow(paint, place, index, text);
+      const RowCells cells = CellsOfRow((*rows)[index]);
+      isMissing = isMissing || cells.isMissing;
+      DrawTableRow(paint, place, index, text, cells);
     } else {
       DrawIconCell(paint, place, index, text);
     }
   }
+  return isMissing;
 }
 
 void DrawHeader(const ListPaint& paint) {
@@ -203,27 +212,33 @@ void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
 
 }  // namespace
 
-void PaintWindow(HDC dc, const MainWindow& window) {
+bool PaintWindow(HDC dc, const MainWindow& window) {
   const ListPaint paint{{dc}, window.List(), HighlightTerm(CurrentQueryText)};
   SetBkMode(dc, TRANSPARENT);
   paint.canvas.Fill({0, 0, App().clientWidth, App().clientHeight}, CurrentPalette.surface);
-  DrawRows(paint);
+  const bool isMissing = DrawRows(paint);
   DrawEmptyState(paint, window);
   DrawHeader(paint);
   DrawBar(paint, VerticalBar(paint.layout, App().scrollY, DisplayCount), Bar::kVertical);
   DrawBar(paint, HorizontalBar(paint.layout, App().scrollX), Bar::kHorizontal);
   DrawTop(paint, window);
+  return isMissing;
 }
 
 void MainWindow::Paint() {
   PAINTSTRUCT paint;
   const HDC screen = BeginPaint(window_, &paint);
   ++paints;
+  bool isMissing = false;
   if (backBuffer.IsReady()) {
-    PaintWindow(backBuffer.Dc(), *this);
+    isMissing = PaintWindow(backBuffer.Dc(), *this);
     BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
   }
   EndPaint(window_, &paint);
+  // While the list moves nothing touches the disk; the settle timer comes back to it.
+  if (isMissing && !IsScrolling(App(), TickMs()) && App().features.requestAttributes) {
+    App().features.requestAttributes();
+  }
 }
 
 }  // namespace quilmark

@@ -5,7 +5,8 @@
 
 namespace quilmark {
 
-// Covers every pixel of the client area. Reads state and changes none.
-void PaintWindow(HDC dc, const MainWindow& window);
+// Covers every pixel of the client area. Reads state and changes none. True if attributes of a row in
+// view are not known yet.
+bool PaintWindow(HDC dc, const MainWindow& window);
 
 }  // namespace quilmark

@@ -106,6 +106,9 @@ extern MessageHandler extraMessages;
 void RegisterMainWindowClass(HINSTANCE instance);
 HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
 
+// Joins what the window asks for with the parts that do it.
+void InstallFeatures(AppState& app, MainWindow& window);
+
 // The handling of WM_CREATE.
 void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
 

@@ -5,7 +5,10 @@
 #include "config/window_settings.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
+#include "search/sort.h"
+#include "shell/cell_text.h"
 #include "shell/layout.h"
+#include "shell/row_cells.h"
 #include "shell/row_text.h"
 #include "shell/tooltip_place.h"
 #include "shell/win32/gdi.h"
@@ -75,9 +78,15 @@ void RowTip::Hide() {
 std::u16string TipText(const AppState&, int64_t row, int column) {
   const auto rows = ShownResults();
   if (row < 0 || static_cast<uint64_t>(row) >= rows->size()) return {};
+  const MatchItem& item = (*rows)[static_cast<size_t>(row)];
   const bool isIconView = CurrentWindowSettings.viewMode != 0;
-  if (column != 1 && column != kPathColumn && !isIconView) return {};
-  return PathOfRow(TextOfRow((*rows)[static_cast<size_t>(row)]));
+  if (isIconView || column == kColumnName || column == kColumnOfPath) return PathOfRow(TextOfRow(item));
+  const RowCells cells = CellsOfRow(item);
+  const std::u16string& text = column == kColumnSize       ? cells.size
+                               : column == kColumnModified ? cells.modified
+                                                           : cells.created;
+  const bool isSaid = column >= kColumnSize && text != kNotKnownYet && text != kAbsent;
+  return isSaid ? text : std::u16string();
 }
 
 }  // namespace quilmark

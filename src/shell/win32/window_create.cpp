@@ -65,6 +65,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   ApplyTheme(window);
   window.MakeControls();
   InstallSearchHooks(window);
+  InstallFeatures(app, window);
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
   window.RegisterHotkeys();

@@ -8,6 +8,7 @@
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
+#include "search/attr_cache.h"
 #include "search/filtered_results.h"
 #include "shell/result_messages.h"
 #include "shell/win32/main_window.h"
@@ -48,6 +49,15 @@ void MapDrives(std::u16string_view only = {}) {
 void Crash() {
   volatile int* volatile nowhere = nullptr;
   *nowhere = 1;
+}
+
+LRESULT SizeOfFirstRow() {
+  const auto rows = ShownResults();
+  AttrEntry entry;
+  if (rows->empty()) return -1;
+  const MatchItem& first = rows->front();
+  const bool isKnown = PeekAttr(*first.volume, first.volume->records[first.index].frn, entry);
+  return isKnown ? entry.size : -1;
 }
 
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
@@ -128,6 +138,12 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.list.selection.focusRow;
     case Probe::kRenameEditor:
       return reinterpret_cast<LRESULT>(window.renameEditor);
+    case Probe::kRenameFocused:
+      return window.renameEditor != nullptr && GetFocus() == window.renameEditor;
+    case Probe::kFirstRowSize:
+      return SizeOfFirstRow();
+    case Probe::kShownGeneration:
+      return static_cast<LRESULT>(app.shownGeneration);
     case Probe::kGdiObjects:
       return CountGdiObjects();
     case Probe::kUserObjects:

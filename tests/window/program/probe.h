@@ -21,8 +21,11 @@ enum class Probe : uintptr_t {
   kSelectedRows,  // their number
   kFocusRow,
   kRenameEditor,  // its handle, 0 for none
-  kGdiObjects,    // that the process holds
-  kUserObjects,   // as the system counts them; 0 under Wine
+  kRenameFocused,
+  kShownGeneration,  // of the latest final results
+  kFirstRowSize,     // in bytes; -1: not known
+  kGdiObjects,       // that the process holds
+  kUserObjects,      // as the system counts them; 0 under Wine
   kSearchBoxFocused,
   kShownByUser,
   kFirstSearchDeferred,

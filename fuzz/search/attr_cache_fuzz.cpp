@@ -1,0 +1,23 @@
+// Any bytes as an attribute cache: what is read lies in the bytes, and what is written from it reads
+// back as it was.
+#include <cstdint>
+#include <cstdlib>
+
+#include "search/attr_cache_file.h"
+
+using namespace quilmark;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const auto volumes = ReadAttrCacheBytes(std::as_bytes(std::span(data, size)));
+  size_t entries = 0;
+  for (const CachedVolume& volume : volumes) entries += volume.entries.size();
+  if (volumes.size() * 14 + entries * 33 > size) std::abort();
+  const std::string written = AttrCacheBytes(volumes);
+  const auto again = ReadAttrCacheBytes(std::as_bytes(std::span(written)));
+  if (again.size() != volumes.size()) std::abort();
+  for (size_t i = 0; i < again.size(); ++i) {
+    if (again[i].entries.size() != volumes[i].entries.size()) std::abort();
+    if (again[i].letter != volumes[i].letter || again[i].journalId != volumes[i].journalId) std::abort();
+  }
+  return 0;
+}

@@ -1,0 +1,22 @@
+// Size and times of a file.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "platform/clock.h"
+
+namespace quilmark {
+
+struct FileFacts {
+  uint64_t size = 0;      // bytes
+  FileTime modified = 0;  // last write
+  FileTime created = 0;   // birth, where the file system keeps it, else the earliest time known
+  bool isDirectory = false;
+};
+
+// Of a path of files.h, without opening it and without following a link. Empty where there is none.
+std::optional<FileFacts> ReadFileFacts(std::u16string_view path);
+
+}  // namespace quilmark

@@ -1,0 +1,142 @@
+#include "search/attr_cache.h"
+
+#include <algorithm>
+#include <chrono>
+#include <mutex>
+#include <optional>
+#include <shared_mutex>
+
+#include "config/attr_counters.h"
+#include "index/search_engine.h"
+#include "platform/file_facts.h"
+
+namespace quilmark {
+
+namespace {
+
+// Of those tables that are keyed by the bare record number.
+constexpr uint64_t kRecordNumber = 0xFFFF'FFFF'FFFF;
+
+using Clock = std::chrono::steady_clock;
+
+uint64_t MicrosSince(Clock::time_point start) {
+  return static_cast<uint64_t>(
+      std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start).count());
+}
+
+// A lock that is free costs no look at the clock.
+template <typename Lock>
+Lock TimedLock(OrderedLock& lock) {
+  Lock held(lock, std::try_to_lock);
+  if (held.owns_lock()) return held;
+  const auto start = Clock::now();
+  held.lock();
+  AttrCounters().lockWaitMicros += MicrosSince(start);
+  return held;
+}
+
+bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+  const auto found = volume.attrs.find(frn);
+  if (found == volume.attrs.end() || !found->second.valid) return false;
+  out = found->second;
+  return true;
+}
+
+bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
+
+std::optional<uint64_t> FrnOf(const VolumeIndex& volume, uint32_t index) {
+  const std::shared_lock lock(volume.indexLock);
+  if (index >= volume.records.size()) return std::nullopt;
+  return volume.records[index].frn;
+}
+
+// An entry without dates never takes the place of a fuller one.
+void StoreUnlessFuller(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+  AttrEntry held;
+  const bool isFuller = !HasDates(entry) && PeekAttr(volume, frn, held) && HasDates(held);
+  if (!isFuller) StoreAttr(volume, frn, entry);
+}
+
+bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+  MftSize size;
+  if (!LookupMftSize(volume, frn, size)) return false;
+  out.size = static_cast<int64_t>(size.logical);
+  out.valid = true;
+  return true;
+}
+
+void FillFromDisk(const VolumeIndex& volume, uint32_t index, uint64_t frn, AttrEntry& out) {
+  const std::u16string path = BuildPathLocked(volume, index);
+  std::optional<FileFacts> facts;
+  if (!path.empty()) {
+    ++AttrCounters().diskReads;
+    facts = ReadFileFacts(path);
+  }
+  if (facts) {
+    out = {.size = static_cast<int64_t>(facts->size),
+           .modified = facts->modified,
+           .created = facts->created,
+           .valid = true};
+    return;
+  }
+  if (!TakeMftSize(volume, frn, out) && !out.valid) out.size = 0;
+  out.valid = true;
+}
+
+void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
+  const auto frn = FrnOf(volume, index);
+  if (!frn) return;
+  const bool isHeld = LookupAttr(volume, *frn, out);
+  if (isHeld && (HasDates(out) || insist == Insist::kNo)) return;
+  const bool takesScan = !isHeld && insist == Insist::kNo;
+  if (!takesScan || !TakeMftSize(volume, *frn, out)) FillFromDisk(volume, index, *frn, out);
+  StoreUnlessFuller(volume, *frn, out);
+}
+
+}  // namespace
+
+bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+  const auto lock = TimedLock<std::shared_lock<OrderedLock>>(volume.attrLock);
+  const bool isHit = CopyEntry(volume, frn, out);
+  ++(isHit ? AttrCounters().hits : AttrCounters().misses);
+  return isHit;
+}
+
+bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+  const std::shared_lock lock(volume.attrLock);
+  return CopyEntry(volume, frn, out);
+}
+
+void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+  const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
+  const auto held = volume.attrs.find(frn);
+  if (held != volume.attrs.end()) {
+    if (held->second.size != entry.size) volume.folderSizesDirty = true;
+    held->second = entry;
+  } else {
+    if (volume.attrs.size() >= kMostAttrEntries) return;
+    if (entry.size > 0) volume.folderSizesDirty = true;
+    volume.attrs.emplace(frn, entry);
+  }
+  ++AttrCacheGeneration;
+}
+
+bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {
+  const std::shared_lock lock(volume.mftSizesLock);
+  if (volume.mftSizes.empty()) return false;
+  auto found = volume.mftSizes.find(frn);
+  if (found == volume.mftSizes.end()) found = volume.mftSizes.find(frn & kRecordNumber);
+  if (found == volume.mftSizes.end()) return false;
+  out = found->second;
+  return true;
+}
+
+void EnsureFileAttributes(VolumeIndex* volume, uint32_t index, AttrEntry& out, Insist insist) {
+  if (volume == nullptr || !volume->valid) return;
+  ++AttrCounters().hydrateCalls;
+  const auto start = Clock::now();
+  Fill(*volume, index, out, insist);
+  AttrCounters().hydrateMicros += MicrosSince(start);
+}
+
+}  // namespace quilmark

@@ -1,0 +1,33 @@
+// Size and dates of files, which the index lacks: kept per volume, filled from the disk on demand.
+//
+// Any thread. `volume.attrs` is guarded by attrLock, shared for looks.
+#pragma once
+
+#include <cstdint>
+
+#include "index/volume_index.h"
+
+namespace quilmark {
+
+// Entries of one volume; a file beyond them is asked for on the disk each time.
+inline constexpr size_t kMostAttrEntries = 2'000'000;
+
+// True with a copy of the entry if there is one that carries data. Counts a hit or a miss.
+bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
+
+// The same without counting.
+bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
+
+void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry);
+
+// The logical size that a scan of the volume's file table found. False where it found none.
+bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out);
+
+enum class Insist { kNo, kOnDisk };
+
+// Fills `out` from the cache, else from the sizes of a scan, else from the disk; kOnDisk wants dates
+// too. A file that cannot be read ends with a valid entry all the same, and is not asked for again.
+// `out` stays as it is for a record that does not exist.
+void EnsureFileAttributes(VolumeIndex* volume, uint32_t index, AttrEntry& out, Insist insist);
+
+}  // namespace quilmark

@@ -1,0 +1,189 @@
+#include "search/attr_cache_file.h"
+
+#include <mutex>
+#include <optional>
+#include <shared_mutex>
+
+#include "config/attr_counters.h"
+#include "config/config_directory.h"
+#include "config/log.h"
+#include "platform/bytes.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/format.h"
+
+namespace quilmark {
+
+std::atomic<uint64_t> AttrSavedGeneration = 0;
+
+namespace {
+
+constexpr std::string_view kMagic = "HCSV";
+constexpr uint32_t kVersion = 1, kMostEntries = 1'000'000;
+constexpr size_t kFileHeader = 12, kVolumeHeader = 14, kEntrySize = 33;
+constexpr uint64_t kLongestFile = uint64_t{26} * kMostEntries * kEntrySize + 1'000;
+constexpr std::u16string_view kNtfs = u"NTFS";
+
+std::u16string FilePath() { return GetConfigDirectory() + u"\\attrcache.v1.bin"; }
+
+template <typename Integer>
+void Append(std::string& bytes, Integer value) {
+  for (size_t i = 0; i < sizeof value; ++i) {
+    bytes += static_cast<char>(static_cast<uint64_t>(value) >> (8 * i) & 0xFF);
+  }
+}
+
+void AppendEntry(std::string& bytes, uint64_t frn, const AttrEntry& entry) {
+  Append(bytes, frn);
+  Append(bytes, entry.size);
+  Append(bytes, entry.modified);
+  Append(bytes, entry.created);
+  Append(bytes, static_cast<uint8_t>(entry.valid));
+}
+
+AttrEntry EntryAt(std::span<const std::byte> bytes, size_t offset) {
+  return {.size = static_cast<int64_t>(LoadLe<uint64_t>(bytes, offset + 8)),
+          .modified = LoadLe<uint64_t>(bytes, offset + 16),
+          .created = LoadLe<uint64_t>(bytes, offset + 24),
+          .valid = bytes[offset + 32] != std::byte{0}};
+}
+
+// Live NTFS volumes that have a drive.
+std::vector<VolumeIndex*> CacheableVolumes(const SearchEngine& engine) {
+  std::vector<VolumeIndex*> volumes;
+  for (VolumeIndex* const volume : CopyVolumes(engine)) {
+    if (volume->valid && volume->fileSystem == kNtfs && !volume->drive.empty())
+      volumes.push_back(volume);
+  }
+  return volumes;
+}
+
+uint64_t JournalIdOf(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.indexLock);
+  return volume.journalId;
+}
+
+CachedVolume CopyEntries(const VolumeIndex& volume) {
+  CachedVolume cached{.letter = volume.drive[0], .journalId = JournalIdOf(volume), .entries = {}};
+  const std::shared_lock lock(volume.attrLock);
+  for (const auto& [frn, entry] : volume.attrs) {
+    const bool hasDates = entry.modified != 0 || entry.created != 0;
+    if (entry.valid && hasDates) cached.entries.emplace_back(frn, entry);
+  }
+  return cached;
+}
+
+// The journal's identity decides between volumes of one letter; a new one does not reject the entries.
+VolumeIndex* VolumeFor(const std::vector<VolumeIndex*>& volumes, const CachedVolume& cached) {
+  VolumeIndex* byLetter = nullptr;
+  for (VolumeIndex* const volume : volumes) {
+    if (volume->drive[0] != cached.letter) continue;
+    if (JournalIdOf(*volume) == cached.journalId) return volume;
+    if (byLetter == nullptr) byLetter = volume;
+  }
+  return byLetter;
+}
+
+uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
+  const std::shared_lock indexLock(volume.indexLock);
+  const std::scoped_lock attrLock(volume.attrLock);
+  volume.attrs.clear();
+  volume.attrs.reserve(cached.entries.size());
+  for (const auto& [frn, entry] : cached.entries) {
+    if (IndexOf(volume.frnToIndex, volume.records, frn)) volume.attrs.insert_or_assign(frn, entry);
+  }
+  volume.folderSizesDirty = true;
+  return volume.attrs.size();
+}
+
+void LogCacheMetric(std::u16string_view what, uint64_t ms, uint64_t entries, uint64_t bytes) {
+  LogPerfMetric(
+      FormatText(u"%ls ms=%llu path=%ls entries=%llu bytes=%llu", what, ms, FilePath(), entries, bytes));
+}
+
+}  // namespace
+
+std::string AttrCacheBytes(const std::vector<CachedVolume>& volumes) {
+  std::string bytes(kMagic);
+  Append(bytes, kVersion);
+  Append(bytes, static_cast<uint32_t>(volumes.size()));
+  for (const CachedVolume& volume : volumes) {
+    Append(bytes, static_cast<uint16_t>(volume.letter));
+    Append(bytes, volume.journalId);
+    Append(bytes, static_cast<uint32_t>(volume.entries.size()));
+    for (const auto& [frn, entry] : volume.entries) AppendEntry(bytes, frn, entry);
+  }
+  return bytes;
+}
+
+std::vector<CachedVolume> ReadAttrCacheBytes(std::span<const std::byte> bytes) {
+  std::vector<CachedVolume> volumes;
+  if (bytes.size() < kFileHeader) return volumes;
+  const std::string_view magic(reinterpret_cast<const char*>(bytes.data()), kMagic.size());
+  if (magic != kMagic || LoadLe<uint32_t>(bytes, 4) != kVersion) return volumes;
+  const uint32_t count = LoadLe<uint32_t>(bytes, 8);
+  size_t offset = kFileHeader;
+  for (uint32_t i = 0; i < count && Fits(bytes.size(), offset, kVolumeHeader); ++i) {
+    CachedVolume volume{.letter = static_cast<char16_t>(LoadLe<uint16_t>(bytes, offset)),
+                        .journalId = LoadLe<uint64_t>(bytes, offset + 2),
+                        .entries = {}};
+    const uint64_t entries = LoadLe<uint32_t>(bytes, offset + 10);
+    offset += kVolumeHeader;
+    const uint64_t whole = std::min<uint64_t>(entries, (bytes.size() - offset) / kEntrySize);
+    if (entries <= kMostEntries) {
+      volume.entries.reserve(whole);
+      for (uint64_t entry = 0; entry < whole; ++entry) {
+        const size_t at = offset + entry * kEntrySize;
+        volume.entries.emplace_back(LoadLe<uint64_t>(bytes, at), EntryAt(bytes, at));
+      }
+      volumes.push_back(std::move(volume));
+    }
+    if (whole < entries) break;  // a short file ends here
+    offset += entries * kEntrySize;
+  }
+  return volumes;
+}
+
+uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>& cached) {
+  const std::vector<VolumeIndex*> volumes = CacheableVolumes(engine);
+  uint64_t kept = 0;
+  for (const CachedVolume& one : cached) {
+    if (VolumeIndex* const volume = VolumeFor(volumes, one)) kept += GiveEntries(*volume, one);
+  }
+  return kept;
+}
+
+void LoadAttrCache(SearchEngine& engine) {
+  const uint64_t start = TickMs();
+  const auto bytes = ReadFileBytes(FilePath(), kLongestFile);
+  if (!bytes || bytes->size() < kFileHeader) return;
+  const auto cached = ReadAttrCacheBytes(std::as_bytes(std::span(*bytes)));
+  const std::string_view magic(bytes->data(), kMagic.size());
+  if (cached.empty() && magic != kMagic) return;
+  const uint64_t kept = TakeCachedVolumes(engine, cached);
+  const uint64_t ms = TickMs() - start;
+  AttrCounters().cacheLoadMillis += ms;
+  AttrSavedGeneration = ++AttrCacheGeneration;
+  LogCacheMetric(u"cache_load", ms, kept, bytes->size());
+}
+
+void SaveAttrCache(SearchEngine& engine) {
+  const uint64_t start = TickMs();
+  const uint64_t generation = AttrCacheGeneration;
+  std::vector<CachedVolume> volumes;
+  uint64_t entries = 0;
+  for (const VolumeIndex* const volume : CacheableVolumes(engine)) {
+    volumes.push_back(CopyEntries(*volume));
+    entries += volumes.back().entries.size();
+  }
+  const std::string bytes = AttrCacheBytes(volumes);
+  if (!WriteFileBytes(FilePath(), bytes)) return;
+  const uint64_t ms = TickMs() - start;
+  AttrCounters().cacheSaveMillis += ms;
+  AttrSavedGeneration = generation;
+  LogCacheMetric(u"cache_save", ms, entries, bytes.size());
+}
+
+bool HasAttrCacheFile() { return IsExistingPath(FilePath()); }
+
+}  // namespace quilmark

@@ -1,0 +1,141 @@
+#include "search/attr_jobs.h"
+
+#include <algorithm>
+#include <optional>
+#include <shared_mutex>
+#include <vector>
+
+#include "platform/background.h"
+#include "platform/clock.h"
+#include "search/attr_cache.h"
+#include "search/attr_cache_file.h"
+#include "search/folder_sizes.h"
+
+namespace quilmark {
+
+std::atomic<uint64_t> hydrationGeneration = 0;
+
+namespace {
+
+constexpr uint32_t kPrewarmRecords = 3'000, kPrewarmPause = 128;
+
+std::atomic<bool> hydrationRuns = false;
+std::atomic<bool> saveRuns = false;
+
+// Clears a flag however its job ends.
+struct FlagMark {
+  std::atomic<bool>& flag;
+  ~FlagMark() { flag = false; }
+};
+
+struct Hydration {
+  std::shared_ptr<const ResultSet> rows;
+  RowRange range;
+  uint64_t token = 0, search = 0;
+
+  bool IsCurrentStill() const { return hydrationGeneration == token && IsCurrent(search); }
+};
+
+struct RecordKind {
+  uint64_t frn = 0;
+  bool isDirectory = false;
+};
+
+std::optional<RecordKind> KindOf(const MatchItem& item) {
+  const std::shared_lock lock(item.volume->indexLock);
+  if (item.index >= item.volume->records.size()) return std::nullopt;
+  const FileRecord& record = item.volume->records[item.index];
+  return RecordKind{record.frn, record.isDirectory != 0};
+}
+
+// True if the row has more than before.
+bool HydrateRow(const MatchItem& item, std::vector<VolumeIndex*>& dirty) {
+  if (item.volume == nullptr) return false;
+  const auto kind = KindOf(item);
+  if (!kind) return false;
+  const bool isListed = std::find(dirty.begin(), dirty.end(), item.volume) != dirty.end();
+  if (kind->isDirectory && item.volume->folderSizesDirty && !isListed) dirty.push_back(item.volume);
+  AttrEntry entry;
+  const bool isHeld = LookupAttr(*item.volume, kind->frn, entry);
+  if (isHeld && (entry.modified != 0 || entry.created != 0)) return false;
+  EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);
+  return true;
+}
+
+void Hydrate(const Hydration& job) {
+  bool isChanged = false;
+  std::vector<VolumeIndex*> dirty;
+  for (uint64_t row = job.range.first; row < job.range.end; ++row) {
+    if (!job.IsCurrentStill()) return;
+    isChanged = HydrateRow((*job.rows)[row], dirty) || isChanged;
+  }
+  for (VolumeIndex* const volume : dirty) {
+    if (!job.IsCurrentStill()) return;
+    if (!volume->folderSizesDirty) continue;
+    RebuildFolderSizes(*volume);
+    isChanged = true;
+  }
+  if (isChanged && job.IsCurrentStill()) PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, job.token, 0);
+}
+
+bool HasNoAttributes(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.attrLock);
+  return volume.attrs.empty();
+}
+
+void PrewarmVolume(VolumeIndex& volume) {
+  uint32_t count = 0;
+  {
+    const std::shared_lock lock(volume.indexLock);
+    count = std::min(volume.records.size(), kPrewarmRecords);
+  }
+  for (uint32_t index = 0; index < count && !ShutdownRequested; ++index) {
+    AttrEntry scratch;
+    EnsureFileAttributes(&volume, index, scratch, Insist::kOnDisk);
+    if (index % kPrewarmPause == 0) SleepMs(1);
+  }
+}
+
+void PrewarmVolumes(SearchEngine& engine) {
+  for (VolumeIndex* const volume : CopyVolumes(engine)) {
+    if (ShutdownRequested) return;
+    if (volume->valid && HasNoAttributes(*volume)) PrewarmVolume(*volume);
+  }
+}
+
+}  // namespace
+
+void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
+  range.end = std::min<uint64_t>(range.end, rows->size());
+  if (range.first >= range.end || ShutdownRequested || hydrationRuns.exchange(true)) return;
+  const Hydration job{std::move(rows), range, ++hydrationGeneration, searchGeneration};
+  const bool isStarted = RunBackground("attr_hydration", [job] {
+    const FlagMark mark{hydrationRuns};
+    Hydrate(job);
+  });
+  if (!isStarted) hydrationRuns = false;
+}
+
+void PrewarmAttrCacheAsync(SearchEngine& engine) {
+  if (engine.prewarming.exchange(true)) return;
+  const bool isStarted = RunBackground("prewarm_attr_cache", [&engine] {
+    const FlagMark mark{engine.prewarming};
+    PrewarmVolumes(engine);
+  });
+  if (!isStarted) engine.prewarming = false;
+}
+
+void AutosaveAttrCacheAsync(SearchEngine& engine) {
+  if (ShutdownRequested || AttrCacheGeneration <= AttrSavedGeneration || !BeginSave()) return;
+  const bool isStarted = RunBackground("cache_autosave", [&engine] {
+    const FlagMark mark{saveRuns};
+    SaveAttrCache(engine);
+  });
+  if (!isStarted) EndSave();
+}
+
+bool BeginSave() { return !saveRuns.exchange(true); }
+
+void EndSave() { saveRuns = false; }
+
+}  // namespace quilmark

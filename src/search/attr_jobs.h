@@ -1,0 +1,36 @@
+// Background jobs around the attribute cache: rows in view, warming up, saving.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+#include "search/search_state.h"
+
+namespace quilmark {
+
+inline constexpr uint32_t WM_ATTRS_UPDATED = 1030;  // first: hydrationGeneration
+
+extern std::atomic<uint64_t> hydrationGeneration;
+
+struct RowRange {
+  uint64_t first = 0, end = 0;  // end: behind the last
+};
+
+// Job "attr_hydration": attributes of the rows, and totals of their folders, from the disk. Posts
+// WM_ATTRS_UPDATED if something changed. Nothing for an empty range and while one runs.
+void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range);
+
+// Job "prewarm_attr_cache": the first files of each volume that has no attributes yet.
+// Engine().prewarming is set meanwhile.
+void PrewarmAttrCacheAsync(SearchEngine& engine);
+
+// Job "cache_autosave", if there is something to save and none runs.
+void AutosaveAttrCacheAsync(SearchEngine& engine);
+
+// The flag that this job shares with the save after a sort: true for whoever may save now, and calls
+// EndSave when it is done.
+bool BeginSave();
+void EndSave();
+
+}  // namespace quilmark

@@ -1,0 +1,55 @@
+#include "shell/row_cells.h"
+
+#include <optional>
+#include <shared_mutex>
+
+#include "search/attr_cache.h"
+#include "search/folder_sizes.h"
+#include "shell/cell_text.h"
+
+namespace quilmark {
+
+namespace {
+
+struct RecordKind {
+  uint64_t frn = 0;
+  bool isDirectory = false;
+};
+
+std::optional<RecordKind> KindOf(const MatchItem& item) {
+  if (item.volume == nullptr) return std::nullopt;
+  const std::shared_lock lock(item.volume->indexLock);
+  if (item.index >= item.volume->records.size()) return std::nullopt;
+  const FileRecord& record = item.volume->records[item.index];
+  return RecordKind{record.frn, record.isDirectory != 0};
+}
+
+std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
+  uint64_t size = 0;
+  return GetFolderSize(volume, frn, size, IfDirty::kLeave) ? SizeText(size) : std::u16string(kAbsent);
+}
+
+std::u16string FileSizeText(const MatchItem& item, uint64_t frn, const AttrEntry* entry) {
+  if (entry != nullptr) return SizeText(static_cast<uint64_t>(entry->size));
+  MftSize size;
+  if (LookupMftSize(*item.volume, frn, size)) return SizeText(size.logical);
+  return std::u16string(kNotKnownYet);
+}
+
+}  // namespace
+
+RowCells CellsOfRow(const MatchItem& item) {
+  const auto kind = KindOf(item);
+  if (!kind) return {};
+  AttrEntry entry;
+  const bool isHeld = PeekAttr(*item.volume, kind->frn, entry);
+  RowCells cells;
+  cells.size = kind->isDirectory ? FolderSizeText(*item.volume, kind->frn)
+                                 : FileSizeText(item, kind->frn, isHeld ? &entry : nullptr);
+  cells.modified = isHeld ? TimeText(entry.modified) : std::u16string(kNotKnownYet);
+  cells.created = isHeld ? TimeText(entry.created) : std::u16string(kNotKnownYet);
+  cells.isMissing = !isHeld;
+  return cells;
+}
+
+}  // namespace quilmark

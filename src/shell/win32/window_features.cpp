@@ -1,0 +1,40 @@
+#include "index/volume_life.h"
+#include "search/attr_cache_file.h"
+#include "search/attr_jobs.h"
+#include "search/filtered_results.h"
+#include "search/sort.h"
+#include "shell/sort_request.h"
+#include "shell/win32/main_window.h"
+
+namespace quilmark {
+
+namespace {
+
+void InstallStartupHooks() {
+  startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
+  startupHooks.writeMissingAttributeCache = [] {
+    if (!HasAttrCacheFile()) SaveAttrCache(Engine());
+  };
+}
+
+}  // namespace
+
+void InstallFeatures(AppState& app, MainWindow& window) {
+  InstallStartupHooks();
+  app.features.requestAttributes = [&app, &window] {
+    const auto rows = ShownResults();
+    const RowsInView inView = RowsToPaint(window.List(), app.scrollY, rows->size());
+    HydrateRowsAsync(rows, {inView.first, inView.end});
+  };
+  app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };
+  app.features.autosaveAttributes = [] { AutosaveAttrCacheAsync(Engine()); };
+  app.features.saveAttributes = [] { SaveAttrCache(Engine()); };
+  app.features.sort = [&app, &window](int column) {
+    RequestSort(app, window, column, Direction::kByClick);
+  };
+  app.features.resort = [&app, &window](int column) {
+    RequestSort(app, window, column, Direction::kKeep);
+  };
+}
+
+}  // namespace quilmark

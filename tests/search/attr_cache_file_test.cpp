@@ -1,0 +1,169 @@
+#include "search/attr_cache_file.h"
+
+#include <gtest/gtest.h>
+
+#include "config/config_directory.h"
+#include "config/scratch_config.h"
+#include "platform/files.h"
+#include "platform/text_file.h"
+#include "search/attr_cache.h"
+#include "support/search_harness.h"
+#include "support/volumes.h"
+
+namespace quilmark {
+namespace {
+
+// One volume C: of journal 0x0102030405060708 with one entry, byte by byte.
+constexpr unsigned char kFile[] = {
+    'H',  'C',  'S',  'V',  1,    0,    0,    0, 1,    0, 0, 0,              // magic, version, volumes
+    'C',  0,    8,    7,    6,    5,    4,    3, 2,    1, 1, 0, 0, 0,        // letter, journal, entries
+    0x64, 0,    0,    0,    0,    0,    3,    0, 0xD2, 4, 0, 0, 0, 0, 0, 0,  // reference, size 1,234
+    0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 1, 9,    8, 7, 6, 5, 4, 3, 2,  // modified, created
+    1};
+constexpr uint64_t kFrn = 0x0003'0000'0000'0064, kJournal = 0x0102'0304'0506'0708;
+constexpr AttrEntry kEntry = {
+    .size = 1'234, .modified = 0x0177'6655'4433'2211, .created = 0x0203'0405'0607'0809, .valid = true};
+
+bool IsSame(const AttrEntry& a, const AttrEntry& b) {
+  return a.size == b.size && a.modified == b.modified && a.created == b.created && a.valid == b.valid;
+}
+
+std::span<const std::byte> Bytes(const std::string& text) { return std::as_bytes(std::span(text)); }
+std::string FileBytes() { return {reinterpret_cast<const char*>(kFile), sizeof kFile}; }
+
+class AttrCacheFile : public testing::Test {
+ protected:
+  VolumeIndex& AddNtfs(std::u16string_view drive, uint64_t journalId) {
+    auto volume = MakeTestVolume(drive);
+    volume->fileSystem = u"NTFS";
+    volume->journalId = journalId;
+    AddFile(*volume, u"a.txt", kRootFrnOfTests, kFrn);
+    return *AddVolume(Engine(), std::move(volume));
+  }
+  std::u16string Path() const { return GetConfigDirectory() + u"\\attrcache.v1.bin"; }
+  bool Holds(const VolumeIndex& volume) {
+    AttrEntry entry;
+    return PeekAttr(volume, kFrn, entry) && IsSame(entry, kEntry);
+  }
+
+  ScratchConfig config;
+  SearchHarness search;
+};
+
+TEST(AttrCacheBytes, AreWrittenByteByByte) {
+  EXPECT_EQ(AttrCacheBytes({{u'C', kJournal, {{kFrn, kEntry}}}}), FileBytes());
+}
+
+TEST(AttrCacheBytes, AreReadByteByByte) {
+  const auto volumes = ReadAttrCacheBytes(Bytes(FileBytes()));
+  ASSERT_EQ(volumes.size(), 1u);
+  EXPECT_EQ(volumes[0].letter, u'C');
+  EXPECT_EQ(volumes[0].journalId, kJournal);
+  ASSERT_EQ(volumes[0].entries.size(), 1u);
+  EXPECT_EQ(volumes[0].entries[0].first, kFrn);
+  EXPECT_TRUE(IsSame(volumes[0].entries[0].second, kEntry));
+}
+
+TEST(AttrCacheBytes, AreReadAsFarAsTheyGo) {
+  std::vector<CachedVolume> volumes(2);
+  for (CachedVolume& volume : volumes) {
+    for (uint64_t frn = 1; frn <= 5; ++frn) volume.entries.emplace_back(frn, kEntry);
+  }
+  const std::string whole = AttrCacheBytes(volumes);
+  for (size_t length = 0; length <= whole.size(); ++length) {
+    const auto read = ReadAttrCacheBytes(Bytes(whole.substr(0, length)));
+    size_t entries = 0;
+    for (const CachedVolume& volume : read) entries += volume.entries.size();
+    const size_t second = 12 + 14 + 5 * 33 + 14;
+    const size_t expected = length < 12 + 14  ? 0
+                            : length < second ? std::min<size_t>((length - 26) / 33, 5)
+                                              : 5 + (length - second) / 33;
+    EXPECT_EQ(entries, expected) << length;
+  }
+}
+
+TEST(AttrCacheBytes, OfAnotherKindOrVersionAreNone) {
+  for (const size_t place : {0u, 3u, 4u, 7u}) {
+    std::string bytes = FileBytes();
+    ++bytes[place];
+    EXPECT_TRUE(ReadAttrCacheBytes(Bytes(bytes)).empty()) << place;
+  }
+}
+
+TEST(AttrCacheBytes, OfAVolumeWithMoreThanAMillionEntriesArePassedOver) {
+  std::string bytes = FileBytes();
+  bytes[8] = 2;
+  bytes.replace(22, 4, std::string("\x41\x42\x0F\x00", 4));  // 1,000,001
+  bytes.resize(26 + size_t{1'000'001} * 33);
+  bytes += FileBytes().substr(12);
+  const auto volumes = ReadAttrCacheBytes(Bytes(bytes));
+  ASSERT_EQ(volumes.size(), 1u);
+  EXPECT_EQ(volumes[0].entries.size(), 1u);
+}
+
+TEST(AttrCacheBytes, WithACountBeyondTheFileAllocateNothingForIt) {
+  std::string bytes = FileBytes();
+  bytes.replace(22, 4, std::string("\x40\x42\x0F\x00", 4));  // 1,000,000
+  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes))[0].entries.size(), 1u);
+  bytes.replace(8, 4, std::string("\xFF\xFF\xFF\xFF", 4));
+  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes)).size(), 1u);
+}
+
+TEST_F(AttrCacheFile, ComesBackInTheNextRun) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  SaveAttrCache(Engine());
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  EXPECT_EQ(AttrSavedGeneration, AttrCacheGeneration);
+  volume.attrs.clear();
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(Holds(volume));
+  EXPECT_EQ(AttrSavedGeneration, AttrCacheGeneration);
+  const auto metrics = ReadTextFile(GetConfigDirectory() + u"\\perf_metrics.log");
+  EXPECT_NE(metrics->find(u"cache_save ms="), std::u16string::npos);
+  EXPECT_NE(metrics->find(u" entries=1 bytes=59\n"), std::u16string::npos);
+  EXPECT_NE(metrics->find(u"cache_load ms="), std::u16string::npos);
+}
+
+TEST_F(AttrCacheFile, ComesBackAfterTheJournalWasMadeAnew) {
+  VolumeIndex& volume = AddNtfs(u"C:", 99);
+  ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(Holds(volume));
+}
+
+TEST_F(AttrCacheFile, KeepsOnlyFilesThatStillExist) {
+  auto volume = MakeTestVolume(u"C:");
+  volume->fileSystem = u"NTFS";
+  VolumeIndex& added = *AddVolume(Engine(), std::move(volume));
+  ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(added.attrs.empty());
+}
+
+TEST_F(AttrCacheFile, IsForNtfsVolumesAlone) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  volume.fileSystem = u"FAT32";
+  StoreAttr(volume, kFrn, kEntry);
+  SaveAttrCache(Engine());
+  EXPECT_EQ(ReadFileBytes(Path())->size(), 12u);
+}
+
+TEST_F(AttrCacheFile, LeavesOutEntriesWithoutDates) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, {.size = 5, .valid = true});
+  SaveAttrCache(Engine());
+  EXPECT_EQ(ReadFileBytes(Path())->size(), 26u);
+}
+
+TEST_F(AttrCacheFile, CountsAsAbsentWhereItCannotBeRead) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  LoadAttrCache(Engine());
+  ASSERT_TRUE(WriteFileBytes(Path(), "no cache at all"));
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(Holds(volume));
+}
+
+}  // namespace
+}  // namespace quilmark

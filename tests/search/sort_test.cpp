@@ -1,0 +1,243 @@
+#include "search/sort.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "config/config_directory.h"
+#include "config/scratch_config.h"
+#include "platform/background.h"
+#include "platform/text.h"
+#include "platform/text_file.h"
+#include "search/attr_cache.h"
+#include "support/search_harness.h"
+#include "support/volumes.h"
+
+namespace quilmark {
+namespace {
+
+class Sort : public testing::Test {
+ protected:
+  Sort() {
+    auto made = MakeTestVolume(u"Q:");
+    volume = AddVolume(Engine(), std::move(made));
+    Engine().ready = true;
+  }
+  uint32_t AddWith(std::u16string_view name, int64_t size, FileTime modified = 1, FileTime created = 1) {
+    const uint64_t frn = 1'000 + next++;
+    const uint32_t index = AddFile(*volume, name, kRootFrnOfTests, frn);
+    StoreAttr(*volume, frn, {.size = size, .modified = modified, .created = created, .valid = true});
+    return index;
+  }
+  void Hold(std::vector<uint32_t> indices) {
+    auto rows = std::make_shared<ResultSet>();
+    for (const uint32_t index : indices) rows->push_back({volume, index});
+    const std::scoped_lock lock(ResultsLock);
+    CurrentResults = rows;
+  }
+  std::vector<std::u16string> Names() {
+    std::vector<std::u16string> names;
+    for (const MatchItem& item : *HeldResults()) {
+      names.emplace_back(NameOf(item.volume->records[item.index]));
+    }
+    return names;
+  }
+  void SortBy(int column) {
+    DoSortAsync(column, Direction::kByClick);
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  }
+  std::u16string Metrics() {
+    return ReadTextFile(GetConfigDirectory() + u"\\perf_metrics.log").value_or(u"");
+  }
+
+  ScratchConfig config;
+  SearchHarness search;
+  VolumeIndex* volume = nullptr;
+  uint64_t next = 0;
+};
+
+using Names16 = std::vector<std::u16string>;
+
+TEST_F(Sort, OrdersNamesIgnoringCase) {
+  Hold({AddWith(u"beta", 1), AddWith(u"Alpha", 2), AddWith(u"alphabet", 3), AddWith(u"ÄRGER", 4)});
+  SortBy(kColumnName);
+  EXPECT_EQ(Names(), (Names16{u"Alpha", u"alphabet", u"beta", u"ÄRGER"}));
+  const auto message = search.Next();
+  EXPECT_EQ(message.message, WM_SEARCH_RESULTS);
+  EXPECT_EQ(message.second, 1);
+  EXPECT_NE(Metrics().find(u"sort col=1 type=warm total_ms="), std::u16string::npos);
+}
+
+TEST_F(Sort, TurnsAroundAtASecondClickOnAName) {
+  Hold({AddWith(u"b", 1), AddWith(u"a", 2), AddWith(u"c", 3)});
+  SortBy(kColumnName);
+  SortBy(kColumnName);
+  EXPECT_EQ(Names(), (Names16{u"c", u"b", u"a"}));
+  EXPECT_NE(Metrics().find(u"sort col=1 type=reverse total_ms="), std::u16string::npos);
+}
+
+TEST_F(Sort, BeginsWithTheLargestSize) {
+  Hold({AddWith(u"small", 1), AddWith(u"none", 0), AddWith(u"large", 900), AddWith(u"middle", 50)});
+  SortBy(kColumnSize);
+  EXPECT_EQ(Names(), (Names16{u"large", u"middle", u"small", u"none"}));
+  SortBy(kColumnSize);  // a real sort: zero sizes at the top
+  EXPECT_EQ(Names(), (Names16{u"none", u"small", u"middle", u"large"}));
+  EXPECT_EQ(Metrics().find(u"type=reverse"), std::u16string::npos);
+}
+
+TEST_F(Sort, OrdersDatesFromTheOldest) {
+  Hold({AddWith(u"new", 1, 30, 10), AddWith(u"old", 1, 10, 30), AddWith(u"middle", 1, 20, 20)});
+  SortBy(kColumnModified);
+  EXPECT_EQ(Names(), (Names16{u"old", u"middle", u"new"}));
+  SortBy(kColumnCreated);
+  EXPECT_EQ(Names(), (Names16{u"new", u"middle", u"old"}));
+}
+
+TEST_F(Sort, PutsFoldersFirstByDateAndAmongTheSizesByTheirTotals) {
+  const uint32_t folder = AddFolder(*volume, u"folder", kRootFrnOfTests, 77);
+  AddFile(*volume, u"inside", 77, 78);
+  StoreAttr(*volume, 78, {.size = 100, .modified = 1, .created = 1, .valid = true});
+  StoreAttr(*volume, 77, {.size = 0, .modified = 5, .created = 5, .valid = true});
+  Hold({AddWith(u"large", 900), folder, AddWith(u"small", 3)});
+  SortBy(kColumnSize);
+  EXPECT_EQ(Names(), (Names16{u"large", u"folder", u"small"}));
+  SortBy(kColumnModified);
+  EXPECT_EQ(Names().front(), u"folder");
+}
+
+TEST_F(Sort, OrdersPaths) {
+  AddFolder(*volume, u"b", kRootFrnOfTests, 77);
+  AddFolder(*volume, u"a", kRootFrnOfTests, 78);
+  const uint32_t inB = AddFile(*volume, u"1", 77), inA = AddFile(*volume, u"2", 78);
+  Hold({inB, inA});
+  SortBy(kColumnOfPath);
+  EXPECT_EQ(Names(), (Names16{u"2", u"1"}));
+}
+
+TEST_F(Sort, DropsRecordsThatAreGone) {
+  const uint32_t gone = AddWith(u"gone", 1);
+  Hold({AddWith(u"b", 1), gone, AddWith(u"a", 1), 1'000'000});
+  MarkDeleted(*volume, gone);
+  SortBy(kColumnName);
+  EXPECT_EQ(Names(), (Names16{u"a", u"b"}));
+}
+
+TEST_F(Sort, KeepsTiesInTheOrderOfTheIndex) {
+  const uint32_t first = AddWith(u"same", 5), second = AddWith(u"SAME", 5);
+  Hold({second, first});
+  DoSortAsync(kColumnName, Direction::kKeep);
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(Names(), (Names16{u"same", u"SAME"}));
+  {
+    const std::scoped_lock lock(ResultsLock);
+    SortAscending = false;
+  }
+  DoSortAsync(kColumnName, Direction::kKeep);
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(Names(), (Names16{u"same", u"SAME"}));
+}
+
+TEST_F(Sort, ShowsWhatIsKnownBeforeItAsksTheDisk) {
+  const uint32_t cold = AddFile(*volume, u"cold");
+  Hold({cold, AddWith(u"warm", 10)});
+  SortBy(kColumnSize);
+  const PostedMessage first = search.Next(), second = search.Next();
+  EXPECT_EQ(first.second, 1);
+  EXPECT_EQ(second.second, 1);
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_NE(Metrics().find(u"sort col=2 type=cold-2phase total_ms="), std::u16string::npos);
+}
+
+TEST_F(Sort, TellsHowFarItHasCome) {
+  // 15 of 100 rows are cold, which is enough; nothing is reported before 800 are done.
+  std::vector<uint32_t> rows;
+  for (int i = 0; i < 85; ++i) rows.push_back(AddWith(u"warm", i));
+  for (int i = 0; i < 15; ++i) rows.push_back(AddFile(*volume, u"cold"));
+  Hold(rows);
+  SortBy(kColumnModified);
+  while (!search.IsQuiet()) EXPECT_EQ(search.Next().message, WM_SEARCH_RESULTS);
+  EXPECT_EQ(HeldResults()->size(), 100u);
+}
+
+TEST_F(Sort, PublishesNothingWhenStale) {
+  Hold({AddWith(u"b", 1), AddWith(u"a", 1)});
+  SortJob job{.generation = searchGeneration + 1, .column = kColumnName};
+  RunSort(job);
+  EXPECT_EQ(Names(), (Names16{u"b", u"a"}));
+  EXPECT_TRUE(search.IsQuiet());
+}
+
+TEST_F(Sort, IgnoresTheNumberColumn) {
+  const uint64_t before = searchGeneration;
+  DoSortAsync(0, Direction::kByClick);
+  EXPECT_EQ(searchGeneration, before);
+}
+
+TEST_F(Sort, CancelsARunningSearch) {
+  const uint64_t before = searchGeneration;
+  DoSortAsync(kColumnName, Direction::kByClick);
+  EXPECT_FALSE(IsCurrent(before));
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+}
+
+SortRow RandomRow(std::mt19937& random, VolumeIndex* volumes) {
+  const auto few = [&random](int count) {
+    return static_cast<int>(random() % static_cast<unsigned>(count));
+  };
+  return {.volume = volumes + few(2),
+          .index = static_cast<uint32_t>(few(4)),
+          .isDirectory = few(3) == 0,
+          .hasValue = few(4) != 0,
+          .size = few(4) - 1,
+          .modified = static_cast<FileTime>(few(3)),
+          .created = static_cast<FileTime>(few(3))};
+}
+
+bool IsSameRow(const SortRow& a, const SortRow& b) { return a.volume == b.volume && a.index == b.index; }
+
+TEST(StandsBefore, IsAStrictWeakOrder) {
+  VolumeIndex volumes[2];
+  std::mt19937 random(7);
+  for (int round = 0; round < 200'000; ++round) {
+    const SortRow a = RandomRow(random, volumes), b = RandomRow(random, volumes),
+                  c = RandomRow(random, volumes);
+    for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
+      for (const bool ascending : {false, true}) {
+        const auto before = [&](const SortRow& x, const SortRow& y) {
+          return StandsBefore(x, y, column, ascending);
+        };
+        ASSERT_FALSE(before(a, a));
+        ASSERT_FALSE(before(a, b) && before(b, a));
+        const bool isChain = before(a, b) && before(b, c);
+        ASSERT_TRUE(!isChain || before(a, c));
+        ASSERT_TRUE(IsSameRow(a, b) || before(a, b) || before(b, a));
+      }
+    }
+  }
+}
+
+TEST(SortedByText, AgreesWithAPlainSort) {
+  const auto volume = MakeTestVolume(u"Q:");
+  std::mt19937 random(11);
+  std::vector<MatchItem> items;
+  for (int i = 0; i < 30'000; ++i)
+    items.push_back({volume.get(), AddFile(*volume, RandomName(random, 6))});
+  std::shuffle(items.begin(), items.end(), random);
+  for (const bool ascending : {true, false}) {
+    const auto sorted = SortedByText(
+        items, {.generation = searchGeneration, .column = kColumnName, .ascending = ascending});
+    std::vector<MatchItem> plain = items;
+    std::sort(plain.begin(), plain.end(), [&](const MatchItem& a, const MatchItem& b) {
+      const auto order =
+          FoldText(NameOf(volume->records[a.index])).compare(FoldText(NameOf(volume->records[b.index])));
+      if (order != 0) return (order < 0) == ascending;
+      return a.index < b.index;
+    });
+    ASSERT_EQ(sorted.size(), plain.size());
+    for (size_t i = 0; i < plain.size(); ++i) ASSERT_EQ(sorted[i].index, plain[i].index) << i;
+  }
+}
+
+}  // namespace
+}  // namespace quilmark
