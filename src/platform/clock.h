@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace quilmark {
 
@@ -27,6 +28,9 @@ struct LocalTime {
 
 // In the user's time zone, with the daylight rule in force at that moment.
 LocalTime LocalTimeOf(FileTime time);
+
+// The reverse; empty for a day that no calendar has, and before 1601.
+std::optional<FileTime> FileTimeOfLocal(const LocalTime& local);
 LocalTime NowLocal();
 
 }  // namespace quilmark

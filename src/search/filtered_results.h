@@ -13,6 +13,7 @@ namespace quilmark {
 // What a filtered set was computed from; -1: from nothing.
 struct FilterKey {
   int category = -1, sizePreset = -1, timePreset = -1, sizeUnit = -1, dateFrom = -1, dateTo = -1;
+  bool isRangeValid = false;
   uint32_t sizeHash = 0;
 
   bool operator==(const FilterKey&) const = default;

@@ -6,12 +6,12 @@
 
 #include "index/volume_life.h"
 #include "search/attr_jobs.h"
+#include "search/filters.h"
 #include "search/search_state.h"
 
 namespace quilmark {
 
 // Posted by background work, beside those that the index and the search declare.
-inline constexpr uint32_t WM_FILTER_RESULTS = 1028;
 inline constexpr uint32_t WM_RECENT_LOADED = 1029;
 inline constexpr uint32_t kTrayCallback = 32769;  // second: a mouse message
 

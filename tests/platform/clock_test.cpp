@@ -78,5 +78,13 @@ TEST(Clock, NowLocalIsTheLocalTimeOfNow) {
   EXPECT_TRUE(now.minute == before.minute || now.minute == after.minute);
 }
 
+TEST(Clock, FindsTheMomentOfALocalTime) {
+  const FileTime now = NowFileTime() / 10'000 * 10'000;  // whole milliseconds
+  EXPECT_EQ(FileTimeOfLocal(LocalTimeOf(now)), now);
+  EXPECT_FALSE(FileTimeOfLocal({.year = 2025, .month = 2, .day = 30}).has_value());
+  EXPECT_FALSE(FileTimeOfLocal({.year = 2025, .month = 13, .day = 1}).has_value());
+  EXPECT_FALSE(FileTimeOfLocal({.year = 1500, .month = 1, .day = 1}).has_value());
+}
+
 }  // namespace
 }  // namespace quilmark

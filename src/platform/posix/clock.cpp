@@ -43,4 +43,20 @@ LocalTime LocalTimeOf(FileTime time) {
           .millisecond = static_cast<int>(time % kFileTimePerSecond / 10'000)};
 }
 
+std::optional<FileTime> FileTimeOfLocal(const LocalTime& local) {
+  tm parts{};
+  parts.tm_year = local.year - 1900;
+  parts.tm_mon = local.month - 1;
+  parts.tm_mday = local.day;
+  parts.tm_hour = local.hour;
+  parts.tm_min = local.minute;
+  parts.tm_sec = local.second;
+  parts.tm_isdst = -1;  // the rule in force then
+  const time_t seconds = mktime(&parts);
+  // mktime takes 30 February as 2 March.
+  const bool isDay = parts.tm_mday == local.day && parts.tm_mon == local.month - 1;
+  if (!isDay || local.year < 1601) return std::nullopt;
+  return FileTimeOfUnix(seconds, static_cast<uint32_t>(local.millisecond) * 1'000'000);
+}
+
 }  // namespace quilmark

@@ -29,4 +29,22 @@ LocalTime LocalTimeOf(FileTime time) {
           .millisecond = local.wMilliseconds};
 }
 
+std::optional<FileTime> FileTimeOfLocal(const LocalTime& local) {
+  const auto word = [](int value) { return static_cast<WORD>(value); };
+  const SYSTEMTIME time = {.wYear = word(local.year),
+                           .wMonth = word(local.month),
+                           .wDayOfWeek = 0,
+                           .wDay = word(local.day),
+                           .wHour = word(local.hour),
+                           .wMinute = word(local.minute),
+                           .wSecond = word(local.second),
+                           .wMilliseconds = word(local.millisecond)};
+  SYSTEMTIME universal;
+  FILETIME moment;
+  if (!SystemTimeToFileTime(&time, &moment)) return std::nullopt;  // tells days that are none
+  if (!TzSpecificLocalTimeToSystemTime(nullptr, &time, &universal)) return std::nullopt;
+  if (!SystemTimeToFileTime(&universal, &moment)) return std::nullopt;
+  return (FileTime{moment.dwHighDateTime} << 32) | moment.dwLowDateTime;
+}
+
 }  // namespace quilmark

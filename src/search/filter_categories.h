@@ -1,0 +1,38 @@
+// The categories of the filter bar: named lists of extensions, which a user may edit in filters.ini.
+// Interface thread, but for CurrentCategories.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quilmark {
+
+struct FilterCategory {
+  std::u16string label;
+  std::vector<std::u16string> extensions;  // lower-case, each with its "."; row 0 has none and means all
+
+  bool operator==(const FilterCategory&) const = default;
+};
+using FilterTable = std::vector<FilterCategory>;
+
+// Holds ".dir" or ".folder": it selects folders.
+bool IsFolderRow(const FilterCategory& category);
+
+FilterTable DefaultCategories(bool chinese);
+
+// One "label=.ext1,.ext2" a line, of any length. Lines without a label are ignored.
+FilterTable ReadCategories(std::u16string_view text);
+std::u16string CategoriesText(const FilterTable& table);
+
+// The table in force; never null, never empty. Any thread.
+std::shared_ptr<const FilterTable> CurrentCategories();
+void InstallCategories(FilterTable table);
+
+// Takes the table of the language's file, else that of filters.ini, else its copy, else the defaults;
+// gives it a row for folders; writes what is missing. `language` may be empty.
+void LoadFilterCategories(std::u16string_view language, bool chinese);
+
+}  // namespace quilmark

@@ -1,0 +1,80 @@
+// Narrowing of the held results by category, size and time, without searching again.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "search/filter_categories.h"
+#include "search/filtered_results.h"
+
+namespace quilmark {
+
+inline constexpr uint32_t WM_FILTER_RESULTS = 1028;
+
+extern std::atomic<uint64_t> FilterGeneration;
+
+enum SizePresetValue { kAnySize, kBelow1MB, k1To100MB, kAbove100MB, kCustomSize };
+enum TimePresetValue { kAnyTime, kToday, k7Days, k30Days, kCustomTime };
+
+// What the filter bar says.
+struct FilterSettings {
+  int category = 0;  // row of the table
+  int sizePreset = kAnySize;
+  int timePreset = kAnyTime;
+  int sizeUnit = 2;              // 0 bytes, 1 KiB, 2 MiB, 3 GiB
+  std::u16string sizeText;       // "10-20"
+  int dateFrom = 0, dateTo = 0;  // year * 10,000 + month * 100 + day
+
+  bool IsOff() const { return category == 0 && sizePreset == kAnySize && timePreset == kAnyTime; }
+};
+
+struct SizeRange {
+  int64_t least = -1, most = -1;  // bytes, inclusive; -1: no bound
+
+  bool operator==(const SizeRange&) const = default;
+};
+
+// "10-20", "10-", "-20", with blanks and remarks in brackets. Empty where it says no range.
+std::optional<SizeRange> ParseCustomSizeRange(std::u16string_view text, int unit);
+
+// FNV-1a of 32 bits over the units.
+uint32_t CustomSizeHash(std::u16string_view text);
+
+// What the tests of one pass share, as it was when the pass began.
+struct FilterContext {
+  FilterSettings settings;
+  std::shared_ptr<const FilterTable> categories;
+  std::optional<SizeRange> range;    // of kCustomSize; empty: no size acts
+  bool usesCreated = false;          // the list is sorted by creation: that is the date meant
+  FileTime now = 0, today = 0;       // today: its first moment
+  std::optional<FileTime> from, to;  // of kCustomTime, in order; both empty: no time acts
+  bool isDateBroken = false;         // a valid date that no calendar knows
+};
+FilterContext MakeFilterContext(FilterSettings settings, FileTime now);
+
+// A known size and date pass both presets.
+bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
+
+// The size and time test of a file; asks the disk for what is not known.
+bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn);
+
+// Whether a hit stays, category and all.
+bool PassesFilter(const FilterContext& context, const MatchItem& item);
+
+// Job "refresh_filtered_results" for the settings of the moment. Posts WM_FILTER_RESULTS when the rows
+// that the list shows are known. Interface thread.
+void RefreshFilteredResultsAsync(FilterSettings settings);
+
+struct FilterCounts {
+  std::vector<uint64_t> rows;  // by row of the table
+  bool isIncomplete = false;   // some rows' attributes are not known yet
+};
+// Numbers of the held results by category, under the size and time filters, without the disk. Interface
+// thread.
+FilterCounts UpdateFilterCounts(const FilterSettings& settings);
+
+}  // namespace quilmark

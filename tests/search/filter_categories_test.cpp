@@ -1,0 +1,113 @@
+#include "search/filter_categories.h"
+
+#include <gtest/gtest.h>
+
+#include "config/config_directory.h"
+#include "config/scratch_config.h"
+#include "platform/files.h"
+#include "platform/text_file.h"
+
+namespace quilmark {
+namespace {
+
+using Extensions = std::vector<std::u16string>;
+
+class FilterFiles : public testing::Test {
+ protected:
+  ~FilterFiles() override { InstallCategories(DefaultCategories(false)); }
+  std::u16string PathOf(std::u16string_view name) {
+    return GetConfigDirectory() + u"\\" + std::u16string(name);
+  }
+  void Write(std::u16string_view name, std::u16string_view text) {
+    ASSERT_TRUE(WriteTextFile(PathOf(name), text));
+  }
+  std::u16string Read(std::u16string_view name) {
+    return ReadTextFile(PathOf(name)).value_or(u"(none)");
+  }
+
+  ScratchConfig config;
+};
+
+TEST(FilterCategories, AreReadWithForgiveness) {
+  const FilterTable table = ReadCategories(
+      u"# remark\n\n All = \nDocs=doc, .PDF ,,\nno line\n=x\n  # also a remark = x\nLast=.a=b");
+  ASSERT_EQ(table.size(), 3u);
+  EXPECT_EQ(table[0], (FilterCategory{u"All", {}}));
+  EXPECT_EQ(table[1], (FilterCategory{u"Docs", {u".doc", u".pdf"}}));
+  EXPECT_EQ(table[2], (FilterCategory{u"Last", {u".a=b"}}));
+}
+
+TEST(FilterCategories, TakeALineOfAnyLength) {
+  std::u16string line = u"Long=";
+  for (int i = 0; i < 25'000; ++i) line += u".ab,";
+  EXPECT_EQ(ReadCategories(line)[0].extensions.size(), 25'000u);
+}
+
+TEST(FilterCategories, ComeBackAsTheyWereWritten) {
+  const FilterTable table = DefaultCategories(true);
+  EXPECT_EQ(ReadCategories(CategoriesText(table)), table);
+  EXPECT_TRUE(CategoriesText(DefaultCategories(false))
+                  .starts_with(u"All Files=\nFolders=.dir\nDocuments=.doc,.docx,"));
+}
+
+TEST(FilterCategories, KnowRowsOfFolders) {
+  EXPECT_TRUE(IsFolderRow({u"a", {u".txt", u".folder"}}));
+  EXPECT_TRUE(IsFolderRow({u"a", {u".dir"}}));
+  EXPECT_FALSE(IsFolderRow({u"a", {u".txt"}}));
+}
+
+TEST_F(FilterFiles, AreMadeWhereThereAreNone) {
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(*CurrentCategories(), DefaultCategories(false));
+  EXPECT_EQ(ReadCategories(Read(u"filters.en-us.ini")), DefaultCategories(false));
+  EXPECT_EQ(Read(u"filters.ini"), u"(none)");
+}
+
+TEST_F(FilterFiles, OfTheLanguageComeFirst) {
+  Write(u"filters.en-us.ini", u"Mine=\nF=.dir\nX=.x\n");
+  Write(u"filters.ini", u"Other=\nF=.dir\n");
+  LoadFilterCategories(u"EN-US", false);
+  EXPECT_EQ(CurrentCategories()->front().label, u"Mine");
+  EXPECT_EQ(Read(u"filters.bak"), Read(u"filters.en-us.ini"));
+}
+
+TEST_F(FilterFiles, FallBackOnTheCommonOne) {
+  Write(u"filters.en-us.ini", u"");
+  Write(u"filters.ini", u"Common=\nF=.dir\n");
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(CurrentCategories()->front().label, u"Common");
+  EXPECT_EQ(Read(u"filters.bak"), Read(u"filters.ini"));
+}
+
+TEST_F(FilterFiles, RecoverTheCopy) {
+  ASSERT_TRUE(MakeFolder(PathOf(u"filters.ini")));  // cannot be read
+  Write(u"filters.bak", u"Saved=\nF=.dir\n");
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(CurrentCategories()->front().label, u"Saved");
+  EXPECT_EQ(Read(u"filters.en-us.ini"), u"Saved=\nF=.dir\n");
+}
+
+TEST_F(FilterFiles, GetARowForFolders) {
+  Write(u"filters.ini", u"All=\nText=.txt\n");
+  LoadFilterCategories(u"", false);
+  EXPECT_EQ((*CurrentCategories())[1], (FilterCategory{u"Folders", {u".dir"}}));
+  EXPECT_EQ(Read(u"filters.ini"), u"All=\nFolders=.dir\nText=.txt\n");
+}
+
+TEST_F(FilterFiles, OfAnotherLanguageAreReplaced) {
+  Write(u"filters.ini", CategoriesText(DefaultCategories(true)));
+  LoadFilterCategories(u"", false);
+  EXPECT_EQ(*CurrentCategories(), DefaultCategories(false));
+  EXPECT_EQ(Read(u"filters.bak"), CategoriesText(DefaultCategories(false)));
+  Write(u"filters.ini", CategoriesText(DefaultCategories(true)));
+  LoadFilterCategories(u"", true);
+  EXPECT_EQ(*CurrentCategories(), DefaultCategories(true));
+}
+
+TEST_F(FilterFiles, AreNamedByTheLanguage) {
+  LoadFilterCategories(u"My Language", false);
+  EXPECT_NE(Read(u"filters.my_language.ini"), u"(none)");
+}
+
+}  // namespace
+}  // namespace quilmark
