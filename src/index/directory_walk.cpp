@@ -4,6 +4,7 @@
 #include <mutex>
 #include <thread>
 
+#include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 
 namespace quilmark {
@@ -53,7 +54,11 @@ unsigned ThreadsFor(const WalkOptions& options) {
 bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystemName,
                      const WalkOptions& options) {
   const BusyMark busy(volume);
+  // The drive may have been an NTFS one until now.
+  CloseVolume(volume);
   const std::unique_lock lock(volume.indexLock);
+  volume.journalId = 0;
+  volume.nextUsn = 0;
   NameVolume(volume, drive, fileSystemName);
   volume.valid = true;
 

@@ -188,6 +188,15 @@ void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
                                      error, error, volume.drive)));
 }
 
+// Also an exception leaves a volume that searches pass over and the next sync builds again.
+struct ValidUnlessFailed {
+  VolumeIndex& volume;
+  bool isBuilt = false;
+  ~ValidUnlessFailed() {
+    if (!isBuilt) volume.valid = false;
+  }
+};
+
 }  // namespace
 
 void InstallVolumeOpener(VolumeOpener opener) {
@@ -200,9 +209,9 @@ bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
   const std::unique_lock lock(volume.indexLock);
   NameVolume(volume, drive, u"NTFS");
   volume.valid = true;
-  const bool built = BuildLocked(volume);
-  if (!built) volume.valid = false;
-  return built;
+  ValidUnlessFailed outcome{volume};
+  outcome.isBuilt = BuildLocked(volume);
+  return outcome.isBuilt;
 }
 
 void CloseVolume(VolumeIndex& volume) {

@@ -36,6 +36,20 @@ void AddBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
   if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
 }
 
+// One bad drive costs that drive: an exception of its build goes to the log. False then.
+template <typename Work>
+bool RunForDrive(Work work) {
+  try {
+    work();
+    return true;
+  } catch (const std::exception& error) {
+    LogBackgroundThreadException(error.what());
+  } catch (...) {
+    LogBackgroundThreadException(nullptr);
+  }
+  return false;
+}
+
 void IndexDriveAtStart(Startup& startup, char16_t letter) {
   const auto info = AskVolumeInfo(letter);
   if (!info) return;
@@ -49,8 +63,9 @@ void IndexDriveAtStart(Startup& startup, char16_t letter) {
 void IndexAllDrives(Startup& startup) {
   std::vector<std::future<void>> tasks;
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
-    tasks.push_back(
-        std::async(std::launch::async, [&startup, letter] { IndexDriveAtStart(startup, letter); }));
+    const auto index = [&startup, letter] { RunForDrive([&] { IndexDriveAtStart(startup, letter); }); };
+    // Without a thread to be had the drive is indexed by this one.
+    if (!RunForDrive([&] { tasks.push_back(std::async(std::launch::async, index)); })) index();
   }
   for (auto& task : tasks) task.get();
 }
@@ -119,7 +134,7 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   const SyncingMark mark{engine};
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     if (ShutdownRequested) break;
-    SyncDrive(engine, letter);
+    RunForDrive([&] { SyncDrive(engine, letter); });
   }
   {
     const std::scoped_lock lock(engine.volumesMutex);
@@ -163,7 +178,10 @@ bool RemoveUnavailableVolumes(SearchEngine& engine) {
   }
   if (gone.empty()) return false;
   RunBackground("remove_unavailable_volumes", [gone] {
-    for (VolumeIndex* const volume : gone) CloseVolume(*volume);
+    for (VolumeIndex* const volume : gone) {
+      // Its letter may be back, and a sync have built it again.
+      if (!volume->valid && !volume->busy) CloseVolume(*volume);
+    }
   });
   return true;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "config/translate.h"
 #include "index/directory_walk.h"
 #include "index/volume_life.h"
 #include "index/volume_list.h"
@@ -24,11 +25,6 @@ namespace {
 
 constexpr std::u16string_view kNtfs = u"NTFS";
 constexpr std::string_view kLogPrefix = "[Quilmark][ManualRefresh]";
-
-constexpr std::u16string_view kRefreshText = u"Refresh the index of non-NTFS drives.";
-constexpr std::u16string_view kNoneText = u"No non-NTFS volumes detected for manual refresh.";
-constexpr std::u16string_view kOkText = u"OK";
-constexpr std::u16string_view kFailText = u"FAIL";
 
 constexpr uint32_t kSyncStepMs = 100;
 constexpr int kMostSyncSteps = 30;
@@ -54,8 +50,7 @@ std::vector<WalkedDrive> WalkedDrives() {
   std::vector<WalkedDrive> drives;
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     const auto info = AskVolumeInfo(letter);
-    if (info && !EqualNoCase(info->fileSystem, kNtfs))
-      drives.push_back({{letter, u':'}, info->fileSystem});
+    if (info && info->fileSystem != kNtfs) drives.push_back({{letter, u':'}, info->fileSystem});
   }
   return drives;
 }
@@ -92,10 +87,10 @@ RefreshCounts RefreshDrives(SearchEngine& engine, const std::vector<WalkedDrive>
     const auto count = RebuildWalked(engine, walked);
     if (count) {
       ++counts.rebuilt;
-      log += FormatText(u"%s:%s(%u) ", walked.drive, kOkText, *count);
+      log += FormatText(u"%s:%s(%u) ", walked.drive, TranslateOr(u"Log_ResultOk", u"OK"), *count);
     } else {
       ++counts.failed;
-      log += FormatText(u"%s:%s ", walked.drive, kFailText);
+      log += FormatText(u"%s:%s ", walked.drive, TranslateOr(u"Log_ResultFail", u"FAIL"));
     }
   }
   return counts;
@@ -138,7 +133,10 @@ void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) 
 void RunRefresh(SearchEngine& engine, PostTarget window) {
   SyncFirst(engine, window);
   const auto drives = WalkedDrives();
-  std::u16string log(drives.empty() ? kNoneText : kRefreshText);
+  std::u16string log =
+      drives.empty()
+          ? TranslateOr(u"Log_NoNonNtfsForRefresh", u"No non-NTFS volumes detected for manual refresh.")
+          : TranslateOr(u"Log_RefreshNonNtfsPrefix", u"Refresh the index of non-NTFS drives.");
   for (const WalkedDrive& walked : drives) log += walked.drive + u"(" + walked.fileSystem + u") ";
   const RefreshCounts counts = RefreshDrives(engine, drives, log);
   EmptyDropped(engine);

@@ -11,6 +11,7 @@
 #include "config/window_settings.h"
 #include "index/search_engine.h"
 #include "index/volume_life.h"
+#include "search/filter_categories.h"
 #include "search/search_state.h"
 #include "shell/command_line.h"
 
@@ -97,6 +98,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
                    TranslateOr(u"Msg_AdminRequired", u"Run as administrator required."));
     return 1;
   }
+  LoadFilterCategories(app.language, app.uiIsChinese);
   LoadSettings(app);
   if (!OpenMainWindow(app, system)) return 1;
   system.ShowCreatedWindow(app.hiddenStart);

@@ -8,7 +8,7 @@
 #include "config/window_settings.h"
 #include "index/search_engine.h"
 #include "platform/format.h"
-#include "search/filtered_results.h"
+#include "search/filters.h"
 #include "search/search_pipeline.h"
 #include "shell/window_ids.h"
 
@@ -46,7 +46,11 @@ void RefreshFilterCountsSoon(AppState& app, WindowPort& window, uint32_t delayMs
 
 std::u16string CountText(uint64_t count) { return FormatText(u"%llu", count); }
 
-std::u16string CategoryName() { return TranslateOr(u"Common_All", u"All"); }
+std::u16string CategoryName() {
+  const auto table = CurrentCategories();
+  const auto row = static_cast<size_t>(std::max(ActiveCategory.load(), 0));
+  return row < table->size() ? (*table)[row].label : std::u16string();
+}
 
 void ShowResultTitle(WindowPort& window, ResultKind kind) {
   const auto shown = static_cast<int64_t>(DisplayCount.load());

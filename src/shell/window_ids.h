@@ -37,7 +37,16 @@ inline constexpr int kSearchBox = 101;
 inline constexpr int kStatusText = 103;
 inline constexpr int kScopeBox = 104;
 inline constexpr int kVerticalBar = 105;
+inline constexpr int kSizePreset = 106;
+inline constexpr int kTimePreset = 107;
+inline constexpr int kSizeBox = 108;
+inline constexpr int kSecondSizeBox = 109;  // stays hidden
+inline constexpr int kSizeUnit = 110;
+inline constexpr int kDateFrom = 111;
+inline constexpr int kDateTo = 112;
 inline constexpr int kHorizontalBar = 113;
+inline constexpr int kSidebarBar = 117;
+inline constexpr int kFirstTag = 200;  // and up: a button a filter category
 
 // Commands of the tray menu.
 inline constexpr int kTrayShow = 20001;

@@ -26,6 +26,7 @@ struct WindowPort {
   virtual void RebuildScopeBox() = 0;
 
   virtual void CancelRename() = 0;
+  virtual void RedrawTags() = 0;      // of the filter categories
   virtual void InvalidateList() = 0;  // from headerTop down
   virtual void RelayoutList() = 0;    // ranges of the scrollbars from the rows and the scroll offset
 

@@ -478,5 +478,38 @@ TEST(ArrivalTurn, SeveralNoticesOfOneArrivalAreOneSync) {
   EXPECT_EQ(last, 1'501u);
 }
 
+std::unique_ptr<VolumeDevice> FailToOpen(std::u16string_view, VolumeAccess, uint32_t&) {
+  throw std::bad_alloc();
+}
+
+TEST_F(VolumeLife, AnExceptionOfOneDriveCostsThatDrive) {
+  MapE();
+  MapN();
+  InstallVolumeOpener(FailToOpen);
+  Start();
+  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
+  using Message = std::tuple<uint32_t, uint64_t, int64_t>;
+  EXPECT_THAT(Posted(), ElementsAre(Message{WM_INDEX_STATE, 0, 0}, Message{WM_VOLUMES_SYNCED, 0, 0}));
+  MapF();
+  Sync();
+  EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
+  EXPECT_THAT(Posted(), ElementsAre(Message{WM_VOLUMES_SYNCED, 0, 0}));
+}
+
+TEST_F(VolumeLife, AWalkClosesTheDeviceThatTheDriveHadBefore) {
+  MapN();
+  QueueNtfsBuild();
+  VolumeIndex volume;
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 1);
+  UnmapDrive(u'N');
+  MapDrive(u'N', folder.PathOf(u"e"));
+  ASSERT_TRUE(BuildWalkVolume(volume, u"N:", u"exFAT"));
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
+  EXPECT_FALSE(volume.monitorThread.joinable());
+  EXPECT_EQ(volume.journalId, 0u);
+  EXPECT_EQ(volume.nextUsn, 0);
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -320,6 +320,20 @@ std::unique_ptr<VolumeDevice> OpenJournal(const MemoryVolume& volume) {
   return OpenRawNtfs(volume.Open());
 }
 
+// The 512 bytes that begin at or before each place of the text.
+std::vector<std::pair<uint64_t, uint64_t>> PlacesOf(const MemoryVolume& volume,
+                                                    std::u16string_view text) {
+  const auto wanted = std::as_bytes(std::span(text));
+  std::vector<std::pair<uint64_t, uint64_t>> places;
+  for (const auto& [start, bytes] : volume.stretches) {
+    const auto found = std::search(bytes.begin(), bytes.end(), wanted.begin(), wanted.end());
+    if (found == bytes.end()) continue;
+    const uint64_t place = (start + static_cast<uint64_t>(found - bytes.begin())) / 512 * 512;
+    places.emplace_back(place, place + 512);
+  }
+  return places;
+}
+
 TEST(RawNtfsJournal, TellsWhereItBeginsAndEnds) {
   const auto stored = StoredJournal(kFirstUsn).Version2(40, u"a", 0x100).Version2(41, u"b", 0x100);
   const auto volume = NtfsVolumeBuilder().Journal(kJournalId, kFirstUsn, stored.Contents()).Build();
@@ -385,6 +399,44 @@ TEST(RawNtfsJournal, DamageCostsTheRestOfItsPage) {
     const auto device = OpenJournal(volume);
     EXPECT_THAT(ReadNames(*device, kFirstUsn), ElementsAre(u"before", u"next page")) << length;
   }
+}
+
+TEST(RawNtfsJournal, HalfAUnitOfANameIsLeftOut) {
+  for (const uint16_t length : {uint16_t{1}, uint16_t{5}, uint16_t{13}, uint16_t{21}}) {
+    Bytes bytes = StoredJournal(kFirstUsn)
+                      .Version2(40, std::u16string(size_t{length} / 2 + 1, u'n'), 0x100)
+                      .Version2(41, u"next", 0x100)
+                      .Contents();
+    StoreLe(std::span(bytes), 56, length);
+    const auto volume = NtfsVolumeBuilder().Journal(kJournalId, kFirstUsn, bytes).Build();
+    const auto device = OpenJournal(volume);
+    const std::u16string name(size_t{length} / 2, u'n');
+    EXPECT_THAT(ReadNames(*device, kFirstUsn), ElementsAre(name, u"next")) << length;
+    // No byte behind a block that is exactly full.
+    const size_t full = 8 + std::max(UsnRecordLength(name.size()), UsnRecordLength(4));
+    EXPECT_THAT(ReadNames(*device, kFirstUsn, 0x100, full), ElementsAre(name, u"next")) << length;
+  }
+}
+
+TEST(RawNtfsJournal, ChangesThatCannotBeReadAreAskedForAgain) {
+  const auto stored = StoredJournal(kFirstUsn)
+                          .Version2(40, u"first page", 0x100)
+                          .ToPageEnd()
+                          .Version2(41, u"second page", 0x100);
+  auto volume = NtfsVolumeBuilder().Journal(kJournalId, kFirstUsn, stored.Contents()).Build();
+  const auto device = OpenJournal(volume);
+  volume.badPlaces = PlacesOf(volume, u"second page");
+  ASSERT_FALSE(volume.badPlaces.empty());
+  Bytes block(65'536);
+  const auto read = [&](uint64_t start) {
+    return Ask(*device, kFsctlReadUsnJournal, {start, 0x100, 0, 0, kJournalId}, block);
+  };
+  EXPECT_EQ(read(kFirstUsn).error, 0u);
+  const auto position = LoadLe<uint64_t>(block, 0);
+  EXPECT_LE(position, kFirstUsn + 4'096);
+  EXPECT_EQ(read(kFirstUsn + 4'096).error, kErrorReadFault);
+  volume.badPlaces.clear();
+  EXPECT_THAT(ReadNames(*device, position), testing::Contains(u"second page"));
 }
 
 TEST(RawNtfsJournal, PositionsOutsideAreRefused) {

@@ -33,7 +33,7 @@ TEST_F(ResultMessages, FinalResultsShowTheirCount) {
   harness.HoldResults(1'234);
   EXPECT_TRUE(TakeResults(kFinal));
   EXPECT_EQ(window.title, u"Quilmark - 1234 results found");
-  EXPECT_EQ(window.status, u"Filter: All | Hits: 1234");
+  EXPECT_EQ(window.status, u"Filter: All Files | Hits: 1234");
   EXPECT_EQ(DisplayCount, 1'234u);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 60}, {30011, 1'800}}));
   EXPECT_EQ(window.calls, (std::vector<std::string>{"CancelRename", "RelayoutList", "InvalidateList"}));
@@ -120,7 +120,7 @@ TEST_F(ResultMessages, NewResultsDropTheFilteredSet) {
   EXPECT_EQ(DisplayCount, 10u);
   EXPECT_EQ(FilteredResults, nullptr);
   EXPECT_EQ(FilteredKey, FilterKey{});
-  EXPECT_EQ(window.status, u"Filter: All | Applying filter...");
+  EXPECT_EQ(window.status, u"Filter: Folders | Applying filter...");
   EXPECT_EQ(filtered, 1);
 }
 
@@ -205,7 +205,7 @@ TEST_F(ResultMessages, FilterResultsShowTheirCount) {
   DisplayCount = 12;
   SelectOnly(app.list.selection, 3);
   EXPECT_TRUE(Take(WM_FILTER_RESULTS));
-  EXPECT_EQ(window.title, u"Quilmark - Filter: All | Hits: 12");
+  EXPECT_EQ(window.title, u"Quilmark - Filter: All Files | Hits: 12");
   EXPECT_EQ(window.status, u"");
   EXPECT_EQ(app.list.selection.focusRow, -1);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 80}, {30011, 2'200}, {30014, 60}}));

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 // Drive T: with enough files to scroll through; row n of "file" is file-00n.txt.
 class ResultsList : public testing::Test {
  protected:
-  static constexpr int kFiles = 200, kFirstRow = 130, kPitch = 44;
+  static constexpr int kFiles = 200, kPitch = 44, kHeader = 40;
 
   ResultsList() {
     for (int i = 0; i < kFiles; ++i) program.Drive().MakeFile("docs/" + NameOf(i));
@@ -29,8 +29,12 @@ class ResultsList : public testing::Test {
   static std::string NameOf(int i) {
     return "file-" + std::string(i < 10 ? "00" : i < 100 ? "0" : "") + std::to_string(i) + ".txt";
   }
+  int FirstRow() { return static_cast<int>(program.Ask(Probe::kHeaderTop)) + kHeader; }
+  int HeaderY() { return FirstRow() - kHeader / 2; }
   // The middle of a row's name.
-  void ClickRow(int row) { program.Click(program.Window(), 150, kFirstRow + row * kPitch + kPitch / 2); }
+  void ClickRow(int row) {
+    program.Click(program.Window(), 150, FirstRow() + row * kPitch + kPitch / 2);
+  }
   int64_t Selected() { return program.Ask(Probe::kSelectedRows); }
   void WaitForSelected(int64_t count) {
     WaitUntil("the selection", [&] { return Selected() == count; });
@@ -93,29 +97,29 @@ TEST_F(ResultsList, LosesNoWheelEventOfABurst) {
   for (int i = 0; i < 1'000; ++i) {
     PostMessageW(program.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(600, 600));
   }
-  const int64_t end = kFiles * kPitch - (program.Ask(Probe::kClientHeight) - kFirstRow - 2 - 10);
+  const int64_t end = kFiles * kPitch - (program.Ask(Probe::kClientHeight) - FirstRow() - 2 - 10);
   WaitUntil("the end", [&] { return program.Ask(Probe::kScrollY) == end; });
 }
 
 TEST_F(ResultsList, FollowsItsThumb) {
   const int x = static_cast<int>(program.Ask(Probe::kClientWidth)) - 7;
   const int bottom = static_cast<int>(program.Ask(Probe::kClientHeight)) - 20;
-  program.Drag(program.Window(), {x, kFirstRow + 5}, {x, bottom});
+  program.Drag(program.Window(), {x, FirstRow() + 5}, {x, bottom});
   WaitUntil("the end", [this] { return program.Ask(Probe::kScrollY) > 7'000; });
-  program.Click(program.Window(), x, kFirstRow + 5);  // in the track: at once
+  program.Click(program.Window(), x, FirstRow() + 5);  // in the track: at once
   WaitUntil("the top", [this] { return program.Ask(Probe::kScrollY) == 0; });
 }
 
 TEST_F(ResultsList, KeepsColumnsThatWereDragged) {
   const int64_t before = program.Ask(Probe::kColumnWidth, 1);
   const int edge = static_cast<int>(program.Ask(Probe::kColumnWidth, 0) + before);
-  program.Drag(program.Window(), {edge, 110}, {edge + 60, 110});
+  program.Drag(program.Window(), {edge, HeaderY()}, {edge + 60, HeaderY()});
   WaitUntil("a wider column", [&] { return program.Ask(Probe::kColumnWidth, 1) == before + 60; });
   WaitUntil("its settings", [&] {
     const auto text = ReadTextFile(program.Settings().PathOf(u"window.ini"));
     return text && text->find(u"col1=340\n") != std::u16string::npos;
   });
-  program.Drag(program.Window(), {edge + 60, 110}, {0, 110});
+  program.Drag(program.Window(), {edge + 60, HeaderY()}, {0, HeaderY()});
   WaitUntil("the least", [&] { return program.Ask(Probe::kColumnWidth, 1) == 30; });
 }
 
@@ -186,7 +190,7 @@ TEST_F(ResultsList, SortsByItsHeaders) {
   program.SearchFor(u"file");
   const auto clickHeader = [this](int x) {
     const int64_t before = program.Ask(Probe::kShownGeneration);
-    program.Click(program.Window(), x, 110);
+    program.Click(program.Window(), x, HeaderY());
     WaitUntil("the sorted rows", [&] { return program.Ask(Probe::kShownGeneration) > before; });
   };
   clickHeader(380);  // size: the largest first

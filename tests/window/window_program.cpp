@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/text_file.h"
@@ -65,10 +66,14 @@ void SendKey(WORD key, DWORD flags) {
   SendInput(1, &input, sizeof input);
 }
 
-void SendButton(DWORD flags, DWORD data) {
+// The place goes with the event: one that is set apart may be moved back by a late echo of an earlier
+// one.
+void SendMouse(POINT place, DWORD flags, DWORD data = 0) {
   INPUT input = {};
   input.type = INPUT_MOUSE;
-  input.mi.dwFlags = flags;
+  input.mi.dx = (place.x * 65'536 + 32'768) / GetSystemMetrics(SM_CXSCREEN);
+  input.mi.dy = (place.y * 65'536 + 32'768) / GetSystemMetrics(SM_CYSCREEN);
+  input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   input.mi.mouseData = data;
   SendInput(1, &input, sizeof input);
 }
@@ -82,12 +87,18 @@ std::u16string TextOfEdit(HWND control) {
   return {text, static_cast<size_t>(length)};
 }
 
-void SaveFailure() {
+// "failed-" and the test; a parameter's number follows its name behind a slash.
+std::string FailureName() {
   const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string("failed-") + (test != nullptr ? test->name() : "no-test");
+  std::replace(name.begin(), name.end(), '/', '-');
+  return name;
+}
+
+void SaveFailure() {
   std::error_code ignored;
   std::filesystem::create_directories(LogFolder(), ignored);
-  const std::string name = test != nullptr ? test->name() : "no-test";
-  SaveScreenAsPng(nullptr, (LogFolder() / ("failed-" + name + ".png")).wstring());
+  SaveScreenAsPng(nullptr, (LogFolder() / (FailureName() + ".png")).wstring());
 }
 
 }  // namespace
@@ -106,12 +117,11 @@ bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
 }
 
 WindowProgram::~WindowProgram() {
-  const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-  if (testing::Test::HasFailure() && test != nullptr) {
+  if (testing::Test::HasFailure()) {
     for (const auto& folder : {settings_.HostPath(), temp_.HostPath()}) {
       std::error_code ignored;
       std::filesystem::copy(
-          folder, LogFolder() / (std::string("failed-") + test->name()),
+          folder, LogFolder() / FailureName(),
           std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing,
           ignored);
     }
@@ -134,7 +144,8 @@ void WindowProgram::StartAndWait(const std::wstring& arguments) {
   WaitUntil("a searchable drive", [this] { return Ask(Probe::kEngineReady) == 1; });
   WaitUntil("an open search box", [this] { return IsWindowEnabled(SearchBox()) != FALSE; });
   if (!arguments.empty()) return;
-  WaitUntil("the first, empty results", [this] { return Title() == u"Quilmark - 0 results found"; });
+  WaitUntil("the first, empty results",
+            [this] { return Title() == u"Quilmark - Filter: All Files | Hits: 0"; });
   WaitUntil("the end of the indexing", [this] {
     return Status() == u"A new disk was detected and the drive list was updated." || Status().empty();
   });
@@ -183,7 +194,13 @@ int64_t WindowProgram::Ask(Probe probe, uint32_t argument) {
 
 std::u16string WindowProgram::Title() { return TextOfWindow(Window(), 512); }
 
+void WindowProgram::ExpectTitle(std::u16string_view title) {
+  WaitUntil("the title", [&] { return Title() == title; });
+}
+
 std::u16string WindowProgram::Status() { return TextOfEdit(GetDlgItem(Window(), 103)); }
+
+std::u16string WindowProgram::TextOf(HWND control) { return TextOfEdit(control); }
 
 void WindowProgram::Type(std::u16string_view text) {
   // At once: no pause of a busy machine stands between two keys.
@@ -218,24 +235,21 @@ void WindowProgram::KeyUp(WORD virtualKey) { SendKey(virtualKey, KEYEVENTF_KEYUP
 void WindowProgram::Click(HWND window, int x, int y) { Drag(window, {x, y}, {x, y}); }
 
 void WindowProgram::Drag(HWND window, POINT from, POINT to) {
-  const auto moveTo = [window](POINT place) {
-    ClientToScreen(window, &place);
-    SetCursorPos(place.x, place.y);
-  };
-  moveTo(from);
-  SendButton(MOUSEEVENTF_LEFTDOWN, 0);
   constexpr int kSteps = 4;
-  for (int step = 1; step <= kSteps; ++step) {
-    moveTo({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+  ClientToScreen(window, &from);
+  ClientToScreen(window, &to);
+  SendMouse(from, 0);
+  SendMouse(from, MOUSEEVENTF_LEFTDOWN);
+  for (int step = 1; step <= kSteps && (from.x != to.x || from.y != to.y); ++step) {
+    SendMouse({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps}, 0);
     Ask(Probe::kPaints);  // answered behind the move
   }
-  SendButton(MOUSEEVENTF_LEFTUP, 0);
+  SendMouse(to, MOUSEEVENTF_LEFTUP);
 }
 
 void WindowProgram::Turn(POINT at, int notches) {
   ClientToScreen(Window(), &at);
-  SetCursorPos(at.x, at.y);
-  SendButton(MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
+  SendMouse(at, MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
 }
 
 void WindowProgram::SearchFor(std::u16string_view text) {

@@ -43,7 +43,9 @@ class WindowProgram {
   HWND ScopeBox() { return GetDlgItem(Window(), 104); }
   int64_t Ask(Probe probe, uint32_t argument = 0);
   std::u16string Title();
+  void ExpectTitle(std::u16string_view title);  // waits for it
   std::u16string Status();
+  std::u16string TextOf(HWND control);
   bool IsVisible() { return IsWindowVisible(Window()) != FALSE; }
 
   // Keys of the keyboard, one after another: letters, digits and blanks.

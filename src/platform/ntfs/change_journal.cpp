@@ -37,7 +37,8 @@ std::optional<ParsedRecord> ParseStored(std::span<const std::byte> bytes) {
   if (major != 2 && major != 3) return std::nullopt;
   const RecordLayout& at = major == 2 ? kVersion2 : kVersion3;
   if (bytes.size() < at.least) return std::nullopt;
-  const size_t length = LoadLe<uint16_t>(bytes, at.nameLength);
+  // Names are whole units; damage may leave half of one.
+  const size_t length = LoadLe<uint16_t>(bytes, at.nameLength) & ~size_t{1};
   const size_t offset = LoadLe<uint16_t>(bytes, at.nameOffset);
   if (!Fits(bytes.size(), offset, length)) return std::nullopt;
   if (major == 3) {
@@ -125,10 +126,15 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
     const uint64_t chunkEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);
     const auto chunk = std::span(buffer).first(static_cast<size_t>(chunkEnd - position));
     const size_t got = ReadStream(source, journal.records, position, chunk);
-    std::fill(chunk.begin() + static_cast<ptrdiff_t>(got), chunk.end(), std::byte{0});
     const uint64_t chunkStart = position;
-    while (position < chunkEnd && hasRoom) {
-      const uint64_t pageEnd = std::min(chunkEnd, (position / kPageBytes + 1) * kPageBytes);
+    // What cannot be read is asked for again, and not taken for empty.
+    const uint64_t readEnd = got == chunk.size() ? chunkEnd : (position + got) / kPageBytes * kPageBytes;
+    if (readEnd <= position) {
+      if (used == kPositionBytes) return {.error = kErrorReadFault};
+      break;
+    }
+    while (position < readEnd && hasRoom) {
+      const uint64_t pageEnd = std::min(readEnd, (position / kPageBytes + 1) * kPageBytes);
       const auto page = chunk.subspan(static_cast<size_t>(position - chunkStart),
                                       static_cast<size_t>(pageEnd - position));
       hasRoom = TakeRecords(page, position, range, output, used, position);

@@ -26,8 +26,9 @@ class RawNtfsDevice : public VolumeDevice {
 
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     const std::scoped_lock lock(inUse_);
-    if (isClosed_) return {.error = kErrorInvalidHandle};
     cancelled_ = false;
+    // Behind that line: a Close from here on cancels this call.
+    if (isClosed_) return {.error = kErrorInvalidHandle};
     return Dispatch(code, input, output);
   }
 
@@ -123,7 +124,7 @@ class RawNtfsDevice : public VolumeDevice {
 
   Reply QueryJournal(std::span<std::byte> output) {
     if (output.size() < kJournalDataBytes) return {.error = kErrorMoreData};
-    RefreshJournal();
+    if (!RefreshJournal()) return {.error = kErrorReadFault};
     if (!journal_ && !hasEmptyJournal_) return {.error = kErrorJournalNotActive};
     const ChangeJournal journal = journal_ ? *journal_ : EmptyJournal();
     const auto data = output.first(kJournalDataBytes);
@@ -139,7 +140,7 @@ class RawNtfsDevice : public VolumeDevice {
 
   Reply ReadJournal(std::span<const std::byte> input, std::span<std::byte> output) {
     if (input.size() < kReadInputBytes) return {.error = kErrorInvalidParameter};
-    RefreshJournal();
+    if (!RefreshJournal()) return {.error = kErrorReadFault};
     if (!journal_ && !hasEmptyJournal_) return {.error = kErrorJournalNotActive};
     const ChangeJournal journal = journal_ ? *journal_ : EmptyJournal();
     if (LoadLe<uint64_t>(input, kReadJournalId) != journal.id) return {.error = kErrorInvalidParameter};
@@ -149,10 +150,16 @@ class RawNtfsDevice : public VolumeDevice {
     return ReadChangeJournal(*reader_.source, journal, range, output, cancelled_);
   }
 
-  // Its size grows where somebody else writes the volume.
-  void RefreshJournal() {
-    journal_ = OpenChangeJournal(reader_);
+  // Its size grows where somebody else writes the volume. False where a journal that was there cannot be
+  // read now: half written, or a device that stumbles. One that stays away is gone.
+  bool RefreshJournal() {
+    constexpr int kMostTornLooks = 10;
     isJournalKnown_ = true;
+    auto fresh = OpenChangeJournal(reader_);
+    if (!fresh && journal_ && ++tornLooks_ < kMostTornLooks) return false;
+    tornLooks_ = 0;
+    journal_ = std::move(fresh);
+    return true;
   }
 
   bool FindJournal() {
@@ -162,6 +169,7 @@ class RawNtfsDevice : public VolumeDevice {
 
   ChangeJournal EmptyJournal() const { return {.id = reader_.geometry.serial}; }
 
+  int tornLooks_ = 0;
   std::mutex inUse_;  // held by a call in progress
   std::atomic<bool> cancelled_ = false;
   std::atomic<bool> isClosed_ = false;

@@ -56,14 +56,15 @@ std::u16string PlaceOf(const void* address) {
   return FormatText(u"%s+0x%llX", module == nullptr ? u"?" : name, static_cast<uint64_t>(offset));
 }
 
+// The line comes first: it is there also where the dump fails, or crashes in its turn.
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) {
   if (isReported.exchange(true)) return EXCEPTION_CONTINUE_SEARCH;
+  LogGdiState(FormatText(u"[Crash] exception %08X at %s",
+                         static_cast<uint32_t>(exception->ExceptionRecord->ExceptionCode),
+                         PlaceOf(exception->ExceptionRecord->ExceptionAddress)));
   const std::u16string path = DumpPath();
   const bool isWritten = WriteDump(path, exception);
-  LogGdiState(FormatText(u"[Crash] exception %08X at %s, dump %s",
-                         static_cast<uint32_t>(exception->ExceptionRecord->ExceptionCode),
-                         PlaceOf(exception->ExceptionRecord->ExceptionAddress),
-                         isWritten ? path : u"not written"));
+  LogGdiState(u"[Crash] dump " + (isWritten ? path : u"not written"));
   return EXCEPTION_EXECUTE_HANDLER;
 }
 

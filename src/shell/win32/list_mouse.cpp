@@ -1,10 +1,12 @@
 #include "shell/win32/list_mouse.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "config/window_settings.h"
 #include "platform/clock.h"
 #include "search/filtered_results.h"
+#include "shell/filter_request.h"
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/row_text.h"
@@ -81,7 +83,30 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   RequestListRepaint(app, window, kDragRepaintMs);
 }
 
+SidebarLayout Sidebar(const AppState& app, const MainWindow& window) {
+  return LayoutSidebar({.clientHeight = app.clientHeight,
+                        .headerTop = app.headerTop,
+                        .sidebarWidth = app.sidebarWidth,
+                        .dpi = app.systemDpi,
+                        .tags = static_cast<int>(window.filterBar.Captions().size()),
+                        .scroll = app.sidebarScroll});
+}
+
+// The category of the sidebar under a point, or -1.
+int SidebarTagAt(const AppState& app, const MainWindow& window, Point point) {
+  if (!CurrentWindowSettings.sidebarLayout) return -1;
+  const SidebarLayout sidebar = Sidebar(app, window);
+  for (size_t i = 0; i < sidebar.rows.size(); ++i) {
+    if (Holds(sidebar.rows[i], point)) return app.sidebarScroll + static_cast<int>(i);
+  }
+  return -1;
+}
+
 void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+  if (CurrentWindowSettings.sidebarLayout) {
+    const int tag = SidebarTagAt(app, window, point);
+    if (tag != std::exchange(app.list.hoverTag, tag)) window.RedrawTags();
+  }
   const Bar bar = BarAt(app, layout, point);
   const int64_t row = bar == Bar::kNone ? RowAt(layout, app.scrollY, DisplayCount, point) : -1;
   const int column = row >= 0 ? ColumnAt(layout, app.scrollX, point.x) : -1;
@@ -117,6 +142,8 @@ void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
 
 void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys) {
   const ListLayout layout = window.List();
+  const int tag = SidebarTagAt(app, window, point);
+  if (tag >= 0) return SelectFilterTag(app, window, tag);
   const Bar bar = BarAt(app, layout, point);
   if (bar != Bar::kNone) return PressBar(app, window, layout, bar, point);
   if (Holds(layout.header, point)) return PressHeader(app, window, layout, point);
@@ -157,6 +184,16 @@ void OnListLeave(AppState& app, MainWindow& window) {
   app.list.hoverBar = Bar::kNone;
   window.tip.Hide();
   if (isHovered) window.InvalidateList();
+}
+
+bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
+  const bool isOver =
+      CurrentWindowSettings.sidebarLayout && point.x < app.sidebarWidth && point.y >= app.headerTop;
+  if (!isOver) return false;
+  const int step = delta > 0 ? -1 : 1;
+  app.sidebarScroll = std::clamp(app.sidebarScroll + step, 0, Sidebar(app, window).scrollLimit);
+  window.RedrawTags();
+  return true;
 }
 
 bool SetListCursor(const AppState& app, const MainWindow& window, Point point) {

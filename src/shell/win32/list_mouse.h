@@ -10,6 +10,9 @@ void OnListRelease(AppState& app, MainWindow& window);
 void OnListMove(AppState& app, MainWindow& window, Point point);
 void OnListLeave(AppState& app, MainWindow& window);
 
+// A wheel's turn over the sidebar, by whole categories and never the list. False elsewhere.
+bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta);
+
 // True if the list has a cursor of its own there.
 bool SetListCursor(const AppState& app, const MainWindow& window, Point point);
 

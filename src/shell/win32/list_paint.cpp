@@ -20,7 +20,7 @@ namespace {
 
 // Pixels at 96 dpi.
 constexpr int kTextInset = 15, kClipInset = 10, kRowInset = 8, kRowRadius = 8, kRowGap = 4;
-constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 56, kStatusLeft = 20;
+constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 55, kStatusBottom = 72, kStatusLeft = 20;
 constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8;
 
 struct ColumnText {
@@ -195,8 +195,29 @@ void DrawTop(const ListPaint& paint, const MainWindow& window) {
   paint.canvas.Fill({0, App().headerTop - 1, App().clientWidth, App().headerTop}, CurrentPalette.border);
   const SelectScope font(paint.canvas.dc, window.fonts.main.Get());
   paint.canvas.Line({paint.Scaled(kStatusLeft), paint.Scaled(kStatusTop),
-                     App().clientWidth - paint.Scaled(kStatusLeft), App().headerTop - 2},
+                     App().clientWidth - paint.Scaled(kStatusLeft), paint.Scaled(kStatusBottom)},
                     window.StatusText(), CurrentPalette.muted);
+}
+
+// The filter categories, where they stand at the side.
+void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
+  if (!CurrentWindowSettings.sidebarLayout) return;
+  const int width = App().sidebarWidth;
+  paint.canvas.Fill({0, App().headerTop, width, App().clientHeight}, CurrentPalette.panelBackground);
+  const auto& captions = window.filterBar.Captions();
+  const SidebarLayout sidebar = LayoutSidebar({.clientHeight = App().clientHeight,
+                                               .headerTop = App().headerTop,
+                                               .sidebarWidth = width,
+                                               .dpi = paint.layout.dpi,
+                                               .tags = static_cast<int>(captions.size()),
+                                               .scroll = App().sidebarScroll});
+  const SelectScope font(paint.canvas.dc, window.fonts.filter.Get());
+  for (size_t i = 0; i < sidebar.rows.size(); ++i) {
+    const int tag = App().sidebarScroll + static_cast<int>(i);
+    DrawTag(paint.canvas.dc, ToRECT(sidebar.rows[i]), captions[static_cast<size_t>(tag)],
+            tag == ActiveCategory, tag == App().list.hoverTag);
+  }
+  paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
 }
 
 // What to do here, where there is nothing to see.
@@ -221,6 +242,7 @@ bool PaintWindow(HDC dc, const MainWindow& window) {
   DrawHeader(paint);
   DrawBar(paint, VerticalBar(paint.layout, App().scrollY, DisplayCount), Bar::kVertical);
   DrawBar(paint, HorizontalBar(paint.layout, App().scrollX), Bar::kHorizontal);
+  DrawSidebar(paint, window);
   DrawTop(paint, window);
   return isMissing;
 }

@@ -10,12 +10,14 @@
 #include "platform/mul_div.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
+#include "search/filters.h"
 #include "search/search_state.h"
 #include "shell/hotkey_text.h"
+#include "shell/scope_items.h"
+#include "shell/win32/combo.h"
 #include "shell/win32/hotkey_names.h"
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/rename_editor.h"
-#include "shell/win32/scope_box.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
 #include "shell/win32/trim_memory.h"
@@ -73,7 +75,17 @@ void MainWindow::FocusSearchBox() {
   if (IsWindowEnabled(searchBox)) SetFocus(searchBox);
 }
 
-void MainWindow::RebuildScopeBox() { FillScopeBox(scopeBox); }
+void MainWindow::RebuildScopeBox() {
+  const auto items = ScopeItems(Engine());
+  if (scopeIndex >= static_cast<int>(items.size())) scopeIndex = kScopeAll;
+  FillCombo(scopeBox, items, scopeIndex);
+}
+
+void MainWindow::RedrawTags() {
+  filterBar.RedrawTags();
+  const RECT sidebar = {0, App().headerTop, App().sidebarWidth, App().clientHeight};
+  if (CurrentWindowSettings.sidebarLayout) InvalidateRect(window_, &sidebar, FALSE);
+}
 
 void MainWindow::InvalidateList() {
   const RECT list = {0, App().headerTop, App().clientWidth, App().clientHeight};
@@ -194,22 +206,26 @@ void MainWindow::Resize(int width, int height) {
 }
 
 void MainWindow::PlaceControls() {
-  const TopRowLayout row =
-      LayoutTopRow({.clientWidth = App().clientWidth, .dpi = App().systemDpi, .presets = false});
-  const int height = row.search.bottom - row.search.top;
+  const TopRowLayout row = LayoutTopRow({.clientWidth = App().clientWidth,
+                                         .dpi = App().systemDpi,
+                                         .sizeCustom = CurrentWindowSettings.sizePreset == kCustomSize,
+                                         .timeCustom = CurrentWindowSettings.timePreset == kCustomTime});
   SetComboItemHeights(scopeBox, App().systemDpi);
   RECT scope = ToRECT(row.scope);
   scope.bottom = scope.top + ScaleFor(App().systemDpi, 280);  // with its drop list
   Show(scopeBox, scope);
-  FitComboHeight(scopeBox, height);
+  FitComboHeight(scopeBox, row.search.bottom - row.search.top);
   Show(searchBox, ToRECT(row.search));
   ApplySearchBoxRect(searchBox);
+  filterBar.Place(row);
+  App().headerTop = filterBar.PlaceTags(App().clientWidth);
 }
 
 ListLayout MainWindow::List() const {
   ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
                   .clientWidth = App().clientWidth,
                   .clientHeight = App().clientHeight,
+                  .sidebarWidth = CurrentWindowSettings.sidebarLayout ? App().sidebarWidth : 0,
                   .headerTop = App().headerTop,
                   .dpi = App().systemDpi,
                   .columns = CurrentWindowSettings.columnWidth};
@@ -225,6 +241,7 @@ void MainWindow::RemakeFonts() {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.list.Get()), TRUE);
   }
   ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
+  filterBar.SetFonts(fonts.list.Get(), fonts.filter.Get());
 }
 
 void MainWindow::RecreateBackBuffer() {
@@ -241,6 +258,13 @@ void SetViewMode(AppState& app, MainWindow& window, ViewMode view) {
   window.StartTimer(kTimerScrollSettle, kSettleMs);
   InvalidateRect(window.Handle(), nullptr, TRUE);
   UpdateWindow(window.Handle());
+}
+
+void SetFilterLayout(AppState& app, MainWindow& window, bool sidebar) {
+  CurrentWindowSettings.sidebarLayout = sidebar;
+  app.sidebarScroll = 0;
+  SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
+  InvalidateRect(window.Handle(), nullptr, TRUE);
 }
 
 }  // namespace quilmark

@@ -10,6 +10,7 @@
 #include "shell/layout.h"
 #include "shell/list_layout.h"
 #include "shell/win32/back_buffer.h"
+#include "shell/win32/filter_bar.h"
 #include "shell/win32/row_tip.h"
 #include "shell/win32/tray_icon.h"
 #include "shell/win32/window_look.h"
@@ -35,6 +36,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void FocusSearchBox() override;
   void RebuildScopeBox() override;
   void CancelRename() override;
+  void RedrawTags() override;
   void InvalidateList() override;
   void RelayoutList() override;
   bool IsVisible() override;
@@ -75,6 +77,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   HWND verticalBar = nullptr, horizontalBar = nullptr;  // hidden: they keep ranges and positions
   HWND renameEditor = nullptr;
   RowTip tip;
+  FilterBar filterBar;
   WindowFonts fonts;
   WindowBrushes brushes;
   BackBuffer backBuffer;
@@ -114,5 +117,8 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
 
 // Shows the rows in another view, from the top, and keeps the choice.
 void SetViewMode(AppState& app, MainWindow& window, ViewMode view);
+
+// Puts the filter categories to the side or into the bar, and keeps the choice.
+void SetFilterLayout(AppState& app, MainWindow& window, bool sidebar);
 
 }  // namespace quilmark

@@ -1,7 +1,10 @@
 #include <windows.h>
 
+#include <commctrl.h>
 #include <dbt.h>
 #include <windowsx.h>
+
+#include <algorithm>
 
 #include "config/log.h"
 #include "config/palette.h"
@@ -10,14 +13,15 @@
 #include "platform/clock.h"
 #include "search/filtered_results.h"
 #include "search/search_state.h"
+#include "shell/filter_request.h"
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
+#include "shell/win32/combo.h"
 #include "shell/win32/foreground_file.h"
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
-#include "shell/win32/scope_box.h"
 #include "shell/win32/tray_menu.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_events.h"
@@ -55,6 +59,10 @@ Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
 
 Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
   const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
+  if (isActive && window.renameEditor != nullptr) {
+    SetFocus(window.renameEditor);  // back from the message about its text
+    return std::nullopt;
+  }
   OnActivation(app, window, isActive ? Activation::kActivated : Activation::kDeactivated);
   return std::nullopt;
 }
@@ -73,14 +81,19 @@ Outcome OnClose(AppState& app, MainWindow& window, const Message&) {
 
 Outcome OnDrawItem(AppState&, MainWindow&, const Message& message) {
   const auto* const item = reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
-  if (item == nullptr || item->CtlID != kScopeBox) return std::nullopt;
-  DrawScopeItem(*item);
+  if (item == nullptr) return std::nullopt;
+  if (item->CtlType == ODT_BUTTON && item->CtlID >= static_cast<UINT>(kFirstTag)) {
+    DrawTagItem(*item);
+    return TRUE;
+  }
+  if (!IsCustomCombo(item->CtlID)) return std::nullopt;
+  DrawComboItem(*item);
   return TRUE;
 }
 
 Outcome OnMeasureItem(AppState& app, MainWindow&, const Message& message) {
   auto* const item = reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam);
-  if (item == nullptr || item->CtlID != kScopeBox) return std::nullopt;
+  if (item == nullptr || !IsCustomCombo(item->CtlID)) return std::nullopt;
   item->itemHeight =
       static_cast<UINT>(ScaleFor(app.systemDpi, item->itemID == static_cast<UINT>(-1) ? 36 : 28));
   return TRUE;
@@ -92,20 +105,70 @@ Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
   return 0;
 }
 
-Outcome OnCommand(AppState&, MainWindow& window, const Message& message) {
-  const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
-  if (id == kSearchBox && event == EN_CHANGE) {
-    if (!window.settingText) {
-      OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
-    }
+int ChosenIn(const Message& message) {
+  return static_cast<int>(SendMessageW(reinterpret_cast<HWND>(message.lParam), CB_GETCURSEL, 0, 0));
+}
+
+void ChoosePreset(AppState& app, MainWindow& window, int& preset, int chosen) {
+  preset = std::max(chosen, 0);
+  // The custom controls come and go.
+  SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
+  ApplyFilters(app, window);
+}
+
+Outcome OnComboChosen(AppState& app, MainWindow& window, const Message& message) {
+  const int chosen = ChosenIn(message);
+  InvalidateRect(reinterpret_cast<HWND>(message.lParam), nullptr, FALSE);
+  switch (LOWORD(message.wParam)) {
+    case kScopeBox:
+      OnScopeChosen(window, chosen);
+      return 0;
+    case kSizePreset:
+      ChoosePreset(app, window, CurrentWindowSettings.sizePreset, chosen);
+      return 0;
+    case kTimePreset:
+      ChoosePreset(app, window, CurrentWindowSettings.timePreset, chosen);
+      return 0;
+    case kSizeUnit:
+      CurrentWindowSettings.sizeUnit = chosen < 0 ? 2 : chosen;
+      if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
+  if (id == kSearchBox) {
+    if (!window.settingText) OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
     return 0;
   }
-  if (id == kScopeBox && event == CBN_SELCHANGE) {
-    OnScopeChosen(window, static_cast<int>(SendMessageW(window.scopeBox, CB_GETCURSEL, 0, 0)));
-    InvalidateRect(window.scopeBox, nullptr, FALSE);
+  if (id != kSizeBox) return std::nullopt;
+  window.filterBar.ReadSizeText();
+  if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
+  return 0;
+}
+
+Outcome OnCommand(AppState& app, MainWindow& window, const Message& message) {
+  const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
+  const bool isCombo = IsCustomCombo(static_cast<UINT>(id));
+  if (isCombo && event == CBN_SELCHANGE) return OnComboChosen(app, window, message);
+  if (!isCombo && id < kFirstTag && event == EN_CHANGE) return OnEditChanged(app, window, id);
+  if (id >= kFirstTag && event == BN_CLICKED && message.lParam != 0) {
+    SelectFilterTag(app, window, id - kFirstTag);
     return 0;
   }
   return std::nullopt;
+}
+
+Outcome OnNotify(AppState& app, MainWindow& window, const Message& message) {
+  const auto* const notice = reinterpret_cast<const NMHDR*>(message.lParam);
+  const bool isDate = notice->idFrom == static_cast<UINT_PTR>(kDateFrom) ||
+                      notice->idFrom == static_cast<UINT_PTR>(kDateTo);
+  if (!isDate || notice->code != DTN_DATETIMECHANGE) return std::nullopt;
+  window.filterBar.ReadDates();
+  if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
+  return 0;
 }
 
 Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) {
@@ -147,6 +210,9 @@ Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
   const ListLayout layout = window.List();
   const bool isSideways = (GET_KEYSTATE_WPARAM(message.wParam) & MK_SHIFT) != 0;
   window.tip.Hide();
+  POINT cursor = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+  ScreenToClient(message.window, &cursor);
+  if (ScrollSidebar(app, window, {cursor.x, cursor.y}, delta)) return 0;
   if (isSideways && layout.view == ViewMode::kList) {
     ScrollSideways(app, window, layout, -delta);
   } else {
@@ -293,6 +359,7 @@ constexpr MessageRow kMessageRows[] = {
     {WM_MEASUREITEM, OnMeasureItem},
     {WM_DISPLAYCHANGE, OnDisplayChange},
     {WM_COMMAND, OnCommand},
+    {WM_NOTIFY, OnNotify},
     {WM_SYSCOMMAND, OnSysCommand},
     {WM_TIMER, OnTimer},
     {WM_CTLCOLOREDIT, OnControlColor},

@@ -6,8 +6,8 @@
 #include "config/translate.h"
 #include "index/volume_life.h"
 #include "search/search_state.h"
+#include "shell/win32/combo.h"
 #include "shell/win32/main_window.h"
-#include "shell/win32/scope_box.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/theme.h"
 #include "shell/win32/window_text.h"
@@ -18,6 +18,7 @@ namespace quilmark {
 namespace {
 
 constexpr uint32_t kHiddenGuardMs = 3'500;
+constexpr int kScopeDropped = 460;  // pixels at 96 dpi
 
 void InitControlClasses() {
   INITCOMMONCONTROLSEX classes = {};
@@ -42,8 +43,10 @@ void InstallSearchHooks(MainWindow& window) {
 }  // namespace
 
 void MainWindow::MakeControls() {
-  scopeBox = MakeScopeBox(window_, fonts.list.Get());
+  scopeBox = MakeCombo(window_, kScopeBox, fonts.list.Get(), kScopeDropped);
+  RebuildScopeBox();
   searchBox = MakeSearchBox(window_, fonts.list.Get());
+  filterBar.Open(window_, fonts.list.Get(), fonts.filter.Get());
   const auto hiddenBar = [this](int id, DWORD style) {
     return CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | style, 0, 0, 0, 0, window_,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
@@ -51,6 +54,7 @@ void MainWindow::MakeControls() {
   };
   verticalBar = hiddenBar(kVerticalBar, SBS_VERT);
   horizontalBar = hiddenBar(kHorizontalBar, SBS_HORZ);
+  hiddenBar(kSidebarBar, SBS_VERT);
   tip.Open(window_, App().systemDpi);
   statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
                                reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);

@@ -1,10 +1,12 @@
 #include "index/volume_life.h"
 #include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
-#include "search/filtered_results.h"
+#include "search/filters.h"
 #include "search/sort.h"
+#include "shell/filter_request.h"
 #include "shell/sort_request.h"
 #include "shell/win32/main_window.h"
+#include "shell/window_ids.h"
 
 namespace quilmark {
 
@@ -25,6 +27,16 @@ void InstallFeatures(AppState& app, MainWindow& window) {
     const auto rows = ShownResults();
     const RowsInView inView = RowsToPaint(window.List(), app.scrollY, rows->size());
     HydrateRowsAsync(rows, {inView.first, inView.end});
+  };
+  app.features.refreshFilter = [] { RefreshFilteredResultsAsync(CurrentFilterSettings()); };
+  app.features.refreshFilterCounts = [&window] {
+    constexpr uint32_t kAskSoonMs = 60;
+    const FilterCounts counts = UpdateFilterCounts(CurrentFilterSettings());
+    if (window.filterBar.SetCaptions(TagCaptions(counts.rows))) {
+      window.PlaceControls();
+      window.RedrawTags();
+    }
+    if (counts.isIncomplete) window.StartTimer(kTimerScrollSettle, kAskSoonMs);
   };
   app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };
   app.features.autosaveAttributes = [] { AutosaveAttrCacheAsync(Engine()); };

@@ -93,6 +93,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kSetView:
       SetViewMode(app, window, static_cast<ViewMode>(argument));
       break;
+    case Probe::kSetSidebar:
+      SetFilterLayout(app, window, argument != 0);
+      break;
     case Probe::kPostStaleResults:
       PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, searchGeneration - 1, 0);
       break;
@@ -128,6 +131,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.clientWidth;
     case Probe::kPaints:
       return static_cast<LRESULT>(window.paints);
+    case Probe::kHeaderTop:
+      return app.headerTop;
     case Probe::kClientHeight:
       return app.clientHeight;
     case Probe::kScrollY:

@@ -17,6 +17,7 @@ enum class Probe : uintptr_t {
   kClientWidth,
   kPaints,  // since the start
   kClientHeight,
+  kHeaderTop,
   kScrollY,
   kSelectedRows,  // their number
   kFocusRow,
@@ -42,6 +43,7 @@ enum class Probe : uintptr_t {
   kCrashInWindow,      // of the interface thread
   kSetView,            // argument: 0 list, 1 small icons, 2 large icons
   kPostStaleResults,
+  kSetSidebar,     // argument: whether the filter tags stand at the side
   kUnmapDrive,     // argument: the letter
   kMapDriveAgain,  // argument: the letter, to the folder of the start
 };

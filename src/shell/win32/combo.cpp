@@ -1,16 +1,13 @@
-#include "shell/win32/scope_box.h"
+#include "shell/win32/combo.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 
 #include "config/palette.h"
-#include "config/translate.h"
 #include "platform/win32/wide.h"
-#include "search/search_state.h"
 #include "shell/app_state.h"
 #include "shell/layout.h"
-#include "shell/scope_items.h"
 #include "shell/win32/gdi.h"
 #include "shell/win32/main_window.h"
 #include "shell/window_ids.h"
@@ -20,7 +17,7 @@ namespace quilmark {
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kDroppedWidth = 460, kItemHeight = 28, kFieldHeight = 36;  // pixels at 96 dpi
+constexpr int kItemHeight = 28, kFieldHeight = 36;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
@@ -85,32 +82,35 @@ LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-HWND MakeScopeBox(HWND parent, HFONT font) {
-  const HWND combo = CreateWindowExW(0, L"COMBOBOX", L"",
-                                     WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST |
-                                         CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
-                                     0, 0, 10, 10, parent, reinterpret_cast<HMENU>(kScopeBox),
-                                     GetModuleHandleW(nullptr), nullptr);
+HWND MakeCombo(HWND parent, int id, HFONT font, int droppedWidth) {
+  const HWND combo =
+      CreateWindowExW(0, L"COMBOBOX", L"",
+                      WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST |
+                          CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
+                      0, 0, 10, 10, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                      GetModuleHandleW(nullptr), nullptr);
   SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-  SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(kDroppedWidth)), 0);
+  SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(droppedWidth)), 0);
   SetWindowSubclass(combo, ComboProcedure, kSubclass, 0);
-  FillScopeBox(combo);
   return combo;
 }
 
-void FillScopeBox(HWND box) {
-  if (!IsWindow(box)) return;
-  SendMessageW(box, CB_RESETCONTENT, 0, 0);
-  const auto items = ScopeItems(Engine());
+void FillCombo(HWND combo, const std::vector<std::u16string>& items, int chosen) {
+  if (!IsWindow(combo)) return;
+  SendMessageW(combo, CB_RESETCONTENT, 0, 0);
   for (const std::u16string& item : items) {
-    SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
+    SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
   }
-  if (scopeIndex >= static_cast<int>(items.size())) scopeIndex = kScopeAll;
-  SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(scopeIndex.load()), 0);
-  InvalidateRect(box, nullptr, FALSE);
+  const bool exists = chosen >= 0 && static_cast<size_t>(chosen) < items.size();
+  SendMessageW(combo, CB_SETCURSEL, exists ? static_cast<WPARAM>(chosen) : 0, 0);
+  InvalidateRect(combo, nullptr, FALSE);
 }
 
-void DrawScopeItem(const DRAWITEMSTRUCT& item) {
+bool IsCustomCombo(UINT id) {
+  return id == kScopeBox || id == kSizePreset || id == kTimePreset || id == kSizeUnit;
+}
+
+void DrawComboItem(const DRAWITEMSTRUCT& item) {
   if (item.itemID == static_cast<UINT>(-1)) return;
   const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
   FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);

@@ -1,0 +1,270 @@
+#include "shell/win32/filter_bar.h"
+
+#include <commctrl.h>
+
+#include "config/palette.h"
+#include "config/window_settings.h"
+#include "platform/win32/wide.h"
+#include "search/filtered_results.h"
+#include "shell/app_state.h"
+#include "shell/filter_request.h"
+#include "shell/win32/canvas.h"
+#include "shell/win32/combo.h"
+#include "shell/win32/main_window.h"
+#include "shell/win32/search_box.h"
+#include "shell/win32/window_text.h"
+#include "shell/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr size_t kLongestRange = 127;
+constexpr int kPresetDropped = 160, kUnitDropped = 90, kComboHeight = 280, kTagHeight = 40;
+
+int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
+
+void Move(HWND control, const Rect& rect, bool isShown) {
+  SetWindowPos(control, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+               SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+}
+
+// With room for the drop list, and as high as the search box when closed.
+void MoveCombo(HWND combo, Rect rect, bool isShown) {
+  const int height = rect.bottom - rect.top;
+  SetComboItemHeights(combo, App().systemDpi);
+  rect.bottom = rect.top + Scaled(kComboHeight);
+  Move(combo, rect, isShown);
+  FitComboHeight(combo, height);
+}
+
+bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
+bool TimeIsCustom() { return CurrentWindowSettings.timePreset == kCustomTime; }
+
+int ReadDate(HWND picker) {
+  SYSTEMTIME time = {};
+  if (SendMessageW(picker, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time)) != GDT_VALID) return 0;
+  return time.wYear * 10'000 + time.wMonth * 100 + time.wDay;
+}
+
+void WriteDate(HWND picker, int date) {
+  if (date == 0) return;
+  SYSTEMTIME time = {};
+  time.wYear = static_cast<WORD>(date / 10'000);
+  time.wMonth = static_cast<WORD>(date / 100 % 100);
+  time.wDay = static_cast<WORD>(date % 100);
+  SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+}
+
+void DrawPlainFrame(HWND control) {
+  const WindowDc dc(control);
+  RECT client = {};
+  GetClientRect(control, &client);
+  SetDCBrushColor(dc.Get(), GetFocus() == control ? CurrentPalette.focusRing : CurrentPalette.border);
+  FrameRect(dc.Get(), &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) {
+  if (message == WM_CHAR && (wParam == '\r' || wParam == '\n')) return 0;
+  if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
+  const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
+  if (message == WM_PAINT) DrawPlainFrame(control);
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(control, nullptr, FALSE);
+  return result;
+}
+
+// Fills what a rounded tag leaves at its corners, and knows whether the mouse is over it.
+LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                              DWORD_PTR) {
+  const int index = GetDlgCtrlID(tag) - kFirstTag;
+  if (message == WM_ERASEBKGND) {
+    RECT client = {};
+    GetClientRect(tag, &client);
+    FillWith(reinterpret_cast<HDC>(wParam), client, CurrentPalette.toolbar);
+    return 1;
+  }
+  if (message == WM_MOUSEMOVE && App().list.hoverTag != index) {
+    App().list.hoverTag = index;
+    InvalidateRect(tag, nullptr, FALSE);
+    TRACKMOUSEEVENT track = {};
+    track.cbSize = sizeof track;
+    track.dwFlags = TME_LEAVE;
+    track.hwndTrack = tag;
+    TrackMouseEvent(&track);
+  }
+  if (message == WM_MOUSELEAVE) {
+    App().list.hoverTag = -1;
+    InvalidateRect(tag, nullptr, FALSE);
+  }
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(tag, TagProcedure, kSubclass);
+  return DefSubclassProc(tag, message, wParam, lParam);
+}
+
+HWND MakeEdit(HWND parent, int id, HFONT font) {
+  const HWND edit = CreateWindowExW(
+      0, L"EDIT", L"", WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | ES_MULTILINE, 0, 0, 10, 10, parent,
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SendMessageW(edit, EM_SETLIMITTEXT, kLongestRange, 0);
+  SetWindowSubclass(edit, FramedProcedure, kSubclass, 0);
+  return edit;
+}
+
+HWND MakeDate(HWND parent, int id, HFONT font) {
+  const HWND date = CreateWindowExW(
+      0, DATETIMEPICK_CLASSW, L"", WS_CHILD | WS_TABSTOP | DTS_SHORTDATEFORMAT, 0, 0, 10, 10, parent,
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(date, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SetWindowSubclass(date, FramedProcedure, kSubclass, 0);
+  return date;
+}
+
+int WidthOfTag(const Canvas& canvas, const std::u16string& caption) {
+  const TagText text = SplitCaption(caption);
+  return FilterTagWidth(App().systemDpi, canvas.WidthOf(text.name.data(), text.name.size()),
+                        canvas.WidthOf(text.count.data(), text.count.size()));
+}
+
+}  // namespace
+
+void FilterBar::Open(HWND parent, HFONT font, HFONT tagFont) {
+  sizePreset_ = MakeCombo(parent, kSizePreset, font, kPresetDropped);
+  timePreset_ = MakeCombo(parent, kTimePreset, font, kPresetDropped);
+  sizeBox_ = MakeEdit(parent, kSizeBox, font);
+  secondSizeBox_ = MakeEdit(parent, kSecondSizeBox, font);
+  sizeUnit_ = MakeCombo(parent, kSizeUnit, font, kUnitDropped);
+  dateFrom_ = MakeDate(parent, kDateFrom, font);
+  dateTo_ = MakeDate(parent, kDateTo, font);
+  FillCombo(sizePreset_, SizePresetItems(), CurrentWindowSettings.sizePreset);
+  FillCombo(timePreset_, TimePresetItems(), CurrentWindowSettings.timePreset);
+  FillCombo(sizeUnit_, SizeUnitItems(), CurrentWindowSettings.sizeUnit);
+  const std::u16string range = CurrentWindowSettings.sizeRange;
+  SetWindowTextW(sizeBox_, Wide(range));
+  WriteDate(dateFrom_, CurrentWindowSettings.timeStart);
+  WriteDate(dateTo_, CurrentWindowSettings.timeEnd);
+  tagFont_ = tagFont;
+  RebuildTags(parent);
+}
+
+void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
+  for (const HWND control : {sizePreset_, timePreset_, sizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  }
+  tagFont_ = tagFont;
+  for (const HWND tag : tags_) SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont), TRUE);
+}
+
+void FilterBar::RebuildTags(HWND parent) {
+  for (const HWND tag : tags_) DestroyWindow(tag);
+  tags_.clear();
+  captions_ = TagCaptions({});
+  for (size_t i = 0; i < captions_.size(); ++i) {
+    const HWND tag = CreateWindowExW(
+        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]), WS_CHILD | BS_OWNERDRAW | BS_MULTILINE, 0, 0,
+        10, Scaled(kTagHeight), parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTag) + static_cast<INT_PTR>(i)),
+        GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont_), FALSE);
+    SetWindowSubclass(tag, TagProcedure, kSubclass, 0);
+    tags_.push_back(tag);
+  }
+}
+
+bool FilterBar::SetCaptions(const std::vector<std::u16string>& captions) {
+  bool isChanged = false;
+  for (size_t i = 0; i < tags_.size() && i < captions.size(); ++i) {
+    if (captions_[i] == captions[i]) continue;
+    captions_[i] = captions[i];
+    SetWindowTextW(tags_[i], Wide(captions[i]));
+    InvalidateRect(tags_[i], nullptr, FALSE);
+    isChanged = true;
+  }
+  return isChanged;
+}
+
+void FilterBar::RedrawTags() const {
+  for (const HWND tag : tags_) InvalidateRect(tag, nullptr, FALSE);
+}
+
+void FilterBar::Place(const TopRowLayout& row) {
+  MoveCombo(sizePreset_, row.sizePreset, true);
+  MoveCombo(timePreset_, row.timePreset, true);
+  Move(sizeBox_, row.sizeBox, SizeIsCustom());
+  CentreEditLine(sizeBox_, 8, 4);
+  MoveCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
+  Move(dateFrom_, row.dateFrom, TimeIsCustom());
+  Move(dateTo_, row.dateTo, TimeIsCustom());
+}
+
+int FilterBar::PlaceTags(int clientWidth) {
+  FilterBarInput input{.clientWidth = clientWidth,
+                       .dpi = App().systemDpi,
+                       .sidebar = CurrentWindowSettings.sidebarLayout,
+                       .tagWidths = {}};
+  const WindowDc dc(nullptr);
+  const SelectScope font(dc.Get(), tagFont_);
+  for (const std::u16string& caption : captions_)
+    input.tagWidths.push_back(WidthOfTag({dc.Get()}, caption));
+  const FilterBarLayout layout = LayoutFilterBar(input);
+  for (size_t i = 0; i < tags_.size(); ++i) {
+    if (i < layout.tags.size()) {
+      Move(tags_[i], layout.tags[i], true);
+    } else {
+      ShowWindow(tags_[i], SW_HIDE);
+    }
+  }
+  return layout.headerTop;
+}
+
+void FilterBar::ReadDates() const {
+  CurrentWindowSettings.timeStart = ReadDate(dateFrom_);
+  CurrentWindowSettings.timeEnd = ReadDate(dateTo_);
+}
+
+void FilterBar::ReadSizeText() const {
+  CurrentWindowSettings.sizeRange = TextOfWindow(sizeBox_, kLongestRange);
+}
+
+void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isChosen, bool isHot) {
+  const Canvas canvas{dc};
+  const Rect rect = FromRECT(place);
+  const Color ground = isChosen ? CurrentPalette.accent
+                       : isHot  ? CurrentPalette.accentSoft
+                                : CurrentPalette.controlBackground;
+  canvas.FillRound(rect, Scaled(8), ground);
+  // Letters on the accent: whichever of black and white stands out.
+  const Color onAccent = Luminance(ground) < 150 ? ColorOfHex(0xFFFFFF) : ColorOfHex(0x101418);
+  const Color color = isChosen ? onAccent : CurrentPalette.text;
+  const TagText text = SplitCaption(caption);
+  SetBkMode(dc, TRANSPARENT);
+  const int inset = Scaled(8), countWidth = canvas.WidthOf(text.count.data(), text.count.size());
+  const int gap = Scaled(6), nameWidth = canvas.WidthOf(text.name.data(), text.name.size());
+  const int width = rect.right - rect.left;
+  const int shownName = std::min(nameWidth, std::max(width - 2 * inset - gap - countWidth, 0));
+  const int left = rect.left + std::max((width - shownName - gap - countWidth) / 2, inset);
+  canvas.Line({left, rect.top, left + shownName + 1, rect.bottom}, text.name, color);
+  const int countLeft = left + shownName + gap;
+  canvas.Line({countLeft, rect.top, countLeft + countWidth + 1, rect.bottom}, text.count,
+              isChosen ? onAccent : CurrentPalette.muted);
+}
+
+void DrawTagItem(const DRAWITEMSTRUCT& item) {
+  const int index = static_cast<int>(item.CtlID) - kFirstTag;
+  FillWith(item.hDC, item.rcItem, CurrentPalette.toolbar);
+  const auto font = reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0));
+  const SelectScope selected(item.hDC, font);
+  DrawTag(item.hDC, item.rcItem, TextOfWindow(item.hwndItem), index == ActiveCategory,
+          index == App().list.hoverTag);
+  if ((item.itemState & ODS_FOCUS) != 0) {
+    const UniquePen pen(CreatePen(PS_SOLID, 1, CurrentPalette.focusRing));
+    const SelectScope outline(item.hDC, pen.Get());
+    const SelectScope hollow(item.hDC, GetStockObject(HOLLOW_BRUSH));
+    RoundRect(item.hDC, item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.bottom,
+              Scaled(8), Scaled(8));
+  }
+}
+
+}  // namespace quilmark

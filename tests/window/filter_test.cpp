@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "search/filter_categories.h"
+#include "window/window_program.h"
+
+namespace quilmark {
+namespace {
+
+class FilterBar : public testing::Test {
+ protected:
+  FilterBar() {
+    program.Drive().MakeFile("mix/mix-letter.txt", "text");
+    program.Drive().MakeFile("mix/mix-photo.jpg", std::string(2'000'000, 'x'));
+    program.Drive().MakeFile("mix/mix-other.bin", "x");
+    program.StartAndWait();
+    program.SearchFor(u"mix");
+  }
+  ~FilterBar() override {
+    program.Exit();
+    EXPECT_EQ(program.WaitForEnd(), 0u);
+  }
+  HWND Tag(int index) { return GetDlgItem(program.Window(), 200 + index); }
+  void ClickTag(int index) {
+    RECT client = {};
+    GetClientRect(Tag(index), &client);
+    program.Click(Tag(index), client.right / 2, client.bottom / 2);
+  }
+  void WaitForRows(int64_t count) {
+    WaitUntil("the filtered rows", [&] { return program.Ask(Probe::kRows) == count; });
+  }
+  // As a user's choice in the list would.
+  void Choose(int combo, int item) {
+    SendMessageW(GetDlgItem(program.Window(), combo), CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    SendMessageW(program.Window(), WM_COMMAND, MAKEWPARAM(combo, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(GetDlgItem(program.Window(), combo)));
+  }
+
+  WindowProgram program;
+};
+
+TEST_F(FilterBar, NarrowsByCategoryAndCountsEach) {
+  WaitUntil("the counts", [this] { return program.TextOf(Tag(0)) == u"All Files\r\n(4)"; });
+  EXPECT_EQ(program.TextOf(Tag(1)), u"Folders\r\n(1)");
+  EXPECT_EQ(program.TextOf(Tag(2)), u"Documents\r\n(1)");
+  EXPECT_EQ(program.TextOf(Tag(3)), u"Images\r\n(1)");
+  EXPECT_EQ(program.TextOf(Tag(4)), u"Archives\r\n(0)");
+  ClickTag(2);
+  WaitForRows(1);
+  program.ExpectTitle(u"Quilmark - Filter: Documents | Hits: 1");
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("category");
+  ClickTag(4);
+  WaitForRows(0);
+  ClickTag(0);
+  WaitForRows(4);
+}
+
+TEST_F(FilterBar, NarrowsBySizeAndTime) {
+  Choose(106, 2);  // 1~100MB
+  WaitForRows(1);
+  Choose(106, 1);  // < 1MB
+  WaitForRows(2);
+  Choose(106, 0);
+  Choose(107, 1);  // today
+  WaitForRows(3);
+  Choose(107, 0);
+  WaitForRows(4);
+}
+
+TEST_F(FilterBar, TakesACustomSize) {
+  Choose(106, 4);
+  WaitUntil("the size box",
+            [this] { return IsWindowVisible(GetDlgItem(program.Window(), 108)) != FALSE; });
+  program.Click(GetDlgItem(program.Window(), 108), 20, 18);
+  program.Type(u"1-3");
+  WaitForRows(1);
+  Choose(107, 4);
+  WaitUntil("the dates", [this] { return IsWindowVisible(GetDlgItem(program.Window(), 112)) != FALSE; });
+  WaitForRows(1);
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("custom-ranges");
+  EXPECT_FALSE(IsWindowVisible(GetDlgItem(program.Window(), 109)));
+}
+
+TEST_F(FilterBar, KeepsItsChoicesForTheNextRun) {
+  Choose(106, 1);
+  WaitForRows(2);
+  program.Exit();
+  EXPECT_EQ(program.WaitForEnd(), 0u);
+  program.StartAndWait();
+  EXPECT_EQ(SendMessageW(GetDlgItem(program.Window(), 106), CB_GETCURSEL, 0, 0), 1);
+  program.SearchFor(u"mix");
+  WaitForRows(2);
+}
+
+TEST_F(FilterBar, StandsAtTheSideOnRequest) {
+  program.Ask(Probe::kSetSidebar, 1);
+  EXPECT_EQ(program.Ask(Probe::kHeaderTop), 70);
+  EXPECT_FALSE(IsWindowVisible(Tag(0)));
+  program.Click(program.Window(), 100, 70 + 8 + 2 * 52 + 22);  // the third row: Documents
+  WaitForRows(1);
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("sidebar");
+  program.Ask(Probe::kSetSidebar, 0);
+  EXPECT_TRUE(IsWindowVisible(Tag(0)));
+}
+
+}  // namespace
+}  // namespace quilmark
