@@ -37,11 +37,11 @@ search_for() {
   local name=$1 text=$2 title
   xdotool key --clearmodifiers ctrl+a
   xdotool key BackSpace
-  window_titled '^Quilmark - 0 results found$' >/dev/null || true
+  window_titled '^Quilmark - Filter: .* Hits: 0$' >/dev/null || true
   xdotool type --delay 20 "$text"
-  window=$(window_titled '^Quilmark - [1-9][0-9]* results found$') || fail "no results for '$text'"
+  window=$(window_titled '^Quilmark - Filter: .* Hits: [1-9][0-9]*$') || fail "no results for '$text'"
   title=$(xdotool getwindowname "$window")
-  echo "$text: ${title#Quilmark - }"
+  echo "$text: ${title##*Hits: } hits"
   picture "$name"
 }
 

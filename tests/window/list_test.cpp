@@ -81,7 +81,7 @@ TEST_F(ResultsList, ClearsTheSelectionBesideTheRowsAndWithNewResults) {
   EXPECT_EQ(program.Ask(Probe::kRows), 10);
   ClickRow(0);
   WaitForSelected(1);
-  ClickRow(11);
+  ClickRow(10);
   WaitForSelected(0);
 }
 

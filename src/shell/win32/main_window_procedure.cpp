@@ -61,10 +61,11 @@ Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
   const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
   if (isActive && window.renameEditor != nullptr) {
     SetFocus(window.renameEditor);  // back from the message about its text
-    return std::nullopt;
+    return 0;
   }
   OnActivation(app, window, isActive ? Activation::kActivated : Activation::kDeactivated);
-  return std::nullopt;
+  // The system's own handling would take the focus to the window itself, which is all that it does.
+  return isActive && window.IsSearchBoxEnabled() ? Outcome(0) : std::nullopt;
 }
 
 Outcome OnPaint(AppState&, MainWindow& window, const Message&) {

@@ -74,8 +74,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kRepaint:
       for (uint32_t i = 0; i < argument; ++i) {
-        RedrawWindow(window.Handle(), nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        // The controls paint themselves with each theme.
+        const UINT children = argument == 1 ? RDW_ALLCHILDREN : RDW_NOCHILDREN;
+        RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | children | RDW_UPDATENOW);
       }
       break;
     case Probe::kRequestExit:
