@@ -199,6 +199,10 @@ TEST_F(MainWindow, RepaintsInBothThemes) {
   program.Ask(Probe::kSwitchTheme, 1);
   EXPECT_EQ(program.Ask(Probe::kDarkTheme), 1);
   EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), kDark);
+  RECT scope = {}, search = {};
+  GetClientRect(program.ScopeBox(), &scope);
+  GetClientRect(program.SearchBox(), &search);
+  EXPECT_EQ(scope.bottom, search.bottom);  // a theme leaves the sizes alone
   program.SearchFor(u"report");
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("dark");

@@ -25,6 +25,7 @@ void RepaintAll(const MainWindow& window) {
 void ApplyTheme(MainWindow& window) {
   TakePalette(window);
   window.RemakeFonts();
+  if (App().clientWidth > 0) window.PlaceControls();  // a combo box takes its height from its font
   const bool dark = CurrentWindowSettings.darkTheme;
   ColorFrame(window.Handle(), {.dark = dark,
                                .caption = dark ? CurrentPalette.surface : CurrentPalette.toolbar,
