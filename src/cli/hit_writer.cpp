@@ -49,8 +49,7 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
     VolumeIndex& volume = *results[i].volume;
     const std::shared_lock lock(volume.indexLock);
     // What lies in an image has no path of the host.
-    const HitFormat shown{.json = format.json,
-                          .drivePaths = format.drivePaths || volume.fileSystem == u"NTFS"};
+    const HitFormat shown{.json = format.json, .drivePaths = format.drivePaths || IsNtfs(volume)};
     const size_t last = std::min(count, i + kHitsALock);
     for (; i < last && results[i].volume == &volume; ++i) {
       BuildPathInto(volume, results[i].index, path);

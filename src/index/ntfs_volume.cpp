@@ -148,11 +148,24 @@ void FillTables(VolumeIndex& volume, VolumeDevice& device) {
   Enumerate(volume, device, range);
 }
 
+// In one hold, so that a stop finds all of it or nothing.
 void StartMonitor(VolumeIndex& volume) {
-  if (volume.monitorRunning.exchange(true)) return;
-  std::thread monitor([&volume] { RunUsnMonitor(volume); });
-  const std::scoped_lock lock(volume.deviceLock);
-  volume.monitorThread.swap(monitor);
+  std::thread former;  // one that has ended by itself
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    if (volume.monitorRunning) return;
+    former.swap(volume.monitorThread);
+    const auto wanted = std::make_shared<std::atomic<bool>>(true);
+    volume.monitorRunning = true;
+    try {
+      volume.monitorThread = std::thread([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+    } catch (...) {
+      volume.monitorRunning = false;
+      throw;
+    }
+    volume.monitorWanted = wanted;
+  }
+  if (former.joinable()) former.join();
 }
 
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {

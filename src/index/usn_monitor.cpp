@@ -69,25 +69,24 @@ VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> 
 }
 
 // True if the monitor ends as lost.
-bool FollowJournal(VolumeIndex& volume) {
+bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
   std::vector<std::byte> block(kBlockBytes);
-  while (volume.monitorRunning && !ShutdownRequested) {
+  while (wanted && !ShutdownRequested) {
     const auto reply = ReadJournal(volume, block);
     const Outcome outcome = OutcomeOf(reply.error);
     if (outcome == Outcome::kEndQuietly) return false;
     if (outcome == Outcome::kEndAsLost) return true;
     if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, std::span(block).first(reply.bytes));
     const bool goesOn = outcome == Outcome::kGoOn;
-    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs,
-                              volume.monitorRunning);
+    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
   }
   return false;
 }
 
 // An exception costs this volume, not the program.
-bool FollowJournalSafely(VolumeIndex& volume) {
+bool FollowJournalSafely(VolumeIndex& volume, const std::atomic<bool>& wanted) {
   try {
-    return FollowJournal(volume);
+    return FollowJournal(volume, wanted);
   } catch (const std::exception& error) {
     LogBackgroundThreadException((std::string("usn_monitor: ") + error.what()).c_str());
   } catch (...) {
@@ -199,9 +198,10 @@ void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {
   volume.folderSizesDirty = true;
 }
 
-void RunUsnMonitor(VolumeIndex& volume) {
-  const bool isLost = FollowJournalSafely(volume);
-  volume.monitorRunning = false;
+void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
+  const bool isLost = FollowJournalSafely(volume, wanted);
+  // One that was stopped has been told so already, and another may run by now.
+  if (wanted.exchange(false)) volume.monitorRunning = false;
   if (!isLost) return;
   volume.valid = false;
   if (!ShutdownRequested) PostIfAlive(Engine().window, WM_VOLUME_LOST, 0, 0);
@@ -210,10 +210,11 @@ void RunUsnMonitor(VolumeIndex& volume) {
 void StopMonitor(VolumeIndex& volume) {
   // A second caller waits as well: no build may begin beside a monitor that has yet to end.
   const std::scoped_lock stopping(volume.monitorStop);
-  volume.monitorRunning = false;
   std::thread monitor;
   {
     const std::scoped_lock lock(volume.deviceLock);
+    volume.monitorRunning = false;
+    if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
     monitor.swap(volume.monitorThread);
   }
   if (!monitor.joinable()) return;

@@ -1,6 +1,7 @@
 // Follows the change journal of one volume and edits its index in place.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -9,10 +10,10 @@
 
 namespace quilmark {
 
-// Thread body: polls the journal from volume.nextUsn while volume.monitorRunning is set, with a pause
+// Thread body: polls the journal from volume.nextUsn while `wanted` is set, with a pause
 // after every read. Ends quietly, the volume searchable as it stands, when it is stopped or the journal
 // is gone; ends as lost, the volume not valid and WM_VOLUME_LOST posted, when the device is.
-void RunUsnMonitor(VolumeIndex& volume);
+void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted);
 
 // Ends and joins the monitor, which may be in the middle of a block or a read. Never from the monitor's
 // own thread.

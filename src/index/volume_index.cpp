@@ -98,7 +98,13 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index) {
 
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
   if (volume.drive != drive) volume.drive = drive;
-  if (volume.fileSystem != fileSystem) volume.fileSystem = fileSystem;
+  const std::scoped_lock lock(volume.nameLock);
+  volume.fileSystem = fileSystem;
+}
+
+bool IsNtfs(const VolumeIndex& volume) {
+  const std::scoped_lock lock(volume.nameLock);
+  return volume.fileSystem == u"NTFS";
 }
 
 void ResetVolumeTables(VolumeIndex& volume) {

@@ -62,7 +62,8 @@ struct VolumeIndex {
   VolumeIndex& operator=(const VolumeIndex&) = delete;
 
   std::u16string drive;       // "X:", upper-case
-  std::u16string fileSystem;  // "NTFS", or the name that the system reports
+  std::u16string fileSystem;  // nameLock: "NTFS", or the name that the system reports
+  mutable OrderedLock nameLock{LockRank::kLeaf, "nameLock"};  // a build may give another name
   std::atomic<bool> valid = true;
   std::atomic<bool> busy = false;  // a build is running: searches skip the volume
 
@@ -88,6 +89,8 @@ struct VolumeIndex {
   std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
   std::thread monitorThread;                   // deviceLock
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
+  std::shared_ptr<std::atomic<bool>>
+      monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
   Pause monitorPause;
   std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
@@ -136,9 +139,12 @@ class BusyMark {
   VolumeIndex& volume_;
 };
 
-// Sets `drive` and `fileSystem`; leaves alone what is the same already, since the list of volumes is
-// searched by drive without this lock.
+// Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
+// volumes is searched by it without this lock.
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
+
+// The volume is read by its records, and not by a walk. Takes nameLock; needs no other.
+bool IsNtfs(const VolumeIndex& volume);
 
 // Empties every table and map of the volume; takes the three attribute locks one after another.
 void ResetVolumeTables(VolumeIndex& volume);

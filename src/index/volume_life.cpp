@@ -73,7 +73,7 @@ void IndexAllDrives(Startup& startup) {
 void LoadCaches(SearchEngine& engine) {
   if (startupHooks.loadAttributeCache != nullptr) startupHooks.loadAttributeCache();
   for (VolumeIndex* const volume : CopyVolumes(engine)) {
-    const bool hasSizes = startupHooks.loadSizes != nullptr && volume->fileSystem == kNtfs;
+    const bool hasSizes = startupHooks.loadSizes != nullptr && IsNtfs(*volume);
     if (hasSizes) startupHooks.loadSizes(*volume);
   }
   if (startupHooks.writeMissingAttributeCache != nullptr) startupHooks.writeMissingAttributeCache();

@@ -119,9 +119,9 @@ void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) 
       return EqualNoCase(walked.drive, volume.drive);
     });
   };
-  const auto gone = std::stable_partition(
-      engine.volumes.begin(), engine.volumes.end(),
-      [&](const auto& volume) { return volume->fileSystem == kNtfs || isListed(*volume); });
+  const auto gone =
+      std::stable_partition(engine.volumes.begin(), engine.volumes.end(),
+                            [&](const auto& volume) { return IsNtfs(*volume) || isListed(*volume); });
   for (auto volume = gone; volume != engine.volumes.end(); ++volume) {
     (*volume)->valid = false;
     engine.dropped.push_back(std::move(*volume));
@@ -154,7 +154,7 @@ bool HasNonNtfsVolume(SearchEngine& engine) {
     if (!volume->valid) continue;
     if ((BitOfDrive(*volume) & mask) == 0) {
       volume->valid = false;
-    } else if (volume->fileSystem != kNtfs) {
+    } else if (!IsNtfs(*volume)) {
       return true;
     }
   }

@@ -22,7 +22,6 @@ constexpr std::string_view kMagic = "HCSV";
 constexpr uint32_t kVersion = 1, kMostEntries = 1'000'000;
 constexpr size_t kFileHeader = 12, kVolumeHeader = 14, kEntrySize = 33;
 constexpr uint64_t kLongestFile = uint64_t{26} * kMostEntries * kEntrySize + 1'000;
-constexpr std::u16string_view kNtfs = u"NTFS";
 
 std::u16string FilePath() { return GetConfigDirectory() + u"\\attrcache.v1.bin"; }
 
@@ -52,8 +51,7 @@ AttrEntry EntryAt(std::span<const std::byte> bytes, size_t offset) {
 std::vector<VolumeIndex*> CacheableVolumes(const SearchEngine& engine) {
   std::vector<VolumeIndex*> volumes;
   for (VolumeIndex* const volume : CopyVolumes(engine)) {
-    if (volume->valid && volume->fileSystem == kNtfs && !volume->drive.empty())
-      volumes.push_back(volume);
+    if (volume->valid && IsNtfs(*volume) && !volume->drive.empty()) volumes.push_back(volume);
   }
   return volumes;
 }
