@@ -11,7 +11,9 @@ std::vector<std::u16string> ParseExtensionList(std::u16string_view text) {
   std::vector<std::u16string> extensions;
   while (!text.empty()) {
     const size_t comma = std::min(text.find(u','), text.size());
-    std::u16string extension = FoldText(TrimText(text.substr(0, comma)));
+    std::u16string_view piece = text.substr(0, comma);
+    piece.remove_prefix(std::min(piece.find_first_not_of(u" \t\r\n"), piece.size()));
+    std::u16string extension = FoldText(TrimText(piece));
     text.remove_prefix(std::min(comma + 1, text.size()));
     if (extension.empty()) continue;
     if (!extension.starts_with(u'.')) extension.insert(0, u".");

@@ -1,12 +1,21 @@
 #include "index/folder_reader.h"
 
+#include <exception>
+#include <system_error>
+
 #include "index/search_engine.h"
 
 namespace quilmark {
 
 FolderReader::FolderReader(FolderSource source, unsigned threads, int deepest)
     : source_(source), deepest_(deepest) {
-  for (unsigned i = 1; i < threads; ++i) threads_.emplace_back(&FolderReader::RunAhead, this);
+  threads_.reserve(threads);
+  spares_.reserve(kMostSpares);
+  try {
+    for (unsigned i = 1; i < threads; ++i) threads_.emplace_back(&FolderReader::RunAhead, this);
+  } catch (const std::system_error&) {
+    // The walk reads what nobody reads ahead of it.
+  }
 }
 
 FolderReader::~FolderReader() {
@@ -26,7 +35,7 @@ static std::shared_ptr<WalkFolder> TakeOne(std::vector<std::shared_ptr<WalkFolde
 }
 
 void FolderReader::List(WalkFolder& folder, FolderList& spares) {
-  if (!source_(folder.path, folder.listing)) folder.listing.Clear();
+  source_(folder.path, folder.listing);  // what was read before a failure stays
   if (folder.depth >= deepest_) return;
   for (const FolderEntry& entry : folder.listing.entries) {
     if (!entry.isDirectory) continue;
@@ -44,11 +53,11 @@ bool FolderReader::TakeAndRead(WalkFolder& folder, FolderList& spares) {
   bool wake = false;
   {
     const std::scoped_lock lock(mutex_);
-    entriesAhead_ += folder.listing.entries.size();
+    TakeSpares(spares);
     // Backwards, so that the first subfolder is the next to be read.
     offered_.insert(offered_.end(), folder.subfolders.rbegin(), folder.subfolders.rend());
+    entriesAhead_ += folder.listing.entries.size();
     folder.state = WalkFolder::kRead;
-    TakeSpares(spares);
     wake = waiting_ > 0;
   }
   if (wake) changed_.notify_all();
@@ -87,9 +96,11 @@ void FolderReader::Read(WalkFolder& folder) {
   if (TakeAndRead(folder, ownSpares_)) return;
   std::unique_lock lock(mutex_);
   while (folder.state != WalkFolder::kRead) {
-    if (const auto other = PopOffered()) {
+    const bool isGivenBack = folder.state == WalkFolder::kOffered;
+    const auto other = isGivenBack ? nullptr : PopOffered();
+    if (isGivenBack || other != nullptr) {
       lock.unlock();
-      TakeAndRead(*other, ownSpares_);
+      TakeAndRead(isGivenBack ? folder : *other, ownSpares_);
       lock.lock();
       continue;
     }
@@ -107,6 +118,21 @@ void FolderReader::Release(std::shared_ptr<WalkFolder> folder) {
   if (wasFull) changed_.notify_all();
 }
 
+// What fails here, as where memory is short, is left to the walk, which knows what to do about it.
+void FolderReader::ReadOrGiveBack(WalkFolder& folder, FolderList& spares) {
+  try {
+    TakeAndRead(folder, spares);
+  } catch (const std::exception&) {
+    folder.listing.Clear();
+    folder.subfolders.clear();
+    {
+      const std::scoped_lock lock(mutex_);
+      folder.state = WalkFolder::kOffered;
+    }
+    changed_.notify_all();
+  }
+}
+
 void FolderReader::RunAhead() {
   FolderList spares;
   std::unique_lock lock(mutex_);
@@ -114,7 +140,7 @@ void FolderReader::RunAhead() {
     auto folder = entriesAhead_ < kMostEntriesAhead ? PopOffered() : nullptr;
     if (folder != nullptr) {
       lock.unlock();
-      TakeAndRead(*folder, spares);
+      ReadOrGiveBack(*folder, spares);
       lock.lock();
       folder.reset();
       continue;

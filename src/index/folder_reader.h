@@ -49,6 +49,7 @@ class FolderReader {
 
   void RunAhead();
   bool TakeAndRead(WalkFolder& folder, FolderList& spares);
+  void ReadOrGiveBack(WalkFolder& folder, FolderList& spares);
   void List(WalkFolder& folder, FolderList& spares);
   std::shared_ptr<WalkFolder> PopOffered();          // REQUIRES mutex_ held
   void Recycle(std::shared_ptr<WalkFolder> folder);  // REQUIRES mutex_ held

@@ -7,21 +7,26 @@
 
 namespace quilmark {
 
+static constexpr size_t kFirstMarks = 64;
+
 static void OpenChunk(NamePool& pool, size_t capacity) {
-  NameChunk& chunk = pool.chunks.emplace_back();
-  chunk.text = MakePages<char16_t>(capacity + kChunkSlack);
-  chunk.firstText = pool.textCount;
+  pool.chunks.push_back(
+      {.text = MakePages<char16_t>(capacity + kChunkSlack), .firstText = pool.textCount});
   pool.usedInChunk = 0;
 }
 
 const char16_t* StoreName(NamePool& pool, std::u16string_view name) {
   const size_t needed = 2 * name.size() + 2;
+  const bool isMarked = pool.textCount % kTextsPerMark == 0;
+  if (isMarked && pool.marks.size() == pool.marks.capacity()) {
+    pool.marks.reserve(std::max<size_t>(2 * pool.marks.size(), kFirstMarks));
+  }
   if (pool.usedInChunk + needed > pool.chunkCapacity)
     OpenChunk(pool, std::max(needed, pool.chunkCapacity));
 
   NameChunk& chunk = pool.chunks.back();
   char16_t* const text = chunk.text.get() + pool.usedInChunk;
-  if (pool.textCount % kTextsPerMark == 0) pool.marks.push_back(text);
+  if (isMarked) pool.marks.push_back(text);
   if (!name.empty()) std::memcpy(text, name.data(), name.size() * sizeof(char16_t));
   FoldUnits(text, text + name.size() + 1, name.size());
   pool.usedInChunk += needed;

@@ -39,7 +39,8 @@ struct NamePool {
 
 // Stores `name` and its folded copy, each with a NUL behind it: 2 * size + 2 units in one run.
 // Returns the spelling as given; the folded copy begins at result + name.size() + 1. A name that a
-// chunk cannot hold gets a chunk of its own. Fails only where memory does (std::bad_alloc).
+// chunk cannot hold gets a chunk of its own. Fails only where memory does (std::bad_alloc),
+// and has then stored nothing.
 const char16_t* StoreName(NamePool& pool, std::u16string_view name);
 
 // Frees every chunk; the next store opens a new one.

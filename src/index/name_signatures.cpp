@@ -77,10 +77,14 @@ void AddRows(SignatureTest& test, uint64_t gram) {
 
 }  // namespace
 
-bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded) {
+void ReserveSignature(NameSignatures& signatures, uint32_t text) {
   while (signatures.pages.size() <= text / kTextsPerPage) {
     signatures.pages.push_back(std::make_unique<BlockMask[]>(kSignatureRows));
   }
+}
+
+bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded) {
+  ReserveSignature(signatures, text);
   const BlockColumn column = ColumnOf(signatures, text);
   return ForEachGram(folded, [&](uint64_t gram) { column.Set(gram); });
 }

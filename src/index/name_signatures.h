@@ -31,6 +31,9 @@ struct NameSignatures {
   std::vector<std::unique_ptr<BlockMask[]>> pages;  // kSignatureRows masks a page
 };
 
+// Makes room for text number `text`, so that adding it cannot fail.
+void ReserveSignature(NameSignatures& signatures, uint32_t text);
+
 // Adds text number `text` of a pool by its folded spelling. True if it holds a unit above ASCII.
 bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
 

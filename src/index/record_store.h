@@ -25,9 +25,13 @@ class RecordStore {
     return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
   }
 
+  // Makes room for one more, so that the next push_back cannot fail.
+  void ReserveOne() {
+    if (size_ >> kBlockBits == blocks_.size()) AddBlock();
+  }
   // The index of the appended record.
   uint32_t push_back(const FileRecord& record) {
-    if ((size_ & (kBlockRecords - 1)) == 0) AddBlock();
+    ReserveOne();
     (*this)[size_] = record;
     return size_++;
   }

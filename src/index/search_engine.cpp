@@ -1,7 +1,8 @@
 #include "index/search_engine.h"
 
-#include <algorithm>
 #include <mutex>
+
+#include "index/volume_list.h"
 
 namespace quilmark {
 
@@ -28,8 +29,7 @@ VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume
   VolumeIndex* const added = volume.get();
   const std::scoped_lock lock(engine.volumesMutex);
   engine.volumes.push_back(std::move(volume));
-  std::sort(engine.volumes.begin(), engine.volumes.end(),
-            [](const auto& a, const auto& b) { return a->drive < b->drive; });
+  SortByDrive(engine);
   engine.ready = true;
   return added;
 }

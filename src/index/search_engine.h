@@ -46,6 +46,8 @@ VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume
 struct MatchItem {
   VolumeIndex* volume = nullptr;
   uint32_t index = 0;
+
+  bool operator==(const MatchItem&) const = default;
 };
 
 }  // namespace quilmark

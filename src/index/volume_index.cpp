@@ -14,10 +14,14 @@ namespace {
 // system.
 constexpr size_t kLongestName = 0xFFFF;
 
-void GrowAids(VolumeIndex& volume, uint32_t count) {
-  GrowBits(volume.hidden, count);
-  GrowBits(volume.apart, count);
-  GrowBits(volume.initials, count);
+// All that can fail comes before the name is stored: the pool's text n is record n's for ever.
+void ReserveOne(VolumeIndex& volume) {
+  const uint32_t index = volume.records.size();
+  volume.records.ReserveOne();
+  GrowBits(volume.hidden, index + 1);
+  GrowBits(volume.apart, index + 1);
+  GrowBits(volume.initials, index + 1);
+  ReserveSignature(volume.signatures, index);
 }
 
 // The record's name stands in `renamed` from now on, where no signature and no order leads to it.
@@ -59,11 +63,12 @@ uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string
   // A NUL inside a name would shift every later text of the pool: such a name leaves an empty text
   // behind.
   const bool isPlain = name.find(u'\0') == name.npos;
-  record.name = StoreName(volume.names, isPlain ? name : std::u16string_view());
+  ReserveOne(volume);
   if (!isPlain) record.name = StoreName(volume.renamed, name);
+  const char16_t* const text = StoreName(volume.names, isPlain ? name : std::u16string_view());
+  if (isPlain) record.name = text;
 
   const uint32_t index = volume.records.push_back(record);
-  GrowAids(volume, index + 1);
   if (isPlain) {
     AddSearchAids(volume, index);
   } else {

@@ -136,12 +136,16 @@ void RunSync(SearchEngine& engine, PostTarget window) {
     if (ShutdownRequested) break;
     RunForDrive([&] { SyncDrive(engine, letter); });
   }
+  bool wasReady = false, isReady = false;
   {
     const std::scoped_lock lock(engine.volumesMutex);
     SortByDrive(engine);
-    engine.ready = std::any_of(engine.volumes.begin(), engine.volumes.end(),
-                               [](const auto& volume) { return volume->valid.load(); });
+    wasReady = engine.ready;
+    engine.ready = isReady = std::any_of(engine.volumes.begin(), engine.volumes.end(),
+                                         [](const auto& volume) { return volume->valid.load(); });
   }
+  // The first volume may come long after the start; what waits for one starts now.
+  if (isReady && !wasReady) PostUnlessEnding(window, WM_INDEX_STATE, 0, 0);
   PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
 }
 

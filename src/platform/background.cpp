@@ -66,12 +66,17 @@ void RunGuarded(const char* name, std::function<void()> work) noexcept {
 bool RunBackground(const char* name, std::function<void()> work) {
   if (name == nullptr) name = "unknown";
   CountJobIn();
-  const bool started = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
-    RunGuarded(name, std::move(work));
-    CountJobOut();
-  });
-  if (!started) CountJobOut();
-  return started;
+  bool isStarted = false;
+  try {
+    isStarted = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
+      RunGuarded(name, std::move(work));
+      CountJobOut();
+    });
+  } catch (const std::exception& exception) {
+    LogException(name, exception.what());
+  }
+  if (!isStarted) CountJobOut();
+  return isStarted;
 }
 
 void SetBackgroundExceptionLog(ExceptionLog log) {

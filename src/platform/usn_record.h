@@ -39,7 +39,8 @@ struct UsnCursor {
 // version is not looked at.
 std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor);
 
-// Copies a name into `units`, whose memory a loop reuses; the view is of `units`.
+// Copies a name into `units`, whose memory a loop reuses; the view is of `units`. A backslash, which
+// other systems may have put into it, becomes kNameBackslash (utf.h).
 std::u16string_view NameUnits(const UsnRecord& record, std::u16string& units);
 
 // Bytes that PutUsnRecord writes for a name of so many units.

@@ -166,6 +166,9 @@ void LoadAttrCache(SearchEngine& engine) {
 }
 
 void SaveAttrCache(SearchEngine& engine) {
+  // The save at the end waits for one that a job has begun: two writers would mix in the file.
+  static std::mutex oneAtATime;
+  const std::scoped_lock lock(oneAtATime);
   const uint64_t start = TickMs();
   const uint64_t generation = AttrCacheGeneration;
   std::vector<CachedVolume> volumes;
@@ -178,7 +181,7 @@ void SaveAttrCache(SearchEngine& engine) {
   if (!WriteFileBytes(FilePath(), bytes)) return;
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
-  AttrSavedGeneration = generation;
+  if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
   LogCacheMetric(u"cache_save", ms, entries, bytes.size());
 }
 

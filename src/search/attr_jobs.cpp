@@ -103,6 +103,16 @@ void PrewarmVolumes(SearchEngine& engine) {
   }
 }
 
+// Two jobs that save share one flag: the second would write the same.
+void SaveInJob(SearchEngine& engine, const char* name) {
+  if (saveRuns.exchange(true)) return;
+  const bool isStarted = RunBackground(name, [&engine] {
+    const FlagMark mark{saveRuns};
+    SaveAttrCache(engine);
+  });
+  if (!isStarted) saveRuns = false;
+}
+
 }  // namespace
 
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
@@ -126,16 +136,10 @@ void PrewarmAttrCacheAsync(SearchEngine& engine) {
 }
 
 void AutosaveAttrCacheAsync(SearchEngine& engine) {
-  if (ShutdownRequested || AttrCacheGeneration <= AttrSavedGeneration || !BeginSave()) return;
-  const bool isStarted = RunBackground("cache_autosave", [&engine] {
-    const FlagMark mark{saveRuns};
-    SaveAttrCache(engine);
-  });
-  if (!isStarted) EndSave();
+  if (ShutdownRequested || AttrCacheGeneration <= AttrSavedGeneration) return;
+  SaveInJob(engine, "cache_autosave");
 }
 
-bool BeginSave() { return !saveRuns.exchange(true); }
-
-void EndSave() { saveRuns = false; }
+void SaveAttrCacheAfterSort() { SaveInJob(Engine(), "sort_attr_cache_save"); }
 
 }  // namespace quilmark

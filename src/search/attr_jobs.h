@@ -28,9 +28,7 @@ void PrewarmAttrCacheAsync(SearchEngine& engine);
 // Job "cache_autosave", if there is something to save and none runs.
 void AutosaveAttrCacheAsync(SearchEngine& engine);
 
-// The flag that this job shares with the save after a sort: true for whoever may save now, and calls
-// EndSave when it is done.
-bool BeginSave();
-void EndSave();
+// The same after a sort, as job "sort_attr_cache_save".
+void SaveAttrCacheAfterSort();
 
 }  // namespace quilmark

@@ -109,10 +109,9 @@ std::u16string_view ExtensionOf(std::u16string_view foldedName) {
   return dot == std::u16string_view::npos ? std::u16string_view() : foldedName.substr(dot);
 }
 
-// False for a row that is gone.
-bool ReadRow(const MatchItem& item, FilterRow& row) {
-  const std::shared_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return false;
+// False for a row that is gone, or whose lock is not held.
+bool ReadRow(const MatchItem& item, const std::shared_lock<OrderedLock>& lock, FilterRow& row) {
+  if (!lock || item.index >= item.volume->records.size()) return false;
   const FileRecord& record = item.volume->records[item.index];
   if (record.deleted) return false;
   row.frn = record.frn;
@@ -255,7 +254,8 @@ bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint6
 
 bool PassesFilter(const FilterContext& context, const MatchItem& item) {
   FilterRow row;
-  if (item.volume == nullptr || !ReadRow(item, row)) return false;
+  if (item.volume == nullptr) return false;
+  if (!ReadRow(item, std::shared_lock(item.volume->indexLock), row)) return false;
   const FilterCategory* const category = CategoryOf(context);
   const bool selectsFolders = category != nullptr && IsFolderRow(*category);
   if (row.isDirectory) {
@@ -283,7 +283,7 @@ FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
   FilterCounts counts{.rows = std::vector<uint64_t>(table.size())};
   FilterRow row;
   for (const MatchItem& item : *HeldResults()) {
-    if (item.volume == nullptr || !ReadRow(item, row)) continue;
+    if (item.volume == nullptr || !ReadRow(item, LockForGlance(*item.volume), row)) continue;
     const Known known = TestKnown(context, item, row);
     counts.isIncomplete = counts.isIncomplete || known == Known::kMissing;
     if (known != Known::kPasses || counts.rows.empty()) continue;

@@ -21,14 +21,19 @@ struct ParentTest {
   std::u16string path;
 
   bool IsChild(uint32_t index) {
+    // A damaged name may look like a path; what holds for it holds for none of its neighbours.
+    const bool isPlain =
+        NameOf(volume.records[index]).find_first_of(u"\\/") == std::u16string_view::npos;
     const uint64_t parent = volume.records[index].parentFrn;
-    if (hasAnswer && parent == lastParent) return lastAnswer;
+    if (isPlain && hasAnswer && parent == lastParent) return lastAnswer;
     BuildPathInto(volume, index, path);
     const std::u16string_view above = std::u16string_view(path).substr(0, path.find_last_of(u"\\/"));
-    lastAnswer = EqualNoCase(NormalizePathQuery(above), folder);
+    const bool answer = EqualNoCase(NormalizePathQuery(above), folder);
+    if (!isPlain) return answer;
+    lastAnswer = answer;
     lastParent = parent;
     hasAnswer = true;
-    return lastAnswer;
+    return answer;
   }
 };
 

@@ -4,6 +4,7 @@
 #include <bit>
 
 #include "search/initials.h"
+#include "search/query.h"
 
 namespace quilmark {
 
@@ -120,11 +121,6 @@ void ScanTexts(const NameScan& scan, const Needle& needle, uint32_t first, uint3
   scan.kernel(needle, begin, end, hits, first - granuleFirst);
 }
 
-bool HoldsAll(std::u16string_view folded, const std::vector<std::u16string>& terms) {
-  return std::all_of(terms.begin(), terms.end(),
-                     [&](const std::u16string& term) { return folded.find(term) != folded.npos; });
-}
-
 // Calls `keep` for every set bit, with the record's index; clears the bits for which it says no.
 template <typename Keep>
 void FilterBits(uint64_t& bits, uint32_t firstIndex, Keep keep) {
@@ -155,7 +151,7 @@ void ScanGroup(const NameScan& scan, size_t groupNumber, uint32_t granule, Granu
     found[word] &= ~scan.volume.hidden.words[firstIndex / 64] & ~hits[word];
     if (!group.others.empty()) {
       FilterBits(found[word], firstIndex, [&](uint32_t index) {
-        return HoldsAll(FoldedNameOf(scan.volume.records[index]), group.others);
+        return HoldsAllTerms(FoldedNameOf(scan.volume.records[index]), group.others);
       });
     }
     hits[word] |= found[word];

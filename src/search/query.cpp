@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/extension_list.h"
 #include "platform/text.h"
 #include "platform/utf.h"
 
@@ -88,19 +89,6 @@ QueryGroups PrepareNameGroups(QueryGroups groups) {
   return groups;
 }
 
-// Extensions behind the bar: "TXT, .Log,," gives ".txt" and ".log".
-static std::vector<std::u16string> ParseExts(std::u16string_view list) {
-  std::vector<std::u16string> exts;
-  while (!list.empty()) {
-    const size_t end = std::min(list.find(u','), list.size());
-    std::u16string ext = FoldText(Trimmed(list.substr(0, end)));
-    if (!ext.empty() && ext[0] != u'.') ext.insert(0, 1, u'.');
-    if (!ext.empty()) exts.push_back(std::move(ext));
-    list.remove_prefix(std::min(end + 1, list.size()));
-  }
-  return exts;
-}
-
 ContentQuery ParseContentQuery(std::u16string_view text,
                                const std::vector<std::u16string>& defaultExts) {
   if (!text.starts_with(u"s:")) return {};
@@ -110,7 +98,7 @@ ContentQuery ParseContentQuery(std::u16string_view text,
   const size_t bar = rest.find(u'|');
   ContentQuery query;
   query.Groups = ParseQueryGroups(rest.substr(0, bar));
-  query.Exts = bar == rest.npos ? defaultExts : ParseExts(rest.substr(bar + 1));
+  query.Exts = bar == rest.npos ? defaultExts : ParseExtensionList(rest.substr(bar + 1));
   query.Active = !query.Groups.empty();
   return query;
 }
@@ -120,7 +108,7 @@ bool IsContentPrefix(std::u16string_view text) {
   return trimmed.size() >= 2 && FoldUnit(trimmed[0]) == u's' && trimmed[1] == u':';
 }
 
-static bool HoldsAll(std::u16string_view name, const std::vector<std::u16string>& terms) {
+bool HoldsAllTerms(std::u16string_view name, const std::vector<std::u16string>& terms) {
   return std::all_of(terms.begin(), terms.end(),
                      [name](const std::u16string& term) { return name.find(term) != name.npos; });
 }
@@ -128,7 +116,7 @@ static bool HoldsAll(std::u16string_view name, const std::vector<std::u16string>
 bool MatchName(std::u16string_view lowerName, const QueryGroups& groups) {
   const std::u16string_view name = lowerName.substr(0, lowerName.find(u'\0'));
   return groups.empty() || std::any_of(groups.begin(), groups.end(),
-                                       [name](const auto& group) { return HoldsAll(name, group); });
+                                       [name](const auto& group) { return HoldsAllTerms(name, group); });
 }
 
 }  // namespace quilmark

@@ -44,6 +44,8 @@ std::u16string NormalizePathQuery(std::u16string_view text);
 // True with `path` normalised if the text names a folder that exists.
 bool IsExistingFolderQuery(std::u16string_view text, std::u16string& path);
 
+bool HoldsAllTerms(std::u16string_view name, const std::vector<std::u16string>& terms);
+
 // One group has every term in it. `lowerName` is the folded name, tested up to its first NUL if it holds
 // one.
 bool MatchName(std::u16string_view lowerName, const QueryGroups& groups);

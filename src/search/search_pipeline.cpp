@@ -30,10 +30,12 @@ std::shared_ptr<ResultSet> MakeResultSet() {
 }
 
 // Room for one more granule. A set that must grow grows to what the `hits` among the `scanned` records
-// of the volume promise for those `ahead`: one move instead of one at each doubling.
+// of the volume promise for those `ahead`: one move instead of one at each doubling. A few records
+// promise nothing.
 void MakeRoom(ResultSet& results, uint64_t hits, uint64_t scanned, uint64_t ahead) {
   if (results.capacity() - results.size() >= kGranule) return;
-  const uint64_t promised = results.size() + hits * ahead / (scanned + 1) * 9 / 8;
+  constexpr uint64_t kTelling = 65'536;
+  const uint64_t promised = scanned < kTelling ? 0 : results.size() + hits * ahead / scanned * 9 / 8;
   results.reserve(std::max<uint64_t>(results.size() * 3 / 2, promised) + kGranule);
 }
 
@@ -79,14 +81,21 @@ bool ScanVolume(VolumeIndex& volume, const CompiledQuery& query, FirstPage first
   return true;
 }
 
-// Volume after volume. One whose lock is taken is left out: typing never waits. False if gone stale.
+// False where a writer holds it: typing never waits, and the next key asks again.
+bool TakeShared(std::shared_lock<OrderedLock>& lock) {
+  if (!searchHooks.waitsForWriters) return lock.try_lock();
+  lock.lock();
+  return true;
+}
+
+// Volume after volume; one whose lock is not to be had is left out. False if gone stale.
 bool ScanVolumes(const std::vector<VolumeIndex*>& volumes, const CompiledQuery& query,
                  FirstPage firstPage, Collector& collector) {
   for (VolumeIndex* const volume : volumes) {
     if (!IsCurrent(collector.job.generation)) return false;
     if (!IsSearchable(*volume)) continue;
-    const std::shared_lock lock(volume->indexLock, std::try_to_lock);
-    if (lock.owns_lock() && !ScanVolume(*volume, query, firstPage, collector)) return false;
+    std::shared_lock lock(volume->indexLock, std::defer_lock);
+    if (TakeShared(lock) && !ScanVolume(*volume, query, firstPage, collector)) return false;
   }
   return true;
 }

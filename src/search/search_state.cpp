@@ -1,7 +1,9 @@
 #include "search/search_state.h"
 
 #include <mutex>
+#include <thread>
 
+#include "platform/clock.h"
 #include "platform/known_folders.h"
 
 namespace quilmark {
@@ -54,6 +56,16 @@ bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const 
 std::shared_ptr<const ResultSet> HeldResults() {
   const std::scoped_lock lock(ResultsLock);
   return CurrentResults;
+}
+
+std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume) {
+  constexpr uint64_t kMoment = 5;  // milliseconds
+  std::shared_lock lock(volume.indexLock, std::defer_lock);
+  const uint64_t start = TickMs();
+  while (IsSearchable(volume) && !lock.try_lock() && TickMs() - start <= kMoment) {
+    std::this_thread::yield();
+  }
+  return lock;
 }
 
 }  // namespace quilmark

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <shared_mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,6 +71,10 @@ std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all, c
 // False for a volume that is lost or being built: every search leaves it out without a word.
 inline bool IsSearchable(const VolumeIndex& volume) { return volume.valid && !volume.busy; }
 
+// The volume's lock for the interface thread, which waits a moment for a writer, but not for a volume
+// that is being built: then it is not held.
+std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume);
+
 // Still the latest search, and no shutdown.
 bool IsCurrent(uint64_t generation);
 
@@ -84,6 +89,8 @@ struct SearchHooks {
   std::function<std::shared_ptr<ResultSet>(const SearchJob&, const ContentQuery&, const SearchScope&)>
       searchContent;
   std::function<std::shared_ptr<ResultSet>()> recentResults;  // the recently opened files
+  // A program that asks once waits for a volume that the monitor is writing to, and loses no hit.
+  bool waitsForWriters = false;
 };
 extern SearchHooks searchHooks;  // set before the first search
 

@@ -215,12 +215,8 @@ void LogSort(const SortJob& job, const Timing& timing, size_t rows) {
 void SaveAfterSort() {
   uint64_t last = lastSaveMs;
   const uint64_t now = TickMs();
-  if (now - last <= kSaveGapMs || !lastSaveMs.compare_exchange_strong(last, now) || !BeginSave()) return;
-  const bool isStarted = RunBackground("sort_attr_cache_save", [] {
-    SaveAttrCache(Engine());
-    EndSave();
-  });
-  if (!isStarted) EndSave();
+  if (now - last <= kSaveGapMs || !lastSaveMs.compare_exchange_strong(last, now)) return;
+  SaveAttrCacheAfterSort();
 }
 
 void Reverse(const SortJob& job, std::vector<MatchItem> rows) {

@@ -84,7 +84,6 @@ struct AppState {
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;
-  uint64_t lastTrimMs = 0;
 
   WindowFeatures features;
 };

@@ -86,9 +86,9 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
   SidebarLayout layout;
   layout.fitting = std::max((input.clientHeight - input.headerTop - inset + scaled(kTagGap)) / pitch, 1);
   layout.scrollLimit = std::max(input.tags - layout.fitting, 0);
-  const int first = std::clamp(input.scroll, 0, layout.scrollLimit);
-  for (int i = first; i < std::min(first + layout.fitting, input.tags); ++i) {
-    const int top = input.headerTop + inset + (i - first) * pitch;
+  layout.first = std::clamp(input.scroll, 0, layout.scrollLimit);
+  for (int i = layout.first; i < std::min(layout.first + layout.fitting, input.tags); ++i) {
+    const int top = input.headerTop + inset + (i - layout.first) * pitch;
     layout.rows.push_back({inset, top, std::max(input.sidebarWidth - inset, inset), top + row});
   }
   return layout;

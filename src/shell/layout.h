@@ -50,7 +50,8 @@ struct SidebarInput {
 struct SidebarLayout {
   int fitting = 1;         // tags that fit, at least 1
   int scrollLimit = 0;     // greatest first tag
-  std::vector<Rect> rows;  // of the tags from `scroll` on that fit
+  int first = 0;           // tag of the first row
+  std::vector<Rect> rows;  // of the tags from `first` on that fit
 };
 SidebarLayout LayoutSidebar(const SidebarInput& input);
 

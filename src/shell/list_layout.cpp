@@ -170,6 +170,19 @@ std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX) {
   return Scrollbar{track, {left, track.top, left + thumb.length, track.bottom}};
 }
 
+std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi) {
+  constexpr int kLeastWidth = 5, kLeastDropThumb = 18;
+  const int64_t limit = int64_t{state.maximum} - state.minimum + 1 - state.page;
+  if (limit <= 0 || state.page <= 0 || Height(place) <= 0) return std::nullopt;
+  Rect track = place;
+  track.left = std::min(track.left, track.right - ScaleFor(dpi, kLeastWidth));
+  const ThumbPlace thumb =
+      PlaceThumb(Height(track), state.page, limit, int64_t{state.position} - state.minimum,
+                 ScaleFor(dpi, kLeastDropThumb));
+  const int top = track.top + thumb.start;
+  return Scrollbar{track, {track.left, top, track.right, top + thumb.length}};
+}
+
 int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit) {
   const bool isVertical = kind == Bar::kVertical;
   const int start = isVertical ? bar.track.top : bar.track.left;

@@ -5,6 +5,7 @@
 
 #include "search/attr_cache.h"
 #include "search/folder_sizes.h"
+#include "search/search_state.h"
 #include "shell/cell_text.h"
 
 namespace quilmark {
@@ -18,8 +19,8 @@ struct RecordKind {
 
 std::optional<RecordKind> KindOf(const MatchItem& item) {
   if (item.volume == nullptr) return std::nullopt;
-  const std::shared_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return std::nullopt;
+  const auto lock = LockForGlance(*item.volume);
+  if (!lock || item.index >= item.volume->records.size()) return std::nullopt;
   const FileRecord& record = item.volume->records[item.index];
   return RecordKind{record.frn, record.isDirectory != 0};
 }

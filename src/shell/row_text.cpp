@@ -2,7 +2,7 @@
 
 #include <shared_mutex>
 
-#include "index/volume_index.h"
+#include "search/search_state.h"
 
 namespace quilmark {
 
@@ -20,7 +20,8 @@ RowText SplitPath(const std::u16string& path) {
 
 RowText TextOfRow(const MatchItem& item) {
   if (item.volume == nullptr) return {};
-  const std::shared_lock lock(item.volume->indexLock);
+  const auto lock = LockForGlance(*item.volume);
+  if (!lock) return {.isLater = IsSearchable(*item.volume)};
   if (item.index >= item.volume->records.size()) return {};
   RowText row = SplitPath(BuildPath(*item.volume, item.index));
   row.isDirectory = item.volume->records[item.index].isDirectory != 0;

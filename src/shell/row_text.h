@@ -10,12 +10,12 @@ namespace quilmark {
 struct RowText {
   std::u16string name, folder;
   bool isDirectory = false;
+  bool isLater = false;  // a writer holds the volume: nothing could be read yet
 
   bool operator==(const RowText&) const = default;
 };
 
-// Of a volume that is gone or was built anew meanwhile: nothing. Takes the volume's lock for the time of
-// a copy.
+// Of a volume that is gone, or is being built anew: nothing. Interface thread.
 RowText TextOfRow(const MatchItem& item);
 
 // Folder and name as one path; empty for a row that says nothing.

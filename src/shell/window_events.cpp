@@ -33,19 +33,8 @@ void ResetView(AppState& app, WindowPort& window) {
   DoSearchAsync(u"", false, true);
 }
 
-bool HasVolumeIn(const SearchEngine& engine, uint32_t unitMask) {
-  for (const VolumeIndex* volume : CopyVolumes(engine)) {
-    if ((BitOfDrive(*volume) & unitMask) != 0) return true;
-  }
-  return false;
-}
-
-bool Release(uint32_t unitMask) {
-  return HasVolumeIn(Engine(), unitMask) && ReleaseVolumesByMask(Engine(), unitMask);
-}
-
 void ReleaseBeforeEject(AppState& app, WindowPort& window, uint32_t unitMask) {
-  if (!Release(unitMask)) return;
+  if (!ReleaseVolumesByMask(Engine(), unitMask)) return;
   RunBackground("device_change_refresh_ui",
                 [target = app.mainWindow] { PostUnlessEnding(target, WM_VOLUME_LOST, 0, 0); });
   window.SetStatus(
@@ -53,7 +42,7 @@ void ReleaseBeforeEject(AppState& app, WindowPort& window, uint32_t unitMask) {
 }
 
 void DropRemoved(WindowPort& window, uint32_t unitMask) {
-  if (!Release(unitMask)) return;
+  if (!ReleaseVolumesByMask(Engine(), unitMask)) return;
   window.RebuildScopeBox();
   SearchAgain(window);
   window.SetStatus(TranslateOr(u"Status_DriveRemoved",

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <new>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "index/search_engine.h"
@@ -57,6 +60,30 @@ bool ListWide(std::u16string_view path, FolderListing& listing) {
     if (depth < 3) AppendTo(listing, u"d" + std::u16string(1, digit), true);
     AppendTo(listing, u"f" + std::u16string(1, digit), false);
   }
+  return true;
+}
+
+// Listing "half" fails behind its second entry.
+bool ListScriptedAndHalf(std::u16string_view path, FolderListing& listing) {
+  if (!path.ends_with(u"half")) return ListScripted(path, listing);
+  listing.Clear();
+  AppendTo(listing, u"in", true);
+  AppendTo(listing, u"file", false);
+  return false;
+}
+
+// The program ends while one of the first folders is listed.
+std::atomic<int> listingsUntilShutdown = 0;
+bool ListWideUntilShutdown(std::u16string_view path, FolderListing& listing) {
+  if (--listingsUntilShutdown == 0) ShutdownRequested = true;
+  return ListWide(path, listing);
+}
+
+// The same, for the walking thread alone: memory runs out for every other.
+std::thread::id walkingThread;
+bool ListWideOrThrow(std::u16string_view path, FolderListing& listing) {
+  ListWide(path, listing);
+  if (std::this_thread::get_id() != walkingThread) throw std::bad_alloc();
   return true;
 }
 
@@ -131,6 +158,14 @@ TEST_P(DirectoryWalk, TopLevelEntryHasAPathOfTwoParts) {
   EXPECT_EQ(IndexOf(volume.frnToIndex, volume.records, 1), kRootWithoutRecord);
 }
 
+TEST_P(DirectoryWalk, ReadsItselfWhatFailedAheadOfIt) {
+  walkingThread = std::this_thread::get_id();
+  ASSERT_TRUE(Build(ListWideOrThrow));
+  VolumeIndex plain;
+  ASSERT_TRUE(BuildWalkVolume(plain, u"D:", u"FAT32", {.source = ListWide, .threads = 1}));
+  EXPECT_EQ(PathsOf(volume), PathsOf(plain));
+}
+
 TEST_P(DirectoryWalk, EveryBuildStartsTheReferencesAgain) {
   scriptedTree = {{u"D:", {{u"a"}, {u"b"}}}};
   ASSERT_TRUE(Build(ListScripted));
@@ -161,6 +196,23 @@ TEST_P(DirectoryWalk, FolderWithTwoHundredThousandEntries) {
   ASSERT_TRUE(Build(ListCrowded));
   EXPECT_EQ(volume.records.size(), 200'000u);
   EXPECT_EQ(BuildPath(volume, 199'999), u"D:\\file");
+}
+
+TEST_P(DirectoryWalk, ShutdownEndsTheWalkInTheMiddleOfAFolder) {
+  listingsUntilShutdown = 3;
+  EXPECT_TRUE(Build(ListWideUntilShutdown));
+  ShutdownRequested = false;
+  EXPECT_LT(volume.records.size(), 100u);  // of 11,110
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(FindBrokenInvariant(volume), "");
+}
+
+TEST_P(DirectoryWalk, KeepsWhatWasReadOfAFolderBeforeAFailure) {
+  scriptedTree = {{u"D:", {{u"half", true}, {u"z.txt"}}}, {u"D:\\half\\in", {{u"x"}}}};
+  ASSERT_TRUE(Build(ListScriptedAndHalf));
+  EXPECT_EQ(PathsOf(volume),
+            (std::vector<std::u16string>{u"D:\\half", u"D:\\half\\in", u"D:\\half\\in\\x",
+                                         u"D:\\half\\file", u"D:\\z.txt"}));
 }
 
 TEST_P(DirectoryWalk, ShutdownEndsTheWalk) {

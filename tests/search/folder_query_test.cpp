@@ -42,6 +42,15 @@ TEST(FolderQuery, RootHasItsOwnEntriesAndThoseWhoseFolderIsUnknown) {
   EXPECT_EQ(ListedNames(*volume, u"C:"), (Texts{u".", u"Users", u"lost.txt"}));
 }
 
+TEST(FolderQuery, ANameThatLooksLikeAPathCostsItsNeighboursNothing) {
+  const auto volume = MakeTestVolume();
+  AddFolder(*volume, u"d", kRootFrnOfTests, 40);
+  AddFile(*volume, u"a/b", 40);
+  AddFile(*volume, u"next.txt", 40);
+  EXPECT_EQ(ListedNames(*volume, u"C:\\d"), Texts{u"next.txt"});
+  EXPECT_EQ(ListedNames(*volume, u"C:\\d\\a"), Texts{u"a/b"});
+}
+
 TEST(FolderQuery, DeletedRecordsAreLeftOut) {
   const auto volume = MakeTestVolume();
   AddFolder(*volume, u"d", kRootFrnOfTests, 40);

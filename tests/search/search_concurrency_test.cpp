@@ -75,6 +75,8 @@ TEST(SearchConcurrency, OnlyTheLatestOfManySearchesIsShown) {
             u"even report.txt");
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_EQ(HeldResults()->size(), static_cast<size_t>(kRecords));
+  EXPECT_EQ(NameOf(HeldResults()->back().volume->records[HeldResults()->back().index]),
+            u"even report.txt");
 }
 
 TEST(SearchConcurrency, EndOfTheProgramStopsScansOnTheirWay) {
@@ -82,7 +84,9 @@ TEST(SearchConcurrency, EndOfTheProgramStopsScansOnTheirWay) {
   AddLargeVolume(u"C:");
   for (int i = 0; i < 20; ++i) DoSearchAsync(u"e", false, false);
   ShutdownRequested = true;
+  const auto atTheEnd = HeldResults();
   EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(HeldResults(), atTheEnd);
 }
 
 TEST(SearchConcurrency, RefreshAndSearchCrossEachOther) {
@@ -100,11 +104,14 @@ TEST(SearchConcurrency, ReadersOfASetAreNotDisturbedByTheNext) {
   SearchHarness harness;
   VolumeIndex& volume = AddLargeVolume(u"C:");
   std::atomic<bool> done = false;
+  bool isDisturbed = false;
   std::thread reader([&] {
     while (!done) {
       const auto results = HeldResults();
+      const std::vector<MatchItem> before(*results);
       for (size_t i = 0; i < results->size(); i += 997)
         BuildPathLocked(*(*results)[i].volume, (*results)[i].index);
+      isDisturbed = isDisturbed || *results != before;
     }
   });
   std::mt19937 random(8);
@@ -115,6 +122,7 @@ TEST(SearchConcurrency, ReadersOfASetAreNotDisturbedByTheNext) {
   }
   done = true;
   reader.join();
+  EXPECT_FALSE(isDisturbed);
 }
 
 }  // namespace

@@ -205,12 +205,30 @@ TEST_F(SearchPipeline, RefreshOfAnEmptyBoxKeepsTheSortAndAsksForItAgain) {
   EXPECT_FALSE(SortAscending);
 }
 
-TEST_F(SearchPipeline, RefreshDoesNotSortByNameAgain) {
+TEST_F(SearchPipeline, RefreshAsksForTheSortsAgainThatNeedTheDiskAlone) {
   AddVolumeWith(u"C:", 2, u"x");
-  SortColumn = 1;
-  RefreshSearchResultsAfterIndexUpdate();
+  for (const int column : {0, 1, 2, 3, 4, 5}) {
+    SortColumn = column;
+    RefreshSearchResultsAfterIndexUpdate();
+    harness.KindsUntilFinal();
+    if (column >= 2 && column <= 4) {
+      const PostedMessage resort = harness.Next();
+      EXPECT_EQ(resort.message, WM_RESORT_RESULTS);
+      EXPECT_EQ(resort.first, static_cast<uint64_t>(column));
+    }
+    EXPECT_TRUE(harness.IsQuiet());
+  }
+}
+
+TEST_F(SearchPipeline, AProgramThatAsksOnceWaitsForAWriter) {
+  VolumeIndex& volume = AddVolumeWith(u"C:", 2, u"x");
+  searchHooks.waitsForWriters = true;
+  std::unique_lock writer(volume.indexLock);
+  DoSearchAsync(u"x", false, false);
+  AddFile(volume, u"x");
+  writer.unlock();
   harness.KindsUntilFinal();
-  EXPECT_TRUE(harness.IsQuiet());
+  EXPECT_EQ(HeldResults()->size(), 3u);
 }
 
 TEST_F(SearchPipeline, ContentQueryGoesToItsHook) {

@@ -89,5 +89,13 @@ TEST(Sidebar, NeedsNoScrollingWhereAllFit) {
   EXPECT_EQ(LayoutSidebar({.clientHeight = -5, .headerTop = 70, .tags = 8}).fitting, 1);
 }
 
+TEST(Sidebar, BeginsNoFurtherDownThanItsLastTagAllows) {
+  const SidebarLayout sidebar = LayoutSidebar(
+      {.clientHeight = 900, .headerTop = 70, .sidebarWidth = 200, .tags = 12, .scroll = 11});
+  EXPECT_EQ(sidebar.scrollLimit, 0);
+  EXPECT_EQ(sidebar.first, 0);
+  EXPECT_EQ(sidebar.rows.size(), 12u);
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -27,5 +27,15 @@ TEST(ScaleChange, LeavesTheSameScaleAlone) {
   EXPECT_EQ(app.sidebarWidth, 200);
 }
 
+TEST(ScaleChange, KeepsTheFileOfAWindowOnAScreenOfAnotherScaleThanTheSystem) {
+  AppState app;
+  const WindowSettings stored;
+  WindowSettings settings = stored;  // as read at the system's 96
+  TakeScaleChange(app, settings, 144);
+  const std::u16string saved =
+      WindowSettingsText(settings, {.restored = {1650, 1050}, .dpi = static_cast<int>(app.systemDpi)});
+  EXPECT_EQ(saved, WindowSettingsText(stored, {.restored = {1100, 700}, .dpi = 96}));
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -95,8 +95,9 @@ bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
   return file && ftruncate(file->fd.Get(), 0) == 0 && WriteAll(file->fd.Get(), bytes);
 }
 
+// Logs stand in folders that others may write to: no link is followed.
 bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes) {
-  const std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT | O_APPEND);
+  const std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW);
   if (!file) return false;
   if (file->sizeBytes != 0) return WriteAll(file->fd.Get(), bytes);
   return WriteAll(file->fd.Get(), std::string(firstBytes).append(bytes));

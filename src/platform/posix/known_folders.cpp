@@ -43,8 +43,12 @@ std::optional<std::u16string> DocumentsFolder() { return UserFolder("XDG_DOCUMEN
 
 std::optional<std::u16string> LocalDataFolder() {
   const std::string_view data = PathVariable("XDG_DATA_HOME");
-  if (data.empty()) return std::nullopt;
-  return PathOfHostBytes(data);
+  if (!data.empty()) return PathOfHostBytes(data);
+  const std::string_view home = PathVariable("HOME");
+  if (home.empty()) return std::nullopt;
+  std::u16string usual = PathOfHostBytes(std::string(home) + "/.local/share");
+  if (!IsExistingPath(usual)) return std::nullopt;
+  return usual;
 }
 
 std::optional<std::u16string> TempFolder() {

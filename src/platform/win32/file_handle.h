@@ -17,6 +17,14 @@ struct FileTraits {
 };
 using UniqueFile = Unique<FileTraits>;
 
+// What the system gives null for where it fails: processes, threads, mutexes.
+struct KernelObjectTraits {
+  using Value = HANDLE;
+  static Value Empty() { return nullptr; }
+  static void Close(Value object) { CloseHandle(object); }
+};
+using UniqueKernelObject = Unique<KernelObjectTraits>;
+
 // `path` with its drive resolved, in the form that has no limit of 260 characters where there is one
 // ("\\?\"). Empty, which no call takes, for a path that holds a NUL.
 std::u16string LongPathOf(std::u16string_view path);

@@ -19,6 +19,13 @@ namespace {
 constexpr UINT_PTR kSubclass = 1;
 constexpr int kItemHeight = 28, kFieldHeight = 36;  // pixels at 96 dpi
 
+struct DropRow {
+  int id;
+  int width;  // of the drop list, pixels at 96 dpi
+};
+constexpr DropRow kDropRows[] = {
+    {kScopeBox, 460}, {kSizePreset, 160}, {kTimePreset, 160}, {kSizeUnit, 90}};
+
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
 std::u16string ItemText(HWND combo, UINT item) {
@@ -82,7 +89,7 @@ LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-HWND MakeCombo(HWND parent, int id, HFONT font, int droppedWidth) {
+HWND MakeCombo(HWND parent, int id, HFONT font) {
   const HWND combo =
       CreateWindowExW(0, L"COMBOBOX", L"",
                       WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST |
@@ -90,7 +97,6 @@ HWND MakeCombo(HWND parent, int id, HFONT font, int droppedWidth) {
                       0, 0, 10, 10, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                       GetModuleHandleW(nullptr), nullptr);
   SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-  SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(droppedWidth)), 0);
   SetWindowSubclass(combo, ComboProcedure, kSubclass, 0);
   return combo;
 }
@@ -107,7 +113,8 @@ void FillCombo(HWND combo, const std::vector<std::u16string>& items, int chosen)
 }
 
 bool IsCustomCombo(UINT id) {
-  return id == kScopeBox || id == kSizePreset || id == kTimePreset || id == kSizeUnit;
+  return std::any_of(std::begin(kDropRows), std::end(kDropRows),
+                     [id](const DropRow& row) { return row.id == static_cast<int>(id); });
 }
 
 void DrawComboItem(const DRAWITEMSTRUCT& item) {
@@ -127,6 +134,10 @@ void SetComboItemHeights(HWND combo, uint32_t dpi) {
   SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                std::max(ScaleFor(dpi, 24), ScaleFor(dpi, kFieldHeight)));
   SendMessageW(combo, CB_SETITEMHEIGHT, 0, ScaleFor(dpi, kItemHeight));
+  for (const DropRow& row : kDropRows) {
+    if (row.id != GetDlgCtrlID(combo)) continue;
+    SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(ScaleFor(dpi, row.width)), 0);
+  }
 }
 
 void FitComboHeight(HWND combo, int height) {

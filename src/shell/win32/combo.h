@@ -9,8 +9,7 @@
 
 namespace quilmark {
 
-// `droppedWidth` in pixels at 96 dpi.
-HWND MakeCombo(HWND parent, int id, HFONT font, int droppedWidth);
+HWND MakeCombo(HWND parent, int id, HFONT font);
 
 // Replaces the items and chooses one; an index past the end chooses the first.
 void FillCombo(HWND combo, const std::vector<std::u16string>& items, int chosen);
@@ -20,6 +19,7 @@ bool IsCustomCombo(UINT id);
 
 void DrawComboItem(const DRAWITEMSTRUCT& item);
 
+// And the width of the drop list, at the scale of the window.
 void SetComboItemHeights(HWND combo, uint32_t dpi);
 
 // Makes the closed control as high as wanted, which its own arithmetic does not give.

@@ -10,6 +10,7 @@
 #include "shell/filter_request.h"
 #include "shell/win32/canvas.h"
 #include "shell/win32/combo.h"
+#include "shell/win32/date_picker.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
@@ -21,7 +22,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
-constexpr int kPresetDropped = 160, kUnitDropped = 90, kComboHeight = 280, kTagHeight = 40;
+constexpr int kComboHeight = 280, kTagHeight = 40;
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
@@ -41,21 +42,6 @@ void MoveCombo(HWND combo, Rect rect, bool isShown) {
 
 bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
 bool TimeIsCustom() { return CurrentWindowSettings.timePreset == kCustomTime; }
-
-int ReadDate(HWND picker) {
-  SYSTEMTIME time = {};
-  if (SendMessageW(picker, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time)) != GDT_VALID) return 0;
-  return time.wYear * 10'000 + time.wMonth * 100 + time.wDay;
-}
-
-void WriteDate(HWND picker, int date) {
-  if (date == 0) return;
-  SYSTEMTIME time = {};
-  time.wYear = static_cast<WORD>(date / 10'000);
-  time.wMonth = static_cast<WORD>(date / 100 % 100);
-  time.wDay = static_cast<WORD>(date % 100);
-  SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
-}
 
 void DrawPlainFrame(HWND control) {
   const WindowDc dc(control);
@@ -96,7 +82,7 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
     TrackMouseEvent(&track);
   }
   if (message == WM_MOUSELEAVE) {
-    App().list.hoverTag = -1;
+    if (App().list.hoverTag == index) App().list.hoverTag = -1;
     InvalidateRect(tag, nullptr, FALSE);
   }
   if (message == WM_NCDESTROY) RemoveWindowSubclass(tag, TagProcedure, kSubclass);
@@ -113,15 +99,6 @@ HWND MakeEdit(HWND parent, int id, HFONT font) {
   return edit;
 }
 
-HWND MakeDate(HWND parent, int id, HFONT font) {
-  const HWND date = CreateWindowExW(
-      0, DATETIMEPICK_CLASSW, L"", WS_CHILD | WS_TABSTOP | DTS_SHORTDATEFORMAT, 0, 0, 10, 10, parent,
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(date, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-  SetWindowSubclass(date, FramedProcedure, kSubclass, 0);
-  return date;
-}
-
 int WidthOfTag(const Canvas& canvas, const std::u16string& caption) {
   const TagText text = SplitCaption(caption);
   return FilterTagWidth(App().systemDpi, canvas.WidthOf(text.name.data(), text.name.size()),
@@ -131,26 +108,28 @@ int WidthOfTag(const Canvas& canvas, const std::u16string& caption) {
 }  // namespace
 
 void FilterBar::Open(HWND parent, HFONT font, HFONT tagFont) {
-  sizePreset_ = MakeCombo(parent, kSizePreset, font, kPresetDropped);
-  timePreset_ = MakeCombo(parent, kTimePreset, font, kPresetDropped);
+  sizePreset_ = MakeCombo(parent, kSizePreset, font);
+  timePreset_ = MakeCombo(parent, kTimePreset, font);
   sizeBox_ = MakeEdit(parent, kSizeBox, font);
   secondSizeBox_ = MakeEdit(parent, kSecondSizeBox, font);
-  sizeUnit_ = MakeCombo(parent, kSizeUnit, font, kUnitDropped);
-  dateFrom_ = MakeDate(parent, kDateFrom, font);
-  dateTo_ = MakeDate(parent, kDateTo, font);
+  sizeUnit_ = MakeCombo(parent, kSizeUnit, font);
+  dateFrom_ = MakeDatePicker(parent, kDateFrom, font);
+  dateTo_ = MakeDatePicker(parent, kDateTo, font);
   FillCombo(sizePreset_, SizePresetItems(), CurrentWindowSettings.sizePreset);
   FillCombo(timePreset_, TimePresetItems(), CurrentWindowSettings.timePreset);
   FillCombo(sizeUnit_, SizeUnitItems(), CurrentWindowSettings.sizeUnit);
   const std::u16string range = CurrentWindowSettings.sizeRange;
   SetWindowTextW(sizeBox_, Wide(range));
-  WriteDate(dateFrom_, CurrentWindowSettings.timeStart);
-  WriteDate(dateTo_, CurrentWindowSettings.timeEnd);
+  SetDay(dateFrom_, CurrentWindowSettings.timeStart);
+  SetDay(dateTo_, CurrentWindowSettings.timeEnd);
+  ReadDates();  // a picker without a day of its own shows today
   tagFont_ = tagFont;
   RebuildTags(parent);
 }
 
 void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
-  for (const HWND control : {sizePreset_, timePreset_, sizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
+  for (const HWND control :
+       {sizePreset_, timePreset_, sizeBox_, secondSizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   }
   tagFont_ = tagFont;
@@ -220,8 +199,8 @@ int FilterBar::PlaceTags(int clientWidth) {
 }
 
 void FilterBar::ReadDates() const {
-  CurrentWindowSettings.timeStart = ReadDate(dateFrom_);
-  CurrentWindowSettings.timeEnd = ReadDate(dateTo_);
+  CurrentWindowSettings.timeStart = DayOf(dateFrom_);
+  CurrentWindowSettings.timeEnd = DayOf(dateTo_);
 }
 
 void FilterBar::ReadSizeText() const {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "config/translate.h"
 #include "platform/win32/file_handle.h"
@@ -19,13 +20,11 @@ std::optional<std::u16string> ForegroundProgram() {
   DWORD id = 0;
   const HWND foreground = GetForegroundWindow();
   if (foreground == nullptr || GetWindowThreadProcessId(foreground, &id) == 0) return std::nullopt;
-  const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
-  if (process == nullptr) return std::nullopt;
+  const UniqueKernelObject process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
+  if (!process) return std::nullopt;
   std::u16string path(kLongestPath, u'\0');
   auto length = static_cast<DWORD>(path.size());
-  const BOOL isNamed = QueryFullProcessImageNameW(process, 0, Wide(path.data()), &length);
-  CloseHandle(process);
-  if (!isNamed) return std::nullopt;
+  if (!QueryFullProcessImageNameW(process.Get(), 0, Wide(path.data()), &length)) return std::nullopt;
   path.resize(length);
   return path;
 }
@@ -47,10 +46,13 @@ bool ShowInFileManager(const std::u16string& path) {
 void ShowForegroundFile(HWND owner) {
   const auto path = ForegroundProgram();
   if (path && ShowInFileManager(*path)) return;
+  static bool isTelling = false;  // the hotkey comes through the box's own loop
+  if (std::exchange(isTelling, true)) return;
   MessageBoxW(owner,
               Wide(TranslateOr(u"Msg_ForegroundExeOpenFailed",
                                u"Could not get the foreground process path (it may be protected).")),
               Wide(TranslateOr(u"MsgTitle_Information", u"Information")), MB_OK | MB_ICONINFORMATION);
+  isTelling = false;
 }
 
 }  // namespace quilmark

@@ -97,7 +97,7 @@ int SidebarTagAt(const AppState& app, const MainWindow& window, Point point) {
   if (!CurrentWindowSettings.sidebarLayout) return -1;
   const SidebarLayout sidebar = Sidebar(app, window);
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
-    if (Holds(sidebar.rows[i], point)) return app.sidebarScroll + static_cast<int>(i);
+    if (Holds(sidebar.rows[i], point)) return sidebar.first + static_cast<int>(i);
   }
   return -1;
 }
@@ -151,9 +151,10 @@ void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys) {
 }
 
 void OnListRelease(AppState& app, MainWindow& window) {
+  // Where another window has taken the capture it stays there.
+  if (GetCapture() == window.Handle()) ReleaseCapture();
   if (app.list.dragColumn >= 0) {
     app.list.dragColumn = -1;
-    ReleaseCapture();
     window.RelayoutList();
     SaveWindowSettings(window.Placement());
     window.InvalidateList();
@@ -162,7 +163,6 @@ void OnListRelease(AppState& app, MainWindow& window) {
     app.list.dragBar = Bar::kNone;
     app.thumbDragging = false;
     app.lastScrollTick = TickMs();
-    ReleaseCapture();
     window.RelayoutList();
     window.StartTimer(kTimerScrollSettle, kReleaseSettleMs);
     RequestListRepaint(app, window, kDragRepaintMs);
@@ -178,12 +178,14 @@ void OnListMove(AppState& app, MainWindow& window, Point point) {
 
 void OnListLeave(AppState& app, MainWindow& window) {
   const bool isHovered = app.list.hoverRow >= 0 || app.list.hoverBar != Bar::kNone;
+  const bool isTagHovered = app.list.hoverTag >= 0;
   app.list.hoverRow = -1;
   app.list.hoverColumn = -1;
   app.list.hoverTag = -1;
   app.list.hoverBar = Bar::kNone;
   window.tip.Hide();
   if (isHovered) window.InvalidateList();
+  if (isTagHovered) window.RedrawTags();
 }
 
 bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
@@ -191,7 +193,8 @@ bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
       CurrentWindowSettings.sidebarLayout && point.x < app.sidebarWidth && point.y >= app.headerTop;
   if (!isOver) return false;
   const int step = delta > 0 ? -1 : 1;
-  app.sidebarScroll = std::clamp(app.sidebarScroll + step, 0, Sidebar(app, window).scrollLimit);
+  const SidebarLayout sidebar = Sidebar(app, window);
+  app.sidebarScroll = std::clamp(sidebar.first + step, 0, sidebar.scrollLimit);
   window.RedrawTags();
   return true;
 }

@@ -9,6 +9,7 @@
 #include "search/sort.h"
 #include "shell/cell_text.h"
 #include "shell/highlight.h"
+#include "shell/result_messages.h"
 #include "shell/row_cells.h"
 #include "shell/row_text.h"
 #include "shell/win32/canvas.h"
@@ -145,8 +146,8 @@ void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, cons
                        text.name);
 }
 
-bool DrawRows(const ListPaint& paint) {
-  bool isMissing = false;
+PaintOutcome DrawRows(const ListPaint& paint) {
+  PaintOutcome outcome;
   const auto rows = ShownResults();
   const RowsInView inView = RowsToPaint(paint.layout, App().scrollY, rows->size());
   const ClipScope clip(paint.canvas.dc, paint.layout.rows);
@@ -154,15 +155,16 @@ bool DrawRows(const ListPaint& paint) {
   for (uint64_t index = inView.first; index < inView.end; ++index) {
     const Rect place = PlaceOfRow(paint.layout, App().scrollY, index);
     const RowText text = TextOfRow((*rows)[index]);
+    outcome.isLater = outcome.isLater || text.isLater;
     if (paint.layout.view == ViewMode::kList) {
       const RowCells cells = CellsOfRow((*rows)[index]);
-      isMissing = isMissing || cells.isMissing;
+      outcome.isMissing = outcome.isMissing || cells.isMissing;
       DrawTableRow(paint, place, index, text, cells);
     } else {
       DrawIconCell(paint, place, index, text);
     }
   }
-  return isMissing;
+  return outcome;
 }
 
 void DrawHeader(const ListPaint& paint) {
@@ -213,7 +215,7 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
                                                .scroll = App().sidebarScroll});
   const SelectScope font(paint.canvas.dc, window.fonts.filter.Get());
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
-    const int tag = App().sidebarScroll + static_cast<int>(i);
+    const int tag = sidebar.first + static_cast<int>(i);
     DrawTag(paint.canvas.dc, ToRECT(sidebar.rows[i]), captions[static_cast<size_t>(tag)],
             tag == ActiveCategory, tag == App().list.hoverTag);
   }
@@ -233,32 +235,34 @@ void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
 
 }  // namespace
 
-bool PaintWindow(HDC dc, const MainWindow& window) {
+PaintOutcome PaintWindow(HDC dc, const MainWindow& window) {
   const ListPaint paint{{dc}, window.List(), HighlightTerm(CurrentQueryText)};
   SetBkMode(dc, TRANSPARENT);
   paint.canvas.Fill({0, 0, App().clientWidth, App().clientHeight}, CurrentPalette.surface);
-  const bool isMissing = DrawRows(paint);
+  const PaintOutcome outcome = DrawRows(paint);
   DrawEmptyState(paint, window);
   DrawHeader(paint);
   DrawBar(paint, VerticalBar(paint.layout, App().scrollY, DisplayCount), Bar::kVertical);
   DrawBar(paint, HorizontalBar(paint.layout, App().scrollX), Bar::kHorizontal);
   DrawSidebar(paint, window);
   DrawTop(paint, window);
-  return isMissing;
+  return outcome;
 }
 
 void MainWindow::Paint() {
+  constexpr uint32_t kLaterMs = 100;
   PAINTSTRUCT paint;
   const HDC screen = BeginPaint(window_, &paint);
   ++paints;
-  bool isMissing = false;
+  PaintOutcome outcome;
   if (backBuffer.IsReady()) {
-    isMissing = PaintWindow(backBuffer.Dc(), *this);
+    outcome = PaintWindow(backBuffer.Dc(), *this);
     BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
   }
   EndPaint(window_, &paint);
+  if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs);
   // While the list moves nothing touches the disk; the settle timer comes back to it.
-  if (isMissing && !IsScrolling(App(), TickMs()) && App().features.requestAttributes) {
+  if (outcome.isMissing && !IsScrolling(App(), TickMs()) && App().features.requestAttributes) {
     App().features.requestAttributes();
   }
 }

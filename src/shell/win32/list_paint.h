@@ -5,8 +5,12 @@
 
 namespace quilmark {
 
-// Covers every pixel of the client area. Reads state and changes none. True if attributes of a row in
-// view are not known yet.
-bool PaintWindow(HDC dc, const MainWindow& window);
+struct PaintOutcome {
+  bool isMissing = false;  // attributes of a row in view are not known yet
+  bool isLater = false;    // a row in view could not be read yet
+};
+
+// Covers every pixel of the client area. Reads state and changes none.
+PaintOutcome PaintWindow(HDC dc, const MainWindow& window);
 
 }  // namespace quilmark

@@ -13,6 +13,7 @@
 #include "search/filters.h"
 #include "search/search_state.h"
 #include "shell/hotkey_text.h"
+#include "shell/scale_change.h"
 #include "shell/scope_items.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/hotkey_names.h"
@@ -167,7 +168,12 @@ void MainWindow::UnregisterHotkeys() {
   UnregisterHotKey(window_, kHotkeyForeground);
 }
 
-void MainWindow::ReleaseBrushes() { brushes = {}; }
+void MainWindow::ReleaseBrushes() {
+  brushes = {};
+  // The class is done with it too: nothing erases a window that is being destroyed.
+  SetClassLongPtrW(window_, GCLP_HBRBACKGROUND, 0);
+  classBrush.Reset();
+}
 
 void MainWindow::ReleaseBackBuffer() { backBuffer.Close(); }
 
@@ -182,27 +188,36 @@ void MainWindow::OpenBackBuffer(HWND window) {
 }
 
 void MainWindow::TakeScale() {
-  App().systemDpi = DpiOfWindow(window_);
+  // The settings were read at the system's scale, which need not be that of this screen.
+  const auto former = static_cast<int>(App().systemDpi), dpi = static_cast<int>(DpiOfWindow(window_));
+  if (TakeScaleChange(App(), CurrentWindowSettings, static_cast<uint32_t>(dpi))) {
+    RECT rect = {};
+    GetWindowRect(window_, &rect);
+    SetWindowPos(window_, nullptr, 0, 0, MulDiv(rect.right - rect.left, dpi, former),
+                 MulDiv(rect.bottom - rect.top, dpi, former),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
   App().sidebarWidth = ScaleFor(App().systemDpi, 200);
   App().headerTop = ScaleFor(App().systemDpi, 90);
 }
 
 void MainWindow::RegisterHotkeys() {
   const HotkeyConfig& keys = App().hotkeys;
-  RegisterHotKey(window_, kHotkeyShow, keys.showModifiers, keys.showKey);
   const bool isSame =
       keys.showModifiers == keys.foregroundModifiers && keys.showKey == keys.foregroundKey;
-  if (!isSame) RegisterHotKey(window_, kHotkeyForeground, keys.foregroundModifiers, keys.foregroundKey);
+  if (!isSame) RegisterHotKey(window_, kHotkeyShow, keys.showModifiers, keys.showKey);
+  RegisterHotKey(window_, kHotkeyForeground, keys.foregroundModifiers, keys.foregroundKey);
 }
 
-void MainWindow::Resize(int width, int height) {
+bool MainWindow::Resize(int width, int height) {
   CancelRename();
   App().clientWidth = width;
   App().clientHeight = height;
-  if (width == 0 || height == 0) return;
+  if (width == 0 || height == 0) return false;
   backBuffer.Resize(window_, width, height);
   PlaceControls();
   RelayoutList();
+  return true;
 }
 
 void MainWindow::PlaceControls() {
@@ -221,6 +236,14 @@ void MainWindow::PlaceControls() {
   App().headerTop = filterBar.PlaceTags(App().clientWidth);
 }
 
+void MainWindow::PlaceTags() {
+  const int former = std::exchange(App().headerTop, filterBar.PlaceTags(App().clientWidth));
+  RedrawTags();
+  if (App().headerTop == former) return;
+  RelayoutList();
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
 ListLayout MainWindow::List() const {
   ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
                   .clientWidth = App().clientWidth,
@@ -235,6 +258,7 @@ ListLayout MainWindow::List() const {
 }
 
 void MainWindow::RemakeFonts() {
+  CancelRename();  // its editor holds a former font
   // The controls hold the former ones until they have the new.
   const WindowFonts former = std::exchange(fonts, MakeFonts(App().systemDpi, App().uiIsChinese));
   for (const HWND control : {searchBox, scopeBox}) {

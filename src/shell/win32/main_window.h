@@ -65,8 +65,9 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void MakeControls();
   void RegisterHotkeys();
 
-  void Resize(int width, int height);
+  bool Resize(int width, int height);  // false where there is nothing to lay out
   void PlaceControls();
+  void PlaceTags();  // again, as their captions have changed
   void Paint();
   void RemakeFonts();
   void RecreateBackBuffer();
@@ -80,6 +81,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   FilterBar filterBar;
   WindowFonts fonts;
   WindowBrushes brushes;
+  UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;
   TrayIcon tray;
   UINT taskbarCreated = 0;   // the registered message
@@ -106,7 +108,7 @@ using MessageHandler = std::optional<LRESULT> (*)(AppState& app, MainWindow& win
 // Sees what the window itself does not take; null but in the program of the window tests.
 extern MessageHandler extraMessages;
 
-void RegisterMainWindowClass(HINSTANCE instance);
+void RegisterMainWindowClass(MainWindow& window, HINSTANCE instance);
 HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
 
 // Joins what the window asks for with the parts that do it.

@@ -18,10 +18,13 @@
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
 #include "shell/win32/combo.h"
+#include "shell/win32/date_picker.h"
+#include "shell/win32/drop_list.h"
 #include "shell/win32/foreground_file.h"
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
+#include "shell/win32/system_calls.h"
 #include "shell/win32/tray_menu.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_events.h"
@@ -38,8 +41,6 @@ using Outcome = std::optional<LRESULT>;
 
 constexpr size_t kLongestQuery = 255;
 
-UniqueBrush classBrush;
-
 Outcome OnCreate(AppState& app, MainWindow& window, const Message& message) {
   CreateWindowParts(app, window, message.window);
   return 0;
@@ -51,7 +52,7 @@ Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
 }
 
 Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
-  window.Resize(GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam));
+  if (!window.Resize(LOWORD(message.lParam), HIWORD(message.lParam))) return 0;
   if (message.wParam != SIZE_MINIMIZED) SaveWindowSettings(window.Placement());
   InvalidateRect(message.window, nullptr, FALSE);
   return 0;
@@ -60,6 +61,7 @@ Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
 Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
   const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
   if (isActive && window.renameEditor != nullptr) {
+    window.StopTimer(kTimerIdleTrim);
     SetFocus(window.renameEditor);  // back from the message about its text
     return 0;
   }
@@ -153,7 +155,10 @@ Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
 Outcome OnCommand(AppState& app, MainWindow& window, const Message& message) {
   const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
   const bool isCombo = IsCustomCombo(static_cast<UINT>(id));
+  const auto control = reinterpret_cast<HWND>(message.lParam);
   if (isCombo && event == CBN_SELCHANGE) return OnComboChosen(app, window, message);
+  if (isCombo && event == CBN_DROPDOWN) StyleDropDown(control);
+  if (isCombo && event == CBN_CLOSEUP) UnstyleDropDown(control);
   if (!isCombo && id < kFirstTag && event == EN_CHANGE) return OnEditChanged(app, window, id);
   if (id >= kFirstTag && event == BN_CLICKED && message.lParam != 0) {
     SelectFilterTag(app, window, id - kFirstTag);
@@ -166,6 +171,7 @@ Outcome OnNotify(AppState& app, MainWindow& window, const Message& message) {
   const auto* const notice = reinterpret_cast<const NMHDR*>(message.lParam);
   const bool isDate = notice->idFrom == static_cast<UINT_PTR>(kDateFrom) ||
                       notice->idFrom == static_cast<UINT_PTR>(kDateTo);
+  if (isDate && notice->code == DTN_DROPDOWN) StyleDatePicker(notice->hwndFrom);
   if (!isDate || notice->code != DTN_DATETIMECHANGE) return std::nullopt;
   window.filterBar.ReadDates();
   if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
@@ -196,9 +202,10 @@ Outcome OnControlColor(AppState&, MainWindow& window, const Message& message) {
   return reinterpret_cast<LRESULT>(brush != nullptr ? brush : GetStockObject(BLACK_BRUSH));
 }
 
-Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message&) {
+Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message& message) {
   UniqueBrush& track = window.brushes.scrollTrack;
   if (!track) track.Reset(CreateSolidBrush(CurrentPalette.controlBackground));
+  SetBkColor(reinterpret_cast<HDC>(message.wParam), CurrentPalette.controlBackground);
   return reinterpret_cast<LRESULT>(track.Get());
 }
 
@@ -309,7 +316,7 @@ Outcome OnDeviceChange(AppState& app, MainWindow& window, const Message& message
 
 Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) {
   uint32_t dpi = LOWORD(message.wParam);
-  if (dpi == 0) dpi = GetDpiForWindow(message.window);
+  if (dpi == 0) dpi = DpiOfWindow(message.window);
   if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
     window.RemakeFonts();
     window.PlaceControls();
@@ -409,8 +416,8 @@ HICON ClassIcon(HINSTANCE instance) {
 
 }  // namespace
 
-void RegisterMainWindowClass(HINSTANCE instance) {
-  classBrush.Reset(CreateSolidBrush(CurrentPalette.surface));
+void RegisterMainWindowClass(MainWindow& window, HINSTANCE instance) {
+  window.classBrush.Reset(CreateSolidBrush(CurrentPalette.surface));
   WNDCLASSEXW windowClass = {};
   windowClass.cbSize = sizeof windowClass;
   windowClass.style = CS_DBLCLKS;
@@ -418,7 +425,7 @@ void RegisterMainWindowClass(HINSTANCE instance) {
   windowClass.hInstance = instance;
   windowClass.hIcon = ClassIcon(instance);
   windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  windowClass.hbrBackground = classBrush.Get();
+  windowClass.hbrBackground = window.classBrush.Get();
   windowClass.lpszClassName = kMainWindowClass;
   RegisterClassExW(&windowClass);
 }

@@ -48,7 +48,8 @@ std::optional<std::vector<std::u16string>> Win32Process::Arguments() {
 std::u16string Win32Process::CommandLineText() { return commandLine_; }
 
 bool Win32Process::TakeMutex(std::u16string_view name) {
-  mutex_ = CreateMutexW(nullptr, TRUE, Wide(std::u16string(name)));
+  const std::u16string terminated(name);
+  mutex_ = CreateMutexW(nullptr, TRUE, Wide(terminated));
   const DWORD error = GetLastError();
   if (mutex_ != nullptr && error != ERROR_ALREADY_EXISTS) return true;
   CloseMutex();
@@ -92,7 +93,7 @@ std::u16string Win32Process::HotkeyText(uint32_t modifiers, uint32_t key) {
   return HotkeyDisplayText(modifiers, key, KeyName);
 }
 
-void Win32Process::RegisterWindowClass() { RegisterMainWindowClass(instance_); }
+void Win32Process::RegisterWindowClass() { RegisterMainWindowClass(TheWindow(), instance_); }
 
 std::optional<Rect> Win32Process::WorkArea() {
   RECT area = {};

@@ -32,6 +32,7 @@ constexpr int kTextInset = 3;                                                   
 struct Editing {
   MatchItem item;
   RowText row;
+  int64_t index = -1;  // of the row
 };
 Editing editing;
 bool isCommitting = false;  // its message box takes the focus away, which must not commit once more
@@ -43,7 +44,13 @@ std::optional<Editing> FocusedRow(const AppState& app) {
   const MatchItem item = (*rows)[static_cast<size_t>(focus)];
   const RowText row = TextOfRow(item);
   if (row.name.empty() || row.folder.empty()) return std::nullopt;
-  return Editing{item, row};
+  return Editing{item, row, focus};
+}
+
+// Other results may have come while the name was typed.
+bool IsStillAt(int64_t index, const MatchItem& item) {
+  const auto rows = ShownResults();
+  return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == item;
 }
 
 void Close(MainWindow& window) {
@@ -55,12 +62,15 @@ void Close(MainWindow& window) {
 void Ask(MainWindow& window, const std::u16string& text) {
   MessageBoxW(window.Handle(), Wide(text), Wide(TranslateOr(u"MsgTitle_Error", u"Error")),
               MB_OK | MB_ICONERROR);
+  if (window.renameEditor == nullptr) return;  // what came meanwhile has closed it
   SetFocus(window.renameEditor);
   SendMessageW(window.renameEditor, EM_SETSEL, 0, -1);
 }
 
 // The index learns of it at once; the journal's own record then changes nothing.
 void RenameInIndex(const MatchItem& item, const std::u16string& name) {
+  // A volume that is being built finds the name by itself.
+  if (!IsSearchable(*item.volume)) return;
   const std::scoped_lock lock(item.volume->indexLock);
   if (item.index >= item.volume->records.size()) return;
   RenameRecord(*item.volume, item.index, item.volume->records[item.index].parentFrn, name);
@@ -69,8 +79,8 @@ void RenameInIndex(const MatchItem& item, const std::u16string& name) {
 void Rename(AppState& app, MainWindow& window, const std::u16string& name) {
   RowText renamed = editing.row;
   renamed.name = name;
-  const BOOL isMoved =
-      MoveFileW(Wide(LongPathOf(PathOfRow(editing.row))), Wide(LongPathOf(PathOfRow(renamed))));
+  const std::u16string from = LongPathOf(PathOfRow(editing.row)), to = LongPathOf(PathOfRow(renamed));
+  const BOOL isMoved = MoveFileW(Wide(from), Wide(to));
   const DWORD error = GetLastError();
   if (!isMoved) {
     return Ask(window, FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
@@ -78,7 +88,7 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name) {
   }
   RenameInIndex(editing.item, name);
   Close(window);
-  SelectOnly(app.list.selection, app.list.selection.focusRow);
+  if (IsStillAt(editing.index, editing.item)) SelectOnly(app.list.selection, editing.index);
   SetFocus(window.Handle());
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
   window.InvalidateList();

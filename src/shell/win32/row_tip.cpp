@@ -37,12 +37,11 @@ Rect WorkAreaAt(POINT cursor) {
 
 }  // namespace
 
-void RowTip::Open(HWND window, uint32_t dpi) {
+void RowTip::Open(HWND window) {
   owner_ = window;
   tip_ = CreateWindowExW(
       WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT,
       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, ScaleFor(dpi, kMostWidth));
   TTTOOLINFOW tool = ToolOf(window);
   GetClientRect(window, &tool.rect);
   SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
@@ -50,6 +49,7 @@ void RowTip::Open(HWND window, uint32_t dpi) {
 
 void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi) {
   if (text.empty()) return Hide();
+  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, ScaleFor(dpi, kMostWidth));
   TTTOOLINFOW tool = ToolOf(window);
   tool.lpszText = const_cast<wchar_t*>(Wide(text));
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));

@@ -11,7 +11,7 @@ namespace quilmark {
 
 class RowTip {
  public:
-  void Open(HWND window, uint32_t dpi);
+  void Open(HWND window);
   // Beside the cursor; an empty text hides it.
   void Show(HWND window, const std::u16string& text, uint32_t dpi);
   void Hide();

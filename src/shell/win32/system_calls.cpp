@@ -1,5 +1,7 @@
 #include "shell/win32/system_calls.h"
 
+#include "platform/win32/file_handle.h"
+
 namespace quilmark {
 
 namespace {
@@ -15,6 +17,12 @@ uint32_t DpiOfScreen() {
   return dpi > 0 ? static_cast<uint32_t>(dpi) : kUsualDpi;
 }
 
+void SetFrameAttribute(HWND window, DWORD attribute, const void* value, DWORD size) {
+  using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
+  const auto set = SystemCall<SetAttribute>(L"dwmapi.dll", "DwmSetWindowAttribute");
+  if (set != nullptr) set(window, attribute, value, size);
+}
+
 }  // namespace
 
 void HardenLibrarySearch() {
@@ -23,20 +31,21 @@ void HardenLibrarySearch() {
 }
 
 FARPROC SystemFunction(const wchar_t* library, const char* name) {
-  const HMODULE module = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  HMODULE module = GetModuleHandleW(library);  // a further load would only be counted
+  if (module == nullptr) module = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   return module == nullptr ? nullptr : GetProcAddress(module, name);
 }
 
 void EnableProcessPrivilege(const wchar_t* name) {
-  HANDLE token = nullptr;
-  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return;
+  HANDLE opened = nullptr;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &opened)) return;
+  const UniqueKernelObject token(opened);
   TOKEN_PRIVILEGES privileges = {};
   privileges.PrivilegeCount = 1;
   privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
   if (LookupPrivilegeValueW(nullptr, name, &privileges.Privileges[0].Luid)) {
-    AdjustTokenPrivileges(token, FALSE, &privileges, sizeof privileges, nullptr, nullptr);
+    AdjustTokenPrivileges(token.Get(), FALSE, &privileges, sizeof privileges, nullptr, nullptr);
   }
-  CloseHandle(token);
 }
 
 uint32_t DpiOfSystem() {
@@ -51,14 +60,15 @@ uint32_t DpiOfWindow(HWND window) {
   return dpi > 0 ? dpi : DpiOfSystem();
 }
 
+void DarkenFrame(HWND window, bool dark) {
+  const BOOL value = dark;
+  SetFrameAttribute(window, kDarkMode, &value, sizeof value);
+}
+
 void ColorFrame(HWND window, const FrameColors& colors) {
-  using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
-  const auto set = SystemCall<SetAttribute>(L"dwmapi.dll", "DwmSetWindowAttribute");
-  if (set == nullptr) return;
-  const BOOL dark = colors.dark;
-  set(window, kDarkMode, &dark, sizeof dark);
-  set(window, kCaptionColor, &colors.caption, sizeof colors.caption);
-  set(window, kTextColor, &colors.text, sizeof colors.text);
+  DarkenFrame(window, colors.dark);
+  SetFrameAttribute(window, kCaptionColor, &colors.caption, sizeof colors.caption);
+  SetFrameAttribute(window, kTextColor, &colors.text, sizeof colors.text);
   SetWindowPos(window, nullptr, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }

@@ -24,6 +24,9 @@ void EnableProcessPrivilege(const wchar_t* name);
 uint32_t DpiOfSystem();
 uint32_t DpiOfWindow(HWND window);  // that of the system where windows have none of their own
 
+// Frame and scrollbars of a window, where the system can draw them dark.
+void DarkenFrame(HWND window, bool dark);
+
 // Title bar of a window.
 struct FrameColors {
   bool dark = false;

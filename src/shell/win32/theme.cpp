@@ -48,7 +48,7 @@ void ApplyUiColorPreset(MainWindow& window, int index) {
   if (!TakeUiColorPreset(index)) return;
   const int mode = kUiColorPresetRows[static_cast<size_t>(index)].mode;
   if (mode == 0 || mode == 1) CurrentWindowSettings.darkTheme = mode == 1;
-  if (!IsWindow(window.Handle())) return;
+  if (!IsWindow(window.Handle())) return TakePalette(window);
   ApplyTheme(window);
   SaveWindowSettings(window.Placement());
 }

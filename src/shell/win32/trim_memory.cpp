@@ -24,10 +24,9 @@ void Empty(HANDLE process) {
 }
 
 void TrimProcess(DWORD id) {
-  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_SET_QUOTA, FALSE, id);
-  if (process == nullptr) return;
-  Empty(process);
-  CloseHandle(process);
+  const UniqueKernelObject process(
+      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_SET_QUOTA, FALSE, id));
+  if (process) Empty(process.Get());
 }
 
 void TrimOthers() {

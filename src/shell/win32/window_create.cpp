@@ -18,7 +18,6 @@ namespace quilmark {
 namespace {
 
 constexpr uint32_t kHiddenGuardMs = 3'500;
-constexpr int kScopeDropped = 460;  // pixels at 96 dpi
 
 void InitControlClasses() {
   INITCOMMONCONTROLSEX classes = {};
@@ -43,7 +42,7 @@ void InstallSearchHooks(MainWindow& window) {
 }  // namespace
 
 void MainWindow::MakeControls() {
-  scopeBox = MakeCombo(window_, kScopeBox, fonts.list.Get(), kScopeDropped);
+  scopeBox = MakeCombo(window_, kScopeBox, fonts.list.Get());
   RebuildScopeBox();
   searchBox = MakeSearchBox(window_, fonts.list.Get());
   filterBar.Open(window_, fonts.list.Get(), fonts.filter.Get());
@@ -52,12 +51,12 @@ void MainWindow::MakeControls() {
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
                            nullptr);
   };
+  statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
+                               reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
   verticalBar = hiddenBar(kVerticalBar, SBS_VERT);
   horizontalBar = hiddenBar(kHorizontalBar, SBS_HORZ);
   hiddenBar(kSidebarBar, SBS_VERT);
-  tip.Open(window_, App().systemDpi);
-  statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
-                               reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
+  tip.Open(window_);
 }
 
 void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {

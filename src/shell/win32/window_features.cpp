@@ -32,10 +32,7 @@ void InstallFeatures(AppState& app, MainWindow& window) {
   app.features.refreshFilterCounts = [&window] {
     constexpr uint32_t kAskSoonMs = 60;
     const FilterCounts counts = UpdateFilterCounts(CurrentFilterSettings());
-    if (window.filterBar.SetCaptions(TagCaptions(counts.rows))) {
-      window.PlaceControls();
-      window.RedrawTags();
-    }
+    if (window.filterBar.SetCaptions(TagCaptions(counts.rows))) window.PlaceTags();
     if (counts.isIncomplete) window.StartTimer(kTimerScrollSettle, kAskSoonMs);
   };
   app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };

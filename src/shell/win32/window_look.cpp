@@ -33,7 +33,6 @@ WindowFonts MakeFonts(uint32_t dpi, bool chinese) {
 
 WindowBrushes MakeBrushes() {
   WindowBrushes brushes;
-  brushes.surface.Reset(CreateSolidBrush(CurrentPalette.surface));
   brushes.well.Reset(CreateSolidBrush(CurrentPalette.editWell));
   return brushes;
 }

@@ -11,7 +11,6 @@ struct WindowFonts {
 WindowFonts MakeFonts(uint32_t dpi, bool chinese);
 
 struct WindowBrushes {
-  UniqueBrush surface;      // behind controls
   UniqueBrush well;         // inside the search box
   UniqueBrush scrollTrack;  // made on first use
 };

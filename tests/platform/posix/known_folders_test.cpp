@@ -69,12 +69,21 @@ TEST(PosixKnownFolders, ADesktopBelowAMappedDriveIsOnThatDrive) {
 }
 
 TEST(PosixKnownFolders, LocalDataIsNamedByAnAbsolutePathOnly) {
+  const ScopedEnvironment home("HOME", std::nullopt);
   const ScopedEnvironment absolute("XDG_DATA_HOME", "/home/me/data/");
   EXPECT_EQ(LocalDataFolder(), u"\\home\\me\\data");
   const ScopedEnvironment relative("XDG_DATA_HOME", "data");
   EXPECT_EQ(LocalDataFolder(), std::nullopt);
   const ScopedEnvironment none("XDG_DATA_HOME", std::nullopt);
   EXPECT_EQ(LocalDataFolder(), std::nullopt);
+}
+
+TEST(PosixKnownFolders, LocalDataThatNobodyNamesStandsInItsUsualPlaceWhereThatExists) {
+  const Home home("");
+  const ScopedEnvironment none("XDG_DATA_HOME", std::nullopt);
+  EXPECT_EQ(LocalDataFolder(), std::nullopt);
+  home.folder.MakeFile(".local/share/file", "");
+  EXPECT_EQ(LocalDataFolder(), home.folder.PathOf(u".local\\share"));
 }
 
 TEST(PosixKnownFolders, TheTemporaryFolderEndsWithASeparator) {

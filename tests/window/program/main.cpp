@@ -187,5 +187,5 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   drives = EnvironmentText(kDrivesVariable).value_or(u"");
   MapDrives();
   extraMessages = Answer;
-  return RunQuilmark(instance, commandLine, showCommand);
+  ExitProcess(static_cast<UINT>(RunQuilmark(instance, commandLine, showCommand)));
 }
