@@ -9,7 +9,12 @@ const char* BashCompletion() {
   case $before in
     --scope) mapfile -t COMPREPLY < <(compgen -W "all desktop C: D: E:" -- "$word"); return ;;
     --completion) mapfile -t COMPREPLY < <(compgen -W "bash" -- "$word"); return ;;
-    --limit|--for) return ;;
+    --sort) mapfile -t COMPREPLY < <(compgen -W "name size modified created path" -- "$word"); return ;;
+    --modified) mapfile -t COMPREPLY < <(compgen -W "today yesterday 7d 2w 1mo 1y" -- "$word"); return ;;
+    --category)
+      mapfile -t COMPREPLY < <(compgen -W "folders documents images archives applications videos audio" -- "$word")
+      return ;;
+    --limit|--for|--ext|--size) return ;;
   esac
   if [ "$COMP_CWORD" = 1 ]; then
     mapfile -t COMPREPLY < <(compgen -W "find watch --help --version --completion" -- "$word")
@@ -17,7 +22,7 @@ const char* BashCompletion() {
     mapfile -t COMPREPLY < <(compgen -W "--drive --limit --for --json --help" -- "$word")
   elif [[ $word == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "--drive --scope --limit --initials --count --json --drive-paths --stats \
---interactive --help" -- "$word")
+--interactive --ext --category --size --modified --sort --totals --help" -- "$word")
   else
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$word")

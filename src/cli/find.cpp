@@ -9,14 +9,20 @@
 #include "cli/drive_plan.h"
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
+#include "cli/narrow.h"
 #include "cli/query_text.h"
+#include "config/language_setting.h"
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/console.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "platform/utf.h"
+#include "search/attr_jobs.h"
+#include "search/filter_categories.h"
 #include "search/search_pipeline.h"
+#include "search/sort.h"
 
 namespace quilmark {
 
@@ -24,6 +30,7 @@ namespace {
 
 constexpr uint64_t kInteractiveLimit = 10;
 constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while a search runs
+constexpr std::u16string_view kDefaultLanguage = u"en-us";
 constexpr const char* kOutputFails = "standard output cannot be written to";
 
 struct Answer {
@@ -31,9 +38,9 @@ struct Answer {
   double milliseconds = 0;
 };
 
-// Runs one query through the pipeline, as the window does, and waits for the final set.
-Answer Ask(PostQueue& queue, const std::u16string& text) {
-  const auto start = std::chrono::steady_clock::now();
+// A search of the pipeline, as the window starts it, and the wait for its final set; null if
+// interrupted.
+std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& text) {
   std::u16string trimmed = text;
   TrimQuery(trimmed);
   if (trimmed.empty()) {
@@ -46,10 +53,17 @@ Answer Ask(PostQueue& queue, const std::u16string& text) {
     if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration)
       continue;
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
-    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    return {HeldResults(), took.count()};
+    return HeldResults();
   }
-  return {};
+  return nullptr;
+}
+
+Answer Ask(PostQueue& queue, const std::u16string& text, const Narrowing& narrowing) {
+  const auto start = std::chrono::steady_clock::now();
+  auto results = Search(queue, text);
+  if (results != nullptr) results = NarrowResults(std::move(results), narrowing);
+  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+  return {std::move(results), took.count()};
 }
 
 struct IndexFigures {
@@ -92,14 +106,59 @@ bool ApplyScope(const std::string& scope) {
   return false;
 }
 
-int FindOnce(PostQueue& queue, const FindOptions& options) {
-  const Answer answer = Ask(queue, QueryTextOf(options.query));
+// The table of the window's filter bar, whose files are left as they are.
+FilterTable CategoriesOfUser() {
+  const std::u16string language = LoadLanguageSetting();
+  return ReadFilterCategories(language.empty() ? kDefaultLanguage : language, false);
+}
+
+// Empty with a complaint if there is no such category.
+std::optional<Narrowing> MakeNarrowing(const FindOptions& options) {
+  FilterTable table;
+  size_t category = 0;
+  if (options.filters.category) {
+    table = CategoriesOfUser();
+    const auto found = FindCategory(table, *options.filters.category);
+    if (!found.error.empty()) {
+      Complain("--category: " + found.error);
+      return std::nullopt;
+    }
+    category = found.value;
+  }
+  const bool isOrdered = options.sort && !options.count;
+  const bool sortsBySize = isOrdered && options.sort->column == kColumnSize;
+  const bool usesTotals = sortsBySize || (options.json && !options.count);
+  return Narrowing{.filter = MakeHitFilter(options.filters, table, category),
+                   .readsTotals = options.totals && usesTotals,
+                   .order = isOrdered ? options.sort : std::nullopt};
+}
+
+// What lies in an image or a partition that is not mounted is known by name alone.
+std::string AttributesError(const std::vector<PlannedDrive>& drives) {
+  for (const PlannedDrive& drive : drives) {
+    if (drive.typed.empty() || IsExistingFolder(PathFromHost(drive.typed))) continue;
+    return "'" + drive.typed +
+           "' is an NTFS volume that is read for names only: no --size, --modified, "
+           "--totals, nor --sort by size or date";
+  }
+  return {};
+}
+
+HitFormat FormatOf(const FindOptions& options) {
+  return {.json = options.json,
+          .drivePaths = options.drivePaths,
+          .facts = NeedsAttributes(options),
+          .totals = options.totals ? FolderTotals::kRead : FolderTotals::kUnknown};
+}
+
+int FindOnce(PostQueue& queue, const FindOptions& options, const Narrowing& narrowing) {
+  const Answer answer = Ask(queue, QueryTextOf(options.query), narrowing);
   if (answer.results == nullptr) return kExitInterrupted;
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
-  const WriteOutcome written =
-      options.count ? WriteText(std::to_string(results.size()) + "\n", stdout)
-                    : WriteHits(results, options.limit, {options.json, options.drivePaths}, stdout);
+  const WriteOutcome written = options.count
+                                   ? WriteText(std::to_string(results.size()) + "\n", stdout)
+                                   : WriteHits(results, options.limit, FormatOf(options), stdout);
   if (written == WriteOutcome::kFailed) return Complain(kOutputFails);
   if (ShutdownRequested) return kExitInterrupted;
   return results.empty() ? kExitNothing : kExitFound;
@@ -107,9 +166,9 @@ int FindOnce(PostQueue& queue, const FindOptions& options) {
 
 // Prints the answer to one query of a dialogue; raises `found` if it has a hit.
 WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOptions& options,
-                        bool& found) {
+                        const Narrowing& narrowing, bool& found) {
   if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
-  const Answer answer = Ask(queue, QueryTextOf(line));
+  const Answer answer = Ask(queue, QueryTextOf(line), narrowing);
   if (answer.results == nullptr) return WriteOutcome::kStopped;
   const ResultSet& results = *answer.results;
   found = found || !results.empty();
@@ -121,7 +180,7 @@ WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOpt
   return WriteText(figures, stdout);
 }
 
-int FindInteractively(PostQueue& queue, const FindOptions& options) {
+int FindInteractively(PostQueue& queue, const FindOptions& options, const Narrowing& narrowing) {
   bool found = false;
   const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout);
   for (;;) {
@@ -129,7 +188,7 @@ int FindInteractively(PostQueue& queue, const FindOptions& options) {
     const std::optional<std::string> line = ReadInputLine();
     if (!line || ShutdownRequested) break;
     if (!isPrompted) WriteText("> " + *line + "\n", stdout);
-    const WriteOutcome outcome = AnswerLine(queue, *line, options, found);
+    const WriteOutcome outcome = AnswerLine(queue, *line, options, narrowing, found);
     if (outcome == WriteOutcome::kFailed) return Complain(kOutputFails);
     if (outcome == WriteOutcome::kStopped) break;
   }
@@ -137,10 +196,13 @@ int FindInteractively(PostQueue& queue, const FindOptions& options) {
   return found ? kExitFound : kExitNothing;
 }
 
-int IndexAndAnswer(const FindOptions& options) {
+int IndexAndAnswer(const FindOptions& options, const Narrowing& narrowing) {
   const DrivePlan plan = PlanDrives(options);
   if (!plan.error.empty()) return Complain(plan.error);
   if (const std::string error = MapPlannedDrives(plan.drives); !error.empty()) return Complain(error);
+  if (NeedsAttributes(options)) {
+    if (const std::string error = AttributesError(plan.drives); !error.empty()) return Complain(error);
+  }
   const IndexOutcome indexed = IndexDrives(plan.drives, IsTerminal(stderr));
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);
@@ -150,8 +212,8 @@ int IndexAndAnswer(const FindOptions& options) {
   initialSearchEnabled = options.initials;
   PostQueue queue;
   searchHooks.window = queue.Target();
-  const int exitCode =
-      options.interactive ? FindInteractively(queue, options) : FindOnce(queue, options);
+  const int exitCode = options.interactive ? FindInteractively(queue, options, narrowing)
+                                           : FindOnce(queue, options, narrowing);
   ++searchGeneration;  // whatever still runs is stale
   return exitCode;
 }
@@ -162,8 +224,11 @@ int RunFind(const FindOptions& options) {
   if (!options.interactive && IsContentQuery(options.query)) {
     return Complain("content search (s:...) is not available in find");
   }
+  const auto narrowing = MakeNarrowing(options);
+  if (!narrowing) return kExitError;
+  BeginSave();  // and never ended: the window's cache of attributes is not to be overwritten by a sort
   OnInterrupt([] { ShutdownRequested = true; });
-  const int exitCode = IndexAndAnswer(options);
+  const int exitCode = IndexAndAnswer(options, *narrowing);
   ShutdownRequested = true;
   for (VolumeIndex* const volume : CopyVolumes(Engine())) StopMonitor(*volume);
   WaitForBackgroundJobs(1'000);

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <nlohmann/json.hpp>
 #include <shared_mutex>
+#include <span>
+#include <vector>
 
 #include "platform/files.h"
 #include "platform/utf.h"
@@ -21,12 +23,42 @@ WriteOutcome WriteBlock(std::string& block, std::FILE* stream) {
   return outcome;
 }
 
+nlohmann::ordered_json JsonTime(FileTime time) {
+  if (time == 0) return nullptr;
+  return FormatUtc(time);
+}
+
+void AddFacts(nlohmann::ordered_json& object, const HitFacts& facts) {
+  object["size"] = nullptr;
+  if (facts.size) object["size"] = *facts.size;
+  object["modified"] = JsonTime(facts.modified);
+  object["created"] = JsonTime(facts.created);
+}
+
+// Behind the hits of one volume that are printed under one lock.
+size_t EndOfBlock(const ResultSet& results, size_t first, size_t count) {
+  const size_t most = std::min(count, first + kHitsALock);
+  size_t end = first + 1;
+  while (end < most && results[end].volume == results[first].volume) ++end;
+  return end;
+}
+
+// Of the hits that are printed next; empty where none are shown.
+std::vector<HitFacts> FactsOfBlock(std::span<const MatchItem> hits, HitFormat format) {
+  std::vector<HitFacts> facts;
+  if (!format.json || !format.facts) return facts;
+  for (const MatchItem& hit : hits) facts.push_back(FactsOf(hit, format.totals));
+  return facts;
+}
+
 }  // namespace
 
-std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format) {
+std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format,
+                      const HitFacts& facts) {
   std::string shown = format.drivePaths ? ToHostBytes(path) : HostPathBytes(path);
   if (!format.json) return shown;
-  const nlohmann::ordered_json object = {{"path", std::move(shown)}, {"dir", isDirectory}};
+  nlohmann::ordered_json object = {{"path", std::move(shown)}, {"dir", isDirectory}};
+  if (format.facts) AddFacts(object, facts);
   // A name that is no UTF-8 has no form in JSON: what is malformed becomes U+FFFD.
   return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
@@ -46,14 +78,18 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
   std::string block;
   std::u16string path;
   for (size_t i = 0; i < count;) {
+    const size_t first = i, last = EndOfBlock(results, first, count);
+    // Before the lock, which it takes itself.
+    const auto facts = FactsOfBlock(std::span(results).subspan(first, last - first), format);
     VolumeIndex& volume = *results[i].volume;
     const std::shared_lock lock(volume.indexLock);
-    // What lies in an image has no path of the host.
-    const HitFormat shown{.json = format.json, .drivePaths = format.drivePaths || IsNtfs(volume)};
-    const size_t last = std::min(count, i + kHitsALock);
-    for (; i < last && results[i].volume == &volume; ++i) {
+    HitFormat shown = format;
+    shown.drivePaths =
+        format.drivePaths || IsNtfs(volume);  // what lies in an image has no path of the host
+    for (; i < last; ++i) {
       BuildPathInto(volume, results[i].index, path);
-      block += FormatHit(path, volume.records[results[i].index].isDirectory, shown);
+      const bool isDirectory = volume.records[results[i].index].isDirectory;
+      block += FormatHit(path, isDirectory, shown, facts.empty() ? HitFacts() : facts[i - first]);
       block.push_back('\n');
       if (block.size() < kBlockBytes) continue;
       if (const auto outcome = WriteBlock(block, stream); outcome != WriteOutcome::kDone) return outcome;

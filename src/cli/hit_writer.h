@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/hit_facts.h"
 #include "search/search_state.h"
 
 namespace quilmark {
@@ -14,6 +15,8 @@ namespace quilmark {
 struct HitFormat {
   bool json = false;
   bool drivePaths = false;
+  bool facts = false;  // JSON shows sizes and times
+  FolderTotals totals = FolderTotals::kUnknown;
 };
 
 enum class WriteOutcome {
@@ -29,7 +32,8 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
 // Writes `text` down to the system.
 WriteOutcome WriteText(std::string_view text, std::FILE* stream);
 
-// One line without its end. `path` is a path of the index.
-std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format);
+// One line without its end. `path` is a path of the index. `facts` are shown if format.facts.
+std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format,
+                      const HitFacts& facts = {});
 
 }  // namespace quilmark

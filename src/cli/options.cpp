@@ -6,6 +6,8 @@
 
 #include "cli/completion.h"
 #include "cli/exit_code.h"
+#include "platform/clock.h"
+#include "search/sort.h"
 
 namespace quilmark {
 
@@ -22,6 +24,16 @@ takes its own drives.
   quilmark find --drive D=/srv/data --scope D: photo
   quilmark find --drive N=disk.img report      in an NTFS image, or a partition that is not mounted
   quilmark find --interactive /usr            index once, then a query a line
+  quilmark find --category documents --modified 7d --sort modified:desc '' ~
+  quilmark find --ext mp4,mkv --size 1.5G.. --sort size --limit 20 '' /srv
+  quilmark find --json --totals --sort size node_modules ~
+
+--size takes 10M..2G, 10M.. or 10M (at least), ..2G (at most); both ends belong to it. Units B, K, M, G, T are
+powers of 1,024. --modified takes an age (7d, 2w, 1mo, 1y), today, yesterday, a day (2025-01-31), or days from
+and to (2025-01-01..2025-02-01; one of them may be left out), in local time. Under both, folders drop out.
+--sort takes name, size, modified, created or path, with :asc or :desc behind it; without, sizes begin with
+the largest and the rest ascends. Sorting comes before --limit. Folders sort by the sizes that were read of
+files below them: all of them with --totals.
 
 A query is a list of texts joined by "and" and "or"; "quotes" keep such a word as it is, \ takes the next
 character as it is. The path of a folder lists what is in it.
@@ -54,7 +66,12 @@ void DescribeProgram(CLI::App& app, std::string& completion) {
   app.footer("quilmark COMMAND --help tells more.");
 }
 
-void DescribeFind(CLI::App& find, FindOptions& options) {
+// Texts that have a meaning of their own.
+struct FindTexts {
+  std::string extensions, category, size, modified, sort;
+};
+
+void DescribeFind(CLI::App& find, FindOptions& options, FindTexts& texts) {
   find.add_option("QUERY", options.query, "What to look for; left out with --interactive");
   find.add_option("PATH", options.paths, "The folders to search");
   find.add_option("--drive", options.drives, "Give drive letter X to a folder")
@@ -63,10 +80,25 @@ void DescribeFind(CLI::App& find, FindOptions& options) {
   find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
   find.add_option("--limit", options.limit, "Print no more than this many hits")
       ->check(CLI::NonNegativeNumber);
+  find.add_option("--ext", texts.extensions,
+                  "Keep files with one of these extensions: pdf,docx; dir keeps folders")
+      ->option_text("LIST");
+  find.add_option("--category", texts.category, "Keep what belongs to a category, such as documents")
+      ->option_text("NAME");
+  find.add_option("--size", texts.size, "Keep files of these sizes: 10M..2G")->option_text("SIZES");
+  find.add_option("--modified", texts.modified,
+                  "Keep files last changed then: 7d, 2025-01-01..2025-02-01")
+      ->option_text("DATES");
+  find.add_option("--sort", texts.sort, "Sort by name, size, modified, created or path")
+      ->option_text("COLUMN[:asc|:desc]");
+  find.add_flag("--totals", options.totals,
+                "Take all that lies below a folder for its size; reads every file's");
   find.add_flag("--initials", options.initials,
                 "Match Chinese names by the initials of their readings too");
   find.add_flag("--count", options.count, "Print the number of hits and nothing else");
-  find.add_flag("--json", options.json, "Print a JSON object a line: path, dir");
+  find.add_flag("--json", options.json,
+                "Print a JSON object a line: path, dir; where sizes or dates are asked for size, "
+                "modified, created");
   find.add_flag("--drive-paths", options.drivePaths, "Print C:\\... instead of the host's own paths");
   find.add_flag("--stats", options.stats,
                 "Print figures of the index and of the search on standard error");
@@ -90,6 +122,38 @@ void DescribeWatch(CLI::App& watch, WatchOptions& options) {
 CommandLine Refuse(std::string why) {
   Unguard(why);
   return {.text = "quilmark: " + why + "\n", .exitCode = kExitError};
+}
+
+// Parses the text of an option that was given into `target`; false with the reason in `error`.
+template <typename Target, typename Parser>
+bool TakeText(const CLI::App& find, const char* option, std::string text, Target& target,
+              std::string& error, Parser parser) {
+  if (find.count(option) == 0) return true;
+  Unguard(text);
+  auto parsed = parser(text);
+  if (!parsed.error.empty()) {
+    error = std::string(option) + ": " + parsed.error;
+    return false;
+  }
+  target = std::move(parsed.value);
+  return true;
+}
+
+// What is wrong with one of the texts, else empty.
+std::string TakeTexts(const CLI::App& find, const FindTexts& texts, FindOptions& options) {
+  HitFilters& filters = options.filters;
+  std::string error;
+  const auto since = [now = NowFileTime()](const std::string& text) { return ParseDateSpan(text, now); };
+  if (TakeText(find, "--ext", texts.extensions, filters.extensions, error, ParseExtensions) &&
+      TakeText(find, "--size", texts.size, filters.size, error, ParseSizeBounds) &&
+      TakeText(find, "--modified", texts.modified, filters.modified, error, since)) {
+    TakeText(find, "--sort", texts.sort, options.sort, error, ParseSortOrder);
+  }
+  if (find.count("--category") > 0) {
+    filters.category = texts.category;
+    Unguard(*filters.category);
+  }
+  return error;
 }
 
 // The first text is the query, unless queries come from standard input: then it is a folder too.
@@ -116,8 +180,15 @@ CommandLine TakeWatch(WatchOptions options) {
 
 }  // namespace
 
+bool NeedsAttributes(const FindOptions& options) {
+  const bool sortsByThem =
+      options.sort && options.sort->column != kColumnName && options.sort->column != kColumnOfPath;
+  return options.filters.size || options.filters.modified || options.totals || sortsByThem;
+}
+
 CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   FindOptions options;
+  FindTexts texts;
   std::string completion;
   CLI::App app("Finds files and folders by a part of their names.", "quilmark");
   DescribeProgram(app, completion);
@@ -125,7 +196,7 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   CLI::App& watch = *app.add_subcommand("watch", "Print changes of NTFS volumes as they happen");
   DescribeWatch(watch, watchOptions);
   CLI::App& find = *app.add_subcommand("find", "Index folders and answer a query");
-  DescribeFind(find, options);
+  DescribeFind(find, options, texts);
   try {
     std::transform(arguments.begin(), arguments.end(), arguments.begin(), Guard);
     std::reverse(arguments.begin(), arguments.end());  // what this form of parse expects
@@ -140,6 +211,8 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   if (!completion.empty()) return {.text = BashCompletion()};
   if (watch.parsed()) return TakeWatch(std::move(watchOptions));
   if (!find.parsed()) return Refuse("no command; see quilmark --help");
+  if (std::string error = TakeTexts(find, texts, options); !error.empty())
+    return Refuse(std::move(error));
   return TakeFind(std::move(options), find.count("QUERY") > 0);
 }
 

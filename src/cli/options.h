@@ -6,7 +6,17 @@
 #include <string>
 #include <vector>
 
+#include "cli/filter_options.h"
+
 namespace quilmark {
+
+// Which hits stay; what is empty tests nothing.
+struct HitFilters {
+  std::vector<std::u16string> extensions;  // each with its dot
+  std::optional<std::string> category;     // a label of the table of categories
+  std::optional<SizeRange> size;
+  std::optional<DateSpan> modified;
+};
 
 struct FindOptions {
   std::string query;                // empty where interactive
@@ -14,6 +24,9 @@ struct FindOptions {
   std::vector<std::string> drives;  // "X=PATH"
   std::string scope = "all";        // all, desktop, or a drive "X:"
   std::optional<uint64_t> limit;    // hits printed; empty: all
+  HitFilters filters;
+  std::optional<SortOrder> sort;  // empty: as they are found
+  bool totals = false;            // a folder's size is that of all below it
   bool initials = false;
   bool count = false;
   bool json = false;
@@ -37,6 +50,9 @@ struct CommandLine {
   std::string text;
   int exitCode = 0;  // not 0: `text` is an error
 };
+
+// Some of what is asked for needs sizes or dates.
+bool NeedsAttributes(const FindOptions& options);
 
 // `arguments` without the program's name, in UTF-8 or the host's bytes.
 CommandLine ParseCommandLine(std::vector<std::string> arguments);

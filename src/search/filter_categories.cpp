@@ -61,11 +61,16 @@ bool IsLeftover(const FilterTable& rows, bool chinese) {
   return !chinese && rows.front().label == kDefaultRows[0].chinese;
 }
 
-void EnsureFolderRow(FilterTable& rows, const std::u16string& path) {
-  if (std::any_of(rows.begin(), rows.end(), IsFolderRow)) return;
+// True if there was none.
+bool AddFolderRow(FilterTable& rows) {
+  if (std::any_of(rows.begin(), rows.end(), IsFolderRow)) return false;
   const FilterCategory folders = {TranslateOr(u"Filter_Folders", u"Folders"), {u".dir"}};
   rows.insert(rows.begin() + (rows.empty() ? 0 : 1), folders);
-  WriteTable(path, rows);
+  return true;
+}
+
+void EnsureFolderRow(FilterTable& rows, const std::u16string& path) {
+  if (AddFolderRow(rows)) WriteTable(path, rows);
 }
 
 // The table of a file that was read well, with what it lacks.
@@ -139,6 +144,17 @@ void LoadFilterCategories(std::u16string_view language, bool chinese) {
   WriteTable(primary, rows);
   EnsureFolderRow(rows, primary);
   InstallCategories(std::move(rows));
+}
+
+FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
+  FilterTable rows;
+  for (const std::u16string& path :
+       {LanguagePath(language), PathOf(u"filters.ini"), PathOf(u"filters.bak")}) {
+    if (rows.empty()) rows = ReadTable(path);
+  }
+  if (rows.empty()) rows = DefaultCategories(chinese);
+  AddFolderRow(rows);
+  return rows;
 }
 
 }  // namespace quilmark

@@ -35,4 +35,8 @@ void InstallCategories(FilterTable table);
 // gives it a row for folders; writes what is missing. `language` may be empty.
 void LoadFilterCategories(std::u16string_view language, bool chinese);
 
+// The table that LoadFilterCategories would take, for a program beside the window: nothing is written,
+// and a table that another language has left behind stays as it is.
+FilterTable ReadFilterCategories(std::u16string_view language, bool chinese);
+
 }  // namespace quilmark

@@ -60,6 +60,35 @@ TEST(Options, WordsOfTheCommandLineMayBeTheQuery) {
   EXPECT_EQ(ParseCommandLine({"find", "--", "--json", "/usr"}).find->query, "--json");
 }
 
+TEST(Options, FiltersAndOrdersAreParsed) {
+  const CommandLine command =
+      ParseCommandLine({"find", "--ext", "pdf,DOCX", "--category", "[Mine]", "--size", "1K..2K",
+                        "--modified", "2025-01-31", "--sort", "size:asc", "--totals", "q", "/usr"});
+  ASSERT_TRUE(command.find.has_value()) << command.text;
+  const HitFilters& filters = command.find->filters;
+  EXPECT_EQ(filters.extensions, (std::vector<std::u16string>{u".pdf", u".docx"}));
+  EXPECT_EQ(filters.category, "[Mine]");
+  EXPECT_EQ(filters.size, (SizeRange{1'024, 2'048}));
+  EXPECT_EQ(filters.modified, ParseDateSpan("2025-01-31", 0).value);
+  EXPECT_EQ(command.find->sort, ParseSortOrder("size:asc").value);
+  EXPECT_TRUE(command.find->totals);
+}
+
+TEST(Options, AttributesAreNeededForSizesAndDatesAlone) {
+  const auto needs = [](std::vector<std::string> options) {
+    options.insert(options.begin(), {"find", "q", "/usr"});
+    return NeedsAttributes(ParseCommandLine(std::move(options)).find.value());
+  };
+  EXPECT_FALSE(needs({}));
+  EXPECT_FALSE(needs({"--ext", "pdf", "--category", "x", "--sort", "name"}));
+  EXPECT_FALSE(needs({"--sort", "path:desc"}));
+  EXPECT_TRUE(needs({"--size", "1"}));
+  EXPECT_TRUE(needs({"--modified", "1d"}));
+  EXPECT_TRUE(needs({"--totals"}));
+  for (const char* const column : {"size", "modified", "created"})
+    EXPECT_TRUE(needs({"--sort", column}));
+}
+
 TEST(Options, MistakesAreErrorsWithTheirReason) {
   const auto expectError = [](std::vector<std::string> arguments, const std::string& word) {
     const CommandLine command = ParseCommandLine(std::move(arguments));
@@ -75,6 +104,10 @@ TEST(Options, MistakesAreErrorsWithTheirReason) {
   expectError({"find", "--limit", "[5]", "x", "/usr"}, "[5]\n");
   expectError({"find", "--nonsense", "x", "/usr"}, "--nonsense");
   expectError({"find", "--interactive", "--json", "/usr"}, "--interactive");
+  expectError({"find", "--size", "1..0", "x", "/usr"}, "quilmark: --size: the range is reversed\n");
+  expectError({"find", "--modified", "[]", "x", "/usr"}, "--modified: '[]' is no date");
+  expectError({"find", "--sort", "", "x", "/usr"}, "--sort: '' is no column");
+  expectError({"find", "--ext", ",", "x", "/usr"}, "--ext: no extension");
   expectError({"--completion", "fish"}, "fish");
 }
 
@@ -89,8 +122,9 @@ TEST(Options, HelpAndVersionAreNoErrors) {
 TEST(Options, CompletionNamesEveryOption) {
   const CommandLine command = ParseCommandLine({"--completion", "bash"});
   EXPECT_EQ(command.exitCode, 0);
-  for (const char* const option : {"--drive", "--scope", "--limit", "--initials", "--count", "--json",
-                                   "--drive-paths", "--stats", "--interactive"}) {
+  for (const char* const option :
+       {"--drive", "--scope", "--limit", "--initials", "--count", "--json", "--drive-paths", "--stats",
+        "--interactive", "--ext", "--category", "--size", "--modified", "--sort", "--totals"}) {
     EXPECT_NE(command.text.find(option), std::string::npos) << option;
   }
 }

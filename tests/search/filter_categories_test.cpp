@@ -109,5 +109,23 @@ TEST_F(FilterFiles, AreNamedByTheLanguage) {
   EXPECT_NE(Read(u"filters.my_language.ini"), u"(none)");
 }
 
+TEST_F(FilterFiles, AreReadWithoutBeingWritten) {
+  const FilterTable before = *CurrentCategories();
+  EXPECT_EQ(ReadFilterCategories(u"en-us", false), DefaultCategories(false));
+  EXPECT_EQ(Read(u"filters.en-us.ini"), u"(none)");
+
+  Write(u"filters.bak", u"All=\nC=c\n");
+  EXPECT_EQ(ReadFilterCategories(u"en-us", false)[2], (FilterCategory{u"C", {u".c"}}));
+  Write(u"filters.ini", u"所有文件=\nB=b\n");
+  EXPECT_EQ(ReadFilterCategories(u"en-us", false)[2], (FilterCategory{u"B", {u".b"}}));
+  Write(u"filters.en-us.ini", u"All=\nA=a\n");
+  EXPECT_EQ(ReadFilterCategories(u"en-us", false)[2], (FilterCategory{u"A", {u".a"}}));
+
+  EXPECT_EQ(Read(u"filters.en-us.ini"), u"All=\nA=a\n");
+  EXPECT_EQ(Read(u"filters.ini"), u"所有文件=\nB=b\n");
+  EXPECT_EQ(Read(u"filters.bak"), u"All=\nC=c\n");
+  EXPECT_EQ(*CurrentCategories(), before);
+}
+
 }  // namespace
 }  // namespace quilmark

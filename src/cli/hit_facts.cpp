@@ -1,0 +1,68 @@
+#include "cli/hit_facts.h"
+
+#include <chrono>
+#include <cstdio>
+#include <shared_mutex>
+
+#include "search/attr_cache.h"
+#include "search/folder_sizes.h"
+
+namespace quilmark {
+
+namespace {
+
+struct Kind {
+  uint64_t frn = 0;
+  bool isDirectory = false;
+};
+
+std::optional<Kind> KindOf(const MatchItem& item) {
+  const std::shared_lock lock(item.volume->indexLock);
+  if (item.index >= item.volume->records.size()) return std::nullopt;
+  const FileRecord& record = item.volume->records[item.index];
+  return Kind{record.frn, record.isDirectory != 0};
+}
+
+std::optional<uint64_t> SizeOf(const MatchItem& item, const Kind& kind, const AttrEntry& entry,
+                               FolderTotals totals) {
+  if (kind.isDirectory) {
+    if (totals == FolderTotals::kUnknown) return std::nullopt;
+    uint64_t total = 0;  // a folder without a byte below it has none
+    GetFolderSize(*item.volume, kind.frn, total, IfDirty::kLeave);
+    return total;
+  }
+  const bool isRead = entry.modified != 0 || entry.created != 0;
+  if (isRead) return static_cast<uint64_t>(entry.size);
+  MftSize size;  // an entry without dates may be that of a file that could not be read
+  if (LookupMftSize(*item.volume, kind.frn, size)) return size.logical;
+  return std::nullopt;
+}
+
+}  // namespace
+
+HitFacts FactsOf(const MatchItem& item, FolderTotals totals) {
+  const auto kind = KindOf(item);
+  if (!kind) return {};
+  AttrEntry entry;
+  EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);
+  return {
+      .size = SizeOf(item, *kind, entry, totals), .modified = entry.modified, .created = entry.created};
+}
+
+std::string FormatUtc(FileTime time) {
+  using namespace std::chrono;
+  const auto ticks = static_cast<int64_t>(time) - static_cast<int64_t>(kFileTimeOfUnixEpoch);
+  const sys_time<milliseconds> moment(
+      floor<milliseconds>(duration<int64_t, std::ratio<1, 10'000'000>>(ticks)));
+  const auto midnight = floor<days>(moment);
+  const year_month_day day(midnight);
+  const hh_mm_ss clock(moment - midnight);
+  char text[48];
+  std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", static_cast<int>(day.year()),
+                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
+  return text;
+}
+
+}  // namespace quilmark

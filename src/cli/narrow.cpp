@@ -1,0 +1,142 @@
+#include "cli/narrow.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <shared_mutex>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/utf.h"
+#include "search/attr_cache.h"
+#include "search/folder_sizes.h"
+#include "search/sort.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr size_t kBlock = 256;  // rows that a thread takes at a time
+constexpr unsigned kLeastWorkers = 2, kMostWorkers = 6;
+
+// Calls `work` with each number below `count` until the user interrupts, on several threads since it
+// waits for the disk.
+template <typename Work>
+void ForEachIndex(size_t count, Work work) {
+  std::atomic<size_t> next = 0;
+  const auto run = [&] {
+    for (size_t first = next.fetch_add(kBlock); first < count; first = next.fetch_add(kBlock)) {
+      const size_t end = std::min(first + kBlock, count);
+      for (size_t i = first; i < end && !ShutdownRequested; ++i) work(i);
+    }
+  };
+  const size_t wanted = std::clamp(std::thread::hardware_concurrency(), kLeastWorkers, kMostWorkers);
+  std::vector<std::thread> others(std::min(wanted, count / kBlock + 1) - 1);
+  for (std::thread& thread : others) thread = std::thread(run);
+  run();
+  for (std::thread& thread : others) thread.join();
+}
+
+enum class RecordKind { kGone, kFile, kFolder };
+
+RecordKind KindOf(const VolumeIndex& volume, uint32_t index) {
+  const std::shared_lock lock(volume.indexLock);
+  if (index >= volume.records.size() || volume.records[index].deleted) return RecordKind::kGone;
+  return volume.records[index].isDirectory ? RecordKind::kFolder : RecordKind::kFile;
+}
+
+std::shared_ptr<const ResultSet> KeepPassing(const ResultSet& rows, const FilterContext& filter) {
+  std::vector<uint8_t> passes(rows.size());
+  ForEachIndex(rows.size(), [&](size_t i) { passes[i] = PassesFilter(filter, rows[i]); });
+  auto kept = std::make_shared<ResultSet>();
+  for (size_t i = 0; i < rows.size(); ++i) {
+    if (passes[i]) kept->push_back(rows[i]);
+  }
+  return kept;
+}
+
+// The volumes that a folder among the rows lies on.
+std::vector<VolumeIndex*> VolumesOfFolders(const ResultSet& rows) {
+  std::vector<VolumeIndex*> volumes;
+  for (const MatchItem& row : rows) {
+    if (std::find(volumes.begin(), volumes.end(), row.volume) != volumes.end()) continue;
+    if (KindOf(*row.volume, row.index) == RecordKind::kFolder) volumes.push_back(row.volume);
+  }
+  return volumes;
+}
+
+void WarnOfFullCache(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.attrLock);
+  if (volume.attrs.size() < kMostAttrEntries) return;
+  std::fprintf(stderr, "quilmark: %s has more files than sizes are kept for: totals are too small\n",
+               ToUtf8(volume.drive).c_str());
+}
+
+// Sizes of all files of the volume first: a total covers what is known.
+void ReadTotals(VolumeIndex& volume) {
+  uint32_t count = 0;
+  {
+    const std::shared_lock lock(volume.indexLock);
+    count = volume.records.size();
+  }
+  ForEachIndex(count, [&volume](size_t i) {
+    const auto index = static_cast<uint32_t>(i);
+    if (KindOf(volume, index) != RecordKind::kFile) return;
+    AttrEntry entry;
+    EnsureFileAttributes(&volume, index, entry, Insist::kNo);
+  });
+  if (ShutdownRequested) return;
+  if (volume.folderSizesDirty) RebuildFolderSizes(volume);
+  WarnOfFullCache(volume);
+}
+
+std::shared_ptr<const ResultSet> InOrder(std::shared_ptr<const ResultSet> rows, SortOrder order) {
+  const SortJob job{
+      .generation = searchGeneration, .column = order.column, .ascending = order.ascending};
+  PublishResults(job.generation, ResultKind::kSorted, std::move(rows), true);
+  RunSort(job);
+  return HeldResults();
+}
+
+// What both rows select. A row of folders and one of files have nothing in common.
+FilterCategory CommonRow(const FilterCategory& one, const FilterCategory& other) {
+  if (IsFolderRow(one) != IsFolderRow(other)) return {};
+  if (IsFolderRow(one)) return one;
+  FilterCategory common;
+  for (const std::u16string& extension : one.extensions) {
+    if (std::find(other.extensions.begin(), other.extensions.end(), extension) != other.extensions.end())
+      common.extensions.push_back(extension);
+  }
+  return common;
+}
+
+}  // namespace
+
+FilterContext MakeHitFilter(const HitFilters& filters, const FilterTable& table, size_t category) {
+  FilterCategory row{.label = {}, .extensions = filters.extensions};
+  if (category != 0)
+    row = filters.extensions.empty() ? table[category] : CommonRow(table[category], row);
+  FilterContext filter;
+  filter.categories = std::make_shared<FilterTable>(FilterTable{{}, std::move(row)});
+  filter.settings.category = category != 0 || !filters.extensions.empty() ? 1 : 0;
+  if (filters.size) filter.settings.sizePreset = kCustomSize;
+  filter.range = filters.size;
+  if (!filters.modified) return filter;
+  filter.settings.timePreset = kCustomTime;
+  filter.from = filters.modified->from;
+  filter.to = filters.modified->to;
+  return filter;
+}
+
+std::shared_ptr<const ResultSet> NarrowResults(std::shared_ptr<const ResultSet> results,
+                                               const Narrowing& narrowing) {
+  if (!narrowing.filter.settings.IsOff()) results = KeepPassing(*results, narrowing.filter);
+  if (narrowing.readsTotals) {
+    for (VolumeIndex* const volume : VolumesOfFolders(*results)) ReadTotals(*volume);
+  }
+  if (narrowing.order && !ShutdownRequested) results = InOrder(std::move(results), *narrowing.order);
+  return ShutdownRequested ? nullptr : results;
+}
+
+}  // namespace quilmark
