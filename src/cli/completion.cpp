@@ -21,7 +21,7 @@ const char* BashCompletion() {
   elif [[ $word == -* && ${COMP_WORDS[1]} == watch ]]; then
     mapfile -t COMPREPLY < <(compgen -W "--drive --limit --for --json --help" -- "$word")
   elif [[ $word == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "--drive --scope --limit --initials --count --json --drive-paths --stats \
+    mapfile -t COMPREPLY < <(compgen -W "--drive --scope --limit --initials --count --json --drive-paths --null --stats \
 --interactive --ext --category --size --modified --sort --totals --help" -- "$word")
   else
     compopt -o filenames 2>/dev/null

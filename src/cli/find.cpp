@@ -31,6 +31,7 @@ namespace {
 constexpr uint64_t kInteractiveLimit = 10;
 constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while a search runs
 constexpr std::u16string_view kDefaultLanguage = u"en-us";
+constexpr const char* kSearchFailed = "the search failed, perhaps for want of memory";
 constexpr const char* kOutputFails = "standard output cannot be written to";
 
 struct Answer {
@@ -39,7 +40,7 @@ struct Answer {
 };
 
 // A search of the pipeline, as the window starts it, and the wait for its final set; null if
-// interrupted.
+// interrupted, or if the job died, which its log tells.
 std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& text) {
   std::u16string trimmed = text;
   TrimQuery(trimmed);
@@ -49,7 +50,9 @@ std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& 
     DoSearchAsync(trimmed, false, false);
   }
   while (!ShutdownRequested) {
-    const auto message = queue.Take(kPollMs);
+    const bool isEnded = WaitForBackgroundJobs(0);
+    const auto message = queue.Take(isEnded ? 0 : kPollMs);
+    if (!message && isEnded) break;
     if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration)
       continue;
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
@@ -75,6 +78,7 @@ IndexFigures CountIndex() {
   for (const VolumeIndex* const volume : CopyVolumes(Engine())) {
     const std::shared_lock lock(volume->indexLock);
     for (uint32_t i = 0; i < volume->records.size(); ++i) {
+      if (volume->records[i].deleted) continue;
       ++(volume->records[i].isDirectory ? figures.folders : figures.files);
     }
     figures.bytes += MemoryOf(*volume);
@@ -147,13 +151,15 @@ std::string AttributesError(const std::vector<PlannedDrive>& drives) {
 HitFormat FormatOf(const FindOptions& options) {
   return {.json = options.json,
           .drivePaths = options.drivePaths,
+          .end = options.null ? '\0' : '\n',
+          .isShown = IsTerminal(stdout),
           .facts = NeedsAttributes(options),
           .totals = options.totals ? FolderTotals::kRead : FolderTotals::kUnknown};
 }
 
 int FindOnce(PostQueue& queue, const FindOptions& options, const Narrowing& narrowing) {
   const Answer answer = Ask(queue, QueryTextOf(options.query), narrowing);
-  if (answer.results == nullptr) return kExitInterrupted;
+  if (answer.results == nullptr) return ShutdownRequested ? kExitInterrupted : Complain(kSearchFailed);
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
   const WriteOutcome written = options.count
@@ -169,11 +175,13 @@ WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOpt
                         const Narrowing& narrowing, bool& found) {
   if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
   const Answer answer = Ask(queue, QueryTextOf(line), narrowing);
+  if (answer.results == nullptr && !ShutdownRequested) Complain(kSearchFailed);
   if (answer.results == nullptr) return WriteOutcome::kStopped;
   const ResultSet& results = *answer.results;
   found = found || !results.empty();
-  const WriteOutcome written = WriteHits(results, options.limit.value_or(kInteractiveLimit),
-                                         {.drivePaths = options.drivePaths}, stdout);
+  const WriteOutcome written =
+      WriteHits(results, options.limit.value_or(kInteractiveLimit),
+                {.drivePaths = options.drivePaths, .isShown = IsTerminal(stdout)}, stdout);
   if (written != WriteOutcome::kDone) return written;
   char figures[64];
   std::snprintf(figures, sizeof figures, "%zu hits, %.3f ms\n", results.size(), answer.milliseconds);
@@ -212,6 +220,8 @@ int IndexAndAnswer(const FindOptions& options, const Narrowing& narrowing) {
   initialSearchEnabled = options.initials;
   PostQueue queue;
   searchHooks.window = queue.Target();
+  searchHooks.waitsForWriters = true;
+  keepsAttrCacheFile = false;  // it is the window's, which has seen more files than one search
   const int exitCode = options.interactive ? FindInteractively(queue, options, narrowing)
                                            : FindOnce(queue, options, narrowing);
   ++searchGeneration;  // whatever still runs is stale
@@ -226,7 +236,6 @@ int RunFind(const FindOptions& options) {
   }
   const auto narrowing = MakeNarrowing(options);
   if (!narrowing) return kExitError;
-  BeginSave();  // and never ended: the window's cache of attributes is not to be overwritten by a sort
   OnInterrupt([] { ShutdownRequested = true; });
   const int exitCode = IndexAndAnswer(options, *narrowing);
   ShutdownRequested = true;

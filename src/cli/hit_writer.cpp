@@ -51,11 +51,14 @@ std::vector<HitFacts> FactsOfBlock(std::span<const MatchItem> hits, HitFormat fo
   return facts;
 }
 
+bool IsControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
+
 }  // namespace
 
 std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format,
                       const HitFacts& facts) {
   std::string shown = format.drivePaths ? ToHostBytes(path) : HostPathBytes(path);
+  if (!format.json && format.isShown) std::replace_if(shown.begin(), shown.end(), IsControl, '?');
   if (!format.json) return shown;
   nlohmann::ordered_json object = {{"path", std::move(shown)}, {"dir", isDirectory}};
   if (format.facts) AddFacts(object, facts);
@@ -90,7 +93,7 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
       BuildPathInto(volume, results[i].index, path);
       const bool isDirectory = volume.records[results[i].index].isDirectory;
       block += FormatHit(path, isDirectory, shown, facts.empty() ? HitFacts() : facts[i - first]);
-      block.push_back('\n');
+      block.push_back(format.end);
       if (block.size() < kBlockBytes) continue;
       if (const auto outcome = WriteBlock(block, stream); outcome != WriteOutcome::kDone) return outcome;
     }

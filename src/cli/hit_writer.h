@@ -15,7 +15,9 @@ namespace quilmark {
 struct HitFormat {
   bool json = false;
   bool drivePaths = false;
-  bool facts = false;  // JSON shows sizes and times
+  char end = '\n';       // of a line
+  bool isShown = false;  // on a terminal, which acts on control characters: "?" stands for each
+  bool facts = false;    // JSON shows sizes and times
   FolderTotals totals = FolderTotals::kUnknown;
 };
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <atomic>
+#include <exception>
 #include <memory>
+#include <string>
 #include <thread>
 
 #include "cli/drive_plan.h"
@@ -23,6 +25,7 @@ struct Build {
   const PlannedDrive& planned;
   std::unique_ptr<VolumeIndex> volume = std::make_unique<VolumeIndex>();
   bool found = false;
+  std::string failure;     // what ended the build, where something did
   bool isRefused = false;  // the volume's records could not be had, its folders were read instead
 };
 
@@ -42,7 +45,8 @@ void RunBuild(Build& build) {
 void TellRefused(const Build& build) {
   std::fprintf(
       stderr,
-      "quilmark: %s: the volume cannot be opened without administrator rights; reading its folders\n",
+      "quilmark: %s: the volume's records cannot be read, which takes administrator rights; reading its "
+      "folders\n",
       ToUtf8(std::u16string(1, build.planned.letter)).c_str());
 }
 
@@ -86,7 +90,12 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
   std::vector<std::thread> threads;
   for (Build& build : builds) {
     threads.emplace_back([&build, &ended] {
-      RunBuild(build);
+      try {
+        RunBuild(build);
+      } catch (const std::exception& exception) {
+        build.found = false;
+        build.failure = exception.what();
+      }
       ++ended;
     });
   }
@@ -96,7 +105,9 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
   IndexOutcome outcome{.milliseconds = static_cast<double>(TickMs() - start)};
   for (Build& build : builds) {
     if (build.isRefused) TellRefused(build);
-    if (build.found) {
+    if (!build.failure.empty()) {
+      outcome.error = ToUtf8(std::u16string(1, build.planned.letter)) + ": " + build.failure;
+    } else if (build.found) {
       AddVolume(Engine(), std::move(build.volume));
     } else if (!build.planned.typed.empty() && !ShutdownRequested) {
       outcome.error = "'" + build.planned.typed + "' has no entries";  // gone since it was looked at

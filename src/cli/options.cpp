@@ -99,6 +99,8 @@ void DescribeFind(CLI::App& find, FindOptions& options, FindTexts& texts) {
   find.add_flag("--json", options.json,
                 "Print a JSON object a line: path, dir; where sizes or dates are asked for size, "
                 "modified, created");
+  find.add_flag("-0,--null", options.null,
+                "End each hit with a NUL instead of a new line, for xargs -0");
   find.add_flag("--drive-paths", options.drivePaths, "Print C:\\... instead of the host's own paths");
   find.add_flag("--stats", options.stats,
                 "Print figures of the index and of the search on standard error");

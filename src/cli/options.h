@@ -31,6 +31,7 @@ struct FindOptions {
   bool count = false;
   bool json = false;
   bool drivePaths = false;
+  bool null = false;  // a NUL ends each hit
   bool stats = false;
   bool interactive = false;
 };

@@ -122,7 +122,7 @@ int Follow(ChangeQueue& queue, const WatchOptions& options) {
     if (ShutdownRequested) return kExitInterrupted;
     const bool isOver = printed.outcome == WriteOutcome::kStopped ||
                         (options.limit && printed.count >= *options.limit) ||
-                        (options.seconds && TickMs() - start >= *options.seconds * 1'000);
+                        (options.seconds && (TickMs() - start) / 1'000 >= *options.seconds);
     if (isOver) return printed.count != 0 ? kExitFound : kExitNothing;
     if (!ended.empty()) return Complain(ended);
   }

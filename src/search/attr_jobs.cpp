@@ -14,6 +14,7 @@
 namespace quilmark {
 
 std::atomic<uint64_t> hydrationGeneration = 0;
+std::atomic<bool> keepsAttrCacheFile = true;
 
 namespace {
 
@@ -105,7 +106,7 @@ void PrewarmVolumes(SearchEngine& engine) {
 
 // Two jobs that save share one flag: the second would write the same.
 void SaveInJob(SearchEngine& engine, const char* name) {
-  if (saveRuns.exchange(true)) return;
+  if (!keepsAttrCacheFile || saveRuns.exchange(true)) return;
   const bool isStarted = RunBackground(name, [&engine] {
     const FlagMark mark{saveRuns};
     SaveAttrCache(engine);

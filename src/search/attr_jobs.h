@@ -25,6 +25,10 @@ void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range);
 // Engine().prewarming is set meanwhile.
 void PrewarmAttrCacheAsync(SearchEngine& engine);
 
+// Cleared by a program that shares the configuration directory and does not own the cache's file:
+// neither of the two jobs saves then.
+extern std::atomic<bool> keepsAttrCacheFile;
+
 // Job "cache_autosave", if there is something to save and none runs.
 void AutosaveAttrCacheAsync(SearchEngine& engine);
 

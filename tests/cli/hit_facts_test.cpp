@@ -27,6 +27,9 @@ TEST(HitFacts, OtherFormsLeaveThemOut) {
   EXPECT_EQ(FormatHit(u"C:\\a", false, {.json = true, .drivePaths = true}, {.size = 5}),
             R"({"path":"C:\\a","dir":false})");
   EXPECT_EQ(FormatHit(u"C:\\a", false, {.drivePaths = true, .facts = true}, {.size = 5}), "C:\\a");
+  const std::u16string_view odd = u"C:\\a\n\x1b[2J\x7f";
+  EXPECT_EQ(FormatHit(odd, false, {.drivePaths = true, .isShown = true}), "C:\\a??[2J?");
+  EXPECT_EQ(FormatHit(odd, false, {.drivePaths = true}), "C:\\a\n\x1b[2J\x7f");
 }
 
 }  // namespace

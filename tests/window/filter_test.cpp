@@ -1,3 +1,6 @@
+#include <windows.h>
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include "search/filter_categories.h"
@@ -67,6 +70,17 @@ TEST_F(FilterBar, NarrowsBySizeAndTime) {
   WaitForRows(4);
 }
 
+TEST_F(FilterBar, DropsItsListsInThePalette) {
+  program.Ask(Probe::kSwitchTheme, 1);
+  const HWND combo = GetDlgItem(program.Window(), 107);
+  program.Click(combo, 20, 18);
+  WaitUntil("the list", [combo] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0; });
+  program.Screenshot("drop-list-dark");
+  program.Press(VK_DOWN);
+  program.Press(VK_RETURN);
+  WaitForRows(3);  // today: the files
+}
+
 TEST_F(FilterBar, TakesACustomSize) {
   Choose(106, 4);
   WaitUntil("the size box",
@@ -79,6 +93,18 @@ TEST_F(FilterBar, TakesACustomSize) {
   WaitForRows(1);
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("custom-ranges");
+  program.Ask(Probe::kSwitchTheme, 1);
+  program.Screenshot("custom-ranges-dark");
+  const HWND from = GetDlgItem(program.Window(), 111);
+  RECT client = {};
+  GetClientRect(from, &client);
+  program.Click(from, client.right - 8, client.bottom / 2);
+  const auto calendar = [from] {
+    return reinterpret_cast<HWND>(SendMessageW(from, DTM_GETMONTHCAL, 0, 0));
+  };
+  WaitUntil("the calendar", [&] { return IsWindowVisible(calendar()) != FALSE; });
+  program.Screenshot("calendar-dark");
+  program.Press(VK_ESCAPE);
   EXPECT_FALSE(IsWindowVisible(GetDlgItem(program.Window(), 109)));
 }
 

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "config/palette.h"
 #include "shell/win32/drop_list.h"
@@ -28,6 +29,29 @@ void TakePaletteColors(uint32_t* pixels, size_t count) {
   }
 }
 
+bool HasInk(const uint32_t* row, int width) {
+  return std::any_of(row, row + width, [](uint32_t pixel) { return (pixel & 0xFFFFFF) != 0xFFFFFF; });
+}
+
+// Some systems put the date to the top of a field that is higher than their own.
+void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client) {
+  constexpr int kEdge = 2, kWellPlaced = 2;
+  const int textWidth = client.right - GetSystemMetrics(SM_CXVSCROLL) - kEdge;
+  int top = kEdge, bottom = client.bottom - kEdge;
+  const auto hasInk = [&](int y) {
+    return HasInk(pixels + y * client.right + kEdge, textWidth - kEdge);
+  };
+  while (top < bottom && !hasInk(top)) ++top;
+  while (bottom > top && !hasInk(bottom - 1)) --bottom;
+  const int shift = (client.bottom - (bottom - top)) / 2 - top;
+  if (textWidth <= kEdge || std::abs(shift) <= kWellPlaced) return;
+  RECT scrolled = {kEdge, kEdge, textWidth, client.bottom - kEdge};
+  ScrollDC(dc, 0, shift, &scrolled, &scrolled, nullptr, nullptr);
+  const RECT bared = {kEdge, kEdge, textWidth, std::min<LONG>(top + shift, client.bottom - kEdge)};
+  FillWith(dc, bared, RGB(kWhite, kWhite, kWhite));
+  GdiFlush();
+}
+
 void DrawFrame(HDC dc, const RECT& client, bool hasFocus) {
   SetDCBrushColor(dc, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border);
   FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
@@ -50,6 +74,7 @@ void DrawField(HWND picker, HDC screen) {
   FillWith(dc.Get(), client, RGB(kWhite, kWhite, kWhite));
   DefSubclassProc(picker, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc.Get()), PRF_CLIENT);
   GdiFlush();
+  CentreDate(dc.Get(), static_cast<const uint32_t*>(bits), client);
   TakePaletteColors(static_cast<uint32_t*>(bits),
                     static_cast<size_t>(client.right) * static_cast<size_t>(client.bottom));
   DrawFrame(dc.Get(), client, GetFocus() == picker);
