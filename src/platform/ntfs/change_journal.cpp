@@ -89,9 +89,8 @@ bool TakeRecords(std::span<const std::byte> page, uint64_t start, const JournalR
 std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   const auto reference = FindInFolder(reader, kExtendRecord, u"$UsnJrnl");
   if (!reference) return std::nullopt;
-  const uint64_t number = RecordNumberOf(*reference);
-  const auto max = FindStream(reader, number, kData, u"$Max");
-  auto records = FindStream(reader, number, kData, u"$J");
+  const auto max = FindStreamOfFile(reader, *reference, kData, u"$Max");
+  auto records = FindStreamOfFile(reader, *reference, kData, u"$J");
   if (!max || !records || max->resident.size() < kMaxBytes) return std::nullopt;
   ChangeJournal journal;
   journal.id = LoadLe<uint64_t>(max->resident, kJournalId);

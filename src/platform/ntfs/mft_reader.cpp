@@ -159,16 +159,31 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
   return bytes;
 }
 
-std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
-                                     std::u16string_view name) {
-  std::vector<std::byte> record(reader.geometry.recordBytes);
-  const auto header = ReadRecord(reader, number, record);
-  if (!header || !header->inUse) return std::nullopt;
+// The stream of a record that was read already.
+static std::optional<NtfsStream> StreamOfFile(MftReader& reader, std::span<const std::byte> record,
+                                              uint64_t number, uint32_t type, std::u16string_view name) {
   const auto list = ReadAttributeList(reader, record);
   if (list.empty()) return StreamOfRecord(record, type, name, reader.geometry);
   NtfsStream stream;
   if (!JoinListed(reader, record, number, list, type, name, stream)) return std::nullopt;
   return stream;
+}
+
+std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
+                                     std::u16string_view name) {
+  std::vector<std::byte> record(reader.geometry.recordBytes);
+  const auto header = ReadRecord(reader, number, record);
+  if (!header || !header->inUse) return std::nullopt;
+  return StreamOfFile(reader, record, number, type, name);
+}
+
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+                                           std::u16string_view name) {
+  const uint64_t number = RecordNumberOf(reference);
+  std::vector<std::byte> record(reader.geometry.recordBytes);
+  const auto header = ReadRecord(reader, number, record);
+  if (!header || !header->inUse || header->sequence != SequenceOf(reference)) return std::nullopt;
+  return StreamOfFile(reader, record, number, type, name);
 }
 
 }  // namespace quilmark

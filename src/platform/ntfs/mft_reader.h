@@ -58,4 +58,9 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
 std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
                                      std::u16string_view name);
 
+// The same of the file that `reference` names. Empty also where another file has the record by now: the
+// sequence numbers differ.
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+                                           std::u16string_view name);
+
 }  // namespace quilmark

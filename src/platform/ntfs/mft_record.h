@@ -14,6 +14,7 @@ inline constexpr uint32_t kStandardInformation = 0x10, kAttributeList = 0x20, kF
 
 inline constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
 constexpr uint64_t RecordNumberOf(uint64_t reference) { return reference & kRecordNumberMask; }
+constexpr uint16_t SequenceOf(uint64_t reference) { return static_cast<uint16_t>(reference >> 48); }
 
 // Puts back the last two bytes of every 512 that NTFS keeps in the header of a FILE record or an INDX
 // block. False, with the bytes unusable, if the header does not fit or a sector is of another write.
