@@ -31,6 +31,9 @@ class RecordBuilder {
   // `runs` as they stand on disk, end mark included.
   RecordBuilder& NonResident(uint32_t type, std::u16string_view name, const Bytes& runs, uint64_t size,
                              uint64_t lowestVcn = 0);
+  // How many bytes of the attribute added last were written; all of them without this. Non-resident
+  // only.
+  RecordBuilder& Initialized(uint64_t bytes);
   RecordBuilder& StandardInformation(uint32_t attributes = 0, int64_t usn = 0);
   RecordBuilder& FileName(uint64_t parent, std::u16string_view name,
                           NameSpace space = NameSpace::kWin32);
@@ -54,6 +57,7 @@ class RecordBuilder {
  private:
   Bytes bytes_;
   size_t used_;
+  size_t last_ = 0;  // of the attribute added last
 };
 
 // Runs as mapping pairs: (cluster, clusters), cluster -1 for a hole.

@@ -92,6 +92,7 @@ std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   const auto max = FindStreamOfFile(reader, *reference, kData, u"$Max");
   auto records = FindStreamOfFile(reader, *reference, kData, u"$J");
   if (!max || !records || max->resident.size() < kMaxBytes) return std::nullopt;
+  records->size = records->initialized;  // what has yet to be written must not be taken for read
   ChangeJournal journal;
   journal.id = LoadLe<uint64_t>(max->resident, kJournalId);
   journal.maximumBytes = LoadLe<uint64_t>(max->resident, kMaximumSize);

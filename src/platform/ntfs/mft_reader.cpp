@@ -20,14 +20,18 @@ bool IsNamed(std::span<const std::byte> name, std::u16string_view wanted) {
   return std::equal(name.begin(), name.end(), units.begin(), units.end());
 }
 
-// Adds one part of an attribute. The first part says how large the whole is.
+// Adds one part of an attribute. The first part says how large the whole is, and how much was written.
 bool AddPart(NtfsStream& stream, const NtfsAttribute& part, const NtfsGeometry& geometry) {
   if (part.isResident) {
     stream.resident.assign(part.value.begin(), part.value.end());
     stream.size = part.value.size();
+    stream.initialized = stream.size;
     return true;
   }
-  if (part.lowestVcn == 0) stream.size = part.dataBytes;
+  if (part.lowestVcn == 0) {
+    stream.size = part.dataBytes;
+    stream.initialized = std::min(part.initializedBytes, part.dataBytes);
+  }
   return AppendRuns(stream, part, geometry);
 }
 
@@ -119,7 +123,8 @@ std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source) {
   if (!ReadFirstRecord(reader, record)) return std::nullopt;
   const auto data = FindAttribute(record, kData, {}, uint64_t{0});
   AddPart(reader.mft, *data, *geometry);
-  const uint64_t fitting = std::min(reader.mft.size, reader.VolumeBytes()) / geometry->recordBytes;
+  const uint64_t fitting =
+      std::min(reader.mft.initialized, reader.VolumeBytes()) / geometry->recordBytes;
   reader.recordCount = std::min(fitting, kRecordNumberMask);
   FollowMftParts(reader, record);
   return reader;

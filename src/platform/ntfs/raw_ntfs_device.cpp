@@ -84,7 +84,7 @@ class RawNtfsDevice : public VolumeDevice {
     StoreLe(data, 44, geometry.clusterBytes);
     StoreLe(data, 48, geometry.recordBytes);
     StoreLe(data, 52, geometry.recordBytes / geometry.clusterBytes);
-    StoreLe(data, 56, reader_.mft.size);
+    StoreLe(data, 56, reader_.mft.initialized);
     StoreLe(data, 64, geometry.mftCluster);
     StoreLe(data, 72, geometry.mirrorCluster);
     return {.bytes = kVolumeDataBytes};
