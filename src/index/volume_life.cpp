@@ -31,8 +31,7 @@ struct Startup {
 };
 
 void AddBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
-  AddUnlessPresent(startup.engine, std::move(volume));
-  startup.engine.ready = true;
+  AddReady(startup.engine, std::move(volume));
   if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
 }
 
