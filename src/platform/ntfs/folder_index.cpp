@@ -55,6 +55,7 @@ std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks
   std::vector<std::byte> block(reader.geometry.indexBytes);
   const uint64_t end = std::min(blocks.size, kMostIndexBytes);
   for (uint64_t offset = 0; offset + block.size() <= end; offset += block.size()) {
+    if (reader.IsCancelled()) return std::nullopt;
     if (ReadStream(*reader.source, blocks, offset, block) != block.size()) return std::nullopt;
     if (LoadLe<uint32_t>(block, 0) != kIndexMagic || !ApplyFixups(block)) continue;
     if (const auto found = FindEntry(block, kHeaderInBlock, name)) return found;

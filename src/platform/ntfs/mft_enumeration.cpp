@@ -56,7 +56,7 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
   BestName best = name;
   for (int holders = 0; holders < kMostHolders && !best.IsGood();) {
     const auto listed = NextListed(cursor);
-    if (!listed) break;
+    if (!listed || reader.IsCancelled()) break;
     const uint64_t holder = RecordNumberOf(listed->holder);
     if (listed->type != kFileName || holder == lastHolder) continue;
     lastHolder = holder;
@@ -94,10 +94,11 @@ void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Pa
   }
 }
 
-// Brings the chunk that holds `number` into memory.
-void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+// Brings the chunk that holds `number` into memory. False, with no chunk there, if that was cancelled.
+bool LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   const uint64_t recordBytes = reader.geometry.recordBytes;
-  if (number - enumeration.firstRecord < enumeration.records) return;  // wraps below the first
+  if (number - enumeration.firstRecord < enumeration.records) return true;  // wraps below the first
+  enumeration.records = 0;
   const uint64_t perChunk = std::max<uint64_t>(kChunkBytes / recordBytes, 1);
   enumeration.firstRecord = number / perChunk * perChunk;
   const uint64_t count = std::min(perChunk, reader.recordCount - enumeration.firstRecord);
@@ -108,6 +109,7 @@ void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
   // What cannot be read is no record; a bad place must not cost what lies behind it in the chunk.
   std::fill(buffer.begin() + static_cast<ptrdiff_t>(got), buffer.end(), std::byte{0});
   for (uint64_t lost = got / recordBytes; got < buffer.size() && lost < count; ++lost) {
+    if (reader.IsCancelled()) return false;
     const auto record = buffer.subspan(static_cast<size_t>(lost * recordBytes), recordBytes);
     const uint64_t offset = (enumeration.firstRecord + lost) * recordBytes;
     const size_t part = ReadStream(*reader.source, reader.mft, offset, record);
@@ -115,6 +117,7 @@ void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
   }
   enumeration.records = count;
   enumeration.isFixed.assign(static_cast<size_t>(count), 0);
+  return true;
 }
 
 // The record with its fix-ups applied; empty if it is of no use. It may be asked for again.
@@ -142,7 +145,7 @@ uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumera
 
 std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   if (number >= reader.recordCount) return std::nullopt;
-  LoadChunk(reader, enumeration, number);
+  if (!LoadChunk(reader, enumeration, number)) return std::nullopt;
   const size_t recordBytes = reader.geometry.recordBytes;
   const auto record =
       std::span(enumeration.chunk)
@@ -168,15 +171,15 @@ std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, ui
 }
 
 VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
-                                 std::span<std::byte> output, const std::atomic<bool>& cancelled) {
+                                 std::span<std::byte> output) {
   if (output.size() < kPositionBytes) return {.error = kErrorMoreData};
   size_t used = kPositionBytes;
   uint64_t number = range.number;
   for (; number < reader.recordCount; ++number) {
-    if (cancelled) return {.error = kErrorOperationAborted};
     number = NextStoredRecord(reader, enumeration, number);
     if (number >= reader.recordCount) break;
     auto file = FileAt(reader, enumeration, number);
+    if (reader.IsCancelled()) return {.error = kErrorOperationAborted};
     if (!file) continue;
     if (!range.hasJournal) file->record.usn = 0;
     if (file->record.usn < range.lowUsn || file->record.usn > range.highUsn) continue;

@@ -64,6 +64,7 @@ bool JoinListed(MftReader& reader, std::span<const std::byte> base, uint64_t bas
   AttributeListCursor cursor{.list = list};
   bool found = false;
   while (const auto listed = NextListed(cursor)) {
+    if (reader.IsCancelled()) return false;
     if (listed->type != type || !IsNamed(listed->name, name)) continue;
     const uint64_t holder = RecordNumberOf(listed->holder);
     std::span<const std::byte> record = base;
@@ -97,6 +98,7 @@ void FollowMftParts(MftReader& reader, std::span<const std::byte> first) {
   std::vector<std::byte> record(reader.geometry.recordBytes);
   AttributeListCursor cursor{.list = list};
   while (const auto listed = NextListed(cursor)) {
+    if (reader.IsCancelled()) return;
     if (listed->type != kData || !listed->name.empty() || listed->lowestVcn == 0) continue;
     const auto header = ReadRecord(reader, RecordNumberOf(listed->holder), record);
     if (!header || !header->inUse || RecordNumberOf(header->baseReference) != kMftRecord) return;
@@ -113,12 +115,13 @@ uint64_t MftReader::VolumeBytes() const {
   return there == 0 ? told : std::min(told + geometry.sectorBytes, there);
 }
 
-std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source) {
+std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
+                                 const std::atomic<bool>* cancelled) {
   std::vector<std::byte> sector(kBootSectorBytes);
   if (source == nullptr || source->ReadAt(0, sector) != sector.size()) return std::nullopt;
   const auto geometry = ParseBootSector(sector);
   if (!geometry) return std::nullopt;
-  MftReader reader{.source = std::move(source), .geometry = *geometry};
+  MftReader reader{.source = std::move(source), .geometry = *geometry, .cancelled = cancelled};
   std::vector<std::byte> record(geometry->recordBytes);
   if (!ReadFirstRecord(reader, record)) return std::nullopt;
   const auto data = FindAttribute(record, kData, {}, uint64_t{0});
@@ -127,6 +130,7 @@ std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source) {
       std::min(reader.mft.initialized, reader.VolumeBytes()) / geometry->recordBytes;
   reader.recordCount = std::min(fitting, kRecordNumberMask);
   FollowMftParts(reader, record);
+  if (reader.IsCancelled()) return std::nullopt;
   return reader;
 }
 
