@@ -336,6 +336,35 @@ TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {
   EXPECT_FALSE(volume.monitorRunning);
 }
 
+TEST_F(NtfsVolume, AShutdownInMidPassEndsThePassAndStartsNoMonitor) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"first"));
+  script.Queue(kFsctlEnumUsnData, {.output = UsnBlockBuilder(2).Record(41, kRoot, u"second"),
+                                   .meanwhile = [] { ShutdownRequested = true; }});
+  QueueBlock(UsnBlockBuilder(3).Record(42, kRoot, u"third"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 3u) << "the probe and two blocks";
+  EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), 0u);
+  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_LE(volume.records.size(), 2u);
+}
+
+TEST_F(NtfsVolume, AShutdownInAnEmptyPassIsFollowedByNoOther) {
+  QueueJournal();
+  QueueProbe();
+  script.Queue(kFsctlEnumUsnData,
+               {.error = kErrorHandleEof, .output = {}, .meanwhile = [] { ShutdownRequested = true; }});
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 2u) << "the probe and one pass";
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
 std::string lastDebugOutput;
 
 TEST_F(NtfsVolume, ACloseThatFailsIsWrittenToTheDebugger) {

@@ -8,7 +8,10 @@
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/files.h"
 #include "platform/usn_record.h"
+#include "support/environment.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 
 namespace quilmark {
@@ -387,7 +390,39 @@ TEST_F(Monitor, AShutdownPostsNothing) {
   EXPECT_FALSE(window.Take(0).has_value());
 }
 
+// The diagnostic log, in a folder of its own.
+struct ScratchLog {
+  ScratchFolder folder;
+  ScopedEnvironment posix{"TMPDIR", folder.HostPath().string()};
+  ScopedEnvironment windows{"TMP", folder.HostPath().string()};
+  std::string Text() const { return ReadFileBytes(folder.PathOf(u"Quilmark_gdi.log")).value_or(""); }
+};
+
+TEST_F(Monitor, AnExceptionIsLoggedUnderTheNameOfTheMonitor) {
+  const ScratchLog log;
+  QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
+  volume.onChange = [](const VolumeChange&) { throw std::runtime_error("listener"); };
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ASSERT_TRUE(window.Take(10'000).has_value());
+  EXPECT_THAT(log.Text(), testing::HasSubstr("[BackgroundThreadException] usn_monitor: listener"));
+}
+
+TEST_F(Monitor, SomethingElseThatIsThrownIsLoggedByTheNameAlone) {
+  const ScratchLog log;
+  QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
+  volume.onChange = [](const VolumeChange&) { throw 1; };
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ASSERT_TRUE(window.Take(10'000).has_value());
+  EXPECT_THAT(log.Text(), testing::ContainsRegex("\\[BackgroundThreadException\\] usn_monitor\r?\n"));
+  EXPECT_FALSE(volume.valid);
+}
+
 TEST_F(Monitor, AnExceptionEndsItAsLost) {
+  const ScratchLog log;
   QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
   volume.onChange = [](const VolumeChange&) { throw std::runtime_error("listener"); };
 
