@@ -21,8 +21,6 @@ StartupHooks startupHooks;
 
 namespace {
 
-constexpr std::u16string_view kNtfs = u"NTFS";
-
 // What the tasks of one start share.
 struct Startup {
   SearchEngine& engine;

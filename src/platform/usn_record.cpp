@@ -41,8 +41,7 @@ std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor) {
 }
 
 std::u16string_view NameUnits(const UsnRecord& record, std::u16string& units) {
-  units.resize(record.name.size() / sizeof(char16_t));
-  std::memcpy(units.data(), record.name.data(), units.size() * sizeof(char16_t));
+  LoadUnits(record.name, units);
   return units;
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/file_reference.h"
 #include "platform/ntfs/mft_record.h"
 #include "support/memory_source.h"
 
@@ -18,10 +19,6 @@ using Bytes = std::vector<std::byte>;
 inline constexpr uint32_t kBuiltClusterBytes = 4'096;
 inline constexpr uint32_t kBuiltRecordBytes = 1'024;
 inline constexpr uint64_t kBuiltMftCluster = 4;
-
-constexpr uint64_t MakeReference(uint64_t number, uint16_t sequence) {
-  return number | uint64_t{sequence} << 48;
-}
 
 // One FILE record in the making. Attributes come in the order in which they are added.
 class RecordBuilder {

@@ -10,9 +10,8 @@ namespace quilmark {
 namespace {
 
 constexpr std::u16string_view kIndexName = u"$I30";
-constexpr uint64_t kMostIndexBytes = 16
-                                     << 20;    // $Extend, which is searched here, has a handful of files
-constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
+constexpr uint64_t kMostIndexBytes = 16 << 20;  // $Extend, which is searched, has a handful of files
+constexpr uint32_t kIndexMagic = 0x5844'4E49;   // "INDX"
 
 // Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
 constexpr size_t kHeaderInRoot = 16, kHeaderInBlock = 24;
@@ -25,8 +24,8 @@ constexpr uint16_t kFlagLast = 2;
 bool IsName(std::span<const std::byte> key, std::u16string_view wanted) {
   const auto value = ParseFileName(key);
   if (!value) return false;
-  std::u16string name(value->name.size() / sizeof(char16_t), u'\0');
-  std::memcpy(name.data(), value->name.data(), name.size() * sizeof(char16_t));
+  std::u16string name;
+  LoadUnits(value->name, name);
   return EqualNoCase(name, wanted);
 }
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 
 namespace quilmark {
 
 namespace {
 
 constexpr size_t kChunkBytes = 1 << 20;  // stays in the second-level cache while it is parsed
-constexpr size_t kPositionBytes = 8;
 
 // Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
 constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
@@ -25,8 +25,11 @@ int RankOf(NameSpace space) {
 
 struct BestName {
   std::optional<FileNameValue> value;
+  bool IsBetterThan(const BestName& other) const {
+    return value && (!other.value || RankOf(value->space) < RankOf(other.value->space));
+  }
   void Take(const FileNameValue& other) {
-    if (!value || RankOf(other.space) < RankOf(value->space)) value = other;
+    if (BestName{other}.IsBetterThan(*this)) value = other;
   }
   bool IsGood() const { return value && value->space != NameSpace::kDos; }
 };
@@ -38,12 +41,23 @@ void TakeStandardInformation(std::span<const std::byte> value, MftFile& file) {
   if (value.size() >= kLongForm) file.record.usn = LoadLe<int64_t>(value, kUsn);
 }
 
-void TakeNames(std::span<const std::byte> record, size_t firstAttribute, BestName& name) {
+struct Parsed {
+  MftFile file;
+  BestName name;
+  bool hasList = false;
+};
+
+void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Parsed& parsed) {
   AttributeCursor cursor{.record = record, .offset = firstAttribute};
   while (const auto attribute = NextAttribute(cursor)) {
     if (attribute->type > kFileName) return;  // attributes stand in the order of their types
-    if (attribute->type != kFileName) continue;
-    if (const auto value = ParseFileName(attribute->value)) name.Take(*value);
+    if (attribute->type == kStandardInformation) {
+      TakeStandardInformation(attribute->value, parsed.file);
+    } else if (attribute->type == kAttributeList) {
+      parsed.hasList = true;
+    } else if (attribute->type == kFileName) {
+      if (const auto value = ParseFileName(attribute->value)) parsed.name.Take(*value);
+    }
   }
 }
 
@@ -64,34 +78,13 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
     std::vector<std::byte> record(reader.geometry.recordBytes);
     const auto header = ReadRecord(reader, holder, record);
     if (!header || !header->inUse || RecordNumberOf(header->baseReference) != number) continue;
-    BestName found;
-    TakeNames(record, header->firstAttribute, found);
-    if (!found.value || (best.value && RankOf(found.value->space) >= RankOf(best.value->space)))
-      continue;
+    Parsed found;
+    TakeAttributes(record, header->firstAttribute, found);
+    if (!found.name.IsBetterThan(best)) continue;
     enumeration.other.swap(record);  // the views follow their memory
-    best = found;
+    best = found.name;
   }
   name = best;
-}
-
-struct Parsed {
-  MftFile file;
-  BestName name;
-  bool hasList = false;
-};
-
-void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Parsed& parsed) {
-  AttributeCursor cursor{.record = record, .offset = firstAttribute};
-  while (const auto attribute = NextAttribute(cursor)) {
-    if (attribute->type > kFileName) return;
-    if (attribute->type == kStandardInformation) {
-      TakeStandardInformation(attribute->value, parsed.file);
-    } else if (attribute->type == kAttributeList) {
-      parsed.hasList = true;
-    } else if (attribute->type == kFileName) {
-      if (const auto value = ParseFileName(attribute->value)) parsed.name.Take(*value);
-    }
-  }
 }
 
 // Brings the chunk that holds `number` into memory. False, with no chunk there, if that was cancelled.
@@ -159,7 +152,7 @@ std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, ui
   }
   if (!parsed.name.value) return std::nullopt;
   MftFile& file = parsed.file;
-  file.record.frn = number | uint64_t{header->sequence} << 48;
+  file.record.frn = MakeReference(number, header->sequence);
   file.record.parentFrn = parsed.name.value->parent;
   file.record.name = parsed.name.value->name;
   if (header->isDirectory) {
@@ -172,8 +165,8 @@ std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, ui
 
 VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
                                  std::span<std::byte> output) {
-  if (output.size() < kPositionBytes) return {.error = kErrorMoreData};
-  size_t used = kPositionBytes;
+  if (output.size() < kUsnPositionBytes) return {.error = kErrorMoreData};
+  size_t used = kUsnPositionBytes;
   uint64_t number = range.number;
   for (; number < reader.recordCount; ++number) {
     number = NextStoredRecord(reader, enumeration, number);
@@ -189,7 +182,7 @@ VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
     used += length;
   }
   StoreLe(output, 0, number);
-  if (used > kPositionBytes) return {.bytes = used};
+  if (used > kUsnPositionBytes) return {.bytes = used};
   return {.error = number < reader.recordCount ? kErrorMoreData : kErrorHandleEof};
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 
 namespace quilmark {
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/ntfs/change_journal.h"
 #include "platform/ntfs/mft_enumeration.h"
 #include "platform/ntfs/mft_reader.h"
