@@ -349,6 +349,26 @@ TEST_F(Monitor, StopDuringAReadCancelsIt) {
   EXPECT_EQ(script.OpenDevices(), 1);
 }
 
+TEST(MonitorPauses, PollThreeTimesASecondAndWaitASecondAfterAnError) {
+  EXPECT_EQ(MonitorPauses{}.afterReadMs, 300u);
+  EXPECT_EQ(MonitorPauses{}.afterErrorMs, 1'000u);
+}
+
+TEST_F(Monitor, AFullBlockIsNotFollowedByAnotherReadWithoutThePause) {
+  monitorPauses = {.afterReadMs = 3'600'000, .afterErrorMs = 1};
+  UsnBlockBuilder full(5000);
+  for (uint64_t frn = 100; frn < 1'120; ++frn) full.Record(frn, kRoot, u"n", kCreate);
+  ASSERT_GT(static_cast<const Bytes&>(full).size(), 65'000u);
+  QueueRead(full);
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  while (BuildPathLocked(volume, 1'020) != u"N:\\n") std::this_thread::yield();
+
+  CloseVolume(volume);
+
+  EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), 1u);
+  EXPECT_EQ(volume.nextUsn, 5000);
+}
+
 TEST_F(Monitor, StopDuringThePauseNeedNotWaitForItsEnd) {
   monitorPauses = {.afterReadMs = 3'600'000, .afterErrorMs = 1};
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "index/directory_walk.h"
@@ -385,6 +386,60 @@ TEST_F(VolumeLife, ALetterWithoutAMediumIsToldAsLostOnceAndRemovesNothing) {
   EXPECT_FALSE(RemoveUnavailableVolumes(engine));
   WatchDrivesOnce(known, window.Target());
   EXPECT_THAT(Posted(), IsEmpty());
+}
+
+TEST_F(VolumeLife, AStickWithoutAJournalThatIsPluggedInIsWalkedAndTold) {
+  MapF();
+  Start();
+  InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"FAT32"}); });
+  const uint32_t known = WatchDrivesOnce(1u << 5, window.Target());
+  Posted();
+
+  MapE();
+  WatchDrivesOnce(known, window.Target());
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 1u, 0)));
+  Sync();
+  InstallVolumeInfoReader(nullptr);
+
+  ASSERT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
+  EXPECT_EQ(Volume(0).fileSystem, u"FAT32");
+  EXPECT_EQ(BuildPathLocked(Volume(0), 0), u"E:\\one.txt");
+  EXPECT_FALSE(Volume(0).monitorRunning);
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
+}
+
+TEST_F(VolumeLife, AWalkedStickThatIsPulledKeepsItsRecordsAndIsWalkedAgainInPlace) {
+  MapE();
+  MapF();
+  Start();
+  VolumeIndex* const stick = &Volume(0);
+
+  UnmapDrive(u'E');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+  Finish();
+  EXPECT_FALSE(stick->valid);
+  EXPECT_EQ(stick->records.size(), 1u) << "records stay in memory";
+
+  folder.MakeFile("e/later.txt");
+  MapE();
+  Sync();
+  EXPECT_EQ(&Volume(0), stick);
+  EXPECT_TRUE(stick->valid);
+  EXPECT_EQ(stick->records.size(), 2u);
+}
+
+TEST_F(VolumeLife, TwoSyncsInARowAreOne) {
+  MapE();
+  {
+    // The first cannot end while the list is held.
+    const std::scoped_lock lock(engine.volumesMutex);
+    SyncCurrentVolumesAsync(engine, window.Target());
+    SyncCurrentVolumesAsync(engine, window.Target());
+  }
+  Finish();
+
+  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
 }
 
 TEST_F(VolumeLife, AnArrivalSyncsIfOneOfItsLettersCanBeRead) {
