@@ -33,7 +33,7 @@ void RunBuild(Build& build) {
   const auto info = ReadVolumeInfo(build.planned.letter);
   if (!info) return;
   const std::u16string drive = {build.planned.letter, u':'};
-  if (info->fileSystem == u"NTFS") {
+  if (info->fileSystem == kNtfs) {
     build.found = BuildNtfsVolume(*build.volume, drive);
     const bool isImage = !build.planned.typed.empty();  // which has no folders to read
     if (build.found || isImage) return;

@@ -66,7 +66,7 @@ bool HasJournal(char16_t letter) {
 // What keeps a named drive from being followed; empty if nothing does.
 std::string WatchError(const PlannedDrive& drive) {
   const auto info = ReadVolumeInfo(drive.letter);
-  if (!info || info->fileSystem != u"NTFS") return "'" + drive.typed + "' is no NTFS volume";
+  if (!info || info->fileSystem != kNtfs) return "'" + drive.typed + "' is no NTFS volume";
   // One without a journal would be given an empty one that nobody writes to.
   if (!HasJournal(drive.letter)) return "'" + drive.typed + "' has no change journal";
   return {};
@@ -76,7 +76,7 @@ std::string WatchError(const PlannedDrive& drive) {
 std::string ChooseDrives(std::vector<PlannedDrive>& drives) {
   std::erase_if(drives, [](const PlannedDrive& drive) {
     const auto info = drive.typed.empty() ? ReadVolumeInfo(drive.letter) : std::nullopt;
-    return drive.typed.empty() && (!info || info->fileSystem != u"NTFS");
+    return drive.typed.empty() && (!info || info->fileSystem != kNtfs);
   });
   for (const PlannedDrive& drive : drives) {
     if (drive.typed.empty()) continue;

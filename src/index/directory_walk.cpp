@@ -27,7 +27,7 @@ void AppendEntry(VolumeIndex& volume, uint64_t frn, uint64_t parentFrn, bool isD
 }
 
 // Appends the contents of `folder`, each subfolder's contents right behind it.
-void AppendContents(Walk& walk, std::shared_ptr<WalkFolder> folder, uint64_t parentFrn) {
+void WalkFolder(Walk& walk, std::shared_ptr<PendingFolder> folder, uint64_t parentFrn) {
   if (ShutdownRequested) return;
   walk.reader.Read(*folder);
   size_t subfolder = 0;
@@ -36,7 +36,7 @@ void AppendContents(Walk& walk, std::shared_ptr<WalkFolder> folder, uint64_t par
     const uint64_t frn = walk.nextFrn++;
     AppendEntry(walk.volume, frn, parentFrn, entry.isDirectory, folder->listing.NameOf(entry));
     if (entry.isDirectory && subfolder < folder->subfolders.size()) {
-      AppendContents(walk, std::move(folder->subfolders[subfolder++]), frn);
+      WalkFolder(walk, std::move(folder->subfolders[subfolder++]), frn);
     }
   }
   walk.volume.recordsRead = walk.volume.records.size();
@@ -61,20 +61,20 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
   volume.nextUsn = 0;
   NameVolume(volume, drive, fileSystemName);
   volume.valid = true;
+  ValidUnlessFailed outcome{volume};
 
   ResetVolumeTables(volume);
   SetIndexOf(volume.frnToIndex, volume.records, kRootFrn, kRootWithoutRecord);
   {
     FolderReader reader(options.source, ThreadsFor(options), kDeepestWalk);
     Walk walk{.volume = volume, .reader = reader};
-    auto root = std::make_shared<WalkFolder>();
+    auto root = std::make_shared<PendingFolder>();
     root->path = drive;
-    AppendContents(walk, std::move(root), kRootFrn);
+    WalkFolder(walk, std::move(root), kRootFrn);
     volume.nextSyntheticFrn = walk.nextFrn;
   }
-  const bool found = !volume.records.empty();
-  if (!found) volume.valid = false;
-  return found;
+  outcome.isBuilt = !volume.records.empty();
+  return outcome.isBuilt;
 }
 
 }  // namespace quilmark

@@ -27,14 +27,14 @@ FolderReader::~FolderReader() {
   for (std::thread& thread : threads_) thread.join();
 }
 
-static std::shared_ptr<WalkFolder> TakeOne(std::vector<std::shared_ptr<WalkFolder>>& spares) {
-  if (spares.empty()) return std::make_shared<WalkFolder>();
+static std::shared_ptr<PendingFolder> TakeOne(std::vector<std::shared_ptr<PendingFolder>>& spares) {
+  if (spares.empty()) return std::make_shared<PendingFolder>();
   auto folder = std::move(spares.back());
   spares.pop_back();
   return folder;
 }
 
-void FolderReader::List(WalkFolder& folder, FolderList& spares) {
+void FolderReader::List(PendingFolder& folder, FolderList& spares) {
   source_(folder.path, folder.listing);  // what was read before a failure stays
   if (folder.depth >= deepest_) return;
   for (const FolderEntry& entry : folder.listing.entries) {
@@ -46,9 +46,9 @@ void FolderReader::List(WalkFolder& folder, FolderList& spares) {
   }
 }
 
-bool FolderReader::TakeAndRead(WalkFolder& folder, FolderList& spares) {
-  auto expected = WalkFolder::kOffered;
-  if (!folder.state.compare_exchange_strong(expected, WalkFolder::kTaken)) return false;
+bool FolderReader::TakeAndRead(PendingFolder& folder, FolderList& spares) {
+  auto expected = PendingFolder::kOffered;
+  if (!folder.state.compare_exchange_strong(expected, PendingFolder::kTaken)) return false;
   List(folder, spares);
   bool wake = false;
   {
@@ -57,18 +57,18 @@ bool FolderReader::TakeAndRead(WalkFolder& folder, FolderList& spares) {
     // Backwards, so that the first subfolder is the next to be read.
     offered_.insert(offered_.end(), folder.subfolders.rbegin(), folder.subfolders.rend());
     entriesAhead_ += folder.listing.entries.size();
-    folder.state = WalkFolder::kRead;
+    folder.state = PendingFolder::kRead;
     wake = waiting_ > 0;
   }
   if (wake) changed_.notify_all();
   return true;
 }
 
-std::shared_ptr<WalkFolder> FolderReader::PopOffered() {
+std::shared_ptr<PendingFolder> FolderReader::PopOffered() {
   while (!offered_.empty()) {
     auto folder = std::move(offered_.back());
     offered_.pop_back();
-    if (folder->state == WalkFolder::kOffered) return folder;
+    if (folder->state == PendingFolder::kOffered) return folder;
     Recycle(std::move(folder));  // the walk came first
   }
   return nullptr;
@@ -76,12 +76,12 @@ std::shared_ptr<WalkFolder> FolderReader::PopOffered() {
 
 // Only the last owner gives a folder back: whoever else holds it goes by its state. Every owner lets go
 // under the lock, so that the last one sees what the others did.
-void FolderReader::Recycle(std::shared_ptr<WalkFolder> folder) {
+void FolderReader::Recycle(std::shared_ptr<PendingFolder> folder) {
   if (folder.use_count() != 1 || spares_.size() >= kMostSpares) return;
   if (folder->listing.names.capacity() > kMostSpareUnits) return;
   folder->listing.Clear();
   folder->subfolders.clear();
-  folder->state = WalkFolder::kOffered;
+  folder->state = PendingFolder::kOffered;
   spares_.push_back(std::move(folder));
 }
 
@@ -92,11 +92,11 @@ void FolderReader::TakeSpares(FolderList& spares) {
   }
 }
 
-void FolderReader::Read(WalkFolder& folder) {
+void FolderReader::Read(PendingFolder& folder) {
   if (TakeAndRead(folder, ownSpares_)) return;
   std::unique_lock lock(mutex_);
-  while (folder.state != WalkFolder::kRead) {
-    const bool isGivenBack = folder.state == WalkFolder::kOffered;
+  while (folder.state != PendingFolder::kRead) {
+    const bool isGivenBack = folder.state == PendingFolder::kOffered;
     const auto other = isGivenBack ? nullptr : PopOffered();
     if (isGivenBack || other != nullptr) {
       lock.unlock();
@@ -110,7 +110,7 @@ void FolderReader::Read(WalkFolder& folder) {
   }
 }
 
-void FolderReader::Release(std::shared_ptr<WalkFolder> folder) {
+void FolderReader::Release(std::shared_ptr<PendingFolder> folder) {
   const std::scoped_lock lock(mutex_);
   const bool wasFull = entriesAhead_ >= kMostEntriesAhead;
   entriesAhead_ -= folder->listing.entries.size();
@@ -119,7 +119,7 @@ void FolderReader::Release(std::shared_ptr<WalkFolder> folder) {
 }
 
 // What fails here, as where memory is short, is left to the walk, which knows what to do about it.
-void FolderReader::ReadOrGiveBack(WalkFolder& folder, FolderList& spares) {
+void FolderReader::ReadOrGiveBack(PendingFolder& folder, FolderList& spares) {
   try {
     TakeAndRead(folder, spares);
   } catch (const std::exception&) {
@@ -127,7 +127,7 @@ void FolderReader::ReadOrGiveBack(WalkFolder& folder, FolderList& spares) {
     folder.subfolders.clear();
     {
       const std::scoped_lock lock(mutex_);
-      folder.state = WalkFolder::kOffered;
+      folder.state = PendingFolder::kOffered;
     }
     changed_.notify_all();
   }

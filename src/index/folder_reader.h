@@ -17,13 +17,13 @@
 
 namespace quilmark {
 
-struct WalkFolder {
+struct PendingFolder {
   enum State { kOffered, kTaken, kRead };
   std::u16string path;
   int depth = 0;  // of the folder below the root
   std::atomic<State> state = kOffered;
-  FolderListing listing;                                // once kRead
-  std::vector<std::shared_ptr<WalkFolder>> subfolders;  // of its directories, in order; once kRead
+  FolderListing listing;                                   // once kRead
+  std::vector<std::shared_ptr<PendingFolder>> subfolders;  // of its directories, in order; once kRead
 };
 
 // Lists a folder; see ListFolder.
@@ -39,21 +39,21 @@ class FolderReader {
   FolderReader& operator=(const FolderReader&) = delete;
 
   // Returns when `folder` has been read, by this thread or another; reads further ones while it waits.
-  void Read(WalkFolder& folder);
+  void Read(PendingFolder& folder);
 
   // The walk is done with `folder` and its contents.
-  void Release(std::shared_ptr<WalkFolder> folder);
+  void Release(std::shared_ptr<PendingFolder> folder);
 
  private:
-  using FolderList = std::vector<std::shared_ptr<WalkFolder>>;
+  using FolderList = std::vector<std::shared_ptr<PendingFolder>>;
 
   void RunAhead();
-  bool TakeAndRead(WalkFolder& folder, FolderList& spares);
-  void ReadOrGiveBack(WalkFolder& folder, FolderList& spares);
-  void List(WalkFolder& folder, FolderList& spares);
-  std::shared_ptr<WalkFolder> PopOffered();          // REQUIRES mutex_ held
-  void Recycle(std::shared_ptr<WalkFolder> folder);  // REQUIRES mutex_ held
-  void TakeSpares(FolderList& spares);               // REQUIRES mutex_ held
+  bool TakeAndRead(PendingFolder& folder, FolderList& spares);
+  void ReadOrGiveBack(PendingFolder& folder, FolderList& spares);
+  void List(PendingFolder& folder, FolderList& spares);
+  std::shared_ptr<PendingFolder> PopOffered();          // REQUIRES mutex_ held
+  void Recycle(std::shared_ptr<PendingFolder> folder);  // REQUIRES mutex_ held
+  void TakeSpares(FolderList& spares);                  // REQUIRES mutex_ held
 
   // Entries that may lie read and not yet walked; keeps a slow walk from holding the whole tree twice.
   static constexpr size_t kMostEntriesAhead = 500'000;

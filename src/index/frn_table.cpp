@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/file_reference.h"
+
 namespace quilmark {
 
 namespace {
-
-constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
-
-uint64_t RecordNumberOf(uint64_t frn) { return frn & kRecordNumberMask; }
 
 // A volume may have many more record numbers than records in use, but a number from a damaged volume
 // must not size the array.

@@ -11,6 +11,7 @@
 #include "platform/bytes.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
+#include "platform/drives.h"
 #include "platform/format.h"
 #include "platform/usn_record.h"
 #include "platform/utf.h"
@@ -122,10 +123,10 @@ void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
   while (!ShutdownRequested) {
     auto buffer = std::make_unique_for_overwrite<EnumBuffer>();
     const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
-    if (reply.error != 0 || reply.bytes < sizeof range.startFileReferenceNumber) return;
+    if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return;
     buffer->bytesReturned = static_cast<uint32_t>(reply.bytes);
     range.startFileReferenceNumber = LoadLe<uint64_t>(buffer->bytes, 0);
-    if (reply.bytes > sizeof range.startFileReferenceNumber) queue.Push(std::move(buffer));
+    if (reply.bytes > kUsnPositionBytes) queue.Push(std::move(buffer));
   }
 }
 
@@ -201,15 +202,6 @@ void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
                                      error, error, volume.drive)));
 }
 
-// Also an exception leaves a volume that searches pass over and the next sync builds again.
-struct ValidUnlessFailed {
-  VolumeIndex& volume;
-  bool isBuilt = false;
-  ~ValidUnlessFailed() {
-    if (!isBuilt) volume.valid = false;
-  }
-};
-
 }  // namespace
 
 void InstallVolumeOpener(VolumeOpener opener) {
@@ -220,7 +212,7 @@ bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
   const BusyMark busy(volume);
   CloseVolume(volume);
   const std::unique_lock lock(volume.indexLock);
-  NameVolume(volume, drive, u"NTFS");
+  NameVolume(volume, drive, kNtfs);
   volume.valid = true;
   ValidUnlessFailed outcome{volume};
   outcome.isBuilt = BuildLocked(volume);

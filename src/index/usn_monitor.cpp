@@ -11,6 +11,7 @@
 #include "config/log.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/usn_record.h"
 
 namespace quilmark {
@@ -21,9 +22,7 @@ namespace {
 
 constexpr uint32_t kWatchedReasons =
     kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
-constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
 constexpr size_t kBlockBytes = 65'536;
-constexpr size_t kPositionBytes = 8;  // in front of the records of a block
 
 // The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
 struct ReadUsnJournalData {
@@ -171,7 +170,7 @@ void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view
 }  // namespace
 
 void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
-  if (block.size() <= kPositionBytes) return;
+  if (block.size() <= kUsnPositionBytes) return;
   std::u16string name;
   const std::unique_lock lock(volume.indexLock);
   UsnCursor cursor{.block = block};
@@ -194,7 +193,7 @@ void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {
   const std::scoped_lock lock(volume.mftSizesLock);
   if (volume.mftSizes.empty()) return;
   volume.mftSizes.erase(frn);
-  volume.mftSizes.erase(frn & kRecordNumberMask);  // the table may go by record number
+  volume.mftSizes.erase(RecordNumberOf(frn));  // the table may go by record number
   volume.folderSizesDirty = true;
 }
 

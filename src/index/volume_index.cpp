@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "index/ntfs_volume.h"
+#include "platform/drives.h"
 #include "platform/initial_letters.h"
 
 namespace quilmark {
@@ -109,7 +110,7 @@ void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_v
 
 bool IsNtfs(const VolumeIndex& volume) {
   const std::scoped_lock lock(volume.nameLock);
-  return volume.fileSystem == u"NTFS";
+  return volume.fileSystem == kNtfs;
 }
 
 void ResetVolumeTables(VolumeIndex& volume) {

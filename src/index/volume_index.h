@@ -139,6 +139,15 @@ class BusyMark {
   VolumeIndex& volume_;
 };
 
+// Also an exception leaves a volume that searches pass over and the next sync builds again.
+struct ValidUnlessFailed {
+  VolumeIndex& volume;
+  bool isBuilt = false;
+  ~ValidUnlessFailed() {
+    if (!isBuilt) volume.valid = false;
+  }
+};
+
 // Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
 // volumes is searched by it without this lock.
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);

@@ -21,8 +21,6 @@ StartupHooks startupHooks;
 
 namespace {
 
-constexpr std::u16string_view kNtfs = u"NTFS";
-
 // What the tasks of one start share.
 struct Startup {
   SearchEngine& engine;
@@ -31,8 +29,7 @@ struct Startup {
 };
 
 void AddBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
-  AddUnlessPresent(startup.engine, std::move(volume));
-  startup.engine.ready = true;
+  AddReady(startup.engine, std::move(volume));
   if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
 }
 

@@ -33,11 +33,20 @@ void SortByDrive(SearchEngine& engine) {
             [](const auto& a, const auto& b) { return a->drive < b->drive; });
 }
 
-void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
-  // What loses the race is closed outside the lock.
-  std::unique_lock lock(engine.volumesMutex);
+// volumesMutex held. What loses stays with the caller, who lets it go outside the lock.
+static void PushUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex>& volume) {
   if (FindVolumeLocked(engine, volume->drive) == nullptr) engine.volumes.push_back(std::move(volume));
-  lock.unlock();
+}
+
+void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  PushUnlessPresent(engine, volume);
+}
+
+void AddReady(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  PushUnlessPresent(engine, volume);
+  engine.ready = true;
 }
 
 static std::atomic<VolumeInfoReader> volumeInfoReader = ReadVolumeInfo;

@@ -28,6 +28,10 @@ void SortByDrive(SearchEngine& engine);
 // volumesMutex.
 void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 
+// The same, and sets `ready` in the same hold of the lock: whoever has it sees no list with a volume and
+// no `ready`, and a sync that finds nothing usable afterwards has the last word.
+void AddReady(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
+
 // What a drive says of itself: ReadVolumeInfo, unless a test installs another. Null puts that back.
 using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
 void InstallVolumeInfoReader(VolumeInfoReader reader);

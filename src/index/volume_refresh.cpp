@@ -23,7 +23,6 @@ namespace quilmark {
 
 namespace {
 
-constexpr std::u16string_view kNtfs = u"NTFS";
 constexpr std::string_view kLogPrefix = "[Quilmark][ManualRefresh]";
 
 constexpr uint32_t kSyncStepMs = 100;

@@ -42,6 +42,9 @@ struct VolumeInfo {
   uint32_t serial = 0;
 };
 
+// The file system whose volumes are read by their records.
+inline constexpr std::u16string_view kNtfs = u"NTFS";
+
 // Of the drive `letter`; empty when there is no such drive or its medium cannot be read. A mapped folder
 // on Windows is "folder": it has no journal of its own, whatever volume it lies on.
 std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter);

@@ -42,8 +42,7 @@ std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor) {
 }
 
 std::u16string_view NameUnits(const UsnRecord& record, std::u16string& units) {
-  units.resize(record.name.size() / sizeof(char16_t));
-  std::memcpy(units.data(), record.name.data(), units.size() * sizeof(char16_t));
+  LoadUnits(record.name, units);
   std::replace(units.begin(), units.end(), u'\\', kNameBackslash);
   return units;
 }

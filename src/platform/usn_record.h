@@ -19,7 +19,7 @@ inline constexpr uint32_t kUsnReasonRenameNewName = 0x0000'2000;
 inline constexpr uint32_t kFileAttributeDirectory = 0x10;
 
 struct UsnRecord {
-  uint64_t frn = 0;  // record number in the low 48 bits, sequence number in the high 16
+  uint64_t frn = 0;  // see file_reference.h
   uint64_t parentFrn = 0;
   int64_t usn = 0;
   uint32_t reason = 0;
@@ -27,10 +27,13 @@ struct UsnRecord {
   std::span<const std::byte> name;  // UTF-16LE at any alignment; an odd last byte is no part of it
 };
 
+// Of the position that stands in front of the records of a block.
+inline constexpr size_t kUsnPositionBytes = 8;
+
 // Position in a block, which must outlive the records.
 struct UsnCursor {
   std::span<const std::byte> block;
-  size_t offset = 8;
+  size_t offset = kUsnPositionBytes;
   bool malformed = false;
 };
 

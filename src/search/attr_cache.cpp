@@ -9,13 +9,13 @@
 #include "config/attr_counters.h"
 #include "index/search_engine.h"
 #include "platform/file_facts.h"
+#include "platform/file_reference.h"
 
 namespace quilmark {
 
 namespace {
 
 // Of those tables that are keyed by the bare record number.
-constexpr uint64_t kRecordNumber = 0xFFFF'FFFF'FFFF;
 
 using Clock = std::chrono::steady_clock;
 
@@ -125,7 +125,7 @@ bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {
   const std::shared_lock lock(volume.mftSizesLock);
   if (volume.mftSizes.empty()) return false;
   auto found = volume.mftSizes.find(frn);
-  if (found == volume.mftSizes.end()) found = volume.mftSizes.find(frn & kRecordNumber);
+  if (found == volume.mftSizes.end()) found = volume.mftSizes.find(RecordNumberOf(frn));
   if (found == volume.mftSizes.end()) return false;
   out = found->second;
   return true;

@@ -4,11 +4,12 @@
 #include <shared_mutex>
 #include <vector>
 
+#include "platform/file_reference.h"
+
 namespace quilmark {
 
 namespace {
 
-constexpr uint64_t kRecordNumber = 0xFFFF'FFFF'FFFF;
 constexpr int kMostParents = 64;
 
 // The live record of a folder; -1 for none.
@@ -20,7 +21,7 @@ int64_t RecordOf(const VolumeIndex& volume, uint64_t frn) {
 
 uint64_t SizeIn(const FrnMap<MftSize>& sizes, uint64_t frn) {
   auto found = sizes.find(frn);
-  if (found == sizes.end()) found = sizes.find(frn & kRecordNumber);
+  if (found == sizes.end()) found = sizes.find(RecordNumberOf(frn));
   return found == sizes.end() ? 0 : found->second.logical;
 }
 

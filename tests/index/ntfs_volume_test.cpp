@@ -129,21 +129,25 @@ TEST_F(NtfsVolume, AMissingJournalIsCreatedAndFollowedFromItsBeginning) {
   QueueJournal(78, 0);
   QueueProbe();
   QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+  // The very first record of the journal.
+  script.Queue(kFsctlReadUsnJournal,
+               {.output = UsnBlockBuilder(88).Record(41, kRoot, u"b", kUsnReasonFileCreate)});
 
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   EXPECT_EQ(volume.journalId, 78u);
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 2));
+  CloseVolume(volume);
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\a", u"N:\\b"));
   const auto asked = script.TakeAsked();
   ASSERT_GE(asked.size(), 3u);
   ASSERT_EQ(asked[1].code, kFsctlCreateUsnJournal);
   EXPECT_EQ(LoadLe<uint64_t>(asked[1].input, 0), 0x1000'0000u);
   EXPECT_EQ(LoadLe<uint64_t>(asked[1].input, 8), 0x100'0000u);
-  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 2));
-  for (const auto& later : script.TakeAsked()) {
-    if (later.code == kFsctlReadUsnJournal) {
-      EXPECT_EQ(LoadLe<int64_t>(later.input, 0), 0);
-    }
-  }
+  const auto firstRead = std::find_if(
+      asked.begin(), asked.end(), [](const auto& each) { return each.code == kFsctlReadUsnJournal; });
+  ASSERT_NE(firstRead, asked.end());
+  EXPECT_EQ(LoadLe<int64_t>(firstRead->input, 0), 0);
 }
 
 TEST_F(NtfsVolume, AJournalThatCannotBeCreatedLeavesTheVolumeInvalidAndItsDeviceClosed) {
@@ -333,6 +337,35 @@ TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {
 
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
+TEST_F(NtfsVolume, AShutdownInMidPassEndsThePassAndStartsNoMonitor) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"first"));
+  script.Queue(kFsctlEnumUsnData, {.output = UsnBlockBuilder(2).Record(41, kRoot, u"second"),
+                                   .meanwhile = [] { ShutdownRequested = true; }});
+  QueueBlock(UsnBlockBuilder(3).Record(42, kRoot, u"third"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 3u) << "the probe and two blocks";
+  EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), 0u);
+  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_LE(volume.records.size(), 2u);
+}
+
+TEST_F(NtfsVolume, AShutdownInAnEmptyPassIsFollowedByNoOther) {
+  QueueJournal();
+  QueueProbe();
+  script.Queue(kFsctlEnumUsnData,
+               {.error = kErrorHandleEof, .output = {}, .meanwhile = [] { ShutdownRequested = true; }});
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 2u) << "the probe and one pass";
   EXPECT_FALSE(volume.monitorRunning);
 }
 

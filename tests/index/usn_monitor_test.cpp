@@ -8,7 +8,10 @@
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/files.h"
 #include "platform/usn_record.h"
+#include "support/environment.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 
 namespace quilmark {
@@ -346,6 +349,26 @@ TEST_F(Monitor, StopDuringAReadCancelsIt) {
   EXPECT_EQ(script.OpenDevices(), 1);
 }
 
+TEST(MonitorPauses, PollThreeTimesASecondAndWaitASecondAfterAnError) {
+  EXPECT_EQ(MonitorPauses{}.afterReadMs, 300u);
+  EXPECT_EQ(MonitorPauses{}.afterErrorMs, 1'000u);
+}
+
+TEST_F(Monitor, AFullBlockIsNotFollowedByAnotherReadWithoutThePause) {
+  monitorPauses = {.afterReadMs = 3'600'000, .afterErrorMs = 1};
+  UsnBlockBuilder full(5000);
+  for (uint64_t frn = 100; frn < 1'120; ++frn) full.Record(frn, kRoot, u"n", kCreate);
+  ASSERT_GT(static_cast<const Bytes&>(full).size(), 65'000u);
+  QueueRead(full);
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  while (BuildPathLocked(volume, 1'020) != u"N:\\n") std::this_thread::yield();
+
+  CloseVolume(volume);
+
+  EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), 1u);
+  EXPECT_EQ(volume.nextUsn, 5000);
+}
+
 TEST_F(Monitor, StopDuringThePauseNeedNotWaitForItsEnd) {
   monitorPauses = {.afterReadMs = 3'600'000, .afterErrorMs = 1};
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
@@ -387,7 +410,39 @@ TEST_F(Monitor, AShutdownPostsNothing) {
   EXPECT_FALSE(window.Take(0).has_value());
 }
 
+// The diagnostic log, in a folder of its own.
+struct ScratchLog {
+  ScratchFolder folder;
+  ScopedEnvironment posix{"TMPDIR", folder.HostPath().string()};
+  ScopedEnvironment windows{"TMP", folder.HostPath().string()};
+  std::string Text() const { return ReadFileBytes(folder.PathOf(u"Quilmark_gdi.log")).value_or(""); }
+};
+
+TEST_F(Monitor, AnExceptionIsLoggedUnderTheNameOfTheMonitor) {
+  const ScratchLog log;
+  QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
+  volume.onChange = [](const VolumeChange&) { throw std::runtime_error("listener"); };
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ASSERT_TRUE(window.Take(10'000).has_value());
+  EXPECT_THAT(log.Text(), testing::HasSubstr("[BackgroundThreadException] usn_monitor: listener"));
+}
+
+TEST_F(Monitor, SomethingElseThatIsThrownIsLoggedByTheNameAlone) {
+  const ScratchLog log;
+  QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
+  volume.onChange = [](const VolumeChange&) { throw 1; };
+
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  ASSERT_TRUE(window.Take(10'000).has_value());
+  EXPECT_THAT(log.Text(), testing::ContainsRegex("\\[BackgroundThreadException\\] usn_monitor\r?\n"));
+  EXPECT_FALSE(volume.valid);
+}
+
 TEST_F(Monitor, AnExceptionEndsItAsLost) {
+  const ScratchLog log;
   QueueRead(UsnBlockBuilder(5000).Record(41, kRoot, u"b.txt", kNewName));
   volume.onChange = [](const VolumeChange&) { throw std::runtime_error("listener"); };
 

@@ -4,20 +4,16 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "index/directory_walk.h"
 #include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/volume_life_fixture.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
-#include "platform/debug_output.h"
 #include "platform/files.h"
 #include "platform/utf.h"
-#include "support/environment.h"
-#include "support/mapped_drive.h"
-#include "support/ntfs_builder.h"
-#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 
 namespace quilmark {
@@ -26,71 +22,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-std::string debugOutput;
-
-// Drives of one test: E: and F: are folders, N: is an NTFS image whose device is a script. B: is a drive
-// without a medium: while it is mapped no test sees the machine's own drives.
-struct VolumeLife : testing::Test {
-  ScratchFolder folder;
-  ScratchFolder config;
-  ScopedEnvironment configVariable{"QUILMARK_CONFIG_DIR", config.HostPath().string()};
-  ScriptedVolumes scripts;
-  PostQueue window;
-  SearchEngine engine;
-
-  VolumeLife() {
-    monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
-    MapDrive(u'B', folder.PathOf(u"no medium"));
-    folder.MakeFile("e/one.txt");
-    folder.MakeFile("f/two.txt");
-    folder.MakeFile("n.img", NtfsVolumeBuilder().Image());
-    debugOutput.clear();
-    SetDebugOutputListener([](std::string_view text) { debugOutput += text; });
-  }
-  ~VolumeLife() override {
-    EXPECT_TRUE(WaitForBackgroundJobs(60'000));
-    SetDebugOutputListener(nullptr);
-    for (VolumeIndex* const volume : CopyVolumes(engine)) CloseVolume(*volume);
-    for (char16_t letter = u'A'; letter <= u'Z'; ++letter) UnmapDrive(letter);
-    ShutdownRequested = false;
-    startupHooks = {};
-    monitorPauses = {};
-  }
-
-  void MapE() { MapDrive(u'E', folder.PathOf(u"e")); }
-  void MapF() { MapDrive(u'F', folder.PathOf(u"f")); }
-  void MapN() { MapDrive(u'N', folder.PathOf(u"n.img")); }
-  void QueueNtfsBuild() {
-    DeviceScript& script = scripts.Script(u"N:");
-    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 4096)});
-    script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)});
-    script.Queue(kFsctlEnumUsnData, {.output = UsnBlockBuilder(1).Record(41, 5, u"a.txt")});
-  }
-  void Finish() { ASSERT_TRUE(WaitForBackgroundJobs(60'000)); }
-  void Start() {
-    InitBackground(engine, window.Target());
-    Finish();
-  }
-  void Sync() {
-    SyncCurrentVolumesAsync(engine, window.Target());
-    Finish();
-  }
-  // What was posted, as (message, first, second).
-  std::vector<std::tuple<uint32_t, uint64_t, int64_t>> Posted() {
-    std::vector<std::tuple<uint32_t, uint64_t, int64_t>> all;
-    while (const auto message = window.Take(0)) {
-      all.emplace_back(message->message, message->first, message->second);
-    }
-    return all;
-  }
-  std::vector<std::u16string> Drives() {
-    std::vector<std::u16string> drives;
-    for (VolumeIndex* volume : CopyVolumes(engine)) drives.push_back(volume->drive);
-    return drives;
-  }
-  VolumeIndex& Volume(size_t position) { return *CopyVolumes(engine)[position]; }
-};
 
 TEST_F(VolumeLife, StartIndexesEveryDriveAndTellsTheWindowTwice) {
   MapF();
@@ -455,6 +386,61 @@ TEST_F(VolumeLife, ALetterWithoutAMediumIsToldAsLostOnceAndRemovesNothing) {
   EXPECT_FALSE(RemoveUnavailableVolumes(engine));
   WatchDrivesOnce(known, window.Target());
   EXPECT_THAT(Posted(), IsEmpty());
+}
+
+TEST_F(VolumeLife, AStickWithoutAJournalThatIsPluggedInIsWalkedAndTold) {
+  MapF();
+  Start();
+  InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"FAT32"}); });
+  const uint32_t known = WatchDrivesOnce(1u << 5, window.Target());
+  Posted();
+
+  MapE();
+  WatchDrivesOnce(known, window.Target());
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 1u, 0)));
+  Sync();
+  InstallVolumeInfoReader(nullptr);
+
+  ASSERT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
+  EXPECT_EQ(Volume(0).fileSystem, u"FAT32");
+  EXPECT_EQ(BuildPathLocked(Volume(0), 0), u"E:\\one.txt");
+  EXPECT_FALSE(Volume(0).monitorRunning);
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
+}
+
+TEST_F(VolumeLife, AWalkedStickThatIsPulledKeepsItsRecordsAndIsWalkedAgainInPlace) {
+  MapE();
+  MapF();
+  Start();
+  VolumeIndex* const stick = &Volume(0);
+
+  UnmapDrive(u'E');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+  Finish();
+  EXPECT_FALSE(stick->valid);
+  EXPECT_EQ(stick->records.size(), 1u) << "records stay in memory";
+
+  folder.MakeFile("e/later.txt");
+  MapE();
+  Sync();
+  EXPECT_EQ(&Volume(0), stick);
+  EXPECT_TRUE(stick->valid);
+  EXPECT_EQ(stick->records.size(), 2u);
+}
+
+TEST_F(VolumeLife, TwoSyncsInARowAreOne) {
+  MapE();
+  {
+    // The first cannot end while the list is held.
+    const std::scoped_lock lock(engine.volumesMutex);
+    SyncCurrentVolumesAsync(engine, window.Target());
+    SyncCurrentVolumesAsync(engine, window.Target());
+  }
+  Finish();
+
+  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
+  // The first volume of all makes the engine ready.
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0), std::tuple(1033u, 0u, 0)));
 }
 
 TEST_F(VolumeLife, AnArrivalSyncsIfOneOfItsLettersCanBeRead) {

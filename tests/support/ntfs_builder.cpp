@@ -81,6 +81,7 @@ RecordBuilder& RecordBuilder::Resident(uint32_t type, std::u16string_view name, 
   StoreLe(std::span(bytes_), used_ + 20, static_cast<uint16_t>(valueAt));
   PutName(bytes_, used_ + nameAt, name);
   std::copy(value.begin(), value.end(), bytes_.begin() + static_cast<ptrdiff_t>(used_ + valueAt));
+  last_ = used_;
   used_ += length;
   return *this;
 }
@@ -103,7 +104,13 @@ RecordBuilder& RecordBuilder::NonResident(uint32_t type, std::u16string_view nam
   StoreLe(std::span(bytes_), used_ + 56, size);
   PutName(bytes_, used_ + nameAt, name);
   std::copy(runs.begin(), runs.end(), bytes_.begin() + static_cast<ptrdiff_t>(used_ + runsAt));
+  last_ = used_;
   used_ += length;
+  return *this;
+}
+
+RecordBuilder& RecordBuilder::Initialized(uint64_t bytes) {
+  StoreLe(std::span(bytes_), last_ + 56, bytes);
   return *this;
 }
 

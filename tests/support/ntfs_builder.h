@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/file_reference.h"
 #include "platform/ntfs/mft_record.h"
 #include "support/memory_source.h"
 
@@ -19,10 +20,6 @@ inline constexpr uint32_t kBuiltClusterBytes = 4'096;
 inline constexpr uint32_t kBuiltRecordBytes = 1'024;
 inline constexpr uint64_t kBuiltMftCluster = 4;
 
-constexpr uint64_t MakeReference(uint64_t number, uint16_t sequence) {
-  return number | uint64_t{sequence} << 48;
-}
-
 // One FILE record in the making. Attributes come in the order in which they are added.
 class RecordBuilder {
  public:
@@ -31,6 +28,9 @@ class RecordBuilder {
   // `runs` as they stand on disk, end mark included.
   RecordBuilder& NonResident(uint32_t type, std::u16string_view name, const Bytes& runs, uint64_t size,
                              uint64_t lowestVcn = 0);
+  // How many bytes of the attribute added last were written; all of them without this. Non-resident
+  // only.
+  RecordBuilder& Initialized(uint64_t bytes);
   RecordBuilder& StandardInformation(uint32_t attributes = 0, int64_t usn = 0);
   RecordBuilder& FileName(uint64_t parent, std::u16string_view name,
                           NameSpace space = NameSpace::kWin32);
@@ -54,6 +54,7 @@ class RecordBuilder {
  private:
   Bytes bytes_;
   size_t used_;
+  size_t last_ = 0;  // of the attribute added last
 };
 
 // Runs as mapping pairs: (cluster, clusters), cluster -1 for a hole.

@@ -49,7 +49,10 @@ class ScriptedDevice : public VolumeDevice {
                              [&] { return !script_->holdReads_ || cancels_ != cancels || isClosed_; });
       if (cancels_ != cancels || isClosed_) return {.error = kErrorOperationAborted};
     }
-    return Give(TakeAnswer(code, input), output);
+    const auto answer = TakeAnswer(code, input);
+    lock.unlock();
+    if (answer.meanwhile) answer.meanwhile();
+    return Give(answer, output);
   }
 
   Reply ReadAt(uint64_t, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }

@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -41,6 +42,7 @@ class DeviceScript {
   struct Answer {
     uint32_t error = 0;
     Bytes output;
+    std::function<void()> meanwhile = nullptr;  // called before the answer is given
   };
   struct Asked {
     uint32_t code = 0;
@@ -51,7 +53,7 @@ class DeviceScript {
   // The next answer to `code`, after those that were queued before. Without one, FSCTL_ENUM_USN_DATA
   // gives error 38, FSCTL_READ_USN_JOURNAL its own position and no records, anything else error 1.
   void Queue(uint32_t code, Answer answer);
-  void QueueError(uint32_t code, uint32_t error) { Queue(code, {error, {}}); }
+  void QueueError(uint32_t code, uint32_t error) { Queue(code, {.error = error, .output = {}}); }
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
   // The next Close gives this error.

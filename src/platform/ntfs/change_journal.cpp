@@ -13,7 +13,6 @@ namespace {
 constexpr uint32_t kReasonClose = 0x8000'0000;
 constexpr uint64_t kPageBytes = 4'096;  // no record crosses a page
 constexpr size_t kReadBytes = 64 * 1024;
-constexpr size_t kPositionBytes = 8;
 
 // $Max: byte offsets.
 constexpr size_t kMaximumSize = 0, kAllocationDelta = 8, kJournalId = 16, kLowestValid = 24,
@@ -89,10 +88,10 @@ bool TakeRecords(std::span<const std::byte> page, uint64_t start, const JournalR
 std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   const auto reference = FindInFolder(reader, kExtendRecord, u"$UsnJrnl");
   if (!reference) return std::nullopt;
-  const uint64_t number = RecordNumberOf(*reference);
-  const auto max = FindStream(reader, number, kData, u"$Max");
-  auto records = FindStream(reader, number, kData, u"$J");
+  const auto max = FindStreamOfFile(reader, *reference, kData, u"$Max");
+  auto records = FindStreamOfFile(reader, *reference, kData, u"$J");
   if (!max || !records || max->resident.size() < kMaxBytes) return std::nullopt;
+  records->size = records->initialized;  // what has yet to be written must not be taken for read
   ChangeJournal journal;
   journal.id = LoadLe<uint64_t>(max->resident, kJournalId);
   journal.maximumBytes = LoadLe<uint64_t>(max->resident, kMaximumSize);
@@ -110,14 +109,14 @@ std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
 VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& journal,
                                       const JournalRange& range, std::span<std::byte> output,
                                       const std::atomic<bool>& cancelled) {
-  if (output.size() < kPositionBytes) return {.error = kErrorMoreData};
+  if (output.size() < kUsnPositionBytes) return {.error = kErrorMoreData};
   const int64_t start = range.startUsn == 0 ? journal.firstUsn : range.startUsn;
   if (start < journal.firstUsn) return {.error = kErrorJournalEntryDeleted};
   if (start > journal.nextUsn) return {.error = kErrorInvalidParameter};
 
   std::vector<std::byte> buffer(kReadBytes);
   const auto end = static_cast<uint64_t>(journal.nextUsn);
-  size_t used = kPositionBytes;
+  size_t used = kUsnPositionBytes;
   auto position = static_cast<uint64_t>(start);
   bool hasRoom = true;
   while (hasRoom && (position = NextStored(journal.records, position)) < end) {
@@ -130,7 +129,7 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
     // What cannot be read is asked for again, and not taken for empty.
     const uint64_t readEnd = got == chunk.size() ? chunkEnd : (position + got) / kPageBytes * kPageBytes;
     if (readEnd <= position) {
-      if (used == kPositionBytes) return {.error = kErrorReadFault};
+      if (used == kUsnPositionBytes) return {.error = kErrorReadFault};
       break;
     }
     while (position < readEnd && hasRoom) {
@@ -140,7 +139,7 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
       hasRoom = TakeRecords(page, position, range, output, used, position);
     }
   }
-  if (!hasRoom && used == kPositionBytes) return {.error = kErrorMoreData};
+  if (!hasRoom && used == kUsnPositionBytes) return {.error = kErrorMoreData};
   StoreLe(output, 0, position);
   return {.bytes = used};
 }

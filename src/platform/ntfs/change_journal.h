@@ -23,7 +23,7 @@ struct ChangeJournal {
   NtfsStream records;  // $J
 };
 
-// Empty if the volume has no journal, or one that cannot be read.
+// Empty if the volume has no journal, or one that cannot be read, or the reader was cancelled.
 std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader);
 
 // Which records to read.

@@ -10,9 +10,8 @@ namespace quilmark {
 namespace {
 
 constexpr std::u16string_view kIndexName = u"$I30";
-constexpr uint64_t kMostIndexBytes = 16
-                                     << 20;    // $Extend, which is searched here, has a handful of files
-constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
+constexpr uint64_t kMostIndexBytes = 16 << 20;  // $Extend, which is searched, has a handful of files
+constexpr uint32_t kIndexMagic = 0x5844'4E49;   // "INDX"
 
 // Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
 constexpr size_t kHeaderInRoot = 16, kHeaderInBlock = 24;
@@ -25,8 +24,8 @@ constexpr uint16_t kFlagLast = 2;
 bool IsName(std::span<const std::byte> key, std::u16string_view wanted) {
   const auto value = ParseFileName(key);
   if (!value) return false;
-  std::u16string name(value->name.size() / sizeof(char16_t), u'\0');
-  std::memcpy(name.data(), value->name.data(), name.size() * sizeof(char16_t));
+  std::u16string name;
+  LoadUnits(value->name, name);
   return EqualNoCase(name, wanted);
 }
 
@@ -55,6 +54,7 @@ std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks
   std::vector<std::byte> block(reader.geometry.indexBytes);
   const uint64_t end = std::min(blocks.size, kMostIndexBytes);
   for (uint64_t offset = 0; offset + block.size() <= end; offset += block.size()) {
+    if (reader.IsCancelled()) return std::nullopt;
     if (ReadStream(*reader.source, blocks, offset, block) != block.size()) return std::nullopt;
     if (LoadLe<uint32_t>(block, 0) != kIndexMagic || !ApplyFixups(block)) continue;
     if (const auto found = FindEntry(block, kHeaderInBlock, name)) return found;

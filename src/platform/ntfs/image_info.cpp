@@ -1,9 +1,9 @@
 #include "platform/ntfs/image_info.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/byte_source.h"
+#include "platform/bytes.h"
 #include "platform/ntfs/boot_sector.h"
 #include "platform/ntfs/mft_reader.h"
 
@@ -21,8 +21,8 @@ constexpr uint32_t ShownSerial(uint64_t serial) { return static_cast<uint32_t>(s
 std::u16string ReadLabel(MftReader& reader) {
   const auto label = FindStream(reader, kVolumeRecord, kVolumeName, {});
   if (!label || label->resident.empty()) return {};
-  std::u16string units(std::min(label->resident.size(), kMostLabelBytes) / sizeof(char16_t), u'\0');
-  std::memcpy(units.data(), label->resident.data(), units.size() * sizeof(char16_t));
+  std::u16string units;
+  LoadUnits(std::span(label->resident).first(std::min(label->resident.size(), kMostLabelBytes)), units);
   return units;
 }
 
@@ -31,7 +31,7 @@ std::u16string ReadLabel(MftReader& reader) {
 std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path) {
   auto reader = OpenMft(OpenByteSource(path));
   if (!reader) return std::nullopt;
-  return VolumeInfo{.fileSystem = u"NTFS",
+  return VolumeInfo{.fileSystem = std::u16string(kNtfs),
                     .label = ReadLabel(*reader),
                     .serial = ShownSerial(reader->geometry.serial)};
 }

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 
 namespace quilmark {
 
 namespace {
 
 constexpr size_t kChunkBytes = 1 << 20;  // stays in the second-level cache while it is parsed
-constexpr size_t kPositionBytes = 8;
 
 // Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
 constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
@@ -25,8 +25,11 @@ int RankOf(NameSpace space) {
 
 struct BestName {
   std::optional<FileNameValue> value;
+  bool IsBetterThan(const BestName& other) const {
+    return value && (!other.value || RankOf(value->space) < RankOf(other.value->space));
+  }
   void Take(const FileNameValue& other) {
-    if (!value || RankOf(other.space) < RankOf(value->space)) value = other;
+    if (BestName{other}.IsBetterThan(*this)) value = other;
   }
   bool IsGood() const { return value && value->space != NameSpace::kDos; }
 };
@@ -38,12 +41,23 @@ void TakeStandardInformation(std::span<const std::byte> value, MftFile& file) {
   if (value.size() >= kLongForm) file.record.usn = LoadLe<int64_t>(value, kUsn);
 }
 
-void TakeNames(std::span<const std::byte> record, size_t firstAttribute, BestName& name) {
+struct Parsed {
+  MftFile file;
+  BestName name;
+  bool hasList = false;
+};
+
+void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Parsed& parsed) {
   AttributeCursor cursor{.record = record, .offset = firstAttribute};
   while (const auto attribute = NextAttribute(cursor)) {
     if (attribute->type > kFileName) return;  // attributes stand in the order of their types
-    if (attribute->type != kFileName) continue;
-    if (const auto value = ParseFileName(attribute->value)) name.Take(*value);
+    if (attribute->type == kStandardInformation) {
+      TakeStandardInformation(attribute->value, parsed.file);
+    } else if (attribute->type == kAttributeList) {
+      parsed.hasList = true;
+    } else if (attribute->type == kFileName) {
+      if (const auto value = ParseFileName(attribute->value)) parsed.name.Take(*value);
+    }
   }
 }
 
@@ -56,7 +70,7 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
   BestName best = name;
   for (int holders = 0; holders < kMostHolders && !best.IsGood();) {
     const auto listed = NextListed(cursor);
-    if (!listed) break;
+    if (!listed || reader.IsCancelled()) break;
     const uint64_t holder = RecordNumberOf(listed->holder);
     if (listed->type != kFileName || holder == lastHolder) continue;
     lastHolder = holder;
@@ -64,40 +78,20 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
     std::vector<std::byte> record(reader.geometry.recordBytes);
     const auto header = ReadRecord(reader, holder, record);
     if (!header || !header->inUse || RecordNumberOf(header->baseReference) != number) continue;
-    BestName found;
-    TakeNames(record, header->firstAttribute, found);
-    if (!found.value || (best.value && RankOf(found.value->space) >= RankOf(best.value->space)))
-      continue;
+    Parsed found;
+    TakeAttributes(record, header->firstAttribute, found);
+    if (!found.name.IsBetterThan(best)) continue;
     enumeration.other.swap(record);  // the views follow their memory
-    best = found;
+    best = found.name;
   }
   name = best;
 }
 
-struct Parsed {
-  MftFile file;
-  BestName name;
-  bool hasList = false;
-};
-
-void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Parsed& parsed) {
-  AttributeCursor cursor{.record = record, .offset = firstAttribute};
-  while (const auto attribute = NextAttribute(cursor)) {
-    if (attribute->type > kFileName) return;
-    if (attribute->type == kStandardInformation) {
-      TakeStandardInformation(attribute->value, parsed.file);
-    } else if (attribute->type == kAttributeList) {
-      parsed.hasList = true;
-    } else if (attribute->type == kFileName) {
-      if (const auto value = ParseFileName(attribute->value)) parsed.name.Take(*value);
-    }
-  }
-}
-
-// Brings the chunk that holds `number` into memory.
-void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+// Brings the chunk that holds `number` into memory. False, with no chunk there, if that was cancelled.
+bool LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   const uint64_t recordBytes = reader.geometry.recordBytes;
-  if (number - enumeration.firstRecord < enumeration.records) return;  // wraps below the first
+  if (number - enumeration.firstRecord < enumeration.records) return true;  // wraps below the first
+  enumeration.records = 0;
   const uint64_t perChunk = std::max<uint64_t>(kChunkBytes / recordBytes, 1);
   enumeration.firstRecord = number / perChunk * perChunk;
   const uint64_t count = std::min(perChunk, reader.recordCount - enumeration.firstRecord);
@@ -108,6 +102,7 @@ void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
   // What cannot be read is no record; a bad place must not cost what lies behind it in the chunk.
   std::fill(buffer.begin() + static_cast<ptrdiff_t>(got), buffer.end(), std::byte{0});
   for (uint64_t lost = got / recordBytes; got < buffer.size() && lost < count; ++lost) {
+    if (reader.IsCancelled()) return false;
     const auto record = buffer.subspan(static_cast<size_t>(lost * recordBytes), recordBytes);
     const uint64_t offset = (enumeration.firstRecord + lost) * recordBytes;
     const size_t part = ReadStream(*reader.source, reader.mft, offset, record);
@@ -115,6 +110,7 @@ void LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
   }
   enumeration.records = count;
   enumeration.isFixed.assign(static_cast<size_t>(count), 0);
+  return true;
 }
 
 // The record with its fix-ups applied; empty if it is of no use. It may be asked for again.
@@ -142,7 +138,7 @@ uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumera
 
 std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   if (number >= reader.recordCount) return std::nullopt;
-  LoadChunk(reader, enumeration, number);
+  if (!LoadChunk(reader, enumeration, number)) return std::nullopt;
   const size_t recordBytes = reader.geometry.recordBytes;
   const auto record =
       std::span(enumeration.chunk)
@@ -156,7 +152,7 @@ std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, ui
   }
   if (!parsed.name.value) return std::nullopt;
   MftFile& file = parsed.file;
-  file.record.frn = number | uint64_t{header->sequence} << 48;
+  file.record.frn = MakeReference(number, header->sequence);
   file.record.parentFrn = parsed.name.value->parent;
   file.record.name = parsed.name.value->name;
   if (header->isDirectory) {
@@ -168,15 +164,15 @@ std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, ui
 }
 
 VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
-                                 std::span<std::byte> output, const std::atomic<bool>& cancelled) {
-  if (output.size() < kPositionBytes) return {.error = kErrorMoreData};
-  size_t used = kPositionBytes;
+                                 std::span<std::byte> output) {
+  if (output.size() < kUsnPositionBytes) return {.error = kErrorMoreData};
+  size_t used = kUsnPositionBytes;
   uint64_t number = range.number;
   for (; number < reader.recordCount; ++number) {
-    if (cancelled) return {.error = kErrorOperationAborted};
     number = NextStoredRecord(reader, enumeration, number);
     if (number >= reader.recordCount) break;
     auto file = FileAt(reader, enumeration, number);
+    if (reader.IsCancelled()) return {.error = kErrorOperationAborted};
     if (!file) continue;
     if (!range.hasJournal) file->record.usn = 0;
     if (file->record.usn < range.lowUsn || file->record.usn > range.highUsn) continue;
@@ -186,7 +182,7 @@ VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
     used += length;
   }
   StoreLe(output, 0, number);
-  if (used > kPositionBytes) return {.bytes = used};
+  if (used > kUsnPositionBytes) return {.bytes = used};
   return {.error = number < reader.recordCount ? kErrorMoreData : kErrorHandleEof};
 }
 

@@ -30,19 +30,20 @@ struct MftEnumeration {
   std::vector<std::byte> other;  // a record elsewhere that holds a name
 };
 
-// The file of record `number`; empty where there is none, or where its record is damaged.
+// The file of record `number`; empty where there is none, where its record is damaged, and where the
+// reader was cancelled.
 std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number);
 
 // Fills `output` with the next record number and then USN records of files from `number` on, those only
 // whose last journal record lies in [lowUsn, highUsn]. `hasJournal` clear: what files remember of a
 // former journal counts as 0. Error 38 behind the last file, 234 if not even one record has room, 995
-// once `cancelled` is set.
+// once the reader is cancelled.
 struct MftRange {
   uint64_t number = 0;
   int64_t lowUsn = 0, highUsn = 0;
   bool hasJournal = false;
 };
 VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
-                                 std::span<std::byte> output, const std::atomic<bool>& cancelled);
+                                 std::span<std::byte> output);
 
 }  // namespace quilmark

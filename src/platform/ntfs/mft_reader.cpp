@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 
 namespace quilmark {
 
@@ -20,14 +21,18 @@ bool IsNamed(std::span<const std::byte> name, std::u16string_view wanted) {
   return std::equal(name.begin(), name.end(), units.begin(), units.end());
 }
 
-// Adds one part of an attribute. The first part says how large the whole is.
+// Adds one part of an attribute. The first part says how large the whole is, and how much was written.
 bool AddPart(NtfsStream& stream, const NtfsAttribute& part, const NtfsGeometry& geometry) {
   if (part.isResident) {
     stream.resident.assign(part.value.begin(), part.value.end());
     stream.size = part.value.size();
+    stream.initialized = stream.size;
     return true;
   }
-  if (part.lowestVcn == 0) stream.size = part.dataBytes;
+  if (part.lowestVcn == 0) {
+    stream.size = part.dataBytes;
+    stream.initialized = std::min(part.initializedBytes, part.dataBytes);
+  }
   return AppendRuns(stream, part, geometry);
 }
 
@@ -60,6 +65,7 @@ bool JoinListed(MftReader& reader, std::span<const std::byte> base, uint64_t bas
   AttributeListCursor cursor{.list = list};
   bool found = false;
   while (const auto listed = NextListed(cursor)) {
+    if (reader.IsCancelled()) return false;
     if (listed->type != type || !IsNamed(listed->name, name)) continue;
     const uint64_t holder = RecordNumberOf(listed->holder);
     std::span<const std::byte> record = base;
@@ -93,6 +99,7 @@ void FollowMftParts(MftReader& reader, std::span<const std::byte> first) {
   std::vector<std::byte> record(reader.geometry.recordBytes);
   AttributeListCursor cursor{.list = list};
   while (const auto listed = NextListed(cursor)) {
+    if (reader.IsCancelled()) return;
     if (listed->type != kData || !listed->name.empty() || listed->lowestVcn == 0) continue;
     const auto header = ReadRecord(reader, RecordNumberOf(listed->holder), record);
     if (!header || !header->inUse || RecordNumberOf(header->baseReference) != kMftRecord) return;
@@ -109,19 +116,22 @@ uint64_t MftReader::VolumeBytes() const {
   return there == 0 ? told : std::min(told + geometry.sectorBytes, there);
 }
 
-std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source) {
+std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
+                                 const std::atomic<bool>* cancelled) {
   std::vector<std::byte> sector(kBootSectorBytes);
   if (source == nullptr || source->ReadAt(0, sector) != sector.size()) return std::nullopt;
   const auto geometry = ParseBootSector(sector);
   if (!geometry) return std::nullopt;
-  MftReader reader{.source = std::move(source), .geometry = *geometry};
+  MftReader reader{.source = std::move(source), .geometry = *geometry, .cancelled = cancelled};
   std::vector<std::byte> record(geometry->recordBytes);
   if (!ReadFirstRecord(reader, record)) return std::nullopt;
   const auto data = FindAttribute(record, kData, {}, uint64_t{0});
   AddPart(reader.mft, *data, *geometry);
-  const uint64_t fitting = std::min(reader.mft.size, reader.VolumeBytes()) / geometry->recordBytes;
+  const uint64_t fitting =
+      std::min(reader.mft.initialized, reader.VolumeBytes()) / geometry->recordBytes;
   reader.recordCount = std::min(fitting, kRecordNumberMask);
   FollowMftParts(reader, record);
+  if (reader.IsCancelled()) return std::nullopt;
   return reader;
 }
 
@@ -159,16 +169,31 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
   return bytes;
 }
 
-std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
-                                     std::u16string_view name) {
-  std::vector<std::byte> record(reader.geometry.recordBytes);
-  const auto header = ReadRecord(reader, number, record);
-  if (!header || !header->inUse) return std::nullopt;
+// The stream of a record that was read already.
+static std::optional<NtfsStream> StreamOfFile(MftReader& reader, std::span<const std::byte> record,
+                                              uint64_t number, uint32_t type, std::u16string_view name) {
   const auto list = ReadAttributeList(reader, record);
   if (list.empty()) return StreamOfRecord(record, type, name, reader.geometry);
   NtfsStream stream;
   if (!JoinListed(reader, record, number, list, type, name, stream)) return std::nullopt;
   return stream;
+}
+
+std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
+                                     std::u16string_view name) {
+  std::vector<std::byte> record(reader.geometry.recordBytes);
+  const auto header = ReadRecord(reader, number, record);
+  if (!header || !header->inUse) return std::nullopt;
+  return StreamOfFile(reader, record, number, type, name);
+}
+
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+                                           std::u16string_view name) {
+  const uint64_t number = RecordNumberOf(reference);
+  std::vector<std::byte> record(reader.geometry.recordBytes);
+  const auto header = ReadRecord(reader, number, record);
+  if (!header || !header->inUse || header->sequence != SequenceOf(reference)) return std::nullopt;
+  return StreamOfFile(reader, record, number, type, name);
 }
 
 }  // namespace quilmark

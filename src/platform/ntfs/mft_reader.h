@@ -1,6 +1,7 @@
 // The records of a volume by number, and attributes that are spread over several of them.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -22,13 +23,18 @@ struct MftReader {
   NtfsGeometry geometry;
   NtfsStream mft;
   uint64_t recordCount = 0;  // no more than the volume's bytes could hold
+  // Null, or set by whoever no longer wants the answer: loops over many reads then end early, and what
+  // they found so far is of no use.
+  const std::atomic<bool>* cancelled = nullptr;
 
   uint64_t VolumeBytes() const;
+  bool IsCancelled() const { return cancelled != nullptr && *cancelled; }
 };
 
 // Finds the $MFT through the boot sector, or through the mirror where its first record is damaged. Empty
-// if this is no NTFS volume or neither can be read.
-std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source);
+// if this is no NTFS volume, neither can be read, or `cancelled` is set meanwhile.
+std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
+                                 const std::atomic<bool>* cancelled = nullptr);
 
 // Reads record `number` into `record` (geometry.recordBytes), fix-ups applied. Empty if it cannot be
 // read or is damaged.
@@ -57,5 +63,10 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
 // there is none or a part is missing.
 std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
                                      std::u16string_view name);
+
+// The same of the file that `reference` names. Empty also where another file has the record by now: the
+// sequence numbers differ.
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+                                           std::u16string_view name);
 
 }  // namespace quilmark

@@ -16,9 +16,9 @@ constexpr uint32_t kFileMagic = 0x454C'4946;  // "FILE"
 constexpr size_t kFixupStride = 512;          // whatever the volume's sector size
 
 // In an attribute:
-constexpr size_t kLength = 4, kNonResident = 8, kNameLength = 9, kNameOffset = 10, kAttributeFlags = 12,
-                 kValueLength = 16, kValueOffset = 20, kLowestVcn = 16, kRunOffset = 32, kAllocated = 40,
-                 kDataBytes = 48, kInitialized = 56;
+constexpr size_t kLength = 4, kNonResident = 8, kNameLength = 9, kNameOffset = 10, kValueLength = 16,
+                 kValueOffset = 20, kLowestVcn = 16, kRunOffset = 32, kAllocated = 40, kDataBytes = 48,
+                 kInitialized = 56;
 constexpr size_t kLeastResident = 24, kLeastNonResident = 64;
 constexpr uint32_t kEndMark = 0xFFFF'FFFF;
 
@@ -86,7 +86,6 @@ std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor) {
     return std::nullopt;
   }
   const auto bytes = record.subspan(cursor.offset, length);
-  attribute.flags = LoadLe<uint16_t>(bytes, kAttributeFlags);
   const size_t nameBytes = size_t{LoadLe<uint8_t>(bytes, kNameLength)} * 2;
   const size_t nameOffset = LoadLe<uint16_t>(bytes, kNameOffset);
   if (nameBytes != 0) {

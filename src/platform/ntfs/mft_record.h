@@ -12,9 +12,6 @@ namespace quilmark {
 inline constexpr uint32_t kStandardInformation = 0x10, kAttributeList = 0x20, kFileName = 0x30,
                           kData = 0x80, kIndexRoot = 0x90, kIndexAllocation = 0xA0;
 
-inline constexpr uint64_t kRecordNumberMask = 0x0000'FFFF'FFFF'FFFF;
-constexpr uint64_t RecordNumberOf(uint64_t reference) { return reference & kRecordNumberMask; }
-
 // Puts back the last two bytes of every 512 that NTFS keeps in the header of a FILE record or an INDX
 // block. False, with the bytes unusable, if the header does not fit or a sector is of another write.
 bool ApplyFixups(std::span<std::byte> block);
@@ -33,7 +30,6 @@ std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> reco
 // One attribute of a record. What does not apply to its form is empty or 0.
 struct NtfsAttribute {
   uint32_t type = 0;
-  uint16_t flags = 0;  // 0x0001 compressed, 0x4000 encrypted, 0x8000 sparse
   bool isResident = true;
   std::span<const std::byte> name;   // UTF-16LE
   std::span<const std::byte> value;  // of a resident one

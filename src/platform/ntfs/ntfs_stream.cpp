@@ -44,7 +44,8 @@ uint64_t NextStored(const NtfsStream& stream, uint64_t offset) {
   if (!stream.resident.empty()) return std::min(offset, stream.size);
   const auto extent = ExtentAt(stream, offset);
   if (extent == stream.extents.end()) return stream.size;
-  return std::min(std::max(offset, extent->start), stream.size);
+  const uint64_t stored = std::max(offset, extent->start);
+  return stored < stream.initialized ? std::min(stored, stream.size) : stream.size;
 }
 
 static size_t CopyResident(const NtfsStream& stream, uint64_t offset, std::span<std::byte> buffer) {
@@ -54,16 +55,14 @@ static size_t CopyResident(const NtfsStream& stream, uint64_t offset, std::span<
   return count;
 }
 
-size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
-                  std::span<std::byte> buffer) {
-  if (!stream.resident.empty()) return CopyResident(stream, offset, buffer);
-  if (offset >= stream.size) return 0;
-  const auto wanted = static_cast<size_t>(std::min<uint64_t>(buffer.size(), stream.size - offset));
+// What was written; `buffer` ends within it.
+static size_t ReadWritten(ByteSource& source, const NtfsStream& stream, uint64_t offset,
+                          std::span<std::byte> buffer) {
   auto extent = ExtentAt(stream, offset);
   size_t done = 0;
-  while (done < wanted) {
+  while (done < buffer.size()) {
     const uint64_t at = offset + done;
-    const size_t left = wanted - done;
+    const size_t left = buffer.size() - done;
     if (extent == stream.extents.end() || at < extent->start) {
       const uint64_t hole = extent == stream.extents.end() ? left : extent->start - at;
       const auto count = static_cast<size_t>(std::min<uint64_t>(hole, left));
@@ -79,6 +78,21 @@ size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
     ++extent;
   }
   return done;
+}
+
+size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
+                  std::span<std::byte> buffer) {
+  if (!stream.resident.empty()) return CopyResident(stream, offset, buffer);
+  if (offset >= stream.size) return 0;
+  const auto wanted = static_cast<size_t>(std::min<uint64_t>(buffer.size(), stream.size - offset));
+  const uint64_t written = stream.initialized > offset ? stream.initialized - offset : 0;
+  const auto count = static_cast<size_t>(std::min<uint64_t>(wanted, written));
+  if (count != 0) {
+    const size_t got = ReadWritten(source, stream, offset, buffer.first(count));
+    if (got < count) return got;
+  }
+  std::fill_n(buffer.begin() + static_cast<ptrdiff_t>(count), wanted - count, std::byte{0});
+  return wanted;
 }
 
 }  // namespace quilmark

@@ -21,6 +21,7 @@ struct NtfsExtent {
 
 struct NtfsStream {
   uint64_t size = 0;                // bytes
+  uint64_t initialized = 0;         // bytes; what lies behind them was never written and reads as zeros
   std::vector<NtfsExtent> extents;  // ascending, not overlapping
   std::vector<std::byte> resident;  // the contents where they are in the record itself
 };
@@ -29,7 +30,8 @@ struct NtfsStream {
 // are malformed, lie outside the volume or do not follow on the extents before.
 bool AppendRuns(NtfsStream& stream, const NtfsAttribute& attribute, const NtfsGeometry& geometry);
 
-// `offset`, or the first byte behind it that is no part of a hole; the end of the stream if none is.
+// `offset`, or the first byte behind it that was written and is no part of a hole; the end of the stream
+// if none is.
 uint64_t NextStored(const NtfsStream& stream, uint64_t offset);
 
 // Fills `buffer` from byte `offset` of the stream. Returns how many bytes are good: fewer at the end of

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/ntfs/change_journal.h"
 #include "platform/ntfs/mft_enumeration.h"
 #include "platform/ntfs/mft_reader.h"
@@ -22,14 +23,18 @@ constexpr size_t kRecordOutputLength = 8, kRecordOutputBytes = 12;
 
 class RawNtfsDevice : public VolumeDevice {
  public:
-  explicit RawNtfsDevice(MftReader reader) : reader_(std::move(reader)) {}
+  explicit RawNtfsDevice(MftReader reader) : reader_(std::move(reader)) {
+    reader_.cancelled = &cancelled_;
+  }
 
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     const std::scoped_lock lock(inUse_);
     cancelled_ = false;
     // Behind that line: a Close from here on cancels this call.
     if (isClosed_) return {.error = kErrorInvalidHandle};
-    return Dispatch(code, input, output);
+    const Reply reply = Dispatch(code, input, output);
+    // What a loop found that ended early is no answer, whatever it looks like.
+    return cancelled_ ? Reply{.error = kErrorOperationAborted} : reply;
   }
 
   Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
@@ -61,10 +66,11 @@ class RawNtfsDevice : public VolumeDevice {
       case kFsctlReadUsnJournal:
         return ReadJournal(input, output);
       case kFsctlCreateUsnJournal:
-        if (!FindJournal()) hasEmptyJournal_ = true;
+        if (!FindJournal() && !cancelled_) hasEmptyJournal_ = true;
         return {};
       case kFsctlDeleteUsnJournal:
         if (FindJournal()) return {.error = kErrorWriteProtect};
+        if (cancelled_) return {.error = kErrorOperationAborted};
         return {.error = std::exchange(hasEmptyJournal_, false) ? 0 : kErrorJournalNotActive};
       default:
         return {.error = kErrorInvalidFunction};
@@ -84,7 +90,7 @@ class RawNtfsDevice : public VolumeDevice {
     StoreLe(data, 44, geometry.clusterBytes);
     StoreLe(data, 48, geometry.recordBytes);
     StoreLe(data, 52, geometry.recordBytes / geometry.clusterBytes);
-    StoreLe(data, 56, reader_.mft.size);
+    StoreLe(data, 56, reader_.mft.initialized);
     StoreLe(data, 64, geometry.mftCluster);
     StoreLe(data, 72, geometry.mirrorCluster);
     return {.bytes = kVolumeDataBytes};
@@ -119,7 +125,7 @@ class RawNtfsDevice : public VolumeDevice {
                          .hasJournal = hasJournal};
     // Each pass begins with the bytes as they are now.
     if (range.number == 0) enumeration_ = {};
-    return EnumerateMft(reader_, enumeration_, range, output, cancelled_);
+    return EnumerateMft(reader_, enumeration_, range, output);
   }
 
   Reply QueryJournal(std::span<std::byte> output) {
@@ -154,8 +160,9 @@ class RawNtfsDevice : public VolumeDevice {
   // read now: half written, or a device that stumbles. One that stays away is gone.
   bool RefreshJournal() {
     constexpr int kMostTornLooks = 10;
-    isJournalKnown_ = true;
     auto fresh = OpenChangeJournal(reader_);
+    if (cancelled_) return false;
+    isJournalKnown_ = true;
     if (!fresh && journal_ && ++tornLooks_ < kMostTornLooks) return false;
     tornLooks_ = 0;
     journal_ = std::move(fresh);
@@ -182,8 +189,9 @@ class RawNtfsDevice : public VolumeDevice {
 
 }  // namespace
 
-std::unique_ptr<VolumeDevice> OpenRawNtfs(std::unique_ptr<ByteSource> source) {
-  auto reader = OpenMft(std::move(source));
+std::unique_ptr<VolumeDevice> OpenRawNtfs(std::unique_ptr<ByteSource> source,
+                                          const std::atomic<bool>* cancelled) {
+  auto reader = OpenMft(std::move(source), cancelled);
   if (!reader) return nullptr;
   return std::make_unique<RawNtfsDevice>(std::move(*reader));
 }

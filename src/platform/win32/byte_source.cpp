@@ -1,17 +1,13 @@
 #include "platform/byte_source.h"
 
-#include <algorithm>
-#include <cstring>
 #include <vector>
 
+#include "platform/sector_reads.h"
 #include "platform/win32/file_handle.h"
 
 namespace quilmark {
 
 namespace {
-
-// A volume is read in whole sectors; no sector is larger.
-constexpr uint64_t kAlignment = 4'096;
 
 class FileSource : public ByteSource {
  public:
@@ -23,20 +19,12 @@ class FileSource : public ByteSource {
   uint64_t Size() const override { return size_; }
 
   size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
-    if (offset % kAlignment == 0 && buffer.size() % kAlignment == 0) return ReadAligned(offset, buffer);
-    const uint64_t start = offset / kAlignment * kAlignment;
-    const uint64_t end = (offset + buffer.size() + kAlignment - 1) / kAlignment * kAlignment;
-    aligned_.resize(static_cast<size_t>(end - start));
-    const size_t got = ReadAligned(start, aligned_);
-    const auto before = static_cast<size_t>(offset - start);
-    if (got <= before) return 0;
-    const size_t count = std::min(got - before, buffer.size());
-    std::memcpy(buffer.data(), aligned_.data() + before, count);
-    return count;
+    const auto read = [this](uint64_t at, std::span<std::byte> part) { return ReadOnce(at, part); };
+    return ReadBySectors(read, offset, buffer, scratch_);
   }
 
  private:
-  size_t ReadAligned(uint64_t offset, std::span<std::byte> buffer) {
+  size_t ReadOnce(uint64_t offset, std::span<std::byte> buffer) {
     OVERLAPPED at{};
     at.Offset = static_cast<DWORD>(offset);
     at.OffsetHigh = static_cast<DWORD>(offset >> 32);
@@ -47,7 +35,7 @@ class FileSource : public ByteSource {
 
   UniqueFile file_;
   uint64_t size_ = 0;
-  std::vector<std::byte> aligned_;
+  std::vector<std::byte> scratch_;
 };
 
 }  // namespace

@@ -44,6 +44,7 @@ class Win32VolumeDevice : public VolumeDevice {
     const bool isMissing = reply.error == ERROR_INVALID_FUNCTION || reply.error == ERROR_NOT_SUPPORTED;
     if (!isMissing || !IsWine()) return reply;
     const auto raw = RawBytes();
+    if (raw == nullptr && isClosed_) return {.error = kErrorInvalidHandle};
     return raw != nullptr ? raw->Control(code, input, output) : reply;
   }
 
@@ -90,7 +91,9 @@ class Win32VolumeDevice : public VolumeDevice {
   std::shared_ptr<VolumeDevice> RawBytes() {
     const std::scoped_lock lock(inUse_);
     if (isClosed_) return nullptr;
-    if (raw_.load() == nullptr) raw_ = std::shared_ptr<VolumeDevice>(OpenRawNtfs(OpenByteSource(path_)));
+    if (raw_.load() == nullptr) {
+      raw_ = std::shared_ptr<VolumeDevice>(OpenRawNtfs(OpenByteSource(path_), &isClosed_));
+    }
     return raw_;
   }
 

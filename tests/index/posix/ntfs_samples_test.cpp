@@ -193,7 +193,7 @@ ChangeJournal JournalOf(uint64_t firstUsn, uint64_t bytes) {
   ChangeJournal journal{.id = 1,
                         .firstUsn = static_cast<int64_t>(firstUsn),
                         .nextUsn = static_cast<int64_t>(firstUsn + bytes)};
-  journal.records.size = firstUsn + bytes;
+  journal.records.size = journal.records.initialized = firstUsn + bytes;
   journal.records.extents = {{.start = firstUsn, .length = bytes, .place = 0}};
   return journal;
 }
