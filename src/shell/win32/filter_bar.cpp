@@ -22,22 +22,19 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
-constexpr int kComboHeight = 280, kTagHeight = 40;
+constexpr int kTagHeight = 40, kSizeInset = 8, kSizeRightInset = 4;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
-void Move(HWND control, const Rect& rect, bool isShown) {
+// True if there was something to do.
+bool Move(HWND control, const Rect& rect, bool isShown) {
+  RECT former = {};
+  GetWindowRect(control, &former);
+  MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&former), 2);
+  if (FromRECT(former) == rect && (IsWindowVisible(control) != FALSE) == isShown) return false;
   SetWindowPos(control, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
-}
-
-// With room for the drop list, and as high as the search box when closed.
-void MoveCombo(HWND combo, Rect rect, bool isShown) {
-  const int height = rect.bottom - rect.top;
-  SetComboItemHeights(combo, App().systemDpi);
-  rect.bottom = rect.top + Scaled(kComboHeight);
-  Move(combo, rect, isShown);
-  FitComboHeight(combo, height);
+  return true;
 }
 
 bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
@@ -132,6 +129,7 @@ void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
        {sizePreset_, timePreset_, sizeBox_, secondSizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   }
+  CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);  // a new font puts the text back to the top
   tagFont_ = tagFont;
   for (const HWND tag : tags_) SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont), TRUE);
 }
@@ -169,11 +167,10 @@ void FilterBar::RedrawTags() const {
 }
 
 void FilterBar::Place(const TopRowLayout& row) {
-  MoveCombo(sizePreset_, row.sizePreset, true);
-  MoveCombo(timePreset_, row.timePreset, true);
-  Move(sizeBox_, row.sizeBox, SizeIsCustom());
-  CentreEditLine(sizeBox_, 8, 4);
-  MoveCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
+  PlaceCombo(sizePreset_, row.sizePreset, true);
+  PlaceCombo(timePreset_, row.timePreset, true);
+  if (Move(sizeBox_, row.sizeBox, SizeIsCustom())) CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);
+  PlaceCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
   Move(dateFrom_, row.dateFrom, TimeIsCustom());
   Move(dateTo_, row.dateTo, TimeIsCustom());
 }
