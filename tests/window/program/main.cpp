@@ -1,6 +1,8 @@
 // The desktop program with a way to ask for its state.
 #include <windows.h>
 
+#include <dbt.h>
+
 #include <stdexcept>
 #include <string>
 
@@ -60,6 +62,21 @@ LRESULT SizeOfFirstRow() {
   return isKnown ? entry.size : -1;
 }
 
+// Messages with a pointer do not pass from program to program.
+void MoveAtScale(const MainWindow& window, uint32_t dpi) {
+  const RECT rect = {40, 50, 740, 610};
+  SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&rect));
+}
+
+LRESULT TellOfDrive(const MainWindow& window, WPARAM event, uint32_t payload) {
+  DEV_BROADCAST_VOLUME volume = {};
+  volume.dbcv_size = sizeof volume;
+  volume.dbcv_devicetype = payload == 1 ? DBT_DEVTYP_PORT : DBT_DEVTYP_VOLUME;
+  volume.dbcv_unitmask = payload;
+  return SendMessageW(window.Handle(), WM_DEVICECHANGE, event,
+                      payload == 0 ? 0 : reinterpret_cast<LPARAM>(&volume));
+}
+
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
   const std::u16string letter(1, static_cast<char16_t>(argument));
   switch (probe) {
@@ -106,6 +123,11 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kMapDriveAgain:
       MapDrives(letter);
       break;
+    case Probe::kMoveAtScale:
+      MoveAtScale(window, argument);
+      break;
+    case Probe::kTellOfDrive:
+      return TellOfDrive(window, argument & 0xFFFF, argument >> 16);
     default:
       return 0;
   }

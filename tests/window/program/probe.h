@@ -46,6 +46,9 @@ enum class Probe : uintptr_t {
   kSetSidebar,     // argument: whether the filter tags stand at the side
   kUnmapDrive,     // argument: the letter
   kMapDriveAgain,  // argument: the letter, to the folder of the start
+  kMoveAtScale,    // argument: a dpi; suggests 700 x 560 at 40, 50
+  kTellOfDrive,    // argument: event + 65536 * payload; the answer is the window's. Payload 0: none,
+                   // 1: of another kind, else the mask of letters
 };
 
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
