@@ -15,7 +15,7 @@ constexpr int kSizeBoxWidth = 78, kUnitWidth = 78, kDateWidth = 130;
 constexpr int kTagLeft = 20, kTagTop = 74, kTagHeight = 40, kTagGap = 8, kTagInset = 12;
 constexpr int kLeastTag = 72, kMostTag = 220, kCountGap = 6;
 constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
-constexpr int kSidebarRow = 44, kSidebarInset = 8;
+constexpr int kSidebarRow = 44, kSidebarInset = 8, kBarWidth = 10, kLeastThumb = 24;
 
 }  // namespace
 
@@ -87,11 +87,30 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
   layout.fitting = std::max((input.clientHeight - input.headerTop - inset + scaled(kTagGap)) / pitch, 1);
   layout.scrollLimit = std::max(input.tags - layout.fitting, 0);
   layout.first = std::clamp(input.scroll, 0, layout.scrollLimit);
+  int right = std::max(input.sidebarWidth - inset, inset);
+  if (layout.scrollLimit > 0) {
+    const int edge = input.sidebarWidth - 1;
+    layout.track = {edge - scaled(kBarWidth), input.headerTop, edge, input.clientHeight};
+    const int length = std::max(layout.track.bottom - layout.track.top, 0);
+    const int thumb =
+        std::clamp(length * layout.fitting / input.tags, std::min(scaled(kLeastThumb), length), length);
+    const int top = layout.track.top + (length - thumb) * layout.first / layout.scrollLimit;
+    layout.thumb = {layout.track.left, top, layout.track.right, top + thumb};
+    right = std::max(layout.track.left - inset / 2, inset);
+  }
   for (int i = layout.first; i < std::min(layout.first + layout.fitting, input.tags); ++i) {
     const int top = input.headerTop + inset + (i - layout.first) * pitch;
-    layout.rows.push_back({inset, top, std::max(input.sidebarWidth - inset, inset), top + row});
+    layout.rows.push_back({inset, top, right, top + row});
   }
   return layout;
+}
+
+int SidebarDragTo(const SidebarLayout& sidebar, int y) {
+  const int thumb = sidebar.thumb.bottom - sidebar.thumb.top;
+  const int way = sidebar.track.bottom - sidebar.track.top - thumb;
+  if (way <= 0) return 0;
+  const int place = std::clamp(y - thumb / 2 - sidebar.track.top, 0, way);
+  return (place * sidebar.scrollLimit + way / 2) / way;
 }
 
 }  // namespace quilmark

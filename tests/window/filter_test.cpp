@@ -129,6 +129,15 @@ TEST_F(FilterBar, StandsAtTheSideOnRequest) {
   WaitForRows(1);
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("sidebar");
+  // Low: three rows fit. The wheel over them moves them by whole rows and never the list.
+  SetWindowPos(program.Window(), nullptr, 0, 0, 900, 260, SWP_NOMOVE | SWP_NOZORDER);
+  WaitUntil("a low window", [this] { return program.Ask(Probe::kClientHeight) < 260; });
+  program.Turn({100, 120}, -2);
+  program.Click(program.Window(), 100, 70 + 8 + 22);  // the third row has come up to the first place
+  WaitForRows(1);
+  EXPECT_EQ(program.Ask(Probe::kScrollY), 0);
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("sidebar-low");
   program.Ask(Probe::kSetSidebar, 0);
   EXPECT_TRUE(IsWindowVisible(Tag(0)));
 }

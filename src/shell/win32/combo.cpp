@@ -8,6 +8,7 @@
 #include "platform/win32/wide.h"
 #include "shell/app_state.h"
 #include "shell/layout.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
 #include "shell/win32/main_window.h"
 #include "shell/window_ids.h"
@@ -75,6 +76,7 @@ void DrawField(HWND combo, HDC dc) {
 // The whole field is ours: the control's own theme stays light.
 LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                 DWORD_PTR) {
+  if (TakeTabKey(combo, message, wParam)) return 0;
   if (message == WM_PAINT) {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(combo, &paint);

@@ -11,6 +11,7 @@
 #include "shell/win32/canvas.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/date_picker.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
@@ -50,7 +51,7 @@ void DrawPlainFrame(HWND control) {
 
 LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
-  if (message == WM_CHAR && (wParam == '\r' || wParam == '\n')) return 0;
+  if (const auto taken = TakeEditMessage(control, message, wParam)) return *taken;
   if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
   const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
@@ -62,6 +63,7 @@ LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPAR
 // Fills what a rounded tag leaves at its corners, and knows whether the mouse is over it.
 LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                               DWORD_PTR) {
+  if (TakeTabKey(tag, message, wParam)) return 0;
   const int index = GetDlgCtrlID(tag) - kFirstTag;
   if (message == WM_ERASEBKGND) {
     RECT client = {};
@@ -140,8 +142,8 @@ void FilterBar::RebuildTags(HWND parent) {
   captions_ = TagCaptions({});
   for (size_t i = 0; i < captions_.size(); ++i) {
     const HWND tag = CreateWindowExW(
-        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]), WS_CHILD | BS_OWNERDRAW | BS_MULTILINE, 0, 0,
-        10, Scaled(kTagHeight), parent,
+        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]),
+        WS_CHILD | WS_TABSTOP | BS_OWNERDRAW | BS_MULTILINE, 0, 0, 10, Scaled(kTagHeight), parent,
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTag) + static_cast<INT_PTR>(i)),
         GetModuleHandleW(nullptr), nullptr);
     SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont_), FALSE);

@@ -219,6 +219,11 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
     DrawTag(paint.canvas.dc, ToRECT(sidebar.rows[i]), captions[static_cast<size_t>(tag)],
             tag == ActiveCategory, tag == App().list.hoverTag);
   }
+  if (sidebar.scrollLimit > 0) {
+    paint.canvas.Fill(sidebar.track, CurrentPalette.panelBackground);
+    paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius),
+                           App().list.dragsSidebar ? CurrentPalette.accent : CurrentPalette.separator);
+  }
   paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
 }
 

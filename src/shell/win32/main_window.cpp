@@ -98,6 +98,7 @@ void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
+  App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "config/window_settings.h"
+#include "index/volume_life.h"
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
@@ -60,6 +61,14 @@ LRESULT SizeOfFirstRow() {
   const MatchItem& first = rows->front();
   const bool isKnown = PeekAttr(*first.volume, first.volume->records[first.index].frn, entry);
   return isKnown ? entry.size : -1;
+}
+
+LRESULT syncs = 0;
+
+LRESULT CALLBACK SeePosted(int code, WPARAM isRemoved, LPARAM posted) {
+  const bool isSync = reinterpret_cast<const MSG*>(posted)->message == WM_VOLUMES_SYNCED;
+  if (code == HC_ACTION && isRemoved == PM_REMOVE && isSync) ++syncs;
+  return CallNextHookEx(nullptr, code, isRemoved, posted);
 }
 
 // Messages with a pointer do not pass from program to program.
@@ -182,6 +191,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.shownByUser;
     case Probe::kFirstSearchDeferred:
       return app.firstSearchDeferred;
+    case Probe::kSyncs:
+      return syncs;
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));
@@ -209,5 +220,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   drives = EnvironmentText(kDrivesVariable).value_or(u"");
   MapDrives();
   extraMessages = Answer;
+  SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());
   ExitProcess(static_cast<UINT>(RunQuilmark(instance, commandLine, showCommand)));
 }

@@ -30,6 +30,7 @@ enum class Probe : uintptr_t {
   kSearchBoxFocused,
   kShownByUser,
   kFirstSearchDeferred,
+  kSyncs,  // notices that the drives are all there, taken since the start
   kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
 
   // Does something; the answer is 1.
