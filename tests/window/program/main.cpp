@@ -142,6 +142,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return static_cast<LRESULT>(SelectedRows(app.list.selection, DisplayCount).size());
     case Probe::kFocusRow:
       return app.list.selection.focusRow;
+    case Probe::kHoverRow:
+      return app.list.hoverRow;
     case Probe::kRenameEditor:
       return reinterpret_cast<LRESULT>(window.renameEditor);
     case Probe::kRenameFocused:

@@ -31,6 +31,7 @@ enum class Probe : uintptr_t {
   kShownByUser,
   kFirstSearchDeferred,
   kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
+  kHoverRow,
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
