@@ -15,7 +15,7 @@ constexpr int kSizeBoxWidth = 78, kUnitWidth = 78, kDateWidth = 130;
 constexpr int kTagLeft = 20, kTagTop = 74, kTagHeight = 40, kTagGap = 8, kTagInset = 12;
 constexpr int kLeastTag = 72, kMostTag = 220, kCountGap = 6;
 constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
-constexpr int kSidebarRow = 44, kSidebarInset = 8;
+constexpr int kSidebarRow = 44, kSidebarInset = 8, kSidebarThumb = 4, kSidebarLeastThumb = 18;
 
 }  // namespace
 
@@ -80,6 +80,22 @@ int FilterTagWidth(uint32_t dpi, int nameWidth, int countWidth) {
   return std::clamp(width, ScaleFor(dpi, kLeastTag), ScaleFor(dpi, kMostTag));
 }
 
+namespace {
+
+Rect SidebarThumb(const SidebarInput& input, const SidebarLayout& layout) {
+  if (layout.scrollLimit == 0) return {};
+  const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
+  const int top = layout.rows.front().top, track = layout.rows.back().bottom - top;
+  const int length = std::clamp(track * layout.fitting / input.tags,
+                                std::min(scaled(kSidebarLeastThumb), track), track);
+  const int start = top + (track - length) * layout.first / layout.scrollLimit;
+  const int inset = (scaled(kSidebarInset) - scaled(kSidebarThumb)) / 2;
+  const int right = input.sidebarWidth - inset;
+  return {right - scaled(kSidebarThumb), start, right, start + length};
+}
+
+}  // namespace
+
 SidebarLayout LayoutSidebar(const SidebarInput& input) {
   const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
   const int inset = scaled(kSidebarInset), row = scaled(kSidebarRow), pitch = row + scaled(kTagGap);
@@ -91,6 +107,7 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
     const int top = input.headerTop + inset + (i - layout.first) * pitch;
     layout.rows.push_back({inset, top, std::max(input.sidebarWidth - inset, inset), top + row});
   }
+  layout.thumb = SidebarThumb(input, layout);
   return layout;
 }
 

@@ -52,6 +52,7 @@ struct SidebarLayout {
   int scrollLimit = 0;     // greatest first tag
   int first = 0;           // tag of the first row
   std::vector<Rect> rows;  // of the tags from `first` on that fit
+  Rect thumb;              // beside the rows, in proportion; empty where all tags fit
 };
 SidebarLayout LayoutSidebar(const SidebarInput& input);
 

@@ -81,6 +81,18 @@ TEST(Sidebar, ShowsTheTagsThatFit) {
   EXPECT_EQ(LayoutSidebar(scrolled).rows.size(), 4u);
 }
 
+TEST(Sidebar, TellsByAThumbWhatIsOutOfView) {
+  SidebarInput input = {.clientHeight = 300, .headerTop = 70, .sidebarWidth = 200, .tags = 8};
+  // Four of eight rows, from 78 to 278: half of the way.
+  EXPECT_EQ(LayoutSidebar(input).thumb, (Rect{194, 78, 198, 178}));
+  input.scroll = 4;
+  EXPECT_EQ(LayoutSidebar(input).thumb, (Rect{194, 178, 198, 278}));
+  input.tags = 4;
+  EXPECT_EQ(LayoutSidebar(input).thumb, Rect{});
+  input.tags = 100'000;
+  EXPECT_EQ(LayoutSidebar(input).thumb.bottom - LayoutSidebar(input).thumb.top, 18);
+}
+
 TEST(Sidebar, NeedsNoScrollingWhereAllFit) {
   const SidebarLayout all =
       LayoutSidebar({.clientHeight = 900, .headerTop = 70, .sidebarWidth = 200, .tags = 8});

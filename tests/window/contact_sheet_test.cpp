@@ -6,6 +6,7 @@
 
 #include "config/ui_colors.h"
 #include "platform/win32/wide.h"
+#include "shell/list_colors.h"
 #include "window/window_program.h"
 
 namespace quilmark {
@@ -27,8 +28,9 @@ class ContactSheet : public testing::Test {
       program.Drive().MakeFile(std::filesystem::path(Wide(u"Sheet/" + name)), std::string(70'000, 'x'));
     }
     for (int i = 10; i < 40; ++i) {
-      program.Drive().MakeFile("Sheet/a folder with a long name/annals-" + std::to_string(i) + ".txt",
-                               std::string(static_cast<size_t>(i), 'x'));
+      program.Drive().MakeFile(
+          "Sheet/zinnias, a folder with a long name/annals-" + std::to_string(i) + ".txt",
+          std::string(static_cast<size_t>(i), 'x'));
     }
     program.Drive().MakeFolder("Sheet/Finances");
   }
@@ -43,6 +45,9 @@ class ContactSheet : public testing::Test {
     program.SearchFor(u"na");
     WaitUntil("the rows", [this] { return program.Ask(Probe::kRows) > 30; });
     WaitUntil("the size of the first row", [this] { return program.Ask(Probe::kFirstRowSize) >= 0; });
+    WaitUntil("the counts", [this] {
+      return program.TextOf(GetDlgItem(program.Window(), kFirstTagId)) == u"All Files\r\n(40)";
+    });
   }
   void Picture(const std::string& caption) {
     program.Ask(Probe::kRepaint, 1);
@@ -67,7 +72,12 @@ class ContactSheet : public testing::Test {
   }
   int FirstRow() { return static_cast<int>(program.Ask(Probe::kHeaderTop)) + kHeader; }
   int MiddleOf(int row) { return FirstRow() + row * kPitch + kPitch / 2; }
-  void ClickRow(int row) { program.Click(program.Window(), 150, MiddleOf(row)); }
+  // With the modifier in the message: the state of a held key may be overtaken by that of the screen.
+  void ClickRow(int row, WPARAM modifier = 0) {
+    const LPARAM place = MAKELPARAM(150, MiddleOf(row));
+    SendMessageW(program.Window(), WM_LBUTTONDOWN, MK_LBUTTON | modifier, place);
+    SendMessageW(program.Window(), WM_LBUTTONUP, modifier, place);
+  }
   Color PixelAt(int x, int y) {
     return static_cast<Color>(
         program.Ask(Probe::kPixel, static_cast<uint32_t>(x) + 65'536 * static_cast<uint32_t>(y)));
@@ -75,11 +85,9 @@ class ContactSheet : public testing::Test {
   // Selects the rows 1, 3 and 4, and leaves the mouse over row 5.
   void SelectAndHover() {
     ClickRow(1);
-    program.KeyDown(VK_CONTROL);
-    ClickRow(3);
-    ClickRow(4);
-    WaitUntil("three rows", [this] { return program.Ask(Probe::kSelectedRows) == 3; });
-    program.KeyUp(VK_CONTROL);
+    ClickRow(3, MK_CONTROL);
+    ClickRow(4, MK_CONTROL);
+    EXPECT_EQ(program.Ask(Probe::kSelectedRows), 3);
     program.MoveMouse(700, MiddleOf(5));
     WaitUntil("the row under the mouse", [this] { return program.Ask(Probe::kHoverRow) == 5; });
   }
@@ -88,7 +96,7 @@ class ContactSheet : public testing::Test {
     constexpr int kInRow = 30;
     EXPECT_EQ(PixelAt(kInRow, FirstRow() + kPitch + 3), palette.rowSel);
     EXPECT_EQ(PixelAt(kInRow, FirstRow() + 2 * kPitch + 3), palette.surface);
-    EXPECT_EQ(PixelAt(kInRow, FirstRow() + 5 * kPitch + 3), palette.alternateRow);
+    EXPECT_EQ(PixelAt(kInRow, FirstRow() + 5 * kPitch + 3), ListColorsOf(palette).hovered.ground);
   }
 
   WindowProgram program;
@@ -129,6 +137,24 @@ TEST_F(ContactSheet, ThemesAndPresets) {
       overrides.overrideSet[role] = true;
     }
     ExpectColorsOf(WithOverrides(ThemeDefaults(preset.mode == 1), overrides));
+  }
+}
+
+TEST_F(ContactSheet, HighContrast) {
+  StartWithRows();
+  program.Ask(Probe::kTakePreset, 4);
+  SelectAndHover();
+  program.Ask(Probe::kSetHighContrast, 1);
+  for (const UINT message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
+    program.Ask(Probe::kSetHighContrast, 1);
+    SendMessageW(program.Window(), message, 0, 0);
+    EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
+    EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(0x000000)) << message;
+    Picture("6-high-contrast");
+    program.Ask(Probe::kSetHighContrast, 0);
+    SendMessageW(program.Window(), message, 0, 0);
+    EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(kUiColorPresetRows[4].rrggbb[0]))
+        << message;
   }
 }
 

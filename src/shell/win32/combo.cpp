@@ -122,7 +122,7 @@ void DrawComboItem(const DRAWITEMSTRUCT& item) {
   const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
   FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);
   SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, CurrentPalette.text);
+  SetTextColor(item.hDC, isSelected ? CurrentPalette.rowSelText : CurrentPalette.text);
   RECT place = item.rcItem;
   place.left += Scaled(8);
   place.right -= Scaled(6);

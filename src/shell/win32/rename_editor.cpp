@@ -26,8 +26,9 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestName = 511;
-constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4;  // pixels
-constexpr int kTextInset = 3;                                                     // pixels at 96 dpi
+// Pixels at 96 dpi. The name stays where it stands in the row.
+constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4, kTextInset = 3;
+constexpr int kHeight = 36;
 
 struct Editing {
   MatchItem item;
@@ -157,10 +158,11 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
 std::optional<Rect> PlaceOfEditor(const AppState& app, const ListLayout& layout) {
   const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.selection.focusRow));
   if (row.top < layout.rows.top || row.bottom > layout.rows.bottom) return std::nullopt;
-  const int left = layout.columns[0] + kNameLeft + layout.rows.left - app.scrollX;
-  const int width = std::max(layout.columns[1] - kNameMargin, kLeastWidth);
-  const int top = row.top + kTopInset;
-  return Rect{left, top, left + width, top + ScaleFor(layout.dpi, 44) - 8};
+  const auto scaled = [&layout](int n) { return ScaleFor(layout.dpi, n); };
+  const int left = layout.columns[0] + scaled(kNameLeft) + layout.rows.left - app.scrollX;
+  const int width = std::max(layout.columns[1] - scaled(kNameMargin), scaled(kLeastWidth));
+  const int top = row.top + scaled(kTopInset);
+  return Rect{left, top, left + width, top + scaled(kHeight)};
 }
 
 }  // namespace

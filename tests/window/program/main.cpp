@@ -60,6 +60,17 @@ LRESULT SizeOfFirstRow() {
   return isKnown ? entry.size : -1;
 }
 
+// Colours that no theme of ours has.
+std::optional<SystemColors> HighContrastOfTest() {
+  return SystemColors{.window = ColorOfHex(0x000000),
+                      .windowText = ColorOfHex(0xFFFFFF),
+                      .highlight = ColorOfHex(0x1AEBFF),
+                      .highlightText = ColorOfHex(0x000000),
+                      .buttonFace = ColorOfHex(0x000000),
+                      .grayText = ColorOfHex(0x3FF23F),
+                      .hotLight = ColorOfHex(0xFFFF00)};
+}
+
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
   const std::u16string letter(1, static_cast<char16_t>(argument));
   switch (probe) {
@@ -106,6 +117,11 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kMapDriveAgain:
       MapDrives(letter);
       break;
+    case Probe::kSetHighContrast: {
+      static const auto asTheSystemSays = readHighContrast;
+      readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;
+      break;
+    }
     default:
       return 0;
   }

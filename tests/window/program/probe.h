@@ -44,9 +44,10 @@ enum class Probe : uintptr_t {
   kCrashInWindow,      // of the interface thread
   kSetView,            // argument: 0 list, 1 small icons, 2 large icons
   kPostStaleResults,
-  kSetSidebar,     // argument: whether the filter tags stand at the side
-  kUnmapDrive,     // argument: the letter
-  kMapDriveAgain,  // argument: the letter, to the folder of the start
+  kSetSidebar,       // argument: whether the filter tags stand at the side
+  kUnmapDrive,       // argument: the letter
+  kMapDriveAgain,    // argument: the letter, to the folder of the start
+  kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
