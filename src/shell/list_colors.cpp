@@ -17,34 +17,40 @@ Color HitText(Color hit, Color wanted) {
   return ContrastRatio(hit, wanted) >= kLeast ? wanted : ReadableOn(hit, wanted);
 }
 
-RowColors RowOf(const Palette& palette, Color ground, Color text) {
-  const Color hit = AdjustHighlightContrast(palette.textHit, palette.searchHit, ground);
+// `beside`: what a hit has to stand out of. Under the mouse it stays as it was.
+RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) {
+  const Color hit = AdjustHighlightContrast(palette.textHit, palette.searchHit, beside);
   return {.ground = ground,
           .text = text,
           .muted = ReadableOn(ground, palette.muted),
           .hit = hit,
           .hitText = HitText(hit, palette.textHit),
+          .wholeHit = ReadableOn(ground, palette.textHit),
           .folder = palette.accent,
           .file = palette.muted};
 }
 
-RowColors SystemRow(Color ground, Color text, Color muted, Color hit, Color hitText) {
-  return {.ground = ground,
-          .text = text,
-          .muted = muted,
-          .hit = hit,
-          .hitText = hitText,
-          .folder = text,
-          .file = text};
+struct OnGround {
+  Color ground, text;
+};
+
+RowColors SystemRow(OnGround row, OnGround hit, Color wholeHit) {
+  return {.ground = row.ground,
+          .text = row.text,
+          .muted = row.text,
+          .hit = hit.ground,
+          .hitText = hit.text,
+          .wholeHit = wholeHit,
+          .folder = row.text,
+          .file = row.text};
 }
 
 ListColors SystemListColors(const Palette& palette) {
-  return {.plain =
-              SystemRow(palette.surface, palette.text, palette.text, palette.rowSel, palette.rowSelText),
-          .hovered = SystemRow(palette.surface, palette.focusRing, palette.focusRing, palette.rowSel,
-                               palette.rowSelText),
-          .selected = SystemRow(palette.rowSel, palette.rowSelText, palette.rowSelText, palette.surface,
-                                palette.text),
+  const OnGround plain = {palette.surface, palette.text}, marked = {palette.rowSel, palette.rowSelText};
+  const Color hot = palette.focusRing;
+  return {.plain = SystemRow(plain, marked, hot),
+          .hovered = SystemRow({palette.surface, hot}, marked, hot),
+          .selected = SystemRow(marked, plain, palette.rowSelText),
           .band = palette.headerBackground,
           .bandText = palette.header,
           .panel = palette.panelBackground,
@@ -56,9 +62,9 @@ ListColors SystemListColors(const Palette& palette) {
 ListColors ListColorsOf(const Palette& palette) {
   if (palette.isSystem) return SystemListColors(palette);
   const Color hover = MixColor(palette.text, palette.surface, kHoverPercent);
-  return {.plain = RowOf(palette, palette.surface, palette.text),
-          .hovered = RowOf(palette, hover, palette.text),
-          .selected = RowOf(palette, palette.rowSel, palette.rowSelText),
+  return {.plain = RowOf(palette, palette.surface, palette.text, palette.surface),
+          .hovered = RowOf(palette, hover, palette.text, palette.surface),
+          .selected = RowOf(palette, palette.rowSel, palette.rowSelText, palette.rowSel),
           .band = MixColor(palette.border, palette.toolbar, kBandPercent),
           .bandText = palette.header,
           .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),

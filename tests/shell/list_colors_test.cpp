@@ -44,9 +44,14 @@ TEST_P(ListColorsIn, TellsRowsApart) {
   EXPECT_GE(ContrastRatio(colors.plain.ground, colors.hovered.ground), 1.1);
   EXPECT_NE(colors.selected.ground, colors.hovered.ground);
   for (const RowColors& row : {colors.plain, colors.hovered, colors.selected}) {
-    EXPECT_GE(std::abs(Luminance(row.ground) - Luminance(row.hit)), 18);
+    EXPECT_NE(row.ground, row.hit);
     EXPECT_GE(ContrastRatio(row.hit, row.hitText), 3);
+    EXPECT_GE(ContrastRatio(row.ground, row.wholeHit), kReadableContrast);
   }
+  for (const RowColors& row : {colors.plain, colors.selected}) {
+    EXPECT_GE(std::abs(Luminance(row.ground) - Luminance(row.hit)), 18);
+  }
+  EXPECT_EQ(colors.hovered.hit, colors.plain.hit);  // nothing flickers under the mouse
 }
 
 INSTANTIATE_TEST_SUITE_P(Palettes, ListColorsIn, testing::Range(0, 2 + kUiColorPresets));
@@ -68,6 +73,8 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
   EXPECT_EQ(colors.selected.folder, system.highlightText);
   EXPECT_EQ(colors.plain.hit, system.highlight);
   EXPECT_EQ(colors.plain.hitText, system.highlightText);
+  EXPECT_EQ(colors.plain.wholeHit, system.hotLight);
+  EXPECT_EQ(colors.selected.wholeHit, system.highlightText);
   EXPECT_EQ(colors.band, system.buttonFace);
 }
 

@@ -205,6 +205,8 @@ TEST_F(ContactSheet, StatesOfTheList) {
   Picture("5-custom-ranges-dark");
   ClickRow(2);
   WaitUntil("a row", [this] { return program.Ask(Probe::kSelectedRows) == 1; });
+  program.MoveMouse(700, MiddleOf(4));  // with the tip of its cell
+  WaitUntil("the row under the mouse", [this] { return program.Ask(Probe::kHoverRow) == 4; });
   program.Press(VK_F2);
   WaitUntil("the editor", [this] { return program.Ask(Probe::kRenameFocused) == 1; });
   Picture("5-rename-dark");

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <span>
 
-#include "config/contrast.h"
 #include "platform/win32/wide.h"
 
 namespace quilmark {
@@ -81,7 +80,7 @@ void Canvas::MarkedLine(const Rect& rect, const std::u16string& text, const std:
                         const RowColors& colors) const {
   if (hits.empty()) return Line(rect, text, colors.text);
   // Where units and screen differ in order, parts cannot be drawn apart: the whole name is the hit.
-  if (RunsRightToLeft(text)) return Line(rect, text, ReadableOn(colors.ground, colors.hitText));
+  if (RunsRightToLeft(text)) return Line(rect, text, colors.wholeHit);
   const ClipScope clip(dc, rect);
   TEXTMETRICW metrics = {};
   GetTextMetricsW(dc, &metrics);
