@@ -250,6 +250,7 @@ void WindowProgram::Drag(HWND window, POINT from, POINT to) {
 void WindowProgram::MoveMouse(int x, int y) {
   POINT place = {x, y};
   ClientToScreen(Window(), &place);
+  SendMouse({place.x - 5, place.y}, 0);  // from elsewhere: at its place already, it would not be noticed
   SendMouse(place, 0);
 }
 

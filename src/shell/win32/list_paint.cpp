@@ -281,6 +281,7 @@ void MainWindow::Paint() {
   PaintOutcome outcome;
   if (backBuffer.IsReady()) {
     outcome = PaintWindow(backBuffer.Dc(), *this);
+    paintedScrollY = App().scrollY;
     BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
   }
   EndPaint(window_, &paint);

@@ -100,6 +100,7 @@ void MainWindow::RelayoutList() {
   FitColumns(App(), *this);
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
+  ++rangeUpdates;
 }
 
 bool MainWindow::IsVisible() { return IsWindowVisible(window_) != FALSE; }

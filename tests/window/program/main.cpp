@@ -1,6 +1,8 @@
 // The desktop program with a way to ask for its state.
 #include <windows.h>
 
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -11,6 +13,7 @@
 #include "search/attr_cache.h"
 #include "search/filtered_results.h"
 #include "shell/result_messages.h"
+#include "shell/win32/list_paint.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
@@ -71,6 +74,30 @@ std::optional<SystemColors> HighContrastOfTest() {
                       .hotLight = ColorOfHex(0xFFFF00)};
 }
 
+void FillRows(AppState& app, MainWindow& window, uint32_t count) {
+  auto rows = std::make_shared<ResultSet>();
+  rows->reserve(count);
+  VolumeIndex* const volume = CopyVolumes(Engine()).front();
+  for (uint32_t i = 0; i < count; ++i) rows->push_back({volume, i % volume->records.size()});
+  {
+    const std::scoped_lock lock(ResultsLock);
+    CurrentResults = rows;
+  }
+  FollowNewResults(KeepFiltered::kNo, count);
+  app.scrollY = 0;
+  window.RelayoutList();
+}
+
+LRESULT TimePaints(const MainWindow& window, uint32_t times) {
+  LARGE_INTEGER frequency, start, end;
+  QueryPerformanceFrequency(&frequency);
+  QueryPerformanceCounter(&start);
+  for (uint32_t i = 0; i < times; ++i) PaintWindow(window.backBuffer.Dc(), window);
+  GdiFlush();
+  QueryPerformanceCounter(&end);
+  return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
+}
+
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
   const std::u16string letter(1, static_cast<char16_t>(argument));
   switch (probe) {
@@ -89,6 +116,7 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
         const UINT children = argument == 1 ? RDW_ALLCHILDREN : RDW_NOCHILDREN;
         RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | children | RDW_UPDATENOW);
       }
+      GdiFlush();  // onto the screen, for a picture of it
       break;
     case Probe::kRequestExit:
       app.exitRequested = true;
@@ -117,6 +145,15 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kMapDriveAgain:
       MapDrives(letter);
       break;
+    case Probe::kFillRows:
+      FillRows(app, window, argument);
+      break;
+    case Probe::kShowRow:
+      app.scrollY = int64_t{argument} * window.List().pitch;
+      window.RelayoutList();
+      break;
+    case Probe::kTimePaints:
+      return TimePaints(window, argument);
     case Probe::kSetHighContrast: {
       static const auto asTheSystemSays = readHighContrast;
       readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;
@@ -158,6 +195,10 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return static_cast<LRESULT>(SelectedRows(app.list.selection, DisplayCount).size());
     case Probe::kFocusRow:
       return app.list.selection.focusRow;
+    case Probe::kRangeUpdates:
+      return static_cast<LRESULT>(window.rangeUpdates);
+    case Probe::kPaintedScrollY:
+      return static_cast<LRESULT>(window.paintedScrollY);
     case Probe::kHoverRow:
       return app.list.hoverRow;
     case Probe::kRenameEditor:

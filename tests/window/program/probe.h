@@ -32,6 +32,8 @@ enum class Probe : uintptr_t {
   kFirstSearchDeferred,
   kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
   kHoverRow,
+  kRangeUpdates,    // of the scrollbars, since the start
+  kPaintedScrollY,  // the offset that the latest paint has shown
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
@@ -47,6 +49,9 @@ enum class Probe : uintptr_t {
   kSetSidebar,       // argument: whether the filter tags stand at the side
   kUnmapDrive,       // argument: the letter
   kMapDriveAgain,    // argument: the letter, to the folder of the start
+  kFillRows,         // argument: how many rows; those of the index, over and over
+  kShowRow,          // argument: the row to begin at
+  kTimePaints,       // argument: times; the answer is the microseconds of one
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 
