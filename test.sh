@@ -98,6 +98,7 @@ if [ -z "$quick" ]; then
   for layer in $layers window; do
     run_suite "windows-$layer" wine_run "build/windows/${layer}_tests.exe"
   done
+  must "a contact sheet" tools/contact_sheet.sh
   wine_stop
   wine_display_stop
 

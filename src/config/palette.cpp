@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "config/contrast.h"
 #include "platform/format.h"
 #include "platform/text_file.h"
 
@@ -110,6 +111,8 @@ std::u16string HexColorText(Color color) {
 Palette ThemeDefaults(bool dark) {
   Palette palette;
   for (const DefaultRow& row : kDefaults) palette.*row.entry = ColorOfHex(dark ? row.dark : row.light);
+  palette.rowSelText = palette.text;
+  palette.accentText = LettersOn(palette.accent);
   return palette;
 }
 
@@ -134,6 +137,8 @@ Palette WithOverrides(Palette palette, const ColorOverrides& overrides) {
     palette.controlBackground = MixColor(palette.border, palette.surface, isDark ? 70 : 45);
   }
   if (isSet(&Palette::editWell)) palette.cardBackground = palette.editWell;
+  palette.rowSelText = palette.text;
+  palette.accentText = LettersOn(palette.accent);
   return palette;
 }
 

@@ -31,6 +31,8 @@ struct Palette {
   Color cardBackground = 0, windowFrame = 0, alternateRow = 0, controlBackground = 0, separator = 0,
         muted = 0, mutedFixed = 0, accentStrong = 0, accentSoft = 0, focusRing = 0, headerBackground = 0,
         panelBackground = 0, tabBackground = 0, buttonBorder = 0;
+  Color rowSelText = 0, accentText = 0;  // letters on rowSel and on accent
+  bool isSystem = false;                 // colours of the system, to be used as they are
 
   bool operator==(const Palette&) const = default;
 };

@@ -101,6 +101,19 @@ TEST_F(ResultsList, LosesNoWheelEventOfABurst) {
   WaitUntil("the end", [&] { return program.Ask(Probe::kScrollY) == end; });
 }
 
+TEST_F(ResultsList, ShowsTheEndOfABurstAndMeasuresNothingOnTheWay) {
+  program.Ask(Probe::kFillRows, 10'000'000);
+  const int64_t paints = program.Ask(Probe::kPaints), updates = program.Ask(Probe::kRangeUpdates);
+  for (int i = 0; i < 1'000; ++i) {
+    PostMessageW(program.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(600, 600));
+  }
+  WaitUntil("the last event", [this] { return program.Ask(Probe::kScrollY) == 100'000; });
+  WaitUntil("its frame", [this] { return program.Ask(Probe::kPaintedScrollY) == 100'000; });
+  EXPECT_EQ(program.Ask(Probe::kRangeUpdates), updates);
+  EXPECT_GT(program.Ask(Probe::kPaints), paints);
+  EXPECT_LT(program.Ask(Probe::kPaints), paints + 1'000);  // frames of a burst are drawn together
+}
+
 TEST_F(ResultsList, FollowsItsThumb) {
   const int x = static_cast<int>(program.Ask(Probe::kClientWidth)) - 7;
   const int bottom = static_cast<int>(program.Ask(Probe::kClientHeight)) - 20;

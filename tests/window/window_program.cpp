@@ -247,6 +247,13 @@ void WindowProgram::Drag(HWND window, POINT from, POINT to) {
   SendMouse(to, MOUSEEVENTF_LEFTUP);
 }
 
+void WindowProgram::MoveMouse(int x, int y) {
+  POINT place = {x, y};
+  ClientToScreen(Window(), &place);
+  SendMouse({place.x - 5, place.y}, 0);  // from elsewhere: at its place already, it would not be noticed
+  SendMouse(place, 0);
+}
+
 void WindowProgram::Turn(POINT at, int notches) {
   ClientToScreen(Window(), &at);
   SendMouse(at, MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));

@@ -1,8 +1,8 @@
 #include "shell/win32/canvas.h"
 
 #include <algorithm>
+#include <span>
 
-#include "config/palette.h"
 #include "platform/win32/wide.h"
 
 namespace quilmark {
@@ -16,6 +16,13 @@ void DrawIn(HDC dc, const Rect& rect, const std::u16string& text, Color color, U
   SetTextColor(dc, color);
   RECT place = ToRECT(rect);
   DrawTextW(dc, Wide(text), static_cast<int>(text.size()), &place, format);
+}
+
+void FillShape(HDC dc, std::span<const POINT> points, Color color) {
+  SetDCBrushColor(dc, color);
+  const SelectScope fill(dc, GetStockObject(DC_BRUSH));
+  const SelectScope outline(dc, GetStockObject(NULL_PEN));
+  Polygon(dc, points.data(), static_cast<int>(points.size()));
 }
 
 // Hebrew, Arabic and their neighbours: the units do not stand in the order of the screen.
@@ -36,12 +43,26 @@ void Canvas::FillRound(const Rect& rect, int radius, Color color) const {
   RoundRect(dc, rect.left, rect.top, rect.right + 1, rect.bottom + 1, radius, radius);
 }
 
+void Canvas::FillCut(const Rect& rect, int corner, Color color) const {
+  const POINT points[] = {{rect.left, rect.top},
+                          {rect.right - corner, rect.top},
+                          {rect.right, rect.top + corner},
+                          {rect.right, rect.bottom},
+                          {rect.left, rect.bottom}};
+  FillShape(dc, points, color);
+}
+
+void Canvas::FillCorner(const Rect& rect, Color color) const {
+  const POINT points[] = {{rect.left, rect.top}, {rect.right, rect.bottom}, {rect.left, rect.bottom}};
+  FillShape(dc, points, color);
+}
+
 void Canvas::Line(const Rect& rect, const std::u16string& text, Color color) const {
   DrawIn(dc, rect, text, color, kOneLine);
 }
 
-void Canvas::Centred(const Rect& rect, const std::u16string& text) const {
-  DrawIn(dc, rect, text, CurrentPalette.text,
+void Canvas::Centred(const Rect& rect, const std::u16string& text, Color color) const {
+  DrawIn(dc, rect, text, color,
          DT_CENTER | DT_WORDBREAK | DT_EDITCONTROL | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
@@ -55,30 +76,27 @@ int Canvas::WidthOf(const char16_t* text, size_t length) const {
   return size.cx;
 }
 
-void Canvas::MarkedLine(const Rect& rect, const std::u16string& text,
-                        const std::vector<TextRange>& hits) const {
-  if (hits.empty()) return Line(rect, text, CurrentPalette.text);
+void Canvas::MarkedLine(const Rect& rect, const std::u16string& text, const std::vector<TextRange>& hits,
+                        const RowColors& colors) const {
+  if (hits.empty()) return Line(rect, text, colors.text);
   // Where units and screen differ in order, parts cannot be drawn apart: the whole name is the hit.
-  if (RunsRightToLeft(text)) return Line(rect, text, CurrentPalette.textHit);
+  if (RunsRightToLeft(text)) return Line(rect, text, colors.wholeHit);
   const ClipScope clip(dc, rect);
   TEXTMETRICW metrics = {};
   GetTextMetricsW(dc, &metrics);
   const int top = (rect.top + rect.bottom - metrics.tmHeight) / 2;
-  const Color ground =
-      AdjustHighlightContrast(CurrentPalette.textHit, CurrentPalette.searchHit, CurrentPalette.surface);
   std::vector<Rect> places;
   for (const TextRange& hit : hits) {
     const int left = rect.left + WidthOf(text.data(), hit.begin);
     const int right = rect.left + WidthOf(text.data(), hit.begin + hit.length);
     places.push_back({left, top, right, top + metrics.tmHeight});
-    Fill(places.back(), ground);
   }
-  Line(rect, text, CurrentPalette.text);
+  Line(rect, text, colors.text);
   // Drawn once more and cut out, so that both stand on the same pixels.
   for (const Rect& place : places) {
     const ClipScope one(dc, place);
-    Fill(place, ground);
-    Line(rect, text, CurrentPalette.textHit);
+    Fill(place, colors.hit);
+    Line(rect, text, colors.hitText);
   }
 }
 

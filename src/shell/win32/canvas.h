@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "shell/highlight.h"
+#include "shell/list_colors.h"
 #include "shell/win32/gdi.h"
 
 namespace quilmark {
@@ -15,14 +16,17 @@ struct Canvas {
 
   void Fill(const Rect& rect, Color color) const { FillWith(dc, ToRECT(rect), color); }
   void FillRound(const Rect& rect, int radius, Color color) const;
+  // Without its upper right corner, and that corner folded over.
+  void FillCut(const Rect& rect, int corner, Color color) const;
+  void FillCorner(const Rect& rect, Color color) const;
 
   // One line in the selected font, vertically centred, with an ellipsis where it does not fit.
   void Line(const Rect& rect, const std::u16string& text, Color color) const;
   // The same, with some of its parts marked as hits.
-  void MarkedLine(const Rect& rect, const std::u16string& text,
-                  const std::vector<TextRange>& hits) const;
-  // Up to two lines, centred, from the top.
-  void Centred(const Rect& rect, const std::u16string& text) const;
+  void MarkedLine(const Rect& rect, const std::u16string& text, const std::vector<TextRange>& hits,
+                  const RowColors& colors) const;
+  // As many lines as fit, centred, from the top.
+  void Centred(const Rect& rect, const std::u16string& text, Color color) const;
   // One line in the middle of the place.
   void Middle(const Rect& rect, const std::u16string& text, Color color) const;
 

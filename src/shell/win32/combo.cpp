@@ -163,7 +163,7 @@ void DrawComboItem(const DRAWITEMSTRUCT& item) {
   const bool isSelected = !isField && (item.itemState & ODS_SELECTED) != 0;
   FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);
   SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, CurrentPalette.text);
+  SetTextColor(item.hDC, isSelected ? CurrentPalette.rowSelText : CurrentPalette.text);
   RECT place = item.rcItem;
   place.left = isField ? Scaled(kFieldInset) : place.left + Scaled(8);
   place.right -= Scaled(6);

@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "config/palette.h"
+#include "config/contrast.h"
 #include "config/window_settings.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
@@ -96,6 +96,11 @@ HWND MakeEdit(HWND parent, int id, HFONT font) {
   SendMessageW(edit, EM_SETLIMITTEXT, kLongestRange, 0);
   SetWindowSubclass(edit, FramedProcedure, kSubclass, 0);
   return edit;
+}
+
+Color MutedOn(Color ground) {
+  if (CurrentPalette.isSystem) return CurrentPalette.text;
+  return ReadableOn(ground, CurrentPalette.muted);
 }
 
 int WidthOfTag(const Canvas& canvas, const std::u16string& caption) {
@@ -213,9 +218,7 @@ void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isCh
                        : isHot  ? CurrentPalette.accentSoft
                                 : CurrentPalette.controlBackground;
   canvas.FillRound(rect, Scaled(8), ground);
-  // Letters on the accent: whichever of black and white stands out.
-  const Color onAccent = Luminance(ground) < 150 ? ColorOfHex(0xFFFFFF) : ColorOfHex(0x101418);
-  const Color color = isChosen ? onAccent : CurrentPalette.text;
+  const Color color = isChosen ? CurrentPalette.accentText : CurrentPalette.text;
   const TagText text = SplitCaption(caption);
   SetBkMode(dc, TRANSPARENT);
   const int inset = Scaled(8), countWidth = canvas.WidthOf(text.count.data(), text.count.size());
@@ -226,7 +229,7 @@ void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isCh
   canvas.Line({left, rect.top, left + shownName + 1, rect.bottom}, text.name, color);
   const int countLeft = left + shownName + gap;
   canvas.Line({countLeft, rect.top, countLeft + countWidth + 1, rect.bottom}, text.count,
-              isChosen ? onAccent : CurrentPalette.muted);
+              isChosen ? color : MutedOn(ground));
 }
 
 void DrawTagItem(const DRAWITEMSTRUCT& item) {

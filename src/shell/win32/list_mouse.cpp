@@ -119,7 +119,7 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
   if (bar != app.list.hoverBar || row != app.list.hoverRow)
     RequestListRepaint(app, window, kDragRepaintMs);
   if (row != app.list.hoverRow || column != app.list.hoverColumn) {
-    window.tip.Show(window.Handle(), TipText(row, column), app.systemDpi);
+    window.tip.Show(window.Handle(), TipText(row, column), app.systemDpi, window.fonts.main.Get());
   }
   app.list.hoverBar = bar;
   app.list.hoverRow = row;

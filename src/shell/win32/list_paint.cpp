@@ -8,7 +8,9 @@
 #include "search/filtered_results.h"
 #include "search/sort.h"
 #include "shell/cell_text.h"
+#include "shell/empty_state.h"
 #include "shell/highlight.h"
+#include "shell/list_colors.h"
 #include "shell/result_messages.h"
 #include "shell/row_cells.h"
 #include "shell/row_text.h"
@@ -21,8 +23,10 @@ namespace {
 
 // Pixels at 96 dpi.
 constexpr int kTextInset = 15, kClipInset = 10, kRowInset = 8, kRowRadius = 8, kRowGap = 4;
-constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 55, kStatusBottom = 72, kStatusLeft = 20;
-constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8;
+constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 55, kStatusBottom = 72, kStatusLeft = 20,
+              kEmptyLine = 30;
+constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8,
+              kIconGap = 4;
 
 struct ColumnText {
   std::u16string_view key, english;
@@ -47,6 +51,7 @@ struct ListPaint {
   Canvas canvas;
   ListLayout layout;
   std::u16string term;  // to mark in names
+  ListColors colors;
 
   int Scaled(int n) const { return ScaleFor(layout.dpi, n); }
 };
@@ -57,14 +62,16 @@ Rect CellOf(const ListPaint& paint, const Rect& row, int column) {
   return {left, row.top, left + width, row.bottom};
 }
 
-void DrawRowGround(const ListPaint& paint, const Rect& row, uint64_t index) {
-  const bool isSelected = App().list.selection.rows.contains(index);
-  const bool isHovered = static_cast<int64_t>(index) == App().list.hoverRow;
-  if (!isSelected && !isHovered) return;
+const RowColors& ColorsOf(const ListPaint& paint, uint64_t index) {
+  if (App().list.selection.rows.contains(index)) return paint.colors.selected;
+  return static_cast<int64_t>(index) == App().list.hoverRow ? paint.colors.hovered : paint.colors.plain;
+}
+
+void DrawRowGround(const ListPaint& paint, const Rect& row, Color color) {
+  if (color == paint.colors.plain.ground) return;
   const Rect ground = {row.left + paint.Scaled(kRowInset), row.top, row.right - paint.Scaled(kRowInset),
                        row.top + paint.layout.pitch - paint.Scaled(kRowGap)};
-  paint.canvas.FillRound(ground, paint.Scaled(kRowRadius),
-                         isSelected ? CurrentPalette.rowSel : CurrentPalette.alternateRow);
+  paint.canvas.FillRound(ground, paint.Scaled(kRowRadius), color);
 }
 
 std::u16string CellText(const RowText& text, const RowCells& cells, uint64_t index, int column) {
@@ -95,31 +102,36 @@ void DrawGridLines(const ListPaint& paint, const Rect& row) {
                     CurrentPalette.border);
 }
 
-// A sheet, or a folder with a tab.
-void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory) {
+// A sheet with a folded corner, or a folder with a tab.
+void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory,
+               const RowColors& colors) {
   const int half = size / 2, tab = size / 6;
   const Rect body = {middle.x - half * (isDirectory ? 4 : 3) / 4,
                      middle.y - half + (isDirectory ? tab : 0),
                      middle.x + half * (isDirectory ? 4 : 3) / 4, middle.y + half};
-  const Color color = isDirectory ? CurrentPalette.accent : CurrentPalette.separator;
   if (isDirectory) {
-    paint.canvas.FillRound({body.left, middle.y - half, middle.x, body.top + tab}, tab, color);
+    paint.canvas.FillRound({body.left, middle.y - half, middle.x, body.top + tab}, tab, colors.folder);
+    return paint.canvas.FillRound(body, tab, colors.folder);
   }
-  paint.canvas.FillRound(body, tab, color);
+  const int fold = size / 4;
+  paint.canvas.FillCut(body, fold, colors.file);
+  paint.canvas.FillCorner({body.right - fold, body.top, body.right, body.top + fold},
+                          MixColor(colors.file, colors.ground, 50));
 }
 
-void DrawName(const ListPaint& paint, const Rect& place, const RowText& text) {
+void DrawName(const ListPaint& paint, const Rect& place, const RowText& text, const RowColors& colors) {
   const int size = paint.Scaled(kListIcon);
   const int left = place.left - paint.Scaled(kTextInset - kClipInset);
   const ClipScope clip(paint.canvas.dc, {left, place.top, place.right, place.bottom});
-  DrawGlyph(paint, {left + size / 2, (place.top + place.bottom) / 2}, size, text.isDirectory);
+  DrawGlyph(paint, {left + size / 2, (place.top + place.bottom) / 2}, size, text.isDirectory, colors);
   paint.canvas.MarkedLine({place.left + paint.Scaled(kIconShift), place.top, place.right, place.bottom},
-                          text.name, HighlightRanges(text.name, paint.term));
+                          text.name, HighlightRanges(text.name, paint.term), colors);
 }
 
 void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const RowText& text,
                   const RowCells& cells) {
-  DrawRowGround(paint, row, index);
+  const RowColors& colors = ColorsOf(paint, index);
+  DrawRowGround(paint, row, colors.ground);
   if (text.name.empty()) return;  // a volume that went away
   for (int column = 0; column < kColumns; ++column) {
     const Rect cell = CellOf(paint, row, column);
@@ -127,23 +139,25 @@ void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const
     const Rect place = {cell.left + paint.Scaled(kTextInset), cell.top,
                         cell.right - paint.Scaled(kClipInset), cell.bottom};
     if (column == 1) {
-      DrawName(paint, place, text);
+      DrawName(paint, place, text, colors);
     } else {
-      paint.canvas.Line(place, CellText(text, cells, index, column), CurrentPalette.muted);
+      paint.canvas.Line(place, CellText(text, cells, index, column), colors.muted);
     }
   }
   DrawGridLines(paint, row);
 }
 
 void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, const RowText& text) {
-  DrawRowGround(paint, cell, index);
+  const RowColors& colors = ColorsOf(paint, index);
+  DrawRowGround(paint, cell, colors.ground);
   if (text.name.empty()) return;
   const int size = paint.Scaled(paint.layout.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
   const int top = cell.top + paint.Scaled(kIconTop);
-  DrawGlyph(paint, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory);
+  DrawGlyph(paint, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory, colors);
   const int inset = paint.Scaled(kClipInset);
-  paint.canvas.Centred({cell.left + inset, top + size, cell.right - inset, cell.bottom - inset},
-                       text.name);
+  paint.canvas.Centred({cell.left + inset, top + size + paint.Scaled(kIconGap), cell.right - inset,
+                        cell.bottom - paint.Scaled(kRowGap)},
+                       text.name, colors.text);
 }
 
 PaintOutcome DrawRows(const ListPaint& paint) {
@@ -170,14 +184,14 @@ PaintOutcome DrawRows(const ListPaint& paint) {
 void DrawHeader(const ListPaint& paint) {
   const Rect& header = paint.layout.header;
   if (header.top == header.bottom) return;
-  paint.canvas.Fill(header, CurrentPalette.headerBackground);
+  paint.canvas.Fill(header, paint.colors.band);
   const ClipScope clip(paint.canvas.dc, header);
   const SelectScope font(paint.canvas.dc, TheWindow().fonts.header.Get());
   for (int column = 0; column < kColumns; ++column) {
     const Rect cell = CellOf(paint, header, column);
     paint.canvas.Line(
         {cell.left + paint.Scaled(kHeaderInset), cell.top, cell.right - paint.Scaled(2), cell.bottom},
-        HeaderText(column), CurrentPalette.header);
+        HeaderText(column), paint.colors.bandText);
     if (CurrentWindowSettings.tableGridLines && column < kPathColumn) {
       paint.canvas.Fill({cell.right - 1, cell.top, cell.right, cell.bottom}, CurrentPalette.border);
     }
@@ -198,14 +212,14 @@ void DrawTop(const ListPaint& paint, const MainWindow& window) {
   const SelectScope font(paint.canvas.dc, window.fonts.main.Get());
   paint.canvas.Line({paint.Scaled(kStatusLeft), paint.Scaled(kStatusTop),
                      App().clientWidth - paint.Scaled(kStatusLeft), paint.Scaled(kStatusBottom)},
-                    window.StatusText(), CurrentPalette.muted);
+                    window.StatusText(), paint.colors.status);
 }
 
 // The filter categories, where they stand at the side.
 void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
   if (!CurrentWindowSettings.sidebarLayout) return;
   const int width = App().sidebarWidth;
-  paint.canvas.Fill({0, App().headerTop, width, App().clientHeight}, CurrentPalette.panelBackground);
+  paint.canvas.Fill({0, App().headerTop, width, App().clientHeight}, paint.colors.panel);
   const auto& captions = window.filterBar.Captions();
   const SidebarLayout sidebar = LayoutSidebar({.clientHeight = App().clientHeight,
                                                .headerTop = App().headerTop,
@@ -230,18 +244,25 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
 // What to do here, where there is nothing to see.
 void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
   if (DisplayCount != 0 || !Engine().ready) return;
-  const bool isAsked = !CurrentQueryText.empty();
-  const std::u16string text =
-      isAsked ? TranslateOr(u"Empty_NoResults", u"Nothing found")
-              : TranslateOr(u"Empty_TypeToSearch", u"Type a part of a name; Enter lists everything");
-  const SelectScope font(paint.canvas.dc, window.fonts.title.Get());
-  paint.canvas.Middle(paint.layout.rows, text, CurrentPalette.muted);
+  const EmptyText text = EmptyListText(!CurrentQueryText.empty(), CountIndexed(Engine()));
+  const Rect& rows = paint.layout.rows;
+  const int middle = (rows.top + rows.bottom) / 2, line = paint.Scaled(kEmptyLine);
+  const ClipScope clip(paint.canvas.dc, rows);
+  {
+    const SelectScope font(paint.canvas.dc, window.fonts.title.Get());
+    paint.canvas.Middle({rows.left, middle - line, rows.right, middle}, text.title,
+                        paint.colors.plain.text);
+  }
+  const SelectScope font(paint.canvas.dc, window.fonts.list.Get());
+  paint.canvas.Middle({rows.left, middle, rows.right, middle + line}, text.detail,
+                      paint.colors.plain.muted);
 }
 
 }  // namespace
 
 PaintOutcome PaintWindow(HDC dc, const MainWindow& window) {
-  const ListPaint paint{{dc}, window.List(), HighlightTerm(CurrentQueryText)};
+  const ListPaint paint{
+      {dc}, window.List(), HighlightTerm(CurrentQueryText), ListColorsOf(CurrentPalette)};
   SetBkMode(dc, TRANSPARENT);
   paint.canvas.Fill({0, 0, App().clientWidth, App().clientHeight}, CurrentPalette.surface);
   const PaintOutcome outcome = DrawRows(paint);
@@ -262,6 +283,7 @@ void MainWindow::Paint() {
   PaintOutcome outcome;
   if (backBuffer.IsReady()) {
     outcome = PaintWindow(backBuffer.Dc(), *this);
+    paintedScrollY = App().scrollY;
     BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
   }
   EndPaint(window_, &paint);

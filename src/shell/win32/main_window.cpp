@@ -101,6 +101,7 @@ void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
+  ++rangeUpdates;
 }
 
 bool MainWindow::IsVisible() { return IsWindowVisible(window_) != FALSE; }

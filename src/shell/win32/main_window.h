@@ -85,7 +85,9 @@ class MainWindow : public WindowPort, public WindowEndPort {
   BackBuffer backBuffer;
   TrayIcon tray;
   UINT taskbarCreated = 0;   // the registered message
-  uint64_t paints = 0;       // since the start
+  uint64_t paints = 0;        // since the start
+  uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
+  int64_t paintedScrollY = 0;
   bool settingText = false;  // the program writes the search box: no search follows
 
  private:

@@ -25,6 +25,7 @@
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/win32/system_calls.h"
+#include "shell/win32/theme.h"
 #include "shell/win32/tray_menu.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_events.h"
@@ -106,6 +107,12 @@ Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
   window.RecreateBackBuffer();
   InvalidateRect(message.window, nullptr, TRUE);
   return 0;
+}
+
+// The system goes on with the message: its own controls follow it too.
+Outcome OnSystemColors(AppState&, MainWindow& window, const Message&) {
+  FollowSystemColors(window);
+  return std::nullopt;
 }
 
 int ChosenIn(const Message& message) {
@@ -370,6 +377,9 @@ constexpr MessageRow kMessageRows[] = {
     {WM_DRAWITEM, OnDrawItem},
     {WM_MEASUREITEM, OnMeasureItem},
     {WM_DISPLAYCHANGE, OnDisplayChange},
+    {WM_SYSCOLORCHANGE, OnSystemColors},
+    {WM_SETTINGCHANGE, OnSystemColors},
+    {WM_THEMECHANGED, OnSystemColors},
     {WM_COMMAND, OnCommand},
     {WM_NOTIFY, OnNotify},
     {WM_SYSCOMMAND, OnSysCommand},

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "config/palette.h"
 #include "config/window_settings.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
@@ -45,11 +46,16 @@ void RowTip::Open(HWND window) {
   TTTOOLINFOW tool = ToolOf(window);
   GetClientRect(window, &tool.rect);
   SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  // A theme of the system would keep its own colours.
+  SendMessageW(tip_, TTM_SETWINDOWTHEME, 0, reinterpret_cast<LPARAM>(L""));
 }
 
-void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi) {
+void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font) {
   if (text.empty()) return Hide();
   SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, ScaleFor(dpi, kMostWidth));
+  SendMessageW(tip_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SendMessageW(tip_, TTM_SETTIPBKCOLOR, CurrentPalette.cardBackground, 0);
+  SendMessageW(tip_, TTM_SETTIPTEXTCOLOR, CurrentPalette.text, 0);
   TTTOOLINFOW tool = ToolOf(window);
   tool.lpszText = const_cast<wchar_t*>(Wide(text));
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));

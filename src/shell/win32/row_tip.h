@@ -13,7 +13,7 @@ class RowTip {
  public:
   void Open(HWND window);
   // Beside the cursor; an empty text hides it.
-  void Show(HWND window, const std::u16string& text, uint32_t dpi);
+  void Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font);
   void Hide();
 
  private:

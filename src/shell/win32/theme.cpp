@@ -9,9 +9,32 @@ namespace quilmark {
 
 namespace {
 
+std::optional<SystemColors> ReadHighContrast() {
+  HIGHCONTRASTW contrast = {};
+  contrast.cbSize = sizeof contrast;
+  if (!SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0)) return std::nullopt;
+  if ((contrast.dwFlags & HCF_HIGHCONTRASTON) == 0) return std::nullopt;
+  return SystemColors{.window = GetSysColor(COLOR_WINDOW),
+                      .windowText = GetSysColor(COLOR_WINDOWTEXT),
+                      .highlight = GetSysColor(COLOR_HIGHLIGHT),
+                      .highlightText = GetSysColor(COLOR_HIGHLIGHTTEXT),
+                      .buttonFace = GetSysColor(COLOR_BTNFACE),
+                      .grayText = GetSysColor(COLOR_GRAYTEXT),
+                      .hotLight = GetSysColor(COLOR_HOTLIGHT)};
+}
+
+}  // namespace
+
+std::optional<SystemColors> (*readHighContrast)() = ReadHighContrast;
+
+namespace {
+
+Palette WantedPalette() {
+  return PaletteInForce(CurrentWindowSettings.darkTheme, CurrentOverrides, readHighContrast());
+}
+
 void TakePalette(MainWindow& window) {
-  ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
-  ApplyColorOverrides();
+  CurrentPalette = WantedPalette();
   window.brushes = MakeBrushes();
 }
 
@@ -24,13 +47,24 @@ void RepaintAll(const MainWindow& window) {
 
 void ApplyTheme(MainWindow& window) {
   TakePalette(window);
+  window.tip.Hide();  // it has the former colours
   window.RemakeFonts();
   if (App().clientWidth > 0) window.PlaceControls();  // a combo box takes its height from its font
   const bool dark = CurrentWindowSettings.darkTheme;
-  ColorFrame(window.Handle(), {.dark = dark,
-                               .caption = dark ? CurrentPalette.surface : CurrentPalette.toolbar,
-                               .text = CurrentPalette.text});
+  if (CurrentPalette.isSystem) {
+    constexpr COLORREF kOfTheSystem = 0xFFFFFFFF;
+    ColorFrame(window.Handle(), {.dark = false, .caption = kOfTheSystem, .text = kOfTheSystem});
+  } else {
+    ColorFrame(window.Handle(), {.dark = dark,
+                                 .caption = dark ? CurrentPalette.surface : CurrentPalette.toolbar,
+                                 .text = CurrentPalette.text});
+  }
   RepaintAll(window);
+}
+
+void FollowSystemColors(MainWindow& window) {
+  // Most changes of settings are none of colours.
+  if (WantedPalette() != CurrentPalette) ApplyTheme(window);
 }
 
 void RefreshColorsLive(MainWindow& window) {

@@ -3,6 +3,8 @@
 
 #include <dbt.h>
 
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -14,6 +16,7 @@
 #include "search/attr_cache.h"
 #include "search/filtered_results.h"
 #include "shell/result_messages.h"
+#include "shell/win32/list_paint.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
@@ -86,6 +89,41 @@ LRESULT TellOfDrive(const MainWindow& window, WPARAM event, uint32_t payload) {
                       payload == 0 ? 0 : reinterpret_cast<LPARAM>(&volume));
 }
 
+// Colours that no theme of ours has.
+std::optional<SystemColors> HighContrastOfTest() {
+  return SystemColors{.window = ColorOfHex(0x000000),
+                      .windowText = ColorOfHex(0xFFFFFF),
+                      .highlight = ColorOfHex(0x1AEBFF),
+                      .highlightText = ColorOfHex(0x000000),
+                      .buttonFace = ColorOfHex(0x000000),
+                      .grayText = ColorOfHex(0x3FF23F),
+                      .hotLight = ColorOfHex(0xFFFF00)};
+}
+
+void FillRows(AppState& app, MainWindow& window, uint32_t count) {
+  auto rows = std::make_shared<ResultSet>();
+  rows->reserve(count);
+  VolumeIndex* const volume = CopyVolumes(Engine()).front();
+  for (uint32_t i = 0; i < count; ++i) rows->push_back({volume, i % volume->records.size()});
+  {
+    const std::scoped_lock lock(ResultsLock);
+    CurrentResults = rows;
+  }
+  FollowNewResults(KeepFiltered::kNo, count);
+  app.scrollY = 0;
+  window.RelayoutList();
+}
+
+LRESULT TimePaints(const MainWindow& window, uint32_t times) {
+  LARGE_INTEGER frequency, start, end;
+  QueryPerformanceFrequency(&frequency);
+  QueryPerformanceCounter(&start);
+  for (uint32_t i = 0; i < times; ++i) PaintWindow(window.backBuffer.Dc(), window);
+  GdiFlush();
+  QueryPerformanceCounter(&end);
+  return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
+}
+
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
   const std::u16string letter(1, static_cast<char16_t>(argument));
   switch (probe) {
@@ -104,6 +142,7 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
         const UINT children = argument == 1 ? RDW_ALLCHILDREN : RDW_NOCHILDREN;
         RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | children | RDW_UPDATENOW);
       }
+      GdiFlush();  // onto the screen, for a picture of it
       break;
     case Probe::kRequestExit:
       app.exitRequested = true;
@@ -137,6 +176,20 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kTellOfDrive:
       return TellOfDrive(window, argument & 0xFFFF, argument >> 16);
+    case Probe::kFillRows:
+      FillRows(app, window, argument);
+      break;
+    case Probe::kShowRow:
+      app.scrollY = int64_t{argument} * window.List().pitch;
+      window.RelayoutList();
+      break;
+    case Probe::kTimePaints:
+      return TimePaints(window, argument);
+    case Probe::kSetHighContrast: {
+      static const auto asTheSystemSays = readHighContrast;
+      readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;
+      break;
+    }
     default:
       return 0;
   }
@@ -173,6 +226,12 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return static_cast<LRESULT>(SelectedRows(app.list.selection, DisplayCount).size());
     case Probe::kFocusRow:
       return app.list.selection.focusRow;
+    case Probe::kRangeUpdates:
+      return static_cast<LRESULT>(window.rangeUpdates);
+    case Probe::kPaintedScrollY:
+      return static_cast<LRESULT>(window.paintedScrollY);
+    case Probe::kHoverRow:
+      return app.list.hoverRow;
     case Probe::kRenameEditor:
       return reinterpret_cast<LRESULT>(window.renameEditor);
     case Probe::kRenameFocused:

@@ -32,6 +32,9 @@ enum class Probe : uintptr_t {
   kFirstSearchDeferred,
   kSyncs,  // notices that the drives are all there, taken since the start
   kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
+  kHoverRow,
+  kRangeUpdates,    // of the scrollbars, since the start
+  kPaintedScrollY,  // the offset that the latest paint has shown
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
@@ -44,12 +47,16 @@ enum class Probe : uintptr_t {
   kCrashInWindow,      // of the interface thread
   kSetView,            // argument: 0 list, 1 small icons, 2 large icons
   kPostStaleResults,
-  kSetSidebar,     // argument: whether the filter tags stand at the side
-  kUnmapDrive,     // argument: the letter
-  kMapDriveAgain,  // argument: the letter, to the folder of the start
-  kMoveAtScale,    // argument: a dpi; suggests 700 x 560 at 40, 50
-  kTellOfDrive,    // argument: event + 65536 * payload; the answer is the window's. Payload 0: none,
-                   // 1: of another kind, else the mask of letters
+  kSetSidebar,       // argument: whether the filter tags stand at the side
+  kUnmapDrive,       // argument: the letter
+  kMapDriveAgain,    // argument: the letter, to the folder of the start
+  kMoveAtScale,      // argument: a dpi; suggests 700 x 560 at 40, 50
+  kTellOfDrive,      // argument: event + 65536 * payload; the answer is the window's. Payload 0: none,
+                     // 1: of another kind, else the mask of letters
+  kFillRows,         // argument: how many rows; those of the index, over and over
+  kShowRow,          // argument: the row to begin at
+  kTimePaints,       // argument: times; the answer is the microseconds of one
+  kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.

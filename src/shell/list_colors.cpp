@@ -1,0 +1,74 @@
+#include "shell/list_colors.h"
+
+#include "config/contrast.h"
+
+namespace quilmark {
+
+namespace {
+
+// A row under the mouse is tinted by the letters: in the hue of whatever the user has chosen.
+constexpr int kHoverPercent = 8;
+// Between the bar and its border. A band of its own colour would stand out of a preset.
+constexpr int kBandPercent = 40, kPanelPercent = 50;
+
+// The user's colour, unless a hit cannot be read in it at all.
+Color HitText(Color hit, Color wanted) {
+  constexpr double kLeast = 3;
+  return ContrastRatio(hit, wanted) >= kLeast ? wanted : ReadableOn(hit, wanted);
+}
+
+// `beside`: what a hit has to stand out of. Under the mouse it stays as it was.
+RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) {
+  const Color hit = AdjustHighlightContrast(palette.textHit, palette.searchHit, beside);
+  return {.ground = ground,
+          .text = text,
+          .muted = ReadableOn(ground, palette.muted),
+          .hit = hit,
+          .hitText = HitText(hit, palette.textHit),
+          .wholeHit = ReadableOn(ground, palette.textHit),
+          .folder = palette.accent,
+          .file = palette.muted};
+}
+
+struct OnGround {
+  Color ground, text;
+};
+
+RowColors SystemRow(OnGround row, OnGround hit, Color wholeHit) {
+  return {.ground = row.ground,
+          .text = row.text,
+          .muted = row.text,
+          .hit = hit.ground,
+          .hitText = hit.text,
+          .wholeHit = wholeHit,
+          .folder = row.text,
+          .file = row.text};
+}
+
+ListColors SystemListColors(const Palette& palette) {
+  const OnGround plain = {palette.surface, palette.text}, marked = {palette.rowSel, palette.rowSelText};
+  const Color hot = palette.focusRing;
+  return {.plain = SystemRow(plain, marked, hot),
+          .hovered = SystemRow({palette.surface, hot}, marked, hot),
+          .selected = SystemRow(marked, plain, palette.rowSelText),
+          .band = palette.headerBackground,
+          .bandText = palette.header,
+          .panel = palette.panelBackground,
+          .status = palette.text};
+}
+
+}  // namespace
+
+ListColors ListColorsOf(const Palette& palette) {
+  if (palette.isSystem) return SystemListColors(palette);
+  const Color hover = MixColor(palette.text, palette.surface, kHoverPercent);
+  return {.plain = RowOf(palette, palette.surface, palette.text, palette.surface),
+          .hovered = RowOf(palette, hover, palette.text, palette.surface),
+          .selected = RowOf(palette, palette.rowSel, palette.rowSelText, palette.rowSel),
+          .band = MixColor(palette.border, palette.toolbar, kBandPercent),
+          .bandText = palette.header,
+          .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),
+          .status = ReadableOn(palette.toolbar, palette.muted)};
+}
+
+}  // namespace quilmark
