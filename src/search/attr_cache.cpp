@@ -15,8 +15,6 @@ namespace quilmark {
 
 namespace {
 
-// Of those tables that are keyed by the bare record number.
-
 using Clock = std::chrono::steady_clock;
 
 uint64_t MicrosSince(Clock::time_point start) {
@@ -105,6 +103,13 @@ bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   const std::shared_lock lock(volume.attrLock);
   return CopyEntry(volume, frn, out);
+}
+
+void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+  const std::shared_lock lock(volume.attrLock);
+  for (size_t i = 0; i < frns.size(); ++i) {
+    if (frns[i] == 0 || !CopyEntry(volume, frns[i], out[i])) out[i] = {};
+  }
 }
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
