@@ -42,17 +42,43 @@ bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 
 bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
 
-std::optional<uint64_t> FrnOf(const VolumeIndex& volume, uint32_t index) {
+std::optional<FileRecord> CopyRecord(const VolumeIndex& volume, uint32_t index) {
   const std::shared_lock lock(volume.indexLock);
   if (index >= volume.records.size()) return std::nullopt;
-  return volume.records[index].frn;
+  return volume.records[index];
 }
 
-// An entry without dates never takes the place of a fuller one.
-void StoreUnlessFuller(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+// Still the file that its path led to: a name that arrives later stands elsewhere. indexLock held.
+bool IsStillThere(const VolumeIndex& volume, uint32_t index, const FileRecord& before) {
+  if (index >= volume.records.size()) return false;
+  const FileRecord& now = volume.records[index];
+  return !now.deleted && now.frn == before.frn && now.name == before.name &&
+         now.parentFrn == before.parentFrn;
+}
+
+// attrLock held exclusively.
+void StoreLocked(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+  const auto held = volume.attrs.find(frn);
+  if (held != volume.attrs.end()) {
+    if (held->second.size != entry.size) volume.folderSizesDirty = true;
+    held->second = entry;
+  } else {
+    if (volume.attrs.size() >= kMostAttrEntries) return;
+    if (entry.size > 0) volume.folderSizesDirty = true;
+    volume.attrs.emplace(frn, entry);
+  }
+  ++AttrCacheGeneration;
+}
+
+// Keeps what was read, unless the journal has told of a change to the file meanwhile: it would come back
+// after its entry was dropped. An entry without dates never takes the place of a fuller one.
+void StoreFilled(VolumeIndex& volume, uint32_t index, const FileRecord& record, const AttrEntry& entry) {
+  const std::shared_lock indexLock(volume.indexLock);
+  if (!IsStillThere(volume, index, record)) return;
+  const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   AttrEntry held;
-  const bool isFuller = !HasDates(entry) && PeekAttr(volume, frn, held) && HasDates(held);
-  if (!isFuller) StoreAttr(volume, frn, entry);
+  const bool isFuller = !HasDates(entry) && CopyEntry(volume, record.frn, held) && HasDates(held);
+  if (!isFuller) StoreLocked(volume, record.frn, entry);
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
@@ -82,13 +108,15 @@ void FillFromDisk(const VolumeIndex& volume, uint32_t index, uint64_t frn, AttrE
 }
 
 void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
-  const auto frn = FrnOf(volume, index);
-  if (!frn) return;
-  const bool isHeld = LookupAttr(volume, *frn, out);
+  const auto record = CopyRecord(volume, index);
+  if (!record) return;
+  const bool isHeld = LookupAttr(volume, record->frn, out);
   if (isHeld && (HasDates(out) || insist == Insist::kNo)) return;
   const bool takesScan = !isHeld && insist == Insist::kNo;
-  if (!takesScan || !TakeMftSize(volume, *frn, out)) FillFromDisk(volume, index, *frn, out);
-  StoreUnlessFuller(volume, *frn, out);
+  if (!takesScan || !TakeMftSize(volume, record->frn, out)) {
+    FillFromDisk(volume, index, record->frn, out);
+  }
+  StoreFilled(volume, index, *record, out);
 }
 
 }  // namespace
@@ -114,16 +142,7 @@ void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::s
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
-  const auto held = volume.attrs.find(frn);
-  if (held != volume.attrs.end()) {
-    if (held->second.size != entry.size) volume.folderSizesDirty = true;
-    held->second = entry;
-  } else {
-    if (volume.attrs.size() >= kMostAttrEntries) return;
-    if (entry.size > 0) volume.folderSizesDirty = true;
-    volume.attrs.emplace(frn, entry);
-  }
-  ++AttrCacheGeneration;
+  StoreLocked(volume, frn, entry);
 }
 
 bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {
