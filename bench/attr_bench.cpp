@@ -93,6 +93,22 @@ void SortPlain(benchmark::State& state, int column) {
   CountRows(state, rows.size());
 }
 
+// By size or date, with all attributes known.
+void SortValues(benchmark::State& state, int column) {
+  const auto rows = std::make_shared<const ResultSet>(AllRows());
+  const SortJob job{.generation = searchGeneration, .column = column};
+  for (auto _ : state) {
+    {
+      const std::scoped_lock lock(ResultsLock);
+      CurrentResults = rows;
+    }
+    RunSort(job);
+  }
+  const auto sorted = HeldResults();
+  if (sorted == rows || sorted->size() != rows->size()) state.SkipWithError("nothing was sorted");
+  CountRows(state, rows->size());
+}
+
 void Filter(benchmark::State& state, Order order, const FilterSettings& settings) {
   const std::vector<MatchItem> rows = AllRows(order);
   const FilterContext context = MakeFilterContext(settings, NowFileTime());
@@ -117,9 +133,26 @@ void Count(benchmark::State& state, Order order, const FilterSettings& settings)
   CountRows(state, size);
 }
 
-void FolderTotals(benchmark::State& state) {
+enum class Sizes { kSeen, kScanned };
+
+// From the attributes that were seen, or from the sizes of a scan of all files.
+void FolderTotals(benchmark::State& state, Sizes sizes) {
   VolumeIndex& volume = Volume();
+  for (const auto& [frn, entry] : volume.attrs) {
+    if (sizes == Sizes::kScanned) volume.mftSizes[frn].logical = static_cast<uint64_t>(entry.size);
+  }
   for (auto _ : state) RebuildFolderSizes(volume);
+  volume.mftSizes.clear();
+  const uint64_t folder = volume.records[volume.records.size() - 1].parentFrn;
+  uint64_t expected = 0, total = 0;
+  for (uint32_t i = 0; i < volume.records.size(); ++i) {
+    const FileRecord& record = volume.records[i];
+    const bool isBelow = !record.isDirectory && record.parentFrn == folder;
+    if (isBelow) expected += static_cast<uint64_t>(volume.attrs.at(record.frn).size);
+  }
+  if (!GetFolderSize(volume, folder, total, IfDirty::kLeave) || total < expected || expected == 0) {
+    state.SkipWithError("wrong total");
+  }
   CountRows(state, volume.records.size());
 }
 
@@ -130,16 +163,22 @@ BENCHMARK_CAPTURE(SortText, name, kColumnName)->Unit(benchmark::kMillisecond)->U
 BENCHMARK_CAPTURE(SortText, path, kColumnOfPath)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(SortPlain, name, kColumnName)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(SortPlain, path, kColumnOfPath)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(SortValues, size, kColumnSize)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(SortValues, date, kColumnModified)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(Filter, category, Order::kOfIndex, kCategory)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Filter, size, Order::kOfIndex, kSize)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Filter, both, Order::kOfIndex, kBoth)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Filter, both_shuffled, Order::kShuffled, kBoth)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Filter, size_shuffled, Order::kShuffled, kSize)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Count, all, Order::kOfIndex, FilterSettings())->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Count, size, Order::kOfIndex, kSize)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Count, all, Order::kOfIndex, FilterSettings())
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(Count, size, Order::kOfIndex, kSize)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(Count, all_shuffled, Order::kShuffled, FilterSettings())
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(FolderTotals)->Unit(benchmark::kMillisecond);
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(FolderTotals, of_what_was_seen, Sizes::kSeen)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FolderTotals, of_a_scan, Sizes::kScanned)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace quilmark

@@ -5,6 +5,7 @@
 #include <shared_mutex>
 
 #include "search/attr_cache.h"
+#include "search/cores.h"
 #include "search/extension_table.h"
 #include "search/filters.h"
 #include "search/row_runs.h"
@@ -16,10 +17,8 @@ namespace {
 // Counts passing rows by extension, not by category: what an extension is worth is added up at the end.
 class CountPass {
  public:
-  explicit CountPass(const FilterContext& context)
-      : context_(context),
-        extensions_(MakeExtensionTable(*context.categories)),
-        filesById_(extensions_.rowsById.size() + 1) {}
+  CountPass(const FilterContext& context, const ExtensionTable& extensions)
+      : context_(context), extensions_(extensions), filesById_(extensions.rowsById.size() + 1) {}
 
   void Add(RowRun run) {
     VolumeIndex* const volume = run[0].volume;
@@ -37,19 +36,19 @@ class CountPass {
     }
   }
 
-  FilterCounts Total() const {
+  void AddTo(FilterCounts& counts) const {
     const FilterTable& table = *context_.categories;
-    FilterCounts counts{.rows = std::vector<uint64_t>(table.size()), .isIncomplete = isIncomplete_};
-    if (table.empty()) return counts;
+    counts.isIncomplete = counts.isIncomplete || isIncomplete_;
     for (size_t id = 0; id < extensions_.rowsById.size(); ++id) {
       for (const uint32_t row : extensions_.rowsById[id]) counts.rows[row] += filesById_[id];
     }
     for (size_t row = 0; row < table.size(); ++row) {
       if (IsFolderRow(table[row])) counts.rows[row] += folders_;
     }
-    counts.rows[0] = std::accumulate(filesById_.begin(), filesById_.end(), folders_);
-    return counts;
   }
+
+  // Of any category or none.
+  uint64_t RowCount() const { return std::accumulate(filesById_.begin(), filesById_.end(), folders_); }
 
  private:
   // Of a row: a folder, one that does not count, or else the number of its extension.
@@ -97,29 +96,39 @@ class CountPass {
   }
 
   const FilterContext& context_;
-  const ExtensionTable extensions_;
+  const ExtensionTable& extensions_;
   std::vector<uint64_t> filesById_;  // the last one: of no category
   uint64_t folders_ = 0;
   bool isIncomplete_ = false;
   std::vector<const VolumeIndex*> passedOver_;
   // Of the rows of one run.
-  std::array<int, kRowsARun> kinds_;
-  std::array<uint64_t, kRowsARun> frns_;
-  std::array<std::u16string_view, kRowsARun> foldedNames_;
-  std::array<AttrEntry, kRowsARun> entries_;
+  std::array<int, kRowsARun> kinds_ = {};
+  std::array<uint64_t, kRowsARun> frns_ = {};
+  std::array<std::u16string_view, kRowsARun> foldedNames_ = {};
+  std::array<AttrEntry, kRowsARun> entries_ = {};
 };
 
 }  // namespace
 
 FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
+  constexpr size_t kRowsAPiece = 128 * kRowsARun;
   const FilterContext context = MakeFilterContext(settings, NowFileTime());
-  CountPass pass(context);
+  const ExtensionTable extensions = MakeExtensionTable(*context.categories);
   const auto held = HeldResults();
-  ForEachRun(*held, [&pass](RowRun run) {
-    pass.Add(run);
-    return true;
+  // The window waits for this: all cores do it together.
+  std::vector<CountPass> passes(CoreCount(), CountPass(context, extensions));
+  OnCores(held->size(), kRowsAPiece, [&](size_t worker, size_t first, size_t end) {
+    ForEachRun(std::span(*held).subspan(first, end - first), [&](RowRun run) {
+      passes[worker].Add(run);
+      return true;
+    });
   });
-  return pass.Total();
+  FilterCounts counts{.rows = std::vector<uint64_t>(context.categories->size())};
+  if (counts.rows.empty()) return counts;
+  for (const CountPass& pass : passes) pass.AddTo(counts);
+  counts.rows[0] = 0;  // whatever extensions its line names: it is all
+  for (const CountPass& pass : passes) counts.rows[0] += pass.RowCount();
+  return counts;
 }
 
 }  // namespace quilmark

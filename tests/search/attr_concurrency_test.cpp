@@ -109,6 +109,8 @@ class LiveFiles {
 
 class AttrConcurrency : public testing::Test {
  protected:
+  // The C library takes in the time zone once, behind a lock that ThreadSanitizer does not see.
+  AttrConcurrency() { NowLocal(); }
   ~AttrConcurrency() override {
     FollowNewResults(KeepFiltered::kNo, 0);
     ActiveCategory = 0;

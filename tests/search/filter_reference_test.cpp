@@ -249,5 +249,35 @@ TEST(ExtensionTable, TellsExtensionsApartThatLookAlike) {
   }
 }
 
+TEST(ExtensionTable, AgreesWithAPlainLook) {
+  std::mt19937 random(9);
+  const auto anyText = [&random](size_t longest) {
+    std::u16string text;
+    constexpr char16_t kUnits[] = {u'.', u'.', u'a', u'b', u'/', u'\0', 0x802E, 0x2E00, 0xFFFF};
+    while (text.size() < longest && random() % 8 != 0) text += kUnits[random() % std::size(kUnits)];
+    return text;
+  };
+  size_t found = 0;
+  for (int round = 0; round < 300; ++round) {
+    FilterTable rows(3);
+    for (FilterCategory& row : rows) {
+      for (int i = 0; i < 8; ++i) row.extensions.push_back(u"." + anyText(7));
+    }
+    const ExtensionTable table = MakeExtensionTable(rows);
+    for (int i = 0; i < 300; ++i) {
+      const std::u16string name = anyText(5) + u"." + anyText(6);
+      std::vector<uint32_t> expected;
+      for (uint32_t row = 0; row < rows.size(); ++row) {
+        if (IsOfCategory(rows[row], name)) expected.push_back(row);
+      }
+      const uint32_t id = ExtensionIdOf(table, name);
+      ASSERT_EQ(id == table.None() ? std::vector<uint32_t>() : table.rowsById[id], expected)
+          << testing::PrintToString(name);
+      found += expected.size();
+    }
+  }
+  EXPECT_GT(found, 10'000u);
+}
+
 }  // namespace
 }  // namespace quilmark
