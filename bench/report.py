@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Runs the benchmark programs and their peers, and prints one table of ratios for each subject.
 
-usage: report.py WORK [COUNT...]     bench/run.sh builds what this needs. Medians of several runs; only ratios from
-one run count, since machines are shared and noisy.
+usage: report.py WORK [SUBJECT...] [COUNT...]     subjects: names, walk, ntfs, attributes (default: all)
+bench/run.sh builds what this needs. Medians of several runs; only ratios from one run count, since machines are
+shared and noisy.
 """
 import json
 import os
@@ -15,6 +16,7 @@ BUILD = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "build", 
 NEEDLES = ["龘", "e", "qqz", "zqx", "ing", "zqxjvkwy", "document", "qqzzjjxx"]
 WALK_FILES = 500_000
 IMAGE_FILES = 200_000
+ATTRIBUTE_FILES = 1_000_000
 
 
 def run_bench(program, env, *options):
@@ -139,8 +141,33 @@ def report_ntfs():
           f"{whole['ms'] / limit:.2f}x reading and parsing the $MFT ({limit:.1f} ms); {fls / whole['ms']:.1f}x faster than fls -r -p")
 
 
+def report_sort(rows, column, texts):
+    ours, plain = rows[f"SortText/{column}/real_time"]["ms"], rows[f"SortPlain/{column}/real_time"]["ms"]
+    line = f"{column:<8}{ours:>8.0f}{plain:>12.0f}{plain / ours:>10.1f}"
+    for threads in (1, 2):
+        peer = time_command(["env", "LC_ALL=C", "sort", "-f", f"--parallel={threads}", "-S", "2G", texts], runs=3)
+        line += f"{peer:>12.0f}{peer / ours:>10.1f}"
+    print(line, flush=True)
+
+
+def report_attributes():
+    folder = names_folder(ATTRIBUTE_FILES)
+    rows = run_bench("attr_bench", {"QUILMARK_BENCH_DATA": WORK, "QUILMARK_BENCH_NAMES": str(ATTRIBUTE_FILES)})
+    print(f"\n== sorting, filtering and totals of {ATTRIBUTE_FILES:,} rows; sort -f: LC_ALL=C, one thread and two")
+    print(f"{'order':<8}{'ms':>8}{'std::sort':>12}{'x faster':>10}{'sort -f':>12}{'x faster':>10}{'sort -f, 2':>12}{'x faster':>10}")
+    report_sort(rows, "name", os.path.join(folder, "names.txt"))
+    report_sort(rows, "path", os.path.join(folder, "paths.txt"))
+    for name, row in rows.items():
+        if name.startswith(("Filter/", "Count/")):
+            print(f"{name:<28}{1e9 / row['items_per_second']:>6.1f} ns a row")
+    for name, row in rows.items():
+        if name.startswith("FolderTotals"):
+            print(f"{name:<28}{row['items_per_second'] / 1e6:>6.1f} M records/s")
+
+
 WORK = os.path.abspath(sys.argv[1])
-for size in [int(text) for text in sys.argv[2:]] or [1_000_000, 10_000_000]:
-    report_names(size)
-report_walk()
-report_ntfs()
+COUNTS = [int(text) for text in sys.argv[2:] if text.isdigit()] or [1_000_000, 10_000_000]
+SUBJECTS = {"names": lambda: [report_names(count) for count in COUNTS], "walk": report_walk, "ntfs": report_ntfs,
+            "attributes": report_attributes}
+for subject in [text for text in sys.argv[2:] if not text.isdigit()] or SUBJECTS:
+    SUBJECTS[subject]()

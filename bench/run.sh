@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs every benchmark beside its limit and its peers and prints ratios from one run.
-# usage: bench/run.sh [COUNT...]      default: 1000000 10000000 names.   WORK=folder for the data (default: build/bench)
+# usage: bench/run.sh [SUBJECT...] [COUNT...]      subjects: names walk ntfs attributes (default: all)
+#        default: 1000000 10000000 names.   WORK=folder for the data (default: build/bench)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 tools/install_packages.sh build bench

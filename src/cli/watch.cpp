@@ -137,6 +137,8 @@ int IndexAndFollow(const WatchOptions& options, ChangeQueue& queue) {
                                            [&queue](const VolumeChange& change) { queue.Push(change); });
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);
+  // A journal that went away since the first look has been replaced by one that nobody writes to.
+  if (const std::string error = ChooseDrives(plan.drives); !error.empty()) return Complain(error);
   return Follow(queue, options);
 }
 

@@ -10,7 +10,7 @@
 namespace quilmark {
 
 struct FileFacts {
-  uint64_t size = 0;      // bytes
+  uint64_t size = 0;      // bytes; 0 for a folder
   FileTime modified = 0;  // last write
   FileTime created = 0;   // birth, where the file system keeps it, else the earliest time known
   bool isDirectory = false;

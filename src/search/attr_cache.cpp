@@ -48,27 +48,31 @@ struct Sighting {
   uint64_t frn = 0;
   uint64_t build = 0;              // VolumeIndex::builds
   const char16_t* name = nullptr;  // another one after each change of the name
+  uint64_t parentFrn = 0;
 };
 
 std::optional<Sighting> See(const VolumeIndex& volume, uint32_t index) {
   const std::shared_lock lock(volume.indexLock);
   if (index >= volume.records.size()) return std::nullopt;
   const FileRecord& record = volume.records[index];
-  return Sighting{index, record.frn, volume.builds, record.name};
+  return Sighting{index, record.frn, volume.builds, record.name, record.parentFrn};
 }
 
 // REQUIRES indexLock held.
 bool IsStillThere(const VolumeIndex& volume, const Sighting& seen) {
   if (volume.builds != seen.build || seen.index >= volume.records.size()) return false;
   const FileRecord& record = volume.records[seen.index];
-  return record.frn == seen.frn && record.name == seen.name && !record.deleted;
+  return !record.deleted && record.frn == seen.frn && record.name == seen.name &&
+         record.parentFrn == seen.parentFrn;
 }
 
+// Empty where another file has the place by now.
 std::u16string PathOf(const VolumeIndex& volume, const Sighting& seen) {
   const std::shared_lock lock(volume.indexLock);
-  return IsStillThere(volume, seen) ? BuildPath(volume, seen.index) : std::u16string();
+  return volume.builds == seen.build ? BuildPath(volume, seen.index) : std::u16string();
 }
 
+// attrLock held exclusively.
 void StoreLocked(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto held = volume.attrs.find(frn);
   if (held != volume.attrs.end()) {
@@ -141,6 +145,13 @@ bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   const std::shared_lock lock(volume.attrLock);
   return CopyEntry(volume, frn, out);
+}
+
+void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+  const std::shared_lock lock(volume.attrLock);
+  for (size_t i = 0; i < frns.size(); ++i) {
+    if (frns[i] == 0 || !CopyEntry(volume, frns[i], out[i])) out[i] = {};
+  }
 }
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "index/volume_index.h"
 
@@ -17,6 +18,10 @@ bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
 
 // The same without counting.
 bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
+
+// The same for several files under one hold of the lock: out[i] of frns[i], not valid where there is
+// none. A frn of 0 is none.
+void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry);
 

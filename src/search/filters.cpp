@@ -1,6 +1,7 @@
 #include "search/filters.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -13,6 +14,8 @@
 #include "platform/text.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
+#include "search/extension_table.h"
+#include "search/row_runs.h"
 #include "search/sort.h"
 
 namespace quilmark {
@@ -91,40 +94,14 @@ bool PassesTime(const FilterContext& context, FileTime date) {
   return context.now - date <= (preset == k7Days ? 7 : 30) * kDay;
 }
 
-FileTime DateOf(const FilterContext& context, const AttrEntry& entry) {
-  return context.usesCreated ? entry.created : entry.modified;
-}
-
-// A record as a pass needs it; the lock is held for the copy alone.
-struct FilterRow {
-  uint64_t frn = 0;
-  bool isDirectory = false;
-  std::u16string extension;  // folded, with its "."; empty for none
-};
-
 std::u16string_view ExtensionOf(std::u16string_view foldedName) {
   const size_t dot = foldedName.rfind(u'.');
   return dot == std::u16string_view::npos ? std::u16string_view() : foldedName.substr(dot);
 }
 
-// False for a row that is gone, or whose lock is not held.
-bool ReadRow(const MatchItem& item, const std::shared_lock<OrderedLock>& lock, FilterRow& row) {
-  if (!lock || item.index >= item.volume->records.size()) return false;
-  const FileRecord& record = item.volume->records[item.index];
-  if (record.deleted) return false;
-  row.frn = record.frn;
-  row.isDirectory = record.isDirectory;
-  row.extension = ExtensionOf(FoldedNameOf(record));
-  return true;
-}
-
 bool HasExtension(const FilterCategory& category, std::u16string_view extension) {
   return !extension.empty() && std::find(category.extensions.begin(), category.extensions.end(),
                                          extension) != category.extensions.end();
-}
-
-bool HasSizeOrTime(const FilterSettings& settings) {
-  return settings.sizePreset != kAnySize || settings.timePreset != kAnyTime;
 }
 
 const FilterCategory* CategoryOf(const FilterContext& context) {
@@ -154,13 +131,99 @@ bool IsFilterCurrent(uint64_t generation) {
 
 using Rows = std::shared_ptr<const ResultSet>;
 
-void RunFilter(uint64_t generation, const FilterContext& context, const Rows& rows) {
-  auto kept = std::make_shared<ResultSet>();
-  for (const MatchItem& item : *rows) {
-    if (!IsFilterCurrent(generation)) return;
-    if (PassesFilter(context, item)) kept->push_back(item);
+// What a pass asks of a record, worked out once.
+struct RecordRule {
+  const FilterCategory* category = nullptr;  // null: all
+  bool selectsFolders = false, asksAttributes = false, keepsFolders = false;
+};
+
+RecordRule RecordRuleOf(const FilterContext& context) {
+  RecordRule rule{.category = CategoryOf(context)};
+  rule.selectsFolders = rule.category != nullptr && IsFolderRow(*rule.category);
+  rule.asksAttributes = context.settings.HasSizeOrTime();
+  rule.keepsFolders = context.settings.IsOff() || (rule.selectsFolders && !rule.asksAttributes);
+  return rule;
+}
+
+// What the record alone says of a row.
+enum class Verdict { kDrop, kKeep, kAskAttributes };
+
+template <typename HasExtensionOf>
+Verdict Judge(const RecordRule& rule, const FileRecord& record, HasExtensionOf hasExtension) {
+  if (record.deleted) return Verdict::kDrop;
+  if (record.isDirectory) return rule.keepsFolders ? Verdict::kKeep : Verdict::kDrop;
+  if (rule.selectsFolders) return Verdict::kDrop;
+  if (rule.category != nullptr && !hasExtension(FoldedNameOf(record))) return Verdict::kDrop;
+  return rule.asksAttributes ? Verdict::kAskAttributes : Verdict::kKeep;
+}
+
+// One pass over many rows. Locks are taken once a run; only what is not known yet is asked for row by
+// row.
+class FilterPass {
+ public:
+  FilterPass(const FilterContext& context, uint64_t generation)
+      : context_(context), rule_(RecordRuleOf(context)), generation_(generation) {
+    if (rule_.category != nullptr) extensions_ = MakeExtensionTable({rule_.category, 1});
   }
-  Rows shown = std::move(kept), source = rows;
+
+  // False if the pass went stale.
+  bool Add(RowRun run, ResultSet& kept) {
+    if (!IsFilterCurrent(generation_)) return false;
+    if (run[0].volume == nullptr) return true;
+    const VolumeIndex& volume = *run[0].volume;
+    JudgeRun(volume, run);
+    if (rule_.asksAttributes) PeekAttrs(volume, std::span(frns_).first(run.size()), entries_);
+    for (size_t i = 0; i < run.size(); ++i) {
+      if (verdicts_[i] == Verdict::kDrop) continue;
+      if (verdicts_[i] == Verdict::kAskAttributes && !IsWarm(entries_[i])) {
+        if (!IsFilterCurrent(generation_)) return false;
+        if (!PassesAttrFilter(context_, run[i], frns_[i])) continue;
+      } else if (verdicts_[i] == Verdict::kAskAttributes &&
+                 !PassesPresets(context_, entries_[i].size, DateOf(context_, entries_[i]))) {
+        continue;
+      }
+      kept.push_back(run[i]);
+    }
+    return true;
+  }
+
+ private:
+  // frns_[i] is 0, which no file has, where no attributes are asked for.
+  void JudgeRun(const VolumeIndex& volume, RowRun run) {
+    const auto isOfCategory = [this](std::u16string_view foldedName) {
+      return ExtensionIdOf(extensions_, foldedName) != extensions_.None();
+    };
+    const std::shared_lock lock(volume.indexLock);
+    PrefetchRecords(volume, run);
+    for (size_t i = 0; i < run.size(); ++i) {
+      verdicts_[i] = Verdict::kDrop;
+      frns_[i] = 0;
+      if (run[i].index >= volume.records.size()) continue;
+      const FileRecord& record = volume.records[run[i].index];
+      verdicts_[i] = Judge(rule_, record, isOfCategory);
+      if (verdicts_[i] == Verdict::kAskAttributes) frns_[i] = record.frn;
+    }
+  }
+
+  // The entry answers all that the presets ask.
+  bool IsWarm(const AttrEntry& entry) const {
+    const bool needsDate = context_.settings.timePreset != kAnyTime;
+    return entry.valid && (!needsDate || DateOf(context_, entry) != 0);
+  }
+
+  const FilterContext& context_;
+  const RecordRule rule_;
+  const uint64_t generation_;
+  ExtensionTable extensions_;
+  std::array<Verdict, kRowsARun> verdicts_;
+  std::array<uint64_t, kRowsARun> frns_;
+  std::array<AttrEntry, kRowsARun> entries_;
+};
+
+void RunFilter(uint64_t generation, const FilterContext& context, const Rows& rows) {
+  auto passing = FilterRows(context, *rows, generation);
+  if (!passing) return;
+  Rows shown = std::make_shared<const ResultSet>(std::move(*passing)), source = rows;
   {
     const std::scoped_lock lock(FilteredLock);
     if (!IsFilterCurrent(generation) || ActiveCategory != context.settings.category) return;
@@ -187,19 +250,6 @@ bool TakeHeldAnswer(const FilterKey& key, const Rows& rows) {
   FilteredKey = {};
   DisplayCount = rows->size();
   return false;
-}
-
-// What a pass without the disk makes of a row.
-enum class Known { kPasses, kFails, kMissing };
-
-Known TestKnown(const FilterContext& context, const MatchItem& item, const FilterRow& row) {
-  if (!HasSizeOrTime(context.settings)) return Known::kPasses;
-  if (row.isDirectory) return Known::kFails;
-  AttrEntry entry;
-  if (!PeekAttr(*item.volume, row.frn, entry)) return Known::kMissing;
-  const FileTime date = DateOf(context, entry);
-  if (context.settings.timePreset != kAnyTime && date == 0) return Known::kMissing;
-  return PassesPresets(context, entry.size, date) ? Known::kPasses : Known::kFails;
 }
 
 }  // namespace
@@ -244,7 +294,7 @@ bool PassesPresets(const FilterContext& context, int64_t size, FileTime date) {
 }
 
 bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn) {
-  if (!HasSizeOrTime(context.settings)) return true;
+  if (!context.settings.HasSizeOrTime()) return true;
   const bool needsDate = context.settings.timePreset != kAnyTime;
   AttrEntry entry;
   const bool isHeld = PeekAttr(*item.volume, frn, entry);
@@ -259,18 +309,31 @@ bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint6
 }
 
 bool PassesFilter(const FilterContext& context, const MatchItem& item) {
-  FilterRow row;
   if (item.volume == nullptr) return false;
-  if (!ReadRow(item, std::shared_lock(item.volume->indexLock), row)) return false;
-  const FilterCategory* const category = CategoryOf(context);
-  const bool selectsFolders = category != nullptr && IsFolderRow(*category);
-  if (row.isDirectory) {
-    if (context.settings.IsOff()) return true;
-    return selectsFolders && !HasSizeOrTime(context.settings);
+  const RecordRule rule = RecordRuleOf(context);
+  const auto isOfCategory = [&rule](std::u16string_view foldedName) {
+    return HasExtension(*rule.category, ExtensionOf(foldedName));
+  };
+  uint64_t frn = 0;
+  Verdict verdict = Verdict::kDrop;
+  {
+    const std::shared_lock lock(item.volume->indexLock);
+    if (item.index >= item.volume->records.size()) return false;
+    const FileRecord& record = item.volume->records[item.index];
+    frn = record.frn;
+    verdict = Judge(rule, record, isOfCategory);
   }
-  if (selectsFolders) return false;
-  if (category != nullptr && !HasExtension(*category, row.extension)) return false;
-  return PassesAttrFilter(context, item, row.frn);
+  if (verdict != Verdict::kAskAttributes) return verdict == Verdict::kKeep;
+  return PassesAttrFilter(context, item, frn);
+}
+
+std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
+                                    uint64_t generation) {
+  ResultSet kept;
+  FilterPass pass(context, generation);
+  const bool isDone = ForEachRun(rows, [&](RowRun run) { return pass.Add(run, kept); });
+  if (!isDone || !IsFilterCurrent(generation)) return std::nullopt;
+  return kept;
 }
 
 void RefreshFilteredResultsAsync(FilterSettings settings) {
@@ -282,30 +345,6 @@ void RefreshFilteredResultsAsync(FilterSettings settings) {
   const bool isStarted = RunBackground(
       "refresh_filtered_results", [generation, context, rows] { RunFilter(generation, context, rows); });
   if (!isStarted) PostFiltered();
-}
-
-FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
-  const FilterContext context = MakeFilterContext(settings, NowFileTime());
-  const FilterTable& table = *context.categories;
-  FilterCounts counts{.rows = std::vector<uint64_t>(table.size())};
-  FilterRow row;
-  const Rows held = HeldResults();
-  for (const MatchItem& item : *held) {
-    if (item.volume == nullptr) continue;
-    const auto lock = LockForGlance(*item.volume);
-    counts.isIncomplete = counts.isIncomplete || (!lock && IsSearchable(*item.volume));
-    if (!ReadRow(item, lock, row)) continue;
-    const Known known = TestKnown(context, item, row);
-    counts.isIncomplete = counts.isIncomplete || known == Known::kMissing;
-    if (known != Known::kPasses || counts.rows.empty()) continue;
-    ++counts.rows[0];
-    for (size_t i = 1; i < table.size(); ++i) {
-      const bool belongs =
-          row.isDirectory ? IsFolderRow(table[i]) : HasExtension(table[i], row.extension);
-      counts.rows[i] += belongs ? 1 : 0;
-    }
-  }
-  return counts;
 }
 
 }  // namespace quilmark

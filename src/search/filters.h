@@ -27,7 +27,8 @@ struct FilterSettings {
   std::u16string sizeText;       // "10-20"
   int dateFrom = 0, dateTo = 0;  // year * 10,000 + month * 100 + day
 
-  bool IsOff() const { return category == 0 && sizePreset == kAnySize && timePreset == kAnyTime; }
+  bool HasSizeOrTime() const { return sizePreset != kAnySize || timePreset != kAnyTime; }
+  bool IsOff() const { return category == 0 && !HasSizeOrTime(); }
 };
 
 struct SizeRange {
@@ -54,6 +55,11 @@ struct FilterContext {
 };
 FilterContext MakeFilterContext(FilterSettings settings, FileTime now);
 
+// The date that the time filter means.
+inline FileTime DateOf(const FilterContext& context, const AttrEntry& entry) {
+  return context.usesCreated ? entry.created : entry.modified;
+}
+
 // A known size and date pass both presets.
 bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
 
@@ -63,13 +69,18 @@ bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint6
 // Whether a hit stays, category and all.
 bool PassesFilter(const FilterContext& context, const MatchItem& item);
 
+// The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once
+// FilterGeneration is no longer `generation`, and at the end of the program.
+std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
+                                    uint64_t generation);
+
 // Job "refresh_filtered_results" for the settings of the moment. Posts WM_FILTER_RESULTS when the rows
 // that the list shows are known. Interface thread.
 void RefreshFilteredResultsAsync(FilterSettings settings);
 
 struct FilterCounts {
   std::vector<uint64_t> rows;  // by row of the table
-  bool isIncomplete = false;   // some rows' attributes are not known yet
+  bool isIncomplete = false;   // some rows' attributes are not known yet, or a volume was being written
 };
 // Numbers of the held results by category, under the size and time filters, without the disk. Interface
 // thread.

@@ -116,6 +116,21 @@ TEST_F(AttrCache, MarksFolderTotalsWhenASizeChanges) {
   EXPECT_FALSE(volume->folderSizesDirty);
 }
 
+// Folders have no part in totals: looking at one must not cost another walk over the volume.
+TEST_F(AttrCache, LeavesFolderTotalsWhenAFolderIsLookedAt) {
+  folder.MakeFolder("d");
+  const uint32_t index = AddFolder(*volume, u"d");
+  volume->folderSizesDirty = false;
+  EXPECT_NE(Ensure(index, Insist::kOnDisk).modified, 0u);
+  EXPECT_FALSE(volume->folderSizesDirty);
+}
+
+TEST_F(AttrCache, KeepsNothingOfADeletedFile) {
+  MarkDeleted(*volume, file);
+  EXPECT_EQ(Ensure(file, Insist::kOnDisk).size, 1'234);
+  EXPECT_TRUE(volume->attrs.empty());
+}
+
 TEST_F(AttrCache, TakesNoMoreThanTwoMillionEntries) {
   volume->attrs.reserve(kMostAttrEntries);
   for (uint64_t frn = 1; frn <= kMostAttrEntries; ++frn)
@@ -216,6 +231,7 @@ TEST(FileFacts, TellSizeTimesAndKind) {
   EXPECT_GT(file->modified + kHour, NowFileTime());
   EXPECT_GT(file->created + kHour, NowFileTime());
   EXPECT_TRUE(ReadFileFacts(folder.Path())->isDirectory);
+  EXPECT_EQ(ReadFileFacts(folder.Path())->size, 0u);
   EXPECT_FALSE(ReadFileFacts(folder.PathOf(u"none")).has_value());
 }
 

@@ -228,27 +228,5 @@ TEST(StandsBefore, IsAStrictWeakOrder) {
   }
 }
 
-TEST(SortedByText, AgreesWithAPlainSort) {
-  const auto volume = MakeTestVolume(u"Q:");
-  std::mt19937 random(11);
-  std::vector<MatchItem> items;
-  for (int i = 0; i < 30'000; ++i)
-    items.push_back({volume.get(), AddFile(*volume, RandomName(random, 6))});
-  std::shuffle(items.begin(), items.end(), random);
-  for (const bool ascending : {true, false}) {
-    const auto sorted = SortedByText(
-        items, {.generation = searchGeneration, .column = kColumnName, .ascending = ascending});
-    std::vector<MatchItem> plain = items;
-    std::sort(plain.begin(), plain.end(), [&](const MatchItem& a, const MatchItem& b) {
-      const auto order =
-          FoldText(NameOf(volume->records[a.index])).compare(FoldText(NameOf(volume->records[b.index])));
-      if (order != 0) return (order < 0) == ascending;
-      return a.index < b.index;
-    });
-    ASSERT_EQ(sorted.size(), plain.size());
-    for (size_t i = 0; i < plain.size(); ++i) ASSERT_EQ(sorted[i].index, plain[i].index) << i;
-  }
-}
-
 }  // namespace
 }  // namespace quilmark

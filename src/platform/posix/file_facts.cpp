@@ -21,12 +21,15 @@ std::optional<FileFacts> ReadFileFacts(std::u16string_view path) {
     return std::nullopt;
   }
   const FileTime modified = TimeOf(facts.stx_mtime);
-  const bool hasBirth = (facts.stx_mask & STATX_BTIME) != 0;
+  // Some file systems say that they know the birth, and then give the first second of 1970.
+  const bool hasBirth = (facts.stx_mask & STATX_BTIME) != 0 &&
+                        (facts.stx_btime.tv_sec != 0 || facts.stx_btime.tv_nsec != 0);
+  const bool isDirectory = S_ISDIR(facts.stx_mode);
   return FileFacts{
-      .size = facts.stx_size,
+      .size = isDirectory ? 0 : facts.stx_size,
       .modified = modified,
       .created = hasBirth ? TimeOf(facts.stx_btime) : std::min(modified, TimeOf(facts.stx_ctime)),
-      .isDirectory = S_ISDIR(facts.stx_mode)};
+      .isDirectory = isDirectory};
 }
 
 }  // namespace quilmark

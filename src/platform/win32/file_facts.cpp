@@ -13,11 +13,12 @@ std::optional<FileFacts> ReadFileFacts(std::u16string_view path) {
   if (longPath.empty() || !GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) {
     return std::nullopt;
   }
+  const bool isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   return FileFacts{
-      .size = Joined(data.nFileSizeHigh, data.nFileSizeLow),
+      .size = isDirectory ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow),
       .modified = Joined(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime),
       .created = Joined(data.ftCreationTime.dwHighDateTime, data.ftCreationTime.dwLowDateTime),
-      .isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+      .isDirectory = isDirectory};
 }
 
 }  // namespace quilmark

@@ -1,0 +1,52 @@
+// Keys of a sort by text: bytes whose order by memory is the order of the folded texts.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace quilmark {
+
+// Keys, one behind the other, in blocks that never move. One thread.
+//
+// ASCII takes one byte a unit, the rest two or three, and a 0 ends the key, so that none begins another
+// one. Seven zeros follow at least: a key can be loaded in words.
+class SortKeys {
+ public:
+  // The bytes of a key, its end included.
+  std::span<const uint8_t> Add(std::u16string_view folded);
+
+ private:
+  std::vector<std::unique_ptr<uint8_t[]>> blocks_;
+  uint8_t* next_ = nullptr;
+  size_t left_ = 0;  // bytes
+};
+
+// One text of a sort.
+struct KeyEntry {
+  uint64_t word = 0;  // the eight bytes of the key that decide next, most significant first
+  const uint8_t* key = nullptr;
+  uint32_t length = 0;  // bytes, the end included
+  uint32_t row = 0;     // whatever the caller knows it by
+};
+
+KeyEntry MakeKeyEntry(std::span<const uint8_t> key, uint32_t row);
+
+// How entries follow each other.
+struct KeyOrder {
+  bool ascending = true;
+  // Of entries with equal keys: `before(context, a, b)` in both directions. A strict order of rows.
+  bool (*before)(const void* context, uint32_t a, uint32_t b) = nullptr;
+  const void* context = nullptr;
+};
+
+// On the calling thread.
+void SortEntries(std::span<KeyEntry> entries, const KeyOrder& order);
+
+// On several, where there are entries enough.
+void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order);
+
+}  // namespace quilmark

@@ -1,0 +1,58 @@
+// What the sorts by name and by path share: rows of a result set with keys to sort them by.
+#pragma once
+
+#include <atomic>
+#include <optional>
+#include <shared_mutex>
+#include <span>
+#include <vector>
+
+#include "search/cores.h"
+#include "search/row_runs.h"
+#include "search/sort.h"
+#include "search/sort_key.h"
+
+namespace quilmark {
+
+using SortedRows = std::vector<MatchItem>;
+
+// An entry for each row, with the keys that they point to.
+struct KeyedRows {
+  explicit KeyedRows(size_t count) : entries(count), keys(CoreCount()) {}
+
+  std::vector<KeyEntry> entries;
+  std::vector<SortKeys> keys;  // by worker
+};
+
+// Calls add(keys, number of the row, its record) for each row on several threads, with the volume's lock
+// held shared; null for a record that is gone. False if the job went stale.
+template <typename AddRow>
+bool AddRowsOnCores(RowRun rows, const SortJob& job, KeyedRows& keyed, AddRow add) {
+  constexpr size_t kRowsAPiece = 16 * kRowsARun;
+  std::atomic<bool> isCurrent = true;
+  OnCores(rows.size(), kRowsAPiece, [&](size_t worker, size_t first, size_t end) {
+    size_t number = first;
+    ForEachRun(rows.subspan(first, end - first), [&](RowRun run) {
+      if (!IsCurrent(job.generation)) isCurrent = false;
+      if (!isCurrent) return false;
+      const VolumeIndex& volume = *run[0].volume;
+      const std::shared_lock lock(volume.indexLock);
+      PrefetchRecords(volume, run);
+      for (const MatchItem& row : run) {
+        const bool isThere = row.index < volume.records.size();
+        add(keyed.keys[worker], number++, isThere ? &volume.records[row.index] : nullptr);
+      }
+      return true;
+    });
+  });
+  return isCurrent;
+}
+
+// Of two rows with one text the first in the index goes first. `context`: the RowRun of all rows.
+bool IsBeforeInIndex(const void* context, uint32_t a, uint32_t b);
+
+// Rows by path, without building one. Empty optional where the rows' folders are no tree: a name with a
+// backslash, a circle, more parents than a path has. No rows if the job went stale.
+std::optional<SortedRows> SortedByPathTree(RowRun rows, const SortJob& job);
+
+}  // namespace quilmark
