@@ -203,7 +203,7 @@ void DrawBar(const ListPaint& paint, const std::optional<Scrollbar>& bar, Bar ki
   paint.canvas.Fill(bar->track, CurrentPalette.surface);
   const bool isActive = App().list.hoverBar == kind || App().list.dragBar == kind;
   paint.canvas.FillRound(bar->thumb, paint.Scaled(kThumbRadius),
-                         isActive ? CurrentPalette.accent : CurrentPalette.separator);
+                         isActive ? paint.colors.heldThumb : paint.colors.thumb);
 }
 
 void DrawTop(const ListPaint& paint, const MainWindow& window) {
@@ -235,7 +235,7 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
   }
   paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
   if (sidebar.scrollLimit > 0) {
-    paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius), CurrentPalette.separator);
+    paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius), paint.colors.thumb);
   }
 }
 
