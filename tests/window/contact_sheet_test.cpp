@@ -162,6 +162,8 @@ TEST_F(ContactSheet, HighContrast) {
     EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(0x000000)) << message;
     Picture("6-high-contrast");
+    program.Ask(Probe::kTakePreset, 4);  // for later
+    EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     program.Ask(Probe::kSetHighContrast, 0);
     SendMessageW(program.Window(), message, 0, 0);
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(kUiColorPresetRows[4].rrggbb[0]))
