@@ -8,12 +8,14 @@
 using namespace quilmark;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const auto volumes = ReadAttrCacheBytes(std::as_bytes(std::span(data, size)));
+  const auto read = ReadAttrCacheBytes(std::as_bytes(std::span(data, size)));
+  if (!read) return 0;
+  const std::vector<CachedVolume>& volumes = *read;
   size_t entries = 0;
   for (const CachedVolume& volume : volumes) entries += volume.entries.size();
   if (volumes.size() * 14 + entries * 33 > size) std::abort();
   const std::string written = AttrCacheBytes(volumes);
-  const auto again = ReadAttrCacheBytes(std::as_bytes(std::span(written)));
+  const auto again = ReadAttrCacheBytes(std::as_bytes(std::span(written))).value();
   if (again.size() != volumes.size()) std::abort();
   for (size_t i = 0; i < again.size(); ++i) {
     if (again[i].entries.size() != volumes[i].entries.size()) std::abort();

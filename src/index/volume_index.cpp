@@ -114,6 +114,7 @@ bool IsNtfs(const VolumeIndex& volume) {
 }
 
 void ResetVolumeTables(VolumeIndex& volume) {
+  ++volume.builds;
   volume.records.clear();
   volume.recordsRead = 0;
   ResetNamePool(volume.names);

@@ -67,6 +67,7 @@ struct VolumeIndex {
   std::atomic<bool> valid = true;
   std::atomic<bool> busy = false;  // a build is running: searches skip the volume
 
+  uint64_t builds = 0;                    // indexLock; how often the tables were emptied
   std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};

@@ -15,8 +15,6 @@ namespace quilmark {
 
 namespace {
 
-// Of those tables that are keyed by the bare record number.
-
 using Clock = std::chrono::steady_clock;
 
 uint64_t MicrosSince(Clock::time_point start) {
@@ -44,17 +42,55 @@ bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 
 bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
 
-std::optional<uint64_t> FrnOf(const VolumeIndex& volume, uint32_t index) {
+// The file of a record as it was when somebody looked.
+struct Sighting {
+  uint32_t index = 0;
+  uint64_t frn = 0;
+  uint64_t build = 0;              // VolumeIndex::builds
+  const char16_t* name = nullptr;  // another one after each change of the name
+};
+
+std::optional<Sighting> See(const VolumeIndex& volume, uint32_t index) {
   const std::shared_lock lock(volume.indexLock);
   if (index >= volume.records.size()) return std::nullopt;
-  return volume.records[index].frn;
+  const FileRecord& record = volume.records[index];
+  return Sighting{index, record.frn, volume.builds, record.name};
 }
 
-// An entry without dates never takes the place of a fuller one.
-void StoreUnlessFuller(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+// REQUIRES indexLock held.
+bool IsStillThere(const VolumeIndex& volume, const Sighting& seen) {
+  if (volume.builds != seen.build || seen.index >= volume.records.size()) return false;
+  const FileRecord& record = volume.records[seen.index];
+  return record.frn == seen.frn && record.name == seen.name && !record.deleted;
+}
+
+std::u16string PathOf(const VolumeIndex& volume, const Sighting& seen) {
+  const std::shared_lock lock(volume.indexLock);
+  return IsStillThere(volume, seen) ? BuildPath(volume, seen.index) : std::u16string();
+}
+
+void StoreLocked(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
+  const auto held = volume.attrs.find(frn);
+  if (held != volume.attrs.end()) {
+    if (held->second.size != entry.size) volume.folderSizesDirty = true;
+    held->second = entry;
+  } else {
+    if (volume.attrs.size() >= kMostAttrEntries) return;
+    if (entry.size > 0) volume.folderSizesDirty = true;
+    volume.attrs.emplace(frn, entry);
+  }
+  ++AttrCacheGeneration;
+}
+
+// Nothing is stored of a record that went away while the disk was asked, since its number may be another
+// file's by now. An entry without dates never takes the place of a fuller one.
+void StoreSighting(VolumeIndex& volume, const Sighting& seen, const AttrEntry& entry) {
+  const std::shared_lock lock(volume.indexLock);
+  if (!IsStillThere(volume, seen)) return;
+  const auto attrLock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   AttrEntry held;
-  const bool isFuller = !HasDates(entry) && PeekAttr(volume, frn, held) && HasDates(held);
-  if (!isFuller) StoreAttr(volume, frn, entry);
+  const bool isFuller = !HasDates(entry) && CopyEntry(volume, seen.frn, held) && HasDates(held);
+  if (!isFuller) StoreLocked(volume, seen.frn, entry);
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
@@ -65,8 +101,8 @@ bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   return true;
 }
 
-void FillFromDisk(const VolumeIndex& volume, uint32_t index, uint64_t frn, AttrEntry& out) {
-  const std::u16string path = BuildPathLocked(volume, index);
+void FillFromDisk(const VolumeIndex& volume, const Sighting& seen, AttrEntry& out) {
+  const std::u16string path = PathOf(volume, seen);
   std::optional<FileFacts> facts;
   if (!path.empty()) {
     ++AttrCounters().diskReads;
@@ -79,18 +115,18 @@ void FillFromDisk(const VolumeIndex& volume, uint32_t index, uint64_t frn, AttrE
            .valid = true};
     return;
   }
-  if (!TakeMftSize(volume, frn, out) && !out.valid) out.size = 0;
+  if (!TakeMftSize(volume, seen.frn, out) && !out.valid) out.size = 0;
   out.valid = true;
 }
 
 void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
-  const auto frn = FrnOf(volume, index);
-  if (!frn) return;
-  const bool isHeld = LookupAttr(volume, *frn, out);
+  const auto seen = See(volume, index);
+  if (!seen) return;
+  const bool isHeld = LookupAttr(volume, seen->frn, out);
   if (isHeld && (HasDates(out) || insist == Insist::kNo)) return;
   const bool takesScan = !isHeld && insist == Insist::kNo;
-  if (!takesScan || !TakeMftSize(volume, *frn, out)) FillFromDisk(volume, index, *frn, out);
-  StoreUnlessFuller(volume, *frn, out);
+  if (!takesScan || !TakeMftSize(volume, seen->frn, out)) FillFromDisk(volume, *seen, out);
+  StoreSighting(volume, *seen, out);
 }
 
 }  // namespace
@@ -109,16 +145,7 @@ bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
-  const auto held = volume.attrs.find(frn);
-  if (held != volume.attrs.end()) {
-    if (held->second.size != entry.size) volume.folderSizesDirty = true;
-    held->second = entry;
-  } else {
-    if (volume.attrs.size() >= kMostAttrEntries) return;
-    if (entry.size > 0) volume.folderSizesDirty = true;
-    volume.attrs.emplace(frn, entry);
-  }
-  ++AttrCacheGeneration;
+  StoreLocked(volume, frn, entry);
 }
 
 bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {

@@ -1,5 +1,6 @@
 #include "search/attr_cache_file.h"
 
+#include <limits>
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
@@ -15,6 +16,7 @@
 namespace quilmark {
 
 std::atomic<uint64_t> AttrSavedGeneration = 0;
+std::atomic<bool> isAttrCacheLoaded = false;
 
 namespace {
 
@@ -66,6 +68,8 @@ CachedVolume CopyEntries(const VolumeIndex& volume) {
   const std::shared_lock lock(volume.attrLock);
   for (const auto& [frn, entry] : volume.attrs) {
     const bool hasDates = entry.modified != 0 || entry.created != 0;
+    // More than a reader takes would cost the volume all of them.
+    if (cached.entries.size() >= kMostEntries) break;
     if (entry.valid && hasDates) cached.entries.emplace_back(frn, entry);
   }
   return cached;
@@ -82,13 +86,21 @@ VolumeIndex* VolumeFor(const std::vector<VolumeIndex*>& volumes, const CachedVol
   return byLetter;
 }
 
+// What no file system says; a damaged entry costs that entry.
+bool IsPlausible(const AttrEntry& entry) {
+  constexpr FileTime kLast = std::numeric_limits<int64_t>::max();
+  return entry.size >= 0 && entry.modified <= kLast && entry.created <= kLast;
+}
+
 uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
   const std::shared_lock indexLock(volume.indexLock);
   const std::scoped_lock attrLock(volume.attrLock);
   volume.attrs.clear();
   volume.attrs.reserve(cached.entries.size());
   for (const auto& [frn, entry] : cached.entries) {
-    if (IndexOf(volume.frnToIndex, volume.records, frn)) volume.attrs.insert_or_assign(frn, entry);
+    if (IsPlausible(entry) && IndexOf(volume.frnToIndex, volume.records, frn)) {
+      volume.attrs.insert_or_assign(frn, entry);
+    }
   }
   volume.folderSizesDirty = true;
   return volume.attrs.size();
@@ -114,11 +126,11 @@ std::string AttrCacheBytes(const std::vector<CachedVolume>& volumes) {
   return bytes;
 }
 
-std::vector<CachedVolume> ReadAttrCacheBytes(std::span<const std::byte> bytes) {
+std::optional<std::vector<CachedVolume>> ReadAttrCacheBytes(std::span<const std::byte> bytes) {
   std::vector<CachedVolume> volumes;
-  if (bytes.size() < kFileHeader) return volumes;
+  if (bytes.size() < kFileHeader) return std::nullopt;
   const std::string_view magic(reinterpret_cast<const char*>(bytes.data()), kMagic.size());
-  if (magic != kMagic || LoadLe<uint32_t>(bytes, 4) != kVersion) return volumes;
+  if (magic != kMagic || LoadLe<uint32_t>(bytes, 4) != kVersion) return std::nullopt;
   const uint32_t count = LoadLe<uint32_t>(bytes, 8);
   size_t offset = kFileHeader;
   for (uint32_t i = 0; i < count && Fits(bytes.size(), offset, kVolumeHeader); ++i) {
@@ -154,11 +166,11 @@ uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>
 void LoadAttrCache(SearchEngine& engine) {
   const uint64_t start = TickMs();
   const auto bytes = ReadFileBytes(FilePath(), kLongestFile);
-  if (!bytes || bytes->size() < kFileHeader) return;
+  isAttrCacheLoaded = true;  // also where there is none: nothing is lost by a save from now on
+  if (!bytes) return;
   const auto cached = ReadAttrCacheBytes(std::as_bytes(std::span(*bytes)));
-  const std::string_view magic(bytes->data(), kMagic.size());
-  if (cached.empty() && magic != kMagic) return;
-  const uint64_t kept = TakeCachedVolumes(engine, cached);
+  if (!cached) return;
+  const uint64_t kept = TakeCachedVolumes(engine, *cached);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheLoadMillis += ms;
   AttrSavedGeneration = ++AttrCacheGeneration;

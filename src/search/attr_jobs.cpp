@@ -21,6 +21,7 @@ namespace {
 constexpr uint32_t kPrewarmRecords = 3'000, kPrewarmPause = 128;
 
 std::atomic<bool> hydrationRuns = false;
+std::atomic<bool> isAskedMeanwhile = false;  // while one ran
 std::atomic<bool> saveRuns = false;
 
 // Clears a flag however its job ends.
@@ -46,6 +47,7 @@ std::optional<RecordKind> KindOf(const MatchItem& item) {
   const std::shared_lock lock(item.volume->indexLock);
   if (item.index >= item.volume->records.size()) return std::nullopt;
   const FileRecord& record = item.volume->records[item.index];
+  if (record.deleted) return std::nullopt;
   return RecordKind{record.frn, record.isDirectory != 0};
 }
 
@@ -60,7 +62,8 @@ bool HydrateRow(const MatchItem& item, std::vector<VolumeIndex*>& dirty) {
   const bool isHeld = LookupAttr(*item.volume, kind->frn, entry);
   if (isHeld && (entry.modified != 0 || entry.created != 0)) return false;
   EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);
-  return true;
+  // A cache that is full took nothing: to paint again would only ask again.
+  return PeekAttr(*item.volume, kind->frn, entry);
 }
 
 void Hydrate(const Hydration& job) {
@@ -106,7 +109,7 @@ void PrewarmVolumes(SearchEngine& engine) {
 
 // Two jobs that save share one flag: the second would write the same.
 void SaveInJob(SearchEngine& engine, const char* name) {
-  if (!keepsAttrCacheFile || saveRuns.exchange(true)) return;
+  if (!keepsAttrCacheFile || !isAttrCacheLoaded || saveRuns.exchange(true)) return;
   const bool isStarted = RunBackground(name, [&engine] {
     const FlagMark mark{saveRuns};
     SaveAttrCache(engine);
@@ -118,11 +121,21 @@ void SaveInJob(SearchEngine& engine, const char* name) {
 
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
   range.end = std::min<uint64_t>(range.end, rows->size());
-  if (range.first >= range.end || ShutdownRequested || hydrationRuns.exchange(true)) return;
+  if (range.first >= range.end || ShutdownRequested) return;
+  if (hydrationRuns.exchange(true)) {
+    isAskedMeanwhile = true;
+    return;
+  }
   const Hydration job{std::move(rows), range, ++hydrationGeneration, searchGeneration};
   const bool isStarted = RunBackground("attr_hydration", [job] {
-    const FlagMark mark{hydrationRuns};
-    Hydrate(job);
+    {
+      const FlagMark mark{hydrationRuns};
+      Hydrate(job);
+    }
+    // Whoever was refused asks anew when the list is painted.
+    if (isAskedMeanwhile.exchange(false)) {
+      PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
+    }
   });
   if (!isStarted) hydrationRuns = false;
 }

@@ -17,8 +17,6 @@
 
 namespace quilmark {
 
-std::atomic<uint64_t> FilterGeneration = 0;
-
 namespace {
 
 constexpr int64_t kMega = 0x10'0000, kHundredMega = 0x640'0000;
@@ -144,7 +142,8 @@ FilterKey KeyOf(const FilterContext& context) {
           .dateFrom = settings.dateFrom,
           .dateTo = settings.dateTo,
           .isRangeValid = context.range.has_value(),
-          .sizeHash = CustomSizeHash(settings.sizeText)};
+          .sizeHash = CustomSizeHash(settings.sizeText),
+          .usesCreated = context.usesCreated};
 }
 
 void PostFiltered() { PostIfAlive(searchHooks.window, WM_FILTER_RESULTS, 0, 0); }
@@ -153,33 +152,40 @@ bool IsFilterCurrent(uint64_t generation) {
   return FilterGeneration == generation && !ShutdownRequested;
 }
 
-void RunFilter(uint64_t generation, const FilterContext& context, const ResultSet& rows) {
+using Rows = std::shared_ptr<const ResultSet>;
+
+void RunFilter(uint64_t generation, const FilterContext& context, const Rows& rows) {
   auto kept = std::make_shared<ResultSet>();
-  for (const MatchItem& item : rows) {
+  for (const MatchItem& item : *rows) {
     if (!IsFilterCurrent(generation)) return;
     if (PassesFilter(context, item)) kept->push_back(item);
   }
-  if (!IsFilterCurrent(generation) || ActiveCategory != context.settings.category) return;
+  Rows shown = std::move(kept), source = rows;
   {
     const std::scoped_lock lock(FilteredLock);
-    DisplayCount = kept->size();
-    FilteredResults = std::move(kept);
+    if (!IsFilterCurrent(generation) || ActiveCategory != context.settings.category) return;
+    DisplayCount = shown->size();
+    FilteredResults.swap(shown);
+    FilteredSource.swap(source);
     FilteredKey = KeyOf(context);
   }
+  // The former sets die here, outside the lock, or with their last readers.
   PostFiltered();
 }
 
-// True if the set that is held is the answer; else it is dropped, and the list shows all `rowCount`.
-bool TakeHeldAnswer(const FilterKey& key, uint64_t rowCount) {
-  std::shared_ptr<const ResultSet> dropped;  // declared first: it dies outside the lock
+// True if the set that is held is the answer. The same filters over another order of the results go on
+// showing it until the job has theirs; under other filters it is dropped, and the list shows all.
+bool TakeHeldAnswer(const FilterKey& key, const Rows& rows) {
+  Rows dropped, source;  // declared first: they die outside the lock
   const std::scoped_lock lock(FilteredLock);
-  if (FilteredResults != nullptr && FilteredKey == key) {
+  if (FilteredResults != nullptr && FilteredKey == key && !rows->empty()) {
     DisplayCount = FilteredResults->size();
-    return true;
+    return FilteredSource == rows;
   }
   dropped = std::exchange(FilteredResults, nullptr);
+  source = std::exchange(FilteredSource, nullptr);
   FilteredKey = {};
-  DisplayCount = rowCount;
+  DisplayCount = rows->size();
   return false;
 }
 
@@ -271,10 +277,11 @@ void RefreshFilteredResultsAsync(FilterSettings settings) {
   const uint64_t generation = ++FilterGeneration;
   const FilterContext context = MakeFilterContext(std::move(settings), NowFileTime());
   const auto rows = HeldResults();
-  const bool isAnswered = TakeHeldAnswer(KeyOf(context), rows->size());
+  const bool isAnswered = TakeHeldAnswer(KeyOf(context), rows);
   if (isAnswered || rows->empty() || context.settings.IsOff()) return PostFiltered();
-  RunBackground("refresh_filtered_results",
-                [generation, context, rows] { RunFilter(generation, context, *rows); });
+  const bool isStarted = RunBackground(
+      "refresh_filtered_results", [generation, context, rows] { RunFilter(generation, context, rows); });
+  if (!isStarted) PostFiltered();
 }
 
 FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
@@ -282,8 +289,12 @@ FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
   const FilterTable& table = *context.categories;
   FilterCounts counts{.rows = std::vector<uint64_t>(table.size())};
   FilterRow row;
-  for (const MatchItem& item : *HeldResults()) {
-    if (item.volume == nullptr || !ReadRow(item, LockForGlance(*item.volume), row)) continue;
+  const Rows held = HeldResults();
+  for (const MatchItem& item : *held) {
+    if (item.volume == nullptr) continue;
+    const auto lock = LockForGlance(*item.volume);
+    counts.isIncomplete = counts.isIncomplete || (!lock && IsSearchable(*item.volume));
+    if (!ReadRow(item, lock, row)) continue;
     const Known known = TestKnown(context, item, row);
     counts.isIncomplete = counts.isIncomplete || known == Known::kMissing;
     if (known != Known::kPasses || counts.rows.empty()) continue;

@@ -15,8 +15,6 @@ namespace quilmark {
 
 inline constexpr uint32_t WM_FILTER_RESULTS = 1028;
 
-extern std::atomic<uint64_t> FilterGeneration;
-
 enum SizePresetValue { kAnySize, kBelow1MB, k1To100MB, kAbove100MB, kCustomSize };
 enum TimePresetValue { kAnyTime, kToday, k7Days, k30Days, kCustomTime };
 

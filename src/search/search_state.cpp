@@ -12,6 +12,7 @@ std::atomic<uint64_t> searchGeneration = 0;
 OrderedLock ResultsLock{LockRank::kLeaf, "ResultsLock"};
 std::shared_ptr<const ResultSet> CurrentResults = std::make_shared<ResultSet>();
 int SortColumn = -1;
+int HeldOrder = -1;
 bool SortAscending = true;
 std::atomic<int> scopeIndex = kScopeAll;
 std::atomic<bool> SuppressRecentView = false;
@@ -41,12 +42,13 @@ std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all,
 bool IsCurrent(uint64_t generation) { return searchGeneration == generation && !ShutdownRequested; }
 
 bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
-                    bool keepSort) {
+                    bool keepSort, int order) {
   {
     const std::scoped_lock lock(ResultsLock);
     if (!IsCurrent(generation)) return false;
     CurrentResults.swap(results);
     if (!keepSort) SortColumn = -1;
+    HeldOrder = order;
   }
   // The former set dies here, outside the lock, or with its last reader.
   PostIfAlive(searchHooks.window, WM_SEARCH_RESULTS, generation, static_cast<int64_t>(kind));
@@ -59,12 +61,16 @@ std::shared_ptr<const ResultSet> HeldResults() {
 }
 
 std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume) {
-  constexpr uint64_t kMoment = 5;  // milliseconds
+  constexpr uint64_t kMoment = 5, kRest = 50;  // milliseconds
+  static thread_local uint64_t refusedMs = 0;
   std::shared_lock lock(volume.indexLock, std::defer_lock);
+  if (!IsSearchable(volume) || lock.try_lock()) return lock;
   const uint64_t start = TickMs();
+  if (start - refusedMs < kRest) return lock;  // the rows of a paint wait once, and not each
   while (IsSearchable(volume) && !lock.try_lock() && TickMs() - start <= kMoment) {
     std::this_thread::yield();
   }
+  if (!lock) refusedMs = TickMs();
   return lock;
 }
 

@@ -27,7 +27,8 @@ extern std::atomic<uint64_t> searchGeneration;
 extern OrderedLock ResultsLock;                          // leaf lock: a test and a swap
 extern std::shared_ptr<const ResultSet> CurrentResults;  // ResultsLock; what the list shows
 extern int SortColumn;                                   // ResultsLock; -1: none
-extern bool SortAscending;                               // ResultsLock
+extern int HeldOrder;       // ResultsLock; the column that CurrentResults is wholly sorted by, -1: none
+extern bool SortAscending;  // ResultsLock
 
 extern std::atomic<int>
     scopeIndex;  // 0: all volumes; 1: the Desktop; n >= 2: the volume at position n - 2
@@ -95,9 +96,9 @@ struct SearchHooks {
 extern SearchHooks searchHooks;  // set before the first search
 
 // Replaces CurrentResults under ResultsLock if `generation` is current, sets SortColumn to -1 unless
-// `keepSort`, and posts WM_SEARCH_RESULTS. False if the set was dropped.
+// `keepSort`, and posts WM_SEARCH_RESULTS. `order`: becomes HeldOrder. False if the set was dropped.
 bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
-                    bool keepSort);
+                    bool keepSort, int order = -1);
 
 // A reference to the set of the moment; never null.
 std::shared_ptr<const ResultSet> HeldResults();

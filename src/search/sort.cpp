@@ -59,9 +59,12 @@ std::vector<MatchItem> LiveRows(const ResultSet& held) {
   return rows;
 }
 
-bool PublishSorted(const SortJob& job, std::vector<MatchItem> rows) {
+enum class Order { kWhole, kOfWhatIsKnown };
+
+bool PublishSorted(const SortJob& job, std::vector<MatchItem> rows, Order order) {
   return PublishResults(job.generation, ResultKind::kSorted,
-                        std::make_shared<const ResultSet>(std::move(rows)), true);
+                        std::make_shared<const ResultSet>(std::move(rows)), true,
+                        order == Order::kWhole ? job.column : -1);
 }
 
 std::vector<VolumeIndex*> VolumesOf(const std::vector<MatchItem>& rows) {
@@ -219,11 +222,10 @@ void SaveAfterSort() {
   SaveAttrCacheAfterSort();
 }
 
-void Reverse(const SortJob& job, std::vector<MatchItem> rows) {
-  const uint64_t start = TickMs();
+void Reverse(const SortJob& job, std::vector<MatchItem> rows, uint64_t start) {
   const size_t count = rows.size();
   std::reverse(rows.begin(), rows.end());
-  if (!PublishSorted(job, std::move(rows))) return;
+  if (!PublishSorted(job, std::move(rows), Order::kWhole)) return;
   LogPerfMetric(FormatText(u"sort col=%d type=reverse total_ms=%llu rows=%zu", job.column,
                            TickMs() - start, count));
 }
@@ -235,7 +237,7 @@ bool FetchMissing(const SortJob& job, const std::vector<MatchItem>& rows, Timing
   if (!missing) return false;
   if (!missing->empty()) {
     const uint64_t start = TickMs();
-    if (!PublishSorted(job, SortedByValue(rows, job))) return false;
+    if (!PublishSorted(job, SortedByValue(rows, job), Order::kOfWhatIsKnown)) return false;
     Fetch(job, *missing, rows.size()).Run();
     timing.isTwoPhase = true;
     timing.hydrateMs = TickMs() - start;
@@ -272,7 +274,8 @@ void DoSortAsync(int column, Direction direction) {
     if (direction == Direction::kByClick) {
       const bool isSame = SortColumn == column;
       SortAscending = isSame ? !SortAscending : column != kColumnSize;
-      job.reverse = isSame && column != kColumnSize;
+      // Turning around is only right for a set that stands in the column's order by now.
+      job.reverse = isSame && column != kColumnSize && HeldOrder == column;
     }
     SortColumn = column;
     job.ascending = SortAscending;
@@ -286,12 +289,12 @@ void RunSort(const SortJob& job) {
   const auto held = HeldResults();
   if (held->empty() || !IsCurrent(job.generation)) return;
   std::vector<MatchItem> rows = LiveRows(*held);
-  if (job.reverse) return Reverse(job, std::move(rows));
+  if (job.reverse) return Reverse(job, std::move(rows), timing.startMs);
   const bool isByValue = NeedsAttributes(job.column);
   if (isByValue && !FetchMissing(job, rows, timing)) return;
   const size_t count = rows.size();
   std::vector<MatchItem> sorted = isByValue ? SortedByValue(rows, job) : SortedByText(rows, job);
-  if (sorted.size() != count || !PublishSorted(job, std::move(sorted))) return;
+  if (sorted.size() != count || !PublishSorted(job, std::move(sorted), Order::kWhole)) return;
   LogSort(job, timing, count);
   if (isByValue) SaveAfterSort();
 }

@@ -44,6 +44,8 @@ struct ListState {
   int64_t lastClickRow = -1;  // on a name; -1: none to follow
   int dragColumn = -1;        // whose edge is held
   int dragColumnX = 0, dragColumnWidth = 0;
+  int wheelRest = 0, tiltRest = 0, sidebarRest = 0;  // of a wheel's turns, see TakeTurn
+  bool dragsSidebar = false;                         // the thumb of its bar is held
 };
 
 struct AppState {

@@ -15,7 +15,7 @@ constexpr int kSizeBoxWidth = 78, kUnitWidth = 78, kDateWidth = 130;
 constexpr int kTagLeft = 20, kTagTop = 74, kTagHeight = 40, kTagGap = 8, kTagInset = 12;
 constexpr int kLeastTag = 72, kMostTag = 220, kCountGap = 6;
 constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
-constexpr int kSidebarRow = 44, kSidebarInset = 8, kSidebarThumb = 4, kSidebarLeastThumb = 18;
+constexpr int kSidebarRow = 44, kSidebarInset = 8, kBarWidth = 10, kLeastThumb = 24;
 
 }  // namespace
 
@@ -80,22 +80,6 @@ int FilterTagWidth(uint32_t dpi, int nameWidth, int countWidth) {
   return std::clamp(width, ScaleFor(dpi, kLeastTag), ScaleFor(dpi, kMostTag));
 }
 
-namespace {
-
-Rect SidebarThumb(const SidebarInput& input, const SidebarLayout& layout) {
-  if (layout.scrollLimit == 0) return {};
-  const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
-  const int top = layout.rows.front().top, track = layout.rows.back().bottom - top;
-  const int length = std::clamp(track * layout.fitting / input.tags,
-                                std::min(scaled(kSidebarLeastThumb), track), track);
-  const int start = top + (track - length) * layout.first / layout.scrollLimit;
-  const int inset = (scaled(kSidebarInset) - scaled(kSidebarThumb)) / 2;
-  const int right = input.sidebarWidth - inset;
-  return {right - scaled(kSidebarThumb), start, right, start + length};
-}
-
-}  // namespace
-
 SidebarLayout LayoutSidebar(const SidebarInput& input) {
   const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };
   const int inset = scaled(kSidebarInset), row = scaled(kSidebarRow), pitch = row + scaled(kTagGap);
@@ -103,12 +87,30 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
   layout.fitting = std::max((input.clientHeight - input.headerTop - inset + scaled(kTagGap)) / pitch, 1);
   layout.scrollLimit = std::max(input.tags - layout.fitting, 0);
   layout.first = std::clamp(input.scroll, 0, layout.scrollLimit);
+  int right = std::max(input.sidebarWidth - inset, inset);
+  if (layout.scrollLimit > 0) {
+    const int edge = input.sidebarWidth - 1;
+    layout.track = {edge - scaled(kBarWidth), input.headerTop, edge, input.clientHeight};
+    const int length = std::max(layout.track.bottom - layout.track.top, 0);
+    const int thumb =
+        std::clamp(length * layout.fitting / input.tags, std::min(scaled(kLeastThumb), length), length);
+    const int top = layout.track.top + (length - thumb) * layout.first / layout.scrollLimit;
+    layout.thumb = {layout.track.left, top, layout.track.right, top + thumb};
+    right = std::max(layout.track.left - inset / 2, inset);
+  }
   for (int i = layout.first; i < std::min(layout.first + layout.fitting, input.tags); ++i) {
     const int top = input.headerTop + inset + (i - layout.first) * pitch;
-    layout.rows.push_back({inset, top, std::max(input.sidebarWidth - inset, inset), top + row});
+    layout.rows.push_back({inset, top, right, top + row});
   }
-  layout.thumb = SidebarThumb(input, layout);
   return layout;
+}
+
+int SidebarDragTo(const SidebarLayout& sidebar, int y) {
+  const int thumb = sidebar.thumb.bottom - sidebar.thumb.top;
+  const int way = sidebar.track.bottom - sidebar.track.top - thumb;
+  if (way <= 0) return 0;
+  const int place = std::clamp(y - thumb / 2 - sidebar.track.top, 0, way);
+  return (place * sidebar.scrollLimit + way / 2) / way;
 }
 
 }  // namespace quilmark

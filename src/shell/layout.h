@@ -51,9 +51,12 @@ struct SidebarLayout {
   int fitting = 1;         // tags that fit, at least 1
   int scrollLimit = 0;     // greatest first tag
   int first = 0;           // tag of the first row
+  Rect track, thumb;       // of its bar; empty where all fit
   std::vector<Rect> rows;  // of the tags from `first` on that fit
-  Rect thumb;              // beside the rows, in proportion; empty where all tags fit
 };
 SidebarLayout LayoutSidebar(const SidebarInput& input);
+
+// The first tag where the middle of the bar's thumb stands at `y`.
+int SidebarDragTo(const SidebarLayout& sidebar, int y);
 
 }  // namespace quilmark

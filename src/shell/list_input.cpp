@@ -31,6 +31,13 @@ void SelectByPress(Selection& selection, const RowPress& press) {
 
 }  // namespace
 
+int TakeTurn(int& rest, int64_t turned) {
+  if ((rest < 0) != (turned < 0)) rest = 0;  // the other way round begins anew
+  const int64_t all = rest + turned;
+  rest = static_cast<int>(all % kNotch);
+  return static_cast<int>(all / kNotch);
+}
+
 PressOutcome PressRow(ListState& list, const RowPress& press) {
   if (press.row < 0) {
     if (press.shift || press.ctrl) return PressOutcome::kNothing;
@@ -50,7 +57,9 @@ PressOutcome PressRow(ListState& list, const RowPress& press) {
 void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs) {
   const int64_t clamped = ClampScroll(layout, y, DisplayCount);
   if (clamped == app.scrollY) return;
+  window.CancelRename();  // its row moves away from under it
   app.scrollY = clamped;
+  app.list.hoverRow = -1;  // until the mouse moves: another row stands there now
   const bool isBurst = !app.thumbDragging && IsScrolling(app, nowMs);
   if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs);
   window.RelayoutList();
@@ -61,12 +70,15 @@ void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, 
                    uint64_t nowMs) {
   app.lastScrollTick = nowMs;
   window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
-  ScrollTo(app, window, layout, app.scrollY - int64_t{delta} * kNotchPixels / kNotch, nowMs);
+  const int pixels = TakeTurn(app.list.wheelRest, delta * kNotchPixels);
+  ScrollTo(app, window, layout, app.scrollY - pixels, nowMs);
 }
 
 void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta) {
-  const int clamped = ClampHorizontal(layout, app.scrollX + delta * kNotchSideways / kNotch);
+  const int pixels = TakeTurn(app.list.tiltRest, delta * kNotchSideways);
+  const int clamped = ClampHorizontal(layout, app.scrollX + pixels);
   if (clamped == app.scrollX) return;
+  window.CancelRename();
   app.scrollX = clamped;
   RequestListRepaint(app, window, kBurstRepaintMs);
 }
@@ -83,6 +95,7 @@ void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Poin
     const auto bar = HorizontalBar(layout, app.scrollX);
     if (!bar) return;
     const int limit = layout.columnsWidth - (layout.rows.right - layout.rows.left);
+    window.CancelRename();
     app.scrollX =
         ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));
     RequestListRepaint(app, window, kBurstRepaintMs);

@@ -25,6 +25,10 @@ PressOutcome PressRow(ListState& list, const RowPress& press);
 // nothing but the offset changes between repaints.
 void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs);
 
+// Whole steps of a wheel whose notch is 120 of `turned`; what is left is kept in `rest`, so that a
+// touchpad's small turns add up.
+int TakeTurn(int& rest, int64_t turned);
+
 // A wheel's turn in the list; `delta` 120 a notch, positive away from the user.
 void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
                    uint64_t nowMs);

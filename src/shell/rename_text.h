@@ -13,7 +13,7 @@ enum class RenameStep {
   kRename,
 };
 
-// For the text of the editor; `text` is trimmed.
+// For the text of the editor; `text` is trimmed, of dots at its end too.
 RenameStep CheckRename(std::u16string_view oldName, std::u16string& text);
 
 // Units of a name that an editor selects at first: a file's without its extension.

@@ -32,6 +32,7 @@ void StartTypedSearch(AppState&, WindowPort&) { DoSearchAsync(CurrentQueryText, 
 
 void SettleScroll(AppState& app, WindowPort& window) {
   if (IsScrolling(app, TickMs())) return window.StartTimer(kTimerScrollSettle, kStillScrollingMs);
+  window.RelayoutList();  // the path column fits the rows that stand still now
   Run(app.features.requestAttributes);
   Run(app.features.requestThumbnails);
   RequestListRepaint(app, window, 80);

@@ -4,9 +4,11 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
+#include "platform/background.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
+#include "search/attr_jobs.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -55,7 +57,7 @@ TEST(AttrCacheBytes, AreWrittenByteByByte) {
 }
 
 TEST(AttrCacheBytes, AreReadByteByByte) {
-  const auto volumes = ReadAttrCacheBytes(Bytes(FileBytes()));
+  const auto volumes = ReadAttrCacheBytes(Bytes(FileBytes())).value();
   ASSERT_EQ(volumes.size(), 1u);
   EXPECT_EQ(volumes[0].letter, u'C');
   EXPECT_EQ(volumes[0].journalId, kJournal);
@@ -71,7 +73,8 @@ TEST(AttrCacheBytes, AreReadAsFarAsTheyGo) {
   }
   const std::string whole = AttrCacheBytes(volumes);
   for (size_t length = 0; length <= whole.size(); ++length) {
-    const auto read = ReadAttrCacheBytes(Bytes(whole.substr(0, length)));
+    const auto read =
+        ReadAttrCacheBytes(Bytes(whole.substr(0, length))).value_or(std::vector<CachedVolume>());
     size_t entries = 0;
     for (const CachedVolume& volume : read) entries += volume.entries.size();
     const size_t second = 12 + 14 + 5 * 33 + 14;
@@ -86,7 +89,7 @@ TEST(AttrCacheBytes, OfAnotherKindOrVersionAreNone) {
   for (const size_t place : {0u, 3u, 4u, 7u}) {
     std::string bytes = FileBytes();
     ++bytes[place];
-    EXPECT_TRUE(ReadAttrCacheBytes(Bytes(bytes)).empty()) << place;
+    EXPECT_FALSE(ReadAttrCacheBytes(Bytes(bytes))) << place;
   }
 }
 
@@ -96,7 +99,7 @@ TEST(AttrCacheBytes, OfAVolumeWithMoreThanAMillionEntriesArePassedOver) {
   bytes.replace(22, 4, std::string("\x41\x42\x0F\x00", 4));  // 1,000,001
   bytes.resize(26 + size_t{1'000'001} * 33);
   bytes += FileBytes().substr(12);
-  const auto volumes = ReadAttrCacheBytes(Bytes(bytes));
+  const auto volumes = ReadAttrCacheBytes(Bytes(bytes)).value();
   ASSERT_EQ(volumes.size(), 1u);
   EXPECT_EQ(volumes[0].entries.size(), 1u);
 }
@@ -104,9 +107,9 @@ TEST(AttrCacheBytes, OfAVolumeWithMoreThanAMillionEntriesArePassedOver) {
 TEST(AttrCacheBytes, WithACountBeyondTheFileAllocateNothingForIt) {
   std::string bytes = FileBytes();
   bytes.replace(22, 4, std::string("\x40\x42\x0F\x00", 4));  // 1,000,000
-  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes))[0].entries.size(), 1u);
+  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes)).value()[0].entries.size(), 1u);
   bytes.replace(8, 4, std::string("\xFF\xFF\xFF\xFF", 4));
-  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes)).size(), 1u);
+  EXPECT_EQ(ReadAttrCacheBytes(Bytes(bytes)).value().size(), 1u);
 }
 
 TEST_F(AttrCacheFile, ComesBackInTheNextRun) {
@@ -154,6 +157,49 @@ TEST_F(AttrCacheFile, LeavesOutEntriesWithoutDates) {
   StoreAttr(volume, kFrn, {.size = 5, .valid = true});
   SaveAttrCache(Engine());
   EXPECT_EQ(ReadFileBytes(Path())->size(), 26u);
+}
+
+TEST_F(AttrCacheFile, OfAnotherVersionIsNotTakenForRead) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  std::string bytes = FileBytes();
+  bytes[4] = 2;
+  for (const std::string& foreign : {bytes, FileBytes().substr(0, 11)}) {
+    ASSERT_TRUE(WriteFileBytes(Path(), foreign));
+    const uint64_t before = AttrCacheGeneration;
+    LoadAttrCache(Engine());
+    EXPECT_EQ(AttrCacheGeneration, before);
+    EXPECT_TRUE(Holds(volume));
+  }
+}
+
+TEST_F(AttrCacheFile, CostsItsDamagedEntriesAlone) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  for (const AttrEntry& damaged :
+       {AttrEntry{.size = -1, .modified = 1, .created = 1, .valid = true},
+        AttrEntry{.size = 1, .modified = ~FileTime{0}, .created = 1, .valid = true}}) {
+    TakeCachedVolumes(Engine(), {{.letter = u'C', .journalId = kJournal, .entries = {{kFrn, damaged}}}});
+    EXPECT_TRUE(volume.attrs.empty());
+  }
+}
+
+TEST_F(AttrCacheFile, IsNotWrittenByAJobBeforeThatOfTheLastRunWasLookedFor) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  isAttrCacheLoaded = false;
+  AutosaveAttrCacheAsync(Engine());
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_FALSE(HasAttrCacheFile());
+  isAttrCacheLoaded = true;
+  AutosaveAttrCacheAsync(Engine());
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_TRUE(HasAttrCacheFile());
+  const uint64_t saved = AttrSavedGeneration;
+  RemoveFile(Path());
+  AutosaveAttrCacheAsync(Engine());  // nothing new
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_FALSE(HasAttrCacheFile());
+  EXPECT_EQ(AttrSavedGeneration, saved);
 }
 
 TEST_F(AttrCacheFile, CountsAsAbsentWhereItCannotBeRead) {

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <mutex>
+#include <thread>
+
 #include "platform/background.h"
 #include "search/attr_cache.h"
 #include "support/search_harness.h"
@@ -154,7 +158,6 @@ TEST_F(Filters, MeanTheDateThatTheListIsSortedBy) {
     const std::scoped_lock lock(ResultsLock);
     SortColumn = 4;
   }
-  FollowNewResults(KeepFiltered::kNo, 1);
   EXPECT_EQ(Filter({.timePreset = kToday}), Names{u"made today"});
 }
 
@@ -172,6 +175,48 @@ TEST_F(Filters, AnswerARepeatedQuestionFromWhatTheyHold) {
   const auto held = FilteredResults;
   Filter({.category = 2});
   EXPECT_EQ(FilteredResults, held);
+}
+
+TEST_F(Filters, FollowANewOrderOfTheResults) {
+  Add(u"a.txt");
+  Add(u"b.jpg");
+  Add(u"c.txt");
+  EXPECT_EQ(Filter({.category = 2}), (Names{u"a.txt", u"c.txt"}));
+  rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
+  FollowNewResults(KeepFiltered::kIfThere, rows->size());
+  EXPECT_EQ(DisplayCount, 2u) << "until the job reports";
+  EXPECT_EQ(Filter({.category = 2}), (Names{u"c.txt", u"a.txt"}));
+}
+
+TEST_F(Filters, SayNothingMoreOfFormerResults) {
+  Add(u"a.txt");
+  Hold();
+  ActiveCategory = 2;
+  {
+    const std::scoped_lock writer(volume->indexLock);  // the job waits
+    RefreshFilteredResultsAsync({.category = 2});
+    FollowNewResults(KeepFiltered::kNo, 7);
+  }
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(DisplayCount, 7u);
+}
+
+TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
+  for (int i = 0; i < 2'000; ++i) Add(u"a.txt");
+  Hold();
+  std::atomic<bool> isDone = false;
+  std::thread publisher([&] {
+    while (!isDone) {
+      auto next = std::make_shared<ResultSet>(*rows);
+      const std::scoped_lock lock(ResultsLock);
+      CurrentResults = std::move(next);
+    }
+  });
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).rows[0], 2'000u);
+  isDone = true;
+  publisher.join();
 }
 
 TEST_F(Filters, DropRecordsThatAreGone) {

@@ -77,6 +77,17 @@ TEST_F(Sort, TurnsAroundAtASecondClickOnAName) {
   EXPECT_NE(Metrics().find(u"sort col=1 type=reverse total_ms="), std::u16string::npos);
 }
 
+TEST_F(Sort, TurnsAroundOnlyWhatStandsInTheColumnsOrder) {
+  Hold({AddWith(u"b", 1), AddWith(u"c", 1), AddWith(u"a", 1)});
+  {
+    const std::scoped_lock writer(volume->indexLock);  // the first sort waits
+    DoSortAsync(kColumnName, Direction::kByClick);
+    DoSortAsync(kColumnName, Direction::kByClick);
+  }
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(Names(), (Names16{u"c", u"b", u"a"}));
+}
+
 TEST_F(Sort, BeginsWithTheLargestSize) {
   Hold({AddWith(u"small", 1), AddWith(u"none", 0), AddWith(u"large", 900), AddWith(u"middle", 50)});
   SortBy(kColumnSize);

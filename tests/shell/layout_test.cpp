@@ -74,29 +74,19 @@ TEST(Sidebar, ShowsTheTagsThatFit) {
   EXPECT_EQ(top.fitting, (300 - 70) / 52);
   EXPECT_EQ(top.scrollLimit, 4);
   EXPECT_EQ(top.rows.size(), 4u);
-  EXPECT_EQ(top.rows.front(), (Rect{8, 78, 192, 122}));
+  EXPECT_EQ(top.rows.front(), (Rect{8, 78, 185, 122})) << "beside the bar";
   EXPECT_EQ(top.rows[1].top, 130);
   SidebarInput scrolled = input;
   scrolled.scroll = 100;
   EXPECT_EQ(LayoutSidebar(scrolled).rows.size(), 4u);
 }
 
-TEST(Sidebar, TellsByAThumbWhatIsOutOfView) {
-  SidebarInput input = {.clientHeight = 300, .headerTop = 70, .sidebarWidth = 200, .tags = 8};
-  // Four of eight rows, from 78 to 278: half of the way.
-  EXPECT_EQ(LayoutSidebar(input).thumb, (Rect{194, 78, 198, 178}));
-  input.scroll = 4;
-  EXPECT_EQ(LayoutSidebar(input).thumb, (Rect{194, 178, 198, 278}));
-  input.tags = 4;
-  EXPECT_EQ(LayoutSidebar(input).thumb, Rect{});
-  input.tags = 100'000;
-  EXPECT_EQ(LayoutSidebar(input).thumb.bottom - LayoutSidebar(input).thumb.top, 18);
-}
-
 TEST(Sidebar, NeedsNoScrollingWhereAllFit) {
   const SidebarLayout all =
       LayoutSidebar({.clientHeight = 900, .headerTop = 70, .sidebarWidth = 200, .tags = 8});
   EXPECT_EQ(all.scrollLimit, 0);
+  EXPECT_EQ(all.track, Rect{});
+  EXPECT_EQ(all.rows.front().right, 192);
   EXPECT_EQ(all.rows.size(), 8u);
   EXPECT_EQ(LayoutSidebar({.clientHeight = -5, .headerTop = 70, .tags = 8}).fitting, 1);
 }
@@ -107,6 +97,21 @@ TEST(Sidebar, BeginsNoFurtherDownThanItsLastTagAllows) {
   EXPECT_EQ(sidebar.scrollLimit, 0);
   EXPECT_EQ(sidebar.first, 0);
   EXPECT_EQ(sidebar.rows.size(), 12u);
+}
+
+TEST(Sidebar, HasABarWhereTagsExceedIt) {
+  SidebarInput input = {.clientHeight = 300, .headerTop = 70, .sidebarWidth = 200, .tags = 40};
+  for (int first = 0; first <= LayoutSidebar(input).scrollLimit; ++first) {
+    input.scroll = first;
+    const SidebarLayout sidebar = LayoutSidebar(input);
+    EXPECT_EQ(sidebar.track, (Rect{189, 70, 199, 300}));
+    EXPECT_GE(sidebar.thumb.top, 70);
+    EXPECT_LE(sidebar.thumb.bottom, 300);
+    EXPECT_EQ(SidebarDragTo(sidebar, (sidebar.thumb.top + sidebar.thumb.bottom) / 2), first);
+  }
+  EXPECT_EQ(SidebarDragTo(LayoutSidebar(input), -1'000), 0);
+  EXPECT_EQ(SidebarDragTo(LayoutSidebar(input), 10'000), LayoutSidebar(input).scrollLimit);
+  EXPECT_EQ(SidebarDragTo({}, 5), 0);
 }
 
 }  // namespace

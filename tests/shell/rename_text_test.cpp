@@ -25,6 +25,28 @@ TEST(Rename, TrimsTheNewName) {
   EXPECT_EQ(text, u"new.txt");
 }
 
+TEST(Rename, LeavesANameWithBlanksAtItsEndAlone) {
+  std::u16string text = u"a ";
+  EXPECT_EQ(CheckRename(u"a ", text), RenameStep::kClose);
+}
+
+TEST(Rename, TakesDotsAndBlanksOffTheEndAsTheSystemDoes) {
+  std::u16string text = u"new.txt. . ";
+  EXPECT_EQ(CheckRename(u"old.txt", text), RenameStep::kRename);
+  EXPECT_EQ(text, u"new.txt");
+  text = u"...";
+  EXPECT_EQ(CheckRename(u"old.txt", text), RenameStep::kClose);
+}
+
+TEST(Rename, RefusesWhatHardlyAnybodyCanOpen) {
+  for (const char16_t* const name : {u"con", u"NUL.txt", u"Com1", u"lpt9.tar.gz", u"a\tb", u"a\nb"}) {
+    EXPECT_EQ(Check(name), RenameStep::kInvalid);
+  }
+  for (const char16_t* const name : {u"console", u"com", u"com0", u"com10", u"xcon"}) {
+    EXPECT_EQ(Check(name), RenameStep::kRename);
+  }
+}
+
 TEST(Rename, SelectsAFilesNameWithoutItsExtension) {
   EXPECT_EQ(SelectedStem(u"archive.tar.gz", false), 11u);
   EXPECT_EQ(SelectedStem(u"Makefile", false), 8u);

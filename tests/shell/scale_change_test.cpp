@@ -8,7 +8,9 @@ namespace {
 TEST(ScaleChange, RescalesWhatIsKeptInPixels) {
   AppState app;
   WindowSettings settings;
+  app.scrollY = 44'000'000'000;
   EXPECT_TRUE(TakeScaleChange(app, settings, 144));
+  EXPECT_EQ(app.scrollY, 66'000'000'000);
   EXPECT_EQ(app.systemDpi, 144u);
   EXPECT_EQ(app.sidebarWidth, 300);
   EXPECT_EQ(app.headerTop, 135);

@@ -10,11 +10,6 @@ namespace {
 
 using Rows = std::vector<uint64_t>;
 
-TEST(RowHash, IsFnv1aOverEightBytes) {
-  EXPECT_EQ(RowHash{}(0), 0xA8C7F832281A39C5u);
-  EXPECT_EQ(RowHash{}(1), 0x89CD31291D2AEFA4u);
-}
-
 TEST(Selection, HoldsOneRow) {
   Selection selection;
   SelectOnly(selection, 3);
@@ -139,16 +134,18 @@ TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
 
 TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
   for (uint64_t i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000 + i);
-  EXPECT_TRUE(window.calls.empty());  // no range, no column, no repaint of its own
+  // No range, no column, no repaint of its own.
+  EXPECT_EQ(window.Count("CancelRename"), window.calls.size());
   EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
 }
 
 TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
   ScrollTo(app, window, layout, 440, 10'000);
-  EXPECT_EQ(window.calls, (std::vector<std::string>{"RelayoutList", "InvalidateList"}));
+  const std::vector<std::string> calls = {"CancelRename", "RelayoutList", "InvalidateList"};
+  EXPECT_EQ(window.calls, calls);
   ScrollTo(app, window, layout, 440, 10'000);
-  EXPECT_EQ(window.calls.size(), 2u);
+  EXPECT_EQ(window.calls, calls);
 }
 
 TEST_F(ListScrolling, FollowsAHeldThumb) {
@@ -167,6 +164,31 @@ TEST_F(ListScrolling, MovesSidewaysByFortyPixelsANotch) {
   EXPECT_EQ(app.scrollX, 40);
   ScrollSideways(app, window, layout, -240);
   EXPECT_EQ(app.scrollX, 0);
+}
+
+TEST_F(ListScrolling, LosesNothingOfATouchpadsSmallTurns) {
+  for (int i = 0; i < 120; ++i) ScrollByWheel(app, window, layout, -1, 10'000);
+  EXPECT_EQ(app.scrollY, 100);
+  for (int i = 0; i < 12; ++i) ScrollSideways(app, window, layout, 10);
+  EXPECT_EQ(app.scrollX, 40);
+}
+
+TEST_F(ListScrolling, MarksNoRowAsHoveredThatMovedAway) {
+  app.list.hoverRow = 3;
+  ScrollByWheel(app, window, layout, -120, 10'000);
+  EXPECT_EQ(app.list.hoverRow, -1);
+}
+
+TEST(TakeTurn, GivesWholeStepsAndKeepsTheRest) {
+  int rest = 0;
+  EXPECT_EQ(TakeTurn(rest, 360), 3);
+  EXPECT_EQ(TakeTurn(rest, 50), 0);
+  EXPECT_EQ(TakeTurn(rest, 50), 0);
+  EXPECT_EQ(TakeTurn(rest, 50), 1);
+  EXPECT_EQ(rest, 30);
+  EXPECT_EQ(TakeTurn(rest, -100), 0) << "the other way round begins anew";
+  EXPECT_EQ(TakeTurn(rest, -20), -1);
+  EXPECT_EQ(rest, 0);
 }
 
 }  // namespace

@@ -75,10 +75,12 @@ TEST_F(FilterBar, DropsItsListsInThePalette) {
   const HWND combo = GetDlgItem(program.Window(), 107);
   program.Click(combo, 20, 18);
   WaitUntil("the list", [combo] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0; });
-  program.Screenshot("drop-list-dark");
   program.Press(VK_DOWN);
-  program.Press(VK_RETURN);
   WaitForRows(3);  // today: the files
+  EXPECT_NE(SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0), 0) << "the list stays for the next key";
+  program.Screenshot("drop-list-dark");
+  program.Press(VK_RETURN);
+  WaitUntil("its end", [combo] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) == 0; });
 }
 
 TEST_F(FilterBar, TakesACustomSize) {
@@ -127,6 +129,15 @@ TEST_F(FilterBar, StandsAtTheSideOnRequest) {
   WaitForRows(1);
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("sidebar");
+  // Low: three rows fit. The wheel over them moves them by whole rows and never the list.
+  SetWindowPos(program.Window(), nullptr, 0, 0, 900, 260, SWP_NOMOVE | SWP_NOZORDER);
+  WaitUntil("a low window", [this] { return program.Ask(Probe::kClientHeight) < 260; });
+  program.Turn({100, 120}, -2);
+  program.Click(program.Window(), 100, 70 + 8 + 22);  // the third row has come up to the first place
+  WaitForRows(1);
+  EXPECT_EQ(program.Ask(Probe::kScrollY), 0);
+  program.Ask(Probe::kRepaint, 1);
+  program.Screenshot("sidebar-low");
   program.Ask(Probe::kSetSidebar, 0);
   EXPECT_TRUE(IsWindowVisible(Tag(0)));
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "config/ui_colors.h"
+#include "platform/text_file.h"
 #include "window/window_program.h"
 
 namespace quilmark {
@@ -188,6 +189,63 @@ TEST_F(MainWindow, RescalesWithItsScreen) {
   PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
   WaitUntil("100 %", [this] { return program.Ask(Probe::kDpi) == 96; });
   EXPECT_EQ(program.Ask(Probe::kColumnWidth, 1), column);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, OnlyMovesAtTheSameScale) {
+  program.StartAndWait();
+  const int64_t column = program.Ask(Probe::kColumnWidth, 1);
+  program.Ask(Probe::kMoveAtScale, 96);
+  RECT rect = {};
+  GetWindowRect(program.Window(), &rect);
+  EXPECT_EQ(rect.right - rect.left, 700);
+  EXPECT_EQ(rect.bottom - rect.top, 560);
+  EXPECT_EQ(program.Ask(Probe::kColumnWidth, 1), column);
+  EXPECT_EQ(program.Ask(Probe::kDpi), 96);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, StoresASizeOfNothingAndLaysOutNothing) {
+  program.StartAndWait();
+  const int64_t width = program.Ask(Probe::kClientWidth);
+  const int64_t headerTop = program.Ask(Probe::kHeaderTop);
+  const auto kept = ReadTextFile(program.Settings().PathOf(u"window.ini"));
+  SendMessageW(program.Window(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(0, 500));
+  EXPECT_EQ(program.Ask(Probe::kClientWidth), 0);
+  EXPECT_EQ(program.Ask(Probe::kClientHeight), 500);
+  EXPECT_EQ(program.Ask(Probe::kHeaderTop), headerTop);
+  EXPECT_EQ(ReadTextFile(program.Settings().PathOf(u"window.ini")), kept);
+  SendMessageW(program.Window(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(width, 500));
+  EXPECT_EQ(program.Ask(Probe::kClientWidth), width);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, AnswersNoticesOfDrivesWhateverTheyCarry) {
+  constexpr uint32_t kArrival = 0x8000, kRemoveComplete = 0x8004, kNodesChanged = 7;
+  constexpr uint32_t kNoPayload = 0, kPort = 1 << 16;
+  program.StartAndWait();
+  program.SearchFor(u"report");
+  for (const uint32_t event : {kArrival, kRemoveComplete, kNodesChanged}) {
+    EXPECT_EQ(program.Ask(Probe::kTellOfDrive, event + kNoPayload), 1);
+    EXPECT_EQ(program.Ask(Probe::kTellOfDrive, event + kPort), 1);
+  }
+  EXPECT_EQ(program.Ask(Probe::kRows), 3);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, IsThereAgainAfterASleep) {
+  constexpr WPARAM kResume = 18, kSuspend = 4;
+  constexpr uint32_t kSurfacePixel = 50 + 65'536 * 600;
+  program.StartAndWait();
+  const int64_t surface = program.Ask(Probe::kPixel, kSurfacePixel);
+  SendMessageW(program.Window(), WM_POWERBROADCAST, kSuspend, 0);
+  EXPECT_EQ(program.GdiLog().find(u"WM_POWERBROADCAST resume"), std::u16string::npos);
+  EXPECT_EQ(SendMessageW(program.Window(), WM_POWERBROADCAST, kResume, 0), 1);
+  EXPECT_NE(program.GdiLog().find(u"WM_POWERBROADCAST resume"), std::u16string::npos);
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), surface);
+  EXPECT_EQ(SendMessageW(program.Window(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1'600, 1'000)), 0);
+  program.Ask(Probe::kRepaint, 1);
+  EXPECT_EQ(program.Ask(Probe::kPixel, kSurfacePixel), surface);
   EndByMenu();
 }
 

@@ -144,10 +144,10 @@ void WindowProgram::StartAndWait(const std::wstring& arguments) {
   WaitUntil("a searchable drive", [this] { return Ask(Probe::kEngineReady) == 1; });
   WaitUntil("an open search box", [this] { return IsWindowEnabled(SearchBox()) != FALSE; });
   if (!arguments.empty()) return;
-  WaitUntil("the first, empty results",
-            [this] { return Title() == u"Quilmark - Filter: All Files | Hits: 0"; });
-  WaitUntil("the end of the indexing", [this] {
-    return Status() == u"A new disk was detected and the drive list was updated." || Status().empty();
+  // The last search of a start is the one that the end of the indexing asks for.
+  WaitUntil("the first, empty results", [this] {
+    return Ask(Probe::kSyncs) >= 1 && Ask(Probe::kShownGeneration) == Ask(Probe::kSearchGeneration) &&
+           Title() == u"Quilmark - Filter: All Files | Hits: 0";
   });
   SetForegroundWindow(Window());
   WaitUntil("the focus", [this] { return Ask(Probe::kSearchBoxFocused) == 1; });

@@ -8,6 +8,7 @@
 #include "platform/win32/wide.h"
 #include "shell/app_state.h"
 #include "shell/layout.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
 #include "shell/win32/main_window.h"
 #include "shell/window_ids.h"
@@ -17,7 +18,8 @@ namespace quilmark {
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kItemHeight = 28, kFieldHeight = 36;  // pixels at 96 dpi
+// Pixels at 96 dpi.
+constexpr int kItemHeight = 28, kFieldHeight = 36, kFieldInset = 12, kWithList = 280;
 
 struct DropRow {
   int id;
@@ -67,13 +69,14 @@ void DrawField(HWND combo, HDC dc) {
   const SelectScope font(dc, reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, CurrentPalette.text);
-  RECT place = {Scaled(12), 0, client.right - Scaled(24), client.bottom};
+  RECT place = {Scaled(kFieldInset), 0, client.right - Scaled(24), client.bottom};
   DrawTextW(dc, Wide(text), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
 // The whole field is ours: the control's own theme stays light.
 LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                 DWORD_PTR) {
+  if (TakeTabKey(combo, message, wParam)) return 0;
   if (message == WM_PAINT) {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(combo, &paint);
@@ -85,6 +88,41 @@ LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM 
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(combo, nullptr, FALSE);
   if (message == WM_NCDESTROY) RemoveWindowSubclass(combo, ComboProcedure, kSubclass);
   return DefSubclassProc(combo, message, wParam, lParam);
+}
+
+// And the width of the drop list.
+void SetComboItemHeights(HWND combo, uint32_t dpi) {
+  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+               std::max(ScaleFor(dpi, 24), ScaleFor(dpi, kFieldHeight)));
+  SendMessageW(combo, CB_SETITEMHEIGHT, 0, ScaleFor(dpi, kItemHeight));
+  for (const DropRow& row : kDropRows) {
+    if (row.id != GetDlgCtrlID(combo)) continue;
+    SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(ScaleFor(dpi, row.width)), 0);
+  }
+}
+
+// Makes the closed control as high as wanted, which its own arithmetic does not give.
+void FitComboHeight(HWND combo, int height) {
+  constexpr int kRounds = 8, kLeast = 20;
+  int item = std::max(height - 2, kLeast);
+  for (int round = 0; round < kRounds; ++round) {
+    SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
+    RECT client = {};
+    GetClientRect(combo, &client);
+    if (client.bottom == height) return;
+    if (client.bottom > height + 12) break;  // no height of a field
+    item = std::clamp<int>(item + height - client.bottom, kLeast, height + 4);
+  }
+  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 2, kLeast));
+}
+
+bool IsInPlace(HWND combo, const Rect& field, bool isShown) {
+  RECT rect = {}, client = {};
+  GetWindowRect(combo, &rect);
+  GetClientRect(combo, &client);
+  MapWindowPoints(HWND_DESKTOP, GetParent(combo), reinterpret_cast<POINT*>(&rect), 2);
+  return rect.left == field.left && rect.top == field.top && rect.right == field.right &&
+         client.bottom == field.bottom - field.top && (IsWindowVisible(combo) != FALSE) == isShown;
 }
 
 }  // namespace
@@ -119,39 +157,26 @@ bool IsCustomCombo(UINT id) {
 
 void DrawComboItem(const DRAWITEMSTRUCT& item) {
   if (item.itemID == static_cast<UINT>(-1)) return;
-  const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
+  // The closed field, which some systems draw past the control's own paint, looks as DrawField leaves
+  // it.
+  const bool isField = (item.itemState & ODS_COMBOBOXEDIT) != 0;
+  const bool isSelected = !isField && (item.itemState & ODS_SELECTED) != 0;
   FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);
   SetBkMode(item.hDC, TRANSPARENT);
   SetTextColor(item.hDC, isSelected ? CurrentPalette.rowSelText : CurrentPalette.text);
   RECT place = item.rcItem;
-  place.left += Scaled(8);
+  place.left = isField ? Scaled(kFieldInset) : place.left + Scaled(8);
   place.right -= Scaled(6);
   DrawTextW(item.hDC, Wide(ItemText(item.hwndItem, item.itemID)), -1, &place,
             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
-void SetComboItemHeights(HWND combo, uint32_t dpi) {
-  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-               std::max(ScaleFor(dpi, 24), ScaleFor(dpi, kFieldHeight)));
-  SendMessageW(combo, CB_SETITEMHEIGHT, 0, ScaleFor(dpi, kItemHeight));
-  for (const DropRow& row : kDropRows) {
-    if (row.id != GetDlgCtrlID(combo)) continue;
-    SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(ScaleFor(dpi, row.width)), 0);
-  }
-}
-
-void FitComboHeight(HWND combo, int height) {
-  constexpr int kRounds = 8, kLeast = 20;
-  int item = std::max(height - 2, kLeast);
-  for (int round = 0; round < kRounds; ++round) {
-    SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
-    RECT client = {};
-    GetClientRect(combo, &client);
-    if (client.bottom == height) return;
-    if (client.bottom > height + 12) break;  // no height of a field
-    item = std::clamp<int>(item + height - client.bottom, kLeast, height + 4);
-  }
-  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 2, kLeast));
+void PlaceCombo(HWND combo, const Rect& field, bool isShown) {
+  if (!IsWindow(combo) || IsInPlace(combo, field, isShown)) return;
+  SetComboItemHeights(combo, App().systemDpi);
+  SetWindowPos(combo, nullptr, field.left, field.top, field.right - field.left, Scaled(kWithList),
+               SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  FitComboHeight(combo, field.bottom - field.top);
 }
 
 }  // namespace quilmark

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/rect.h"
+
 namespace quilmark {
 
 HWND MakeCombo(HWND parent, int id, HFONT font);
@@ -19,10 +21,7 @@ bool IsCustomCombo(UINT id);
 
 void DrawComboItem(const DRAWITEMSTRUCT& item);
 
-// And the width of the drop list, at the scale of the window.
-void SetComboItemHeights(HWND combo, uint32_t dpi);
-
-// Makes the closed control as high as wanted, which its own arithmetic does not give.
-void FitComboHeight(HWND combo, int height);
+// Its field; an open list stays open where nothing changes.
+void PlaceCombo(HWND combo, const Rect& field, bool isShown);
 
 }  // namespace quilmark

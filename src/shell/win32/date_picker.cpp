@@ -7,6 +7,7 @@
 
 #include "config/palette.h"
 #include "shell/win32/drop_list.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
 
 namespace quilmark {
@@ -47,7 +48,8 @@ void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client) {
   if (textWidth <= kEdge || std::abs(shift) <= kWellPlaced) return;
   RECT scrolled = {kEdge, kEdge, textWidth, client.bottom - kEdge};
   ScrollDC(dc, 0, shift, &scrolled, &scrolled, nullptr, nullptr);
-  const RECT bared = {kEdge, kEdge, textWidth, std::min<LONG>(top + shift, client.bottom - kEdge)};
+  const RECT bared = shift > 0 ? RECT{kEdge, top, textWidth, top + shift}
+                               : RECT{kEdge, bottom + shift, textWidth, bottom};
   FillWith(dc, bared, RGB(kWhite, kWhite, kWhite));
   GdiFlush();
 }
@@ -83,6 +85,7 @@ void DrawField(HWND picker, HDC screen) {
 
 LRESULT CALLBACK PickerProcedure(HWND picker, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
+  if (TakeTabKey(picker, message, wParam)) return 0;
   switch (message) {
     case WM_PAINT: {
       PAINTSTRUCT paint;

@@ -11,6 +11,7 @@
 #include "shell/win32/canvas.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/date_picker.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
@@ -22,22 +23,19 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
-constexpr int kComboHeight = 280, kTagHeight = 40;
+constexpr int kTagHeight = 40, kSizeInset = 8, kSizeRightInset = 4;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
-void Move(HWND control, const Rect& rect, bool isShown) {
+// True if there was something to do.
+bool Move(HWND control, const Rect& rect, bool isShown) {
+  RECT former = {};
+  GetWindowRect(control, &former);
+  MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&former), 2);
+  if (FromRECT(former) == rect && (IsWindowVisible(control) != FALSE) == isShown) return false;
   SetWindowPos(control, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
-}
-
-// With room for the drop list, and as high as the search box when closed.
-void MoveCombo(HWND combo, Rect rect, bool isShown) {
-  const int height = rect.bottom - rect.top;
-  SetComboItemHeights(combo, App().systemDpi);
-  rect.bottom = rect.top + Scaled(kComboHeight);
-  Move(combo, rect, isShown);
-  FitComboHeight(combo, height);
+  return true;
 }
 
 bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
@@ -53,7 +51,7 @@ void DrawPlainFrame(HWND control) {
 
 LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
-  if (message == WM_CHAR && (wParam == '\r' || wParam == '\n')) return 0;
+  if (const auto taken = TakeEditMessage(control, message, wParam)) return *taken;
   if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
   const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
@@ -65,6 +63,7 @@ LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPAR
 // Fills what a rounded tag leaves at its corners, and knows whether the mouse is over it.
 LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                               DWORD_PTR) {
+  if (TakeTabKey(tag, message, wParam)) return 0;
   const int index = GetDlgCtrlID(tag) - kFirstTag;
   if (message == WM_ERASEBKGND) {
     RECT client = {};
@@ -137,6 +136,7 @@ void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
        {sizePreset_, timePreset_, sizeBox_, secondSizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   }
+  CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);  // a new font puts the text back to the top
   tagFont_ = tagFont;
   for (const HWND tag : tags_) SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont), TRUE);
 }
@@ -147,8 +147,8 @@ void FilterBar::RebuildTags(HWND parent) {
   captions_ = TagCaptions({});
   for (size_t i = 0; i < captions_.size(); ++i) {
     const HWND tag = CreateWindowExW(
-        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]), WS_CHILD | BS_OWNERDRAW | BS_MULTILINE, 0, 0,
-        10, Scaled(kTagHeight), parent,
+        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]),
+        WS_CHILD | WS_TABSTOP | BS_OWNERDRAW | BS_MULTILINE, 0, 0, 10, Scaled(kTagHeight), parent,
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTag) + static_cast<INT_PTR>(i)),
         GetModuleHandleW(nullptr), nullptr);
     SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont_), FALSE);
@@ -174,11 +174,10 @@ void FilterBar::RedrawTags() const {
 }
 
 void FilterBar::Place(const TopRowLayout& row) {
-  MoveCombo(sizePreset_, row.sizePreset, true);
-  MoveCombo(timePreset_, row.timePreset, true);
-  Move(sizeBox_, row.sizeBox, SizeIsCustom());
-  CentreEditLine(sizeBox_, 8, 4);
-  MoveCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
+  PlaceCombo(sizePreset_, row.sizePreset, true);
+  PlaceCombo(timePreset_, row.timePreset, true);
+  if (Move(sizeBox_, row.sizeBox, SizeIsCustom())) CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);
+  PlaceCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
   Move(dateFrom_, row.dateFrom, TimeIsCustom());
   Move(dateTo_, row.dateTo, TimeIsCustom());
 }

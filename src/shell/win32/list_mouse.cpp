@@ -79,6 +79,7 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   const int wanted = DraggedWidth(app.list.dragColumnWidth, app.list.dragColumnX,
                                   point.x - layout.rows.left + app.scrollX);
   if (wanted == width) return;
+  window.CancelRename();
   width = wanted;
   RequestListRepaint(app, window, kDragRepaintMs);
 }
@@ -90,6 +91,11 @@ SidebarLayout Sidebar(const AppState& app, const MainWindow& window) {
                         .dpi = app.systemDpi,
                         .tags = static_cast<int>(window.filterBar.Captions().size()),
                         .scroll = app.sidebarScroll});
+}
+
+void DragSidebar(AppState& app, MainWindow& window, Point point) {
+  app.sidebarScroll = SidebarDragTo(Sidebar(app, window), point.y);
+  window.RedrawTags();
 }
 
 // The category of the sidebar under a point, or -1.
@@ -113,7 +119,7 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
   if (bar != app.list.hoverBar || row != app.list.hoverRow)
     RequestListRepaint(app, window, kDragRepaintMs);
   if (row != app.list.hoverRow || column != app.list.hoverColumn) {
-    window.tip.Show(window.Handle(), TipText(app, row, column), app.systemDpi, window.fonts.main.Get());
+    window.tip.Show(window.Handle(), TipText(row, column), app.systemDpi, window.fonts.main.Get());
   }
   app.list.hoverBar = bar;
   app.list.hoverRow = row;
@@ -142,17 +148,25 @@ void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
 
 void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys) {
   const ListLayout layout = window.List();
+  if (CurrentWindowSettings.sidebarLayout && Holds(Sidebar(app, window).track, point)) {
+    app.list.dragsSidebar = true;
+    SetCapture(window.Handle());
+    return DragSidebar(app, window, point);
+  }
   const int tag = SidebarTagAt(app, window, point);
   if (tag >= 0) return SelectFilterTag(app, window, tag);
   const Bar bar = BarAt(app, layout, point);
   if (bar != Bar::kNone) return PressBar(app, window, layout, bar, point);
   if (Holds(layout.header, point)) return PressHeader(app, window, layout, point);
-  if (Holds(layout.rows, point)) PressRows(app, window, layout, point, keys);
+  if (point.y >= layout.rows.top && point.x >= layout.rows.left) {
+    PressRows(app, window, layout, point, keys);
+  }
 }
 
 void OnListRelease(AppState& app, MainWindow& window) {
   // Where another window has taken the capture it stays there.
   if (GetCapture() == window.Handle()) ReleaseCapture();
+  if (std::exchange(app.list.dragsSidebar, false)) window.RedrawTags();
   if (app.list.dragColumn >= 0) {
     app.list.dragColumn = -1;
     window.RelayoutList();
@@ -170,6 +184,7 @@ void OnListRelease(AppState& app, MainWindow& window) {
 }
 
 void OnListMove(AppState& app, MainWindow& window, Point point) {
+  if (app.list.dragsSidebar) return DragSidebar(app, window, point);
   const ListLayout layout = window.List();
   if (app.list.dragBar != Bar::kNone) return MoveThumb(app, window, layout, point, TickMs());
   if (app.list.dragColumn >= 0) return DragColumn(app, window, layout, point);
@@ -192,9 +207,9 @@ bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
   const bool isOver =
       CurrentWindowSettings.sidebarLayout && point.x < app.sidebarWidth && point.y >= app.headerTop;
   if (!isOver) return false;
-  const int step = delta > 0 ? -1 : 1;
   const SidebarLayout sidebar = Sidebar(app, window);
-  app.sidebarScroll = std::clamp(sidebar.first + step, 0, sidebar.scrollLimit);
+  const int rows = TakeTurn(app.list.sidebarRest, delta);
+  app.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
   window.RedrawTags();
   return true;
 }

@@ -233,10 +233,12 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
     DrawTag(paint.canvas.dc, ToRECT(sidebar.rows[i]), captions[static_cast<size_t>(tag)],
             tag == ActiveCategory, tag == App().list.hoverTag);
   }
-  paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
   if (sidebar.scrollLimit > 0) {
-    paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius), paint.colors.thumb);
+    paint.canvas.Fill(sidebar.track, paint.colors.panel);
+    paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius),
+                           App().list.dragsSidebar ? paint.colors.heldThumb : paint.colors.thumb);
   }
+  paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
 }
 
 // What to do here, where there is nothing to see.

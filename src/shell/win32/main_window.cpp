@@ -98,6 +98,7 @@ void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
+  App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
   ++rangeUpdates;
@@ -226,11 +227,7 @@ void MainWindow::PlaceControls() {
                                          .dpi = App().systemDpi,
                                          .sizeCustom = CurrentWindowSettings.sizePreset == kCustomSize,
                                          .timeCustom = CurrentWindowSettings.timePreset == kCustomTime});
-  SetComboItemHeights(scopeBox, App().systemDpi);
-  RECT scope = ToRECT(row.scope);
-  scope.bottom = scope.top + ScaleFor(App().systemDpi, 280);  // with its drop list
-  Show(scopeBox, scope);
-  FitComboHeight(scopeBox, row.search.bottom - row.search.top);
+  PlaceCombo(scopeBox, {row.scope.left, row.scope.top, row.scope.right, row.search.bottom}, true);
   Show(searchBox, ToRECT(row.search));
   ApplySearchBoxRect(searchBox);
   filterBar.Place(row);

@@ -289,6 +289,10 @@ Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
 }
 
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
+  if (message.wParam == VK_TAB) {
+    window.FocusSearchBox();
+    return 0;
+  }
   if (message.wParam != VK_F2) return std::nullopt;
   OpenRenameEditor(app, window);
   return 0;

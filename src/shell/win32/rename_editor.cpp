@@ -14,8 +14,10 @@
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
+#include "shell/filter_request.h"
 #include "shell/rename_text.h"
 #include "shell/row_text.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
@@ -26,9 +28,9 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestName = 511;
-// Pixels at 96 dpi. The name stays where it stands in the row.
-constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4, kTextInset = 3;
-constexpr int kHeight = 36;
+// Pixels at 96 dpi.
+constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4, kRowHeight = 44;
+constexpr int kTextInset = 3;
 
 struct Editing {
   MatchItem item;
@@ -77,7 +79,10 @@ void RenameInIndex(const MatchItem& item, const std::u16string& name) {
   RenameRecord(*item.volume, item.index, item.volume->records[item.index].parentFrn, name);
 }
 
-void Rename(AppState& app, MainWindow& window, const std::u16string& name) {
+// Who leaves the editor for another row has chosen that.
+enum class CommitEnd { kByKey, kByLeaving };
+
+void Rename(AppState& app, MainWindow& window, const std::u16string& name, CommitEnd end) {
   RowText renamed = editing.row;
   renamed.name = name;
   const std::u16string from = LongPathOf(PathOfRow(editing.row)), to = LongPathOf(PathOfRow(renamed));
@@ -89,13 +94,20 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name) {
   }
   RenameInIndex(editing.item, name);
   Close(window);
-  if (IsStillAt(editing.index, editing.item)) SelectOnly(app.list.selection, editing.index);
-  SetFocus(window.Handle());
+  if (end == CommitEnd::kByKey) SetFocus(window.Handle());
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
+  // Under a filter the rows change now, and numbers of rows mean others.
+  const bool isFiltered = !CurrentFilterSettings().IsOff();
+  if (isFiltered) ClearSelection(app.list.selection);
+  if (isFiltered && app.features.refreshFilter) app.features.refreshFilter();
+  if (!isFiltered && end == CommitEnd::kByKey && IsStillAt(editing.index, editing.item)) {
+    SelectOnly(app.list.selection, editing.index);
+  }
+  window.RelayoutList();
   window.InvalidateList();
 }
 
-void Commit(AppState& app, MainWindow& window) {
+void Commit(AppState& app, MainWindow& window, CommitEnd end) {
   if (window.renameEditor == nullptr || isCommitting) return;
   isCommitting = true;
   std::u16string text = TextOfWindow(window.renameEditor, kLongestName);
@@ -107,7 +119,7 @@ void Commit(AppState& app, MainWindow& window) {
       Ask(window, TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."));
       break;
     case RenameStep::kRename:
-      Rename(app, window, text);
+      Rename(app, window, text, end);
       break;
   }
   isCommitting = false;
@@ -126,7 +138,7 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
   MainWindow& window = TheWindow();
   switch (message) {
     case WM_KEYDOWN:
-      if (wParam == VK_RETURN) return Commit(App(), window), 0;
+      if (wParam == VK_RETURN || wParam == VK_TAB) return Commit(App(), window, CommitEnd::kByKey), 0;
       if (wParam == VK_ESCAPE) {
         Close(window);
         window.FocusSearchBox();
@@ -134,10 +146,11 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
       }
       break;
     case WM_CHAR:
-      if (wParam == '\r' || wParam == 27) return 0;  // an edit would beep
+    case WM_PASTE:
+      if (const auto taken = TakeEditMessage(editor, message, wParam)) return *taken;
       break;
     case WM_KILLFOCUS:
-      Commit(App(), window);
+      Commit(App(), window, CommitEnd::kByLeaving);
       if (!IsWindow(editor)) return 0;
       break;
     case WM_PAINT: {
@@ -154,15 +167,15 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
   return DefSubclassProc(editor, message, wParam, lParam);
 }
 
-// Over the Name column of a row that is whole below the header.
+// Over the Name column of a row that begins below the header.
 std::optional<Rect> PlaceOfEditor(const AppState& app, const ListLayout& layout) {
   const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.selection.focusRow));
-  if (row.top < layout.rows.top || row.bottom > layout.rows.bottom) return std::nullopt;
+  if (row.top < layout.rows.top || row.top >= layout.rows.bottom) return std::nullopt;
   const auto scaled = [&layout](int n) { return ScaleFor(layout.dpi, n); };
   const int left = layout.columns[0] + scaled(kNameLeft) + layout.rows.left - app.scrollX;
   const int width = std::max(layout.columns[1] - scaled(kNameMargin), scaled(kLeastWidth));
   const int top = row.top + scaled(kTopInset);
-  return Rect{left, top, left + width, top + scaled(kHeight)};
+  return Rect{left, top, left + width, top + scaled(kRowHeight - 2 * kTopInset)};
 }
 
 }  // namespace

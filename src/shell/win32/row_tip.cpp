@@ -23,7 +23,7 @@ constexpr int kMostWidth = 600;  // pixels at 96 dpi
 TTTOOLINFOW ToolOf(HWND owner) {
   TTTOOLINFOW tool = {};
   tool.cbSize = sizeof tool;
-  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE | TTF_TRANSPARENT;
   tool.hwnd = owner;
   tool.uId = 1;
   return tool;
@@ -81,7 +81,7 @@ void RowTip::Hide() {
   SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
 }
 
-std::u16string TipText(const AppState&, int64_t row, int column) {
+std::u16string TipText(int64_t row, int column) {
   const auto rows = ShownResults();
   if (row < 0 || static_cast<uint64_t>(row) >= rows->size()) return {};
   const MatchItem& item = (*rows)[static_cast<size_t>(row)];

@@ -22,6 +22,6 @@ class RowTip {
 };
 
 // Of a cell of the list; empty where there is nothing to say.
-std::u16string TipText(const AppState& app, int64_t row, int column);
+std::u16string TipText(int64_t row, int column);
 
 }  // namespace quilmark

@@ -10,6 +10,7 @@
 #include "shell/app_state.h"
 #include "shell/layout.h"
 #include "shell/search_keys.h"
+#include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/window_text.h"
@@ -21,7 +22,6 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestQuery = 255;
-constexpr WPARAM kCtrlA = 1;  // as a character; a multi-line edit does not know it
 constexpr int kLeftInset = 14, kRightInset = 8, kRadius = 8;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
@@ -63,6 +63,7 @@ void DrawFrame(HWND edit) {
 
 LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                DWORD_PTR) {
+  if (const auto taken = TakeEditMessage(edit, message, wParam)) return *taken;
   switch (message) {
     case WM_ERASEBKGND:
       FillBackground(edit, reinterpret_cast<HDC>(wParam));
@@ -71,14 +72,6 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
       if (TakeSearchKey(TheWindow(), static_cast<uint32_t>(wParam), TextOfWindow(edit, kLongestQuery))) {
         return 0;
       }
-      break;
-    case WM_CHAR:
-      if (wParam == kCtrlA) {
-        SendMessageW(edit, EM_SETSEL, 0, -1);
-        return 0;
-      }
-      // A multi-line edit would break the line, or beep.
-      if (wParam == '\r' || wParam == '\n') return 0;
       break;
     case WM_PAINT: {
       const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);

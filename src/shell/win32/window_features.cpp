@@ -37,7 +37,9 @@ void InstallFeatures(AppState& app, MainWindow& window) {
   };
   app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };
   app.features.autosaveAttributes = [] { AutosaveAttrCacheAsync(Engine()); };
-  app.features.saveAttributes = [] { SaveAttrCache(Engine()); };
+  app.features.saveAttributes = [] {
+    if (isAttrCacheLoaded) SaveAttrCache(Engine());
+  };
   app.features.sort = [&app, &window](int column) {
     RequestSort(app, window, column, Direction::kByClick);
   };

@@ -1,12 +1,15 @@
 // The desktop program with a way to ask for its state.
 #include <windows.h>
 
+#include <dbt.h>
+
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "config/window_settings.h"
+#include "index/volume_life.h"
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
@@ -61,6 +64,29 @@ LRESULT SizeOfFirstRow() {
   const MatchItem& first = rows->front();
   const bool isKnown = PeekAttr(*first.volume, first.volume->records[first.index].frn, entry);
   return isKnown ? entry.size : -1;
+}
+
+LRESULT syncs = 0;
+
+LRESULT CALLBACK SeePosted(int code, WPARAM isRemoved, LPARAM posted) {
+  const bool isSync = reinterpret_cast<const MSG*>(posted)->message == WM_VOLUMES_SYNCED;
+  if (code == HC_ACTION && isRemoved == PM_REMOVE && isSync) ++syncs;
+  return CallNextHookEx(nullptr, code, isRemoved, posted);
+}
+
+// Messages with a pointer do not pass from program to program.
+void MoveAtScale(const MainWindow& window, uint32_t dpi) {
+  const RECT rect = {40, 50, 740, 610};
+  SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&rect));
+}
+
+LRESULT TellOfDrive(const MainWindow& window, WPARAM event, uint32_t payload) {
+  DEV_BROADCAST_VOLUME volume = {};
+  volume.dbcv_size = sizeof volume;
+  volume.dbcv_devicetype = payload == 1 ? DBT_DEVTYP_PORT : DBT_DEVTYP_VOLUME;
+  volume.dbcv_unitmask = payload;
+  return SendMessageW(window.Handle(), WM_DEVICECHANGE, event,
+                      payload == 0 ? 0 : reinterpret_cast<LPARAM>(&volume));
 }
 
 // Colours that no theme of ours has.
@@ -145,6 +171,11 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kMapDriveAgain:
       MapDrives(letter);
       break;
+    case Probe::kMoveAtScale:
+      MoveAtScale(window, argument);
+      break;
+    case Probe::kTellOfDrive:
+      return TellOfDrive(window, argument & 0xFFFF, argument >> 16);
     case Probe::kFillRows:
       FillRows(app, window, argument);
       break;
@@ -219,6 +250,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.shownByUser;
     case Probe::kFirstSearchDeferred:
       return app.firstSearchDeferred;
+    case Probe::kSyncs:
+      return syncs;
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));
@@ -246,5 +279,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   drives = EnvironmentText(kDrivesVariable).value_or(u"");
   MapDrives();
   extraMessages = Answer;
+  SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());
   ExitProcess(static_cast<UINT>(RunQuilmark(instance, commandLine, showCommand)));
 }

@@ -30,6 +30,7 @@ enum class Probe : uintptr_t {
   kSearchBoxFocused,
   kShownByUser,
   kFirstSearchDeferred,
+  kSyncs,  // notices that the drives are all there, taken since the start
   kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
   kHoverRow,
   kRangeUpdates,    // of the scrollbars, since the start
@@ -49,6 +50,9 @@ enum class Probe : uintptr_t {
   kSetSidebar,       // argument: whether the filter tags stand at the side
   kUnmapDrive,       // argument: the letter
   kMapDriveAgain,    // argument: the letter, to the folder of the start
+  kMoveAtScale,      // argument: a dpi; suggests 700 x 560 at 40, 50
+  kTellOfDrive,      // argument: event + 65536 * payload; the answer is the window's. Payload 0: none,
+                     // 1: of another kind, else the mask of letters
   kFillRows,         // argument: how many rows; those of the index, over and over
   kShowRow,          // argument: the row to begin at
   kTimePaints,       // argument: times; the answer is the microseconds of one
