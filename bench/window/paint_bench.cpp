@@ -22,6 +22,15 @@ double FrameMs(WindowProgram& program) {
   return static_cast<double>(runs[kRuns / 2]) / 1'000;
 }
 
+// The search has nothing more to show, and takes no rows away.
+void WaitForCount(WindowProgram& program, const std::u16string& count) {
+  constexpr int kFirstTagId = 200;
+  program.ExpectTitle(u"Quilmark - Filter: All Files | Hits: " + count);
+  WaitUntil("the counts", [&] {
+    return program.TextOf(GetDlgItem(program.Window(), kFirstTagId)) == u"All Files\r\n(" + count + u")";
+  });
+}
+
 // True when the line below the thirtieth row is on the frame that was timed.
 bool ShowsThirtyRows(WindowProgram& program) {
   constexpr int kRows = 30, kPitch = 44, kHeader = 40, kX = 40;
@@ -42,6 +51,10 @@ void Report(WindowProgram& program, const char* what) {
   const double many = FrameMs(program);
   program.Ask(Probe::kShowRow, kLong / 2);
   const double middle = FrameMs(program);
+  if (program.Ask(Probe::kRows) != kLong) {
+    std::printf("%s: other rows came meanwhile\n", what);
+    return;
+  }
   std::printf("%-16s %u rows %6.2f ms   %u rows %6.2f ms (%.2fx)   in their middle %6.2f ms (%.2fx)\n",
               what, kShort, few, kLong, many, many / few, middle, middle / few);
 }
@@ -54,13 +67,16 @@ void ReportAll() {
   program.StartAndWait();
   program.SearchFor(u"report");
   WaitUntil("sizes and dates", [&program] { return program.Ask(Probe::kFirstRowSize) >= 0; });
+  WaitForCount(program, u"100");
   Report(program, "one hit a name");
   program.PressCtrl(u'A');
   program.SearchFor(u"o");
+  WaitForCount(program, u"101");
   Report(program, "three hits");
   program.PressCtrl(u'A');
   program.Press(VK_DELETE);
   WaitUntil("no results", [&program] { return program.Ask(Probe::kRows) == 0; });
+  WaitForCount(program, u"0");
   Report(program, "no hits");
   program.Exit();
   program.WaitForEnd();

@@ -10,6 +10,7 @@ namespace {
 constexpr int kHoverPercent = 8;
 // Between the bar and its border. A band of its own colour would stand out of a preset.
 constexpr int kBandPercent = 40, kPanelPercent = 50;
+constexpr int kThumbPercent = 45, kGlyphPercent = 65;
 
 // The user's colour, unless a hit cannot be read in it at all.
 Color HitText(Color hit, Color wanted) {
@@ -27,7 +28,7 @@ RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) 
           .hitText = HitText(hit, palette.textHit),
           .wholeHit = ReadableOn(ground, palette.textHit),
           .folder = palette.accent,
-          .file = palette.muted};
+          .file = MixColor(palette.text, ground, kGlyphPercent)};
 }
 
 struct OnGround {
@@ -54,7 +55,9 @@ ListColors SystemListColors(const Palette& palette) {
           .band = palette.headerBackground,
           .bandText = palette.header,
           .panel = palette.panelBackground,
-          .status = palette.text};
+          .status = palette.text,
+          .thumb = palette.text,
+          .heldThumb = hot};
 }
 
 }  // namespace
@@ -68,7 +71,9 @@ ListColors ListColorsOf(const Palette& palette) {
           .band = MixColor(palette.border, palette.toolbar, kBandPercent),
           .bandText = palette.header,
           .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),
-          .status = ReadableOn(palette.toolbar, palette.muted)};
+          .status = ReadableOn(palette.toolbar, palette.muted),
+          .thumb = MixColor(palette.text, palette.surface, kThumbPercent),
+          .heldThumb = palette.accent};
 }
 
 }  // namespace quilmark

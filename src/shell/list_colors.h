@@ -16,9 +16,10 @@ struct RowColors {
 
 struct ListColors {
   RowColors plain, hovered, selected;
-  Color band = 0, bandText = 0;  // of the header
-  Color panel = 0;               // of the sidebar
-  Color status = 0;              // letters on the bar
+  Color band = 0, bandText = 0;    // of the header
+  Color panel = 0;                 // of the sidebar
+  Color status = 0;                // letters on the bar
+  Color thumb = 0, heldThumb = 0;  // of a scrollbar; held, or under the mouse
 };
 
 // As they stand while the system asks for high contrast: then none of its colours is mixed.

@@ -51,6 +51,8 @@ TEST_P(ListColorsIn, TellsRowsApart) {
   for (const RowColors& row : {colors.plain, colors.selected}) {
     EXPECT_GE(std::abs(Luminance(row.ground) - Luminance(row.hit)), 18);
   }
+  EXPECT_GE(ContrastRatio(palette.surface, colors.thumb), 2);
+  EXPECT_GE(ContrastRatio(palette.surface, colors.plain.file), 3);
   EXPECT_EQ(colors.hovered.hit, colors.plain.hit);  // nothing flickers under the mouse
 }
 
@@ -75,6 +77,7 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
   EXPECT_EQ(colors.plain.hitText, system.highlightText);
   EXPECT_EQ(colors.plain.wholeHit, system.hotLight);
   EXPECT_EQ(colors.selected.wholeHit, system.highlightText);
+  EXPECT_EQ(colors.thumb, system.windowText);
   EXPECT_EQ(colors.band, system.buttonFace);
 }
 

@@ -45,9 +45,20 @@ class ContactSheet : public testing::Test {
     program.SearchFor(u"na");
     WaitUntil("the rows", [this] { return program.Ask(Probe::kRows) > 30; });
     WaitUntil("the size of the first row", [this] { return program.Ask(Probe::kFirstRowSize) >= 0; });
-    WaitUntil("the counts", [this] {
-      return program.TextOf(GetDlgItem(program.Window(), kFirstTagId)) == u"All Files\r\n(40)";
+    WaitForCount(u"(40)");
+  }
+  // Of the first tag.
+  void WaitForCount(const std::u16string& count) {
+    WaitUntil("the counts", [&] {
+      return program.TextOf(GetDlgItem(program.Window(), kFirstTagId)) == u"All Files\r\n" + count;
     });
+  }
+  void PressHeader(int x) {
+    const int64_t before = program.Ask(Probe::kShownGeneration);
+    const LPARAM place = MAKELPARAM(x, FirstRow() - kHeader / 2);
+    SendMessageW(program.Window(), WM_LBUTTONDOWN, MK_LBUTTON, place);
+    SendMessageW(program.Window(), WM_LBUTTONUP, 0, place);
+    WaitUntil("the sorted rows", [&] { return program.Ask(Probe::kShownGeneration) > before; });
   }
   void Picture(const std::string& caption) {
     program.Ask(Probe::kRepaint, 1);
@@ -151,6 +162,8 @@ TEST_F(ContactSheet, HighContrast) {
     EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(0x000000)) << message;
     Picture("6-high-contrast");
+    program.Ask(Probe::kTakePreset, 4);  // for later
+    EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     program.Ask(Probe::kSetHighContrast, 0);
     SendMessageW(program.Window(), message, 0, 0);
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(kUiColorPresetRows[4].rrggbb[0]))
@@ -198,8 +211,12 @@ TEST_F(ContactSheet, StatesOfTheList) {
   program.SearchFor(u"na");
   WaitUntil("the rows", [this] { return program.Ask(Probe::kRows) > 30; });
   Resize(1'300, 700);
+  PressHeader(380);
+  WaitUntil("the largest first", [this] { return program.Ask(Probe::kFirstRowSize) == 70'000; });
+  Picture("5-sorted-by-size");
   Choose(kSizePresetId, kCustom);
   Choose(kTimePresetId, kCustom);
+  WaitForCount(u"(38)");
   Picture("5-custom-ranges");
   program.Ask(Probe::kSwitchTheme, 1);
   Picture("5-custom-ranges-dark");

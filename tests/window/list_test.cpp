@@ -102,6 +102,11 @@ TEST_F(ResultsList, LosesNoWheelEventOfABurst) {
 }
 
 TEST_F(ResultsList, ShowsTheEndOfABurstAndMeasuresNothingOnTheWay) {
+  // The search itself has nothing more to show.
+  program.ExpectTitle(u"Quilmark - Filter: All Files | Hits: 200");
+  WaitUntil("the counts", [this] {
+    return program.TextOf(GetDlgItem(program.Window(), 200)) == u"All Files\r\n(200)";
+  });
   program.Ask(Probe::kFillRows, 10'000'000);
   const int64_t paints = program.Ask(Probe::kPaints), updates = program.Ask(Probe::kRangeUpdates);
   for (int i = 0; i < 1'000; ++i) {
@@ -109,6 +114,7 @@ TEST_F(ResultsList, ShowsTheEndOfABurstAndMeasuresNothingOnTheWay) {
   }
   WaitUntil("the last event", [this] { return program.Ask(Probe::kScrollY) == 100'000; });
   WaitUntil("its frame", [this] { return program.Ask(Probe::kPaintedScrollY) == 100'000; });
+  EXPECT_EQ(program.Ask(Probe::kRows), 10'000'000);
   EXPECT_EQ(program.Ask(Probe::kRangeUpdates), updates);
   EXPECT_GT(program.Ask(Probe::kPaints), paints);
   EXPECT_LT(program.Ask(Probe::kPaints), paints + 1'000);  // frames of a burst are drawn together

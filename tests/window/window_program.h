@@ -56,7 +56,7 @@ class WindowProgram {
   void KeyUp(WORD virtualKey);
   void Click(HWND window, int x, int y);  // client pixels, as all of these
   void Drag(HWND window, POINT from, POINT to);
-  void MoveMouse(int x, int y);  // over the main window
+  void MoveMouse(int x, int y);              // over the main window
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 

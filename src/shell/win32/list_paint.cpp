@@ -203,7 +203,7 @@ void DrawBar(const ListPaint& paint, const std::optional<Scrollbar>& bar, Bar ki
   paint.canvas.Fill(bar->track, CurrentPalette.surface);
   const bool isActive = App().list.hoverBar == kind || App().list.dragBar == kind;
   paint.canvas.FillRound(bar->thumb, paint.Scaled(kThumbRadius),
-                         isActive ? CurrentPalette.accent : CurrentPalette.separator);
+                         isActive ? paint.colors.heldThumb : paint.colors.thumb);
 }
 
 void DrawTop(const ListPaint& paint, const MainWindow& window) {
@@ -234,9 +234,9 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
             tag == ActiveCategory, tag == App().list.hoverTag);
   }
   if (sidebar.scrollLimit > 0) {
-    paint.canvas.Fill(sidebar.track, CurrentPalette.panelBackground);
+    paint.canvas.Fill(sidebar.track, paint.colors.panel);
     paint.canvas.FillRound(sidebar.thumb, paint.Scaled(kThumbRadius),
-                           App().list.dragsSidebar ? CurrentPalette.accent : CurrentPalette.separator);
+                           App().list.dragsSidebar ? paint.colors.heldThumb : paint.colors.thumb);
   }
   paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
 }

@@ -84,7 +84,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;
   TrayIcon tray;
-  UINT taskbarCreated = 0;   // the registered message
+  UINT taskbarCreated = 0;    // the registered message
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
   int64_t paintedScrollY = 0;
