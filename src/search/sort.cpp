@@ -22,7 +22,7 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kProgressRows = 5'000, kProgressPercent = 15, kProgressStep = 800;
+constexpr size_t kProgressStep = 800;
 constexpr uint64_t kProgressMs = 151, kSaveGapMs = 3'000;
 constexpr unsigned kLeastWorkers = 2, kMostWorkers = 6;
 
@@ -49,10 +49,7 @@ std::vector<VolumeIndex*> VolumesOf(const std::vector<MatchItem>& rows) {
 class Fetch {
  public:
   Fetch(const SortJob& job, const std::vector<MatchItem>& missing, size_t rows)
-      : job_(job),
-        missing_(missing),
-        showsProgress_(missing.size() >= kProgressRows ||
-                       missing.size() * 100 >= rows * kProgressPercent) {}
+      : job_(job), missing_(missing), showsProgress_(ShowsFetchProgress(missing.size(), rows)) {}
 
   void Run() {
     const unsigned half = std::thread::hardware_concurrency() / 2;
@@ -153,6 +150,11 @@ bool FetchMissing(const SortJob& job, const std::vector<MatchItem>& rows, Timing
 }
 
 }  // namespace
+
+bool ShowsFetchProgress(size_t missing, size_t rows) {
+  constexpr size_t kMany = 5'000, kLargeShare = 15;  // per cent
+  return missing >= kMany || missing * 100 >= rows * kLargeShare;
+}
 
 void DoSortAsync(int column, Direction direction) {
   if (column == 0) return;

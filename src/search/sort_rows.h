@@ -54,6 +54,9 @@ SortedRows LiveRows(RowRun held);
 // The rows that the disk must be asked about before a sort by size or date. Empty if the job went stale.
 std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job);
 
+// Whether the status line counts the missing rows while they are fetched.
+bool ShowsFetchProgress(size_t missing, size_t rows);
+
 // Rows by size or date, as far as known.
 SortedRows SortedByValue(RowRun rows, const SortJob& job);
 
