@@ -20,7 +20,7 @@ using SortedRows = std::vector<MatchItem>;
 struct KeyedRows {
   explicit KeyedRows(size_t count) : entries(count), keys(CoreCount()) {}
 
-  std::vector<KeyEntry> entries;
+  KeyEntries entries;
   std::vector<SortKeys> keys;  // by worker
 };
 
