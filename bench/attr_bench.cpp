@@ -14,6 +14,7 @@
 #include "index/search_engine.h"
 #include "platform/text.h"
 #include "search/attr_cache.h"
+#include "search/attr_jobs.h"
 #include "search/filters.h"
 #include "search/folder_sizes.h"
 #include "search/sort.h"
@@ -30,6 +31,7 @@ size_t NameCount() {
 // With attributes of every file.
 VolumeIndex& Volume() {
   static VolumeIndex* const volume = [] {
+    keepsAttrCacheFile = false;
     VolumeIndex* const made = AddVolume(Engine(), MakeVolume(LoadCorpus(NameCount())));
     for (uint32_t i = 0; i < made->records.size(); ++i) {
       const FileRecord& record = made->records[i];

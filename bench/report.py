@@ -152,13 +152,14 @@ def report_sort(rows, column, texts):
 
 def report_attributes():
     folder = names_folder(ATTRIBUTE_FILES)
-    rows = run_bench("attr_bench", {"QUILMARK_BENCH_DATA": WORK, "QUILMARK_BENCH_NAMES": str(ATTRIBUTE_FILES)})
+    rows = run_bench("attr_bench", {"QUILMARK_BENCH_DATA": WORK, "QUILMARK_BENCH_NAMES": str(ATTRIBUTE_FILES),
+                                    "QUILMARK_CONFIG_DIR": WORK})
     print(f"\n== sorting, filtering and totals of {ATTRIBUTE_FILES:,} rows; sort -f: LC_ALL=C, one thread and two")
     print(f"{'order':<8}{'ms':>8}{'std::sort':>12}{'x faster':>10}{'sort -f':>12}{'x faster':>10}{'sort -f, 2':>12}{'x faster':>10}")
     report_sort(rows, "name", os.path.join(folder, "names.txt"))
     report_sort(rows, "path", os.path.join(folder, "paths.txt"))
     for name, row in rows.items():
-        if name.startswith(("Filter/", "Count/")):
+        if name.startswith(("SortValues/", "Filter/", "Count/")):
             print(f"{name:<28}{1e9 / row['items_per_second']:>6.1f} ns a row")
     for name, row in rows.items():
         if name.startswith("FolderTotals"):

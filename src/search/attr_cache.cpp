@@ -40,6 +40,14 @@ bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   return true;
 }
 
+// attrLock held.
+void PeekAttrsLocked(const VolumeIndex& volume, std::span<const uint64_t> frns,
+                     std::span<AttrEntry> out) {
+  for (size_t i = 0; i < frns.size(); ++i) {
+    if (frns[i] == 0 || !CopyEntry(volume, frns[i], out[i])) out[i] = {};
+  }
+}
+
 bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
 
 // The file of a record as it was when somebody looked.
@@ -149,9 +157,18 @@ bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 
 void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
   const std::shared_lock lock(volume.attrLock);
+  PeekAttrsLocked(volume, frns, out);
+}
+
+void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+  uint64_t hits = 0, misses = 0;
+  const auto lock = TimedLock<std::shared_lock<OrderedLock>>(volume.attrLock);
+  PeekAttrsLocked(volume, frns, out);
   for (size_t i = 0; i < frns.size(); ++i) {
-    if (frns[i] == 0 || !CopyEntry(volume, frns[i], out[i])) out[i] = {};
+    if (frns[i] != 0) ++(out[i].valid ? hits : misses);
   }
+  AttrCounters().hits += hits;
+  AttrCounters().misses += misses;
 }
 
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {

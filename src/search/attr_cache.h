@@ -23,6 +23,9 @@ bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
 // none. A frn of 0 is none.
 void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
 
+// The same with one hit or miss counted for each file.
+void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
+
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry);
 
 // The logical size that a scan of the volume's file table found. False where it found none.

@@ -16,48 +16,19 @@
 #include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
 #include "search/folder_sizes.h"
+#include "search/sort_rows.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr size_t kProgressRows = 5'000, kProgressPercent = 15, kProgressStep = 800;
+constexpr size_t kProgressStep = 800;
 constexpr uint64_t kProgressMs = 151, kSaveGapMs = 3'000;
 constexpr unsigned kLeastWorkers = 2, kMostWorkers = 6;
 
 std::atomic<uint64_t> lastSaveMs = 0;
 
 bool NeedsAttributes(int column) { return column >= kColumnSize && column <= kColumnCreated; }
-
-FileTime DateOf(const AttrEntry& entry, int column) {
-  return column == kColumnModified ? entry.modified : entry.created;
-}
-FileTime DateOf(const SortRow& row, int column) {
-  return column == kColumnModified ? row.modified : row.created;
-}
-
-// What the index says of a row.
-struct RowKind {
-  uint64_t frn = 0;
-  bool isDirectory = false;
-};
-std::optional<RowKind> KindOf(const MatchItem& item) {
-  const std::shared_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return std::nullopt;
-  const FileRecord& record = item.volume->records[item.index];
-  if (record.deleted) return std::nullopt;
-  return RowKind{record.frn, record.isDirectory != 0};
-}
-
-// The held rows without those that are gone.
-std::vector<MatchItem> LiveRows(const ResultSet& held) {
-  std::vector<MatchItem> rows;
-  rows.reserve(held.size());
-  for (const MatchItem& item : held) {
-    if (KindOf(item)) rows.push_back(item);
-  }
-  return rows;
-}
 
 enum class Order { kWhole, kOfWhatIsKnown };
 
@@ -77,80 +48,11 @@ std::vector<VolumeIndex*> VolumesOf(const std::vector<MatchItem>& rows) {
   return volumes;
 }
 
-bool IsMissing(const MatchItem& row, int column) {
-  const auto kind = KindOf(row);
-  if (!kind || (column == kColumnSize && kind->isDirectory)) return false;
-  AttrEntry entry;
-  const bool isHeld = LookupAttr(*row.volume, kind->frn, entry);
-  if (column != kColumnSize) return !isHeld || DateOf(entry, column) == 0;
-  MftSize size;
-  return !isHeld && !LookupMftSize(*row.volume, kind->frn, size);
-}
-
-// Empty if the job went stale.
-std::optional<std::vector<MatchItem>> MissingRows(const std::vector<MatchItem>& rows,
-                                                  const SortJob& job) {
-  std::vector<MatchItem> missing;
-  missing.reserve(rows.size() / 8 + 1024);
-  for (const MatchItem& row : rows) {
-    if (!IsCurrent(job.generation)) return std::nullopt;
-    if (IsMissing(row, job.column)) missing.push_back(row);
-  }
-  return missing;
-}
-
-SortRow SortRowOf(const MatchItem& item, int column) {
-  SortRow row{.volume = item.volume, .index = item.index};
-  const auto kind = KindOf(item);
-  const uint64_t frn = kind ? kind->frn : 0;
-  row.isDirectory = kind && kind->isDirectory;
-  if (row.isDirectory) {
-    uint64_t size = 0;
-    row.hasValue = GetFolderSize(*item.volume, frn, size, IfDirty::kRebuild);
-    row.size = static_cast<int64_t>(size);
-    return row;
-  }
-  AttrEntry entry;
-  const bool isHeld = PeekAttr(*item.volume, frn, entry);
-  if (isHeld) {
-    row.size = entry.size;
-    row.modified = entry.modified;
-    row.created = entry.created;
-  }
-  row.hasValue = isHeld;
-  if (column != kColumnSize) {
-    row.hasValue = isHeld && DateOf(entry, column) != 0;
-    return row;
-  }
-  MftSize size;
-  if ((!isHeld || entry.size == 0) && LookupMftSize(*item.volume, frn, size)) {
-    if (!isHeld || size.logical > 0) row.size = static_cast<int64_t>(size.logical);
-    row.hasValue = true;
-  }
-  return row;
-}
-
-std::vector<MatchItem> SortedByValue(const std::vector<MatchItem>& items, const SortJob& job) {
-  std::vector<SortRow> rows;
-  rows.reserve(items.size());
-  for (const MatchItem& item : items) rows.push_back(SortRowOf(item, job.column));
-  std::sort(rows.begin(), rows.end(), [&job](const SortRow& a, const SortRow& b) {
-    return StandsBefore(a, b, job.column, job.ascending);
-  });
-  std::vector<MatchItem> sorted;
-  sorted.reserve(rows.size());
-  for (const SortRow& row : rows) sorted.push_back({row.volume, row.index});
-  return sorted;
-}
-
 // Fetches attributes with several threads, since this waits for the disk, and tells how far it has come.
 class Fetch {
  public:
   Fetch(const SortJob& job, const std::vector<MatchItem>& missing, size_t rows)
-      : job_(job),
-        missing_(missing),
-        showsProgress_(missing.size() >= kProgressRows ||
-                       missing.size() * 100 >= rows * kProgressPercent) {}
+      : job_(job), missing_(missing), showsProgress_(ShowsFetchProgress(missing.size(), rows)) {}
 
   void Run() {
     const unsigned half = std::thread::hardware_concurrency() / 2;
@@ -251,19 +153,9 @@ bool FetchMissing(const SortJob& job, const std::vector<MatchItem>& rows, Timing
 
 }  // namespace
 
-bool StandsBefore(const SortRow& a, const SortRow& b, int column, bool ascending) {
-  const bool isByDate = column != kColumnSize;
-  if (isByDate && a.isDirectory != b.isDirectory) return a.isDirectory == ascending;
-  if (a.hasValue != b.hasValue) return a.hasValue;
-  if (!isByDate) {
-    const bool isEmptyA = a.size <= 0, isEmptyB = b.size <= 0;
-    if (isEmptyA != isEmptyB) return isEmptyA == ascending;
-    if (a.size != b.size) return (a.size < b.size) == ascending;
-  } else if (DateOf(a, column) != DateOf(b, column)) {
-    return (DateOf(a, column) < DateOf(b, column)) == ascending;
-  }
-  if (a.volume != b.volume) return std::less<>()(a.volume, b.volume);
-  return a.index < b.index;
+bool ShowsFetchProgress(size_t missing, size_t rows) {
+  constexpr size_t kMany = 5'000, kLargeShare = 15;  // per cent
+  return missing >= kMany || missing * 100 >= rows * kLargeShare;
 }
 
 void DoSortAsync(int column, Direction direction) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace quilmark {
@@ -25,12 +26,28 @@ class SortKeys {
   size_t left_ = 0;  // bytes
 };
 
-// One text of a sort.
+// One text of a sort. Without initial values: a million of them are made to be written over.
 struct KeyEntry {
-  uint64_t word = 0;  // the eight bytes of the key that decide next, most significant first
-  const uint8_t* key = nullptr;
-  uint32_t length = 0;  // bytes, the end included
-  uint32_t row = 0;     // whatever the caller knows it by
+  uint64_t word;  // the eight bytes of the key that decide next, most significant first
+  const uint8_t* key;
+  uint32_t length;  // bytes, the end included
+  uint32_t row;     // whatever the caller knows it by
+};
+static_assert(std::is_trivially_default_constructible_v<KeyEntry>);
+
+// Room for entries. What they hold at first is nothing.
+class KeyEntries {
+ public:
+  explicit KeyEntries(size_t count)
+      : data_(std::make_unique_for_overwrite<KeyEntry[]>(count)), size_(count) {}
+  KeyEntry& operator[](size_t at) { return data_[at]; }
+  const KeyEntry& operator[](size_t at) const { return data_[at]; }
+  std::span<KeyEntry> All() { return {data_.get(), size_}; }
+  std::span<const KeyEntry> All() const { return {data_.get(), size_}; }
+
+ private:
+  std::unique_ptr<KeyEntry[]> data_;
+  size_t size_;
 };
 
 KeyEntry MakeKeyEntry(std::span<const uint8_t> key, uint32_t row);

@@ -22,8 +22,8 @@ struct PathSort {
   std::vector<uint32_t> nodeOf;  // the folder of each row
   std::vector<uint64_t> parentFrns;
   PathTree tree;
-  std::vector<KeyEntry> grouped;  // entries by folder
-  std::vector<size_t> starts;     // in `grouped`, by node; and the last end
+  std::optional<KeyEntries> grouped;  // entries by folder
+  std::vector<size_t> starts;         // in `grouped`, by node; and the last end
 };
 
 // Keys of the names. A row that is gone lies beside the drives, under an empty name. False if the job
@@ -66,12 +66,12 @@ void GroupByFolder(PathSort& sort) {
   std::exclusive_scan(sort.starts.begin(), sort.starts.end(), sort.starts.begin(), size_t{0});
 
   std::vector<size_t> places(sort.starts.begin(), sort.starts.end() - 1);
-  sort.grouped.resize(sort.starts.back());
+  KeyEntries& grouped = sort.grouped.emplace(sort.starts.back());
   for (size_t row = 0; row < sort.rows.size(); ++row) {
-    sort.grouped[places[sort.nodeOf[row]]++] = sort.keyed.entries[row];
+    grouped[places[sort.nodeOf[row]]++] = sort.keyed.entries[row];
   }
   for (size_t node = 1; node < nodes.size(); ++node) {
-    KeyEntry& entry = sort.grouped[places[nodes[node].parent]++];
+    KeyEntry& entry = grouped[places[nodes[node].parent]++];
     entry = nodes[node].entry;
     entry.row = static_cast<uint32_t>(sort.rows.size() + node);
   }
@@ -89,7 +89,7 @@ void SortGroups(PathSort& sort, bool ascending) {
   const KeyOrder order = {.ascending = ascending, .before = IsRowBefore, .context = &sort.rows};
   const size_t count = sort.tree.nodes.size();
   const auto groupOf = [&sort](size_t node) {
-    return std::span(sort.grouped).subspan(sort.starts[node], sort.starts[node + 1] - sort.starts[node]);
+    return sort.grouped->All().subspan(sort.starts[node], sort.starts[node + 1] - sort.starts[node]);
   };
   for (size_t node = 0; node < count; ++node) {
     if (groupOf(node).size() >= kLarge) SortEntriesOnCores(groupOf(node), order);
@@ -104,7 +104,7 @@ void SortGroups(PathSort& sort, bool ascending) {
 // What lies in a folder and below. As deep as a path is at most.
 void Emit(const PathSort& sort, size_t node, SortedRows& sorted) {
   for (size_t i = sort.starts[node]; i < sort.starts[node + 1]; ++i) {
-    const uint32_t number = sort.grouped[i].row;
+    const uint32_t number = (*sort.grouped)[i].row;
     if (number < sort.rows.size()) {
       sorted.push_back(sort.rows[number]);
     } else {

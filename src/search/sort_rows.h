@@ -1,4 +1,4 @@
-// What the sorts by name and by path share: rows of a result set with keys to sort them by.
+// The parts of a sort of a result set: rows that are there, their values, and keys to sort them by.
 #pragma once
 
 #include <atomic>
@@ -20,7 +20,7 @@ using SortedRows = std::vector<MatchItem>;
 struct KeyedRows {
   explicit KeyedRows(size_t count) : entries(count), keys(CoreCount()) {}
 
-  std::vector<KeyEntry> entries;
+  KeyEntries entries;
   std::vector<SortKeys> keys;  // by worker
 };
 
@@ -47,6 +47,18 @@ bool AddRowsOnCores(RowRun rows, const SortJob& job, KeyedRows& keyed, AddRow ad
   });
   return isCurrent;
 }
+
+// The held rows without those that are gone.
+SortedRows LiveRows(RowRun held);
+
+// The rows that the disk must be asked about before a sort by size or date. Empty if the job went stale.
+std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job);
+
+// Whether the status line counts the missing rows while they are fetched.
+bool ShowsFetchProgress(size_t missing, size_t rows);
+
+// Rows by size or date, as far as known.
+SortedRows SortedByValue(RowRun rows, const SortJob& job);
 
 // Of two rows with one text the first in the index goes first. `context`: the RowRun of all rows.
 bool IsBeforeInIndex(const void* context, uint32_t a, uint32_t b);

@@ -5,6 +5,8 @@
 #include <random>
 
 #include "platform/text.h"
+#include "search/attr_cache.h"
+#include "search/folder_sizes.h"
 #include "search/sort.h"
 #include "search/sort_key.h"
 #include "search/sort_rows.h"
@@ -137,6 +139,66 @@ class SortedRowsTest : public testing::Test {
     for (const Row& row : plain) sorted.push_back(row.item);
     return sorted;
   }
+  // Few values, so that there are ties; none for some.
+  void AddAttributes() {
+    for (const MatchItem& row : rows) {
+      if (row.index >= row.volume->records.size()) continue;
+      const uint64_t frn = row.volume->records[row.index].frn;
+      const AttrEntry entry = {.size = static_cast<int64_t>(random() % 5),
+                               .modified = random() % 4,
+                               .created = random() % 4,
+                               .valid = random() % 10 != 0};
+      if (random() % 4 != 0) StoreAttr(*row.volume, frn, entry);
+      if (random() % 3 == 0) row.volume->mftSizes[frn].logical = random() % 5;
+    }
+    for (const auto& volume : volumes) RebuildFolderSizes(*volume);
+  }
+  struct PlainRow {
+    bool isFolder = false;
+    std::optional<int64_t> value;
+    MatchItem item;
+  };
+  static std::optional<int64_t> PlainSize(const VolumeIndex& volume, uint64_t frn) {
+    const auto held = volume.attrs.find(frn);
+    const bool isHeld = held != volume.attrs.end() && held->second.valid;
+    const auto scanned = volume.mftSizes.find(frn);
+    if (isHeld && (held->second.size != 0 || scanned == volume.mftSizes.end())) return held->second.size;
+    if (scanned == volume.mftSizes.end()) return std::nullopt;
+    return static_cast<int64_t>(scanned->second.logical);
+  }
+  static PlainRow PlainRowOf(const MatchItem& item, int column) {
+    if (item.index >= item.volume->records.size()) return {.item = item};
+    const FileRecord& record = item.volume->records[item.index];
+    PlainRow row = {.isFolder = record.isDirectory && !record.deleted, .item = item};
+    if (record.deleted) return row;
+    const auto entry = item.volume->attrs.find(record.frn);
+    const auto total = item.volume->folderSizes.find(record.frn);
+    if (row.isFolder) {
+      if (total != item.volume->folderSizes.end()) row.value = static_cast<int64_t>(total->second);
+    } else if (column == kColumnSize) {
+      row.value = PlainSize(*item.volume, record.frn);
+    } else if (entry != item.volume->attrs.end() && entry->second.valid) {
+      const FileTime date = column == kColumnModified ? entry->second.modified : entry->second.created;
+      if (date != 0) row.value = static_cast<int64_t>(date);
+    }
+    return row;
+  }
+  std::vector<MatchItem> PlainValueSort(int column, bool ascending) {
+    std::vector<PlainRow> plain;
+    for (const MatchItem& item : rows) plain.push_back(PlainRowOf(item, column));
+    std::sort(plain.begin(), plain.end(), [column, ascending](const PlainRow& a, const PlainRow& b) {
+      const bool isByDate = column != kColumnSize;
+      if (isByDate && a.isFolder != b.isFolder) return a.isFolder == ascending;
+      if (a.value.has_value() != b.value.has_value()) return a.value.has_value();
+      const bool hasOrder = a.value.has_value() && (!isByDate || !a.isFolder);  // folders show no date
+      if (hasOrder && *a.value != *b.value) return (*a.value < *b.value) == ascending;
+      if (a.item.volume != b.item.volume) return std::less<>()(a.item.volume, b.item.volume);
+      return a.item.index < b.item.index;
+    });
+    std::vector<MatchItem> sorted;
+    for (const PlainRow& row : plain) sorted.push_back(row.item);
+    return sorted;
+  }
   void ExpectPlainOrder() {
     for (const int column : {kColumnName, kColumnOfPath}) {
       for (const bool ascending : {true, false}) {
@@ -208,6 +270,46 @@ TEST_F(SortedRowsTest, DeepInATreeAreThoseOfAPlainSort) {
     EXPECT_EQ(IsTree(), depth <= 100) << depth;
     ExpectPlainOrder();
   }
+}
+
+TEST_F(SortedRowsTest, BySizeAndDateAreThoseOfAPlainSort) {
+  AddFiles(30'000);
+  AddAttributes();
+  for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
+    for (const bool ascending : {true, false}) {
+      const auto sorted = SortedByValue(
+          rows, {.generation = searchGeneration, .column = column, .ascending = ascending});
+      ASSERT_EQ(sorted, PlainValueSort(column, ascending)) << column << ascending;
+    }
+  }
+}
+
+TEST_F(SortedRowsTest, LeaveOutWhatIsGoneAndAskForWhatIsMissing) {
+  AddFiles(3'000);
+  AddAttributes();
+  std::vector<MatchItem> live;
+  for (const MatchItem& row : rows) {
+    if (row.index < row.volume->records.size() && !row.volume->records[row.index].deleted)
+      live.push_back(row);
+  }
+  ASSERT_LT(live.size(), rows.size());
+  EXPECT_EQ(LiveRows(rows), live);
+  for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
+    std::vector<MatchItem> expected;
+    for (const MatchItem& row : live) {
+      const FileRecord& record = row.volume->records[row.index];
+      const auto entry = row.volume->attrs.find(record.frn);
+      const bool isHeld = entry != row.volume->attrs.end() && entry->second.valid;
+      const bool isKnown = column == kColumnSize
+                               ? record.isDirectory || PlainSize(*row.volume, record.frn).has_value()
+                               : isHeld && (column == kColumnModified ? entry->second.modified
+                                                                      : entry->second.created) != 0;
+      if (!isKnown) expected.push_back(row);
+    }
+    ASSERT_FALSE(expected.empty());
+    EXPECT_EQ(MissingRows(rows, {.generation = searchGeneration, .column = column}), expected);
+  }
+  EXPECT_FALSE(MissingRows(rows, {.generation = searchGeneration + 1, .column = kColumnSize}));
 }
 
 TEST_F(SortedRowsTest, AreNoneWhenStale) {

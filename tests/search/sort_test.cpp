@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
+#include "search/sort_rows.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -160,15 +161,39 @@ TEST_F(Sort, ShowsWhatIsKnownBeforeItAsksTheDisk) {
   EXPECT_NE(Metrics().find(u"sort col=2 type=cold-2phase total_ms="), std::u16string::npos);
 }
 
-TEST_F(Sort, TellsHowFarItHasCome) {
-  // 15 of 100 rows are cold, which is enough; nothing is reported before 800 are done.
+TEST(FetchProgress, IsShownForManyRowsOrALargeShare) {
+  EXPECT_TRUE(ShowsFetchProgress(15, 100));
+  EXPECT_FALSE(ShowsFetchProgress(14, 100));
+  EXPECT_TRUE(ShowsFetchProgress(5'000, 1'000'000));
+  EXPECT_FALSE(ShowsFetchProgress(4'999, 1'000'000));
+}
+
+TEST_F(Sort, KeepsToItselfHowFarItHasComeWithAFewRows) {
   std::vector<uint32_t> rows;
   for (int i = 0; i < 85; ++i) rows.push_back(AddWith(u"warm", i));
   for (int i = 0; i < 15; ++i) rows.push_back(AddFile(*volume, u"cold"));
   Hold(rows);
   SortBy(kColumnModified);
-  while (!search.IsQuiet()) EXPECT_EQ(search.Next().message, WM_SEARCH_RESULTS);
+  while (const auto message = search.queue.Take(0)) EXPECT_EQ(message->message, WM_SEARCH_RESULTS);
   EXPECT_EQ(HeldResults()->size(), 100u);
+}
+
+TEST_F(Sort, HasOnePhaseWhereAllValuesAreKnown) {
+  Hold({AddWith(u"b", 1), AddWith(u"a", 2)});
+  SortBy(kColumnSize);
+  EXPECT_EQ(search.Next().message, WM_SEARCH_RESULTS);
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_NE(Metrics().find(u"sort col=2 type=warm total_ms="), std::u16string::npos);
+  EXPECT_NE(Metrics().find(u" misses=0 hits=2 rows=2"), std::u16string::npos);
+}
+
+TEST_F(Sort, MirrorsTiesWhenItTurnsAround) {
+  const uint32_t first = AddWith(u"same", 1), second = AddWith(u"SAME", 1);
+  Hold({second, first});
+  SortBy(kColumnName);
+  EXPECT_EQ(Names(), (Names16{u"same", u"SAME"}));
+  SortBy(kColumnName);
+  EXPECT_EQ(Names(), (Names16{u"SAME", u"same"}));
 }
 
 TEST_F(Sort, PublishesNothingWhenStale) {
