@@ -256,7 +256,7 @@ TEST(LoadWindowSettings, CountsAScaleOfZeroAs96Dpi) {
   EXPECT_EQ(CurrentWindowSettings, WindowSettings{});
 }
 
-TEST(SaveWindowSettings, WritesTheRestoredSizeOfAMaximisedWindow) {
+TEST(SaveWindowSettings, WritesTheSizeThatTheWindowHasWhenRestored) {
   const ScratchConfig config;
   CurrentWindowSettings = WindowSettings{};
   SaveWindowSettings(Sized(1200, 800));
