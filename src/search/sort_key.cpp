@@ -14,7 +14,7 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kWord = sizeof(uint64_t), kBlockBytes = 1 << 20;
+constexpr size_t kWord = sizeof(uint64_t), kFirstBlockBytes = 1 << 16, kBlockBytes = 1 << 21;
 constexpr size_t kWorthThreads = 20'000;  // entries
 constexpr size_t kDeepest = 256;          // bytes compared word by word, then whole keys are
 constexpr size_t kFew = 24;               // entries for which words do not pay
@@ -161,8 +161,8 @@ Pieces DealOut(std::span<const KeyEntry> entries, bool ascending) {
 std::span<const uint8_t> SortKeys::Add(std::u16string_view folded) {
   const size_t most = 3 * folded.size() + kWord;
   if (left_ < most) {
-    left_ = std::max(kBlockBytes, most);
-    blocks_.push_back(std::make_unique_for_overwrite<uint8_t[]>(left_));
+    left_ = std::max(blocks_.empty() ? kFirstBlockBytes : kBlockBytes, most);
+    blocks_.push_back(MakePages<uint8_t>(left_));
     next_ = blocks_.back().get();
   }
   uint8_t* const key = next_;

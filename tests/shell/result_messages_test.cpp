@@ -74,11 +74,13 @@ TEST_F(ResultMessages, FinalResultsBeginAtTheTop) {
   EXPECT_EQ(app.list.selection.focusRow, -1);
 }
 
-TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPosition) {
+TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPositionAndNoSelection) {
   for (const int64_t kind : {kPartial, kSorted}) {
     app.scrollY = 440;
+    SelectOnly(app.list.selection, 2);
     TakeResults(kind);
     EXPECT_EQ(app.scrollY, 440);
+    EXPECT_TRUE(app.list.selection.rows.empty()) << "its rows are numbers of the former order";
   }
 }
 

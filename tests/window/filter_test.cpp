@@ -70,6 +70,27 @@ TEST_F(FilterBar, NarrowsBySizeAndTime) {
   WaitForRows(4);
 }
 
+// In the window of a drop list, near its lower left corner, where no text stands.
+COLORREF ListColor(HWND combo) {
+  RECT place = {};
+  GetWindowRect(combo, &place);
+  const HDC screen = GetDC(nullptr);
+  const COLORREF color = GetPixel(screen, place.left + 4, place.bottom + 100);
+  ReleaseDC(nullptr, screen);
+  return color;
+}
+
+TEST_F(FilterBar, RecoloursItsListsWithTheTheme) {
+  constexpr COLORREF kLight = 0xFFFFFF, kDark = 0x30221E;  // blue first
+  const HWND combo = GetDlgItem(program.Window(), 107);
+  for (const COLORREF color : {kLight, kDark}) {
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    WaitUntil("its colour", [&] { return ListColor(combo) == color; });
+    SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+    program.Ask(Probe::kSwitchTheme, 1);
+  }
+}
+
 TEST_F(FilterBar, DropsItsListsInThePalette) {
   program.Ask(Probe::kSwitchTheme, 1);
   const HWND combo = GetDlgItem(program.Window(), 107);

@@ -302,5 +302,58 @@ TEST_F(ResultsList, ShowsThreeViews) {
   }
 }
 
+TEST_F(ResultsList, ShowsItsHeaderWithoutRowsAndTakesAPressThere) {
+  constexpr int64_t kHeaderColor = 0xF8F4F1;  // the surface, for a pixel that is none of the header
+  ClickRow(1);
+  WaitForSelected(1);
+  program.Click(program.SearchBox(), 100, 20);
+  program.SearchFor(u"zzz");
+  EXPECT_EQ(program.Ask(Probe::kRows), 0);
+  program.Ask(Probe::kRepaint, 1);
+  const auto pixel = [this](int x, int y) {
+    return program.Ask(Probe::kPixel, static_cast<uint32_t>(x + 65'536 * y));
+  };
+  EXPECT_NE(pixel(700, HeaderY() + 10), kHeaderColor);
+  EXPECT_EQ(pixel(700, FirstRow() + 10), kHeaderColor);
+  ClickRow(0);
+  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(program.Ask(Probe::kFocusRow), -1);
+}
+
+TEST_F(ResultsList, ShrinksThePathColumnWhenNarrowerRowsComeIntoView) {
+  // Far down in the order of the names, and the only one that needs a wide column.
+  const std::string deep = "zz/" + std::string(100, 'd') + "/" + std::string(100, 'e');
+  program.Drive().MakeFile(deep + "/file-zzz.txt");
+  program.Exit();
+  EXPECT_EQ(program.WaitForEnd(), 0u);
+  program.StartAndWait();
+  program.SearchFor(u"file");
+  EXPECT_EQ(program.Ask(Probe::kRows), kFiles + 1);
+  program.Click(program.Window(), 100, HeaderY());  // by name
+  WaitUntil("the top", [this] { return program.Ask(Probe::kScrollY) == 0; });
+  const int64_t before = program.Ask(Probe::kPathWidth);
+  for (int i = 0; i < 3; ++i) program.Turn({400, 400}, -100);
+  WaitUntil("a wide column", [&] { return program.Ask(Probe::kPathWidth) > before; });
+  for (int i = 0; i < 3; ++i) program.Turn({400, 400}, 100);
+  WaitUntil("the former column", [&] { return program.Ask(Probe::kPathWidth) == before; });
+}
+
+TEST_F(ResultsList, HoldsNoMoreObjectsAfterAnHourOfScrolling) {
+  const auto scroll = [this](int rounds) {
+    for (int round = 0; round < rounds; ++round) {
+      for (int i = 0; i < 60; ++i) {
+        const int delta = (round % 2 == 0 ? -1 : 1) * WHEEL_DELTA;
+        PostMessageW(program.Window(), WM_MOUSEWHEEL, static_cast<WPARAM>(MAKELONG(0, delta)),
+                     MAKELPARAM(600, 600));
+      }
+      program.Ask(Probe::kRepaint, 2);
+    }
+  };
+  scroll(6);
+  const int64_t before = program.Ask(Probe::kGdiObjects);
+  scroll(60);  // a turn of the wheel a second
+  EXPECT_EQ(program.Ask(Probe::kGdiObjects), before);
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -79,8 +79,8 @@ void RenameInIndex(const MatchItem& item, const std::u16string& name) {
   RenameRecord(*item.volume, item.index, item.volume->records[item.index].parentFrn, name);
 }
 
-// Who leaves the editor for another row has chosen that.
-enum class CommitEnd { kByKey, kByLeaving };
+// Who leaves the editor for another row has chosen that; who leaves the program comes back to it.
+enum class CommitEnd { kByKey, kByLeaving, kByLeavingTheProgram };
 
 void Rename(AppState& app, MainWindow& window, const std::u16string& name, CommitEnd end) {
   RowText renamed = editing.row;
@@ -116,6 +116,7 @@ void Commit(AppState& app, MainWindow& window, CommitEnd end) {
       Close(window);
       break;
     case RenameStep::kInvalid:
+      if (end == CommitEnd::kByLeavingTheProgram) break;  // no message over another program's window
       Ask(window, TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."));
       break;
     case RenameStep::kRename:
@@ -150,7 +151,7 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
       if (const auto taken = TakeEditMessage(editor, message, wParam)) return *taken;
       break;
     case WM_KILLFOCUS:
-      Commit(App(), window, CommitEnd::kByLeaving);
+      Commit(App(), window, wParam == 0 ? CommitEnd::kByLeavingTheProgram : CommitEnd::kByLeaving);
       if (!IsWindow(editor)) return 0;
       break;
     case WM_PAINT: {

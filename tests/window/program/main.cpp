@@ -250,6 +250,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.shownByUser;
     case Probe::kFirstSearchDeferred:
       return app.firstSearchDeferred;
+    case Probe::kPathWidth:
+      return app.pathColumnWidth;
     case Probe::kSyncs:
       return syncs;
     case Probe::kPixel:

@@ -30,8 +30,9 @@ enum class Probe : uintptr_t {
   kSearchBoxFocused,
   kShownByUser,
   kFirstSearchDeferred,
-  kSyncs,  // notices that the drives are all there, taken since the start
-  kPixel,  // argument: x + 65536 * y of the client area; the colour in the back buffer
+  kPathWidth,  // its width as fitted to the rows in view
+  kSyncs,      // notices that the drives are all there, taken since the start
+  kPixel,      // argument: x + 65536 * y of the client area; the colour in the back buffer
   kHoverRow,
   kRangeUpdates,    // of the scrollbars, since the start
   kPaintedScrollY,  // the offset that the latest paint has shown
