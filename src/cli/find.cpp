@@ -207,10 +207,10 @@ int FindInteractively(PostQueue& queue, const FindOptions& options, const Narrow
 int IndexAndAnswer(const FindOptions& options, const Narrowing& narrowing) {
   const DrivePlan plan = PlanDrives(options);
   if (!plan.error.empty()) return Complain(plan.error);
+  // Before the letters are given: what was typed means another place afterwards.
+  const std::string refusal = NeedsAttributes(options) ? AttributesError(plan.drives) : std::string();
   if (const std::string error = MapPlannedDrives(plan.drives); !error.empty()) return Complain(error);
-  if (NeedsAttributes(options)) {
-    if (const std::string error = AttributesError(plan.drives); !error.empty()) return Complain(error);
-  }
+  if (!refusal.empty()) return Complain(refusal);
   const IndexOutcome indexed = IndexDrives(plan.drives, IsTerminal(stderr));
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);

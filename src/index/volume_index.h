@@ -103,6 +103,7 @@ struct VolumeIndex {
   mutable OrderedLock mftSizesLock{LockRank::kAttributes, "mftSizesLock"};
   FrnMap<MftSize> mftSizes;
   mutable OrderedLock folderSizesLock{LockRank::kAttributes, "folderSizesLock"};
+  std::mutex folderSizesBuild;   // held over a walk that makes them; taken before any other lock
   FrnMap<uint64_t> folderSizes;  // bytes below a folder
   std::atomic<bool> folderSizesDirty = true;
 

@@ -19,10 +19,10 @@ inline size_t CoreCount() {
 }
 
 // Calls work(worker, first, end) for pieces of at most `step` of the numbers below `count`, on up to
-// CoreCount() threads, and returns when all is done. `worker` numbers the threads from 0. What `work`
-// throws leaves here, on the calling thread, once every thread has ended.
+// `most` threads, and returns when all is done. `worker` numbers the threads from 0. What `work` throws
+// leaves here, on the calling thread, once every thread has ended.
 template <typename Work>
-void OnCores(size_t count, size_t step, Work work) {
+void OnThreads(size_t most, size_t count, size_t step, Work work) {
   std::atomic<size_t> next = 0;
   std::mutex failureLock;
   std::exception_ptr failure;
@@ -39,16 +39,20 @@ void OnCores(size_t count, size_t step, Work work) {
   };
   const size_t pieces = (count + step - 1) / step;
   std::vector<std::thread> others;
-  others.reserve(CoreCount());
+  others.reserve(most);
   try {
-    while (others.size() + 1 < std::min(CoreCount(), pieces))
-      others.emplace_back(run, others.size() + 1);
+    while (others.size() + 1 < std::min(most, pieces)) others.emplace_back(run, others.size() + 1);
   } catch (const std::system_error&) {
     // Fewer threads take longer, nothing else.
   }
   run(0);
   for (std::thread& thread : others) thread.join();
   if (failure) std::rethrow_exception(failure);
+}
+
+template <typename Work>
+void OnCores(size_t count, size_t step, Work work) {
+  OnThreads(CoreCount(), count, step, work);
 }
 
 // As std::sort: the quarters on their own threads, then merged two by two.

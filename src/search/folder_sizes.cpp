@@ -78,6 +78,8 @@ FrnMap<MftSize> CopyMftSizes(const VolumeIndex& volume) {
 }  // namespace
 
 void RebuildFolderSizes(VolumeIndex& volume) {
+  // One after the other: the last to begin is the last to publish.
+  const std::scoped_lock oneAtATime(volume.folderSizesBuild);
   // Before the walk: a size that arrives meanwhile asks for another one.
   volume.folderSizesDirty = false;
   const FrnMap<MftSize> mftSizes = CopyMftSizes(volume);

@@ -57,13 +57,9 @@ class Fetch {
   void Run() {
     const unsigned half = std::thread::hardware_concurrency() / 2;
     const size_t workers = std::clamp(half, kLeastWorkers, kMostWorkers);
-    const size_t chunk = (missing_.size() + workers - 1) / workers;
-    std::vector<std::thread> threads;
-    for (size_t begin = 0; begin < missing_.size(); begin += chunk) {
-      const size_t end = std::min(begin + chunk, missing_.size());
-      threads.emplace_back([this, begin, end] { FetchRows(begin, end); });
-    }
-    for (std::thread& thread : threads) thread.join();
+    constexpr size_t kRowsAPiece = 64;
+    OnThreads(workers, missing_.size(), kRowsAPiece,
+              [this](size_t, size_t begin, size_t end) { FetchRows(begin, end); });
   }
 
  private:
@@ -96,6 +92,8 @@ class Fetch {
 
 void RefreshFolderTotals(const std::vector<MatchItem>& rows) {
   for (VolumeIndex* const volume : VolumesOf(rows)) {
+    // A walk that is under way has taken the mark off and not published yet.
+    { const std::scoped_lock underWay(volume->folderSizesBuild); }
     if (volume->folderSizesDirty) RebuildFolderSizes(*volume);
   }
 }

@@ -28,4 +28,22 @@ std::vector<TextRange> HighlightRanges(std::u16string_view name, std::u16string_
   return ranges;
 }
 
+std::vector<TextRange> RangesOfLine(const std::vector<TextRange>& hits, size_t begin, size_t length) {
+  std::vector<TextRange> ranges;
+  for (const TextRange& hit : hits) {
+    const size_t from = std::max(hit.begin, begin),
+                 to = std::min(hit.begin + hit.length, begin + length);
+    if (from < to) ranges.push_back({from - begin, to - from});
+  }
+  return ranges;
+}
+
+size_t LineLength(std::u16string_view text, size_t fitting) {
+  if (fitting >= text.size()) return text.size();
+  const size_t blank = text.rfind(u' ', fitting);
+  if (blank != std::u16string_view::npos && blank > 0) return blank + 1;
+  const bool isHalf = fitting > 0 && (text[fitting - 1] & 0xFC00) == 0xD800;
+  return std::max<size_t>(fitting - (isHalf ? 1 : 0), isHalf && fitting == 1 ? 2 : 1);
+}
+
 }  // namespace quilmark

@@ -45,5 +45,28 @@ TEST(CellText, WritesTimesAndNumbers) {
   EXPECT_EQ(RowNumberText(9'999'999), u"10000000");
 }
 
+TEST(RangesOfLine, AreTheHitsAndPartsOfHitsInIt) {
+  const std::vector<TextRange> hits = {{1, 2}, {5, 4}, {12, 1}};
+  const auto line = RangesOfLine(hits, 2, 5);
+  ASSERT_EQ(line.size(), 2u);
+  EXPECT_EQ(line[0].begin, 0u);
+  EXPECT_EQ(line[0].length, 1u);
+  EXPECT_EQ(line[1].begin, 3u);
+  EXPECT_EQ(line[1].length, 2u);
+  EXPECT_TRUE(RangesOfLine(hits, 9, 3).empty());
+}
+
+TEST(LineLength, BreaksAtABlankOrWhereNoCharacterIsCut) {
+  EXPECT_EQ(LineLength(u"a long name", 7), 7u);  // "a long "
+  EXPECT_EQ(LineLength(u"a long name", 6), 7u);  // the blank itself takes no room
+  EXPECT_EQ(LineLength(u"a long name", 5), 2u);  // "a "
+  EXPECT_EQ(LineLength(u"longname", 5), 5u);
+  EXPECT_EQ(LineLength(u"longname", 8), 8u);
+  EXPECT_EQ(LineLength(u"longname", 0), 1u);
+  EXPECT_EQ(LineLength(u"a\U0001F33Fb", 2), 1u);
+  EXPECT_EQ(LineLength(u"\U0001F33F\U0001F33F", 1), 2u);
+  EXPECT_EQ(LineLength(u"", 3), 0u);
+}
+
 }  // namespace
 }  // namespace quilmark

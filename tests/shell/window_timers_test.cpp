@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "shell/window_harness.h"
 #include "shell/window_ids.h"
+#include "support/mapped_drive.h"
 
 namespace quilmark {
 namespace {
@@ -82,6 +83,8 @@ TEST_F(WindowTimers, AListScrollsFor350MillisecondsAfterAStep) {
 }
 
 TEST_F(WindowTimers, AHiddenStartStaysHiddenAndGoesOnTrying) {
+  // A letter without a folder, so that those of the machine are not seen.
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
   app.hiddenStart = true;
   window.isVisible = false;
   Fire(30005);
@@ -107,8 +110,10 @@ TEST_F(WindowTimers, AWindowThatTheUserOpenedStaysOpen) {
 }
 
 TEST_F(WindowTimers, AVisibleWindowWithoutAVolumeGoesOnTrying) {
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
   Fire(30005);
   EXPECT_EQ(window.timers.at(30005), 5'000u);
+  EXPECT_TRUE(WaitForBackgroundJobs(60'000));
 }
 
 TEST_F(WindowTimers, AReadyEngineIsNotSynced) {

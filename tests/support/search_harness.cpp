@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "platform/background.h"
+#include "search/attr_cache_file.h"
 
 namespace quilmark {
 
@@ -17,6 +18,7 @@ void ResetState() {
   CurrentResults = std::make_shared<ResultSet>();
   SortColumn = -1;
   HeldOrder = -1;
+  isAttrCacheLoaded = true;
   SortAscending = true;
 }
 

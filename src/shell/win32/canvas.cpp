@@ -61,11 +61,6 @@ void Canvas::Line(const Rect& rect, const std::u16string& text, Color color) con
   DrawIn(dc, rect, text, color, kOneLine);
 }
 
-void Canvas::Centred(const Rect& rect, const std::u16string& text, Color color) const {
-  DrawIn(dc, rect, text, color,
-         DT_CENTER | DT_WORDBREAK | DT_EDITCONTROL | DT_END_ELLIPSIS | DT_NOPREFIX);
-}
-
 void Canvas::Middle(const Rect& rect, const std::u16string& text, Color color) const {
   DrawIn(dc, rect, text, color, kOneLine | DT_CENTER);
 }
@@ -97,6 +92,29 @@ void Canvas::MarkedLine(const Rect& rect, const std::u16string& text, const std:
     const ClipScope one(dc, place);
     Fill(place, colors.hit);
     Line(rect, text, colors.hitText);
+  }
+}
+
+void Canvas::MarkedLines(const Rect& rect, const std::u16string& text,
+                         const std::vector<TextRange>& hits, const RowColors& colors) const {
+  TEXTMETRICW metrics = {};
+  GetTextMetricsW(dc, &metrics);
+  const int width = rect.right - rect.left, height = std::max<int>(metrics.tmHeight, 1);
+  size_t begin = 0;
+  for (int top = rect.top; begin < text.size(); top += height) {
+    std::u16string line = text.substr(begin);
+    int fitting = 0;
+    SIZE size = {};
+    GetTextExtentExPointW(dc, Wide(line), static_cast<int>(line.size()), width, &fitting, nullptr,
+                          &size);
+    const bool isLast = top + 2 * height > rect.bottom;
+    if (!isLast) line.resize(LineLength(line, static_cast<size_t>(std::max(fitting, 0))));
+    const int shown = std::min(WidthOf(line.data(), line.size()), width);
+    const int left = rect.left + (width - shown) / 2;
+    MarkedLine({left, top, left + shown + 1, top + height}, line, RangesOfLine(hits, begin, line.size()),
+               colors);
+    begin += line.size();
+    if (isLast) return;
   }
 }
 

@@ -25,8 +25,9 @@ struct Canvas {
   // The same, with some of its parts marked as hits.
   void MarkedLine(const Rect& rect, const std::u16string& text, const std::vector<TextRange>& hits,
                   const RowColors& colors) const;
-  // As many lines as fit, centred, from the top.
-  void Centred(const Rect& rect, const std::u16string& text, Color color) const;
+  // As many lines as fit, centred, from the top, with some parts marked as hits.
+  void MarkedLines(const Rect& rect, const std::u16string& text, const std::vector<TextRange>& hits,
+                   const RowColors& colors) const;
   // One line in the middle of the place.
   void Middle(const Rect& rect, const std::u16string& text, Color color) const;
 

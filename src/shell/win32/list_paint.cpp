@@ -155,9 +155,9 @@ void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, cons
   const int top = cell.top + paint.Scaled(kIconTop);
   DrawGlyph(paint, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory, colors);
   const int inset = paint.Scaled(kClipInset);
-  paint.canvas.Centred({cell.left + inset, top + size + paint.Scaled(kIconGap), cell.right - inset,
-                        cell.bottom - paint.Scaled(kRowGap)},
-                       text.name, colors.text);
+  paint.canvas.MarkedLines({cell.left + inset, top + size + paint.Scaled(kIconGap), cell.right - inset,
+                            cell.bottom - paint.Scaled(kRowGap)},
+                           text.name, HighlightRanges(text.name, paint.term), colors);
 }
 
 PaintOutcome DrawRows(const ListPaint& paint) {
