@@ -246,7 +246,9 @@ Outcome OnLeftDown(AppState& app, MainWindow& window, const Message& message) {
   return 0;
 }
 
-Outcome OnLeftUp(AppState& app, MainWindow& window, const Message&) {
+Outcome OnLeftUp(AppState& app, MainWindow& window, const Message& message) {
+  // A column ends where the button was let go, which need not be where the last move was.
+  if (app.list.dragColumn >= 0) OnListMove(app, window, PointOf(message));
   OnListRelease(app, window);
   return 0;
 }
