@@ -1,5 +1,7 @@
 #include "shell/highlight.h"
 
+#include <algorithm>
+
 #include "platform/text.h"
 #include "search/query.h"
 
@@ -36,6 +38,33 @@ std::vector<TextRange> RangesOfLine(const std::vector<TextRange>& hits, size_t b
     if (from < to) ranges.push_back({from - begin, to - from});
   }
   return ranges;
+}
+
+std::vector<PixelSpan> JoinSpans(std::vector<PixelSpan> units) {
+  for (PixelSpan& unit : units) {
+    if (unit.right < unit.left) std::swap(unit.left, unit.right);
+  }
+  std::erase_if(units, [](const PixelSpan& unit) { return unit.left == unit.right; });
+  std::sort(units.begin(), units.end(),
+            [](const PixelSpan& one, const PixelSpan& other) { return one.left < other.left; });
+  std::vector<PixelSpan> spans;
+  for (const PixelSpan& unit : units) {
+    if (spans.empty() || unit.left > spans.back().right) {
+      spans.push_back(unit);
+    } else {
+      spans.back().right = std::max(spans.back().right, unit.right);
+    }
+  }
+  return spans;
+}
+
+size_t ShownUnits(std::u16string_view text, std::u16string_view shown) {
+  if (text == shown) return text.size();
+  constexpr size_t kEllipsis = 3;
+  const size_t most = shown.size() - std::min(shown.size(), kEllipsis);
+  const auto differ = std::mismatch(text.begin(), text.end(), shown.begin(),
+                                    shown.begin() + static_cast<ptrdiff_t>(most));
+  return static_cast<size_t>(differ.first - text.begin());
 }
 
 size_t LineLength(std::u16string_view text, size_t fitting) {

@@ -26,7 +26,6 @@ RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) 
           .muted = ReadableOn(ground, palette.muted),
           .hit = hit,
           .hitText = HitText(hit, palette.textHit),
-          .wholeHit = ReadableOn(ground, palette.textHit),
           .folder = palette.accent,
           .file = MixColor(palette.text, ground, kGlyphPercent)};
 }
@@ -35,13 +34,12 @@ struct OnGround {
   Color ground, text;
 };
 
-RowColors SystemRow(OnGround row, OnGround hit, Color wholeHit) {
+RowColors SystemRow(OnGround row, OnGround hit) {
   return {.ground = row.ground,
           .text = row.text,
           .muted = row.text,
           .hit = hit.ground,
           .hitText = hit.text,
-          .wholeHit = wholeHit,
           .folder = row.text,
           .file = row.text};
 }
@@ -49,9 +47,9 @@ RowColors SystemRow(OnGround row, OnGround hit, Color wholeHit) {
 ListColors SystemListColors(const Palette& palette) {
   const OnGround plain = {palette.surface, palette.text}, marked = {palette.rowSel, palette.rowSelText};
   const Color hot = palette.focusRing;
-  return {.plain = SystemRow(plain, marked, hot),
-          .hovered = SystemRow({palette.surface, hot}, marked, hot),
-          .selected = SystemRow(marked, plain, palette.rowSelText),
+  return {.plain = SystemRow(plain, marked),
+          .hovered = SystemRow({palette.surface, hot}, marked),
+          .selected = SystemRow(marked, plain),
           .band = palette.headerBackground,
           .bandText = palette.header,
           .panel = palette.panelBackground,

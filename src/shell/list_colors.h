@@ -10,7 +10,6 @@ struct RowColors {
   Color text = 0;
   Color muted = 0;  // all cells but the name
   Color hit = 0, hitText = 0;
-  Color wholeHit = 0;          // letters of a name that is a hit as a whole, on the row's ground
   Color folder = 0, file = 0;  // of their glyphs
 };
 

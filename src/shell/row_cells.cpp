@@ -27,7 +27,8 @@ std::optional<RecordKind> KindOf(const MatchItem& item) {
 
 std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
   uint64_t size = 0;
-  return GetFolderSize(volume, frn, size, IfDirty::kLeave) ? SizeText(size) : std::u16string(kAbsent);
+  if (GetFolderSize(volume, frn, size, IfDirty::kLeave)) return SizeText(size);
+  return std::u16string(volume.folderSizesDirty ? kNotKnownYet : kAbsent);
 }
 
 std::u16string FileSizeText(const MatchItem& item, uint64_t frn, const AttrEntry* entry) {

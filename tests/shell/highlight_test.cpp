@@ -56,6 +56,34 @@ TEST(RangesOfLine, AreTheHitsAndPartsOfHitsInIt) {
   EXPECT_TRUE(RangesOfLine(hits, 9, 3).empty());
 }
 
+using Spans = std::vector<PixelSpan>;
+
+TEST(JoinSpans, PutsUnitsTogetherThatTouch) {
+  EXPECT_EQ(JoinSpans({}), Spans{});
+  EXPECT_EQ(JoinSpans({{0, 5}, {5, 9}}), (Spans{{0, 9}}));
+  EXPECT_EQ(JoinSpans({{0, 5}, {6, 9}}), (Spans{{0, 5}, {6, 9}}));
+}
+
+TEST(JoinSpans, TakesUnitsFromRightToLeft) {
+  EXPECT_EQ(JoinSpans({{30, 20}, {20, 12}, {12, 8}}), (Spans{{8, 30}}));
+  // A hit over the border of two directions stands in two places.
+  EXPECT_EQ(JoinSpans({{0, 6}, {6, 10}, {50, 40}, {40, 35}}), (Spans{{0, 10}, {35, 50}}));
+}
+
+TEST(JoinSpans, LeavesOutUnitsWithoutAWidth) {
+  EXPECT_EQ(JoinSpans({{4, 4}, {10, 12}, {12, 12}}), (Spans{{10, 12}}));
+  EXPECT_EQ(JoinSpans({{0, 20}, {5, 8}}), (Spans{{0, 20}}));
+}
+
+TEST(ShownUnits, EndsBeforeTheEllipsis) {
+  EXPECT_EQ(ShownUnits(u"report.txt", u"report.txt"), 10u);
+  EXPECT_EQ(ShownUnits(u"report.txt", u"repo..."), 4u);
+  EXPECT_EQ(ShownUnits(u"a...txt", u"a..."), 1u);  // the text's own dots are not shown
+  EXPECT_EQ(ShownUnits(u"report.txt", u"..."), 0u);
+  EXPECT_EQ(ShownUnits(u"report.txt", u""), 0u);
+  EXPECT_EQ(ShownUnits(u"", u""), 0u);
+}
+
 TEST(LineLength, BreaksAtABlankOrWhereNoCharacterIsCut) {
   EXPECT_EQ(LineLength(u"a long name", 7), 7u);  // "a long "
   EXPECT_EQ(LineLength(u"a long name", 6), 7u);  // the blank itself takes no room

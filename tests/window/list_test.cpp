@@ -2,7 +2,10 @@
 
 #include <filesystem>
 
+#include "config/palette.h"
 #include "platform/text_file.h"
+#include "shell/highlight.h"
+#include "shell/list_colors.h"
 #include "window/window_program.h"
 
 namespace quilmark {
@@ -70,6 +73,77 @@ TEST_F(ResultsList, SelectsByClicksWithAndWithoutModifiers) {
   });
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("selection");
+}
+
+TEST_F(ResultsList, ShowsATipWhereTheMouseRestsAndHidesItElsewhere) {
+  const auto waitForTip = [this](bool isShown) {
+    WaitUntil("the tip", [&] { return (program.Ask(Probe::kTipShown) != 0) == isShown; });
+  };
+  const int middle = FirstRow() + kPitch / 2;
+  program.MoveMouse(150, middle);
+  waitForTip(true);
+  program.Screenshot("tip");
+  program.MoveMouse(152, middle);  // the same cell
+  WaitUntil("the mouse", [this] { return program.Ask(Probe::kHoverRow) == 0; });
+  EXPECT_NE(program.Ask(Probe::kTipShown), 0);
+  program.MoveMouse(150, middle + kPitch);
+  WaitUntil("the mouse", [this] { return program.Ask(Probe::kHoverRow) == 1; });
+  waitForTip(true);
+  program.Turn({150, middle}, -1);
+  waitForTip(false);
+  program.MoveMouse(150, HeaderY());
+  program.MoveMouse(150, middle);
+  waitForTip(true);
+  program.SearchFor(u"file-1");  // another row stands below the mouse
+  waitForTip(false);
+}
+
+TEST(ResultsListOfMixedNames, MarksHitsWhereTheyStandOnTheScreen) {
+  WindowProgram program;
+  program.Drive().MakeFile(fs::path(L"name-\x0645\x0644\x0641-\x0639\x0631\x0628\x064A.txt"));
+  program.StartAndWait();
+  const Color hit = ListColorsOf(ThemeDefaults(program.Ask(Probe::kDarkTheme) != 0)).plain.hit;
+  const int y = static_cast<int>(program.Ask(Probe::kHeaderTop)) + 40 + 44 / 2 - 5;
+  const auto markOf = [&](const wchar_t* query) {
+    const int64_t before = program.Ask(Probe::kShownGeneration);
+    SendMessageW(program.SearchBox(), EM_SETSEL, 0, -1);
+    SendMessageW(program.SearchBox(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(query));
+    WaitUntil("its results", [&] {
+      return program.Ask(Probe::kShownGeneration) > before && program.Ask(Probe::kRows) == 1;
+    });
+    program.Ask(Probe::kRepaint, 1);
+    program.Screenshot("mixed-names");
+    PixelSpan mark = {.left = 0, .right = 0};
+    for (int x = 80; x < 340; ++x) {
+      if (program.Ask(Probe::kPixel, static_cast<uint32_t>(x + 65'536 * y)) != hit) continue;
+      if (mark.right == 0) mark.left = x;
+      mark.right = x + 1;
+    }
+    return mark;
+  };
+  const PixelSpan name = markOf(L"name"), first = markOf(L"\x0645\x0644\x0641"),
+                  second = markOf(L"\x0639\x0631\x0628\x064A"), end = markOf(L".txt");
+  for (const PixelSpan& mark : {name, first, second, end}) EXPECT_GT(mark.right, mark.left);
+  // The two words follow each other from right to left.
+  EXPECT_LE(name.right, second.left);
+  EXPECT_LE(second.right, first.left);
+  EXPECT_LE(first.right, end.left + 1);
+  program.Exit();
+  EXPECT_EQ(program.WaitForEnd(), 0u);
+}
+
+TEST_F(ResultsList, ShowsACursorOfItsOwnOnTheEdgesOfColumns) {
+  const auto widthOf = [this](uint32_t column) { return program.Ask(Probe::kColumnWidth, column); };
+  const int edge = static_cast<int>(widthOf(0) + widthOf(1)), y = HeaderY();
+  const auto expectEdge = [&](int x, int atY, bool isEdge) {
+    program.MoveMouse(x, atY);
+    WaitUntil("the cursor at " + std::to_string(x) + ", " + std::to_string(atY),
+              [&] { return (program.Ask(Probe::kEdgeCursor) != 0) == isEdge; });
+  };
+  expectEdge(edge, y, true);
+  expectEdge(edge + 30, y, false);
+  expectEdge(edge - 7, y, true);
+  expectEdge(edge, FirstRow() + 5, false);  // among the rows
 }
 
 TEST_F(ResultsList, ClearsTheSelectionBesideTheRowsAndWithNewResults) {

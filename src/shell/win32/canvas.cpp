@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/win32/wide.h"
+#include "shell/win32/mixed_line.h"
 
 namespace quilmark {
 
@@ -25,12 +26,15 @@ void FillShape(HDC dc, std::span<const POINT> points, Color color) {
   Polygon(dc, points.data(), static_cast<int>(points.size()));
 }
 
-// Hebrew, Arabic and their neighbours: the units do not stand in the order of the screen.
-bool RunsRightToLeft(const std::u16string& text) {
-  return std::any_of(text.begin(), text.end(), [](char16_t unit) {
-    return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
-           (unit >= 0xFE70 && unit <= 0xFEFF);
-  });
+// Draws one line and gives what of it is shown, with an ellipsis where the end did not fit.
+std::u16string DrawAndTell(HDC dc, const Rect& rect, const std::u16string& text, Color color) {
+  constexpr size_t kRoomForEllipsis = 4;
+  std::u16string shown = text;
+  shown.resize(text.size() + kRoomForEllipsis);
+  SetTextColor(dc, color);
+  RECT place = ToRECT(rect);
+  DrawTextW(dc, Wide(shown), static_cast<int>(text.size()), &place, kOneLine | DT_MODIFYSTRING);
+  return shown.c_str();
 }
 
 }  // namespace
@@ -71,24 +75,34 @@ int Canvas::WidthOf(const char16_t* text, size_t length) const {
   return size.cx;
 }
 
+std::vector<PixelSpan> Canvas::SpansOf(const std::u16string& text,
+                                       const std::vector<TextRange>& hits) const {
+  std::vector<PixelSpan> spans;
+  for (const TextRange& hit : hits) {
+    spans.push_back({WidthOf(text.data(), hit.begin), WidthOf(text.data(), hit.begin + hit.length)});
+  }
+  return spans;
+}
+
 void Canvas::MarkedLine(const Rect& rect, const std::u16string& text, const std::vector<TextRange>& hits,
                         const RowColors& colors) const {
   if (hits.empty()) return Line(rect, text, colors.text);
-  // Where units and screen differ in order, parts cannot be drawn apart: the whole name is the hit.
-  if (RunsRightToLeft(text)) return Line(rect, text, colors.wholeHit);
   const ClipScope clip(dc, rect);
   TEXTMETRICW metrics = {};
   GetTextMetricsW(dc, &metrics);
   const int top = (rect.top + rect.bottom - metrics.tmHeight) / 2;
-  std::vector<Rect> places;
-  for (const TextRange& hit : hits) {
-    const int left = rect.left + WidthOf(text.data(), hit.begin);
-    const int right = rect.left + WidthOf(text.data(), hit.begin + hit.length);
-    places.push_back({left, top, right, top + metrics.tmHeight});
+  std::vector<PixelSpan> spans;
+  if (RunsRightToLeft(text)) {
+    // What is cut off the end of such a text moves all the rest of it.
+    const std::u16string shown = DrawAndTell(dc, rect, text, colors.text);
+    spans = SpansOnLine(dc, shown, RangesOfLine(hits, 0, ShownUnits(text, shown)));
+  } else {
+    Line(rect, text, colors.text);
+    spans = SpansOf(text, hits);
   }
-  Line(rect, text, colors.text);
   // Drawn once more and cut out, so that both stand on the same pixels.
-  for (const Rect& place : places) {
+  for (const PixelSpan& span : spans) {
+    const Rect place = {rect.left + span.left, top, rect.left + span.right, top + metrics.tmHeight};
     const ClipScope one(dc, place);
     Fill(place, colors.hit);
     Line(rect, text, colors.hitText);

@@ -32,6 +32,10 @@ struct Canvas {
   void Middle(const Rect& rect, const std::u16string& text, Color color) const;
 
   int WidthOf(const char16_t* text, size_t length) const;
+
+ private:
+  // What hits cover of a line that runs from left to right.
+  std::vector<PixelSpan> SpansOf(const std::u16string& text, const std::vector<TextRange>& hits) const;
 };
 
 // Keeps drawing within a place for its own lifetime.

@@ -103,17 +103,21 @@ void SetComboItemHeights(HWND combo, uint32_t dpi) {
 
 // Makes the closed control as high as wanted, which its own arithmetic does not give.
 void FitComboHeight(HWND combo, int height) {
-  constexpr int kRounds = 8, kLeast = 20;
-  int item = std::max(height - 2, kLeast);
+  constexpr int kRounds = 8;
+  const int least = Scaled(20), most = height + Scaled(4);
+  // A higher one is no height of a field: the list is in it.
+  const int readable = std::min(height + Scaled(12), Scaled(kWithList - 40));
+  const int usual = std::max(height - 2, least);
+  int item = usual;
   for (int round = 0; round < kRounds; ++round) {
     SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
     RECT client = {};
     GetClientRect(combo, &client);
     if (client.bottom == height) return;
-    if (client.bottom > height + 12) break;  // no height of a field
-    item = std::clamp<int>(item + height - client.bottom, kLeast, height + 4);
+    if (client.bottom > readable) break;
+    item = std::clamp<int>(item + height - client.bottom, least, most);
   }
-  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height - 2, kLeast));
+  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), usual);
 }
 
 bool IsInPlace(HWND combo, const Rect& field, bool isShown) {

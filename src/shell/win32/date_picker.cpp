@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "config/palette.h"
+#include "shell/win32/calendar_letters.h"
 #include "shell/win32/drop_list.h"
 #include "shell/win32/edit_keys.h"
 #include "shell/win32/gdi.h"
@@ -126,6 +127,14 @@ void ColorCalendar(HWND calendar) {
   }
 }
 
+LRESULT CALLBACK CalendarProcedure(HWND calendar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                   DWORD_PTR) {
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(calendar, CalendarProcedure, kSubclass);
+  const LRESULT result = DefSubclassProc(calendar, message, wParam, lParam);
+  if (message == WM_PAINT) DrawCalendarLetters(calendar);
+  return result;
+}
+
 // The calendar, and the popup around it, as large as one month needs.
 void FitCalendar(HWND picker, HWND calendar) {
   RECT least = {};
@@ -161,6 +170,7 @@ void StyleDatePicker(HWND picker) {
   if (!IsWindow(calendar)) return;
   ThemePopup(calendar);
   ColorCalendar(calendar);
+  SetWindowSubclass(calendar, CalendarProcedure, kSubclass, 0);
   FitCalendar(picker, calendar);
 }
 

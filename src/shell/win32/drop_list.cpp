@@ -17,6 +17,8 @@ namespace {
 constexpr UINT_PTR kSubclass = 1;
 constexpr int kBarWidth = 10, kThumbRadius = 3;  // pixels at 96 dpi
 
+bool IsDark() { return CurrentWindowSettings.darkTheme && !CurrentPalette.isSystem; }
+
 HWND ListOf(HWND combo) {
   COMBOBOXINFO info = {};
   info.cbSize = sizeof info;
@@ -125,7 +127,7 @@ void ThemePopup(HWND popup) {
   using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
   const auto set = SystemCall<SetTheme>(L"uxtheme.dll", "SetWindowTheme");
   if (set == nullptr) return;
-  if (CurrentWindowSettings.darkTheme) {
+  if (IsDark()) {
     set(popup, L"DarkMode_Explorer", nullptr);
   } else {
     set(popup, L"", L"");
@@ -135,7 +137,7 @@ void ThemePopup(HWND popup) {
 void StyleDropDown(HWND combo) {
   const HWND list = ListOf(combo);
   if (!IsWindow(list)) return;
-  DarkenFrame(list, CurrentWindowSettings.darkTheme);
+  DarkenFrame(list, IsDark());
   ThemePopup(list);
   SetWindowSubclass(list, ListProcedure, kSubclass, 0);
   ForEachBar(list, StyleBar);

@@ -23,7 +23,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
-constexpr int kTagHeight = 40, kSizeInset = 8, kSizeRightInset = 4;  // pixels at 96 dpi
+constexpr int kTagHeight = 40;  // pixels at 96 dpi
 
 int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
@@ -136,7 +136,7 @@ void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
        {sizePreset_, timePreset_, sizeBox_, secondSizeBox_, sizeUnit_, dateFrom_, dateTo_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   }
-  CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);  // a new font puts the text back to the top
+  ApplySearchBoxRect(sizeBox_);  // a new font puts the text back to the top
   tagFont_ = tagFont;
   for (const HWND tag : tags_) SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont), TRUE);
 }
@@ -176,7 +176,7 @@ void FilterBar::RedrawTags() const {
 void FilterBar::Place(const TopRowLayout& row) {
   PlaceCombo(sizePreset_, row.sizePreset, true);
   PlaceCombo(timePreset_, row.timePreset, true);
-  if (Move(sizeBox_, row.sizeBox, SizeIsCustom())) CentreEditLine(sizeBox_, kSizeInset, kSizeRightInset);
+  if (Move(sizeBox_, row.sizeBox, SizeIsCustom())) ApplySearchBoxRect(sizeBox_);
   PlaceCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
   Move(dateFrom_, row.dateFrom, TimeIsCustom());
   Move(dateTo_, row.dateTo, TimeIsCustom());

@@ -10,9 +10,11 @@
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/row_text.h"
+#include "shell/tip_text.h"
 #include "shell/win32/canvas.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/window_ids.h"
+#include "shell/window_timers.h"
 
 namespace quilmark {
 
@@ -95,6 +97,7 @@ SidebarLayout Sidebar(const AppState& app, const MainWindow& window) {
 
 void DragSidebar(AppState& app, MainWindow& window, Point point) {
   app.sidebarScroll = SidebarDragTo(Sidebar(app, window), point.y);
+  SyncScrollState(app, window);
   window.RedrawTags();
 }
 
@@ -118,16 +121,15 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
   const int column = row >= 0 ? ColumnAt(layout, app.scrollX, point.x) : -1;
   if (bar != app.list.hoverBar || row != app.list.hoverRow)
     RequestListRepaint(app, window, kDragRepaintMs);
-  if (row != app.list.hoverRow || column != app.list.hoverColumn) {
-    window.tip.Show(window.Handle(), TipText(row, column), app.systemDpi, window.fonts.main.Get());
-  }
+  if (row != app.list.hoverRow || column != app.list.hoverColumn) window.tip.Hide();
   app.list.hoverBar = bar;
   app.list.hoverRow = row;
   app.list.hoverColumn = column;
   TRACKMOUSEEVENT track = {};
   track.cbSize = sizeof track;
-  track.dwFlags = TME_LEAVE;
+  track.dwFlags = TME_LEAVE | TME_HOVER;
   track.hwndTrack = window.Handle();
+  track.dwHoverTime = HOVER_DEFAULT;
   TrackMouseEvent(&track);
 }
 
@@ -138,7 +140,8 @@ void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
   SCROLLINFO info = {};
   info.cbSize = sizeof info;
   info.fMask = SIF_ALL;
-  info.nMax = static_cast<int>((limit + page) / divisor);
+  // The last position that can be reached is nMax - nPage + 1.
+  info.nMax = static_cast<int>((limit + page) / divisor) - 1;
   info.nPage = static_cast<UINT>(page / divisor);
   info.nPos = static_cast<int>(position / divisor);
   SetScrollInfo(bar, SB_CTL, &info, FALSE);
@@ -191,6 +194,18 @@ void OnListMove(AppState& app, MainWindow& window, Point point) {
   Hover(app, window, layout, point);
 }
 
+void OnListRest(AppState& app, MainWindow& window) {
+  const bool isDrag =
+      app.list.dragsSidebar || app.list.dragColumn >= 0 || app.list.dragBar != Bar::kNone;
+  if (isDrag || window.tip.IsShown()) return;
+  const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
+  const Tip tip = TipOfCell(view, app.list.hoverRow, app.list.hoverColumn);
+  window.tip.Show(window.Handle(), tip.text, app.systemDpi, window.fonts.main.Get());
+  if (tip.isMissing && !IsScrolling(app, TickMs()) && app.features.requestAttributes) {
+    app.features.requestAttributes();
+  }
+}
+
 void OnListLeave(AppState& app, MainWindow& window) {
   const bool isHovered = app.list.hoverRow >= 0 || app.list.hoverBar != Bar::kNone;
   const bool isTagHovered = app.list.hoverTag >= 0;
@@ -210,6 +225,7 @@ bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
   const SidebarLayout sidebar = Sidebar(app, window);
   const int rows = TakeTurn(app.list.sidebarRest, delta);
   app.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
+  SyncScrollState(app, window);
   window.RedrawTags();
   return true;
 }
@@ -229,6 +245,8 @@ void SyncScrollState(const AppState& app, const MainWindow& window) {
                  layout.rows.bottom - layout.rows.top, app.scrollY);
   const int width = layout.rows.right - layout.rows.left;
   SetScrollState(window.horizontalBar, std::max(layout.columnsWidth - width, 0), width, app.scrollX);
+  const SidebarLayout sidebar = Sidebar(app, window);
+  SetScrollState(window.sidebarBar, sidebar.scrollLimit, sidebar.fitting, sidebar.first);
 }
 
 void FitColumns(AppState& app, const MainWindow& window) {

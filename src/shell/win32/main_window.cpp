@@ -96,6 +96,7 @@ void MainWindow::InvalidateList() {
 void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 
 void MainWindow::RelayoutList() {
+  tip.Hide();  // the rows may be others now
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
@@ -256,14 +257,16 @@ ListLayout MainWindow::List() const {
 }
 
 void MainWindow::RemakeFonts() {
-  CancelRename();  // its editor holds a former font
+  // The editor and the tip hold a former font.
+  CancelRename();
+  tip.Hide();
   // The controls hold the former ones until they have the new.
   const WindowFonts former = std::exchange(fonts, MakeFonts(App().systemDpi, App().uiIsChinese));
   for (const HWND control : {searchBox, scopeBox}) {
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.list.Get()), TRUE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.main.Get()), TRUE);
   }
   ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
-  filterBar.SetFonts(fonts.list.Get(), fonts.filter.Get());
+  filterBar.SetFonts(fonts.main.Get(), fonts.filter.Get());
 }
 
 void MainWindow::RecreateBackBuffer() {
@@ -285,6 +288,7 @@ void SetViewMode(AppState& app, MainWindow& window, ViewMode view) {
 void SetFilterLayout(AppState& app, MainWindow& window, bool sidebar) {
   CurrentWindowSettings.sidebarLayout = sidebar;
   app.sidebarScroll = 0;
+  if (app.features.refreshFilterCounts) app.features.refreshFilterCounts();
   SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
   InvalidateRect(window.Handle(), nullptr, TRUE);
 }

@@ -75,7 +75,8 @@ class MainWindow : public WindowPort, public WindowEndPort {
   std::u16string StatusText() const;
 
   HWND searchBox = nullptr, scopeBox = nullptr, statusText = nullptr;
-  HWND verticalBar = nullptr, horizontalBar = nullptr;  // hidden: they keep ranges and positions
+  // Hidden: they keep ranges and positions.
+  HWND verticalBar = nullptr, horizontalBar = nullptr, sidebarBar = nullptr;
   HWND renameEditor = nullptr;
   RowTip tip;
   FilterBar filterBar;

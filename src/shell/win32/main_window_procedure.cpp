@@ -153,6 +153,10 @@ Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
     if (!window.settingText) OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
     return 0;
   }
+  if (id == kSecondSizeBox) {
+    if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
+    return 0;
+  }
   if (id != kSizeBox) return std::nullopt;
   window.filterBar.ReadSizeText();
   if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
@@ -265,6 +269,11 @@ Outcome OnDoubleClick(AppState& app, MainWindow& window, const Message& message)
 
 Outcome OnMouseMove(AppState& app, MainWindow& window, const Message& message) {
   OnListMove(app, window, PointOf(message));
+  return 0;
+}
+
+Outcome OnMouseHover(AppState& app, MainWindow& window, const Message&) {
+  OnListRest(app, window);
   return 0;
 }
 
@@ -399,6 +408,7 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnWheel},
     {WM_MOUSEHWHEEL, OnTiltWheel},
+    {WM_MOUSEHOVER, OnMouseHover},
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},
     {WM_DEVICECHANGE, OnDeviceChange},

@@ -3,14 +3,8 @@
 #include <commctrl.h>
 
 #include "config/palette.h"
-#include "config/window_settings.h"
 #include "platform/win32/wide.h"
-#include "search/filtered_results.h"
-#include "search/sort.h"
-#include "shell/cell_text.h"
 #include "shell/layout.h"
-#include "shell/row_cells.h"
-#include "shell/row_text.h"
 #include "shell/tooltip_place.h"
 #include "shell/win32/gdi.h"
 
@@ -73,26 +67,14 @@ void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT f
   RECT shown = {};
   GetWindowRect(tip_, &shown);
   place(shown.right - shown.left, shown.bottom - shown.top);
+  isShown_ = true;
 }
 
 void RowTip::Hide() {
-  if (tip_ == nullptr) return;
+  if (!isShown_) return;
+  isShown_ = false;
   TTTOOLINFOW tool = ToolOf(owner_);
   SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
-}
-
-std::u16string TipText(int64_t row, int column) {
-  const auto rows = ShownResults();
-  if (row < 0 || static_cast<uint64_t>(row) >= rows->size()) return {};
-  const MatchItem& item = (*rows)[static_cast<size_t>(row)];
-  const bool isIconView = CurrentWindowSettings.viewMode != 0;
-  if (isIconView || column == kColumnName || column == kColumnOfPath) return PathOfRow(TextOfRow(item));
-  const RowCells cells = CellsOfRow(item);
-  const std::u16string& text = column == kColumnSize       ? cells.size
-                               : column == kColumnModified ? cells.modified
-                                                           : cells.created;
-  const bool isSaid = column >= kColumnSize && text != kNotKnownYet && text != kAbsent;
-  return isSaid ? text : std::u16string();
 }
 
 }  // namespace quilmark

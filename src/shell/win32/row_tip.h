@@ -15,13 +15,12 @@ class RowTip {
   // Beside the cursor; an empty text hides it.
   void Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font);
   void Hide();
+  bool IsShown() const { return isShown_; }
 
  private:
   HWND tip_ = nullptr;
   HWND owner_ = nullptr;
+  bool isShown_ = false;
 };
-
-// Of a cell of the list; empty where there is nothing to say.
-std::u16string TipText(int64_t row, int column);
 
 }  // namespace quilmark

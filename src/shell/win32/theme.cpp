@@ -47,7 +47,6 @@ void RepaintAll(const MainWindow& window) {
 
 void ApplyTheme(MainWindow& window) {
   TakePalette(window);
-  window.tip.Hide();  // it has the former colours
   window.RemakeFonts();
   if (App().clientWidth > 0) window.PlaceControls();  // a combo box takes its height from its font
   const bool dark = CurrentWindowSettings.darkTheme;

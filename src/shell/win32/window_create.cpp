@@ -42,10 +42,10 @@ void InstallSearchHooks(MainWindow& window) {
 }  // namespace
 
 void MainWindow::MakeControls() {
-  scopeBox = MakeCombo(window_, kScopeBox, fonts.list.Get());
+  scopeBox = MakeCombo(window_, kScopeBox, fonts.main.Get());
   RebuildScopeBox();
-  searchBox = MakeSearchBox(window_, fonts.list.Get());
-  filterBar.Open(window_, fonts.list.Get(), fonts.filter.Get());
+  searchBox = MakeSearchBox(window_, fonts.main.Get());
+  filterBar.Open(window_, fonts.main.Get(), fonts.filter.Get());
   const auto hiddenBar = [this](int id, DWORD style) {
     return CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | style, 0, 0, 0, 0, window_,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
@@ -55,7 +55,7 @@ void MainWindow::MakeControls() {
                                reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
   verticalBar = hiddenBar(kVerticalBar, SBS_VERT);
   horizontalBar = hiddenBar(kHorizontalBar, SBS_HORZ);
-  hiddenBar(kSidebarBar, SBS_VERT);
+  sidebarBar = hiddenBar(kSidebarBar, SBS_VERT);
   tip.Open(window_);
 }
 

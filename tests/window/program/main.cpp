@@ -232,6 +232,10 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return static_cast<LRESULT>(window.paintedScrollY);
     case Probe::kHoverRow:
       return app.list.hoverRow;
+    case Probe::kEdgeCursor:
+      return GetCursor() == LoadCursorW(nullptr, IDC_SIZEWE);
+    case Probe::kTipShown:
+      return window.tip.IsShown();
     case Probe::kRenameEditor:
       return reinterpret_cast<LRESULT>(window.renameEditor);
     case Probe::kRenameFocused:

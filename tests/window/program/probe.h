@@ -34,6 +34,8 @@ enum class Probe : uintptr_t {
   kSyncs,      // notices that the drives are all there, taken since the start
   kPixel,      // argument: x + 65536 * y of the client area; the colour in the back buffer
   kHoverRow,
+  kTipShown,
+  kEdgeCursor,      // the mouse shows that a column can be dragged
   kRangeUpdates,    // of the scrollbars, since the start
   kPaintedScrollY,  // the offset that the latest paint has shown
 
