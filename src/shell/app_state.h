@@ -78,11 +78,13 @@ struct AppState {
   int32_t pathColumnWidth = 0;   // as fitted to the rows in view; the stored width is its least
   int32_t sidebarScroll = 0;     // first filter tag in view
   uint64_t shownGeneration = 0;  // of the latest results that were final
+  std::u16string answeredText;   // of the search box, when they came
   std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
 
   // Timers.
   std::atomic<bool> repaintPending = false;
+  uint64_t repaintAskedMs = 0;  // when the oldest request was made that no repaint has followed
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;

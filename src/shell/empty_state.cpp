@@ -8,11 +8,24 @@
 
 namespace quilmark {
 
-EmptyText EmptyListText(bool isAsked, uint64_t indexed) {
-  const std::u16string detail =
-      FormatText(TranslateOr(u"Empty_IndexedFmt", u"%llu files and folders indexed"), indexed);
-  if (isAsked) return {TranslateOr(u"Empty_NoResults", u"Nothing found"), detail};
-  return {TranslateOr(u"Empty_TypeToSearch", u"Type a part of a name; Enter lists everything"), detail};
+namespace {
+
+std::u16string TitleOf(Emptiness why) {
+  switch (why) {
+    case Emptiness::kNotFound:
+      return TranslateOr(u"Empty_NoResults", u"Nothing found");
+    case Emptiness::kFiltered:
+      return TranslateOr(u"Empty_Filtered", u"No hit passes the filters");
+    default:
+      return TranslateOr(u"Empty_TypeToSearch", u"Type a part of a name; Enter lists everything");
+  }
+}
+
+}  // namespace
+
+EmptyText EmptyListText(Emptiness why, uint64_t indexed) {
+  return {TitleOf(why),
+          FormatText(TranslateOr(u"Empty_IndexedFmt", u"%llu files and folders indexed"), indexed)};
 }
 
 uint64_t CountIndexed(const SearchEngine& engine) {

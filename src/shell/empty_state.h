@@ -14,8 +14,10 @@ struct EmptyText {
   bool operator==(const EmptyText&) const = default;
 };
 
-// `isAsked`: something was searched for. `indexed`: what a search looks through.
-EmptyText EmptyListText(bool isAsked, uint64_t indexed);
+enum class Emptiness { kNotAsked, kNotFound, kFiltered };
+
+// `indexed`: what a search looks through.
+EmptyText EmptyListText(Emptiness why, uint64_t indexed);
 
 // Files and folders of all searchable volumes; one that a writer holds for long counts as none.
 uint64_t CountIndexed(const SearchEngine& engine);

@@ -75,4 +75,6 @@ size_t LineLength(std::u16string_view text, size_t fitting) {
   return std::max<size_t>(fitting - (isHalf ? 1 : 0), isHalf && fitting == 1 ? 2 : 1);
 }
 
+size_t InkLength(std::u16string_view line) { return line.find_last_not_of(u' ') + 1; }
+
 }  // namespace quilmark

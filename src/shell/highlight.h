@@ -42,4 +42,7 @@ size_t ShownUnits(std::u16string_view text, std::u16string_view shown);
 // and never half a character. At least 1.
 size_t LineLength(std::u16string_view text, size_t fitting);
 
+// Units of a line up to the blanks at its end, which need no room.
+size_t InkLength(std::u16string_view line);
+
 }  // namespace quilmark

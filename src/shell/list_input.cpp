@@ -61,7 +61,7 @@ void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64
   app.scrollY = clamped;
   app.list.hoverRow = -1;  // until the mouse moves: another row stands there now
   const bool isBurst = !app.thumbDragging && IsScrolling(app, nowMs);
-  if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs);
+  if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
   window.RelayoutList();
   window.InvalidateList();
 }
@@ -74,13 +74,14 @@ void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, 
   ScrollTo(app, window, layout, app.scrollY - pixels, nowMs);
 }
 
-void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta) {
+void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
+                    uint64_t nowMs) {
   const int pixels = TakeTurn(app.list.tiltRest, delta * kNotchSideways);
   const int clamped = ClampHorizontal(layout, app.scrollX + pixels);
   if (clamped == app.scrollX) return;
   window.CancelRename();
   app.scrollX = clamped;
-  RequestListRepaint(app, window, kBurstRepaintMs);
+  RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
 }
 
 void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Point cursor,
@@ -98,7 +99,7 @@ void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Poin
     window.CancelRename();
     app.scrollX =
         ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));
-    RequestListRepaint(app, window, kBurstRepaintMs);
+    RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
   }
 }
 

@@ -32,7 +32,8 @@ int TakeTurn(int& rest, int64_t turned);
 // A wheel's turn in the list; `delta` 120 a notch, positive away from the user.
 void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
                    uint64_t nowMs);
-void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta);
+void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
+                    uint64_t nowMs);
 
 // Where the thumb goes for a press or a move of the held button on a bar.
 void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Point cursor,

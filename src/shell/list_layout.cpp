@@ -140,6 +140,13 @@ int DraggedWidth(int startWidth, int startX, int x) {
   return std::max(startWidth + x - startX, kLeastColumn);
 }
 
+Rect TextPlaceOf(const ListLayout& layout, const Rect& cell, int column) {
+  const int left = ScaleFor(layout.dpi, kCellTextInset);
+  const int right = column == kPathColumn ? ScaleFor(layout.dpi, kPathMargin) - left
+                                          : ScaleFor(layout.dpi, kCellClipInset);
+  return {cell.left + left, cell.top, cell.right - right, cell.bottom};
+}
+
 int FitPathColumn(const ListLayout& layout, int widestText, int storedWidth) {
   const int others = layout.columnsWidth - layout.columns[kPathColumn];
   const int free = Width(layout.rows) - others;

@@ -12,6 +12,7 @@ namespace quilmark {
 enum class ViewMode { kList = 0, kSmallIcons = 1, kLargeIcons = 2 };
 
 inline constexpr int kColumns = 6, kPathColumn = 5;
+inline constexpr int kCellTextInset = 15, kCellClipInset = 10;  // of a row, pixels at 96 dpi
 using ColumnWidths = std::array<int, kColumns>;
 
 struct ListInput {
@@ -57,6 +58,9 @@ int ClampHorizontal(const ListLayout& layout, int scrollX);
 
 // Left edge of a column of the header and of every row.
 int ColumnLeft(const ListLayout& layout, int scrollX, int column);
+
+// Where the text of a row stands in its cell; the path column holds every text that it was fitted to.
+Rect TextPlaceOf(const ListLayout& layout, const Rect& cell, int column);
 
 // The column at `x`, or -1. List view.
 int ColumnAt(const ListLayout& layout, int scrollX, int x);

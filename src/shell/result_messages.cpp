@@ -7,6 +7,7 @@
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "index/search_engine.h"
+#include "platform/clock.h"
 #include "platform/format.h"
 #include "search/filters.h"
 #include "search/search_pipeline.h"
@@ -21,6 +22,7 @@ constexpr uint32_t kAfterReadyPrewarmMs = 7'000, kAfterNewDiskPrewarmMs = 5'000;
 constexpr uint32_t kAutosaveMs = 20'000, kHiddenTrimMs = 12'000;
 constexpr uint32_t kFinalCountsMs = 60, kFilterCountsMs = 80;
 constexpr uint32_t kResultsTrimMs = 1'800, kFilterTrimMs = 2'200;
+constexpr uint32_t kFrameMs = 16;
 constexpr size_t kLongestTitle = 127;  // units
 
 template <typename... Arguments>
@@ -77,7 +79,7 @@ std::u16string ResultStatus(ResultKind kind, uint64_t resultCount) {
 void ShowPartialResults(AppState& app, WindowPort& window) {
   if (IsFilterActive()) Run(app.features.refreshFilter);
   window.RelayoutList();
-  RequestListRepaint(app, window, 100);
+  RequestListRepaint(app, window, 100, TickMs());
 }
 
 void ShowSortedResults(AppState& app, WindowPort& window) {
@@ -100,6 +102,7 @@ bool OnSearchResults(AppState& app, WindowPort& window, const PostedMessage& mes
   const auto kind = static_cast<ResultKind>(message.second);
   window.CancelRename();
   if (kind != ResultKind::kPartial) app.shownGeneration = message.first;
+  if (kind == ResultKind::kFinal) app.answeredText = CurrentQueryText;
   const bool keepScroll =
       kind == ResultKind::kPartial ? app.keepScrollOnce.load() : app.keepScrollOnce.exchange(false);
   ClearSelection(app.list.selection);
@@ -164,7 +167,7 @@ bool OnFilterResults(AppState& app, WindowPort& window, const PostedMessage&) {
                   TranslateOr(u"App_FilterTitleHitsSeparator", u" | Hits: ") + CountText(DisplayCount));
   window.SetStatus(u"");
   window.RelayoutList();
-  RequestListRepaint(app, window, 60);
+  RequestListRepaint(app, window, 60, TickMs());
   window.StartTimer(kTimerWorkTrim, kFilterTrimMs);
   return true;
 }
@@ -175,7 +178,7 @@ bool OnRecentLoaded(AppState& app, WindowPort&, const PostedMessage&) {
 }
 
 bool OnAttrsUpdated(AppState& app, WindowPort& window, const PostedMessage& message) {
-  if (message.first == hydrationGeneration) RequestListRepaint(app, window, 100);
+  if (message.first == hydrationGeneration) RequestListRepaint(app, window, 100, TickMs());
   return true;
 }
 
@@ -263,8 +266,14 @@ bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& m
   return false;
 }
 
-void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs) {
-  app.repaintPending = true;
+void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs, uint64_t nowMs) {
+  const bool isWaiting = app.repaintPending.exchange(true);
+  if (!isWaiting) app.repaintAskedMs = nowMs;
+  // Each further request puts the answer off: a wheel that turns on and on would show nothing.
+  if (isWaiting && nowMs - app.repaintAskedMs >= std::max(delayMs, kFrameMs)) {
+    app.repaintAskedMs = nowMs;
+    window.InvalidateList();
+  }
   window.StartTimer(kTimerRepaint, delayMs);
 }
 

@@ -15,7 +15,7 @@ namespace quilmark {
 bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& message);
 
 // Arms the coalesced repaint of the list: many requests in a burst end in one.
-void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs);
+void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs, uint64_t nowMs);
 
 // Reads the search box again after the set of volumes changed; an empty box shows the recent opens.
 void SearchAgain(WindowPort& window);

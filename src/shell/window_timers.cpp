@@ -35,7 +35,7 @@ void SettleScroll(AppState& app, WindowPort& window) {
   window.RelayoutList();  // the path column fits the rows that stand still now
   Run(app.features.requestAttributes);
   Run(app.features.requestThumbnails);
-  RequestListRepaint(app, window, 80);
+  RequestListRepaint(app, window, 80, TickMs());
 }
 
 // Keeps a program that was started for the tray in the tray, and tries for a volume until there is one.

@@ -9,9 +9,12 @@ namespace quilmark {
 namespace {
 
 TEST(EmptyState, SaysWhatToTypeAndHowMuchIsIndexed) {
-  EXPECT_EQ(EmptyListText(false, 1'234), (EmptyText{u"Type a part of a name; Enter lists everything",
-                                                    u"1234 files and folders indexed"}));
-  EXPECT_EQ(EmptyListText(true, 0), (EmptyText{u"Nothing found", u"0 files and folders indexed"}));
+  EXPECT_EQ(
+      EmptyListText(Emptiness::kNotAsked, 1'234),
+      (EmptyText{u"Type a part of a name; Enter lists everything", u"1234 files and folders indexed"}));
+  EXPECT_EQ(EmptyListText(Emptiness::kFiltered, 0).title, u"No hit passes the filters");
+  EXPECT_EQ(EmptyListText(Emptiness::kNotFound, 0),
+            (EmptyText{u"Nothing found", u"0 files and folders indexed"}));
 }
 
 TEST(EmptyState, CountsWhatASearchLooksThrough) {

@@ -96,5 +96,17 @@ TEST(LineLength, BreaksAtABlankOrWhereNoCharacterIsCut) {
   EXPECT_EQ(LineLength(u"", 3), 0u);
 }
 
+TEST(InkLength, LeavesOutTheBlanksAtTheEnd) {
+  EXPECT_EQ(InkLength(u"a long "), 6u);
+  EXPECT_EQ(InkLength(u"a long"), 6u);
+  EXPECT_EQ(InkLength(u"  "), 0u);
+  EXPECT_EQ(InkLength(u""), 0u);
+  // What is drawn of a line always fits.
+  for (size_t fitting = 1; fitting < 11; ++fitting) {
+    const std::u16string text = u"a long name";
+    EXPECT_LE(InkLength(text.substr(0, LineLength(text, fitting))), fitting);
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

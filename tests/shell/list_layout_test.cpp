@@ -264,5 +264,21 @@ TEST(DropListBar, StandsWhateverTheSystemSays) {
   }
 }
 
+TEST(TextPlace, HoldsThePathThatItsColumnWasFittedTo) {
+  for (const uint32_t dpi : {96u, 120u, 144u, 192u}) {
+    ListInput input{
+        .clientWidth = 1'100, .clientHeight = 700, .dpi = dpi, .columns = {60, 280, 100, 160, 160, 0}};
+    for (const int widest : {500, 777, 2'000}) {
+      input.columns[kPathColumn] = FitPathColumn(LayoutList(input), widest, 0);
+      const ListLayout layout = LayoutList(input);
+      const int left = ColumnLeft(layout, 0, kPathColumn);
+      const Rect cell = {left, 0, left + layout.columns[kPathColumn], layout.pitch};
+      const Rect place = TextPlaceOf(layout, cell, kPathColumn);
+      EXPECT_GE(place.right - place.left, widest) << dpi;
+      EXPECT_EQ(place.left - cell.left, TextPlaceOf(layout, cell, 2).left - cell.left);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

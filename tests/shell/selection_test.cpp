@@ -133,11 +133,19 @@ TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
 }
 
 TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
-  for (uint64_t i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000 + i);
+  for (int i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000);
   // No range, no column, no repaint of its own.
   EXPECT_EQ(window.Count("CancelRename"), window.calls.size());
   EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
+}
+
+TEST_F(ListScrolling, ShowsAFrameNowAndThenWhileTheWheelTurnsOn) {
+  app.lastScrollTick = 9'999;
+  for (uint64_t i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -12, 10'000 + 5 * i);
+  EXPECT_EQ(window.Count("RelayoutList"), 0u);
+  // 5 seconds: one after 20 ms, since each event comes before the timer has fired.
+  EXPECT_EQ(window.Count("InvalidateList"), 249u);
 }
 
 TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
@@ -160,16 +168,16 @@ TEST_F(ListScrolling, FollowsAHeldThumb) {
 }
 
 TEST_F(ListScrolling, MovesSidewaysByFortyPixelsANotch) {
-  ScrollSideways(app, window, layout, 120);
+  ScrollSideways(app, window, layout, 120, 10'000);
   EXPECT_EQ(app.scrollX, 40);
-  ScrollSideways(app, window, layout, -240);
+  ScrollSideways(app, window, layout, -240, 10'000);
   EXPECT_EQ(app.scrollX, 0);
 }
 
 TEST_F(ListScrolling, LosesNothingOfATouchpadsSmallTurns) {
   for (int i = 0; i < 120; ++i) ScrollByWheel(app, window, layout, -1, 10'000);
   EXPECT_EQ(app.scrollY, 100);
-  for (int i = 0; i < 12; ++i) ScrollSideways(app, window, layout, 10);
+  for (int i = 0; i < 12; ++i) ScrollSideways(app, window, layout, 10, 10'000);
   EXPECT_EQ(app.scrollX, 40);
 }
 

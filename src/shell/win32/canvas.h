@@ -16,6 +16,7 @@ struct Canvas {
 
   void Fill(const Rect& rect, Color color) const { FillWith(dc, ToRECT(rect), color); }
   void FillRound(const Rect& rect, int radius, Color color) const;
+  void OutlineRound(const Rect& rect, int radius, Color color) const;
   // Without its upper right corner, and that corner folded over.
   void FillCut(const Rect& rect, int corner, Color color) const;
   void FillCorner(const Rect& rect, Color color) const;
@@ -34,8 +35,10 @@ struct Canvas {
   int WidthOf(const char16_t* text, size_t length) const;
 
  private:
-  // What hits cover of a line that runs from left to right.
-  std::vector<PixelSpan> SpansOf(const std::u16string& text, const std::vector<TextRange>& hits) const;
+  int LineHeight() const;  // of the selected font, at least 1
+  template <typename DrawIt>
+  void DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans, const RowColors& colors,
+                  DrawIt draw) const;
 };
 
 // Keeps drawing within a place for its own lifetime.

@@ -47,8 +47,12 @@ bool TakeTabKey(HWND control, UINT message, WPARAM wParam) {
   return true;
 }
 
-std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam) {
+std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   if (TakeTabKey(edit, message, wParam)) return 0;
+  if (message == WM_MOUSEWHEEL || message == WM_MOUSEHWHEEL) {
+    // One line has nothing to scroll, and a multi-line edit would swallow it.
+    return SendMessageW(GetAncestor(edit, GA_PARENT), message, wParam, lParam);
+  }
   if (message == WM_PASTE) {
     Replace(edit, FirstLine(ClipboardText(edit)));
     return 0;

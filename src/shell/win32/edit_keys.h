@@ -12,6 +12,6 @@ namespace quilmark {
 bool TakeTabKey(HWND control, UINT message, WPARAM wParam);
 
 // Keys, characters and a paste of a field. Empty: not taken.
-std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam);
+std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace quilmark

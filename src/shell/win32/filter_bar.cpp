@@ -51,7 +51,7 @@ void DrawPlainFrame(HWND control) {
 
 LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
-  if (const auto taken = TakeEditMessage(control, message, wParam)) return *taken;
+  if (const auto taken = TakeEditMessage(control, message, wParam, lParam)) return *taken;
   if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
   const LRESULT result = DefSubclassProc(control, message, wParam, lParam);

@@ -83,7 +83,7 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   if (wanted == width) return;
   window.CancelRename();
   width = wanted;
-  RequestListRepaint(app, window, kDragRepaintMs);
+  RequestListRepaint(app, window, kDragRepaintMs, TickMs());
 }
 
 SidebarLayout Sidebar(const AppState& app, const MainWindow& window) {
@@ -120,7 +120,7 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
   const int64_t row = bar == Bar::kNone ? RowAt(layout, app.scrollY, DisplayCount, point) : -1;
   const int column = row >= 0 ? ColumnAt(layout, app.scrollX, point.x) : -1;
   if (bar != app.list.hoverBar || row != app.list.hoverRow)
-    RequestListRepaint(app, window, kDragRepaintMs);
+    RequestListRepaint(app, window, kDragRepaintMs, TickMs());
   if (row != app.list.hoverRow || column != app.list.hoverColumn) window.tip.Hide();
   app.list.hoverBar = bar;
   app.list.hoverRow = row;
@@ -182,7 +182,7 @@ void OnListRelease(AppState& app, MainWindow& window) {
     app.lastScrollTick = TickMs();
     window.RelayoutList();
     window.StartTimer(kTimerScrollSettle, kReleaseSettleMs);
-    RequestListRepaint(app, window, kDragRepaintMs);
+    RequestListRepaint(app, window, kDragRepaintMs, TickMs());
   }
 }
 
@@ -194,16 +194,27 @@ void OnListMove(AppState& app, MainWindow& window, Point point) {
   Hover(app, window, layout, point);
 }
 
-void OnListRest(AppState& app, MainWindow& window) {
+void OnListRest(AppState& app, MainWindow& window, Point point) {
   const bool isDrag =
       app.list.dragsSidebar || app.list.dragColumn >= 0 || app.list.dragBar != Bar::kNone;
   if (isDrag || window.tip.IsShown()) return;
+  Hover(app, window, window.List(), point);
   const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
   const Tip tip = TipOfCell(view, app.list.hoverRow, app.list.hoverColumn);
   window.tip.Show(window.Handle(), tip.text, app.systemDpi, window.fonts.main.Get());
   if (tip.isMissing && !IsScrolling(app, TickMs()) && app.features.requestAttributes) {
     app.features.requestAttributes();
   }
+}
+
+void RefreshHover(AppState& app, MainWindow& window) {
+  window.tip.Hide();
+  POINT cursor = {};
+  const bool isHere = GetCursorPos(&cursor) && WindowFromPoint(cursor) == window.Handle();
+  ScreenToClient(window.Handle(), &cursor);
+  app.list.hoverRow = -1;
+  app.list.hoverColumn = -1;
+  if (isHere) Hover(app, window, window.List(), {cursor.x, cursor.y});
 }
 
 void OnListLeave(AppState& app, MainWindow& window) {
@@ -226,6 +237,7 @@ bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
   const int rows = TakeTurn(app.list.sidebarRest, delta);
   app.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
   SyncScrollState(app, window);
+  Hover(app, window, window.List(), point);
   window.RedrawTags();
   return true;
 }

@@ -8,8 +8,11 @@ namespace quilmark {
 void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys);
 void OnListRelease(AppState& app, MainWindow& window);
 void OnListMove(AppState& app, MainWindow& window, Point point);
-void OnListRest(AppState& app, MainWindow& window);  // the mouse stands still: the tip of its cell
+void OnListRest(AppState& app, MainWindow& window, Point point);  // the tip of its cell
 void OnListLeave(AppState& app, MainWindow& window);
+
+// What is under a mouse that stands still, after rows have moved below it.
+void RefreshHover(AppState& app, MainWindow& window);
 
 // A wheel's turn over the sidebar, by whole categories and never the list. False elsewhere.
 bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta);

@@ -22,9 +22,9 @@ namespace quilmark {
 namespace {
 
 // Pixels at 96 dpi.
-constexpr int kTextInset = 15, kClipInset = 10, kRowInset = 8, kRowRadius = 8, kRowGap = 4;
-constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusTop = 55, kStatusBottom = 72, kStatusLeft = 20,
-              kEmptyLine = 30;
+constexpr int kRowInset = 8, kRowRadius = 8, kRowGap = 4;
+constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusBottom = 72, kStatusHeight = 17,
+              kStatusLeft = 20, kEmptyLine = 30;
 constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8,
               kIconGap = 4;
 
@@ -52,6 +52,7 @@ struct ListPaint {
   ListLayout layout;
   std::u16string term;  // to mark in names
   ListColors colors;
+  bool hasFocus = false;  // keys go to the list
 
   int Scaled(int n) const { return ScaleFor(layout.dpi, n); }
 };
@@ -67,11 +68,20 @@ const RowColors& ColorsOf(const ListPaint& paint, uint64_t index) {
   return static_cast<int64_t>(index) == App().list.hoverRow ? paint.colors.hovered : paint.colors.plain;
 }
 
+Rect GroundOf(const ListPaint& paint, const Rect& row) {
+  return {row.left + paint.Scaled(kRowInset), row.top, row.right - paint.Scaled(kRowInset),
+          row.top + paint.layout.pitch - paint.Scaled(kRowGap)};
+}
+
 void DrawRowGround(const ListPaint& paint, const Rect& row, Color color) {
   if (color == paint.colors.plain.ground) return;
-  const Rect ground = {row.left + paint.Scaled(kRowInset), row.top, row.right - paint.Scaled(kRowInset),
-                       row.top + paint.layout.pitch - paint.Scaled(kRowGap)};
-  paint.canvas.FillRound(ground, paint.Scaled(kRowRadius), color);
+  paint.canvas.FillRound(GroundOf(paint, row), paint.Scaled(kRowRadius), color);
+}
+
+// The row that F2 renames, which need not be a chosen one.
+void DrawFocus(const ListPaint& paint, const Rect& row, uint64_t index) {
+  if (!paint.hasFocus || static_cast<int64_t>(index) != App().list.selection.focusRow) return;
+  paint.canvas.OutlineRound(GroundOf(paint, row), paint.Scaled(kRowRadius), CurrentPalette.focusRing);
 }
 
 std::u16string CellText(const RowText& text, const RowCells& cells, uint64_t index, int column) {
@@ -121,7 +131,7 @@ void DrawGlyph(const ListPaint& paint, Point middle, int size, bool isDirectory,
 
 void DrawName(const ListPaint& paint, const Rect& place, const RowText& text, const RowColors& colors) {
   const int size = paint.Scaled(kListIcon);
-  const int left = place.left - paint.Scaled(kTextInset - kClipInset);
+  const int left = place.left - paint.Scaled(kCellTextInset - kCellClipInset);
   const ClipScope clip(paint.canvas.dc, {left, place.top, place.right, place.bottom});
   DrawGlyph(paint, {left + size / 2, (place.top + place.bottom) / 2}, size, text.isDirectory, colors);
   paint.canvas.MarkedLine({place.left + paint.Scaled(kIconShift), place.top, place.right, place.bottom},
@@ -136,8 +146,7 @@ void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const
   for (int column = 0; column < kColumns; ++column) {
     const Rect cell = CellOf(paint, row, column);
     if (cell.right <= paint.layout.rows.left || cell.left >= paint.layout.rows.right) continue;
-    const Rect place = {cell.left + paint.Scaled(kTextInset), cell.top,
-                        cell.right - paint.Scaled(kClipInset), cell.bottom};
+    const Rect place = TextPlaceOf(paint.layout, cell, column);
     if (column == 1) {
       DrawName(paint, place, text, colors);
     } else {
@@ -145,6 +154,7 @@ void DrawTableRow(const ListPaint& paint, const Rect& row, uint64_t index, const
     }
   }
   DrawGridLines(paint, row);
+  DrawFocus(paint, row, index);
 }
 
 void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, const RowText& text) {
@@ -154,10 +164,11 @@ void DrawIconCell(const ListPaint& paint, const Rect& cell, uint64_t index, cons
   const int size = paint.Scaled(paint.layout.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
   const int top = cell.top + paint.Scaled(kIconTop);
   DrawGlyph(paint, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory, colors);
-  const int inset = paint.Scaled(kClipInset);
+  const int inset = paint.Scaled(kCellClipInset);
   paint.canvas.MarkedLines({cell.left + inset, top + size + paint.Scaled(kIconGap), cell.right - inset,
                             cell.bottom - paint.Scaled(kRowGap)},
                            text.name, HighlightRanges(text.name, paint.term), colors);
+  DrawFocus(paint, cell, index);
 }
 
 PaintOutcome DrawRows(const ListPaint& paint) {
@@ -210,8 +221,10 @@ void DrawTop(const ListPaint& paint, const MainWindow& window) {
   paint.canvas.Fill({0, 0, App().clientWidth, App().headerTop}, CurrentPalette.toolbar);
   paint.canvas.Fill({0, App().headerTop - 1, App().clientWidth, App().headerTop}, CurrentPalette.border);
   const SelectScope font(paint.canvas.dc, window.fonts.main.Get());
-  paint.canvas.Line({paint.Scaled(kStatusLeft), paint.Scaled(kStatusTop),
-                     App().clientWidth - paint.Scaled(kStatusLeft), paint.Scaled(kStatusBottom)},
+  // Above the line below it, which stands higher beside a sidebar.
+  const int bottom = std::min(paint.Scaled(kStatusBottom), App().headerTop - 1);
+  paint.canvas.Line({paint.Scaled(kStatusLeft), bottom - paint.Scaled(kStatusHeight),
+                     App().clientWidth - paint.Scaled(kStatusLeft), bottom},
                     window.StatusText(), paint.colors.status);
 }
 
@@ -241,10 +254,15 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
   paint.canvas.Fill({width - 1, App().headerTop, width, App().clientHeight}, CurrentPalette.border);
 }
 
+Emptiness WhyEmpty(const AppState& app) {
+  if (!HeldResults()->empty()) return Emptiness::kFiltered;
+  return app.answeredText.empty() ? Emptiness::kNotAsked : Emptiness::kNotFound;
+}
+
 // What to do here, where there is nothing to see.
 void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
   if (DisplayCount != 0 || !Engine().ready) return;
-  const EmptyText text = EmptyListText(!CurrentQueryText.empty(), CountIndexed(Engine()));
+  const EmptyText text = EmptyListText(WhyEmpty(App()), CountIndexed(Engine()));
   const Rect& rows = paint.layout.rows;
   const int middle = (rows.top + rows.bottom) / 2, line = paint.Scaled(kEmptyLine);
   const ClipScope clip(paint.canvas.dc, rows);
@@ -261,8 +279,11 @@ void DrawEmptyState(const ListPaint& paint, const MainWindow& window) {
 }  // namespace
 
 PaintOutcome PaintWindow(HDC dc, const MainWindow& window) {
-  const ListPaint paint{
-      {dc}, window.List(), HighlightTerm(CurrentQueryText), ListColorsOf(CurrentPalette)};
+  const ListPaint paint{.canvas = {dc},
+                        .layout = window.List(),
+                        .term = HighlightTerm(CurrentQueryText),
+                        .colors = ListColorsOf(CurrentPalette),
+                        .hasFocus = GetFocus() == window.Handle()};
   SetBkMode(dc, TRANSPARENT);
   paint.canvas.Fill({0, 0, App().clientWidth, App().clientHeight}, CurrentPalette.surface);
   const PaintOutcome outcome = DrawRows(paint);
@@ -287,7 +308,7 @@ void MainWindow::Paint() {
     BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
   }
   EndPaint(window_, &paint);
-  if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs);
+  if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs, TickMs());
   // While the list moves nothing touches the disk; the settle timer comes back to it.
   if (outcome.isMissing && !IsScrolling(App(), TickMs()) && App().features.requestAttributes) {
     App().features.requestAttributes();

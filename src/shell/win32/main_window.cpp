@@ -96,12 +96,12 @@ void MainWindow::InvalidateList() {
 void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 
 void MainWindow::RelayoutList() {
-  tip.Hide();  // the rows may be others now
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
+  RefreshHover(App(), *this);
   ++rangeUpdates;
 }
 
@@ -288,6 +288,7 @@ void SetViewMode(AppState& app, MainWindow& window, ViewMode view) {
 void SetFilterLayout(AppState& app, MainWindow& window, bool sidebar) {
   CurrentWindowSettings.sidebarLayout = sidebar;
   app.sidebarScroll = 0;
+  app.list.hoverTag = -1;
   if (app.features.refreshFilterCounts) app.features.refreshFilterCounts();
   SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
   InvalidateRect(window.Handle(), nullptr, TRUE);

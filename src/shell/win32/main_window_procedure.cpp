@@ -233,7 +233,7 @@ Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
   ScreenToClient(message.window, &cursor);
   if (ScrollSidebar(app, window, {cursor.x, cursor.y}, delta)) return 0;
   if (isSideways && layout.view == ViewMode::kList) {
-    ScrollSideways(app, window, layout, -delta);
+    ScrollSideways(app, window, layout, -delta, TickMs());
   } else {
     ScrollByWheel(app, window, layout, delta, TickMs());
   }
@@ -241,7 +241,8 @@ Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
 }
 
 Outcome OnTiltWheel(AppState& app, MainWindow& window, const Message& message) {
-  ScrollSideways(app, window, window.List(), GET_WHEEL_DELTA_WPARAM(message.wParam));
+  window.tip.Hide();
+  ScrollSideways(app, window, window.List(), GET_WHEEL_DELTA_WPARAM(message.wParam), TickMs());
   return 0;
 }
 
@@ -272,8 +273,8 @@ Outcome OnMouseMove(AppState& app, MainWindow& window, const Message& message) {
   return 0;
 }
 
-Outcome OnMouseHover(AppState& app, MainWindow& window, const Message&) {
-  OnListRest(app, window);
+Outcome OnMouseHover(AppState& app, MainWindow& window, const Message& message) {
+  OnListRest(app, window, PointOf(message));
   return 0;
 }
 
@@ -297,6 +298,12 @@ Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
   ScreenToClient(message.window, &cursor);
   if (!SetListCursor(app, window, {cursor.x, cursor.y})) return std::nullopt;
   return TRUE;
+}
+
+// The row that has the focus shows it only while the keys are the list's.
+Outcome OnFocus(AppState&, MainWindow& window, const Message&) {
+  window.InvalidateList();
+  return std::nullopt;
 }
 
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
@@ -400,6 +407,8 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CTLCOLORSTATIC, OnControlColor},
     {WM_CTLCOLORSCROLLBAR, OnScrollbarColor},
     {WM_SETCURSOR, OnSetCursor},
+    {WM_SETFOCUS, OnFocus},
+    {WM_KILLFOCUS, OnFocus},
     {WM_KEYDOWN, OnKeyDown},
     {WM_MOUSEMOVE, OnMouseMove},
     {WM_LBUTTONDOWN, OnLeftDown},

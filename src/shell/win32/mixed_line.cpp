@@ -1,7 +1,5 @@
 #include "shell/win32/mixed_line.h"
 
-#include <usp10.h>
-
 #include <algorithm>
 
 #include "platform/win32/wide.h"
@@ -12,44 +10,26 @@ namespace quilmark {
 namespace {
 
 constexpr int kAnyCharset = -1;
-constexpr wchar_t kLibrary[] = L"usp10.dll";
 
-// The line laid out by the system, the way it draws it. Null if that fails.
-class LineLayout {
- public:
-  LineLayout(HDC dc, const std::u16string& line)
-      : free_(SystemCall<decltype(&ScriptStringFree)>(kLibrary, "ScriptStringFree")),
-        placeOf_(SystemCall<decltype(&ScriptStringCPtoX)>(kLibrary, "ScriptStringCPtoX")) {
-    const auto analyse = SystemCall<decltype(&ScriptStringAnalyse)>(kLibrary, "ScriptStringAnalyse");
-    if (analyse == nullptr || free_ == nullptr || placeOf_ == nullptr || line.empty()) return;
-    const auto length = static_cast<int>(line.size()), glyphs = length * 3 / 2 + 16;
-    const HRESULT code =
-        analyse(dc, Wide(line), length, glyphs, kAnyCharset, SSA_GLYPHS | SSA_FALLBACK | SSA_LINK, 0,
-                nullptr, nullptr, nullptr, nullptr, nullptr, &analysis_);
-    if (FAILED(code)) analysis_ = nullptr;
+struct Calls {
+  template <typename Function>
+  static Function Find(const char* name) {
+    return SystemCall<Function>(L"usp10.dll", name);
   }
-  ~LineLayout() {
-    if (analysis_ != nullptr) free_(&analysis_);
+  decltype(&ScriptStringAnalyse) analyse = Find<decltype(&ScriptStringAnalyse)>("ScriptStringAnalyse");
+  decltype(&ScriptStringFree) free = Find<decltype(&ScriptStringFree)>("ScriptStringFree");
+  decltype(&ScriptStringCPtoX) placeOf = Find<decltype(&ScriptStringCPtoX)>("ScriptStringCPtoX");
+  decltype(&ScriptStringOut) draw = Find<decltype(&ScriptStringOut)>("ScriptStringOut");
+
+  bool AreThere() const {
+    return analyse != nullptr && free != nullptr && placeOf != nullptr && draw != nullptr;
   }
-  LineLayout(const LineLayout&) = delete;
-  LineLayout& operator=(const LineLayout&) = delete;
-
-  bool IsReady() const { return analysis_ != nullptr; }
-
-  // Its edges in the order of the text: the left one may be the second.
-  PixelSpan PlaceOf(size_t unit) const {
-    PixelSpan place;
-    const auto at = static_cast<int>(unit);
-    const bool isKnown = SUCCEEDED(placeOf_(analysis_, at, FALSE, &place.left)) &&
-                         SUCCEEDED(placeOf_(analysis_, at, TRUE, &place.right));
-    return isKnown ? place : PixelSpan();
-  }
-
- private:
-  decltype(&ScriptStringFree) free_ = nullptr;
-  decltype(&ScriptStringCPtoX) placeOf_ = nullptr;
-  SCRIPT_STRING_ANALYSIS analysis_ = nullptr;
 };
+
+const Calls& Uniscribe() {
+  static const Calls calls;
+  return calls;
+}
 
 }  // namespace
 
@@ -60,14 +40,37 @@ bool RunsRightToLeft(const std::u16string& text) {
   });
 }
 
-std::vector<PixelSpan> SpansOnLine(HDC dc, const std::u16string& line,
-                                   const std::vector<TextRange>& ranges) {
-  const LineLayout layout(dc, line);
+MixedLine::MixedLine(HDC dc, const std::u16string& line) : length_(line.size()) {
+  if (line.empty() || !Uniscribe().AreThere()) return;
+  const auto length = static_cast<int>(line.size()), glyphs = length * 3 / 2 + 16;
+  const HRESULT code = Uniscribe().analyse(dc, Wide(line), length, glyphs, kAnyCharset,
+                                           SSA_GLYPHS | SSA_FALLBACK | SSA_LINK, 0, nullptr, nullptr,
+                                           nullptr, nullptr, nullptr, &analysis_);
+  if (FAILED(code)) analysis_ = nullptr;
+}
+
+MixedLine::~MixedLine() {
+  if (analysis_ != nullptr) Uniscribe().free(&analysis_);
+}
+
+void MixedLine::Draw(int left, int top) const {
+  Uniscribe().draw(analysis_, left, top, 0, nullptr, 0, 0, FALSE);
+}
+
+// Its edges in the order of the text: the left one may be the second.
+PixelSpan MixedLine::PlaceOf(size_t unit) const {
+  PixelSpan place;
+  const auto at = static_cast<int>(unit);
+  const bool isKnown = SUCCEEDED(Uniscribe().placeOf(analysis_, at, FALSE, &place.left)) &&
+                       SUCCEEDED(Uniscribe().placeOf(analysis_, at, TRUE, &place.right));
+  return isKnown ? place : PixelSpan();
+}
+
+std::vector<PixelSpan> MixedLine::SpansOf(const std::vector<TextRange>& ranges) const {
   std::vector<PixelSpan> units;
-  if (!layout.IsReady()) return units;
   for (const TextRange& range : ranges) {
-    const size_t end = std::min(range.begin + range.length, line.size());
-    for (size_t unit = range.begin; unit < end; ++unit) units.push_back(layout.PlaceOf(unit));
+    const size_t end = std::min(range.begin + range.length, length_);
+    for (size_t unit = range.begin; unit < end; ++unit) units.push_back(PlaceOf(unit));
   }
   return JoinSpans(std::move(units));
 }

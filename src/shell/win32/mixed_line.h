@@ -1,6 +1,7 @@
-// Where units of a line stand on the screen, also where some of it runs from right to left.
+// A line of which some runs from right to left.
 #pragma once
 
+#include <usp10.h>
 #include <windows.h>
 
 #include <string>
@@ -13,9 +14,26 @@ namespace quilmark {
 // True if the units need not stand in the order of the screen: Hebrew, Arabic and their neighbours.
 bool RunsRightToLeft(const std::u16string& text);
 
-// What some ranges of a line cover in the selected font, from left to right, in pixels from the line's
-// beginning. Empty where the system does not tell.
-std::vector<PixelSpan> SpansOnLine(HDC dc, const std::u16string& line,
-                                   const std::vector<TextRange>& ranges);
+// The line laid out in the selected font. What it draws stands where it says, which the other calls of
+// the system do not promise of such text.
+class MixedLine {
+ public:
+  MixedLine(HDC dc, const std::u16string& line);
+  ~MixedLine();
+  MixedLine(const MixedLine&) = delete;
+  MixedLine& operator=(const MixedLine&) = delete;
+
+  bool IsReady() const { return analysis_ != nullptr; }  // false where the system cannot lay it out
+  void Draw(int left, int top) const;
+
+  // What some ranges cover, from left to right, in pixels from the line's beginning.
+  std::vector<PixelSpan> SpansOf(const std::vector<TextRange>& ranges) const;
+
+ private:
+  PixelSpan PlaceOf(size_t unit) const;
+
+  SCRIPT_STRING_ANALYSIS analysis_ = nullptr;
+  size_t length_ = 0;
+};
 
 }  // namespace quilmark

@@ -148,7 +148,7 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
       break;
     case WM_CHAR:
     case WM_PASTE:
-      if (const auto taken = TakeEditMessage(editor, message, wParam)) return *taken;
+      if (const auto taken = TakeEditMessage(editor, message, wParam, lParam)) return *taken;
       break;
     case WM_KILLFOCUS:
       Commit(App(), window, wParam == 0 ? CommitEnd::kByLeavingTheProgram : CommitEnd::kByLeaving);

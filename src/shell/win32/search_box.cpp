@@ -63,7 +63,7 @@ void DrawFrame(HWND edit) {
 
 LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                DWORD_PTR) {
-  if (const auto taken = TakeEditMessage(edit, message, wParam)) return *taken;
+  if (const auto taken = TakeEditMessage(edit, message, wParam, lParam)) return *taken;
   switch (message) {
     case WM_ERASEBKGND:
       FillBackground(edit, reinterpret_cast<HDC>(wParam));
