@@ -1,5 +1,6 @@
 // Any bytes as the $MFT of a volume: every control code ends, keeps to its output, and the enumeration
-// gives records in ascending order that a parser takes.
+// gives records in ascending order that a parser takes; sizes and dates of each are numbers that can be
+// shown.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -58,6 +59,13 @@ VolumeDevice::Reply Ask(VolumeDevice& device, uint32_t code, const Input& input,
   return reply;
 }
 
+void ReadFacts(VolumeDevice& device, uint64_t reference) {
+  const auto facts = device.ReadFacts(reference);
+  if (!facts) return;
+  if (std::max({facts->size, facts->modified, facts->created}) > INT64_MAX) std::abort();
+  if (facts->isDirectory && facts->size != 0) std::abort();
+}
+
 void Enumerate(VolumeDevice& device) {
   std::array<uint64_t, 3> range = {0, 0, INT64_MAX};
   std::vector<std::byte> block(4'096);
@@ -70,6 +78,7 @@ void Enumerate(VolumeDevice& device) {
       const uint64_t number = (record->frn & 0xFFFF'FFFF'FFFF) + 1;
       if (number <= before) std::abort();
       before = number;
+      ReadFacts(device, record->frn);
     }
     if (cursor.malformed) std::abort();
     const auto next = LoadLe<uint64_t>(block, 0);

@@ -7,8 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
+
+#include "platform/file_facts.h"
 
 namespace quilmark {
 
@@ -50,6 +53,11 @@ struct VolumeDevice {
   // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer only at its end. A device of
   // Windows wants both in whole sectors.
   virtual Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) = 0;
+
+  // Size and dates of the file that `reference` names, from the records of the volume. Empty where the
+  // device leaves that to the system, which knows the file by its path, and where the records do not
+  // tell.
+  virtual std::optional<FileFacts> ReadFacts(uint64_t /*reference*/) { return std::nullopt; }
 
   // Makes a call in progress end with error 995. No effect on later calls.
   virtual void Cancel() = 0;

@@ -121,6 +121,13 @@ RecordBuilder& RecordBuilder::StandardInformation(uint32_t attributes, int64_t u
   return Resident(kStandardInformation, {}, value);
 }
 
+RecordBuilder& RecordBuilder::Dates(uint64_t created, uint64_t modified) {
+  const size_t value = last_ + LoadLe<uint16_t>(bytes_, last_ + 20);
+  StoreLe(std::span(bytes_), value, created);
+  StoreLe(std::span(bytes_), value + 8, modified);
+  return *this;
+}
+
 RecordBuilder& RecordBuilder::FileName(uint64_t parent, std::u16string_view name, NameSpace space) {
   return Resident(kFileName, {}, FileNameBytes(parent, name, space));
 }

@@ -32,6 +32,8 @@ class RecordBuilder {
   // only.
   RecordBuilder& Initialized(uint64_t bytes);
   RecordBuilder& StandardInformation(uint32_t attributes = 0, int64_t usn = 0);
+  // When the file was created and last written, into the $STANDARD_INFORMATION that was added last.
+  RecordBuilder& Dates(uint64_t created, uint64_t modified);
   RecordBuilder& FileName(uint64_t parent, std::u16string_view name,
                           NameSpace space = NameSpace::kWin32);
   // One entry of an $ATTRIBUTE_LIST, for ListValue.

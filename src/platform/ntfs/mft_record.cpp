@@ -79,12 +79,13 @@ std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor) {
   const auto record = cursor.record;
   // What lies behind the used bytes is left over from earlier attributes.
   const size_t used = std::min<size_t>(LoadLe<uint32_t>(record, kUsedBytes), record.size());
+  const bool hasType = Fits(used, cursor.offset, sizeof(uint32_t));
+  if (hasType && LoadLe<uint32_t>(record, cursor.offset) == kEndMark) return std::nullopt;
+  cursor.malformed = true;  // until every length has been tested
   if (!Fits(used, cursor.offset, kLeastResident)) return std::nullopt;
   NtfsAttribute attribute{.type = LoadLe<uint32_t>(record, cursor.offset)};
   const size_t length = LoadLe<uint32_t>(record, cursor.offset + kLength);
-  if (attribute.type == kEndMark || length < kLeastResident || !Fits(used, cursor.offset, length)) {
-    return std::nullopt;
-  }
+  if (length < kLeastResident || !Fits(used, cursor.offset, length)) return std::nullopt;
   const auto bytes = record.subspan(cursor.offset, length);
   const size_t nameBytes = size_t{LoadLe<uint8_t>(bytes, kNameLength)} * 2;
   const size_t nameOffset = LoadLe<uint16_t>(bytes, kNameOffset);
@@ -96,6 +97,7 @@ std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor) {
   if (!(isNonResident ? TakeNonResident(bytes, attribute) : TakeResident(bytes, attribute))) {
     return std::nullopt;
   }
+  cursor.malformed = false;
   cursor.offset += length;
   return attribute;
 }

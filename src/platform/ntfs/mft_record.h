@@ -42,10 +42,11 @@ struct NtfsAttribute {
 struct AttributeCursor {
   std::span<const std::byte> record;
   size_t offset = 0;  // MftRecordHeader::firstAttribute
+  bool malformed = false;
 };
 
-// The next attribute; empty at the end mark and at one that does not fit, which costs the rest of the
-// record.
+// The next attribute; empty at the end mark, and with `malformed` set at one that does not fit, which
+// costs the rest of the record.
 std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
 
 enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };

@@ -9,6 +9,7 @@
 #include "platform/file_reference.h"
 #include "platform/ntfs/change_journal.h"
 #include "platform/ntfs/mft_enumeration.h"
+#include "platform/ntfs/mft_facts.h"
 #include "platform/ntfs/mft_reader.h"
 
 namespace quilmark {
@@ -41,6 +42,12 @@ class RawNtfsDevice : public VolumeDevice {
     const std::scoped_lock lock(inUse_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
     return {.bytes = reader_.source->ReadAt(offset, buffer)};
+  }
+
+  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+    const std::scoped_lock lock(inUse_);
+    if (isClosed_) return std::nullopt;
+    return ReadMftFacts(reader_, reference);
   }
 
   void Cancel() override { cancelled_ = true; }

@@ -57,6 +57,12 @@ class Win32VolumeDevice : public VolumeDevice {
     });
   }
 
+  // By the raw bytes alone, where those are read.
+  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+    const auto raw = raw_.load();
+    return raw != nullptr ? raw->ReadFacts(reference) : std::nullopt;
+  }
+
   void Cancel() override {
     if (const auto raw = raw_.load()) raw->Cancel();
     const std::scoped_lock lock(callerLock_);

@@ -1,18 +1,16 @@
 // An image made by mkntfs and filled through ntfs-3g: the index equals what the mounted volume shows.
-//
-// Mounting takes root and /dev/fuse.
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <set>
 #include <shared_mutex>
 
 #include "index/ntfs_volume.h"
+#include "index/posix/ntfs_mount.h"
 #include "platform/ntfs/mft_reader.h"
-#include "platform/utf.h"
 #include "support/mapped_drive.h"
-#include "support/run_program.h"
 #include "support/scratch_folder.h"
 
 namespace quilmark {
@@ -20,38 +18,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void Run(const std::string& program, const std::vector<std::string>& arguments) {
-  const ProgramRun run = RunProgram(program, arguments);
-  if (run.exitCode != 0) throw std::runtime_error(program + ": " + run.output + run.errors);
-}
-
-// A mounted image; unmounting writes everything to it.
+// An image of mkntfs, mounted.
 class MountedImage {
  public:
   explicit MountedImage(uint64_t bytes) {
     { std::ofstream image(ImagePath()); }
     fs::resize_file(ImagePath(), bytes);
-    Run("/usr/sbin/mkntfs",
-        {"-q", "-F", "-Q", "-s", "512", "-c", "4096", "-L", "made", ImagePath().string()});
-    fs::create_directory(Root());
-    Run("/usr/bin/ntfs-3g",
-        {"-o", "streams_interface=windows,compression", ImagePath().string(), Root().string()});
-    isMounted_ = true;
+    RunTool("/usr/sbin/mkntfs",
+            {"-q", "-F", "-Q", "-s", "512", "-c", "4096", "-L", "made", ImagePath().string()});
+    mount_.emplace(ImagePath(), folder_.HostPath() / "mount", ",compression");
   }
-  ~MountedImage() {
-    if (isMounted_) RunProgram("/bin/umount", {Root().string()});
-  }
-  void Unmount() {
-    Run("/bin/umount", {Root().string()});
-    isMounted_ = false;
-  }
-  fs::path Root() const { return folder_.HostPath() / "mount"; }
+  void Unmount() { mount_->Unmount(); }
+  const NtfsMount& Mount() const { return *mount_; }
+  const fs::path& Root() const { return mount_->Root(); }
   fs::path ImagePath() const { return folder_.HostPath() / "volume.img"; }
   std::u16string Image() const { return folder_.PathOf(u"volume.img"); }
 
  private:
   ScratchFolder folder_;
-  bool isMounted_ = false;
+  std::optional<NtfsMount> mount_;
 };
 
 void MakeFile(const fs::path& path, std::string_view bytes = {}) {
@@ -119,19 +104,10 @@ void FragmentTheMft(const fs::path& root) {
   for (int i = 0; i < 300; ++i) MakeFile(in / Numbered("again", i));
 }
 
-std::u16string DrivePathOf(const fs::path& path, const fs::path& root) {
-  std::u16string result = u"N:";
-  for (const fs::path& part : path.lexically_relative(root)) {
-    result += u'\\';
-    result += FromUtf8(part.native());
-  }
-  return result;
-}
-
-std::multiset<std::u16string> PathsOfMount(const fs::path& root) {
+std::multiset<std::u16string> PathsOfMount(const NtfsMount& mount) {
   std::multiset<std::u16string> paths;
-  for (const auto& entry : fs::recursive_directory_iterator(root)) {
-    paths.insert(DrivePathOf(entry.path(), root));
+  for (const auto& entry : fs::recursive_directory_iterator(mount.Root())) {
+    paths.insert(mount.DrivePathOf(entry.path()));
   }
   return paths;
 }
@@ -154,7 +130,7 @@ TEST(NtfsImage, IndexEqualsWhatTheMountedVolumeShows) {
   FillWithFiles(image.Root());
   MakeOddities(image.Root());
   FragmentTheMft(image.Root());
-  auto shown = PathsOfMount(image.Root());
+  auto shown = PathsOfMount(image.Mount());
   MakeDeepFolders(image.Root());
   image.Unmount();
 

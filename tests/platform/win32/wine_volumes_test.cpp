@@ -32,7 +32,12 @@ TEST(WineVolumes, ADriveOverAnNtfsImageIsReadByItsBytes) {
   ASSERT_EQ(reply.error, 0u);
   UsnCursor cursor{.block = std::span(block).first(reply.bytes)};
   std::u16string name;
-  EXPECT_EQ(NameUnits(*NextUsnRecord(cursor), name), u"$MFT");
+  const auto first = NextUsnRecord(cursor);
+  ASSERT_TRUE(first.has_value());
+  EXPECT_EQ(NameUnits(*first, name), u"$MFT");
+  const auto facts = device->ReadFacts(first->frn);
+  ASSERT_TRUE(facts.has_value());
+  EXPECT_GT(facts->size, 0u);
 }
 
 }  // namespace
