@@ -16,7 +16,6 @@
 #include "index/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/console.h"
-#include "platform/files.h"
 #include "platform/text.h"
 #include "platform/utf.h"
 #include "search/attr_jobs.h"
@@ -137,17 +136,6 @@ std::optional<Narrowing> MakeNarrowing(const FindOptions& options) {
                    .order = isOrdered ? options.sort : std::nullopt};
 }
 
-// What lies in an image or a partition that is not mounted is known by name alone.
-std::string AttributesError(const std::vector<PlannedDrive>& drives) {
-  for (const PlannedDrive& drive : drives) {
-    if (drive.typed.empty() || IsExistingFolder(PathFromHost(drive.typed))) continue;
-    return "'" + drive.typed +
-           "' is an NTFS volume that is read for names only: no --size, --modified, "
-           "--totals, nor --sort by size or date";
-  }
-  return {};
-}
-
 HitFormat FormatOf(const FindOptions& options) {
   return {.json = options.json,
           .drivePaths = options.drivePaths,
@@ -207,10 +195,7 @@ int FindInteractively(PostQueue& queue, const FindOptions& options, const Narrow
 int IndexAndAnswer(const FindOptions& options, const Narrowing& narrowing) {
   const DrivePlan plan = PlanDrives(options);
   if (!plan.error.empty()) return Complain(plan.error);
-  // Before the letters are given: what was typed means another place afterwards.
-  const std::string refusal = NeedsAttributes(options) ? AttributesError(plan.drives) : std::string();
   if (const std::string error = MapPlannedDrives(plan.drives); !error.empty()) return Complain(error);
-  if (!refusal.empty()) return Complain(refusal);
   const IndexOutcome indexed = IndexDrives(plan.drives, IsTerminal(stderr));
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);

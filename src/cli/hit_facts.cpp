@@ -31,9 +31,10 @@ std::optional<uint64_t> SizeOf(const MatchItem& item, const Kind& kind, const At
     GetFolderSize(*item.volume, kind.frn, total, IfDirty::kLeave);
     return total;
   }
-  const bool isRead = entry.modified != 0 || entry.created != 0;
+  // An entry of no bytes and no dates may be that of a file that could not be read.
+  const bool isRead = entry.modified != 0 || entry.created != 0 || entry.size > 0;
   if (isRead) return static_cast<uint64_t>(entry.size);
-  MftSize size;  // an entry without dates may be that of a file that could not be read
+  MftSize size;
   if (LookupMftSize(*item.volume, kind.frn, size)) return size.logical;
   return std::nullopt;
 }

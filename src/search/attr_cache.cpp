@@ -113,14 +113,26 @@ bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   return true;
 }
 
+// Null where another file has the place by now, and where the volume has no device.
+std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume, const Sighting& seen) {
+  const std::shared_lock lock(volume.indexLock);
+  if (volume.builds != seen.build) return nullptr;
+  const std::shared_lock deviceLock(volume.deviceLock);
+  return volume.volumeHandle;
+}
+
+// By the volume's own records where its device reads them: an image has no paths. Else by the path.
+std::optional<FileFacts> ReadFacts(const VolumeIndex& volume, const Sighting& seen) {
+  const auto device = DeviceOf(volume, seen);
+  auto facts = device != nullptr ? device->ReadFacts(seen.frn) : std::nullopt;
+  const std::u16string path = facts ? std::u16string() : PathOf(volume, seen);
+  if (facts || !path.empty()) ++AttrCounters().diskReads;
+  if (!path.empty()) facts = ReadFileFacts(path);
+  return facts;
+}
+
 void FillFromDisk(const VolumeIndex& volume, const Sighting& seen, AttrEntry& out) {
-  const std::u16string path = PathOf(volume, seen);
-  std::optional<FileFacts> facts;
-  if (!path.empty()) {
-    ++AttrCounters().diskReads;
-    facts = ReadFileFacts(path);
-  }
-  if (facts) {
+  if (const auto facts = ReadFacts(volume, seen)) {
     out = {.size = static_cast<int64_t>(facts->size),
            .modified = facts->modified,
            .created = facts->created,

@@ -409,27 +409,107 @@ TEST_F(Filters, MistakesAreSaidOnStandardErrorWithExitCodeTwo) {
               "--category: 'music' is no category: All Files, Folders, Documents");
 }
 
-TEST_F(Filters, AnImageHasNamesAlone) {
-  const ScratchFolder images;
-  images.MakeFile("disk.img", NtfsVolumeBuilder()
-                                  .File(31, MakeReference(5, 1), u"b.txt")
-                                  .File(32, MakeReference(5, 1), u"a.txt")
-                                  .Image());
-  const auto find = [&](std::vector<std::string> options) {
-    std::vector<std::string> arguments{"find"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    arguments.push_back("txt");
-    arguments.push_back(Utf8(images.HostPath() / "disk.img"));
-    return RunProgram(QUILMARK_PROGRAM, arguments);
-  };
-  EXPECT_THAT(Lines(find({"--ext", "txt", "--sort", "name"}).output),
-              ElementsAre("C:\\a.txt", "C:\\b.txt"));
-  for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
-           {"--size", "1.."}, {"--modified", "7d"}, {"--sort", "created"}, {"--totals"}}) {
-    const ProgramRun run = find(options);
-    EXPECT_EQ(run.exitCode, 2) << options.front();
-    EXPECT_THAT(run.errors, HasSubstr("disk.img' is an NTFS volume that is read for names only"));
+constexpr FileTime kNoonOf2024 = 133'629'264'000'000'000;   // 2024-06-15T12:00:00Z
+constexpr FileTime kNewYear2020 = 132'223'104'000'000'000;  // 2020-01-01T00:00:00Z
+constexpr FileTime kYear = 315'360'000'000'000;
+constexpr uint64_t kImageRoot = MakeReference(5, 1), kDocs = MakeReference(30, 1);
+
+RecordBuilder ImageFile(uint64_t parent, std::u16string_view name, FileTime modified) {
+  return RecordBuilder().StandardInformation(0x20).Dates(kNewYear2020, modified).FileName(parent, name);
+}
+
+RecordBuilder ListedFile(std::u16string_view name, uint64_t holder) {
+  const RecordBuilder::Listed entry{kData, 0, MakeReference(holder, 1), {}};
+  return RecordBuilder()
+      .StandardInformation(0x20)
+      .Dates(kNewYear2020, kNoonOf2024)
+      .Resident(kAttributeList, {}, RecordBuilder::ListValue({entry}))
+      .FileName(kImageRoot, name);
+}
+
+// \Docs\small.txt 100 bytes, \Docs\large.txt 3 MiB of 2021, \listed.txt 5,000 bytes by another record,
+// \lost.txt whose size that other record does not tell, \undated.bin 70 bytes of no date.
+std::string DatedImage() {
+  auto listed = RecordBuilder().NonResident(kData, {}, MappingPairs({{300, 2}}), 5'000);
+  return NtfsVolumeBuilder()
+      .Record(30, ImageFile(kImageRoot, u"Docs", kNoonOf2024).Finish({.isDirectory = true}))
+      .Record(31, ImageFile(kDocs, u"small.txt", kNoonOf2024).Resident(kData, {}, Bytes(100)).Finish({}))
+      .Record(32, ImageFile(kDocs, u"large.txt", kNoonOf2024 - 3 * kYear)
+                      .NonResident(kData, {}, MappingPairs({{400, 768}}), 3'145'728)
+                      .Finish({}))
+      .Record(33, ListedFile(u"listed.txt", 34).Finish({}))
+      .Record(34, listed.Finish({.baseReference = MakeReference(33, 1)}))
+      .Record(35, ListedFile(u"lost.txt", 36).Finish({}))
+      .Record(37, RecordBuilder()
+                      .StandardInformation(0x20)
+                      .FileName(kImageRoot, u"undated.bin")
+                      .Resident(kData, {}, Bytes(70))
+                      .Finish({}))
+      .Image();
+}
+
+class ImageFilters : public testing::Test {
+ protected:
+  ImageFilters() { images.MakeFile("disk.img", DatedImage()); }
+  std::vector<std::string> Find(std::vector<std::string> options, const std::string& query = "txt",
+                                const std::vector<std::string>& others = {}) const {
+    options.insert(options.begin(), "find");
+    options.push_back(query);
+    options.push_back(Utf8(images.HostPath() / "disk.img"));
+    options.insert(options.end(), others.begin(), others.end());
+    const ProgramRun run = RunProgram(QUILMARK_PROGRAM, options);
+    EXPECT_EQ(run.errors, "");
+    return Lines(run.output);
   }
+
+  ScratchFolder images, config;
+  ScopedEnvironment place{"QUILMARK_CONFIG_DIR", Utf8(config.HostPath())};
+};
+
+TEST_F(ImageFilters, SizesAndDatesNarrowAsInAFolder) {
+  EXPECT_THAT(Find({"--size", "1K..1M"}), ElementsAre("C:\\listed.txt"));
+  EXPECT_THAT(Find({"--size", "100..5000"}),
+              UnorderedElementsAre("C:\\Docs\\small.txt", "C:\\listed.txt"));
+  EXPECT_THAT(Find({"--modified", "2021-01-01..2021-12-31"}), ElementsAre("C:\\Docs\\large.txt"));
+  EXPECT_THAT(Find({"--modified", "2024-06-14..2024-06-16", "--size", "1..", "--sort", "name"}),
+              ElementsAre("C:\\listed.txt", "C:\\Docs\\small.txt"));
+  EXPECT_THAT(Find({"--modified", "1d"}), ElementsAre());
+}
+
+TEST_F(ImageFilters, SizesAndDatesOrder) {
+  EXPECT_THAT(Find({"--sort", "size", "--limit", "3"}),
+              ElementsAre("C:\\Docs\\large.txt", "C:\\listed.txt", "C:\\Docs\\small.txt"));
+  EXPECT_THAT(Find({"--sort", "modified"}, "large or small"),
+              ElementsAre("C:\\Docs\\large.txt", "C:\\Docs\\small.txt"));
+  EXPECT_THAT(Find({"--sort", "modified:desc"}, "large or small"),
+              ElementsAre("C:\\Docs\\small.txt", "C:\\Docs\\large.txt"));
+}
+
+TEST_F(ImageFilters, JsonShowsThemAndLeavesWhatIsNotKnownOpen) {
+  EXPECT_THAT(
+      Find({"--json", "--sort", "created"}, "small or lost or undated"),
+      UnorderedElementsAre(
+          R"({"path":"C:\\Docs\\small.txt","dir":false,"size":100,"modified":"2024-06-15T12:00:00.000Z","created":"2020-01-01T00:00:00.000Z"})",
+          R"({"path":"C:\\lost.txt","dir":false,"size":null,"modified":null,"created":null})",
+          R"({"path":"C:\\undated.bin","dir":false,"size":70,"modified":null,"created":null})"));
+}
+
+TEST_F(ImageFilters, TotalsAddUpWhatLiesBelowAFolder) {
+  const auto lines = Find({"--json", "--totals", "--ext", "dir"}, "docs");
+  ASSERT_EQ(lines.size(), 1u);
+  const json docs = json::parse(lines.front());
+  EXPECT_EQ(docs["size"], 3'145'728 + 100);
+  EXPECT_EQ(docs["modified"], "2024-06-15T12:00:00.000Z");
+  EXPECT_THAT(Find({"--totals", "--sort", "size"}, "docs or listed"),
+              ElementsAre("C:\\Docs", "C:\\listed.txt"));
+}
+
+TEST_F(ImageFilters, AnImageAndAFolderAreOneOrder) {
+  const ScratchFolder walked;
+  walked.MakeFile("middle.txt", std::string(4'000, 'x'));
+  EXPECT_THAT(
+      Find({"--drive-paths", "--sort", "size:asc", "--size", "1.."}, "txt", {Utf8(walked.HostPath())}),
+      ElementsAre("C:\\Docs\\small.txt", "D:\\middle.txt", "C:\\listed.txt", "C:\\Docs\\large.txt"));
 }
 
 }  // namespace

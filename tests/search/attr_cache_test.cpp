@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "config/attr_counters.h"
+#include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/file_facts.h"
+#include "platform/file_reference.h"
 #include "search/folder_sizes.h"
 #include "support/mapped_drive.h"
+#include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
 #include "support/volumes.h"
 
@@ -143,6 +146,88 @@ TEST_F(AttrCache, TakesNoMoreThanTwoMillionEntries) {
   EXPECT_EQ(AttrCacheGeneration, generation);
   StoreAttr(*volume, 1, {.size = 3, .valid = true});  // an update is always allowed
   EXPECT_EQ(AttrCacheGeneration, generation + 1);
+}
+
+// A volume that is read by its records; one of them has no dates.
+class AttrCacheOfImage : public testing::Test {
+ protected:
+  AttrCacheOfImage() {
+    const auto file = [](std::u16string_view name, FileTime created, FileTime modified) {
+      return RecordBuilder()
+          .StandardInformation(0x20)
+          .Dates(created, modified)
+          .FileName(kRootFrn, name)
+          .Resident(kData, {}, Bytes(600))
+          .Finish({});
+    };
+    builder.Record(kFile, file(u"file", 2, 3))
+        .Record(kTorn, file(u"torn", 2, 3))
+        .Record(kUndated, file(u"undated", 0, 0));
+    folder.MakeFile("disk.img", builder.Image());
+    EXPECT_TRUE(BuildNtfsVolume(volume, u"Q:"));
+  }
+  // Of the file that has that record.
+  AttrEntry Ensure(uint64_t record, Insist insist) {
+    AttrEntry entry;
+    uint32_t index = 0;
+    while (index < volume.records.size() && RecordNumberOf(volume.records[index].frn) != record) ++index;
+    EnsureFileAttributes(&volume, index, entry, insist);
+    return entry;
+  }
+  static constexpr uint64_t kRootFrn = MakeReference(5, 1), kFile = 30, kTorn = 31, kUndated = 32;
+
+  NtfsVolumeBuilder builder;
+  ScratchFolder folder;
+  MappedDrive drive{u'Q', folder.PathOf(u"disk.img")};
+  VolumeIndex volume;
+};
+
+TEST_F(AttrCacheOfImage, TakesSizeAndDatesFromTheRecordOnce) {
+  const uint64_t reads = AttrCounters().diskReads;
+  const AttrEntry entry = Ensure(kFile, Insist::kNo);
+  EXPECT_TRUE(entry.valid);
+  EXPECT_EQ(entry.size, 600);
+  EXPECT_EQ(entry.created, 2u);
+  EXPECT_EQ(entry.modified, 3u);
+  Ensure(kFile, Insist::kOnDisk);
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1);
+}
+
+TEST_F(AttrCacheOfImage, AFileWithoutDatesHasItsSize) {
+  const AttrEntry entry = Ensure(kUndated, Insist::kOnDisk);
+  EXPECT_TRUE(entry.valid);
+  EXPECT_EQ(entry.size, 600);
+  EXPECT_EQ(entry.modified, 0u);
+}
+
+TEST_F(AttrCacheOfImage, EndsWithAnEntryForARecordThatIsTornMeanwhile) {
+  auto torn = RecordBuilder().StandardInformation().FileName(kRootFrn, u"torn").Finish({});
+  torn[510] ^= std::byte{1};
+  folder.MakeFile("disk.img", builder.Record(kTorn, torn).Image());
+  const AttrEntry entry = Ensure(kTorn, Insist::kOnDisk);
+  EXPECT_TRUE(entry.valid);
+  EXPECT_EQ(entry.size, 0);
+  EXPECT_EQ(entry.modified, 0u);
+  EXPECT_EQ(Ensure(kFile, Insist::kOnDisk).size, 600);
+}
+
+TEST_F(AttrCacheOfImage, TakesNothingOfTheFileThatHasTheRecordNow) {
+  const Bytes other = RecordBuilder()
+                          .StandardInformation()
+                          .Dates(8, 9)
+                          .FileName(kRootFrn, u"other")
+                          .Resident(kData, {}, Bytes(7))
+                          .Finish({.sequence = 2});
+  folder.MakeFile("disk.img", builder.Record(kFile, other).Image());
+  EXPECT_EQ(Ensure(kFile, Insist::kOnDisk).size, 0);
+  EXPECT_EQ(Ensure(kFile, Insist::kOnDisk).modified, 0u);
+}
+
+TEST_F(AttrCacheOfImage, EndsWithAnEntryWhereTheDeviceIsClosed) {
+  CloseVolume(volume);
+  const AttrEntry entry = Ensure(kFile, Insist::kOnDisk);
+  EXPECT_TRUE(entry.valid);
+  EXPECT_EQ(entry.modified, 0u);
 }
 
 TEST(FolderSizes, AddUpAlongTheParents) {

@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "config/scratch_config.h"
+#include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/text.h"
@@ -22,6 +23,7 @@
 #include "search/folder_sizes.h"
 #include "search/sort.h"
 #include "support/mapped_drive.h"
+#include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 #include "support/search_harness.h"
@@ -261,6 +263,46 @@ TEST_F(AttrConcurrency, EverythingAtOnceEndsAsAPlainReferenceSays) {
   ExpectOrders();
   ExpectFilterAndCounts();
   ExpectSavedCacheHoldsAll();
+}
+
+TEST(AttrImageConcurrency, FilesAreReadByManyWhileTheDeviceIsClosed) {
+  constexpr uint32_t kFirst = 30, kFiles = 300;
+  NtfsVolumeBuilder builder;
+  for (uint32_t i = 0; i < kFiles; ++i) {
+    const RecordBuilder file = RecordBuilder()
+                                   .StandardInformation()
+                                   .Dates(1, 1 + i)
+                                   .FileName(kRootFrnOfTests, u"f")
+                                   .Resident(kData, {}, Bytes(i));
+    builder.Record(kFirst + i, file.Finish({}));
+  }
+  const ScratchFolder folder;
+  folder.MakeFile("disk.img", builder.Image());
+  const MappedDrive drive(u'Q', folder.PathOf(u"disk.img"));
+  VolumeIndex volume;
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"Q:"));
+  const uint32_t count = volume.records.size();
+  const uint32_t firstIndex = count - kFiles;
+
+  std::atomic<uint64_t> read = 0;
+  const auto readAll = [&] {
+    for (uint32_t index = firstIndex; index < count; ++index) {
+      AttrEntry entry;
+      EnsureFileAttributes(&volume, index, entry, Insist::kOnDisk);
+      EXPECT_TRUE(entry.valid);
+      // Once the device is closed nothing is known, and until then all of it.
+      const uint64_t i = index - firstIndex;
+      EXPECT_EQ(entry.modified, entry.created == 0 ? 0 : 1 + i);
+      EXPECT_EQ(entry.size, entry.created == 0 ? 0 : static_cast<int64_t>(i));
+      ++read;
+    }
+  };
+  std::vector<std::thread> readers;
+  for (int i = 0; i < 4; ++i) readers.emplace_back(readAll);
+  while (read < kFiles) std::this_thread::yield();
+  CloseVolume(volume);
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_EQ(read, 4 * kFiles);
 }
 
 }  // namespace
