@@ -183,12 +183,22 @@ void SortEntries(std::span<KeyEntry> entries, const KeyOrder& order) { SortFrom(
 
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order) {
   if (entries.size() < kWorthThreads) return SortEntries(entries, order);
+  SortEntriesOnCores(entries, order, [&entries](size_t first, std::span<const KeyEntry> piece) {
+    std::copy(piece.begin(), piece.end(), entries.begin() + static_cast<std::ptrdiff_t>(first));
+  });
+}
+
+void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order, const TakeSorted& take) {
+  if (entries.size() < kWorthThreads) {
+    SortEntries(entries, order);
+    return take(0, entries);
+  }
   Pieces pieces = DealOut(entries, order.ascending);
   OnCores(kPieces, 1, [&](size_t, size_t piece, size_t) {
     const size_t first = pieces.starts[piece], count = pieces.starts[piece + 1] - first;
     const auto part = pieces.entries.All().subspan(first, count);
     SortEntries(part, order);
-    std::copy(part.begin(), part.end(), entries.begin() + static_cast<std::ptrdiff_t>(first));
+    take(first, part);
   });
 }
 

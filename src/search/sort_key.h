@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -66,5 +67,10 @@ void SortEntries(std::span<KeyEntry> entries, const KeyOrder& order);
 
 // On several, where there are entries enough.
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order);
+
+// The same, but the sorted entries go to take(first, piece) in pieces, each from one of the threads and
+// with the number of its first entry; those given are left in any order.
+using TakeSorted = std::function<void(size_t first, std::span<const KeyEntry> piece)>;
+void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order, const TakeSorted& take);
 
 }  // namespace quilmark

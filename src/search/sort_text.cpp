@@ -18,10 +18,10 @@ SortedRows SortedByKey(RowRun rows, const SortJob& job, TextOf textOf) {
   };
   if (!AddRowsOnCores(rows, job, keyed, add)) return {};
   const KeyOrder order = {.ascending = job.ascending, .before = IsBeforeInIndex, .context = &rows};
-  SortEntriesOnCores(keyed.entries.All(), order);
-  SortedRows sorted;
-  sorted.reserve(rows.size());
-  for (const KeyEntry& entry : keyed.entries.All()) sorted.push_back(rows[entry.row]);
+  SortedRows sorted(rows.size());
+  SortEntriesOnCores(keyed.entries.All(), order, [&](size_t first, std::span<const KeyEntry> piece) {
+    for (const KeyEntry& entry : piece) sorted[first++] = rows[entry.row];
+  });
   return sorted;
 }
 
