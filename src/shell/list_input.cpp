@@ -81,6 +81,8 @@ void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout,
   if (clamped == app.scrollX) return;
   window.CancelRename();
   app.scrollX = clamped;
+  app.lastScrollTick = nowMs;
+  window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
   RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
 }
 

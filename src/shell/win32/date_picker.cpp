@@ -49,8 +49,8 @@ void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client) {
   if (textWidth <= kEdge || std::abs(shift) <= kWellPlaced) return;
   RECT scrolled = {kEdge, kEdge, textWidth, client.bottom - kEdge};
   ScrollDC(dc, 0, shift, &scrolled, &scrolled, nullptr, nullptr);
-  const RECT bared = shift > 0 ? RECT{kEdge, top, textWidth, top + shift}
-                               : RECT{kEdge, bottom + shift, textWidth, bottom};
+  const RECT bared = shift > 0 ? RECT{kEdge, 0, textWidth, top + shift}
+                               : RECT{kEdge, bottom + shift, textWidth, client.bottom};
   FillWith(dc, bared, RGB(kWhite, kWhite, kWhite));
   GdiFlush();
 }

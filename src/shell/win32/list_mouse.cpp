@@ -1,6 +1,7 @@
 #include "shell/win32/list_mouse.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "config/window_settings.h"
@@ -255,8 +256,8 @@ void SyncScrollState(const AppState& app, const MainWindow& window) {
   const ListLayout layout = window.List();
   SetScrollState(window.verticalBar, ScrollLimit(layout, DisplayCount),
                  layout.rows.bottom - layout.rows.top, app.scrollY);
-  const int width = layout.rows.right - layout.rows.left;
-  SetScrollState(window.horizontalBar, std::max(layout.columnsWidth - width, 0), width, app.scrollX);
+  SetScrollState(window.horizontalBar, ClampHorizontal(layout, std::numeric_limits<int>::max()),
+                 layout.rows.right - layout.rows.left, app.scrollX);
   const SidebarLayout sidebar = Sidebar(app, window);
   SetScrollState(window.sidebarBar, sidebar.scrollLimit, sidebar.fitting, sidebar.first);
 }
