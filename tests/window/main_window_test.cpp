@@ -322,6 +322,17 @@ TEST_F(MainWindow, KeepsItsSizeAndThemeForTheNextRun) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, KeepsTheRestoredSizeWhenItEndsMaximised) {
+  program.StartAndWait();
+  SetWindowPos(program.Window(), nullptr, 0, 0, 930, 610, SWP_NOMOVE | SWP_NOZORDER);
+  WaitUntil("its size", [this] { return program.Ask(Probe::kClientWidth) < 930; });
+  ShowWindow(program.Window(), SW_MAXIMIZE);
+  WaitUntil("the whole screen", [this] { return program.Ask(Probe::kClientWidth) > 930; });
+  EndByMenu();
+  const std::u16string settings = ReadTextFile(program.Settings().PathOf(u"window.ini")).value_or(u"");
+  EXPECT_NE(settings.find(u"width=930\nheight=610\n"), std::u16string::npos);
+}
+
 TEST_F(MainWindow, EndsInItsOrderAndWritesTheSummary) {
   program.StartAndWait();
   EndByMenu();
