@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/mul_div.h"
+#include "shell/scrollbar.h"
 
 namespace quilmark {
 
@@ -15,7 +16,7 @@ constexpr int kSizeBoxWidth = 78, kUnitWidth = 78, kDateWidth = 130;
 constexpr int kTagLeft = 20, kTagTop = 74, kTagHeight = 40, kTagGap = 8, kTagInset = 12;
 constexpr int kLeastTag = 72, kMostTag = 220, kCountGap = 6;
 constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
-constexpr int kSidebarRow = 44, kSidebarInset = 8, kBarWidth = 10, kLeastThumb = 24;
+constexpr int kSidebarRow = 44, kSidebarInset = 8;
 
 }  // namespace
 
@@ -90,12 +91,11 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
   int right = std::max(input.sidebarWidth - inset, inset);
   if (layout.scrollLimit > 0) {
     const int edge = input.sidebarWidth - 1;
-    layout.track = {edge - scaled(kBarWidth), input.headerTop, edge, input.clientHeight};
-    const int length = std::max(layout.track.bottom - layout.track.top, 0);
-    const int thumb =
-        std::clamp(length * layout.fitting / input.tags, std::min(scaled(kLeastThumb), length), length);
-    const int top = layout.track.top + (length - thumb) * layout.first / layout.scrollLimit;
-    layout.thumb = {layout.track.left, top, layout.track.right, top + thumb};
+    const Rect track = {edge - scaled(kBarWidth), input.headerTop, edge, input.clientHeight};
+    const Scrollbar bar = PlaceThumb(
+        track, Bar::kVertical, {layout.fitting, layout.scrollLimit, layout.first}, scaled(kLeastThumb));
+    layout.track = bar.track;
+    layout.thumb = bar.thumb;
     right = std::max(layout.track.left - inset / 2, inset);
   }
   for (int i = layout.first; i < std::min(layout.first + layout.fitting, input.tags); ++i) {
@@ -106,8 +106,8 @@ SidebarLayout LayoutSidebar(const SidebarInput& input) {
 }
 
 int SidebarDragTo(const SidebarLayout& sidebar, int y) {
-  const int thumb = sidebar.thumb.bottom - sidebar.thumb.top;
-  const int way = sidebar.track.bottom - sidebar.track.top - thumb;
+  const int thumb = Height(sidebar.thumb);
+  const int way = Height(sidebar.track) - thumb;
   if (way <= 0) return 0;
   const int place = std::clamp(y - thumb / 2 - sidebar.track.top, 0, way);
   return (place * sidebar.scrollLimit + way / 2) / way;

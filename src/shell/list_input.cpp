@@ -97,7 +97,7 @@ void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Poin
   } else if (app.list.dragBar == Bar::kHorizontal) {
     const auto bar = HorizontalBar(layout, app.scrollX);
     if (!bar) return;
-    const int limit = layout.columnsWidth - (layout.rows.right - layout.rows.left);
+    const int limit = layout.columnsWidth - Width(layout.rows);
     window.CancelRename();
     app.scrollX =
         ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));

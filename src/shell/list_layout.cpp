@@ -11,7 +11,7 @@ namespace quilmark {
 namespace {
 
 // Pixels at 96 dpi.
-constexpr int kHeader = 40, kBarWidth = 10, kMargin = 2, kLeastCell = 72, kLeastThumb = 24;
+constexpr int kHeader = 40, kMargin = 2, kLeastCell = 72;
 constexpr int kLeastPath = 200, kPathMargin = 20;
 
 // Pixels whatever the scale.
@@ -22,26 +22,9 @@ struct ViewRow {
 };
 constexpr ViewRow kViews[] = {{44, 0, kHeader}, {84, 110, 0}, {112, 150, 0}};
 
-int Width(const Rect& rect) { return rect.right - rect.left; }
-int Height(const Rect& rect) { return rect.bottom - rect.top; }
-
 uint64_t Lines(const ListLayout& layout, uint64_t rowCount) {
   const auto across = static_cast<uint64_t>(layout.across);
   return rowCount / across + (rowCount % across == 0 ? 0 : 1);
-}
-
-// Length and start of a thumb on a track: in proportion, and never too small to hold.
-struct ThumbPlace {
-  int start, length;
-};
-ThumbPlace PlaceThumb(int track, int page, int64_t limit, int64_t offset, int least) {
-  const int64_t total = limit + page;
-  const int length = static_cast<int>(std::clamp<int64_t>(
-      int64_t{track} * page / std::max<int64_t>(total, 1), std::min(least, track), track));
-  const int start =
-      limit <= 0 ? 0
-                 : static_cast<int>((track - length) * std::clamp<int64_t>(offset, 0, limit) / limit);
-  return {start, length};
 }
 
 }  // namespace
@@ -160,10 +143,8 @@ std::optional<Scrollbar> VerticalBar(const ListLayout& layout, int64_t scrollY, 
   const Rect track = {layout.rows.right, layout.rows.top, layout.rows.right + layout.bar,
                       layout.rows.bottom};
   if (limit == 0 || Height(track) <= 0) return std::nullopt;
-  const ThumbPlace thumb =
-      PlaceThumb(Height(track), Height(layout.rows), limit, scrollY, ScaleFor(layout.dpi, kLeastThumb));
-  const int top = track.top + thumb.start;
-  return Scrollbar{track, {track.left, top, track.right, top + thumb.length}};
+  return PlaceThumb(track, Bar::kVertical, {Height(layout.rows), limit, scrollY},
+                    ScaleFor(layout.dpi, kLeastThumb));
 }
 
 std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX) {
@@ -171,10 +152,8 @@ std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX) {
   const Rect track = {layout.rows.left, layout.rows.bottom, layout.rows.right,
                       layout.rows.bottom + layout.bar};
   if (layout.view != ViewMode::kList || limit <= 0 || Width(track) <= 0) return std::nullopt;
-  const ThumbPlace thumb =
-      PlaceThumb(Width(track), Width(layout.rows), limit, scrollX, ScaleFor(layout.dpi, kLeastThumb));
-  const int left = track.left + thumb.start;
-  return Scrollbar{track, {left, track.top, left + thumb.length, track.bottom}};
+  return PlaceThumb(track, Bar::kHorizontal, {Width(layout.rows), limit, scrollX},
+                    ScaleFor(layout.dpi, kLeastThumb));
 }
 
 std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi) {
@@ -183,21 +162,8 @@ std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, u
   if (limit <= 0 || state.page <= 0 || Height(place) <= 0) return std::nullopt;
   Rect track = place;
   track.left = std::min(track.left, track.right - ScaleFor(dpi, kLeastWidth));
-  const ThumbPlace thumb =
-      PlaceThumb(Height(track), state.page, limit, int64_t{state.position} - state.minimum,
-                 ScaleFor(dpi, kLeastDropThumb));
-  const int top = track.top + thumb.start;
-  return Scrollbar{track, {track.left, top, track.right, top + thumb.length}};
-}
-
-int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit) {
-  const bool isVertical = kind == Bar::kVertical;
-  const int start = isVertical ? bar.track.top : bar.track.left;
-  const int track = isVertical ? Height(bar.track) : Width(bar.track);
-  const int thumb = isVertical ? Height(bar.thumb) : Width(bar.thumb);
-  if (track <= thumb) return 0;
-  const int64_t place = std::clamp<int64_t>(cursor - thumb / 2 - start, 0, track - thumb);
-  return place * limit / (track - thumb);
+  return PlaceThumb(track, Bar::kVertical, {state.page, limit, int64_t{state.position} - state.minimum},
+                    ScaleFor(dpi, kLeastDropThumb));
 }
 
 }  // namespace quilmark

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "shell/rect.h"
+#include "shell/scrollbar.h"
 
 namespace quilmark {
 
@@ -75,11 +76,6 @@ int DraggedWidth(int startWidth, int startX, int x);
 // `widestText` 0: nothing was measured. `storedWidth`: that of the settings.
 int FitPathColumn(const ListLayout& layout, int widestText, int storedWidth);
 
-enum class Bar { kNone = 0, kVertical = 1, kHorizontal = 2 };
-
-struct Scrollbar {
-  Rect track, thumb;
-};
 // Empty where everything fits.
 std::optional<Scrollbar> VerticalBar(const ListLayout& layout, int64_t scrollY, uint64_t rowCount);
 std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX);
@@ -90,9 +86,6 @@ struct BarState {
 };
 // The bar of a drop list, painted over the system's one at `place`. Empty where everything fits.
 std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi);
-
-// The offset at which the thumb's middle stands under the cursor.
-int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit);
 
 inline bool Holds(const Rect& rect, Point point) {
   return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;

@@ -11,6 +11,9 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
+constexpr int Width(const Rect& rect) { return rect.right - rect.left; }
+constexpr int Height(const Rect& rect) { return rect.bottom - rect.top; }
+
 struct Point {
   int x = 0, y = 0;
 

@@ -15,7 +15,6 @@ namespace quilmark {
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kBarWidth = 10, kThumbRadius = 3;  // pixels at 96 dpi
 
 bool IsDark() { return CurrentWindowSettings.darkTheme && !CurrentPalette.isSystem; }
 

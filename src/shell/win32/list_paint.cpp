@@ -23,8 +23,8 @@ namespace {
 
 // Pixels at 96 dpi.
 constexpr int kRowInset = 8, kRowRadius = 8, kRowGap = 4;
-constexpr int kHeaderInset = 12, kThumbRadius = 3, kStatusBottom = 72, kStatusHeight = 17,
-              kStatusLeft = 20, kEmptyLine = 30;
+constexpr int kHeaderInset = 12, kStatusBottom = 72, kStatusHeight = 17, kStatusLeft = 20,
+              kEmptyLine = 30;
 constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8,
               kIconGap = 4;
 

@@ -1,0 +1,32 @@
+// Geometry of the window's own scrollbars. Pixels at the window's own scale.
+#pragma once
+
+#include <cstdint>
+
+#include "shell/rect.h"
+
+namespace quilmark {
+
+// Pixels at 96 dpi.
+inline constexpr int kBarWidth = 10, kLeastThumb = 24, kThumbRadius = 3;
+
+enum class Bar { kNone = 0, kVertical = 1, kHorizontal = 2 };
+
+struct Scrollbar {
+  Rect track, thumb;
+};
+
+// What a bar scrolls, in any unit.
+struct ScrollState {
+  int page = 0;        // in view
+  int64_t limit = 0;   // greatest offset
+  int64_t offset = 0;  // of the page; what lies outside of 0 to `limit` counts as the nearer end
+};
+
+// The thumb is in proportion, and `least` pixels long at least where the track has them.
+Scrollbar PlaceThumb(const Rect& track, Bar kind, const ScrollState& state, int least);
+
+// The offset at which the thumb's middle stands under the cursor.
+int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit);
+
+}  // namespace quilmark
