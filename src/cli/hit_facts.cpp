@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <shared_mutex>
 
 #include "search/attr_cache.h"
 #include "search/folder_sizes.h"
@@ -11,19 +10,7 @@ namespace quilmark {
 
 namespace {
 
-struct Kind {
-  uint64_t frn = 0;
-  bool isDirectory = false;
-};
-
-std::optional<Kind> KindOf(const MatchItem& item) {
-  const std::shared_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return std::nullopt;
-  const FileRecord& record = item.volume->records[item.index];
-  return Kind{record.frn, record.isDirectory != 0};
-}
-
-std::optional<uint64_t> SizeOf(const MatchItem& item, const Kind& kind, const AttrEntry& entry,
+std::optional<uint64_t> SizeOf(const MatchItem& item, const RecordKind& kind, const AttrEntry& entry,
                                FolderTotals totals) {
   if (kind.isDirectory) {
     if (totals == FolderTotals::kUnknown) return std::nullopt;
@@ -42,7 +29,7 @@ std::optional<uint64_t> SizeOf(const MatchItem& item, const Kind& kind, const At
 }  // namespace
 
 HitFacts FactsOf(const MatchItem& item, FolderTotals totals) {
-  const auto kind = KindOf(item);
+  const auto kind = KindOfLocked(*item.volume, item.index);
   if (!kind) return {};
   AttrEntry entry;
   EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);

@@ -38,14 +38,6 @@ void ForEachIndex(size_t count, Work work) {
   for (std::thread& thread : others) thread.join();
 }
 
-enum class RecordKind { kGone, kFile, kFolder };
-
-RecordKind KindOf(const VolumeIndex& volume, uint32_t index) {
-  const std::shared_lock lock(volume.indexLock);
-  if (index >= volume.records.size() || volume.records[index].deleted) return RecordKind::kGone;
-  return volume.records[index].isDirectory ? RecordKind::kFolder : RecordKind::kFile;
-}
-
 std::shared_ptr<const ResultSet> KeepPassing(const ResultSet& rows, const FilterContext& filter) {
   std::vector<uint8_t> passes(rows.size());
   ForEachIndex(rows.size(), [&](size_t i) { passes[i] = PassesFilter(filter, rows[i]); });
@@ -61,7 +53,8 @@ std::vector<VolumeIndex*> VolumesOfFolders(const ResultSet& rows) {
   std::vector<VolumeIndex*> volumes;
   for (const MatchItem& row : rows) {
     if (std::find(volumes.begin(), volumes.end(), row.volume) != volumes.end()) continue;
-    if (KindOf(*row.volume, row.index) == RecordKind::kFolder) volumes.push_back(row.volume);
+    const auto kind = KindOfLocked(*row.volume, row.index);
+    if (kind && !kind->isDeleted && kind->isDirectory) volumes.push_back(row.volume);
   }
   return volumes;
 }
@@ -82,7 +75,8 @@ void ReadTotals(VolumeIndex& volume) {
   }
   ForEachIndex(count, [&volume](size_t i) {
     const auto index = static_cast<uint32_t>(i);
-    if (KindOf(volume, index) != RecordKind::kFile) return;
+    const auto kind = KindOfLocked(volume, index);
+    if (!kind || kind->isDeleted || kind->isDirectory) return;
     AttrEntry entry;
     EnsureFileAttributes(&volume, index, entry, Insist::kNo);
   });

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <shared_mutex>
 
 #include "index/ntfs_volume.h"
 #include "platform/drives.h"
@@ -139,6 +140,18 @@ void ResetVolumeTables(VolumeIndex& volume) {
     volume.folderSizes = {};
   }
   volume.folderSizesDirty = true;
+}
+
+std::optional<RecordKind> KindOf(const VolumeIndex& volume, uint32_t index) {
+  if (index >= volume.records.size()) return std::nullopt;
+  const FileRecord& record = volume.records[index];
+  return RecordKind{
+      .frn = record.frn, .isDirectory = record.isDirectory != 0, .isDeleted = record.deleted != 0};
+}
+
+std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index) {
+  const std::shared_lock lock(volume.indexLock);
+  return KindOf(volume, index);
 }
 
 size_t MemoryOf(const VolumeIndex& volume) {

@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -159,6 +160,18 @@ bool IsNtfs(const VolumeIndex& volume);
 
 // Empties every table and map of the volume; takes the three attribute locks one after another.
 void ResetVolumeTables(VolumeIndex& volume);
+
+struct RecordKind {
+  uint64_t frn = 0;
+  bool isDirectory = false;
+  bool isDeleted = false;
+};
+
+// Empty for an index past the end. indexLock held, shared or exclusive.
+std::optional<RecordKind> KindOf(const VolumeIndex& volume, uint32_t index);
+
+// Takes indexLock shared around KindOf.
+std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index);
 
 // Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive.
 // An index past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost

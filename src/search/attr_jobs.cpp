@@ -1,7 +1,6 @@
 #include "search/attr_jobs.h"
 
 #include <algorithm>
-#include <optional>
 #include <shared_mutex>
 #include <vector>
 
@@ -38,24 +37,11 @@ struct Hydration {
   bool IsCurrentStill() const { return hydrationGeneration == token && IsCurrent(search); }
 };
 
-struct RecordKind {
-  uint64_t frn = 0;
-  bool isDirectory = false;
-};
-
-std::optional<RecordKind> KindOf(const MatchItem& item) {
-  const std::shared_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return std::nullopt;
-  const FileRecord& record = item.volume->records[item.index];
-  if (record.deleted) return std::nullopt;
-  return RecordKind{record.frn, record.isDirectory != 0};
-}
-
 // True if the row has more than before.
 bool HydrateRow(const MatchItem& item, std::vector<VolumeIndex*>& dirty) {
   if (item.volume == nullptr) return false;
-  const auto kind = KindOf(item);
-  if (!kind) return false;
+  const auto kind = KindOfLocked(*item.volume, item.index);
+  if (!kind || kind->isDeleted) return false;
   const bool isListed = std::find(dirty.begin(), dirty.end(), item.volume) != dirty.end();
   if (kind->isDirectory && item.volume->folderSizesDirty && !isListed) dirty.push_back(item.volume);
   AttrEntry entry;

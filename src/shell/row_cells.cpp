@@ -12,17 +12,10 @@ namespace quilmark {
 
 namespace {
 
-struct RecordKind {
-  uint64_t frn = 0;
-  bool isDirectory = false;
-};
-
-std::optional<RecordKind> KindOf(const MatchItem& item) {
+std::optional<RecordKind> GlanceAt(const MatchItem& item) {
   if (item.volume == nullptr) return std::nullopt;
   const auto lock = LockForGlance(*item.volume);
-  if (!lock || item.index >= item.volume->records.size()) return std::nullopt;
-  const FileRecord& record = item.volume->records[item.index];
-  return RecordKind{record.frn, record.isDirectory != 0};
+  return lock ? KindOf(*item.volume, item.index) : std::nullopt;
 }
 
 std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
@@ -41,7 +34,7 @@ std::u16string FileSizeText(const MatchItem& item, uint64_t frn, const AttrEntry
 }  // namespace
 
 RowCells CellsOfRow(const MatchItem& item) {
-  const auto kind = KindOf(item);
+  const auto kind = GlanceAt(item);
   if (!kind) return {};
   AttrEntry entry;
   const bool isHeld = PeekAttr(*item.volume, kind->frn, entry);

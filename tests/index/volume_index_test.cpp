@@ -62,6 +62,20 @@ TEST(VolumeIndex, NameWithNulStandsApart) {
   EXPECT_EQ(FindBrokenInvariant(*volume), "");
 }
 
+TEST(VolumeIndex, TellsAFolderFromAFileAndTheLivingFromTheDeleted) {
+  const auto volume = MakeTestVolume();
+  const uint32_t folder = AddFolder(*volume, u"dir", kRootFrnOfTests, 70);
+  const uint32_t file = AddFile(*volume, u"a.txt", 70, 71);
+  EXPECT_EQ(KindOf(*volume, folder)->frn, 70u);
+  EXPECT_TRUE(KindOf(*volume, folder)->isDirectory);
+  EXPECT_EQ(KindOfLocked(*volume, file)->frn, 71u);
+  EXPECT_FALSE(KindOfLocked(*volume, file)->isDirectory);
+  EXPECT_FALSE(KindOf(*volume, file)->isDeleted);
+  MarkDeleted(*volume, file);
+  EXPECT_TRUE(KindOf(*volume, file)->isDeleted);
+  EXPECT_FALSE(KindOf(*volume, file + 1).has_value());
+}
+
 TEST(VolumeIndex, ResetLeavesNothing) {
   const auto volume = MakeTestVolume();
   AddFile(*volume, u"a.txt");
