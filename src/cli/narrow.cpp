@@ -1,15 +1,14 @@
 #include "cli/narrow.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
 #include <shared_mutex>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "platform/utf.h"
 #include "search/attr_cache.h"
+#include "search/cores.h"
 #include "search/folder_sizes.h"
 #include "search/sort.h"
 
@@ -17,25 +16,14 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kBlock = 256;  // rows that a thread takes at a time
-constexpr unsigned kLeastWorkers = 2, kMostWorkers = 6;
-
 // Calls `work` with each number below `count` until the user interrupts, on several threads since it
 // waits for the disk.
 template <typename Work>
 void ForEachIndex(size_t count, Work work) {
-  std::atomic<size_t> next = 0;
-  const auto run = [&] {
-    for (size_t first = next.fetch_add(kBlock); first < count; first = next.fetch_add(kBlock)) {
-      const size_t end = std::min(first + kBlock, count);
-      for (size_t i = first; i < end && !ShutdownRequested; ++i) work(i);
-    }
-  };
-  const size_t wanted = std::clamp(std::thread::hardware_concurrency(), kLeastWorkers, kMostWorkers);
-  std::vector<std::thread> others(std::min(wanted, count / kBlock + 1) - 1);
-  for (std::thread& thread : others) thread = std::thread(run);
-  run();
-  for (std::thread& thread : others) thread.join();
+  constexpr size_t kRowsAPiece = 256;
+  OnCores(count, kRowsAPiece, [&work](size_t, size_t first, size_t end) {
+    for (size_t i = first; i < end && !ShutdownRequested; ++i) work(i);
+  });
 }
 
 std::shared_ptr<const ResultSet> KeepPassing(const ResultSet& rows, const FilterContext& filter) {
