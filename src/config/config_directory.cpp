@@ -51,4 +51,8 @@ std::u16string GetConfigDirectory() {
   return choice.path;
 }
 
+std::u16string ConfigPath(std::u16string_view name) {
+  return GetConfigDirectory().append(u"\\").append(name);
+}
+
 }  // namespace quilmark

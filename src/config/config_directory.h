@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quilmark {
@@ -30,5 +31,8 @@ ConfigDirectoryChoice ChooseConfigDirectory(const ConfigPlaces& places);
 // backslash. Asked for again at every call, since a user may move the folders while the program runs.
 // Any thread.
 std::u16string GetConfigDirectory();
+
+// The path of a file in it.
+std::u16string ConfigPath(std::u16string_view name);
 
 }  // namespace quilmark

@@ -8,7 +8,7 @@ namespace quilmark {
 
 namespace {
 
-std::u16string FilePath() { return GetConfigDirectory() + u"\\hotkey.ini"; }
+std::u16string FilePath() { return ConfigPath(u"hotkey.ini"); }
 
 struct Row {
   std::u16string_view key;

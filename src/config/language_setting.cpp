@@ -6,7 +6,7 @@
 
 namespace quilmark {
 
-static std::u16string FilePath() { return GetConfigDirectory() + u"\\language.ini"; }
+static std::u16string FilePath() { return ConfigPath(u"language.ini"); }
 
 std::u16string ReadLanguageSetting(std::u16string_view text) {
   TextLines lines{text};

@@ -51,7 +51,7 @@ std::u16string GdiLogPath(const std::optional<std::u16string>& tempFolder) {
 void LogPerfMetric(std::u16string_view text) {
   // Lines of two threads stay whole and in order. Taken over the writing, hence no lock of the order.
   static std::mutex mutex;
-  const std::u16string path = GetConfigDirectory() + u"\\perf_metrics.log";
+  const std::u16string path = ConfigPath(u"perf_metrics.log");
   const std::scoped_lock lock(mutex);
   AppendTextFile(path, PerfMetricLine(NowLocal(), text));
 }

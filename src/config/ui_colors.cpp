@@ -38,7 +38,7 @@ int activePreset = -1;
 
 namespace {
 
-std::u16string FilePath() { return GetConfigDirectory() + u"\\ui_colors.ini"; }
+std::u16string FilePath() { return ConfigPath(u"ui_colors.ini"); }
 
 constexpr std::u16string_view kHeading =
     u"# Custom UI colors (hex RRGGBB). Use Reset in Settings to restore theme defaults.\n"

@@ -54,7 +54,7 @@ constexpr FlagRow kFlagRows[] = {
     {u"tableGridLines", &WindowSettings::tableGridLines},
 };
 
-std::u16string FilePath() { return GetConfigDirectory() + u"\\window.ini"; }
+std::u16string FilePath() { return ConfigPath(u"window.ini"); }
 
 int DpiOr96(int dpi) { return dpi == 0 ? kUsualDpi : dpi; }
 

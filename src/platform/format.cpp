@@ -13,7 +13,6 @@ namespace {
 
 constexpr size_t kMostColumns = 1'000;  // of a width and of a precision
 constexpr size_t kUsualDecimals = 6;    // of %f without a precision
-constexpr char16_t kReplacement = 0xFFFD;
 
 // One form of a pattern, such as "%-08.3lld".
 struct Form {

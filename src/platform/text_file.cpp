@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
-constexpr char16_t kReplacement = 0xFFFD;
 
 std::u16string FromUtf16Bytes(std::string_view bytes) {
   std::u16string text;

@@ -9,7 +9,6 @@ namespace {
 
 constexpr size_t kBlock = 8;  // bytes of ASCII taken at once
 constexpr uint64_t kEveryByte = 0x0101'0101'0101'0101;
-constexpr char16_t kReplacement = 0xFFFD;
 constexpr char16_t kEscapedByte = 0xDC00;  // plus the byte that is no part of UTF-8
 
 uint64_t LoadBlock(const char* bytes) {

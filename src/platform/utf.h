@@ -15,6 +15,9 @@ inline bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
 inline bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 inline bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
+// Stands for what is malformed.
+inline constexpr char16_t kReplacement = 0xFFFD;
+
 // Stands for a backslash inside a name of a POSIX host.
 inline constexpr char16_t kNameBackslash = 0xDC5C;
 

@@ -25,7 +25,7 @@ constexpr uint32_t kVersion = 1, kMostEntries = 1'000'000;
 constexpr size_t kFileHeader = 12, kVolumeHeader = 14, kEntrySize = 33;
 constexpr uint64_t kLongestFile = uint64_t{26} * kMostEntries * kEntrySize + 1'000;
 
-std::u16string FilePath() { return GetConfigDirectory() + u"\\attrcache.v1.bin"; }
+std::u16string FilePath() { return ConfigPath(u"attrcache.v1.bin"); }
 
 template <typename Integer>
 void Append(std::string& bytes, Integer value) {

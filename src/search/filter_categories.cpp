@@ -32,15 +32,11 @@ constexpr DefaultRow kDefaultRows[] = {
 OrderedLock tableLock{LockRank::kLeaf, "filter categories"};
 std::shared_ptr<const FilterTable> table = std::make_shared<FilterTable>(DefaultCategories(false));
 
-std::u16string PathOf(std::u16string_view name) {
-  return GetConfigDirectory() + u"\\" + std::u16string(name);
-}
-
 std::u16string LanguagePath(std::u16string_view language) {
-  if (language.empty()) return PathOf(u"filters.ini");
+  if (language.empty()) return ConfigPath(u"filters.ini");
   std::u16string folded = FoldText(language);
   std::replace(folded.begin(), folded.end(), u' ', u'_');
-  return PathOf(u"filters." + folded + u".ini");
+  return ConfigPath(u"filters." + folded + u".ini");
 }
 
 // Empty where the file cannot be read or has no row.
@@ -53,7 +49,7 @@ void WriteTable(const std::u16string& path, const FilterTable& rows) {
 }
 
 void CopyToBackup(const std::u16string& path) {
-  if (const auto bytes = ReadFileBytes(path)) WriteFileBytes(PathOf(u"filters.bak"), *bytes);
+  if (const auto bytes = ReadFileBytes(path)) WriteFileBytes(ConfigPath(u"filters.bak"), *bytes);
 }
 
 // A file that another language has left behind.
@@ -133,13 +129,13 @@ void InstallCategories(FilterTable rows) {
 }
 
 void LoadFilterCategories(std::u16string_view language, bool chinese) {
-  const std::u16string primary = LanguagePath(language), main = PathOf(u"filters.ini");
+  const std::u16string primary = LanguagePath(language), main = ConfigPath(u"filters.ini");
   for (const std::u16string& path : {primary, main}) {
     if (FilterTable rows = ReadTable(path); !rows.empty()) {
       return InstallCategories(Adopt(std::move(rows), path, chinese));
     }
   }
-  FilterTable rows = ReadTable(PathOf(u"filters.bak"));
+  FilterTable rows = ReadTable(ConfigPath(u"filters.bak"));
   if (rows.empty()) rows = DefaultCategories(chinese);
   WriteTable(primary, rows);
   EnsureFolderRow(rows, primary);
@@ -149,7 +145,7 @@ void LoadFilterCategories(std::u16string_view language, bool chinese) {
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
   FilterTable rows;
   for (const std::u16string& path :
-       {LanguagePath(language), PathOf(u"filters.ini"), PathOf(u"filters.bak")}) {
+       {LanguagePath(language), ConfigPath(u"filters.ini"), ConfigPath(u"filters.bak")}) {
     if (rows.empty()) rows = ReadTable(path);
   }
   if (rows.empty()) rows = DefaultCategories(chinese);

@@ -7,19 +7,12 @@
 #include <utility>
 
 #include "platform/utf.h"
-#include "platform/win32/unique.h"
+#include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 
 namespace quilmark {
 
 namespace {
-
-struct ThreadTraits {
-  using Value = HANDLE;
-  static Value Empty() { return nullptr; }
-  static void Close(Value thread) { CloseHandle(thread); }
-};
-using UniqueThread = Unique<ThreadTraits>;
 
 struct Start {
   const char* name;
@@ -48,7 +41,7 @@ unsigned __stdcall RunStart(void* argument) {
 bool StartDetachedThread(const char* name, std::function<void()> body) {
   auto start = std::make_unique<Start>(Start{name, std::move(body)});
   const uintptr_t handle = _beginthreadex(nullptr, 0, RunStart, start.get(), 0, nullptr);
-  const UniqueThread thread(reinterpret_cast<HANDLE>(handle));
+  const UniqueKernelObject thread(reinterpret_cast<HANDLE>(handle));
   if (!thread) return false;
   static_cast<void>(start.release());  // the thread's from here on
   return true;

@@ -26,13 +26,6 @@ static_assert(kFsctlDeleteUsnJournal == FSCTL_DELETE_USN_JOURNAL);
 
 namespace {
 
-struct ThreadTraits {
-  using Value = HANDLE;
-  static Value Empty() { return nullptr; }
-  static void Close(Value thread) { CloseHandle(thread); }
-};
-using UniqueThread = Unique<ThreadTraits>;
-
 class Win32VolumeDevice : public VolumeDevice {
  public:
   Win32VolumeDevice(UniqueFile device, std::u16string path)
@@ -130,7 +123,7 @@ class Win32VolumeDevice : public VolumeDevice {
 
   std::mutex inUse_;  // held by a call in progress
   std::mutex callerLock_;
-  UniqueThread caller_;  // callerLock_; the thread inside a call
+  UniqueKernelObject caller_;  // callerLock_; the thread inside a call
   std::atomic<bool> isClosed_ = false;
   std::atomic<std::shared_ptr<VolumeDevice>> raw_;  // written with inUse_ held
   const std::u16string path_;

@@ -27,8 +27,8 @@ std::atomic<bool> isReported = false;
 
 std::u16string DumpPath() {
   const LocalTime now = NowLocal();
-  return GetConfigDirectory() + FormatText(u"\\crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month,
-                                           now.day, now.hour, now.minute, now.second);
+  return ConfigPath(FormatText(u"crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month, now.day,
+                               now.hour, now.minute, now.second));
 }
 
 bool WriteDump(const std::u16string& path, EXCEPTION_POINTERS* exception) {
