@@ -33,6 +33,10 @@ struct WindowFeatures {
   std::function<void()> openFocused;       // the row that has the focus
 };
 
+inline void RunFeature(const std::function<void()>& feature) {
+  if (feature) feature();
+}
+
 // The list under the mouse.
 struct ListState {
   Selection selection;

@@ -37,10 +37,6 @@ void SetStatusOf(WindowPort& window, std::u16string_view key, std::u16string_vie
   window.SetStatus(TranslateOr(key, english));
 }
 
-void Run(const std::function<void()>& feature) {
-  if (feature) feature();
-}
-
 void RefreshFilterCountsSoon(AppState& app, WindowPort& window, uint32_t delayMs) {
   app.filterCountsPending = true;
   window.StartTimer(kTimerFilterCounts, delayMs);
@@ -77,20 +73,20 @@ std::u16string ResultStatus(ResultKind kind, uint64_t resultCount) {
 }
 
 void ShowPartialResults(AppState& app, WindowPort& window) {
-  if (IsFilterActive()) Run(app.features.refreshFilter);
+  if (IsFilterActive()) RunFeature(app.features.refreshFilter);
   window.RelayoutList();
   RequestListRepaint(app, window, 100, TickMs());
 }
 
 void ShowSortedResults(AppState& app, WindowPort& window) {
-  Run(app.features.refreshFilter);
+  RunFeature(app.features.refreshFilter);
   window.RelayoutList();
   window.InvalidateList();
   window.StartTimer(kTimerWorkTrim, kResultsTrimMs);
 }
 
 void ShowFinalResults(AppState& app, WindowPort& window, bool keepScroll) {
-  Run(app.features.refreshFilter);
+  RunFeature(app.features.refreshFilter);
   app.scrollY = keepScroll ? std::max<int64_t>(app.savedScrollY, 0) : 0;
   window.RelayoutList();
   window.InvalidateList();
@@ -173,7 +169,7 @@ bool OnFilterResults(AppState& app, WindowPort& window, const PostedMessage&) {
 }
 
 bool OnRecentLoaded(AppState& app, WindowPort&, const PostedMessage&) {
-  Run(app.features.refreshRecentView);
+  RunFeature(app.features.refreshRecentView);
   return true;
 }
 
@@ -196,7 +192,7 @@ std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {
 
 bool OnNonNtfsRefreshed(AppState& app, WindowPort& window, const PostedMessage& message) {
   window.RebuildScopeBox();
-  Run(app.features.prewarmAttributes);
+  RunFeature(app.features.prewarmAttributes);
   if (message.first < 1) {
     SetStatusOf(window, u"Status_RefreshNonNtfsFailed",
                 u"Failed to refresh non-NTFS volume indexes, see debug output");

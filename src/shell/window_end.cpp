@@ -25,7 +25,7 @@ void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
   end.UnregisterHotkeys();
   ShutdownRequested = true;
   end.ReleaseBrushes();
-  if (app.features.saveAttributes) app.features.saveAttributes();
+  RunFeature(app.features.saveAttributes);
   LogPerfMetric(SummaryMetricText(AttrCounters()));
   end.ReleaseIcons();
   DropAllVolumes(Engine());

@@ -18,10 +18,6 @@ constexpr uint64_t kScrollRestMs = 350;
 constexpr uint32_t kStillScrollingMs = 80, kPrewarmPollMs = 500;
 constexpr int kMostPrewarmRounds = 60;
 
-void Run(const std::function<void()>& feature) {
-  if (feature) feature();
-}
-
 void RetryTrayIcon(AppState& app, WindowPort& window) {
   LogGdiState(u"ID_TIMER_TRAY_RETRY fired");
   window.AddOrUpdateTrayIcon();
@@ -33,8 +29,8 @@ void StartTypedSearch(AppState&, WindowPort&) { DoSearchAsync(CurrentQueryText, 
 void SettleScroll(AppState& app, WindowPort& window) {
   if (IsScrolling(app, TickMs())) return window.StartTimer(kTimerScrollSettle, kStillScrollingMs);
   window.RelayoutList();  // the path column fits the rows that stand still now
-  Run(app.features.requestAttributes);
-  Run(app.features.requestThumbnails);
+  RunFeature(app.features.requestAttributes);
+  RunFeature(app.features.requestThumbnails);
   RequestListRepaint(app, window, 80, TickMs());
 }
 
@@ -64,11 +60,11 @@ void PollPrewarm(AppState& app, WindowPort& window) {
 }
 
 void RefreshFilterCounts(AppState& app, WindowPort&) {
-  if (std::exchange(app.filterCountsPending, false)) Run(app.features.refreshFilterCounts);
+  if (std::exchange(app.filterCountsPending, false)) RunFeature(app.features.refreshFilterCounts);
 }
 
 void AutosaveCache(AppState& app, WindowPort&) {
-  if (!ShutdownRequested) Run(app.features.autosaveAttributes);
+  if (!ShutdownRequested) RunFeature(app.features.autosaveAttributes);
 }
 
 void Trim(AppState&, WindowPort& window) { window.TrimSelf(); }

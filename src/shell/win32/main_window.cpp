@@ -289,7 +289,7 @@ void SetFilterLayout(AppState& app, MainWindow& window, bool sidebar) {
   CurrentWindowSettings.sidebarLayout = sidebar;
   app.sidebarScroll = 0;
   app.list.hoverTag = -1;
-  if (app.features.refreshFilterCounts) app.features.refreshFilterCounts();
+  RunFeature(app.features.refreshFilterCounts);
   SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
   InvalidateRect(window.Handle(), nullptr, TRUE);
 }
