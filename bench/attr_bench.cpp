@@ -4,7 +4,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <mutex>
 #include <optional>
 #include <random>
@@ -22,11 +21,6 @@
 
 namespace quilmark {
 namespace {
-
-size_t NameCount() {
-  const char* const count = std::getenv("QUILMARK_BENCH_NAMES");
-  return count != nullptr ? std::strtoull(count, nullptr, 10) : 1'000'000;
-}
 
 // With attributes of every file.
 VolumeIndex& Volume() {

@@ -3,7 +3,6 @@
 // QUILMARK_BENCH_NAMES is the count of names (default 1,000,000).
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "index/search_engine.h"
@@ -15,11 +14,6 @@
 
 namespace quilmark {
 namespace {
-
-size_t NameCount() {
-  const char* const count = std::getenv("QUILMARK_BENCH_NAMES");
-  return count != nullptr ? std::strtoull(count, nullptr, 10) : 1'000'000;
-}
 
 const std::vector<CorpusEntry>& Corpus() {
   static const std::vector<CorpusEntry> corpus = LoadCorpus(NameCount());

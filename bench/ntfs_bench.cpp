@@ -23,11 +23,6 @@ namespace {
 using Block = std::vector<std::byte>;
 constexpr size_t kBlockBytes = 65'536;
 
-size_t NameCount() {
-  const char* const count = std::getenv("QUILMARK_BENCH_NAMES");
-  return count != nullptr ? std::strtoull(count, nullptr, 10) : 1'000'000;
-}
-
 // The corpus as blocks of USN records; block k opens with the number k + 1.
 std::vector<Block> MakeBlocks(uint32_t reason) {
   std::vector<Block> blocks;

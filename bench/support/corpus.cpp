@@ -11,6 +11,11 @@
 
 namespace quilmark {
 
+size_t NameCount() {
+  const char* const count = std::getenv("QUILMARK_BENCH_NAMES");
+  return count != nullptr ? std::strtoull(count, nullptr, 10) : 1'000'000;
+}
+
 std::vector<CorpusEntry> LoadCorpus(size_t count) {
   const char* const folder = std::getenv("QUILMARK_BENCH_DATA");
   const std::string path =

@@ -17,6 +17,9 @@ struct CorpusEntry {
   std::u16string name;
 };
 
+// The environment variable QUILMARK_BENCH_NAMES, or a million.
+size_t NameCount();
+
 // Entries of the file `records.tsv` that bench/tools/make_names.c writes, below the folder that the
 // environment variable QUILMARK_BENCH_DATA names: names-<count>/records.tsv. Ends the program with a
 // message if it is missing.

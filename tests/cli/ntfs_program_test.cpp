@@ -4,7 +4,6 @@
 #include <fstream>
 #include <future>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "cli/watch.h"
 #include "platform/usn_record.h"
@@ -28,22 +27,9 @@ NtfsVolumeBuilder Files() {
       .File(32, kRoot, u"other.bin");
 }
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
-
 struct NtfsProgram : testing::Test {
   ScratchFolder folder;
-  std::string Path(const std::string& name) const {
-    const std::u8string path = (folder.HostPath() / name).u8string();
-    return {path.begin(), path.end()};
-  }
+  std::string Path(const std::string& name) const { return Utf8(folder.HostPath() / name); }
 };
 
 TEST_F(NtfsProgram, FindSearchesAnImageAndPrintsDrivePaths) {

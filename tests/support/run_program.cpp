@@ -1,10 +1,9 @@
 #include "support/run_program.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string_view>
+#include <sstream>
 
 #include "support/scratch_folder.h"
 
@@ -120,6 +119,13 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
   run.output = Contents(streams.output);
   run.errors = Contents(streams.errors);
   return run;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
 }
 
 }  // namespace quilmark

@@ -16,4 +16,7 @@ struct ProgramRun {
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& arguments,
                       const std::string& input = {});
 
+// What stands between the line ends, "\n" each.
+std::vector<std::string> Lines(const std::string& text);
+
 }  // namespace quilmark

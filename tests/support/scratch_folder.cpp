@@ -46,10 +46,7 @@ ScratchFolder::ScratchFolder() {
 
 ScratchFolder::~ScratchFolder() { RemoveTree(LongForm(path_)); }
 
-std::u16string ScratchFolder::Path() const {
-  const std::u8string typed = path_.u8string();
-  return PathFromHost(std::string_view(reinterpret_cast<const char*>(typed.data()), typed.size()));
-}
+std::u16string ScratchFolder::Path() const { return PathFromHost(Utf8(path_)); }
 
 std::u16string ScratchFolder::PathOf(std::u16string_view name) const {
   return Path() + u"\\" + std::u16string(name);
@@ -65,6 +62,11 @@ void ScratchFolder::MakeFile(const fs::path& name, std::string_view bytes) const
 
 void ScratchFolder::MakeFolder(const fs::path& name) const {
   fs::create_directories(LongForm(path_ / name));
+}
+
+std::string Utf8(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
 }
 
 }  // namespace quilmark

@@ -29,4 +29,7 @@ class ScratchFolder {
   std::filesystem::path path_;
 };
 
+// As a program is told it on its command line.
+std::string Utf8(const std::filesystem::path& path);
+
 }  // namespace quilmark
