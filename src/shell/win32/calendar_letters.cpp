@@ -11,6 +11,7 @@
 #include "platform/format.h"
 #include "platform/win32/wide.h"
 #include "shell/win32/canvas.h"
+#include "shell/win32/controls.h"
 
 namespace quilmark {
 
@@ -36,8 +37,7 @@ bool IsDayAt(HWND calendar, int x, int y, const SYSTEMTIME& day) {
 
 // No message tells the place of the names: it is where a hit would be one of them.
 std::optional<Rect> PlaceOfNames(HWND calendar) {
-  RECT client = {};
-  GetClientRect(calendar, &client);
+  const RECT client = ClientRectOf(calendar);
   const int middle = client.right / 2;
   Rect place = {0, 0, client.right, client.bottom};
   while (place.top < client.bottom && !IsWeekdayAt(calendar, middle, place.top)) ++place.top;
@@ -86,8 +86,7 @@ void DrawNames(const Canvas& canvas, HWND calendar, const Rect& names) {
 }
 
 std::optional<Rect> PlaceOfDay(HWND calendar, const Rect& names, const SYSTEMTIME& day) {
-  RECT client = {};
-  GetClientRect(calendar, &client);
+  const RECT client = ClientRectOf(calendar);
   for (int column = 0; column < kDays; ++column) {
     Rect place = ColumnOf(names, column);
     const int x = (place.left + place.right) / 2;
@@ -116,7 +115,7 @@ void DrawCalendarLetters(HWND calendar) {
   const auto names = PlaceOfNames(calendar);
   if (!names) return;  // months or years are on show
   const WindowDc dc(calendar);
-  const SelectScope font(dc.Get(), reinterpret_cast<HFONT>(SendMessageW(calendar, WM_GETFONT, 0, 0)));
+  const SelectScope font(dc.Get(), FontOf(calendar));
   SetBkMode(dc.Get(), TRANSPARENT);
   const Canvas canvas{dc.Get()};
   DrawNames(canvas, calendar, *names);

@@ -8,9 +8,8 @@
 #include "platform/win32/wide.h"
 #include "shell/app_state.h"
 #include "shell/layout.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/edit_keys.h"
-#include "shell/win32/gdi.h"
-#include "shell/win32/main_window.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -27,8 +26,6 @@ struct DropRow {
 };
 constexpr DropRow kDropRows[] = {
     {kScopeBox, 460}, {kSizePreset, 160}, {kTimePreset, 160}, {kSizeUnit, 90}};
-
-int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
 std::u16string ItemText(HWND combo, UINT item) {
   const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, item, 0);
@@ -50,13 +47,10 @@ void DrawArrow(HDC dc, const RECT& client) {
 }
 
 void DrawField(HWND combo, HDC dc) {
-  RECT client = {};
-  GetClientRect(combo, &client);
+  const RECT client = ClientRectOf(combo);
   FillWith(dc, client, CurrentPalette.toolbar);
   {
-    const bool hasFocus = GetFocus() == combo;
-    const UniquePen pen(
-        CreatePen(PS_SOLID, 1, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border));
+    const UniquePen pen(CreatePen(PS_SOLID, 1, FrameColorOf(combo)));
     const SelectScope outline(dc, pen.Get());
     SetDCBrushColor(dc, CurrentPalette.editWell);
     const SelectScope fill(dc, GetStockObject(DC_BRUSH));
@@ -66,7 +60,7 @@ void DrawField(HWND combo, HDC dc) {
   const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
   if (chosen == CB_ERR) return;
   const std::u16string text = ItemText(combo, static_cast<UINT>(chosen));
-  const SelectScope font(dc, reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
+  const SelectScope font(dc, FontOf(combo));
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, CurrentPalette.text);
   RECT place = {Scaled(kFieldInset), 0, client.right - Scaled(24), client.bottom};
@@ -111,8 +105,7 @@ void FitComboHeight(HWND combo, int height) {
   int item = usual;
   for (int round = 0; round < kRounds; ++round) {
     SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
-    RECT client = {};
-    GetClientRect(combo, &client);
+    const RECT client = ClientRectOf(combo);
     if (client.bottom == height) return;
     if (client.bottom > readable) break;
     item = std::clamp<int>(item + height - client.bottom, least, most);
@@ -121,10 +114,7 @@ void FitComboHeight(HWND combo, int height) {
 }
 
 bool IsInPlace(HWND combo, const Rect& field, bool isShown) {
-  RECT rect = {}, client = {};
-  GetWindowRect(combo, &rect);
-  GetClientRect(combo, &client);
-  MapWindowPoints(HWND_DESKTOP, GetParent(combo), reinterpret_cast<POINT*>(&rect), 2);
+  const RECT rect = RectInParent(combo), client = ClientRectOf(combo);
   return rect.left == field.left && rect.top == field.top && rect.right == field.right &&
          client.bottom == field.bottom - field.top && (IsWindowVisible(combo) != FALSE) == isShown;
 }
@@ -132,13 +122,12 @@ bool IsInPlace(HWND combo, const Rect& field, bool isShown) {
 }  // namespace
 
 HWND MakeCombo(HWND parent, int id, HFONT font) {
-  const HWND combo =
-      CreateWindowExW(0, L"COMBOBOX", L"",
-                      WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST |
-                          CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
-                      0, 0, 10, 10, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                      GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  const HWND combo = MakeControl(
+      parent,
+      {L"COMBOBOX",
+       WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
+       id},
+      font);
   SetWindowSubclass(combo, ComboProcedure, kSubclass, 0);
   return combo;
 }

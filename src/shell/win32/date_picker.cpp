@@ -7,9 +7,9 @@
 
 #include "config/palette.h"
 #include "shell/win32/calendar_letters.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/drop_list.h"
 #include "shell/win32/edit_keys.h"
-#include "shell/win32/gdi.h"
 
 namespace quilmark {
 
@@ -55,14 +55,8 @@ void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client) {
   GdiFlush();
 }
 
-void DrawFrame(HDC dc, const RECT& client, bool hasFocus) {
-  SetDCBrushColor(dc, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border);
-  FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
-
 void DrawField(HWND picker, HDC screen) {
-  RECT client = {};
-  GetClientRect(picker, &client);
+  const RECT client = ClientRectOf(picker);
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
   info.bmiHeader.biWidth = client.right;
@@ -80,7 +74,7 @@ void DrawField(HWND picker, HDC screen) {
   CentreDate(dc.Get(), static_cast<const uint32_t*>(bits), client);
   TakePaletteColors(static_cast<uint32_t*>(bits),
                     static_cast<size_t>(client.right) * static_cast<size_t>(client.bottom));
-  DrawFrame(dc.Get(), client, GetFocus() == picker);
+  FrameWith(dc.Get(), client, FrameColorOf(picker));
   BitBlt(screen, 0, 0, client.right, client.bottom, dc.Get(), 0, 0, SRCCOPY);
 }
 
@@ -155,12 +149,10 @@ void FitCalendar(HWND picker, HWND calendar) {
 }  // namespace
 
 HWND MakeDatePicker(HWND parent, int id, HFONT font) {
-  const HWND picker = CreateWindowExW(
-      0, DATETIMEPICK_CLASSW, L"", WS_CHILD | WS_TABSTOP | DTS_SHORTDATEFORMAT, 0, 0, 10, 10, parent,
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+  const HWND picker =
+      MakeControl(parent, {DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATEFORMAT, id}, font);
   // The frame is drawn with the field.
   SetWindowLongPtrW(picker, GWL_EXSTYLE, GetWindowLongPtrW(picker, GWL_EXSTYLE) & ~WS_EX_CLIENTEDGE);
-  SendMessageW(picker, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   SetWindowSubclass(picker, PickerProcedure, kSubclass, 0);
   return picker;
 }

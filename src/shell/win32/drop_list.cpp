@@ -5,9 +5,9 @@
 #include "config/palette.h"
 #include "config/window_settings.h"
 #include "shell/app_state.h"
-#include "shell/layout.h"
 #include "shell/list_layout.h"
 #include "shell/win32/canvas.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/system_calls.h"
 
 namespace quilmark {
@@ -48,7 +48,7 @@ void PaintOverBar(HWND list) {
   const HDC dc = GetWindowDC(list);
   const Canvas canvas{dc};
   canvas.Fill(place->track, CurrentPalette.surface);
-  canvas.FillRound(place->thumb, ScaleFor(App().systemDpi, kThumbRadius), CurrentPalette.separator);
+  canvas.FillRound(place->thumb, Scaled(kThumbRadius), CurrentPalette.separator);
   ReleaseDC(list, dc);
 }
 
@@ -78,9 +78,7 @@ bool MayDrawBar(UINT message) {
 LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                DWORD_PTR) {
   if (message == WM_ERASEBKGND) {
-    RECT client = {};
-    GetClientRect(list, &client);
-    FillWith(reinterpret_cast<HDC>(wParam), client, CurrentPalette.editWell);
+    FillClient(list, reinterpret_cast<HDC>(wParam), CurrentPalette.editWell);
     return 1;
   }
   if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProcedure, kSubclass);
@@ -92,9 +90,7 @@ LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lP
 LRESULT CALLBACK BarProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                               DWORD_PTR) {
   if (message == WM_ERASEBKGND) {
-    RECT client = {};
-    GetClientRect(bar, &client);
-    FillWith(reinterpret_cast<HDC>(wParam), client, CurrentPalette.surface);
+    FillClient(bar, reinterpret_cast<HDC>(wParam), CurrentPalette.surface);
     return 1;
   }
   if (message == WM_NCDESTROY) RemoveWindowSubclass(bar, BarProcedure, kSubclass);
@@ -113,10 +109,8 @@ void ForEachBar(HWND list, const Action& act) {
 void StyleBar(HWND bar) {
   ThemePopup(bar);
   SetWindowSubclass(bar, BarProcedure, kSubclass, 0);
-  RECT place = {};
-  GetWindowRect(bar, &place);
-  MapWindowPoints(HWND_DESKTOP, GetParent(bar), reinterpret_cast<POINT*>(&place), 2);
-  const int width = ScaleFor(App().systemDpi, kBarWidth);
+  const RECT place = RectInParent(bar);
+  const int width = Scaled(kBarWidth);
   MoveWindow(bar, place.right - width, place.top, width, place.bottom - place.top, TRUE);
 }
 

@@ -10,6 +10,7 @@
 #include "shell/filter_request.h"
 #include "shell/win32/canvas.h"
 #include "shell/win32/combo.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/date_picker.h"
 #include "shell/win32/edit_keys.h"
 #include "shell/win32/main_window.h"
@@ -25,14 +26,10 @@ constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
 constexpr int kTagHeight = 40;  // pixels at 96 dpi
 
-int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
-
 // True if there was something to do.
 bool Move(HWND control, const Rect& rect, bool isShown) {
-  RECT former = {};
-  GetWindowRect(control, &former);
-  MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&former), 2);
-  if (FromRECT(former) == rect && (IsWindowVisible(control) != FALSE) == isShown) return false;
+  if (FromRECT(RectInParent(control)) == rect && (IsWindowVisible(control) != FALSE) == isShown)
+    return false;
   SetWindowPos(control, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
   return true;
@@ -41,21 +38,13 @@ bool Move(HWND control, const Rect& rect, bool isShown) {
 bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
 bool TimeIsCustom() { return CurrentWindowSettings.timePreset == kCustomTime; }
 
-void DrawPlainFrame(HWND control) {
-  const WindowDc dc(control);
-  RECT client = {};
-  GetClientRect(control, &client);
-  SetDCBrushColor(dc.Get(), GetFocus() == control ? CurrentPalette.focusRing : CurrentPalette.border);
-  FrameRect(dc.Get(), &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
-
 LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
   if (const auto taken = TakeEditMessage(control, message, wParam, lParam)) return *taken;
   if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
   const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
-  if (message == WM_PAINT) DrawPlainFrame(control);
+  if (message == WM_PAINT) FrameClient(control, FrameColorOf(control));
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(control, nullptr, FALSE);
   return result;
 }
@@ -66,9 +55,7 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
   if (TakeTabKey(tag, message, wParam)) return 0;
   const int index = GetDlgCtrlID(tag) - kFirstTag;
   if (message == WM_ERASEBKGND) {
-    RECT client = {};
-    GetClientRect(tag, &client);
-    FillWith(reinterpret_cast<HDC>(wParam), client, CurrentPalette.toolbar);
+    FillClient(tag, reinterpret_cast<HDC>(wParam), CurrentPalette.toolbar);
     return 1;
   }
   if (message == WM_MOUSEMOVE && App().list.hoverTag != index) {
@@ -89,10 +76,7 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 HWND MakeEdit(HWND parent, int id, HFONT font) {
-  const HWND edit = CreateWindowExW(
-      0, L"EDIT", L"", WS_CHILD | WS_TABSTOP | ES_AUTOHSCROLL | ES_MULTILINE, 0, 0, 10, 10, parent,
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  const HWND edit = MakeControl(parent, {L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | ES_MULTILINE, id}, font);
   SendMessageW(edit, EM_SETLIMITTEXT, kLongestRange, 0);
   SetWindowSubclass(edit, FramedProcedure, kSubclass, 0);
   return edit;
@@ -235,8 +219,7 @@ void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isCh
 void DrawTagItem(const DRAWITEMSTRUCT& item) {
   const int index = static_cast<int>(item.CtlID) - kFirstTag;
   FillWith(item.hDC, item.rcItem, CurrentPalette.toolbar);
-  const auto font = reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0));
-  const SelectScope selected(item.hDC, font);
+  const SelectScope selected(item.hDC, FontOf(item.hwndItem));
   DrawTag(item.hDC, item.rcItem, TextOfWindow(item.hwndItem), index == ActiveCategory,
           index == App().list.hoverTag);
   if ((item.itemState & ODS_FOCUS) != 0) {

@@ -71,4 +71,10 @@ inline void FillWith(HDC dc, const RECT& rect, Color color) {
   FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
+// A line of one pixel just inside the rectangle.
+inline void FrameWith(HDC dc, const RECT& rect, Color color) {
+  SetDCBrushColor(dc, color);
+  FrameRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
 }  // namespace quilmark

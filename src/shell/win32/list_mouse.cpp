@@ -87,25 +87,16 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   RequestListRepaint(app, window, kDragRepaintMs, TickMs());
 }
 
-SidebarLayout Sidebar(const AppState& app, const MainWindow& window) {
-  return LayoutSidebar({.clientHeight = app.clientHeight,
-                        .headerTop = app.headerTop,
-                        .sidebarWidth = app.sidebarWidth,
-                        .dpi = app.systemDpi,
-                        .tags = static_cast<int>(window.filterBar.Captions().size()),
-                        .scroll = app.sidebarScroll});
-}
-
 void DragSidebar(AppState& app, MainWindow& window, Point point) {
-  app.sidebarScroll = SidebarDragTo(Sidebar(app, window), point.y);
+  app.sidebarScroll = SidebarDragTo(window.Sidebar(), point.y);
   SyncScrollState(app, window);
   window.RedrawTags();
 }
 
 // The category of the sidebar under a point, or -1.
-int SidebarTagAt(const AppState& app, const MainWindow& window, Point point) {
+int SidebarTagAt(const MainWindow& window, Point point) {
   if (!CurrentWindowSettings.sidebarLayout) return -1;
-  const SidebarLayout sidebar = Sidebar(app, window);
+  const SidebarLayout sidebar = window.Sidebar();
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
     if (Holds(sidebar.rows[i], point)) return sidebar.first + static_cast<int>(i);
   }
@@ -114,7 +105,7 @@ int SidebarTagAt(const AppState& app, const MainWindow& window, Point point) {
 
 void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
   if (CurrentWindowSettings.sidebarLayout) {
-    const int tag = SidebarTagAt(app, window, point);
+    const int tag = SidebarTagAt(window, point);
     if (tag != std::exchange(app.list.hoverTag, tag)) window.RedrawTags();
   }
   const Bar bar = BarAt(app, layout, point);
@@ -152,12 +143,12 @@ void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
 
 void OnListPress(AppState& app, MainWindow& window, Point point, WPARAM keys) {
   const ListLayout layout = window.List();
-  if (CurrentWindowSettings.sidebarLayout && Holds(Sidebar(app, window).track, point)) {
+  if (CurrentWindowSettings.sidebarLayout && Holds(window.Sidebar().track, point)) {
     app.list.dragsSidebar = true;
     SetCapture(window.Handle());
     return DragSidebar(app, window, point);
   }
-  const int tag = SidebarTagAt(app, window, point);
+  const int tag = SidebarTagAt(window, point);
   if (tag >= 0) return SelectFilterTag(app, window, tag);
   const Bar bar = BarAt(app, layout, point);
   if (bar != Bar::kNone) return PressBar(app, window, layout, bar, point);
@@ -203,9 +194,7 @@ void OnListRest(AppState& app, MainWindow& window, Point point) {
   const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
   const Tip tip = TipOfCell(view, app.list.hoverRow, app.list.hoverColumn);
   window.tip.Show(window.Handle(), tip.text, app.systemDpi, window.fonts.main.Get());
-  if (tip.isMissing && !IsScrolling(app, TickMs()) && app.features.requestAttributes) {
-    app.features.requestAttributes();
-  }
+  if (tip.isMissing && !IsScrolling(app, TickMs())) RunFeature(app.features.requestAttributes);
 }
 
 void RefreshHover(AppState& app, MainWindow& window) {
@@ -234,7 +223,7 @@ bool ScrollSidebar(AppState& app, MainWindow& window, Point point, int delta) {
   const bool isOver =
       CurrentWindowSettings.sidebarLayout && point.x < app.sidebarWidth && point.y >= app.headerTop;
   if (!isOver) return false;
-  const SidebarLayout sidebar = Sidebar(app, window);
+  const SidebarLayout sidebar = window.Sidebar();
   const int rows = TakeTurn(app.list.sidebarRest, delta);
   app.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
   SyncScrollState(app, window);
@@ -254,11 +243,11 @@ bool SetListCursor(const AppState& app, const MainWindow& window, Point point) {
 
 void SyncScrollState(const AppState& app, const MainWindow& window) {
   const ListLayout layout = window.List();
-  SetScrollState(window.verticalBar, ScrollLimit(layout, DisplayCount),
-                 layout.rows.bottom - layout.rows.top, app.scrollY);
+  SetScrollState(window.verticalBar, ScrollLimit(layout, DisplayCount), Height(layout.rows),
+                 app.scrollY);
   SetScrollState(window.horizontalBar, ClampHorizontal(layout, std::numeric_limits<int>::max()),
-                 layout.rows.right - layout.rows.left, app.scrollX);
-  const SidebarLayout sidebar = Sidebar(app, window);
+                 Width(layout.rows), app.scrollX);
+  const SidebarLayout sidebar = window.Sidebar();
   SetScrollState(window.sidebarBar, sidebar.scrollLimit, sidebar.fitting, sidebar.first);
 }
 

@@ -4,7 +4,6 @@
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/clock.h"
-#include "platform/win32/wide.h"
 #include "search/filtered_results.h"
 #include "search/sort.h"
 #include "shell/cell_text.h"
@@ -234,12 +233,7 @@ void DrawSidebar(const ListPaint& paint, const MainWindow& window) {
   const int width = App().sidebarWidth;
   paint.canvas.Fill({0, App().headerTop, width, App().clientHeight}, paint.colors.panel);
   const auto& captions = window.filterBar.Captions();
-  const SidebarLayout sidebar = LayoutSidebar({.clientHeight = App().clientHeight,
-                                               .headerTop = App().headerTop,
-                                               .sidebarWidth = width,
-                                               .dpi = paint.layout.dpi,
-                                               .tags = static_cast<int>(captions.size()),
-                                               .scroll = App().sidebarScroll});
+  const SidebarLayout sidebar = window.Sidebar();
   const SelectScope font(paint.canvas.dc, window.fonts.filter.Get());
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
     const int tag = sidebar.first + static_cast<int>(i);
@@ -310,8 +304,8 @@ void MainWindow::Paint() {
   EndPaint(window_, &paint);
   if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs, TickMs());
   // While the list moves nothing touches the disk; the settle timer comes back to it.
-  if (outcome.isMissing && !IsScrolling(App(), TickMs()) && App().features.requestAttributes) {
-    App().features.requestAttributes();
+  if (outcome.isMissing && !IsScrolling(App(), TickMs())) {
+    RunFeature(App().features.requestAttributes);
   }
 }
 

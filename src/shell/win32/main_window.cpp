@@ -243,6 +243,15 @@ void MainWindow::PlaceTags() {
   InvalidateRect(window_, nullptr, FALSE);
 }
 
+SidebarLayout MainWindow::Sidebar() const {
+  return LayoutSidebar({.clientHeight = App().clientHeight,
+                        .headerTop = App().headerTop,
+                        .sidebarWidth = App().sidebarWidth,
+                        .dpi = App().systemDpi,
+                        .tags = static_cast<int>(filterBar.Captions().size()),
+                        .scroll = App().sidebarScroll});
+}
+
 ListLayout MainWindow::List() const {
   ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
                   .clientWidth = App().clientWidth,

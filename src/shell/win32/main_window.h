@@ -72,6 +72,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void RemakeFonts();
   void RecreateBackBuffer();
   ListLayout List() const;
+  SidebarLayout Sidebar() const;
   std::u16string StatusText() const;
 
   HWND searchBox = nullptr, scopeBox = nullptr, statusText = nullptr;

@@ -8,11 +8,9 @@
 
 #include "config/log.h"
 #include "config/palette.h"
-#include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/clock.h"
 #include "search/filtered_results.h"
-#include "search/search_state.h"
 #include "shell/filter_request.h"
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
@@ -24,6 +22,7 @@
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
+#include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
 #include "shell/win32/theme.h"
 #include "shell/win32/tray_menu.h"
@@ -39,8 +38,6 @@ MessageHandler extraMessages = nullptr;
 namespace {
 
 using Outcome = std::optional<LRESULT>;
-
-constexpr size_t kLongestQuery = 255;
 
 Outcome OnCreate(AppState& app, MainWindow& window, const Message& message) {
   CreateWindowParts(app, window, message.window);
@@ -264,7 +261,7 @@ Outcome OnDoubleClick(AppState& app, MainWindow& window, const Message& message)
   if (row < 0) return OnLeftDown(app, window, message);
   app.list.selection.focusRow = row;
   app.list.lastClickRow = -1;  // the second click never renames
-  if (app.features.openFocused) app.features.openFocused();
+  RunFeature(app.features.openFocused);
   return 0;
 }
 

@@ -17,8 +17,8 @@
 #include "shell/filter_request.h"
 #include "shell/rename_text.h"
 #include "shell/row_text.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/edit_keys.h"
-#include "shell/win32/gdi.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
 
@@ -99,7 +99,7 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name, Commi
   // Under a filter the rows change now, and numbers of rows mean others.
   const bool isFiltered = !CurrentFilterSettings().IsOff();
   if (isFiltered) ClearSelection(app.list.selection);
-  if (isFiltered && app.features.refreshFilter) app.features.refreshFilter();
+  if (isFiltered) RunFeature(app.features.refreshFilter);
   if (!isFiltered && end == CommitEnd::kByKey && IsStillAt(editing.index, editing.item)) {
     SelectOnly(app.list.selection, editing.index);
   }
@@ -126,14 +126,6 @@ void Commit(AppState& app, MainWindow& window, CommitEnd end) {
   isCommitting = false;
 }
 
-void DrawFrame(HWND editor) {
-  const WindowDc dc(editor);
-  RECT client = {};
-  GetClientRect(editor, &client);
-  SetDCBrushColor(dc.Get(), CurrentPalette.focusRing);
-  FrameRect(dc.Get(), &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
-
 LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
   MainWindow& window = TheWindow();
@@ -156,7 +148,7 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
       break;
     case WM_PAINT: {
       const LRESULT result = DefSubclassProc(editor, message, wParam, lParam);
-      DrawFrame(editor);
+      FrameClient(editor, CurrentPalette.focusRing);
       return result;
     }
     case WM_NCDESTROY:

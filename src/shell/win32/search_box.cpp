@@ -5,13 +5,9 @@
 #include <algorithm>
 
 #include "config/palette.h"
-#include "search/query.h"
-#include "search/search_pipeline.h"
-#include "shell/app_state.h"
-#include "shell/layout.h"
 #include "shell/search_keys.h"
+#include "shell/win32/controls.h"
 #include "shell/win32/edit_keys.h"
-#include "shell/win32/gdi.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_ids.h"
@@ -21,14 +17,11 @@ namespace quilmark {
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr size_t kLongestQuery = 255;
 constexpr int kLeftInset = 14, kRightInset = 8, kRadius = 8;  // pixels at 96 dpi
-
-int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
 int FontHeight(HWND edit) {
   const WindowDc dc(edit);
-  const auto font = reinterpret_cast<HFONT>(SendMessageW(edit, WM_GETFONT, 0, 0));
+  const HFONT font = FontOf(edit);
   if (font == nullptr) return Scaled(13);
   const SelectScope selected(dc.Get(), font);
   TEXTMETRICW metrics = {};
@@ -36,20 +29,11 @@ int FontHeight(HWND edit) {
   return metrics.tmHeight;
 }
 
-void FillBackground(HWND edit, HDC dc) {
-  RECT client = {};
-  GetClientRect(edit, &client);
-  FillWith(dc, client, CurrentPalette.editWell);
-}
-
 // The corners outside the rounded frame show the window behind.
 void DrawFrame(HWND edit) {
   const WindowDc dc(edit);
-  RECT client = {};
-  GetClientRect(edit, &client);
-  const bool hasFocus = GetFocus() == edit;
-  const UniquePen pen(
-      CreatePen(PS_SOLID, 1, hasFocus ? CurrentPalette.focusRing : CurrentPalette.border));
+  const RECT client = ClientRectOf(edit);
+  const UniquePen pen(CreatePen(PS_SOLID, 1, FrameColorOf(edit)));
   const UniqueRegion all(CreateRectRgnIndirect(&client));
   const UniqueRegion round(
       CreateRoundRectRgn(0, 0, client.right + 1, client.bottom + 1, Scaled(kRadius), Scaled(kRadius)));
@@ -66,7 +50,7 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
   if (const auto taken = TakeEditMessage(edit, message, wParam, lParam)) return *taken;
   switch (message) {
     case WM_ERASEBKGND:
-      FillBackground(edit, reinterpret_cast<HDC>(wParam));
+      FillClient(edit, reinterpret_cast<HDC>(wParam), CurrentPalette.editWell);
       return 1;
     case WM_KEYDOWN:
       if (TakeSearchKey(TheWindow(), static_cast<uint32_t>(wParam), TextOfWindow(edit, kLongestQuery))) {
@@ -94,11 +78,11 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
 }  // namespace
 
 HWND MakeSearchBox(HWND parent, HFONT font) {
-  const HWND edit = CreateWindowExW(
-      0, L"EDIT", L"",
-      WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_TABSTOP | ES_LEFT | ES_AUTOHSCROLL | ES_MULTILINE, 0, 0,
-      10, 10, parent, reinterpret_cast<HMENU>(kSearchBox), GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  const HWND edit = MakeControl(
+      parent,
+      {L"EDIT", WS_VISIBLE | WS_DISABLED | WS_TABSTOP | ES_LEFT | ES_AUTOHSCROLL | ES_MULTILINE,
+       kSearchBox},
+      font);
   SendMessageW(edit, EM_SETLIMITTEXT, kLongestQuery, 0);
   SetWindowSubclass(edit, EditProcedure, kSubclass, 0);
   return edit;
@@ -109,8 +93,7 @@ void ApplySearchBoxRect(HWND searchBox) { CentreEditLine(searchBox, kLeftInset, 
 void CentreEditLine(HWND edit, int leftInset, int rightInset) {
   if (!IsWindow(edit)) return;
   SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
-  RECT rect = {};
-  GetClientRect(edit, &rect);
+  RECT rect = ClientRectOf(edit);
   const int inset = std::max<int>((rect.bottom - FontHeight(edit)) / 2, 0);
   rect.left += Scaled(leftInset);
   rect.right -= Scaled(rightInset);

@@ -3,7 +3,11 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 namespace quilmark {
+
+inline constexpr size_t kLongestQuery = 255;  // units that the box takes
 
 HWND MakeSearchBox(HWND parent, HFONT font);
 
