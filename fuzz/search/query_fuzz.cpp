@@ -1,6 +1,5 @@
 // Any text: terms come out trimmed and not empty, a query written out from its terms means the same,
 // paths stand still once they are normalised.
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <atomic>
 #include <exception>
 #include <memory>
@@ -11,7 +10,6 @@
 #include "index/search_engine.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
-#include "platform/format.h"
 #include "platform/utf.h"
 
 namespace quilmark {

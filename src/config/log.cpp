@@ -7,7 +7,6 @@
 #include "platform/background.h"
 #include "platform/format.h"
 #include "platform/known_folders.h"
-#include "platform/locks.h"
 #include "platform/text_file.h"
 #include "platform/utf.h"
 

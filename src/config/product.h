@@ -6,7 +6,6 @@
 namespace quilmark {
 
 inline constexpr std::u16string_view kProductName = u"Quilmark";
-inline constexpr std::u16string_view kHomePage = u"https://quilmark.example";
 inline constexpr std::u16string_view kMainTitle = u"Quilmark - https://quilmark.example";
 
 }  // namespace quilmark

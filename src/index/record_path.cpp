@@ -1,5 +1,4 @@
 #include <array>
-#include <mutex>
 #include <shared_mutex>
 
 #include "index/volume_index.h"

@@ -1,6 +1,5 @@
 #include "index/volume_index.h"
 
-#include <algorithm>
 #include <mutex>
 #include <shared_mutex>
 

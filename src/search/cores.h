@@ -1,4 +1,4 @@
-// Work of the processor alone, spread over the cores.
+// Work spread over the cores, or over as many threads as the caller says.
 #pragma once
 
 #include <algorithm>

@@ -1,8 +1,6 @@
 #include <algorithm>
 #include <array>
-#include <mutex>
 #include <numeric>
-#include <shared_mutex>
 
 #include "search/attr_cache.h"
 #include "search/cores.h"

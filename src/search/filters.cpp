@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "platform/background.h"
-#include "platform/text.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
 #include "search/extension_table.h"

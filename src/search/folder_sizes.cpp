@@ -2,7 +2,6 @@
 
 #include <mutex>
 #include <shared_mutex>
-#include <vector>
 
 #include "platform/file_reference.h"
 

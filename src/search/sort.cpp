@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <mutex>
-#include <optional>
-#include <shared_mutex>
 #include <thread>
 
 #include "config/attr_counters.h"
@@ -13,7 +11,6 @@
 #include "platform/clock.h"
 #include "platform/format.h"
 #include "search/attr_cache.h"
-#include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
 #include "search/folder_sizes.h"
 #include "search/sort_rows.h"

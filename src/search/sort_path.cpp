@@ -1,6 +1,4 @@
-#include <algorithm>
 #include <numeric>
-#include <utility>
 
 #include "search/path_tree.h"
 #include "search/sort_rows.h"

@@ -1,7 +1,5 @@
 #include "shell/empty_state.h"
 
-#include <shared_mutex>
-
 #include "config/translate.h"
 #include "platform/format.h"
 #include "search/search_state.h"

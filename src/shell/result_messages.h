@@ -1,9 +1,6 @@
 // What posted messages do to the window. Interface thread.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "platform/window_post.h"
 #include "shell/app_state.h"
 #include "shell/window_port.h"

@@ -1,7 +1,6 @@
 #include "shell/row_cells.h"
 
 #include <optional>
-#include <shared_mutex>
 
 #include "search/attr_cache.h"
 #include "search/folder_sizes.h"

@@ -1,7 +1,5 @@
 #include "shell/row_text.h"
 
-#include <shared_mutex>
-
 #include "search/search_state.h"
 
 namespace quilmark {

@@ -11,7 +11,6 @@
 #include "config/scratch_config.h"
 #include "platform/background.h"
 #include "platform/files.h"
-#include "platform/known_folders.h"
 
 namespace quilmark {
 namespace {

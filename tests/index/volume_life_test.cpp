@@ -11,7 +11,6 @@
 #include "index/ntfs_volume.h"
 #include "index/volume_life_fixture.h"
 #include "index/volume_list.h"
-#include "platform/background.h"
 #include "platform/files.h"
 #include "platform/utf.h"
 #include "support/scripted_device.h"

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <mutex>
-
 #include "index/ntfs_volume.h"
 #include "platform/debug_output.h"
 #include "support/scripted_device.h"

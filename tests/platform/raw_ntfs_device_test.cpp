@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-
 #include "platform/bytes.h"
 #include "platform/usn_record.h"
 #include "support/ntfs_builder.h"

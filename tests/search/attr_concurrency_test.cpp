@@ -2,7 +2,6 @@
 // the end is that of a plain reference. Run under ThreadSanitizer as well.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <map>

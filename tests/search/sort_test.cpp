@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "platform/background.h"
-#include "platform/text.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
 #include "search/sort_rows.h"

@@ -6,7 +6,6 @@
 
 #include "config/config_directory.h"
 #include "config/palette.h"
-#include "config/scratch_config.h"
 #include "config/ui_colors.h"
 #include "platform/text_file.h"
 #include "shell/window_harness.h"

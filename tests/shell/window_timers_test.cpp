@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/clock.h"
 #include "shell/window_harness.h"
 #include "shell/window_ids.h"
 #include "support/mapped_drive.h"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <stdexcept>
 
 #include "platform/bytes.h"
 #include "platform/ntfs/mft_reader.h"

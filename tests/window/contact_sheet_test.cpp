@@ -2,8 +2,6 @@
 // sheet. The names of the pictures are the captions there.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "config/ui_colors.h"
 #include "platform/win32/wide.h"
 #include "shell/list_colors.h"

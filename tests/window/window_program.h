@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "support/environment.h"
 #include "support/scratch_folder.h"

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "platform/ntfs/mft_reader.h"
 #include "platform/volume_device.h"

@@ -4,7 +4,6 @@
 
 #include "platform/byte_source.h"
 #include "platform/bytes.h"
-#include "platform/ntfs/boot_sector.h"
 #include "platform/ntfs/mft_reader.h"
 
 namespace quilmark {

@@ -1,7 +1,6 @@
 // The files of a volume out of its $MFT, as FSCTL_ENUM_USN_DATA delivers them.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>

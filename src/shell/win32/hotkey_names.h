@@ -1,7 +1,8 @@
 // Names of keys in the layout of the keyboard.
 #pragma once
 
-#include "shell/hotkey_text.h"
+#include <cstdint>
+#include <string>
 
 namespace quilmark {
 

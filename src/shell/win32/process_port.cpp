@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include "platform/win32/wide.h"
+#include "shell/hotkey_text.h"
 #include "shell/win32/hotkey_names.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/system_calls.h"

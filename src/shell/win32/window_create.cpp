@@ -10,7 +10,6 @@
 #include "shell/win32/main_window.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/theme.h"
-#include "shell/win32/window_text.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {

@@ -8,7 +8,6 @@
 
 #include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
-#include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/ntfs/change_journal.h"
 #include "platform/ntfs/raw_ntfs_device.h"

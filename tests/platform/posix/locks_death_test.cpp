@@ -2,7 +2,6 @@
 
 #include <mutex>
 #include <shared_mutex>
-#include <thread>
 
 #include "platform/locks.h"
 
