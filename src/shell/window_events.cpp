@@ -91,7 +91,7 @@ void ToggleWindow(AppState& app, WindowPort& window) {
   ShowMainWindow(app, window);
 }
 
-void OnActivation(AppState&, WindowPort& window, Activation activation) {
+void OnActivation(WindowPort& window, Activation activation) {
   if (activation == Activation::kDeactivated) return window.StartTimer(kTimerIdleTrim, kIdleTrimMs);
   window.FocusSearchBox();
   window.StopTimer(kTimerIdleTrim);

@@ -25,7 +25,7 @@ void ToggleWindow(AppState& app, WindowPort& window);
 // Activation and its loss: the search box has the focus of an active window; a window in the background
 // trims itself after a while.
 enum class Activation { kActivated, kDeactivated };
-void OnActivation(AppState& app, WindowPort& window, Activation activation);
+void OnActivation(WindowPort& window, Activation activation);
 
 // The shell of the system was started again: its notification area knows nothing of us.
 void OnTaskbarCreated(AppState& app, WindowPort& window);

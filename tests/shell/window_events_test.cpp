@@ -132,9 +132,9 @@ TEST_F(WindowEvents, TheFirstShowRunsTheSearchThatAHiddenStartLeft) {
 }
 
 TEST_F(WindowEvents, AnActiveWindowHasTheFocusInTheSearchBox) {
-  OnActivation(app, window, Activation::kActivated);
+  OnActivation(window, Activation::kActivated);
   EXPECT_EQ(window.calls, (Calls{"FocusSearchBox", "StopTimer 30010"}));
-  OnActivation(app, window, Activation::kDeactivated);
+  OnActivation(window, Activation::kDeactivated);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30010, 30'000}}));
 }
 

@@ -56,14 +56,14 @@ Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
   return 0;
 }
 
-Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
+Outcome OnActivate(AppState&, MainWindow& window, const Message& message) {
   const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
   if (isActive && window.renameEditor != nullptr) {
     window.StopTimer(kTimerIdleTrim);
     SetFocus(window.renameEditor);  // back from the message about its text
     return 0;
   }
-  OnActivation(app, window, isActive ? Activation::kActivated : Activation::kDeactivated);
+  OnActivation(window, isActive ? Activation::kActivated : Activation::kDeactivated);
   // The system's own handling would take the focus to the window itself, which is all that it does.
   return isActive && window.IsSearchBoxEnabled() ? Outcome(0) : std::nullopt;
 }
