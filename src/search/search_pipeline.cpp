@@ -165,6 +165,7 @@ void PublishRebuilt(const SearchJob& job, std::shared_ptr<const ResultSet> resul
     const std::scoped_lock lock(ResultsLock);
     if (!IsCurrent(job.generation)) return;
     CurrentResults.swap(results);
+    HeldOrder = {};
     SortColumn = sort.column;
     SortAscending = sort.ascending;
   }

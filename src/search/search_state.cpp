@@ -12,8 +12,8 @@ std::atomic<uint64_t> searchGeneration = 0;
 OrderedLock ResultsLock{LockRank::kLeaf, "ResultsLock"};
 std::shared_ptr<const ResultSet> CurrentResults = std::make_shared<ResultSet>();
 int SortColumn = -1;
-int HeldOrder = -1;
 bool SortAscending = true;
+SetOrder HeldOrder;
 std::atomic<int> scopeIndex = kScopeAll;
 std::atomic<bool> SuppressRecentView = false;
 std::atomic<bool> initialSearchEnabled = true;
@@ -42,7 +42,7 @@ std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all,
 bool IsCurrent(uint64_t generation) { return searchGeneration == generation && !ShutdownRequested; }
 
 bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
-                    bool keepSort, int order) {
+                    bool keepSort, SetOrder order) {
   {
     const std::scoped_lock lock(ResultsLock);
     if (!IsCurrent(generation)) return false;

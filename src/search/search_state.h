@@ -27,8 +27,16 @@ extern std::atomic<uint64_t> searchGeneration;
 extern OrderedLock ResultsLock;                          // leaf lock: a test and a swap
 extern std::shared_ptr<const ResultSet> CurrentResults;  // ResultsLock; what the list shows
 extern int SortColumn;                                   // ResultsLock; -1: none
-extern int HeldOrder;       // ResultsLock; the column that CurrentResults is wholly sorted by, -1: none
-extern bool SortAscending;  // ResultsLock
+extern bool SortAscending;                               // ResultsLock
+
+// How the rows of a set stand.
+struct SetOrder {
+  int column = -1;  // the set is wholly sorted by it; -1: it is not
+  bool ascending = true;
+
+  bool operator==(const SetOrder&) const = default;
+};
+extern SetOrder HeldOrder;  // ResultsLock; of CurrentResults
 
 extern std::atomic<int>
     scopeIndex;  // 0: all volumes; 1: the Desktop; n >= 2: the volume at position n - 2
@@ -98,7 +106,7 @@ extern SearchHooks searchHooks;  // set before the first search
 // Replaces CurrentResults under ResultsLock if `generation` is current, sets SortColumn to -1 unless
 // `keepSort`, and posts WM_SEARCH_RESULTS. `order`: becomes HeldOrder. False if the set was dropped.
 bool PublishResults(uint64_t generation, ResultKind kind, std::shared_ptr<const ResultSet> results,
-                    bool keepSort, int order = -1);
+                    bool keepSort, SetOrder order = {});
 
 // A reference to the set of the moment; never null.
 std::shared_ptr<const ResultSet> HeldResults();

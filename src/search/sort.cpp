@@ -32,7 +32,7 @@ enum class Order { kWhole, kOfWhatIsKnown };
 bool PublishSorted(const SortJob& job, std::vector<MatchItem> rows, Order order) {
   return PublishResults(job.generation, ResultKind::kSorted,
                         std::make_shared<const ResultSet>(std::move(rows)), true,
-                        order == Order::kWhole ? job.column : -1);
+                        order == Order::kWhole ? SetOrder{job.column, job.ascending} : SetOrder());
 }
 
 std::vector<VolumeIndex*> VolumesOf(const std::vector<MatchItem>& rows) {
@@ -161,13 +161,14 @@ void DoSortAsync(int column, Direction direction) {
     if (direction == Direction::kByClick) {
       const bool isSame = SortColumn == column;
       SortAscending = isSame ? !SortAscending : column != kColumnSize;
-      // Turning around is only right for a set that stands in the column's order by now.
-      job.reverse = isSame && column != kColumnSize && HeldOrder == column;
+      // Turning around is only right for a set that stands the other way round by now.
+      job.reverse = isSame && column != kColumnSize && HeldOrder == SetOrder{column, !SortAscending};
     }
     SortColumn = column;
     job.ascending = SortAscending;
+    // Under the lock: no search publishes between the look at the held set and this.
+    job.generation = ++searchGeneration;
   }
-  job.generation = ++searchGeneration;
   RunBackground("do_sort", [job] { RunSort(job); });
 }
 

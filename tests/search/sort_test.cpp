@@ -4,59 +4,13 @@
 
 #include <random>
 
-#include "config/config_directory.h"
-#include "config/scratch_config.h"
-#include "platform/background.h"
-#include "platform/text_file.h"
-#include "search/attr_cache.h"
+#include "search/sort_fixture.h"
 #include "search/sort_rows.h"
-#include "support/search_harness.h"
-#include "support/volumes.h"
 
 namespace quilmark {
 namespace {
 
-class Sort : public testing::Test {
- protected:
-  Sort() {
-    auto made = MakeTestVolume(u"Q:");
-    volume = AddVolume(Engine(), std::move(made));
-    Engine().ready = true;
-  }
-  uint32_t AddWith(std::u16string_view name, int64_t size, FileTime modified = 1, FileTime created = 1) {
-    const uint64_t frn = 1'000 + next++;
-    const uint32_t index = AddFile(*volume, name, kRootFrnOfTests, frn);
-    StoreAttr(*volume, frn, {.size = size, .modified = modified, .created = created, .valid = true});
-    return index;
-  }
-  void Hold(std::vector<uint32_t> indices) {
-    auto rows = std::make_shared<ResultSet>();
-    for (const uint32_t index : indices) rows->push_back({volume, index});
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
-  }
-  std::vector<std::u16string> Names() {
-    std::vector<std::u16string> names;
-    for (const MatchItem& item : *HeldResults()) {
-      names.emplace_back(NameOf(item.volume->records[item.index]));
-    }
-    return names;
-  }
-  void SortBy(int column) {
-    DoSortAsync(column, Direction::kByClick);
-    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  }
-  std::u16string Metrics() {
-    return ReadTextFile(GetConfigDirectory() + u"\\perf_metrics.log").value_or(u"");
-  }
-
-  ScratchConfig config;
-  SearchHarness search;
-  VolumeIndex* volume = nullptr;
-  uint64_t next = 0;
-};
-
-using Names16 = std::vector<std::u16string>;
+class Sort : public SortFixture {};
 
 TEST_F(Sort, OrdersNamesIgnoringCase) {
   Hold({AddWith(u"beta", 1), AddWith(u"Alpha", 2), AddWith(u"alphabet", 3), AddWith(u"ÄRGER", 4)});
@@ -206,13 +160,6 @@ TEST_F(Sort, IgnoresTheNumberColumn) {
   const uint64_t before = searchGeneration;
   DoSortAsync(0, Direction::kByClick);
   EXPECT_EQ(searchGeneration, before);
-}
-
-TEST_F(Sort, CancelsARunningSearch) {
-  const uint64_t before = searchGeneration;
-  DoSortAsync(kColumnName, Direction::kByClick);
-  EXPECT_FALSE(IsCurrent(before));
-  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
 }
 
 SortRow RandomRow(std::mt19937& random, VolumeIndex* volumes) {

@@ -17,7 +17,7 @@ void ResetState() {
   const std::scoped_lock lock(ResultsLock);
   CurrentResults = std::make_shared<ResultSet>();
   SortColumn = -1;
-  HeldOrder = -1;
+  HeldOrder = {};
   isAttrCacheLoaded = true;
   SortAscending = true;
 }
