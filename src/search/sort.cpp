@@ -12,7 +12,6 @@
 #include "platform/format.h"
 #include "search/attr_cache.h"
 #include "search/attr_jobs.h"
-#include "search/folder_sizes.h"
 #include "search/sort_rows.h"
 
 namespace quilmark {
@@ -33,16 +32,6 @@ bool PublishSorted(const SortJob& job, std::vector<MatchItem> rows, Order order)
   return PublishResults(job.generation, ResultKind::kSorted,
                         std::make_shared<const ResultSet>(std::move(rows)), true,
                         order == Order::kWhole ? SetOrder{job.column, job.ascending} : SetOrder());
-}
-
-std::vector<VolumeIndex*> VolumesOf(const std::vector<MatchItem>& rows) {
-  std::vector<VolumeIndex*> volumes;
-  for (const MatchItem& row : rows) {
-    if (!volumes.empty() && volumes.back() == row.volume) continue;
-    if (std::find(volumes.begin(), volumes.end(), row.volume) == volumes.end())
-      volumes.push_back(row.volume);
-  }
-  return volumes;
 }
 
 // Fetches attributes with several threads, since this waits for the disk, and tells how far it has come.
@@ -87,14 +76,6 @@ class Fetch {
   std::atomic<uint64_t> lastReportMs_ = TickMs();
 };
 
-void RefreshFolderTotals(const std::vector<MatchItem>& rows) {
-  for (VolumeIndex* const volume : VolumesOf(rows)) {
-    // A walk that is under way has taken the mark off and not published yet.
-    { const std::scoped_lock underWay(volume->folderSizesBuild); }
-    if (volume->folderSizesDirty) RebuildFolderSizes(*volume);
-  }
-}
-
 struct Timing {
   uint64_t startMs = TickMs(), hydrateMs = 0;
   uint64_t hits = AttrCounters().hits, misses = AttrCounters().misses;
@@ -104,6 +85,7 @@ struct Timing {
 uint64_t Increase(uint64_t before, uint64_t now) { return now > before ? now - before : 0; }
 
 void LogSort(const SortJob& job, const Timing& timing, size_t rows) {
+  if (!keepsAttrCacheFile) return;
   const uint64_t misses = Increase(timing.misses, AttrCounters().misses);
   const uint64_t hits = Increase(timing.hits, AttrCounters().hits);
   const char16_t* const type = misses == 0 ? u"warm" : timing.isTwoPhase ? u"cold-2phase" : u"cold";
@@ -129,7 +111,6 @@ void Reverse(const SortJob& job, std::vector<MatchItem> rows, uint64_t start) {
 
 // Shows what is known, fetches what is not. False if the job went stale.
 bool FetchMissing(const SortJob& job, const std::vector<MatchItem>& rows, Timing& timing) {
-  if (job.column == kColumnSize) RefreshFolderTotals(rows);
   const auto missing = MissingRows(rows, job);
   if (!missing) return false;
   if (!missing->empty()) {
@@ -138,10 +119,6 @@ bool FetchMissing(const SortJob& job, const std::vector<MatchItem>& rows, Timing
     Fetch(job, *missing, rows.size()).Run();
     timing.isTwoPhase = true;
     timing.hydrateMs = TickMs() - start;
-    if (!IsCurrent(job.generation)) return false;
-    if (job.column == kColumnSize) {
-      for (VolumeIndex* const volume : VolumesOf(*missing)) RebuildFolderSizes(*volume);
-    }
   }
   return IsCurrent(job.generation);
 }
@@ -174,9 +151,10 @@ void DoSortAsync(int column, Direction direction) {
 
 void RunSort(const SortJob& job) {
   Timing timing;
-  const auto held = HeldResults();
+  auto held = HeldResults();
   if (held->empty() || !IsCurrent(job.generation)) return;
   std::vector<MatchItem> rows = LiveRows(*held);
+  held.reset();  // the disk may take minutes, and nobody else needs the former set
   if (job.reverse) return Reverse(job, std::move(rows), timing.startMs);
   const bool isByValue = NeedsAttributes(job.column);
   if (isByValue && !FetchMissing(job, rows, timing)) return;

@@ -48,7 +48,7 @@ bool AddRowsOnCores(RowRun rows, const SortJob& job, KeyedRows& keyed, AddRow ad
   return isCurrent;
 }
 
-// The held rows without those that are gone.
+// The held rows without those that are gone or have no volume.
 SortedRows LiveRows(RowRun held);
 
 // The rows that the disk must be asked about before a sort by size or date. Empty if the job went stale.
@@ -57,7 +57,8 @@ std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job);
 // Whether the status line counts the missing rows while they are fetched.
 bool ShowsFetchProgress(size_t missing, size_t rows);
 
-// Rows by size or date, as far as known.
+// Rows by size or date, as far as known, after the totals of their folders have been brought up to date.
+// Empty if the job went stale on the way.
 SortedRows SortedByValue(RowRun rows, const SortJob& job);
 
 // Of two rows with one text the first in the index goes first. `context`: the RowRun of all rows.

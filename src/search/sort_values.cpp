@@ -1,5 +1,6 @@
 #include <array>
 #include <functional>
+#include <mutex>
 
 #include "search/attr_cache.h"
 #include "search/folder_sizes.h"
@@ -55,7 +56,7 @@ void SetFileValue(SortRow& row, const AttrEntry& entry, uint64_t frn, int column
 
 void SetFolderValue(SortRow& row, uint64_t frn) {
   uint64_t size = 0;
-  row.hasValue = GetFolderSize(*row.volume, frn, size, IfDirty::kRebuild);
+  row.hasValue = GetFolderSize(*row.volume, frn, size, IfDirty::kLeave);
   row.size = static_cast<int64_t>(size);
 }
 
@@ -74,6 +75,25 @@ void FillSortRows(RowRun run, int column, std::span<SortRow> rows) {
   }
 }
 
+std::vector<VolumeIndex*> VolumesOf(RowRun rows) {
+  std::vector<VolumeIndex*> volumes;
+  for (const MatchItem& row : rows) {
+    if (!volumes.empty() && volumes.back() == row.volume) continue;
+    if (std::find(volumes.begin(), volumes.end(), row.volume) == volumes.end())
+      volumes.push_back(row.volume);
+  }
+  return volumes;
+}
+
+// Once before the rows are filled: while sizes arrive the totals go stale again with each of them.
+void RefreshFolderTotals(RowRun rows) {
+  for (VolumeIndex* const volume : VolumesOf(rows)) {
+    // A walk that is under way has taken the mark off and not published yet.
+    { const std::scoped_lock underWay(volume->folderSizesBuild); }
+    if (volume->folderSizesDirty) RebuildFolderSizes(*volume);
+  }
+}
+
 }  // namespace
 
 SortedRows LiveRows(RowRun held) {
@@ -81,6 +101,7 @@ SortedRows LiveRows(RowRun held) {
   rows.reserve(held.size());
   RunKinds kinds;
   ForEachRun(held, [&](RowRun run) {
+    if (run[0].volume == nullptr) return true;
     ReadKinds(run, kinds);
     for (size_t i = 0; i < run.size(); ++i) {
       if (kinds.isLive[i]) rows.push_back(run[i]);
@@ -116,15 +137,18 @@ std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job) {
 
 SortedRows SortedByValue(RowRun items, const SortJob& job) {
   constexpr size_t kRowsAPiece = 16 * kRowsARun;
+  RefreshFolderTotals(items);
   std::vector<SortRow> rows(items.size());
   OnCores(items.size(), kRowsAPiece, [&](size_t, size_t first, size_t end) {
     auto place = std::span(rows).subspan(first);
     ForEachRun(items.subspan(first, end - first), [&](RowRun run) {
+      if (!IsCurrent(job.generation)) return false;
       FillSortRows(run, job.column, place);
       place = place.subspan(run.size());
       return true;
     });
   });
+  if (!IsCurrent(job.generation)) return {};
   SortOnCores(rows.begin(), rows.end(), [&job](const SortRow& a, const SortRow& b) {
     return StandsBefore(a, b, job.column, job.ascending);
   });
