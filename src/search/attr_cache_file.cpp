@@ -1,5 +1,6 @@
 #include "search/attr_cache_file.h"
 
+#include <algorithm>
 #include <limits>
 #include <mutex>
 #include <optional>
@@ -66,6 +67,7 @@ uint64_t JournalIdOf(const VolumeIndex& volume) {
 CachedVolume CopyEntries(const VolumeIndex& volume) {
   CachedVolume cached{.letter = volume.drive[0], .journalId = JournalIdOf(volume), .entries = {}};
   const std::shared_lock lock(volume.attrLock);
+  cached.entries.reserve(std::min<size_t>(volume.attrs.size(), kMostEntries));
   for (const auto& [frn, entry] : volume.attrs) {
     const bool hasDates = entry.modified != 0 || entry.created != 0;
     // More than a reader takes would cost the volume all of them.
@@ -106,15 +108,46 @@ uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
   return volume.attrs.size();
 }
 
+// Set when the load has come to its end, also by an exception: not while volumes still lack what it
+// brings them.
+struct LoadedMark {
+  ~LoadedMark() { isAttrCacheLoaded = true; }
+};
+
 void LogCacheMetric(std::u16string_view what, uint64_t ms, uint64_t entries, uint64_t bytes) {
   LogPerfMetric(
       FormatText(u"%ls ms=%llu path=%ls entries=%llu bytes=%llu", what, ms, FilePath(), entries, bytes));
 }
 
+// The save at the end waits for one that a job has begun: two writers would mix in the file.
+std::mutex oneSaveAtATime;
+
+// oneSaveAtATime held.
+void Save(SearchEngine& engine) {
+  if (!isAttrCacheLoaded) return;
+  const uint64_t start = TickMs();
+  const uint64_t generation = AttrCacheGeneration;
+  std::vector<CachedVolume> volumes;
+  uint64_t entries = 0;
+  for (const VolumeIndex* const volume : CacheableVolumes(engine)) {
+    volumes.push_back(CopyEntries(*volume));
+    entries += volumes.back().entries.size();
+  }
+  const std::string bytes = AttrCacheBytes(volumes);
+  if (!WriteFileBytes(FilePath(), bytes)) return;
+  const uint64_t ms = TickMs() - start;
+  AttrCounters().cacheSaveMillis += ms;
+  if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
+  LogCacheMetric(u"cache_save", ms, entries, bytes.size());
+}
+
 }  // namespace
 
 std::string AttrCacheBytes(const std::vector<CachedVolume>& volumes) {
+  size_t size = kFileHeader;
+  for (const CachedVolume& volume : volumes) size += kVolumeHeader + volume.entries.size() * kEntrySize;
   std::string bytes(kMagic);
+  bytes.reserve(size);
   Append(bytes, kVersion);
   Append(bytes, static_cast<uint32_t>(volumes.size()));
   for (const CachedVolume& volume : volumes) {
@@ -164,9 +197,9 @@ uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>
 }
 
 void LoadAttrCache(SearchEngine& engine) {
+  const LoadedMark mark;
   const uint64_t start = TickMs();
   const auto bytes = ReadFileBytes(FilePath(), kLongestFile);
-  isAttrCacheLoaded = true;  // also where there is none: nothing is lost by a save from now on
   if (!bytes) return;
   const auto cached = ReadAttrCacheBytes(std::as_bytes(std::span(*bytes)));
   if (!cached) return;
@@ -178,25 +211,18 @@ void LoadAttrCache(SearchEngine& engine) {
 }
 
 void SaveAttrCache(SearchEngine& engine) {
-  // The save at the end waits for one that a job has begun: two writers would mix in the file.
-  static std::mutex oneAtATime;
-  const std::scoped_lock lock(oneAtATime);
-  const uint64_t start = TickMs();
-  const uint64_t generation = AttrCacheGeneration;
-  std::vector<CachedVolume> volumes;
-  uint64_t entries = 0;
-  for (const VolumeIndex* const volume : CacheableVolumes(engine)) {
-    volumes.push_back(CopyEntries(*volume));
-    entries += volumes.back().entries.size();
-  }
-  const std::string bytes = AttrCacheBytes(volumes);
-  if (!WriteFileBytes(FilePath(), bytes)) return;
-  const uint64_t ms = TickMs() - start;
-  AttrCounters().cacheSaveMillis += ms;
-  if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
-  LogCacheMetric(u"cache_save", ms, entries, bytes.size());
+  const std::scoped_lock lock(oneSaveAtATime);
+  // Asked under the lock: a job that waited for the last save finds no volumes any more.
+  if (!ShutdownRequested) Save(engine);
 }
 
-bool HasAttrCacheFile() { return IsExistingPath(FilePath()); }
+void SaveAttrCacheAtEnd(SearchEngine& engine) {
+  const std::scoped_lock lock(oneSaveAtATime);
+  Save(engine);
+}
+
+void WriteMissingAttrCache(SearchEngine& engine) {
+  if (!IsExistingPath(FilePath())) SaveAttrCache(engine);
+}
 
 }  // namespace quilmark

@@ -15,8 +15,8 @@ namespace quilmark {
 // How often AttrCacheGeneration had been raised when the cache was last saved or loaded.
 extern std::atomic<uint64_t> AttrSavedGeneration;
 
-// Set once the file of the last run has been looked for: what is saved before would be less than it
-// holds.
+// Set once the file of the last run has been looked for and taken over: what is saved before would be
+// less than it holds.
 extern std::atomic<bool> isAttrCacheLoaded;
 
 // The bytes of a file, volume after volume.
@@ -34,10 +34,17 @@ std::optional<std::vector<CachedVolume>> ReadAttrCacheBytes(std::span<const std:
 // Gives the entries to the volumes with their letter, those of files that still exist. The number kept.
 uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>& cached);
 
-// From and to the file in the configuration directory; a metric line each. A failed save is ignored; a
-// file that is missing or foreign counts as absent.
+// From the file in the configuration directory, with a metric line. A file that is missing or foreign
+// counts as absent. Sets isAttrCacheLoaded, whatever came of it.
 void LoadAttrCache(SearchEngine& engine);
+
+// To that file, with a metric line; nothing before isAttrCacheLoaded. A failed save is ignored. The
+// first is for jobs and does nothing once the program ends, the other has the last word: the volumes go
+// next.
 void SaveAttrCache(SearchEngine& engine);
-bool HasAttrCacheFile();
+void SaveAttrCacheAtEnd(SearchEngine& engine);
+
+// SaveAttrCache where there is no file yet.
+void WriteMissingAttrCache(SearchEngine& engine);
 
 }  // namespace quilmark

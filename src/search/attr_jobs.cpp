@@ -18,6 +18,7 @@ std::atomic<bool> keepsAttrCacheFile = true;
 namespace {
 
 constexpr uint32_t kPrewarmRecords = 3'000, kPrewarmPause = 128;
+constexpr uint64_t kSaveGapMs = 3'000;
 
 std::atomic<bool> hydrationRuns = false;
 std::atomic<bool> isAskedMeanwhile = false;  // while one ran
@@ -95,7 +96,7 @@ void PrewarmVolumes(SearchEngine& engine) {
 
 // Two jobs that save share one flag: the second would write the same.
 void SaveInJob(SearchEngine& engine, const char* name) {
-  if (!keepsAttrCacheFile || !isAttrCacheLoaded || saveRuns.exchange(true)) return;
+  if (!keepsAttrCacheFile || saveRuns.exchange(true)) return;
   const bool isStarted = RunBackground(name, [&engine] {
     const FlagMark mark{saveRuns};
     SaveAttrCache(engine);
@@ -140,6 +141,11 @@ void AutosaveAttrCacheAsync(SearchEngine& engine) {
   SaveInJob(engine, "cache_autosave");
 }
 
-void SaveAttrCacheAfterSort() { SaveInJob(Engine(), "sort_attr_cache_save"); }
+void SaveAttrCacheAfterSort(uint64_t nowMs) {
+  static std::atomic<uint64_t> lastMs = 0;
+  uint64_t last = lastMs;
+  if (nowMs - last <= kSaveGapMs || !lastMs.compare_exchange_strong(last, nowMs)) return;
+  SaveInJob(Engine(), "sort_attr_cache_save");
+}
 
 }  // namespace quilmark

@@ -32,7 +32,8 @@ extern std::atomic<bool> keepsAttrCacheFile;
 // Job "cache_autosave", if there is something to save and none runs.
 void AutosaveAttrCacheAsync(SearchEngine& engine);
 
-// The same after a sort, as job "sort_attr_cache_save".
-void SaveAttrCacheAfterSort();
+// The same after a sort that ended at `nowMs` (TickMs), as job "sort_attr_cache_save": whatever there
+// is, but not within 3 seconds of the one before.
+void SaveAttrCacheAfterSort(uint64_t nowMs);
 
 }  // namespace quilmark

@@ -19,10 +19,8 @@ namespace quilmark {
 namespace {
 
 constexpr size_t kProgressStep = 800;
-constexpr uint64_t kProgressMs = 151, kSaveGapMs = 3'000;
+constexpr uint64_t kProgressMs = 151;
 constexpr unsigned kLeastWorkers = 2, kMostWorkers = 6;
-
-std::atomic<uint64_t> lastSaveMs = 0;
 
 bool NeedsAttributes(int column) { return column >= kColumnSize && column <= kColumnCreated; }
 
@@ -94,13 +92,6 @@ void LogSort(const SortJob& job, const Timing& timing, size_t rows) {
                 FormatText(u" misses=%llu hits=%llu rows=%zu", misses, hits, rows));
 }
 
-void SaveAfterSort() {
-  uint64_t last = lastSaveMs;
-  const uint64_t now = TickMs();
-  if (now - last <= kSaveGapMs || !lastSaveMs.compare_exchange_strong(last, now)) return;
-  SaveAttrCacheAfterSort();
-}
-
 void Reverse(const SortJob& job, std::vector<MatchItem> rows, uint64_t start) {
   const size_t count = rows.size();
   std::reverse(rows.begin(), rows.end());
@@ -162,7 +153,7 @@ void RunSort(const SortJob& job) {
   std::vector<MatchItem> sorted = isByValue ? SortedByValue(rows, job) : SortedByText(rows, job);
   if (sorted.size() != count || !PublishSorted(job, std::move(sorted), Order::kWhole)) return;
   LogSort(job, timing, count);
-  if (isByValue) SaveAfterSort();
+  if (isByValue) SaveAttrCacheAfterSort(TickMs());
 }
 
 }  // namespace quilmark

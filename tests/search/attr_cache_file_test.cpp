@@ -2,13 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <utility>
+
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
+#include "index/volume_life.h"
 #include "platform/background.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
 #include "search/attr_jobs.h"
+#include "support/gate.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -43,6 +49,12 @@ class AttrCacheFile : public testing::Test {
     return *AddVolume(Engine(), std::move(volume));
   }
   std::u16string Path() const { return GetConfigDirectory() + u"\\attrcache.v1.bin"; }
+  bool HasFile() const { return IsExistingPath(Path()); }
+  // Of a sort that ends well behind all others.
+  static uint64_t NextDueMs() {
+    static uint64_t last = TickMs();
+    return last += 1'000'000;
+  }
   bool Holds(const VolumeIndex& volume) {
     AttrEntry entry;
     return PeekAttr(volume, kFrn, entry) && IsSame(entry, kEntry);
@@ -189,17 +201,142 @@ TEST_F(AttrCacheFile, IsNotWrittenByAJobBeforeThatOfTheLastRunWasLookedFor) {
   isAttrCacheLoaded = false;
   AutosaveAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_FALSE(HasAttrCacheFile());
+  SaveAttrCacheAtEnd(Engine());
+  EXPECT_FALSE(HasFile());
   isAttrCacheLoaded = true;
   AutosaveAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_TRUE(HasAttrCacheFile());
+  EXPECT_TRUE(HasFile());
   const uint64_t saved = AttrSavedGeneration;
   RemoveFile(Path());
   AutosaveAttrCacheAsync(Engine());  // nothing new
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_FALSE(HasAttrCacheFile());
+  EXPECT_FALSE(HasFile());
   EXPECT_EQ(AttrSavedGeneration, saved);
+}
+
+TEST_F(AttrCacheFile, IsNotWrittenWhileThatOfTheLastRunIsTakenOver) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
+  isAttrCacheLoaded = false;
+  const uint64_t before = AttrCacheGeneration;
+  Gate gate(volume.attrLock, Gate::Stops::kWriters);
+  std::atomic<bool> isDone = false;
+  std::thread load([&] {
+    LoadAttrCache(Engine());
+    isDone = true;
+  });
+  // A load that has read the file waits for the volume; one that has not reads what is there.
+  for (int i = 0; i < 50 && !isDone; ++i) {
+    SaveAttrCache(Engine());
+    SaveAttrCacheAtEnd(Engine());
+    SleepMs(1);
+  }
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  gate.Open();
+  load.join();
+  EXPECT_TRUE(isAttrCacheLoaded);
+  EXPECT_TRUE(Holds(volume));
+  EXPECT_EQ(AttrCacheGeneration, before + 1);
+}
+
+TEST_F(AttrCacheFile, CountsAsLookedForHoweverTheLookEnds) {
+  for (const char* const bytes : {"", "no cache at all", "HCSV\1\0\0\0"}) {
+    isAttrCacheLoaded = false;
+    if (*bytes != 0) {
+      ASSERT_TRUE(WriteFileBytes(Path(), bytes));
+    }
+    LoadAttrCache(Engine());
+    EXPECT_TRUE(isAttrCacheLoaded) << bytes;
+  }
+}
+
+// The program ends: the last save, then the volumes go, while jobs still run.
+TEST_F(AttrCacheFile, IsLeftAloneByJobsBehindTheLastSave) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  ShutdownRequested = true;
+  SaveAttrCacheAtEnd(Engine());
+  DropAllVolumes(Engine());
+  SaveAttrCacheAfterSort(NextDueMs());
+  SaveAttrCache(Engine());
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  ShutdownRequested = false;
+}
+
+TEST_F(AttrCacheFile, IsWrittenByTheLastSaveBehindThatOfAJob) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, {.size = 7, .modified = 7, .valid = true});
+  Gate gate(volume.indexLock, Gate::Stops::kAll);
+  SaveAttrCacheAfterSort(NextDueMs());  // waits for the volume
+  ShutdownRequested = true;
+  StoreAttr(volume, kFrn, kEntry);
+  std::thread end([] { SaveAttrCacheAtEnd(Engine()); });
+  gate.Open();
+  end.join();
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  ShutdownRequested = false;
+}
+
+TEST_F(AttrCacheFile, IsWrittenAfterASortOnceInThreeSeconds) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  const uint64_t now = NextDueMs();
+  for (const auto& [ms, isDue] : {std::pair{now, true}, {now + 3'000, false}, {now + 3'001, true}}) {
+    RemoveFile(Path());
+    SaveAttrCacheAfterSort(ms);
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+    EXPECT_EQ(HasFile(), isDue) << ms - now;
+  }
+}
+
+TEST_F(AttrCacheFile, IsWrittenByOneJobAtATime) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  Gate gate(volume.indexLock, Gate::Stops::kAll);
+  AutosaveAttrCacheAsync(Engine());  // waits for the volume
+  SaveAttrCacheAfterSort(NextDueMs());
+  gate.Open();
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  const std::u16string metrics = *ReadTextFile(GetConfigDirectory() + u"\\perf_metrics.log");
+  EXPECT_EQ(metrics.find(u"cache_save"), metrics.rfind(u"cache_save")) << "one";
+}
+
+TEST_F(AttrCacheFile, IsMadeAtTheStartWhereThereIsNone) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  WriteMissingAttrCache(Engine());
+  EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
+  ASSERT_TRUE(WriteFileBytes(Path(), "something"));
+  WriteMissingAttrCache(Engine());
+  EXPECT_EQ(ReadFileBytes(Path()), "something");
+}
+
+TEST_F(AttrCacheFile, GivesItsEntriesToTheVolumeOfItsJournal) {
+  VolumeIndex& other = AddNtfs(u"C:", 99);
+  VolumeIndex& same = AddNtfs(u"C:", kJournal);
+  ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
+  LoadAttrCache(Engine());
+  EXPECT_FALSE(Holds(other));
+  EXPECT_TRUE(Holds(same));
+  same.attrs.clear();
+  same.journalId = 98;
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(Holds(other)) << "the first of the letter";
+  EXPECT_FALSE(Holds(same));
+}
+
+TEST_F(AttrCacheFile, CutShortGivesWhatIsWhole) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  for (size_t length = 0; length < FileBytes().size(); ++length) {
+    volume.attrs.clear();
+    ASSERT_TRUE(WriteFileBytes(Path(), FileBytes().substr(0, length)));
+    LoadAttrCache(Engine());
+    EXPECT_TRUE(volume.attrs.empty()) << length;
+  }
 }
 
 TEST_F(AttrCacheFile, CountsAsAbsentWhereItCannotBeRead) {

@@ -14,9 +14,7 @@ namespace {
 
 void InstallStartupHooks() {
   startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
-  startupHooks.writeMissingAttributeCache = [] {
-    if (!HasAttrCacheFile()) SaveAttrCache(Engine());
-  };
+  startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
 }
 
 }  // namespace
@@ -37,9 +35,7 @@ void InstallFeatures(AppState& app, MainWindow& window) {
   };
   app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };
   app.features.autosaveAttributes = [] { AutosaveAttrCacheAsync(Engine()); };
-  app.features.saveAttributes = [] {
-    if (isAttrCacheLoaded) SaveAttrCache(Engine());
-  };
+  app.features.saveAttributes = [] { SaveAttrCacheAtEnd(Engine()); };
   app.features.sort = [&app, &window](int column) {
     RequestSort(app, window, column, Direction::kByClick);
   };
