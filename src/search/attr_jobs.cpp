@@ -30,6 +30,17 @@ struct FlagMark {
   ~FlagMark() { flag = false; }
 };
 
+// Ends a hydration's turn however its job ends. Whoever was refused meanwhile asks anew when the list is
+// painted.
+struct HydrationTurn {
+  ~HydrationTurn() {
+    hydrationRuns = false;
+    if (isAskedMeanwhile.exchange(false)) {
+      PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
+    }
+  }
+};
+
 struct Hydration {
   std::shared_ptr<const ResultSet> rows;
   RowRange range;
@@ -109,20 +120,14 @@ void SaveInJob(SearchEngine& engine, const char* name) {
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
   range.end = std::min<uint64_t>(range.end, rows->size());
   if (range.first >= range.end || ShutdownRequested) return;
-  if (hydrationRuns.exchange(true)) {
-    isAskedMeanwhile = true;
-    return;
-  }
+  // Before the try: a job that ends between the two finds it.
+  isAskedMeanwhile = true;
+  if (hydrationRuns.exchange(true)) return;
+  isAskedMeanwhile = false;
   const Hydration job{std::move(rows), range, ++hydrationGeneration, searchGeneration};
   const bool isStarted = RunBackground("attr_hydration", [job] {
-    {
-      const FlagMark mark{hydrationRuns};
-      Hydrate(job);
-    }
-    // Whoever was refused asks anew when the list is painted.
-    if (isAskedMeanwhile.exchange(false)) {
-      PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
-    }
+    const HydrationTurn turn;
+    Hydrate(job);
   });
   if (!isStarted) hydrationRuns = false;
 }

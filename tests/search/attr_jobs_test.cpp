@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <thread>
+
+#include "config/attr_counters.h"
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "index/usn_monitor.h"
@@ -11,6 +15,7 @@
 #include "search/attr_cache.h"
 #include "search/attr_cache_file.h"
 #include "search/folder_sizes.h"
+#include "support/gate.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 #include "support/scripted_device.h"
@@ -41,6 +46,13 @@ class AttrJobs : public testing::Test {
   void Hydrate(std::shared_ptr<const ResultSet> rows, RowRange range) {
     HydrateRowsAsync(std::move(rows), range);
     ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  }
+  // Until the first row's file has been read.
+  void HydrateAndWait(std::shared_ptr<const ResultSet> rows) {
+    const uint64_t reads = AttrCounters().diskReads;
+    const RowRange all = {0, rows->size()};
+    HydrateRowsAsync(std::move(rows), all);
+    ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
   }
   bool Knows(uint64_t frn) {
     AttrEntry entry;
@@ -90,6 +102,64 @@ TEST_F(AttrJobs, HydrationOfAFolderAddsUpWhatLiesBelow) {
   EXPECT_FALSE(volume.folderSizesDirty);
 }
 
+TEST_F(AttrJobs, HydrationEndsWhereItIsOutOfDate) {
+  const std::function<void()> ends[] = {[] { ++searchGeneration; }, [] { ++hydrationGeneration; },
+                                        [] { ShutdownRequested = true; }};
+  for (const auto& end : ends) {
+    volume.attrs.clear();
+    Gate gate(volume.attrLock, Gate::Stops::kWriters);
+    HydrateAndWait(Rows({a, b, d}));
+    end();
+    gate.Open();
+    EXPECT_TRUE(search.IsQuiet());
+    ShutdownRequested = false;
+    EXPECT_TRUE(Knows(101)) << "was under way";
+    EXPECT_FALSE(Knows(102));
+  }
+}
+
+TEST_F(AttrJobs, HydrationThatIsRefusedIsAskedForAnew) {
+  Gate gate(volume.attrLock, Gate::Stops::kWriters);
+  HydrateAndWait(Rows({a}));
+  const uint64_t token = hydrationGeneration;
+  HydrateRowsAsync(Rows({b}), {0, 1});
+  HydrateRowsAsync(Rows({b}), {0, 1});
+  EXPECT_EQ(hydrationGeneration, token);
+  gate.Open();
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  for (int i = 0; i < 2; ++i) {  // of what it found, and for whoever was refused
+    const PostedMessage message = search.Next();
+    EXPECT_EQ(message.message, WM_ATTRS_UPDATED);
+    EXPECT_EQ(message.first, token);
+  }
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_FALSE(Knows(102));
+  Hydrate(Rows({b}), {0, 1});
+  EXPECT_TRUE(Knows(102));
+  search.Next();
+  EXPECT_TRUE(search.IsQuiet()) << "asked for once";
+}
+
+// A request comes through or is refused and asked for anew, however close it comes to the end of
+// another.
+TEST_F(AttrJobs, NoHydrationIsLost) {
+  Hydrate(Rows({a}), {0, 1});
+  search.Next();
+  for (int round = 0; round < 500; ++round) {
+    {
+      const std::scoped_lock lock(volume.attrLock);
+      volume.attrs.erase(102);
+    }
+    HydrateRowsAsync(Rows({a}), {0, 1});  // knows all and says nothing of itself
+    for (int pause = round % 50; pause > 0; --pause) std::this_thread::yield();
+    HydrateRowsAsync(Rows({b}), {0, 1});
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+    ASSERT_TRUE(search.queue.Take(0).has_value()) << round;
+    while (search.queue.Take(0)) {
+    }
+  }
+}
+
 TEST_F(AttrJobs, HydrationEndsWithTheProgram) {
   ShutdownRequested = true;
   Hydrate(Rows({a}), {0, 1});
@@ -99,6 +169,7 @@ TEST_F(AttrJobs, HydrationEndsWithTheProgram) {
 
 TEST_F(AttrJobs, ARenamedFileLosesItsEntryAndGetsAFreshOneWhenShown) {
   Hydrate(Rows({a}), {0, 1});
+  SaveAttrCache(Engine());
   folder.MakeFile("a2", std::string(77, 'x'));
   UsnBlockBuilder block(5);
   block.Record(101, kRootFrnOfTests, u"a2", kUsnReasonRenameNewName);
