@@ -99,9 +99,12 @@ void PrewarmVolume(VolumeIndex& volume) {
 }
 
 void PrewarmVolumes(SearchEngine& engine) {
-  for (VolumeIndex* const volume : CopyVolumes(engine)) {
-    if (ShutdownRequested) return;
-    if (volume->valid && HasNoAttributes(*volume)) PrewarmVolume(*volume);
+  // All of them first: a row that is shown meanwhile does not keep its volume cold.
+  std::vector<VolumeIndex*> volumes = CopyVolumes(engine);
+  std::erase_if(volumes,
+                [](const VolumeIndex* volume) { return !volume->valid || !HasNoAttributes(*volume); });
+  for (VolumeIndex* const volume : volumes) {
+    if (!ShutdownRequested) PrewarmVolume(*volume);
   }
 }
 

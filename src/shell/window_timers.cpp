@@ -48,6 +48,7 @@ void GuardHiddenStart(AppState& app, WindowPort& window) {
 void StartPrewarm(AppState& app, WindowPort& window) {
   if (!app.features.prewarmAttributes) return;
   app.prewarmRunning = true;
+  app.prewarmRounds = 0;
   app.features.prewarmAttributes();
   window.StartTimer(kTimerPrewarmPoll, kPrewarmPollMs);
 }

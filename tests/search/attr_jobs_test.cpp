@@ -195,6 +195,36 @@ TEST_F(AttrJobs, PrewarmFillsTheFirstRecordsOfVolumesThatHaveNone) {
   EXPECT_FALSE(Engine().prewarming);
 }
 
+TEST_F(AttrJobs, PrewarmTakesTheVolumesThatWereColdWhenItBegan) {
+  VolumeIndex& next = *AddVolume(Engine(), MakeTestVolume(u"R:"));
+  AddFile(next, u"x", kRootFrnOfTests, 500);
+  const uint64_t reads = AttrCounters().diskReads;
+  Gate gate(volume.attrLock, Gate::Stops::kWriters);
+  PrewarmAttrCacheAsync(Engine());
+  ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
+  StoreAttr(next, kRootFrnOfTests, {.size = 0, .modified = 1, .valid = true});  // a row is shown
+  gate.Open();
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  AttrEntry entry;
+  EXPECT_TRUE(PeekAttr(next, 500, entry));
+}
+
+TEST_F(AttrJobs, PrewarmEndsWithTheProgram) {
+  VolumeIndex& next = *AddVolume(Engine(), MakeTestVolume(u"R:"));
+  const uint64_t reads = AttrCounters().diskReads;
+  Gate gate(volume.attrLock, Gate::Stops::kWriters);
+  PrewarmAttrCacheAsync(Engine());
+  ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
+  EXPECT_TRUE(Engine().prewarming);
+  ShutdownRequested = true;
+  gate.Open();
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  ShutdownRequested = false;
+  EXPECT_EQ(volume.attrs.size(), 1u) << "the one that was under way";
+  EXPECT_TRUE(next.attrs.empty());
+  EXPECT_FALSE(Engine().prewarming);
+}
+
 TEST_F(AttrJobs, PrewarmRunsOnceAtATime) {
   Engine().prewarming = true;
   PrewarmAttrCacheAsync(Engine());

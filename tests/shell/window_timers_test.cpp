@@ -146,6 +146,18 @@ TEST_F(WindowTimers, ThePrewarmBlocksSortingForSixtyRoundsAtMost) {
   Engine().prewarming = false;
 }
 
+TEST_F(WindowTimers, APrewarmThatBeginsAnewHasAllItsRounds) {
+  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  Fire(30006);
+  for (int round = 1; round < 60; ++round) Fire(30007);
+  Fire(30006);  // a drive has come
+  for (int round = 1; round < 60; ++round) Fire(30007);
+  EXPECT_TRUE(app.prewarmRunning);
+  Fire(30007);
+  EXPECT_FALSE(app.prewarmRunning);
+  Engine().prewarming = false;
+}
+
 TEST_F(WindowTimers, ARepaintAndARecountNeedARequest) {
   int recounts = 0;
   app.features.refreshFilterCounts = [&recounts] { ++recounts; };
