@@ -20,7 +20,10 @@ struct SearchEngine {
   // Volumes of drives that are gone, kept for results that still name them; guarded by volumesMutex.
   std::vector<std::unique_ptr<VolumeIndex>> dropped;
   mutable OrderedLock volumesMutex{LockRank::kVolumeList, "volumesMutex"};
-  std::atomic<bool> ready = false;           // a volume is usable
+  std::atomic<bool> ready = false;  // a volume is usable
+  // The start has ended with no volume that could take what the caches hold; the first that is built
+  // makes up for it.
+  std::atomic<bool> awaitsCaches = false;
   std::atomic<bool> syncing = false;         // the volumes are being brought in line with the drives
   std::atomic<bool> prewarming = false;      // the attribute cache is being filled
   std::atomic<PostTarget> window = nullptr;  // the main window, once it exists

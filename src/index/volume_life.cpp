@@ -33,9 +33,9 @@ void AddBuilt(Startup& startup, std::unique_ptr<VolumeIndex> volume) {
   if (!startup.firstReadyPosted.exchange(true)) PostUnlessEnding(startup.window, WM_INDEX_STATE, 0, 0);
 }
 
-// One bad drive costs that drive: an exception of its build goes to the log. False then.
+// One bad drive, or cache, costs what it would have brought: an exception goes to the log. False then.
 template <typename Work>
-bool RunForDrive(Work work) {
+bool RunOrLog(Work work) {
   try {
     work();
     return true;
@@ -60,20 +60,22 @@ void IndexDriveAtStart(Startup& startup, char16_t letter) {
 void IndexAllDrives(Startup& startup) {
   std::vector<std::future<void>> tasks;
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
-    const auto index = [&startup, letter] { RunForDrive([&] { IndexDriveAtStart(startup, letter); }); };
+    const auto index = [&startup, letter] { RunOrLog([&] { IndexDriveAtStart(startup, letter); }); };
     // Without a thread to be had the drive is indexed by this one.
-    if (!RunForDrive([&] { tasks.push_back(std::async(std::launch::async, index)); })) index();
+    if (!RunOrLog([&] { tasks.push_back(std::async(std::launch::async, index)); })) index();
   }
   for (auto& task : tasks) task.get();
 }
 
 void LoadCaches(SearchEngine& engine) {
-  if (startupHooks.loadAttributeCache != nullptr) startupHooks.loadAttributeCache();
+  if (startupHooks.loadAttributeCache != nullptr) RunOrLog(startupHooks.loadAttributeCache);
   for (VolumeIndex* const volume : CopyVolumes(engine)) {
     const bool hasSizes = startupHooks.loadSizes != nullptr && IsNtfs(*volume);
-    if (hasSizes) startupHooks.loadSizes(*volume);
+    if (hasSizes) RunOrLog([&] { startupHooks.loadSizes(*volume); });
   }
-  if (startupHooks.writeMissingAttributeCache != nullptr) startupHooks.writeMissingAttributeCache();
+  if (startupHooks.writeMissingAttributeCache != nullptr) {
+    RunOrLog(startupHooks.writeMissingAttributeCache);
+  }
 }
 
 void RunInitBackground(SearchEngine& engine, PostTarget window) {
@@ -87,6 +89,7 @@ void RunInitBackground(SearchEngine& engine, PostTarget window) {
     SortByDrive(engine);
     count = engine.volumes.size();
     engine.ready = count != 0;
+    engine.awaitsCaches = count == 0;
   }
   if (engine.ready && !ShutdownRequested) LoadCaches(engine);
   LogPerfMetric(
@@ -131,7 +134,7 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   const SyncingMark mark{engine};
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     if (ShutdownRequested) break;
-    RunForDrive([&] { SyncDrive(engine, letter); });
+    RunOrLog([&] { SyncDrive(engine, letter); });
   }
   bool wasReady = false, isReady = false;
   {
@@ -143,6 +146,7 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   }
   // The first volume may come long after the start; what waits for one starts now.
   if (isReady && !wasReady) PostUnlessEnding(window, WM_INDEX_STATE, 0, 0);
+  if (isReady && !ShutdownRequested && engine.awaitsCaches.exchange(false)) LoadCaches(engine);
   PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
 }
 

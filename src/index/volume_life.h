@@ -18,8 +18,8 @@ inline constexpr uint32_t WM_VOLUMES_SYNCED = 1033;      // the set of volumes c
 // How long the window waits before it syncs again while no volume is ready.
 inline constexpr uint32_t kSyncRetryMs = 5'000;
 
-// What higher layers do at the end of start-up; null members are left out. Installed before
-// InitBackground.
+// What higher layers do at the end of start-up, or when the first volume is built after that; null
+// members are left out. Installed before InitBackground.
 struct StartupHooks {
   void (*loadAttributeCache)() = nullptr;
   void (*loadSizes)(VolumeIndex& volume) = nullptr;  // of each NTFS volume

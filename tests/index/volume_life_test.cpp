@@ -5,6 +5,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <thread>
 
 #include "index/directory_walk.h"
@@ -18,9 +19,12 @@
 namespace quilmark {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 TEST_F(VolumeLife, StartIndexesEveryDriveAndTellsTheWindowTwice) {
   MapF();
@@ -85,13 +89,50 @@ TEST_F(VolumeLife, CachesLoadAtTheEndOfTheStart) {
   EXPECT_THAT(hookCalls, ElementsAre(u"attributes", u"N:", u"write"));
 }
 
-TEST_F(VolumeLife, NoCacheLoadsWhileNothingIsReady) {
+TEST_F(VolumeLife, CachesLoadWithTheFirstDriveWhereTheStartFoundNone) {
+  hookCalls.clear();
+  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
+                  .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
+                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+
+  Start();
+  Sync();
+  EXPECT_THAT(hookCalls, IsEmpty());
+
+  MapE();
+  Sync();
+  EXPECT_THAT(hookCalls, ElementsAre(u"attributes", u"write"));
+
+  engine.ready = false;  // as after the last drive has gone
+  Sync();
+  EXPECT_THAT(hookCalls, SizeIs(2)) << "once a run";
+}
+
+TEST_F(VolumeLife, CachesThatTheStartHasLoadedAreNotLoadedAgain) {
   hookCalls.clear();
   startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); }};
+  MapE();
+
+  Start();
+  engine.ready = false;
+  Sync();
+
+  EXPECT_THAT(hookCalls, SizeIs(1));
+}
+
+TEST_F(VolumeLife, ACacheThatCannotBeLoadedCostsNothingElse) {
+  hookCalls.clear();
+  startupHooks = {.loadAttributeCache = [] { throw std::bad_alloc(); },
+                  .loadSizes = [](VolumeIndex&) { throw std::bad_alloc(); },
+                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+  MapN();
+  QueueNtfsBuild();
 
   Start();
 
-  EXPECT_THAT(hookCalls, IsEmpty());
+  EXPECT_THAT(hookCalls, ElementsAre(u"write"));
+  EXPECT_THAT(Posted(), Contains(FieldsAre(WM_VOLUMES_SYNCED, 0u, 0)));
+  EXPECT_THAT(*ReadFileBytes(config.PathOf(u"perf_metrics.log")), HasSubstr("startup index_ms="));
 }
 
 TEST_F(VolumeLife, TheStartWritesAMetricLine) {
@@ -105,13 +146,18 @@ TEST_F(VolumeLife, TheStartWritesAMetricLine) {
   EXPECT_THAT(*lines, HasSubstr(" volume_count=1\r\n"));
 }
 
-TEST_F(VolumeLife, AShutdownDuringTheStartPostsNothing) {
+TEST_F(VolumeLife, AShutdownDuringTheStartPostsAndLoadsNothing) {
+  hookCalls.clear();
+  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
+                  .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
+                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
   MapE();
   ShutdownRequested = true;
 
   Start();
 
   EXPECT_THAT(Posted(), IsEmpty());
+  EXPECT_THAT(hookCalls, IsEmpty());
 }
 
 TEST_F(VolumeLife, SyncAddsANewDrive) {
