@@ -24,7 +24,7 @@ class CountPass {
     if (volume == nullptr || IsPassedOver(volume)) return;
     if (!ReadRun(*volume, run)) {
       passedOver_.push_back(volume);
-      isIncomplete_ = isIncomplete_ || IsSearchable(*volume);
+      leavesOutAVolume_ = leavesOutAVolume_ || IsSearchable(*volume);
       return;
     }
     if (context_.settings.HasSizeOrTime()) TestPresets(*volume, run.size());
@@ -37,6 +37,7 @@ class CountPass {
   void AddTo(FilterCounts& counts) const {
     const FilterTable& table = *context_.categories;
     counts.isIncomplete = counts.isIncomplete || isIncomplete_;
+    counts.leavesOutAVolume = counts.leavesOutAVolume || leavesOutAVolume_;
     for (size_t id = 0; id < extensions_.rowsById.size(); ++id) {
       for (const uint32_t row : extensions_.rowsById[id]) counts.rows[row] += filesById_[id];
     }
@@ -78,11 +79,12 @@ class CountPass {
 
   // Drops the rows that do not pass, by what is known without the disk.
   void TestPresets(const VolumeIndex& volume, size_t count) {
-    const bool needsDate = context_.settings.timePreset != kAnyTime;
+    const bool needsDate = ActsOnTime(context_);
     for (size_t i = 0; i < count; ++i) {
       if (kinds_[i] == kFolder) kinds_[i] = kGone;
       if (kinds_[i] == kGone) frns_[i] = 0;
     }
+    if (!needsDate && !ActsOnSize(context_)) return;
     PeekAttrs(volume, std::span(frns_).first(count), entries_);
     for (size_t i = 0; i < count; ++i) {
       if (kinds_[i] == kGone) continue;
@@ -97,7 +99,7 @@ class CountPass {
   const ExtensionTable& extensions_;
   std::vector<uint64_t> filesById_;  // the last one: of no category
   uint64_t folders_ = 0;
-  bool isIncomplete_ = false;
+  bool isIncomplete_ = false, leavesOutAVolume_ = false;
   std::vector<const VolumeIndex*> passedOver_;
   // Of the rows of one run.
   std::array<int, kRowsARun> kinds_ = {};

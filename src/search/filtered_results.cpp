@@ -7,14 +7,14 @@ namespace quilmark {
 
 OrderedLock FilteredLock{LockRank::kLeaf, "FilteredLock"};
 std::shared_ptr<const ResultSet> FilteredResults;
-std::shared_ptr<const ResultSet> FilteredSource;
+std::weak_ptr<const ResultSet> FilteredSource;
 FilterKey FilteredKey;
 std::atomic<uint64_t> FilterGeneration = 0;
 std::atomic<uint64_t> DisplayCount = 0;
 std::atomic<int> ActiveCategory = 0;
 
 void FollowNewResults(KeepFiltered keep, uint64_t resultCount) {
-  std::shared_ptr<const ResultSet> dropped, source;  // declared first: they die outside the lock
+  std::shared_ptr<const ResultSet> dropped;  // declared first: it dies outside the lock
   const std::scoped_lock lock(FilteredLock);
   if (keep == KeepFiltered::kIfThere && FilteredResults != nullptr) {
     DisplayCount = FilteredResults->size();
@@ -22,7 +22,7 @@ void FollowNewResults(KeepFiltered keep, uint64_t resultCount) {
   }
   ++FilterGeneration;  // a job over the former results has nothing more to say
   dropped = std::exchange(FilteredResults, nullptr);
-  source = std::exchange(FilteredSource, nullptr);
+  FilteredSource.reset();
   FilteredKey = {};
   DisplayCount = resultCount;
 }

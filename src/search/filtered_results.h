@@ -15,14 +15,13 @@ struct FilterKey {
   int category = -1, sizePreset = -1, timePreset = -1, sizeUnit = -1, dateFrom = -1, dateTo = -1;
   bool isRangeValid = false;
   uint32_t sizeHash = 0;
-  bool usesCreated = false;
 
   bool operator==(const FilterKey&) const = default;
 };
 
 extern OrderedLock FilteredLock;                          // leaf lock: a test and a swap
 extern std::shared_ptr<const ResultSet> FilteredResults;  // FilteredLock; null: none
-extern std::shared_ptr<const ResultSet> FilteredSource;   // FilteredLock; what it was made of
+extern std::weak_ptr<const ResultSet> FilteredSource;     // FilteredLock; what it was made of
 extern FilterKey FilteredKey;                             // FilteredLock
 extern std::atomic<uint64_t> FilterGeneration;            // of the filter job that may publish
 extern std::atomic<uint64_t> DisplayCount;                // rows that the list shows

@@ -83,9 +83,7 @@ bool PassesSize(const FilterContext& context, int64_t size) {
 
 bool PassesTime(const FilterContext& context, FileTime date) {
   const int preset = context.settings.timePreset;
-  if (preset == kAnyTime) return true;
-  if (preset == kCustomTime && !context.isDateBroken && !context.from)
-    return true;  // no dates: no filter
+  if (!ActsOnTime(context)) return true;
   if (date == 0 || context.isDateBroken) return false;
   if (preset == kToday) return date >= context.today;
   if (preset == kCustomTime) return date >= *context.from && date <= *context.to;
@@ -118,8 +116,7 @@ FilterKey KeyOf(const FilterContext& context) {
           .dateFrom = settings.dateFrom,
           .dateTo = settings.dateTo,
           .isRangeValid = context.range.has_value(),
-          .sizeHash = CustomSizeHash(settings.sizeText),
-          .usesCreated = context.usesCreated};
+          .sizeHash = CustomSizeHash(settings.sizeText)};
 }
 
 void PostFiltered() { PostIfAlive(searchHooks.window, WM_FILTER_RESULTS, 0, 0); }
@@ -139,8 +136,9 @@ struct RecordRule {
 RecordRule RecordRuleOf(const FilterContext& context) {
   RecordRule rule{.category = CategoryOf(context)};
   rule.selectsFolders = rule.category != nullptr && IsFolderRow(*rule.category);
-  rule.asksAttributes = context.settings.HasSizeOrTime();
-  rule.keepsFolders = context.settings.IsOff() || (rule.selectsFolders && !rule.asksAttributes);
+  rule.asksAttributes = ActsOnSize(context) || ActsOnTime(context);
+  rule.keepsFolders =
+      !context.settings.HasSizeOrTime() && (context.settings.category == 0 || rule.selectsFolders);
   return rule;
 }
 
@@ -206,7 +204,7 @@ class FilterPass {
 
   // The entry answers all that the presets ask.
   bool IsWarm(const AttrEntry& entry) const {
-    const bool needsDate = context_.settings.timePreset != kAnyTime;
+    const bool needsDate = ActsOnTime(context_);
     return entry.valid && (!needsDate || DateOf(context_, entry) != 0);
   }
 
@@ -222,30 +220,31 @@ class FilterPass {
 void RunFilter(uint64_t generation, const FilterContext& context, const Rows& rows) {
   auto passing = FilterRows(context, *rows, generation);
   if (!passing) return;
-  Rows shown = std::make_shared<const ResultSet>(std::move(*passing)), source = rows;
+  Rows shown = std::make_shared<const ResultSet>(std::move(*passing));
   {
     const std::scoped_lock lock(FilteredLock);
     if (!IsFilterCurrent(generation) || ActiveCategory != context.settings.category) return;
     DisplayCount = shown->size();
     FilteredResults.swap(shown);
-    FilteredSource.swap(source);
+    FilteredSource = rows;
     FilteredKey = KeyOf(context);
   }
-  // The former sets die here, outside the lock, or with their last readers.
+  // The former set dies here, outside the lock, or with its last reader.
   PostFiltered();
 }
 
 // True if the set that is held is the answer. The same filters over another order of the results go on
-// showing it until the job has theirs; under other filters it is dropped, and the list shows all.
+// showing it until the job has theirs, which may mean another date; under other filters it is dropped,
+// and the list shows all.
 bool TakeHeldAnswer(const FilterKey& key, const Rows& rows) {
-  Rows dropped, source;  // declared first: they die outside the lock
+  Rows dropped;  // declared first: it dies outside the lock
   const std::scoped_lock lock(FilteredLock);
   if (FilteredResults != nullptr && FilteredKey == key && !rows->empty()) {
     DisplayCount = FilteredResults->size();
-    return FilteredSource == rows;
+    return FilteredSource.lock() == rows;
   }
   dropped = std::exchange(FilteredResults, nullptr);
-  source = std::exchange(FilteredSource, nullptr);
+  FilteredSource.reset();
   FilteredKey = {};
   DisplayCount = rows->size();
   return false;
@@ -288,13 +287,23 @@ FilterContext MakeFilterContext(FilterSettings settings, FileTime now) {
   return context;
 }
 
+bool ActsOnSize(const FilterContext& context) {
+  const int preset = context.settings.sizePreset;
+  return preset != kAnySize && (preset != kCustomSize || context.range);
+}
+
+bool ActsOnTime(const FilterContext& context) {
+  const int preset = context.settings.timePreset;
+  return preset != kAnyTime && (preset != kCustomTime || context.isDateBroken || context.from);
+}
+
 bool PassesPresets(const FilterContext& context, int64_t size, FileTime date) {
   return PassesSize(context, size) && PassesTime(context, date);
 }
 
 bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn) {
-  if (!context.settings.HasSizeOrTime()) return true;
-  const bool needsDate = context.settings.timePreset != kAnyTime;
+  const bool needsDate = ActsOnTime(context);
+  if (!needsDate && !ActsOnSize(context)) return true;
   AttrEntry entry;
   const bool isHeld = PeekAttr(*item.volume, frn, entry);
   MftSize size;

@@ -60,6 +60,10 @@ inline FileTime DateOf(const FilterContext& context, const AttrEntry& entry) {
   return context.usesCreated ? entry.created : entry.modified;
 }
 
+// Whether sizes or dates decide: custom ones that say nothing do not, and nobody need know them.
+bool ActsOnSize(const FilterContext& context);
+bool ActsOnTime(const FilterContext& context);
+
 // A known size and date pass both presets.
 bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
 
@@ -79,8 +83,9 @@ std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSe
 void RefreshFilteredResultsAsync(FilterSettings settings);
 
 struct FilterCounts {
-  std::vector<uint64_t> rows;  // by row of the table
-  bool isIncomplete = false;   // some rows' attributes are not known yet, or a volume was being written
+  std::vector<uint64_t> rows;     // by row of the table
+  bool isIncomplete = false;      // some rows' attributes are not known yet
+  bool leavesOutAVolume = false;  // one was being written to; it counts another time
 };
 // Numbers of the held results by category, under the size and time filters, without the disk. Interface
 // thread.

@@ -6,8 +6,12 @@
 #include <mutex>
 #include <thread>
 
+#include "config/attr_counters.h"
 #include "platform/background.h"
 #include "search/attr_cache.h"
+#include "support/gate.h"
+#include "support/mapped_drive.h"
+#include "support/scratch_folder.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -34,6 +38,12 @@ class Filters : public testing::Test {
   void Hold() {
     const std::scoped_lock lock(ResultsLock);
     CurrentResults = rows;
+  }
+  // As a sort by the column publishes.
+  void Reorder(int column) {
+    rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
+    const std::scoped_lock lock(ResultsLock);
+    SortColumn = column;
   }
   // The names that stay.
   Names Filter(FilterSettings settings) {
@@ -95,7 +105,7 @@ TEST_F(Filters, KeepFilesOfACategory) {
 }
 
 TEST_F(Filters, KeepFoldersOfTheirRow) {
-  Add(u"a.dir");
+  Add(u"a.dir", 1, NowFileTime());
   AddDir(u"b");
   EXPECT_EQ(Filter({.category = 1}), Names{u"b"});
   EXPECT_EQ(Filter({.category = 1, .timePreset = kToday}), Names{});
@@ -154,10 +164,7 @@ TEST_F(Filters, MeanTheDateThatTheListIsSortedBy) {
   const FileTime now = NowFileTime();
   Add(u"made today", 1, now - 90 * kDay, now);
   EXPECT_EQ(Filter({.timePreset = kToday}), Names{});
-  {
-    const std::scoped_lock lock(ResultsLock);
-    SortColumn = 4;
-  }
+  Reorder(4);
   EXPECT_EQ(Filter({.timePreset = kToday}), Names{u"made today"});
 }
 
@@ -182,10 +189,39 @@ TEST_F(Filters, FollowANewOrderOfTheResults) {
   Add(u"b.jpg");
   Add(u"c.txt");
   EXPECT_EQ(Filter({.category = 2}), (Names{u"a.txt", u"c.txt"}));
-  rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
+  const std::weak_ptr<const ResultSet> former = rows;
+  Reorder(1);
+  Hold();
+  EXPECT_TRUE(former.expired()) << "the filtered set does not keep what it was made of";
   FollowNewResults(KeepFiltered::kIfThere, rows->size());
   EXPECT_EQ(DisplayCount, 2u) << "until the job reports";
   EXPECT_EQ(Filter({.category = 2}), (Names{u"c.txt", u"a.txt"}));
+}
+
+// Which date is meant changes with the column, what is on show does not before the job is done.
+TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
+  const FileTime now = NowFileTime();
+  Add(u"a.txt", 1, now, now);
+  Add(u"b.txt", 1, now, now - 90 * kDay);
+  Add(u"c.jpg", 1, now, now);
+  for (const FilterSettings& settings :
+       {FilterSettings{.category = 2}, FilterSettings{.category = 2, .timePreset = kToday}}) {
+    Reorder(3);
+    const size_t before = Filter(settings).size();
+    EXPECT_EQ(before, 2u);
+    for (const int column : {4, 3}) {
+      Reorder(column);
+      Hold();
+      const std::scoped_lock writer(volume->indexLock);  // the job waits
+      FollowNewResults(KeepFiltered::kIfThere, rows->size());
+      RefreshFilteredResultsAsync(settings);
+      EXPECT_EQ(DisplayCount, 2u) << column;
+      EXPECT_EQ(ShownResults()->size(), 2u) << column;
+    }
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+    while (search.queue.Take(0)) {
+    }
+  }
 }
 
 TEST_F(Filters, SayNothingMoreOfFormerResults) {
@@ -247,6 +283,114 @@ TEST_F(Filters, CountByCategory) {
   EXPECT_EQ(UpdateFilterCounts({}).rows, (Counts{4, 1, 1, 1, 0, 0, 0, 0}));
   EXPECT_EQ(UpdateFilterCounts({.sizePreset = k1To100MB}).rows, (Counts{1, 0, 1, 0, 0, 0, 0, 0}));
   EXPECT_FALSE(UpdateFilterCounts({.sizePreset = k1To100MB}).isIncomplete);
+}
+
+// Nothing is asked of rows about which nothing need be known.
+TEST_F(Filters, AskNothingForACustomRangeThatIsNone) {
+  Add(u"warm.txt", 5 * kMB);
+  rows->push_back({volume, AddFile(*volume, u"cold.txt")});
+  AddDir(u"d");
+  const uint64_t reads = AttrCounters().diskReads;
+  for (const FilterSettings& settings :
+       {FilterSettings{.sizePreset = kCustomSize, .sizeText = u"20-10"},
+        FilterSettings{.sizePreset = kCustomSize},
+        FilterSettings{.timePreset = kCustomTime, .dateFrom = 20250100, .dateTo = 20250110}}) {
+    EXPECT_EQ(Filter(settings), (Names{u"warm.txt", u"cold.txt"}));
+    EXPECT_EQ(UpdateFilterCounts(settings).rows[0], 2u);
+    EXPECT_FALSE(UpdateFilterCounts(settings).isIncomplete);
+  }
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_EQ(volume->attrs.size(), 1u);
+}
+
+TEST_F(Filters, TakeTheSizeOfAScanAndNotTheDisk) {
+  rows->push_back({volume, AddFile(*volume, u"small", kRootFrnOfTests, 71)});
+  rows->push_back({volume, AddFile(*volume, u"large", kRootFrnOfTests, 72)});
+  volume->mftSizes[71] = {.logical = 1, .allocated = 512};
+  volume->mftSizes[72] = {.logical = 5 * kMB, .allocated = 5 * kMB};
+  const uint64_t reads = AttrCounters().diskReads;
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"small"});
+  EXPECT_EQ(Filter({.sizePreset = k1To100MB}), Names{u"large"});
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_TRUE(volume->attrs.empty());
+}
+
+// Q: is a folder with a file of 2,000 bytes from now.
+class ColdFilters : public Filters {
+ protected:
+  ColdFilters() {
+    folder.MakeFile("real", std::string(2'000, 'x'));
+    rows->push_back({volume, AddFile(*volume, u"real", kRootFrnOfTests, kFrn)});
+  }
+  static constexpr uint64_t kFrn = 71;
+  ScratchFolder folder;
+  MappedDrive drive{u'Q', folder.Path()};
+};
+
+TEST_F(ColdFilters, AskTheDiskForASizeThatNobodyKnows) {
+  const uint64_t reads = AttrCounters().diskReads;
+  const FilterSettings about = {.sizePreset = kCustomSize, .sizeUnit = 0, .sizeText = u"2000-2000"};
+  EXPECT_EQ(Filter(about), Names{u"real"});
+  Reorder(1);
+  EXPECT_EQ(Filter(about), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1);
+}
+
+TEST_F(ColdFilters, AskTheDiskForADateThatIsMissing) {
+  volume->mftSizes[kFrn] = {.logical = 9, .allocated = 512};
+  StoreAttr(*volume, kFrn, {.size = 9, .valid = true});
+  const uint64_t reads = AttrCounters().diskReads;
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_EQ(Filter({.timePreset = k7Days}), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1);
+  AttrEntry entry;
+  ASSERT_TRUE(PeekAttr(*volume, kFrn, entry));
+  EXPECT_EQ(entry.size, 2'000);
+}
+
+TEST_F(ColdFilters, PublishNothingOnceTheyAreStaleOnTheirWay) {
+  rows->push_back({volume, AddFile(*volume, u"next")});
+  Hold();
+  const uint64_t reads = AttrCounters().diskReads;
+  Gate gate(volume->attrLock, Gate::Stops::kWriters);  // the job waits with what the disk said
+  RefreshFilteredResultsAsync({.timePreset = k7Days});
+  ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
+  FollowNewResults(KeepFiltered::kNo, 7);
+  gate.Open();
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1) << "the next row was not looked at";
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(DisplayCount, 7u);
+}
+
+TEST_F(Filters, ForgetWhatTheyHoldWhereThereAreNoResults) {
+  Add(u"a.txt");
+  Filter({.category = 2});
+  EXPECT_EQ(FilteredKey.category, 2);
+  rows = std::make_shared<ResultSet>();
+  EXPECT_EQ(Filter({.category = 2}), Names{});
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(FilteredKey, FilterKey());
+  EXPECT_EQ(DisplayCount, 0u);
+}
+
+TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
+  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
+  Hold();
+  {
+    const Gate writer(volume->indexLock, Gate::Stops::kAll);
+    const FilterCounts counts = UpdateFilterCounts({});
+    EXPECT_EQ(counts.rows[0], 0u);
+    EXPECT_TRUE(counts.leavesOutAVolume);
+    EXPECT_FALSE(counts.isIncomplete) << "attributes would change nothing";
+    volume->busy = true;  // built anew: results follow of themselves
+    EXPECT_FALSE(UpdateFilterCounts({}).leavesOutAVolume);
+    volume->busy = false;
+  }
+  const FilterCounts counts = UpdateFilterCounts({});
+  EXPECT_EQ(counts.rows[0], 1'000u);
+  EXPECT_FALSE(counts.leavesOutAVolume);
 }
 
 TEST_F(Filters, CountWithoutTheDisk) {

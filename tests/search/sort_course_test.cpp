@@ -275,8 +275,8 @@ TEST_F(SortCourse, TellsHowFarTheDiskHasComeWithManyRows) {
     const auto text = TakeText(*message);
     ASSERT_NE(text, nullptr);
     size_t done = last + kStep;
-    while (done < kRows && *text != FormatText(u"Extracting properties... (Processed %zu / %zu)", done,
-                                               kRows)) {
+    while (done < kRows &&
+           *text != FormatText(u"Extracting properties... (Processed %zu / %zu)", done, kRows)) {
       done += kStep;
     }
     EXPECT_LT(done, kRows);

@@ -27,11 +27,15 @@ void InstallFeatures(AppState& app, MainWindow& window) {
     HydrateRowsAsync(rows, {inView.first, inView.end});
   };
   app.features.refreshFilter = [] { RefreshFilteredResultsAsync(CurrentFilterSettings()); };
-  app.features.refreshFilterCounts = [&window] {
-    constexpr uint32_t kAskSoonMs = 60;
+  app.features.refreshFilterCounts = [&app, &window] {
+    constexpr uint32_t kAskSoonMs = 60, kCountAgainMs = 250;
     const FilterCounts counts = UpdateFilterCounts(CurrentFilterSettings());
     if (window.filterBar.SetCaptions(TagCaptions(counts.rows))) window.PlaceTags();
     if (counts.isIncomplete) window.StartTimer(kTimerScrollSettle, kAskSoonMs);
+    if (counts.leavesOutAVolume) {
+      app.filterCountsPending = true;
+      window.StartTimer(kTimerFilterCounts, kCountAgainMs);
+    }
   };
   app.features.prewarmAttributes = [] { PrewarmAttrCacheAsync(Engine()); };
   app.features.autosaveAttributes = [] { AutosaveAttrCacheAsync(Engine()); };
