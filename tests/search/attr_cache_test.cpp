@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <thread>
+
 #include "config/attr_counters.h"
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/folder_sizes.h"
+#include "support/gate.h"
 #include "support/mapped_drive.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
@@ -106,6 +110,29 @@ TEST_F(AttrCache, CountsHitsAndMisses) {
   EXPECT_TRUE(PeekAttr(*volume, kFrn, entry));
   EXPECT_EQ(AttrCounters().hits, hits + 1);
   EXPECT_EQ(AttrCounters().misses, misses + 1);
+}
+
+TEST_F(AttrCache, MeasuresHowLongItWaitsForItsLock) {
+  const std::function<void()> uses[] = {
+      [this] {
+        AttrEntry entry;
+        LookupAttr(*volume, kFrn, entry);
+      },
+      [this] { StoreAttr(*volume, kFrn, {.size = 1, .valid = true}); }};
+  for (const auto& use : uses) {
+    const uint64_t before = AttrCounters().lockWaitMicros;
+    use();
+    EXPECT_EQ(AttrCounters().lockWaitMicros, before) << "nobody has it";
+    // The thread may come too late for the wait.
+    EXPECT_TRUE(WaitUntil([&] {
+      Gate gate(volume->attrLock, Gate::Stops::kAll);
+      std::thread user(use);
+      SleepMs(2);
+      gate.Open();
+      user.join();
+      return AttrCounters().lockWaitMicros > before;
+    }));
+  }
 }
 
 TEST_F(AttrCache, MarksFolderTotalsWhenASizeChanges) {
@@ -238,6 +265,7 @@ TEST(FolderSizes, AddUpAlongTheParents) {
   AddFile(*volume, u"2", 101, 201);
   AddFile(*volume, u"3", 100, 202);
   AddFile(*volume, u"4", 100, 203);
+  AddFile(*volume, u"never seen", 100, 204);
   StoreAttr(*volume, 200, {.size = 1, .valid = true});
   StoreAttr(*volume, 201, {.size = 20, .valid = true});
   StoreAttr(*volume, 202, {.size = 300, .valid = true});
@@ -276,7 +304,11 @@ TEST(FolderSizes, GoNoFurtherThanSixtyFourParents) {
   AddFile(*volume, u"deep", parent, 5'000);
   StoreAttr(*volume, 5'000, {.size = 9, .valid = true});
   uint64_t size = 0;
-  EXPECT_TRUE(GetFolderSize(*volume, 1'099 - 63, size, IfDirty::kRebuild));
+  for (uint64_t frn = 1'099; frn >= 1'099 - 63; --frn) {
+    size = 0;
+    EXPECT_TRUE(GetFolderSize(*volume, frn, size, IfDirty::kRebuild));
+    EXPECT_EQ(size, 9u) << frn;
+  }
   EXPECT_FALSE(GetFolderSize(*volume, 1'099 - 64, size, IfDirty::kRebuild));
 }
 
