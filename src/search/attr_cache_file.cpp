@@ -94,15 +94,19 @@ bool IsPlausible(const AttrEntry& entry) {
   return entry.size >= 0 && entry.modified <= kLast && entry.created <= kLast;
 }
 
+// indexLock held. A file that was deleted since the build is still named by its reference.
+bool IsThere(const VolumeIndex& volume, uint64_t frn) {
+  const auto index = IndexOf(volume.frnToIndex, volume.records, frn);
+  return index && *index >= 0 && !volume.records[static_cast<uint32_t>(*index)].deleted;
+}
+
 uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
   const std::shared_lock indexLock(volume.indexLock);
   const std::scoped_lock attrLock(volume.attrLock);
   volume.attrs.clear();
   volume.attrs.reserve(cached.entries.size());
   for (const auto& [frn, entry] : cached.entries) {
-    if (IsPlausible(entry) && IndexOf(volume.frnToIndex, volume.records, frn)) {
-      volume.attrs.insert_or_assign(frn, entry);
-    }
+    if (IsPlausible(entry) && IsThere(volume, frn)) volume.attrs.insert_or_assign(frn, entry);
   }
   volume.folderSizesDirty = true;
   return volume.attrs.size();

@@ -156,6 +156,14 @@ TEST_F(AttrCacheFile, KeepsOnlyFilesThatStillExist) {
   EXPECT_TRUE(added.attrs.empty());
 }
 
+TEST_F(AttrCacheFile, BringsNothingBackOfAFileThatWasDeletedSinceTheBuild) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  MarkDeleted(volume, 1);
+  ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
+  LoadAttrCache(Engine());
+  EXPECT_TRUE(volume.attrs.empty());
+}
+
 TEST_F(AttrCacheFile, IsForNtfsVolumesAlone) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   volume.fileSystem = u"FAT32";

@@ -243,7 +243,15 @@ TEST_F(AttrConcurrency, EverythingAtOnceEndsAsAPlainReferenceSays) {
     while (!done) GetFolderSize(volume, kRootFrnOfTests, size, IfDirty::kRebuild);
   });
   std::thread saver([&] {
-    while (!done) SaveAttrCache(Engine());
+    for (int round = 0; !done; ++round) {
+      round % 16 == 15 ? LoadAttrCache(Engine()) : SaveAttrCache(Engine());
+    }
+  });
+  std::thread scan([&] {
+    while (!done) {
+      InstallMftSizes(volume, {{kFirstFileFrn, {.logical = 1, .allocated = 512}}});
+      InstallMftSizes(volume, {});
+    }
   });
   for (int round = 0; round < kRounds; ++round) {
     AskForEverything(round);
@@ -253,7 +261,7 @@ TEST_F(AttrConcurrency, EverythingAtOnceEndsAsAPlainReferenceSays) {
     }
   }
   done = true;
-  for (std::thread* const thread : {&journal, &totals, &saver}) thread->join();
+  for (std::thread* const thread : {&journal, &totals, &saver, &scan}) thread->join();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
 
   EXPECT_EQ(FindBrokenInvariant(volume), "");

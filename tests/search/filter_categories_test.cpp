@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "platform/files.h"
@@ -56,6 +58,16 @@ TEST(FilterCategories, KnowRowsOfFolders) {
   EXPECT_FALSE(IsFolderRow({u"a", {u".txt"}}));
 }
 
+TEST_F(FilterFiles, TakeALineOfAnyLength) {
+  std::u16string line = u"All=\nF=.dir\nLong=";
+  for (int i = 0; i < 25'000; ++i) line += u".ab,";
+  Write(u"filters.ini", line + u"\nLast=.x\n");
+  LoadFilterCategories(u"", false);
+  ASSERT_EQ(CurrentCategories()->size(), 4u);
+  EXPECT_EQ((*CurrentCategories())[2].extensions.size(), 25'000u);
+  EXPECT_EQ(CurrentCategories()->back().label, u"Last");
+}
+
 TEST_F(FilterFiles, AreMadeWhereThereAreNone) {
   LoadFilterCategories(u"en-us", false);
   EXPECT_EQ(*CurrentCategories(), DefaultCategories(false));
@@ -92,6 +104,77 @@ TEST_F(FilterFiles, GetARowForFolders) {
   LoadFilterCategories(u"", false);
   EXPECT_EQ((*CurrentCategories())[1], (FilterCategory{u"Folders", {u".dir"}}));
   EXPECT_EQ(Read(u"filters.ini"), u"All=\nFolders=.dir\nText=.txt\n");
+  EXPECT_EQ(Read(u"filters.bak"), Read(u"filters.ini"));
+}
+
+TEST_F(FilterFiles, GetARowForFoldersWhicheverIsTaken) {
+  const std::u16string bare = u"All=\nText=.txt\n", whole = u"All=\nFolders=.dir\nText=.txt\n";
+  Write(u"filters.en-us.ini", bare);
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(Read(u"filters.en-us.ini"), whole);
+  EXPECT_EQ(Read(u"filters.bak"), whole);
+
+  RemoveFile(PathOf(u"filters.en-us.ini"));
+  Write(u"filters.bak", bare);
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ((*CurrentCategories())[1], (FilterCategory{u"Folders", {u".dir"}}));
+  EXPECT_EQ(Read(u"filters.en-us.ini"), whole);
+  EXPECT_EQ(Read(u"filters.bak"), bare);
+}
+
+// A file of the chain as it is found.
+enum class Found { kMissing, kEmpty, kUnreadable, kOtherLanguage, kGood };
+constexpr Found kAllFound[] = {Found::kMissing, Found::kEmpty, Found::kUnreadable, Found::kOtherLanguage,
+                               Found::kGood};
+
+// The three files of the chain, in each state, against the rules told one after the other.
+class FilterChain : public FilterFiles {
+ protected:
+  void Place(std::u16string_view name, Found found) {
+    std::filesystem::remove(PathInFolder(name));
+    if (found == Found::kUnreadable) {
+      ASSERT_TRUE(MakeFolder(PathOf(name)));
+    } else if (found != Found::kMissing) {
+      Write(name, TextOf(name, found));
+    }
+  }
+  std::filesystem::path PathInFolder(std::u16string_view name) {
+    return config.folder.HostPath() / std::u16string(name);
+  }
+  static std::u16string TextOf(std::u16string_view name, Found found) {
+    if (found == Found::kOtherLanguage) return CategoriesText(DefaultCategories(true));
+    return found == Found::kGood ? std::u16string(name) + u"=\nF=.dir\n" : std::u16string();
+  }
+  static bool IsRead(Found found) { return found == Found::kOtherLanguage || found == Found::kGood; }
+};
+
+TEST_F(FilterChain, TakesTheFirstFileThatIsOne) {
+  const std::u16string names[] = {u"filters.en-us.ini", u"filters.ini", u"filters.bak"};
+  const std::u16string defaults = CategoriesText(DefaultCategories(false)), none = u"(none)";
+  for (int round = 0; round < 125; ++round) {
+    const Found found[] = {kAllFound[round % 5], kAllFound[round / 5 % 5], kAllFound[round / 25]};
+    std::u16string expected[3];  // what the files hold afterwards
+    for (size_t i = 0; i < 3; ++i) {
+      Place(names[i], found[i]);
+      const bool hasText = found[i] != Found::kMissing && found[i] != Found::kUnreadable;
+      expected[i] = hasText ? TextOf(names[i], found[i]) : none;
+    }
+    std::u16string taken = defaults;
+    const size_t first = IsRead(found[0]) ? 0 : IsRead(found[1]) ? 1 : 2;
+    if (first < 2) {
+      if (found[first] == Found::kGood) taken = expected[first];
+      expected[first] = taken;
+      if (found[2] != Found::kUnreadable) expected[2] = taken;
+    } else {
+      if (IsRead(found[2])) taken = expected[2];
+      if (found[0] != Found::kUnreadable) expected[0] = taken;
+    }
+
+    LoadFilterCategories(u"en-us", false);
+
+    EXPECT_EQ(CategoriesText(*CurrentCategories()), taken) << round;
+    for (size_t i = 0; i < 3; ++i) EXPECT_EQ(Read(names[i]), expected[i]) << round << " " << i;
+  }
 }
 
 TEST_F(FilterFiles, OfAnotherLanguageAreReplaced) {
