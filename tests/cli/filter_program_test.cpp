@@ -10,6 +10,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "platform/clock.h"
 #include "support/environment.h"
 #include "support/ntfs_builder.h"
 #include "support/run_program.h"
