@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/cell_text.h"
-
 namespace quilmark {
 namespace {
 
@@ -25,24 +23,6 @@ TEST(Highlight, MarksEveryOccurrence) {
   EXPECT_EQ(HighlightRanges(u"abc", u""), Ranges{});
   EXPECT_EQ(HighlightRanges(u"Ünïté.txt", u"ünï"), (Ranges{{0, 3}}));
   EXPECT_EQ(HighlightRanges(u"aaaa", u"aa"), (Ranges{{0, 2}, {2, 2}}));
-}
-
-TEST(CellText, WritesSizesByTheirOrder) {
-  EXPECT_EQ(SizeText(0), u"0 B");
-  EXPECT_EQ(SizeText(1'023), u"1023 B");
-  EXPECT_EQ(SizeText(1'024), u"1 KB");
-  EXPECT_EQ(SizeText(0xF'FFFF), u"1023 KB");
-  EXPECT_EQ(SizeText(0x10'0000), u"1.00 MB");
-  EXPECT_EQ(SizeText(0x3FFF'FFFF), u"1024.00 MB");
-  EXPECT_EQ(SizeText(0x4000'0000), u"1.00 GB");
-  EXPECT_EQ(SizeText(5'000'000'000'000), u"4656.61 GB");
-}
-
-TEST(CellText, WritesTimesAndNumbers) {
-  EXPECT_EQ(TimeText(0), u"-");
-  EXPECT_EQ(TimeText(NowFileTime()).size(), 16u);
-  EXPECT_EQ(RowNumberText(0), u"01");
-  EXPECT_EQ(RowNumberText(9'999'999), u"10000000");
 }
 
 TEST(RangesOfLine, AreTheHitsAndPartsOfHitsInIt) {

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <mutex>
-
+#include "shell/result_messages.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
 
@@ -22,19 +21,28 @@ TEST(RequestSort, IsRefusedWhileTheCacheIsWarmedUp) {
   EXPECT_TRUE(harness.search.IsQuiet());
 }
 
-TEST(RequestSort, SortsAndHasTheListDrawnAnew) {
+TEST(RequestSort, LeavesTheSelectionToTheSortedRows) {
   WindowHarness harness;
-  VolumeIndex& volume = *AddVolume(Engine(), MakeTestVolume(u"Q:"));
-  const MatchItem b = {&volume, AddFile(volume, u"b")}, a = {&volume, AddFile(volume, u"a")};
+  VolumeIndex* const volume = AddVolume(Engine(), MakeTestVolume());
+  auto rows = std::make_shared<ResultSet>();
+  for (const std::u16string_view name : {u"f", u"e", u"d", u"c", u"b", u"a"}) {
+    rows->push_back({volume, AddFile(*volume, name)});
+  }
   {
     const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<const ResultSet>(ResultSet{b, a});
+    CurrentResults = rows;
   }
+  SelectOnly(harness.app.list.selection, 3);
+  SelectRange(harness.app.list.selection, 5);
   RequestSort(harness.app, harness.window, kColumnName, Direction::kByClick);
+  EXPECT_EQ(SelectedRows(harness.app.list.selection, 6), (std::vector<uint64_t>{3, 4, 5}));
+  EXPECT_EQ(harness.app.list.selection.focusRow, 5);
   EXPECT_EQ(harness.window.Count("InvalidateList"), 1u);
-  EXPECT_EQ(harness.window.status, u"before");
-  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_EQ(*HeldResults(), (ResultSet{a, b}));
+  const PostedMessage sorted = harness.search.Next();
+  EXPECT_EQ(sorted.message, WM_SEARCH_RESULTS);
+  TakeResultMessage(harness.app, harness.window, sorted);
+  EXPECT_EQ(harness.app.list.selection.focusRow, -1);
+  EXPECT_EQ(SelectedRows(harness.app.list.selection, 6), std::vector<uint64_t>{});
 }
 
 }  // namespace
