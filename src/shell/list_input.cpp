@@ -54,6 +54,11 @@ PressOutcome PressRow(ListState& list, const RowPress& press) {
   return PressOutcome::kSelected;
 }
 
+void DoublePressRow(ListState& list, int64_t row) {
+  list.selection.focusRow = row;
+  list.lastClickRow = -1;
+}
+
 void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs) {
   const int64_t clamped = ClampScroll(layout, y, DisplayCount);
   if (clamped == app.scrollY) return;

@@ -21,6 +21,9 @@ enum class PressOutcome { kNothing, kSelected, kRename };
 // A left press in the list. Two slow clicks on a name that has the focus ask for its rename.
 PressOutcome PressRow(ListState& list, const RowPress& press);
 
+// The second press of a double click on a row: it takes the focus, and no click that follows renames it.
+void DoublePressRow(ListState& list, int64_t row);
+
 // Moves the rows so that `y` is the offset of the first line in view, as far as the rows go. In a burst
 // nothing but the offset changes between repaints.
 void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs);

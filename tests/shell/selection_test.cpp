@@ -111,6 +111,15 @@ TEST(PressRow, RenamesOnlyTheNameThatWasClickedLast) {
   EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 13'400}), PressOutcome::kSelected);
 }
 
+TEST(DoublePressRow, TakesTheFocusAndKeepsTheNextClickFromARename) {
+  ListState list;
+  PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
+  DoublePressRow(list, 2);
+  EXPECT_EQ(list.selection.focusRow, 2);
+  EXPECT_EQ(SelectedRows(list.selection, 10), Rows{2});
+  EXPECT_EQ(PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'700}), PressOutcome::kSelected);
+}
+
 class ListScrolling : public testing::Test {
  protected:
   ListScrolling() { DisplayCount = 1'000; }

@@ -259,8 +259,7 @@ Outcome OnDoubleClick(AppState& app, MainWindow& window, const Message& message)
   const int64_t row = RowAt(window.List(), app.scrollY, DisplayCount, PointOf(message));
   // Two quick presses of a scrollbar or a header are two presses.
   if (row < 0) return OnLeftDown(app, window, message);
-  app.list.selection.focusRow = row;
-  app.list.lastClickRow = -1;  // the second click never renames
+  DoublePressRow(app.list, row);
   RunFeature(app.features.openFocused);
   return 0;
 }
