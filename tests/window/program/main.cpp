@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 
@@ -15,7 +16,9 @@
 #include "platform/known_folders.h"
 #include "search/attr_cache.h"
 #include "search/filtered_results.h"
+#include "search/filters.h"
 #include "shell/result_messages.h"
+#include "shell/row_text.h"
 #include "shell/win32/list_paint.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
@@ -64,6 +67,31 @@ LRESULT SizeOfFirstRow() {
   const MatchItem& first = rows->front();
   const bool isKnown = PeekAttr(*first.volume, first.volume->records[first.index].frn, entry);
   return isKnown ? entry.size : -1;
+}
+
+LRESULT PathOfShownRow(uint32_t row) {
+  const auto rows = ShownResults();
+  return row < rows->size() ? CustomSizeHash(PathOfRow(TextOfRow((*rows)[row]))) : 0;
+}
+
+LRESULT SortedBy() {
+  const std::scoped_lock lock(ResultsLock);
+  return SortColumn + (SortColumn < 0 || SortAscending ? 0 : 100);
+}
+
+SCROLLINFO StateOfBar(const MainWindow& window, uint32_t id) {
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_ALL;
+  GetScrollInfo(GetDlgItem(window.Handle(), static_cast<int>(id)), SB_CTL, &info);
+  return info;
+}
+
+LRESULT SelectionOf(HWND editor) {
+  if (editor == nullptr) return -1;
+  DWORD begin = 0, end = 0;
+  SendMessageW(editor, EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+  return begin + 65'536 * static_cast<LRESULT>(end);
 }
 
 LRESULT syncs = 0;
@@ -183,6 +211,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       app.scrollY = int64_t{argument} * window.List().pitch;
       window.RelayoutList();
       break;
+    case Probe::kSelectRow:
+      SelectOnly(app.list.selection, argument);
+      break;
     case Probe::kTimePaints:
       return TimePaints(window, argument);
     case Probe::kSetHighContrast: {
@@ -258,6 +289,26 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.pathColumnWidth;
     case Probe::kSyncs:
       return syncs;
+    case Probe::kScrollX:
+      return app.scrollX;
+    case Probe::kBarPosition:
+      return StateOfBar(window, argument).nPos;
+    case Probe::kBarLimit: {
+      const SCROLLINFO info = StateOfBar(window, argument);
+      return info.nMax - static_cast<int>(info.nPage) + 1;
+    }
+    case Probe::kRowPath:
+      return PathOfShownRow(argument);
+    case Probe::kSortedBy:
+      return SortedBy();
+    case Probe::kFilterGeneration:
+      return static_cast<LRESULT>(FilterGeneration.load());
+    case Probe::kDateFrom:
+      return CurrentWindowSettings.timeStart;
+    case Probe::kDateTo:
+      return CurrentWindowSettings.timeEnd;
+    case Probe::kEditorSelection:
+      return SelectionOf(window.renameEditor);
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));

@@ -38,6 +38,15 @@ enum class Probe : uintptr_t {
   kEdgeCursor,      // the mouse shows that a column can be dragged
   kRangeUpdates,    // of the scrollbars, since the start
   kPaintedScrollY,  // the offset that the latest paint has shown
+  kScrollX,
+  kBarPosition,       // of a bar that stores the list's scroll state; argument: its id
+  kBarLimit,          // the last position that it can take
+  kRowPath,           // argument: the row; the CustomSizeHash of its path
+  kSortedBy,          // the column, with 100 added where it descends; -1: none
+  kFilterGeneration,  // raised each time that the filters are applied
+  kDateFrom,          // of the custom time range, as year * 10,000 + month * 100 + day
+  kDateTo,
+  kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
@@ -59,6 +68,7 @@ enum class Probe : uintptr_t {
   kFillRows,         // argument: how many rows; those of the index, over and over
   kShowRow,          // argument: the row to begin at
   kTimePaints,       // argument: times; the answer is the microseconds of one
+  kSelectRow,        // argument: the row, which need not be there
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 

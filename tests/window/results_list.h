@@ -1,0 +1,99 @@
+// The results list in the window, over a drive with enough files to scroll through.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "search/filters.h"
+#include "window/window_program.h"
+
+namespace quilmark {
+
+// Not started yet.
+class ListProgram : public testing::Test {
+ protected:
+  static constexpr int kPitch = 44, kHeader = 40;
+
+  ~ListProgram() override {
+    if (!program.IsRunning()) return;
+    program.Exit();
+    EXPECT_EQ(program.WaitForEnd(), 0u);
+  }
+
+  int FirstRow() { return static_cast<int>(program.Ask(Probe::kHeaderTop)) + kHeader; }
+  int HeaderY() { return FirstRow() - kHeader / 2; }
+  int MiddleOf(int row) { return FirstRow() + row * kPitch + kPitch / 2; }
+  // The middle of a row's name.
+  void ClickRow(int row) { program.Click(program.Window(), 150, MiddleOf(row)); }
+  int64_t Selected() { return program.Ask(Probe::kSelectedRows); }
+  void WaitForSelected(int64_t count) {
+    WaitUntil("the selection", [&] { return Selected() == count; });
+  }
+  void WaitForRows(int64_t count) {
+    WaitUntil(std::to_string(count) + " rows", [&] { return program.Ask(Probe::kRows) == count; });
+  }
+  // The path of a row, to be compared with those of the drive.
+  int64_t PathOf(uint32_t row) { return program.Ask(Probe::kRowPath, row); }
+  static int64_t PathOnDrive(std::u16string_view path) {
+    return CustomSizeHash(u"T:\\" + std::u16string(path));
+  }
+  void Hold(WORD key, const std::function<void()>& act) {
+    program.KeyDown(key);
+    act();
+    program.KeyUp(key);
+  }
+  int64_t PixelAt(int x, int y) {
+    return program.Ask(Probe::kPixel, static_cast<uint32_t>(x + 65'536 * y));
+  }
+  // A turn of the wheel that has its effect before this returns, as far as the offset goes.
+  void TurnAtOnce(int delta, WPARAM modifier = 0) {
+    SendMessageW(program.Window(), WM_MOUSEWHEEL, modifier | static_cast<WPARAM>(MAKELONG(0, delta)),
+                 MAKELPARAM(600, 600));
+  }
+  // A user's choice in a drop list; item -1: none is chosen.
+  void Choose(int combo, int item) {
+    const HWND box = GetDlgItem(program.Window(), combo);
+    SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    SendMessageW(program.Window(), WM_COMMAND, MAKEWPARAM(combo, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(box));
+  }
+  // A click that sorts, and its end.
+  void ClickHeader(int x) {
+    const int64_t before = program.Ask(Probe::kShownGeneration);
+    program.Click(program.Window(), x, HeaderY());
+    WaitUntil("the sorted rows", [&] { return program.Ask(Probe::kShownGeneration) > before; });
+  }
+  HWND Editor() { return reinterpret_cast<HWND>(program.Ask(Probe::kRenameEditor)); }
+  HWND OpenEditor(int row) {
+    ClickRow(row);
+    WaitForSelected(1);
+    program.Press(VK_F2);
+    WaitUntil("the editor", [this] { return program.Ask(Probe::kRenameFocused) == 1; });
+    return Editor();
+  }
+  void WaitForNoEditor() {
+    WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
+  }
+
+  WindowProgram program;
+};
+
+// Row n of "file" is file-00n.txt in the folder docs.
+class ResultsList : public ListProgram {
+ protected:
+  static constexpr int kFiles = 200;
+
+  ResultsList() {
+    for (int i = 0; i < kFiles; ++i) program.Drive().MakeFile("docs/" + NameOf(i));
+    program.StartAndWait();
+    program.SearchFor(u"file");
+  }
+
+  static std::string NameOf(int i) {
+    return "file-" + std::string(i < 10 ? "00" : i < 100 ? "0" : "") + std::to_string(i) + ".txt";
+  }
+};
+
+}  // namespace quilmark
