@@ -43,7 +43,7 @@ wine_display() {
   [ -n "${DISPLAY:-}" ] && return 0
   local number=77
   while [ -e "/tmp/.X11-unix/X$number" ] || [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
-  Xvfb ":$number" -screen 0 1600x1000x24 -dpi 96 -nolisten tcp >/dev/null 2>&1 </dev/null &
+  Xvfb ":$number" -screen 0 2560x1440x24 -dpi 96 -nolisten tcp >/dev/null 2>&1 </dev/null &
   wine_display_pids=$!
   export DISPLAY=":$number"
   until xdpyinfo >/dev/null 2>&1; do

@@ -24,6 +24,7 @@
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
 #include "window/program/probe.h"
+#include "window/program/pseudo_language.h"
 
 namespace quilmark {
 namespace {
@@ -335,6 +336,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   using namespace quilmark;
   drives = EnvironmentText(kDrivesVariable).value_or(u"");
   MapDrives();
+  TakePseudoLanguage(EnvironmentText(kLanguageVariable).value_or(u""));
   extraMessages = Answer;
   SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());
   ExitProcess(static_cast<UINT>(RunQuilmark(instance, commandLine, showCommand)));

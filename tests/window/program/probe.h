@@ -75,4 +75,7 @@ enum class Probe : uintptr_t {
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
 inline constexpr char kDrivesVariable[] = "QUILMARK_TEST_DRIVES";
 
+// Environment: "long", "ideographs" or "right-to-left": all texts as such a language might have them.
+inline constexpr char kLanguageVariable[] = "QUILMARK_TEST_LANGUAGE";
+
 }  // namespace quilmark
