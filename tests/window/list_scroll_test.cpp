@@ -80,9 +80,7 @@ TEST_F(ListScroll, KeepsItsStateInBarsThatOthersCanRead) {
   const int64_t height = program.Ask(Probe::kClientHeight) - FirstRow() - 2 - 10;
   const int64_t limit = kFiles * kPitch - height;
   EXPECT_EQ(program.Ask(Probe::kBarLimit, kVertical), limit);
-  // Over the search box, which has no use for it.
-  SendMessageW(program.SearchBox(), WM_MOUSEWHEEL, static_cast<WPARAM>(MAKELONG(0, -3 * WHEEL_DELTA)),
-               MAKELPARAM(600, 600));
+  TurnOver(program.SearchBox(), -3 * WHEEL_DELTA);  // which has no use for it
   EXPECT_EQ(program.Ask(Probe::kScrollY), 300);
   WaitUntil("three notches", [this] { return program.Ask(Probe::kBarPosition, kVertical) == 300; });
   program.Turn({400, 400}, -200);

@@ -48,8 +48,9 @@ class ListProgram : public testing::Test {
     return program.Ask(Probe::kPixel, static_cast<uint32_t>(x + 65'536 * y));
   }
   // A turn of the wheel that has its effect before this returns, as far as the offset goes.
-  void TurnAtOnce(int delta, WPARAM modifier = 0) {
-    SendMessageW(program.Window(), WM_MOUSEWHEEL, modifier | static_cast<WPARAM>(MAKELONG(0, delta)),
+  void TurnAtOnce(int delta, WPARAM modifier = 0) { TurnOver(program.Window(), delta, modifier); }
+  static void TurnOver(HWND window, int delta, WPARAM modifier = 0) {
+    SendMessageW(window, WM_MOUSEWHEEL, modifier | static_cast<WPARAM>(MAKELONG(0, delta)),
                  MAKELPARAM(600, 600));
   }
   // A user's choice in a drop list; item -1: none is chosen.
