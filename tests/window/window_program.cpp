@@ -260,9 +260,11 @@ void WindowProgram::Turn(POINT at, int notches) {
 }
 
 void WindowProgram::SearchFor(std::u16string_view text) {
-  const int64_t before = Ask(Probe::kSearchGeneration);
   Type(text);
   WaitUntil("the typed text", [&] { return TextOfEdit(SearchBox()).ends_with(text); });
+  // A slow typist has started a search for a part by now, and another one waits for the timer.
+  const int64_t before = Ask(Probe::kSearchGeneration);
+  Press(VK_RETURN);
   WaitUntil("its results", [&] {
     const int64_t generation = Ask(Probe::kSearchGeneration);
     return generation > before && Ask(Probe::kShownGeneration) == generation;
