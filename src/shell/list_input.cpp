@@ -64,7 +64,7 @@ void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64
   if (clamped == app.scrollY) return;
   window.CancelRename();  // its row moves away from under it
   app.scrollY = clamped;
-  app.list.hoverRow = -1;  // until the mouse moves: another row stands there now
+  app.list.hoverRow = -1;  // until the list rests: another row stands there now
   const bool isBurst = !app.thumbDragging && IsScrolling(app, nowMs);
   if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
   window.RelayoutList();

@@ -11,7 +11,8 @@ namespace quilmark {
 // system's own handling should see too.
 bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& message);
 
-// Arms the coalesced repaint of the list: many requests in a burst end in one.
+// Arms the coalesced repaint of the list: the requests of a burst end in one, and in one a frame where
+// they do not cease.
 void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs, uint64_t nowMs);
 
 // Reads the search box again after the set of volumes changed; an empty box shows the recent opens.

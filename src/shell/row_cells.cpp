@@ -17,10 +17,15 @@ std::optional<RecordKind> GlanceAt(const MatchItem& item) {
   return lock ? KindOf(*item.volume, item.index) : std::nullopt;
 }
 
+bool WereNeverAddedUp(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.folderSizesLock);
+  return volume.folderSizes.empty() && volume.folderSizesDirty;
+}
+
 std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
   uint64_t size = 0;
   if (GetFolderSize(volume, frn, size, IfDirty::kLeave)) return SizeText(size);
-  return std::u16string(volume.folderSizesDirty ? kNotKnownYet : kAbsent);
+  return std::u16string(WereNeverAddedUp(volume) ? kNotKnownYet : kAbsent);
 }
 
 std::u16string FileSizeText(const MatchItem& item, uint64_t frn, const AttrEntry* entry) {
@@ -42,7 +47,7 @@ RowCells CellsOfRow(const MatchItem& item) {
                                  : FileSizeText(item, kind->frn, isHeld ? &entry : nullptr);
   cells.modified = isHeld ? TimeText(entry.modified) : std::u16string(kNotKnownYet);
   cells.created = isHeld ? TimeText(entry.created) : std::u16string(kNotKnownYet);
-  cells.isMissing = !isHeld;
+  cells.isMissing = !isHeld || cells.size == kNotKnownYet;
   return cells;
 }
 

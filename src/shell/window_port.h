@@ -28,7 +28,8 @@ struct WindowPort {
   virtual void CancelRename() = 0;
   virtual void RedrawTags() = 0;      // of the filter categories
   virtual void InvalidateList() = 0;  // from headerTop down
-  virtual void RelayoutList() = 0;    // ranges of the scrollbars from the rows and the scroll offset
+  // Path column and scrollbars from the rows and the scroll offset; what is under the mouse from both.
+  virtual void RelayoutList() = 0;
 
   virtual bool IsVisible() = 0;
   virtual void Hide() = 0;

@@ -63,8 +63,9 @@ std::u16string NameOfWeekday(int day) {
 }
 
 // Where a theme of the system draws the calendar it has other colours than those it was given.
-Color GroundBelow(HDC dc, const Rect& names) {
-  const COLORREF seen = GetPixel(dc, names.left + 2, names.bottom + 3);
+// The end of its last line is bare.
+Color GroundOf(HWND calendar, HDC dc, const Rect& names) {
+  const COLORREF seen = GetPixel(dc, names.right - 4, ClientRectOf(calendar).bottom - 4);
   return seen == CLR_INVALID ? CurrentPalette.alternateRow : seen;
 }
 
@@ -75,7 +76,7 @@ Rect ColumnOf(const Rect& names, int column) {
 }
 
 void DrawNames(const Canvas& canvas, HWND calendar, const Rect& names) {
-  const Color ground = GroundBelow(canvas.dc, names);
+  const Color ground = GroundOf(calendar, canvas.dc, names);
   // The line below them is the system's.
   canvas.Fill({names.left, names.top, names.right, names.bottom - 1}, ground);
   const int first = FirstWeekday(calendar);

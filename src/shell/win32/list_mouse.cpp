@@ -103,7 +103,11 @@ int SidebarTagAt(const MainWindow& window, Point point) {
   return -1;
 }
 
-void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+bool IsDragging(const ListState& list) {
+  return list.dragsSidebar || list.dragColumn >= 0 || list.dragBar != Bar::kNone;
+}
+
+void TakeHover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
   if (CurrentWindowSettings.sidebarLayout) {
     const int tag = SidebarTagAt(window, point);
     if (tag != std::exchange(app.list.hoverTag, tag)) window.RedrawTags();
@@ -117,6 +121,10 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
   app.list.hoverBar = bar;
   app.list.hoverRow = row;
   app.list.hoverColumn = column;
+}
+
+void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
+  TakeHover(app, window, layout, point);
   TRACKMOUSEEVENT track = {};
   track.cbSize = sizeof track;
   track.dwFlags = TME_LEAVE | TME_HOVER;
@@ -187,10 +195,8 @@ void OnListMove(AppState& app, MainWindow& window, Point point) {
 }
 
 void OnListRest(AppState& app, MainWindow& window, Point point) {
-  const bool isDrag =
-      app.list.dragsSidebar || app.list.dragColumn >= 0 || app.list.dragBar != Bar::kNone;
-  if (isDrag || window.tip.IsShown()) return;
-  Hover(app, window, window.List(), point);
+  if (IsDragging(app.list) || window.tip.IsShown()) return;
+  TakeHover(app, window, window.List(), point);
   const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
   const Tip tip = TipOfCell(view, app.list.hoverRow, app.list.hoverColumn);
   window.tip.Show(window.Handle(), tip.text, app.systemDpi, window.fonts.main.Get());
@@ -204,7 +210,7 @@ void RefreshHover(AppState& app, MainWindow& window) {
   ScreenToClient(window.Handle(), &cursor);
   app.list.hoverRow = -1;
   app.list.hoverColumn = -1;
-  if (isHere) Hover(app, window, window.List(), {cursor.x, cursor.y});
+  if (isHere && !IsDragging(app.list)) Hover(app, window, window.List(), {cursor.x, cursor.y});
 }
 
 void OnListLeave(AppState& app, MainWindow& window) {
