@@ -1,127 +1,90 @@
 #!/usr/bin/env bash
-# Builds and tests everything. usage: ./test.sh [--quick]     --quick: only the native tests
-# Ends with one line "N passed, N failed".
+# Builds and tests everything, or one part of it. Ends with one line "N passed, N failed".
+# usage: ./test.sh [--quick | --native | --threads | --windows | --window | --fuzz] [FILTER]
+#   --quick    native tests alone      --native   the same, with the tests of the scripts
+#   --threads  the concurrency tests under ThreadSanitizer
+#   --windows  the engine's tests as Windows programs, under Wine
+#   --window   the window, driven under Wine
+#   --fuzz     each fuzz target for a few seconds
+#   FILTER     tests whose name holds this text, or a pattern as --gtest_filter takes it; fuzz targets alike
 set -uo pipefail
 cd "$(dirname "$0")"
 
-quick=
+part=all
 case ${1:-} in
-  "") ;;
-  --quick) quick=1 ;;
-  *) echo "usage: ./test.sh [--quick]" >&2; exit 2 ;;
+  --quick | --native | --threads | --windows | --window | --fuzz)
+    part=${1#--}
+    shift
+    ;;
+  -*) sed -n '2,10s/^# //p' "$0" >&2; exit 2 ;;
 esac
+filter=${1:-}
+[ $# -le 1 ] || { sed -n '2,10s/^# //p' "$0" >&2; exit 2; }
 
-# A second checkout finds in the cache what the first has compiled.
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+# shellcheck source=tools/test_steps.sh
+source tools/test_steps.sh
 
-passed=0
-failed=0
+has_part() { [ "$part" = all ] || [ "$part" = "$1" ]; }
 layers="platform config index search shell cli"
-logs=build/test-logs
-mkdir -p "$logs"
-
-fail() {
-  echo "FAILED: $1"
-  failed=$((failed + 1))
-}
-
-# A step without which nothing further makes sense.
-must() {
-  local name=$1
-  shift
-  echo "== $name"
-  if "$@" >"$logs/step.log" 2>&1; then return; fi
-  tail -n 60 "$logs/step.log"
-  fail "$name"
-  echo "$passed passed, $failed failed"
-  exit 1
-}
-
-# Runs a GoogleTest program and adds up what it says. One that crashes, or ran no test, counts as a failure.
-run_suite() {
-  local name=$1
-  shift
-  local log="$logs/$name.log" code=0 ok bad
-  "$@" >"$log" 2>&1 </dev/null || code=$?
-  # Wine writes CR LF.
-  ok=$(tr -d '\r' <"$log" | sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' | tail -n 1)
-  bad=$(tr -d '\r' <"$log" | sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*/\1/p' | tail -n 1)
-  ok=${ok:-0}
-  bad=${bad:-0}
-  if [ "$bad" = 0 ] && { [ "$code" != 0 ] || [ "$ok" = 0 ]; }; then bad=1; fi
-  passed=$((passed + ok))
-  failed=$((failed + bad))
-  echo "   $name: $ok passed, $bad failed"
-  [ "$bad" = 0 ] && return
-  grep -aE -A 30 'Failure|ERROR: AddressSanitizer|WARNING: ThreadSanitizer|runtime error|terminate' "$log" | head -n 80
-  tail -n 15 "$log"
-}
-
-# Drive W: of the prefix: an empty volume of mkntfs, which has no journal and no driver.
-make_wine_image() {
-  wine_stop
-  truncate -s 16M build/wine-volume.img
-  PATH=$PATH:/usr/sbin mkntfs -q -F -Q -s 512 -c 4096 -p 0 -H 0 -S 0 -L raw build/wine-volume.img
-  wine_raw_image w "$PWD/build/wine-volume.img"
-}
 
 must "packages" tools/install_packages.sh build windows window tests
 
-must "linux-debug: configure" cmake --preset linux-debug
-must "linux-debug: build" cmake --build build/linux-debug
-echo "== native, AddressSanitizer and UndefinedBehaviorSanitizer"
-for layer in $layers; do
-  run_suite "native-$layer" "build/linux-debug/${layer}_tests"
-done
+build() {
+  must "$1: configure" cmake --preset "$1"
+  must "$1: build" cmake --build "build/$1" "${@:2}"
+}
 
-if [ -z "$quick" ]; then
-  must "linux-tsan: configure" cmake --preset linux-tsan
-  must "linux-tsan: build" cmake --build build/linux-tsan --target platform_tests index_tests search_tests
-  echo "== threads, ThreadSanitizer"
-  for layer in platform index search; do
-    run_suite "threads-$layer" "build/linux-tsan/${layer}_tests" '--gtest_filter=*Concurrency*'
-  done
+if has_part native || [ "$part" = quick ]; then
+  build linux-debug
+  step "native tests, AddressSanitizer and UndefinedBehaviorSanitizer"
+  for layer in $layers; do add_suite "native-$layer" 2 "build/linux-debug/${layer}_tests"; done
+  run_suites
+fi
 
-  must "windows: configure" cmake --preset windows
-  must "windows: build" cmake --build build/windows
-  echo "== Windows programs, under Wine"
+if has_part native; then
+  step "tests of the scripts"
+  run_scripts_tests
+fi
+
+if has_part threads; then
+  build linux-tsan --target platform_tests index_tests search_tests
+  step "concurrency tests, ThreadSanitizer"
+  for layer in platform index search; do add_suite "threads-$layer" 1 "build/linux-tsan/${layer}_tests"; done
+  run_suites
+fi
+
+if has_part windows || has_part window; then
   # shellcheck source=tools/wine_env.sh
   source tools/wine_env.sh
   # shellcheck source=tools/wine_window.sh
   source tools/wine_window.sh
-  trap 'wine_stop; wine_display_stop' EXIT
-  unset DISPLAY  # a screen of its own: nobody's clicks, and a known size
-  wine_stop
-  must "a screen for Wine" wine_display
-  must "fonts for Wine" wine_fonts
-  must "an NTFS image for Wine" make_wine_image
-  for layer in $layers window; do
-    run_suite "windows-$layer" wine_run "build/windows/${layer}_tests.exe"
-  done
-  must "a contact sheet" tools/contact_sheet.sh
-  wine_stop
-  wine_display_stop
-
-  must "linux-fuzz: configure" cmake --preset linux-fuzz
-  must "linux-fuzz: build" cmake --build build/linux-fuzz
-  echo "== fuzz targets, a few seconds each"
-  for target in build/linux-fuzz/fuzz/*; do
-    name=$(basename "$target")
-    corpus="build/fuzz-corpus/$name"
-    seeds="fuzz/corpus/$name"
-    mkdir -p "$corpus"
-    [ -d "$seeds" ] || seeds=
-    [ "$name" = ntfs_volume_fuzz ] && tools/ntfs_seeds.sh "$corpus"
-    if "$target" -max_total_time=5 -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$logs/" "$corpus" \
-      ${seeds:+"$seeds"} >"$logs/$name.log" 2>&1; then
-      passed=$((passed + 1))
-      echo "   $name: $(sed -n 's/stat::number_of_executed_units: *//p' "$logs/$name.log") inputs"
-    else
-      tail -n 40 "$logs/$name.log"
-      fail "$name"
-    fi
-  done
+  # shellcheck source=tools/wine_tests.sh
+  source tools/wine_tests.sh
+  trap wine_tests_stop EXIT
+  build windows
+  must "two prefixes of Wine" wine_tests_prefixes
 fi
 
-echo "$passed passed, $failed failed"
-[ "$failed" = 0 ]
+if has_part windows; then
+  step "the engine's tests, under Wine"
+  for layer in $layers; do add_suite "windows-$layer" 1 wine_tests_run "build/windows/${layer}_tests.exe"; done
+  run_suites
+fi
+
+if has_part window; then
+  step "the window's tests, under Wine, in two prefixes beside each other"
+  add_suite "window" 2 wine_tests_run build/windows/window_tests.exe
+  run_suites
+  [ -n "$filter" ] || must "a contact sheet" tools/contact_sheet.sh
+fi
+
+if has_part windows || has_part window; then wine_tests_stop; fi
+
+if has_part fuzz; then
+  build linux-debug --target fuzz_targets
+  step "fuzz targets, a few seconds each"
+  for target in build/linux-debug/fuzz/*"$filter"*; do add_fuzz_target "$target"; done
+  run_suites
+fi
+
+summarise

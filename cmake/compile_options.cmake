@@ -9,10 +9,21 @@ target_compile_options(quilmark_options INTERFACE
   -fno-strict-aliasing -ffunction-sections -fdata-sections)
 
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")
-  # -O1: the sanitizers' runs stay short, and the backtraces stay readable.
-  target_compile_options(quilmark_options INTERFACE -O1 -g -fno-omit-frame-pointer)
-  target_compile_definitions(quilmark_options INTERFACE QUILMARK_DEBUG=1)
+  target_compile_options(quilmark_options INTERFACE -fno-omit-frame-pointer)
+  # Assertions of the standard library: what lies inside a buffer, but outside its span, no sanitizer sees.
+  target_compile_definitions(quilmark_options INTERFACE QUILMARK_DEBUG=1 _GLIBCXX_ASSERTIONS=1)
 endif()
+
+# Ours are optimised a little in debug builds, so that the sanitizers' runs stay short and the backtraces stay
+# readable. Tests are not optimised in any build: most of what they cost is their compilation.
+function(quilmark_compile_as_product target)
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(${target} PRIVATE -O1)
+  endif()
+endfunction()
+function(quilmark_compile_as_test target)
+  target_compile_options(${target} PRIVATE -O0 -g1)
+endfunction()
 
 if(QUILMARK_SANITIZER)
   set(sanitize "-fsanitize=${QUILMARK_SANITIZER}")

@@ -1,10 +1,12 @@
-# One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer.
+# One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer; all of them: fuzz_targets.
 file(GLOB_RECURSE fuzz_sources CONFIGURE_DEPENDS "fuzz/*_fuzz.cpp")
+add_custom_target(fuzz_targets)
 foreach(source ${fuzz_sources})
   get_filename_component(name "${source}" NAME_WE)
-  add_executable(${name} "${source}")
+  add_executable(${name} EXCLUDE_FROM_ALL "${source}")
   target_link_libraries(${name} PRIVATE quilmark_search)
-  target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+  quilmark_compile_as_product(${name})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
+  add_dependencies(fuzz_targets ${name})
 endforeach()

@@ -41,15 +41,17 @@ FACES
 
 wine_display() {
   [ -n "${DISPLAY:-}" ] && return 0
-  local number=77
-  while [ -e "/tmp/.X11-unix/X$number" ] || [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
-  Xvfb ":$number" -screen 0 2560x1440x24 -dpi 96 -nolisten tcp >/dev/null 2>&1 </dev/null &
+  local chosen
+  chosen=$(mktemp)
+  # The server chooses a number that is free, and writes it down once it takes clients.
+  Xvfb -displayfd 5 -screen 0 2560x1440x24 -dpi 96 -nolisten tcp 5>"$chosen" >/dev/null 2>&1 </dev/null &
   wine_display_pids=$!
-  export DISPLAY=":$number"
-  until xdpyinfo >/dev/null 2>&1; do
+  until [ -s "$chosen" ]; do
     kill -0 "$wine_display_pids" 2>/dev/null || { echo "wine: no virtual screen" >&2; return 1; }
     sleep 0.05
   done
+  export DISPLAY=":$(cat "$chosen")"
+  rm -f "$chosen"
   openbox >/dev/null 2>&1 </dev/null &
   wine_display_pids="$wine_display_pids $!"
 }

@@ -314,15 +314,16 @@ TEST_F(Filters, TotalsCountFilesThatTheQueryDoesNotFind) {
 
 // Seconds since 1970 of "2026-03-01T14:05:09.250Z".
 double Seconds(const std::string& text) {
-  int year = 0;
-  unsigned month = 0, day = 0, hour = 0, minute = 0;
+  int year = 0, hour = 0, minute = 0;
+  unsigned month = 0, day = 0;
   double second = 0;
   EXPECT_EQ(
-      std::sscanf(text.c_str(), "%d-%u-%uT%u:%u:%lfZ", &year, &month, &day, &hour, &minute, &second), 6)
+      std::sscanf(text.c_str(), "%d-%u-%uT%d:%d:%lfZ", &year, &month, &day, &hour, &minute, &second), 6)
       << text;
   EXPECT_EQ(text.size(), 24u);
   EXPECT_TRUE(text.ends_with('Z')) << text;
-  const std::chrono::sys_days days = std::chrono::year(year) / month / day;
+  const std::chrono::sys_days days =
+      std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day);
   return static_cast<double>(days.time_since_epoch().count()) * 86'400 + hour * 3'600 + minute * 60 +
          second;
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -88,29 +87,6 @@ TEST(Background, AJobStartsFurtherJobsThatAreWaitedFor) {
   }));
   ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
   EXPECT_EQ(order, "outer inner");
-}
-
-TEST(BackgroundConcurrency, EachJobRunsWhileTheProcessorsAreBusy) {
-  std::atomic<bool> done = false;
-  std::thread busy([&] {
-    while (!done) {
-    }
-  });
-  int ran = 0;
-  for (int i = 1; i <= 300; ++i) {
-    ASSERT_TRUE(RunBackground("do_search", [&] { ++ran; }));
-    EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
-    EXPECT_EQ(ran, i);
-  }
-  done = true;
-  busy.join();
-}
-
-TEST(BackgroundConcurrency, ManyJobsAllEnd) {
-  std::atomic<int> ended = 0;
-  for (int i = 0; i < 100; ++i) ASSERT_TRUE(RunBackground("do_search", [&] { ++ended; }));
-  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
-  EXPECT_EQ(ended, 100);
 }
 
 }  // namespace

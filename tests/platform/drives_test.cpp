@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-#include <vector>
-
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 
@@ -106,22 +103,6 @@ TEST(Drives, ADriveWithoutItsFolderHasNoVolume) {
   EXPECT_FALSE(ReadVolumeInfo(u'Q').has_value());
   EXPECT_FALSE(ReadVolumeInfo(u'R').has_value());
   EXPECT_FALSE(ReadVolumeInfo(u'!').has_value());
-}
-
-TEST(DrivesConcurrency, APathResolvesToOneRootOrTheOtherWhileALetterMoves) {
-  const MappedDrive drive(u'Q', u"\\first");
-  std::vector<std::thread> readers;
-  for (int thread = 0; thread < 3; ++thread) {
-    readers.emplace_back([] {
-      for (int i = 0; i < 2'000; ++i) {
-        const std::u16string path = ResolveMappedPath(u"Q:\\a");
-        ASSERT_TRUE(path == u"\\first\\a" || path == u"\\second root\\a");
-      }
-    });
-  }
-  for (int i = 0; i < 2'000; ++i) MapDrive(u'Q', i % 2 == 0 ? u"\\second root" : u"\\first");
-  for (std::thread& reader : readers) reader.join();
-  EXPECT_EQ(MappedRoot(u'Q'), u"\\first");
 }
 
 }  // namespace

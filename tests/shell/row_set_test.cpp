@@ -51,7 +51,7 @@ TEST(RowSet, AgreesWithAPlainSet) {
 
 TEST(RowSet, NeverKeepsStretchesThatTouch) {
   RowSet set;
-  for (const uint64_t row : {1, 3, 5, 4, 2}) set.insert(row);
+  for (const uint64_t row : {1u, 3u, 5u, 4u, 2u}) set.insert(row);
   EXPECT_EQ(set.Stretches().size(), 1u);
 }
 

@@ -180,7 +180,7 @@ TEST(NtfsFacts, EqualWhatAMountedVolumeShows) {
   RunTool("/usr/sbin/mkntfs", {"-q", "-F", "-Q", "-s", "512", "-c", "4096", image.string()});
   {
     NtfsMount mount(image, root, "");
-    for (const size_t size : {0, 1, 600, 4'095, 4'096, 4'097, 1'000'000}) {
+    for (const size_t size : {0u, 1u, 600u, 4'095u, 4'096u, 4'097u, 1'000'000u}) {
       Append(root / std::to_string(size), size);
     }
     Append(root / "sparse", 10);
