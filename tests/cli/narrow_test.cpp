@@ -42,7 +42,7 @@ TEST(HitFilter, BothEndsOfSizesBelongToThem) {
 }
 
 TEST(HitFilter, BothEndsOfDatesBelongToThemAndNoDateDoesNot) {
-  const FilterContext filter = MakeHitFilter({.modified = DateSpan{0, 20}}, {}, kAll);
+  const FilterContext filter = MakeHitFilter({.modified = DateRange{0, 20}}, {}, kAll);
   EXPECT_FALSE(PassesPresets(filter, 1, 0));
   EXPECT_TRUE(PassesPresets(filter, 1, 1));
   EXPECT_TRUE(PassesPresets(filter, 1, 20));
