@@ -207,7 +207,7 @@ Parsed<std::vector<std::u16string>> ParseExtensions(const std::string& text) {
     if (extension.find(u'.', 1) == extension.npos) continue;
     return {.error = Quoted(ToHostBytes(extension).substr(1)) + " has a dot within"};
   }
-  const bool selectsFolders = IsFolderRow({.label = {}, .extensions = extensions});
+  const bool selectsFolders = IsFolderCategory({.label = {}, .extensions = extensions});
   if (selectsFolders && extensions.size() > 1)
     return {.error = "dir and folder stand for folders and take no other extension beside them"};
   return {.value = std::move(extensions)};
@@ -262,9 +262,9 @@ Parsed<SortOrder> ParseSortOrder(const std::string& typed) {
 Parsed<size_t> FindCategory(const FilterTable& table, const std::string& name) {
   const std::u16string wanted = FromUtf8(name);
   std::string labels;
-  for (size_t row = 0; row < table.size(); ++row) {
-    if (EqualNoCase(table[row].label, wanted)) return {.value = row};
-    labels += (row == 0 ? "" : ", ") + ToUtf8(table[row].label);
+  for (size_t i = 0; i < table.size(); ++i) {
+    if (EqualNoCase(table[i].label, wanted)) return {.value = i};
+    labels += (i == 0 ? "" : ", ") + ToUtf8(table[i].label);
   }
   return {.error = Quoted(name) + " is no category: " + labels};
 }

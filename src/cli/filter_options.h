@@ -50,7 +50,7 @@ struct SortOrder {
 // sizes begin with the largest and all else ascends, as by a click in the window.
 Parsed<SortOrder> ParseSortOrder(const std::string& text);
 
-// The row with that label, whatever its case; the error lists all labels.
+// The index of the category with that label, whatever its case; the error lists all labels.
 Parsed<size_t> FindCategory(const FilterTable& table, const std::string& name);
 
 }  // namespace quilmark

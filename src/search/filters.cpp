@@ -102,9 +102,10 @@ bool HasExtension(const FilterCategory& category, std::u16string_view extension)
 }
 
 const FilterCategory* CategoryOf(const FilterContext& context) {
-  const auto row = static_cast<size_t>(context.settings.category);
-  return context.settings.category > 0 && row < context.categories->size() ? &(*context.categories)[row]
-                                                                           : nullptr;
+  const auto index = static_cast<size_t>(context.settings.category);
+  return context.settings.category > 0 && index < context.categories->size()
+             ? &(*context.categories)[index]
+             : nullptr;
 }
 
 FilterKey KeyOf(const FilterContext& context) {
@@ -135,7 +136,7 @@ struct RecordRule {
 
 RecordRule RecordRuleOf(const FilterContext& context) {
   RecordRule rule{.category = CategoryOf(context)};
-  rule.selectsFolders = rule.category != nullptr && IsFolderRow(*rule.category);
+  rule.selectsFolders = rule.category != nullptr && IsFolderCategory(*rule.category);
   rule.asksAttributes = ActsOnSize(context) || ActsOnTime(context);
   rule.keepsFolders =
       !context.settings.HasSizeOrTime() && (context.settings.category == 0 || rule.selectsFolders);

@@ -20,7 +20,7 @@ enum TimePresetValue { kAnyTime, kToday, k7Days, k30Days, kCustomTime };
 
 // What the filter bar says.
 struct FilterSettings {
-  int category = 0;  // row of the table
+  int category = 0;  // index into the table
   int sizePreset = kAnySize;
   int timePreset = kAnyTime;
   int sizeUnit = 2;              // 0 bytes, 1 KiB, 2 MiB, 3 GiB
@@ -83,9 +83,9 @@ std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSe
 void RefreshFilteredResultsAsync(FilterSettings settings);
 
 struct FilterCounts {
-  std::vector<uint64_t> rows;     // by row of the table
-  bool isIncomplete = false;      // some rows' attributes are not known yet
-  bool leavesOutAVolume = false;  // one was being written to; it counts another time
+  std::vector<uint64_t> byCategory;  // rows of each
+  bool isIncomplete = false;         // some rows' attributes are not known yet
+  bool leavesOutAVolume = false;     // one was being written to; it counts another time
 };
 // Numbers of the held results by category, under the size and time filters, without the disk. Interface
 // thread.
