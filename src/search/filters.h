@@ -68,10 +68,10 @@ bool ActsOnTime(const FilterContext& context);
 bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
 
 // The size and time test of a file; asks the disk for what is not known.
-bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn);
+bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64_t frn);
 
 // Whether a hit stays, category and all.
-bool PassesFilter(const FilterContext& context, const MatchItem& item);
+bool PassesFilter(const FilterContext& context, const MatchItem& hit);
 
 // The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once
 // FilterGeneration is no longer `generation`, and at the end of the program.

@@ -53,8 +53,7 @@ class Filters : public testing::Test {
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     EXPECT_EQ(search.Next().message, WM_FILTER_RESULTS);
     Names names;
-    for (const MatchItem& item : *ShownResults())
-      names.emplace_back(NameOf(volume->records[item.index]));
+    for (const MatchItem& hit : *ShownResults()) names.emplace_back(NameOf(volume->records[hit.index]));
     EXPECT_EQ(DisplayCount, names.size());
     return names;
   }
