@@ -127,7 +127,7 @@ def walk(work, _counts):
     def row_of(threads, limit):
         row = rows[f"walk/{threads}/process_time/real_time"]
         return Row(f"threads: {threads}", {
-            "entries": Figure(int(row["records"])), "ms": Figure(row["ms"]), "getdents64 ms": Figure(limit),
+            "records": Figure(int(row["records"])), "ms": Figure(row["ms"]), "getdents64 ms": Figure(limit),
             "x limit": cost(row["ms"], limit), "x fd": gain(row["ms"], fd)})
     yield Table("walk", f"into the searchable index, warm; x limit: times getdents64 alone; "
                 f"x fd: times faster than fd -uu -j2, {fd:.0f} ms",
@@ -164,7 +164,7 @@ def ntfs(work, _counts):
                  for name, row in (("enumeration", blocks), ("journal", journal))])
     yield Table("ntfs", f"an image; x limit: times reading and parsing its $MFT, {limit:.1f} ms; "
                 "x fls: times faster than fls -r -p",
-                [Row("image", {"files": Figure(int(whole["records"])), "ms": Figure(whole["ms"]),
+                [Row("image", {"records": Figure(int(whole["records"])), "ms": Figure(whole["ms"]),
                                "x limit": cost(whole["ms"], limit), "x fls": gain(whole["ms"], fls)})])
 
 
