@@ -125,7 +125,7 @@ void Count(benchmark::State& state, Order order, const FilterSettings& settings)
   }
   FilterCounts counts;
   for (auto _ : state) counts = UpdateFilterCounts(settings);
-  if (!settings.HasSizeOrTime() && counts.rows[0] != size) state.SkipWithError("rows are missing");
+  if (!settings.HasSizeOrTime() && counts.byCategory[0] != size) state.SkipWithError("rows are missing");
   CountRows(state, size);
 }
 

@@ -125,22 +125,22 @@ Parsed<Day> ParseDay(std::string_view text, FileTime now) {
 }
 
 // The moments of the days from `first` to `last`.
-Parsed<DateSpan> SpanOf(std::optional<Day> first, std::optional<Day> last) {
-  DateSpan span;
+Parsed<DateRange> RangeOf(std::optional<Day> first, std::optional<Day> last) {
+  DateRange range;
   if (first) {
     const auto from = FileTimeOfLocal(MomentOf(*first));
     if (!from) return {.error = "the system's time zone has no such day"};
-    span.from = *from;
+    range.from = *from;
   }
   if (last) {
     const auto next = FileTimeOfLocal(MomentOf(DayAfter(*last, 1)));
     if (!next || *next == 0) return {.error = "the system's time zone has no such day"};
-    span.to = *next - 1;
+    range.to = *next - 1;
   }
-  return {.value = span};
+  return {.value = range};
 }
 
-Parsed<DateSpan> ParseDayRange(std::string_view first, std::string_view last, FileTime now) {
+Parsed<DateRange> ParseDayRange(std::string_view first, std::string_view last, FileTime now) {
   if (first.empty() && last.empty()) return {.error = kEmptyRange};
   std::optional<Day> from, to;
   for (const auto& [text, day] : {std::pair(first, &from), std::pair(last, &to)}) {
@@ -150,7 +150,7 @@ Parsed<DateSpan> ParseDayRange(std::string_view first, std::string_view last, Fi
     *day = parsed.value;
   }
   if (from && to && *from > *to) return {.error = kReversedRange};
-  return SpanOf(from, to);
+  return RangeOf(from, to);
 }
 
 // The same time of day so many months ago, on the month's last day where it has no such day.
@@ -165,7 +165,7 @@ std::optional<FileTime> MonthsBefore(FileTime now, uint64_t months) {
 }
 
 // "7d" and its kin; empty if the text is no number with letters behind it.
-std::optional<Parsed<DateSpan>> ParseAge(std::string_view text, FileTime now) {
+std::optional<Parsed<DateRange>> ParseAge(std::string_view text, FileTime now) {
   std::string_view unit = text;
   const std::string_view digits = TakeDigits(unit);
   const bool isAge = !digits.empty() &&
@@ -180,11 +180,11 @@ std::optional<Parsed<DateSpan>> ParseAge(std::string_view text, FileTime now) {
   } else if (unit == "mo" || unit == "y") {
     from = MonthsBefore(now, number.value_or(0) * (unit == "y" ? 12 : 1));
   } else {
-    return Parsed<DateSpan>{.error = Quoted(text) + " has an unknown unit, not d, w, mo or y"};
+    return Parsed<DateRange>{.error = Quoted(text) + " has an unknown unit, not d, w, mo or y"};
   }
-  if (!number || !from) return Parsed<DateSpan>{.error = Quoted(text) + " is too long ago"};
-  if (*number == 0) return Parsed<DateSpan>{.error = Quoted(text) + " is no time at all"};
-  return Parsed<DateSpan>{.value = {.from = *from}};
+  if (!number || !from) return Parsed<DateRange>{.error = Quoted(text) + " is too long ago"};
+  if (*number == 0) return Parsed<DateRange>{.error = Quoted(text) + " is no time at all"};
+  return Parsed<DateRange>{.value = {.from = *from}};
 }
 
 struct NamedColumn {
@@ -207,13 +207,13 @@ Parsed<std::vector<std::u16string>> ParseExtensions(const std::string& text) {
     if (extension.find(u'.', 1) == extension.npos) continue;
     return {.error = Quoted(ToHostBytes(extension).substr(1)) + " has a dot within"};
   }
-  const bool selectsFolders = IsFolderRow({.label = {}, .extensions = extensions});
+  const bool selectsFolders = IsFolderCategory({.label = {}, .extensions = extensions});
   if (selectsFolders && extensions.size() > 1)
     return {.error = "dir and folder stand for folders and take no other extension beside them"};
   return {.value = std::move(extensions)};
 }
 
-Parsed<SizeRange> ParseSizeBounds(const std::string& typed) {
+Parsed<SizeRange> ParseSizeRange(const std::string& typed) {
   const std::string text = FoldAscii(typed);
   const size_t dots = text.find(kRange);
   const std::string least = text.substr(0, dots);
@@ -230,7 +230,7 @@ Parsed<SizeRange> ParseSizeBounds(const std::string& typed) {
   return {.value = range};
 }
 
-Parsed<DateSpan> ParseDateSpan(const std::string& typed, FileTime now) {
+Parsed<DateRange> ParseDateRange(const std::string& typed, FileTime now) {
   const std::string folded = FoldAscii(typed);
   const std::string_view text = folded;
   const size_t dots = text.find(kRange);
@@ -262,9 +262,9 @@ Parsed<SortOrder> ParseSortOrder(const std::string& typed) {
 Parsed<size_t> FindCategory(const FilterTable& table, const std::string& name) {
   const std::u16string wanted = FromUtf8(name);
   std::string labels;
-  for (size_t row = 0; row < table.size(); ++row) {
-    if (EqualNoCase(table[row].label, wanted)) return {.value = row};
-    labels += (row == 0 ? "" : ", ") + ToUtf8(table[row].label);
+  for (size_t i = 0; i < table.size(); ++i) {
+    if (EqualNoCase(table[i].label, wanted)) return {.value = i};
+    labels += (i == 0 ? "" : ", ") + ToUtf8(table[i].label);
   }
   return {.error = Quoted(name) + " is no category: " + labels};
 }

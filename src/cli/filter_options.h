@@ -24,20 +24,20 @@ Parsed<std::vector<std::u16string>> ParseExtensions(const std::string& text);
 
 // "10M..2G", "10M..", "..2G", and "10M" for "10M..". Both ends belong to it. Units B, K, M, G, T are
 // powers of 1,024; none means bytes. Up to six decimals.
-Parsed<SizeRange> ParseSizeBounds(const std::string& text);
+Parsed<SizeRange> ParseSizeRange(const std::string& text);
 
 // Both ends belong to it.
-struct DateSpan {
+struct DateRange {
   FileTime from = 0;
   FileTime to = std::numeric_limits<FileTime>::max();
 
-  bool operator==(const DateSpan&) const = default;
+  bool operator==(const DateRange&) const = default;
 };
 
 // "7d", "2w", "1mo", "1y": from that long before `now` on. "today", "yesterday", "2025-01-31": that day.
 // "2025-01-01..2025-02-01": from the first moment of one day to the last of the other; either may be
 // left out.
-Parsed<DateSpan> ParseDateSpan(const std::string& text, FileTime now);
+Parsed<DateRange> ParseDateRange(const std::string& text, FileTime now);
 
 struct SortOrder {
   int column = 0;  // of sort.h
@@ -50,7 +50,7 @@ struct SortOrder {
 // sizes begin with the largest and all else ascends, as by a click in the window.
 Parsed<SortOrder> ParseSortOrder(const std::string& text);
 
-// The row with that label, whatever its case; the error lists all labels.
+// The index of the category with that label, whatever its case; the error lists all labels.
 Parsed<size_t> FindCategory(const FilterTable& table, const std::string& name);
 
 }  // namespace quilmark

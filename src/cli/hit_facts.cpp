@@ -10,31 +10,31 @@ namespace quilmark {
 
 namespace {
 
-std::optional<uint64_t> SizeOf(const MatchItem& item, const RecordKind& kind, const AttrEntry& entry,
+std::optional<uint64_t> SizeOf(const MatchItem& hit, const RecordKind& kind, const AttrEntry& entry,
                                FolderTotals totals) {
   if (kind.isDirectory) {
     if (totals == FolderTotals::kUnknown) return std::nullopt;
     uint64_t total = 0;  // a folder without a byte below it has none
-    GetFolderSize(*item.volume, kind.frn, total, IfDirty::kLeave);
+    GetFolderSize(*hit.volume, kind.frn, total, IfDirty::kLeave);
     return total;
   }
   // An entry of no bytes and no dates may be that of a file that could not be read.
   const bool isRead = entry.modified != 0 || entry.created != 0 || entry.size > 0;
   if (isRead) return static_cast<uint64_t>(entry.size);
   MftSize size;
-  if (LookupMftSize(*item.volume, kind.frn, size)) return size.logical;
+  if (LookupMftSize(*hit.volume, kind.frn, size)) return size.logical;
   return std::nullopt;
 }
 
 }  // namespace
 
-HitFacts FactsOf(const MatchItem& item, FolderTotals totals) {
-  const auto kind = KindOfLocked(*item.volume, item.index);
+HitFacts FactsOf(const MatchItem& hit, FolderTotals totals) {
+  const auto kind = KindOfLocked(*hit.volume, hit.index);
   if (!kind) return {};
   AttrEntry entry;
-  EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);
+  EnsureFileAttributes(hit.volume, hit.index, entry, Insist::kOnDisk);
   return {
-      .size = SizeOf(item, *kind, entry, totals), .modified = entry.modified, .created = entry.created};
+      .size = SizeOf(hit, *kind, entry, totals), .modified = entry.modified, .created = entry.created};
 }
 
 std::string FormatUtc(FileTime time) {

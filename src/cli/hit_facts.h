@@ -18,7 +18,7 @@ struct HitFacts {
 enum class FolderTotals { kUnknown, kRead };
 
 // From the attribute cache, else from the disk. No lock held.
-HitFacts FactsOf(const MatchItem& item, FolderTotals totals);
+HitFacts FactsOf(const MatchItem& hit, FolderTotals totals);
 
 // "2026-03-01T14:05:09.250Z".
 std::string FormatUtc(FileTime time);

@@ -81,10 +81,10 @@ std::shared_ptr<const ResultSet> InOrder(std::shared_ptr<const ResultSet> rows, 
   return HeldResults();
 }
 
-// What both rows select. A row of folders and one of files have nothing in common.
-FilterCategory CommonRow(const FilterCategory& one, const FilterCategory& other) {
-  if (IsFolderRow(one) != IsFolderRow(other)) return {};
-  if (IsFolderRow(one)) return one;
+// What both categories select. One of folders and one of files have nothing in common.
+FilterCategory CommonCategory(const FilterCategory& one, const FilterCategory& other) {
+  if (IsFolderCategory(one) != IsFolderCategory(other)) return {};
+  if (IsFolderCategory(one)) return one;
   FilterCategory common;
   for (const std::u16string& extension : one.extensions) {
     if (std::find(other.extensions.begin(), other.extensions.end(), extension) != other.extensions.end())
@@ -96,11 +96,11 @@ FilterCategory CommonRow(const FilterCategory& one, const FilterCategory& other)
 }  // namespace
 
 FilterContext MakeHitFilter(const HitFilters& filters, const FilterTable& table, size_t category) {
-  FilterCategory row{.label = {}, .extensions = filters.extensions};
+  FilterCategory selected{.label = {}, .extensions = filters.extensions};
   if (category != 0)
-    row = filters.extensions.empty() ? table[category] : CommonRow(table[category], row);
+    selected = filters.extensions.empty() ? table[category] : CommonCategory(table[category], selected);
   FilterContext filter;
-  filter.categories = std::make_shared<FilterTable>(FilterTable{{}, std::move(row)});
+  filter.categories = std::make_shared<FilterTable>(FilterTable{{}, std::move(selected)});
   filter.settings.category = category != 0 || !filters.extensions.empty() ? 1 : 0;
   if (filters.size) filter.settings.sizePreset = kCustomSize;
   filter.range = filters.size;

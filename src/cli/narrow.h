@@ -10,7 +10,7 @@
 
 namespace quilmark {
 
-// The test of each hit. `category` is a row of `table`: 0 means all.
+// The test of each hit. `category` is an index into `table`: 0 means all.
 FilterContext MakeHitFilter(const HitFilters& filters, const FilterTable& table, size_t category);
 
 struct Narrowing {

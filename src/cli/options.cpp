@@ -145,9 +145,11 @@ bool TakeText(const CLI::App& find, const char* option, std::string text, Target
 std::string TakeTexts(const CLI::App& find, const FindTexts& texts, FindOptions& options) {
   HitFilters& filters = options.filters;
   std::string error;
-  const auto since = [now = NowFileTime()](const std::string& text) { return ParseDateSpan(text, now); };
+  const auto since = [now = NowFileTime()](const std::string& text) {
+    return ParseDateRange(text, now);
+  };
   if (TakeText(find, "--ext", texts.extensions, filters.extensions, error, ParseExtensions) &&
-      TakeText(find, "--size", texts.size, filters.size, error, ParseSizeBounds) &&
+      TakeText(find, "--size", texts.size, filters.size, error, ParseSizeRange) &&
       TakeText(find, "--modified", texts.modified, filters.modified, error, since)) {
     TakeText(find, "--sort", texts.sort, options.sort, error, ParseSortOrder);
   }

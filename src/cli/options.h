@@ -15,7 +15,7 @@ struct HitFilters {
   std::vector<std::u16string> extensions;  // each with its dot
   std::optional<std::string> category;     // a label of the table of categories
   std::optional<SizeRange> size;
-  std::optional<DateSpan> modified;
+  std::optional<DateRange> modified;
 };
 
 struct FindOptions {

@@ -2,10 +2,10 @@
 
 namespace quilmark {
 
-void RecordStore::AddBlock() { blocks_.push_back(MakePages<FileRecord>(kBlockRecords)); }
+void RecordStore::AddChunk() { chunks_.push_back(MakePages<FileRecord>(kChunkRecords)); }
 
 size_t RecordStore::MemoryBytes() const {
-  return blocks_.size() * (kBlockRecords * sizeof(FileRecord) + sizeof(blocks_[0]));
+  return chunks_.size() * (kChunkRecords * sizeof(FileRecord) + sizeof(chunks_[0]));
 }
 
 }  // namespace quilmark

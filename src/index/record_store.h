@@ -10,24 +10,24 @@
 
 namespace quilmark {
 
-// Blocks of 65,536 records (2 MiB): a shift and a mask find a record, and a pointer to one stays good.
+// Chunks of 65,536 records (2 MiB): a shift and a mask find a record, and a pointer to one stays good.
 class RecordStore {
  public:
-  static constexpr uint32_t kBlockBits = 16;
-  static constexpr uint32_t kBlockRecords = 1u << kBlockBits;
+  static constexpr uint32_t kChunkBits = 16;
+  static constexpr uint32_t kChunkRecords = 1u << kChunkBits;
 
   uint32_t size() const { return size_; }
   bool empty() const { return size_ == 0; }
   const FileRecord& operator[](uint32_t index) const {
-    return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
+    return chunks_[index >> kChunkBits][index & (kChunkRecords - 1)];
   }
   FileRecord& operator[](uint32_t index) {
-    return blocks_[index >> kBlockBits][index & (kBlockRecords - 1)];
+    return chunks_[index >> kChunkBits][index & (kChunkRecords - 1)];
   }
 
   // Makes room for one more, so that the next push_back cannot fail.
   void ReserveOne() {
-    if (size_ >> kBlockBits == blocks_.size()) AddBlock();
+    if (size_ >> kChunkBits == chunks_.size()) AddChunk();
   }
   // The index of the appended record.
   uint32_t push_back(const FileRecord& record) {
@@ -36,14 +36,14 @@ class RecordStore {
     return size_++;
   }
   void clear() {
-    blocks_.clear();
+    chunks_.clear();
     size_ = 0;
   }
   size_t MemoryBytes() const;
 
  private:
-  void AddBlock();
-  std::vector<Pages<FileRecord>> blocks_;
+  void AddChunk();
+  std::vector<Pages<FileRecord>> chunks_;
   uint32_t size_ = 0;
 };
 

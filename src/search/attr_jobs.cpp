@@ -50,18 +50,18 @@ struct Hydration {
 };
 
 // True if the row has more than before.
-bool HydrateRow(const MatchItem& item, std::vector<VolumeIndex*>& dirty) {
-  if (item.volume == nullptr) return false;
-  const auto kind = KindOfLocked(*item.volume, item.index);
+bool HydrateRow(const MatchItem& hit, std::vector<VolumeIndex*>& dirty) {
+  if (hit.volume == nullptr) return false;
+  const auto kind = KindOfLocked(*hit.volume, hit.index);
   if (!kind || kind->isDeleted) return false;
-  const bool isListed = std::find(dirty.begin(), dirty.end(), item.volume) != dirty.end();
-  if (kind->isDirectory && item.volume->folderSizesDirty && !isListed) dirty.push_back(item.volume);
+  const bool isListed = std::find(dirty.begin(), dirty.end(), hit.volume) != dirty.end();
+  if (kind->isDirectory && hit.volume->folderSizesDirty && !isListed) dirty.push_back(hit.volume);
   AttrEntry entry;
-  const bool isHeld = LookupAttr(*item.volume, kind->frn, entry);
+  const bool isHeld = LookupAttr(*hit.volume, kind->frn, entry);
   if (isHeld && (entry.modified != 0 || entry.created != 0)) return false;
-  EnsureFileAttributes(item.volume, item.index, entry, Insist::kOnDisk);
+  EnsureFileAttributes(hit.volume, hit.index, entry, Insist::kOnDisk);
   // A cache that is full took nothing: to paint again would only ask again.
-  return PeekAttr(*item.volume, kind->frn, entry);
+  return PeekAttr(*hit.volume, kind->frn, entry);
 }
 
 void Hydrate(const Hydration& job) {

@@ -64,7 +64,7 @@ uint32_t FindOrAdd(ExtensionTable& table, const std::u16string& extension) {
     table.longer.emplace(extension, id);
   }
   table.longest = std::max(table.longest, extension.size());
-  table.rowsById.emplace_back();
+  table.categoriesById.emplace_back();
   return id;
 }
 
@@ -72,12 +72,12 @@ uint32_t FindOrAdd(ExtensionTable& table, const std::u16string& extension) {
 
 ExtensionTable MakeExtensionTable(std::span<const FilterCategory> categories) {
   ExtensionTable table;
-  for (uint32_t row = 0; row < categories.size(); ++row) {
-    for (const std::u16string& given : categories[row].extensions) {
+  for (uint32_t category = 0; category < categories.size(); ++category) {
+    for (const std::u16string& given : categories[category].extensions) {
       const std::u16string extension = FoldText(given);
       if (!extension.starts_with(u'.')) continue;
-      std::vector<uint32_t>& rows = table.rowsById[FindOrAdd(table, extension)];
-      if (rows.empty() || rows.back() != row) rows.push_back(row);
+      std::vector<uint32_t>& naming = table.categoriesById[FindOrAdd(table, extension)];
+      if (naming.empty() || naming.back() != category) naming.push_back(category);
     }
   }
   return table;

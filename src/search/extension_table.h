@@ -1,4 +1,4 @@
-// Categories turned around: from an extension to the rows that name it, by one look in a hash map.
+// Categories turned around: from an extension to the categories that name it, by one look in a hash map.
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -23,9 +23,9 @@ struct ExtensionTable {
   // Up to four units behind the dot, which nearly all have, as one number; the others as a text.
   boost::unordered_flat_map<uint64_t, uint32_t> packed;
   boost::unordered_flat_map<std::u16string, uint32_t, TextHash, std::equal_to<>> longer;
-  size_t longest = 0;                           // units of the longest extension, with its dot
-  std::vector<std::vector<uint32_t>> rowsById;  // positions of the categories, ascending
-  uint32_t None() const { return static_cast<uint32_t>(rowsById.size()); }
+  size_t longest = 0;                                 // units of the longest extension, with its dot
+  std::vector<std::vector<uint32_t>> categoriesById;  // positions of the categories, ascending
+  uint32_t None() const { return static_cast<uint32_t>(categoriesById.size()); }
 };
 
 // Numbers the extensions of the categories from 0. Only what begins with a dot can match.

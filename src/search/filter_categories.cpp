@@ -15,10 +15,10 @@ namespace quilmark {
 
 namespace {
 
-struct DefaultRow {
+struct DefaultCategory {
   std::u16string_view chinese, english, extensions;
 };
-constexpr DefaultRow kDefaultRows[] = {
+constexpr DefaultCategory kDefaultCategories[] = {
     {u"所有文件", u"All Files", u""},
     {u"文件夹", u"Folders", u".dir"},
     {u"文档", u"Documents", u".doc,.docx,.pdf,.txt,.xls,.xlsx,.ppt,.pptx,.md,.csv"},
@@ -39,13 +39,13 @@ std::u16string LanguagePath(std::u16string_view language) {
   return ConfigPath(u"filters." + folded + u".ini");
 }
 
-// Empty where the file cannot be read or has no row.
+// Empty where the file cannot be read or has no category.
 FilterTable ReadTable(const std::u16string& path) {
   return ReadCategories(ReadTextFile(path).value_or(u""));
 }
 
-void WriteTable(const std::u16string& path, const FilterTable& rows) {
-  WriteTextFile(path, CategoriesText(rows));
+void WriteTable(const std::u16string& path, const FilterTable& categories) {
+  WriteTextFile(path, CategoriesText(categories));
 }
 
 void CopyToBackup(const std::u16string& path) {
@@ -53,67 +53,67 @@ void CopyToBackup(const std::u16string& path) {
 }
 
 // A file that another language has left behind.
-bool IsLeftover(const FilterTable& rows, bool chinese) {
-  return !chinese && rows.front().label == kDefaultRows[0].chinese;
+bool IsLeftover(const FilterTable& categories, bool chinese) {
+  return !chinese && categories.front().label == kDefaultCategories[0].chinese;
 }
 
 // True if there was none.
-bool AddFolderRow(FilterTable& rows) {
-  if (std::any_of(rows.begin(), rows.end(), IsFolderRow)) return false;
+bool AddFolderCategory(FilterTable& categories) {
+  if (std::any_of(categories.begin(), categories.end(), IsFolderCategory)) return false;
   const FilterCategory folders = {TranslateOr(u"Filter_Folders", u"Folders"), {u".dir"}};
-  rows.insert(rows.begin() + (rows.empty() ? 0 : 1), folders);
+  categories.insert(categories.begin() + (categories.empty() ? 0 : 1), folders);
   return true;
 }
 
-void EnsureFolderRow(FilterTable& rows, const std::u16string& path) {
-  if (AddFolderRow(rows)) WriteTable(path, rows);
+void EnsureFolderCategory(FilterTable& categories, const std::u16string& path) {
+  if (AddFolderCategory(categories)) WriteTable(path, categories);
 }
 
 // The table of a file that was read well, with what it lacks.
-FilterTable Adopt(FilterTable rows, const std::u16string& path, bool chinese) {
-  if (IsLeftover(rows, chinese)) {
-    rows = DefaultCategories(chinese);
-    WriteTable(path, rows);
+FilterTable Adopt(FilterTable categories, const std::u16string& path, bool chinese) {
+  if (IsLeftover(categories, chinese)) {
+    categories = DefaultCategories(chinese);
+    WriteTable(path, categories);
   } else {
-    EnsureFolderRow(rows, path);
+    EnsureFolderCategory(categories, path);
   }
   CopyToBackup(path);
-  return rows;
+  return categories;
 }
 
 }  // namespace
 
-bool IsFolderRow(const FilterCategory& category) {
+bool IsFolderCategory(const FilterCategory& category) {
   return std::any_of(category.extensions.begin(), category.extensions.end(),
                      [](const std::u16string& one) { return one == u".dir" || one == u".folder"; });
 }
 
 FilterTable DefaultCategories(bool chinese) {
-  FilterTable rows;
-  for (const DefaultRow& row : kDefaultRows) {
-    rows.push_back(
-        {std::u16string(chinese ? row.chinese : row.english), ParseExtensionList(row.extensions)});
+  FilterTable categories;
+  for (const DefaultCategory& one : kDefaultCategories) {
+    categories.push_back(
+        {std::u16string(chinese ? one.chinese : one.english), ParseExtensionList(one.extensions)});
   }
-  return rows;
+  return categories;
 }
 
 FilterTable ReadCategories(std::u16string_view text) {
-  FilterTable rows;
+  FilterTable categories;
   while (!text.empty()) {
     const size_t end = std::min(text.find(u'\n'), text.size());
     const std::u16string_view line = TrimText(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
     const auto pair = SplitKeyValue(line);
     if (line.starts_with(u'#') || !pair || pair->key.empty()) continue;
-    rows.push_back({std::u16string(pair->key), ParseExtensionList(pair->value)});
+    categories.push_back({std::u16string(pair->key), ParseExtensionList(pair->value)});
   }
-  return rows;
+  return categories;
 }
 
-std::u16string CategoriesText(const FilterTable& rows) {
+std::u16string CategoriesText(const FilterTable& categories) {
   std::u16string text;
-  for (const FilterCategory& row : rows)
-    text += row.label + u"=" + JoinExtensionList(row.extensions) + u"\n";
+  for (const FilterCategory& category : categories)
+    text += category.label + u"=" + JoinExtensionList(category.extensions) + u"\n";
   return text;
 }
 
@@ -122,8 +122,8 @@ std::shared_ptr<const FilterTable> CurrentCategories() {
   return table;
 }
 
-void InstallCategories(FilterTable rows) {
-  auto installed = std::make_shared<const FilterTable>(std::move(rows));
+void InstallCategories(FilterTable categories) {
+  auto installed = std::make_shared<const FilterTable>(std::move(categories));
   const std::scoped_lock lock(tableLock);
   table.swap(installed);
 }
@@ -131,26 +131,26 @@ void InstallCategories(FilterTable rows) {
 void LoadFilterCategories(std::u16string_view language, bool chinese) {
   const std::u16string primary = LanguagePath(language), main = ConfigPath(u"filters.ini");
   for (const std::u16string& path : {primary, main}) {
-    if (FilterTable rows = ReadTable(path); !rows.empty()) {
-      return InstallCategories(Adopt(std::move(rows), path, chinese));
+    if (FilterTable categories = ReadTable(path); !categories.empty()) {
+      return InstallCategories(Adopt(std::move(categories), path, chinese));
     }
   }
-  FilterTable rows = ReadTable(ConfigPath(u"filters.bak"));
-  if (rows.empty()) rows = DefaultCategories(chinese);
-  WriteTable(primary, rows);
-  EnsureFolderRow(rows, primary);
-  InstallCategories(std::move(rows));
+  FilterTable categories = ReadTable(ConfigPath(u"filters.bak"));
+  if (categories.empty()) categories = DefaultCategories(chinese);
+  WriteTable(primary, categories);
+  EnsureFolderCategory(categories, primary);
+  InstallCategories(std::move(categories));
 }
 
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
-  FilterTable rows;
+  FilterTable categories;
   for (const std::u16string& path :
        {LanguagePath(language), ConfigPath(u"filters.ini"), ConfigPath(u"filters.bak")}) {
-    if (rows.empty()) rows = ReadTable(path);
+    if (categories.empty()) categories = ReadTable(path);
   }
-  if (rows.empty()) rows = DefaultCategories(chinese);
-  AddFolderRow(rows);
-  return rows;
+  if (categories.empty()) categories = DefaultCategories(chinese);
+  AddFolderCategory(categories);
+  return categories;
 }
 
 }  // namespace quilmark

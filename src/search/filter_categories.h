@@ -11,14 +11,15 @@ namespace quilmark {
 
 struct FilterCategory {
   std::u16string label;
-  std::vector<std::u16string> extensions;  // lower-case, each with its "."; row 0 has none and means all
+  std::vector<std::u16string>
+      extensions;  // lower-case, each with its "."; the first has none and means all
 
   bool operator==(const FilterCategory&) const = default;
 };
 using FilterTable = std::vector<FilterCategory>;
 
 // Holds ".dir" or ".folder": it selects folders.
-bool IsFolderRow(const FilterCategory& category);
+bool IsFolderCategory(const FilterCategory& category);
 
 FilterTable DefaultCategories(bool chinese);
 
@@ -31,7 +32,7 @@ std::shared_ptr<const FilterTable> CurrentCategories();
 void InstallCategories(FilterTable table);
 
 // Takes the table of the language's file, else that of filters.ini, else its copy, else the defaults;
-// gives it a row for folders; writes what is missing. `language` may be empty.
+// gives it a category for folders; writes what is missing. `language` may be empty.
 void LoadFilterCategories(std::u16string_view language, bool chinese);
 
 // The table that LoadFilterCategories would take, for a program beside the window: nothing is written,

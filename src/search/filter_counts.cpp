@@ -16,7 +16,7 @@ namespace {
 class CountPass {
  public:
   CountPass(const FilterContext& context, const ExtensionTable& extensions)
-      : context_(context), extensions_(extensions), filesById_(extensions.rowsById.size() + 1) {}
+      : context_(context), extensions_(extensions), filesById_(extensions.categoriesById.size() + 1) {}
 
   void Add(RowRun run) {
     VolumeIndex* const volume = run[0].volume;
@@ -38,11 +38,13 @@ class CountPass {
     const FilterTable& table = *context_.categories;
     counts.isIncomplete = counts.isIncomplete || isIncomplete_;
     counts.leavesOutAVolume = counts.leavesOutAVolume || leavesOutAVolume_;
-    for (size_t id = 0; id < extensions_.rowsById.size(); ++id) {
-      for (const uint32_t row : extensions_.rowsById[id]) counts.rows[row] += filesById_[id];
+    for (size_t id = 0; id < extensions_.categoriesById.size(); ++id) {
+      for (const uint32_t category : extensions_.categoriesById[id]) {
+        counts.byCategory[category] += filesById_[id];
+      }
     }
-    for (size_t row = 0; row < table.size(); ++row) {
-      if (IsFolderRow(table[row])) counts.rows[row] += folders_;
+    for (size_t category = 0; category < table.size(); ++category) {
+      if (IsFolderCategory(table[category])) counts.byCategory[category] += folders_;
     }
   }
 
@@ -123,11 +125,11 @@ FilterCounts UpdateFilterCounts(const FilterSettings& settings) {
       return true;
     });
   });
-  FilterCounts counts{.rows = std::vector<uint64_t>(context.categories->size())};
-  if (counts.rows.empty()) return counts;
+  FilterCounts counts{.byCategory = std::vector<uint64_t>(context.categories->size())};
+  if (counts.byCategory.empty()) return counts;
   for (const CountPass& pass : passes) pass.AddTo(counts);
-  counts.rows[0] = 0;  // whatever extensions its line names: it is all
-  for (const CountPass& pass : passes) counts.rows[0] += pass.RowCount();
+  counts.byCategory[0] = 0;  // whatever extensions its line names: it is all
+  for (const CountPass& pass : passes) counts.byCategory[0] += pass.RowCount();
   return counts;
 }
 

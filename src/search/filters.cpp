@@ -102,9 +102,10 @@ bool HasExtension(const FilterCategory& category, std::u16string_view extension)
 }
 
 const FilterCategory* CategoryOf(const FilterContext& context) {
-  const auto row = static_cast<size_t>(context.settings.category);
-  return context.settings.category > 0 && row < context.categories->size() ? &(*context.categories)[row]
-                                                                           : nullptr;
+  const auto index = static_cast<size_t>(context.settings.category);
+  return context.settings.category > 0 && index < context.categories->size()
+             ? &(*context.categories)[index]
+             : nullptr;
 }
 
 FilterKey KeyOf(const FilterContext& context) {
@@ -135,7 +136,7 @@ struct RecordRule {
 
 RecordRule RecordRuleOf(const FilterContext& context) {
   RecordRule rule{.category = CategoryOf(context)};
-  rule.selectsFolders = rule.category != nullptr && IsFolderRow(*rule.category);
+  rule.selectsFolders = rule.category != nullptr && IsFolderCategory(*rule.category);
   rule.asksAttributes = ActsOnSize(context) || ActsOnTime(context);
   rule.keepsFolders =
       !context.settings.HasSizeOrTime() && (context.settings.category == 0 || rule.selectsFolders);
@@ -301,23 +302,23 @@ bool PassesPresets(const FilterContext& context, int64_t size, FileTime date) {
   return PassesSize(context, size) && PassesTime(context, date);
 }
 
-bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn) {
+bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64_t frn) {
   const bool needsDate = ActsOnTime(context);
   if (!needsDate && !ActsOnSize(context)) return true;
   AttrEntry entry;
-  const bool isHeld = PeekAttr(*item.volume, frn, entry);
+  const bool isHeld = PeekAttr(*hit.volume, frn, entry);
   MftSize size;
-  if (!isHeld && !needsDate && LookupMftSize(*item.volume, frn, size)) {
+  if (!isHeld && !needsDate && LookupMftSize(*hit.volume, frn, size)) {
     return PassesPresets(context, static_cast<int64_t>(size.logical), 0);
   }
   if (!isHeld || (needsDate && DateOf(context, entry) == 0)) {
-    EnsureFileAttributes(item.volume, item.index, entry, needsDate ? Insist::kOnDisk : Insist::kNo);
+    EnsureFileAttributes(hit.volume, hit.index, entry, needsDate ? Insist::kOnDisk : Insist::kNo);
   }
   return entry.valid && PassesPresets(context, entry.size, DateOf(context, entry));
 }
 
-bool PassesFilter(const FilterContext& context, const MatchItem& item) {
-  if (item.volume == nullptr) return false;
+bool PassesFilter(const FilterContext& context, const MatchItem& hit) {
+  if (hit.volume == nullptr) return false;
   const RecordRule rule = RecordRuleOf(context);
   const auto isOfCategory = [&rule](std::u16string_view foldedName) {
     return HasExtension(*rule.category, ExtensionOf(foldedName));
@@ -325,14 +326,14 @@ bool PassesFilter(const FilterContext& context, const MatchItem& item) {
   uint64_t frn = 0;
   Verdict verdict = Verdict::kDrop;
   {
-    const std::shared_lock lock(item.volume->indexLock);
-    if (item.index >= item.volume->records.size()) return false;
-    const FileRecord& record = item.volume->records[item.index];
+    const std::shared_lock lock(hit.volume->indexLock);
+    if (hit.index >= hit.volume->records.size()) return false;
+    const FileRecord& record = hit.volume->records[hit.index];
     frn = record.frn;
     verdict = Judge(rule, record, isOfCategory);
   }
   if (verdict != Verdict::kAskAttributes) return verdict == Verdict::kKeep;
-  return PassesAttrFilter(context, item, frn);
+  return PassesAttrFilter(context, hit, frn);
 }
 
 std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,

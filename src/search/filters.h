@@ -20,7 +20,7 @@ enum TimePresetValue { kAnyTime, kToday, k7Days, k30Days, kCustomTime };
 
 // What the filter bar says.
 struct FilterSettings {
-  int category = 0;  // row of the table
+  int category = 0;  // index into the table
   int sizePreset = kAnySize;
   int timePreset = kAnyTime;
   int sizeUnit = 2;              // 0 bytes, 1 KiB, 2 MiB, 3 GiB
@@ -68,10 +68,10 @@ bool ActsOnTime(const FilterContext& context);
 bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
 
 // The size and time test of a file; asks the disk for what is not known.
-bool PassesAttrFilter(const FilterContext& context, const MatchItem& item, uint64_t frn);
+bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64_t frn);
 
 // Whether a hit stays, category and all.
-bool PassesFilter(const FilterContext& context, const MatchItem& item);
+bool PassesFilter(const FilterContext& context, const MatchItem& hit);
 
 // The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once
 // FilterGeneration is no longer `generation`, and at the end of the program.
@@ -83,9 +83,9 @@ std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSe
 void RefreshFilteredResultsAsync(FilterSettings settings);
 
 struct FilterCounts {
-  std::vector<uint64_t> rows;     // by row of the table
-  bool isIncomplete = false;      // some rows' attributes are not known yet
-  bool leavesOutAVolume = false;  // one was being written to; it counts another time
+  std::vector<uint64_t> byCategory;  // rows of each
+  bool isIncomplete = false;         // some rows' attributes are not known yet
+  bool leavesOutAVolume = false;     // one was being written to; it counts another time
 };
 // Numbers of the held results by category, under the size and time filters, without the disk. Interface
 // thread.

@@ -25,7 +25,7 @@ using ResultSet = std::vector<MatchItem>;
 extern std::atomic<uint64_t> searchGeneration;
 
 extern OrderedLock ResultsLock;                          // leaf lock: a test and a swap
-extern std::shared_ptr<const ResultSet> CurrentResults;  // ResultsLock; what the list shows
+extern std::shared_ptr<const ResultSet> CurrentResults;  // ResultsLock; the held set
 extern int SortColumn;                                   // ResultsLock; -1: none
 extern bool SortAscending;                               // ResultsLock
 

@@ -14,7 +14,7 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kWord = sizeof(uint64_t), kFirstBlockBytes = 1 << 16, kBlockBytes = 1 << 21;
+constexpr size_t kWord = sizeof(uint64_t), kFirstChunkBytes = 1 << 16, kChunkBytes = 1 << 21;
 constexpr size_t kWorthThreads = 20'000;  // entries
 constexpr size_t kDeepest = 256;          // bytes compared word by word, then whole keys are
 constexpr size_t kFew = 24;               // entries for which words do not pay
@@ -39,17 +39,17 @@ uint8_t* PutUnit(char16_t unit, uint8_t* to) {
 }
 
 uint8_t* PutText(std::u16string_view text, uint8_t* to) {
-  constexpr size_t kBlock = 8;
+  constexpr size_t kUnitsAtOnce = 8;
   size_t at = 0;
-  for (; at + kBlock <= text.size(); at += kBlock) {
+  for (; at + kUnitsAtOnce <= text.size(); at += kUnitsAtOnce) {
     uint32_t all = 0;
-    for (size_t i = 0; i < kBlock; ++i) all |= uint32_t{text[at + i]} + 1;
+    for (size_t i = 0; i < kUnitsAtOnce; ++i) all |= uint32_t{text[at + i]} + 1;
     if (all >= 0x80) {
-      for (size_t i = 0; i < kBlock; ++i) to = PutUnit(text[at + i], to);
+      for (size_t i = 0; i < kUnitsAtOnce; ++i) to = PutUnit(text[at + i], to);
       continue;
     }
-    for (size_t i = 0; i < kBlock; ++i) to[i] = static_cast<uint8_t>(text[at + i] + 1);
-    to += kBlock;
+    for (size_t i = 0; i < kUnitsAtOnce; ++i) to[i] = static_cast<uint8_t>(text[at + i] + 1);
+    to += kUnitsAtOnce;
   }
   for (; at < text.size(); ++at) to = PutUnit(text[at], to);
   return to;
@@ -161,9 +161,9 @@ Pieces DealOut(std::span<const KeyEntry> entries, bool ascending) {
 std::span<const uint8_t> SortKeys::Add(std::u16string_view folded) {
   const size_t most = 3 * folded.size() + kWord;
   if (left_ < most) {
-    left_ = std::max(blocks_.empty() ? kFirstBlockBytes : kBlockBytes, most);
-    blocks_.push_back(MakePages<uint8_t>(left_));
-    next_ = blocks_.back().get();
+    left_ = std::max(chunks_.empty() ? kFirstChunkBytes : kChunkBytes, most);
+    chunks_.push_back(MakePages<uint8_t>(left_));
+    next_ = chunks_.back().get();
   }
   uint8_t* const key = next_;
   uint8_t* const end = PutText(folded, key);

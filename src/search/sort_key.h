@@ -13,7 +13,7 @@
 
 namespace quilmark {
 
-// Keys, one behind the other, in blocks of huge pages that never move. One thread.
+// Keys, one behind the other, in chunks of huge pages that never move. One thread.
 //
 // ASCII takes one byte a unit, the rest two or three, and a 0 ends the key, so that none begins another
 // one. Seven zeros follow at least: a key can be loaded in words.
@@ -23,7 +23,7 @@ class SortKeys {
   std::span<const uint8_t> Add(std::u16string_view folded);
 
  private:
-  std::vector<Pages<uint8_t>> blocks_;
+  std::vector<Pages<uint8_t>> chunks_;
   uint8_t* next_ = nullptr;
   size_t left_ = 0;  // bytes
 };

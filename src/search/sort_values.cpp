@@ -135,13 +135,13 @@ std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job) {
   return missing;
 }
 
-SortedRows SortedByValue(RowRun items, const SortJob& job) {
+SortedRows SortedByValue(RowRun rows, const SortJob& job) {
   constexpr size_t kRowsAPiece = 16 * kRowsARun;
-  RefreshFolderTotals(items);
-  std::vector<SortRow> rows(items.size());
-  OnCores(items.size(), kRowsAPiece, [&](size_t, size_t first, size_t end) {
-    auto place = std::span(rows).subspan(first);
-    ForEachRun(items.subspan(first, end - first), [&](RowRun run) {
+  RefreshFolderTotals(rows);
+  std::vector<SortRow> sortRows(rows.size());
+  OnCores(rows.size(), kRowsAPiece, [&](size_t, size_t first, size_t end) {
+    auto place = std::span(sortRows).subspan(first);
+    ForEachRun(rows.subspan(first, end - first), [&](RowRun run) {
       if (!IsCurrent(job.generation)) return false;
       FillSortRows(run, job.column, place);
       place = place.subspan(run.size());
@@ -149,12 +149,12 @@ SortedRows SortedByValue(RowRun items, const SortJob& job) {
     });
   });
   if (!IsCurrent(job.generation)) return {};
-  SortOnCores(rows.begin(), rows.end(), [&job](const SortRow& a, const SortRow& b) {
+  SortOnCores(sortRows.begin(), sortRows.end(), [&job](const SortRow& a, const SortRow& b) {
     return StandsBefore(a, b, job.column, job.ascending);
   });
   SortedRows sorted;
-  sorted.reserve(rows.size());
-  for (const SortRow& row : rows) sorted.push_back({row.volume, row.index});
+  sorted.reserve(sortRows.size());
+  for (const SortRow& row : sortRows) sorted.push_back({row.volume, row.index});
   return sorted;
 }
 

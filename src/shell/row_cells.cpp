@@ -11,10 +11,10 @@ namespace quilmark {
 
 namespace {
 
-std::optional<RecordKind> GlanceAt(const MatchItem& item) {
-  if (item.volume == nullptr) return std::nullopt;
-  const auto lock = LockForGlance(*item.volume);
-  return lock ? KindOf(*item.volume, item.index) : std::nullopt;
+std::optional<RecordKind> GlanceAt(const MatchItem& hit) {
+  if (hit.volume == nullptr) return std::nullopt;
+  const auto lock = LockForGlance(*hit.volume);
+  return lock ? KindOf(*hit.volume, hit.index) : std::nullopt;
 }
 
 bool WereNeverAddedUp(const VolumeIndex& volume) {
@@ -28,23 +28,23 @@ std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
   return std::u16string(WereNeverAddedUp(volume) ? kNotKnownYet : kAbsent);
 }
 
-std::u16string FileSizeText(const MatchItem& item, uint64_t frn, const AttrEntry* entry) {
+std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry* entry) {
   if (entry != nullptr) return SizeText(static_cast<uint64_t>(entry->size));
   MftSize size;
-  if (LookupMftSize(*item.volume, frn, size)) return SizeText(size.logical);
+  if (LookupMftSize(*hit.volume, frn, size)) return SizeText(size.logical);
   return std::u16string(kNotKnownYet);
 }
 
 }  // namespace
 
-RowCells CellsOfRow(const MatchItem& item) {
-  const auto kind = GlanceAt(item);
+RowCells CellsOfRow(const MatchItem& hit) {
+  const auto kind = GlanceAt(hit);
   if (!kind) return {};
   AttrEntry entry;
-  const bool isHeld = PeekAttr(*item.volume, kind->frn, entry);
+  const bool isHeld = PeekAttr(*hit.volume, kind->frn, entry);
   RowCells cells;
-  cells.size = kind->isDirectory ? FolderSizeText(*item.volume, kind->frn)
-                                 : FileSizeText(item, kind->frn, isHeld ? &entry : nullptr);
+  cells.size = kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn)
+                                 : FileSizeText(hit, kind->frn, isHeld ? &entry : nullptr);
   cells.modified = isHeld ? TimeText(entry.modified) : std::u16string(kNotKnownYet);
   cells.created = isHeld ? TimeText(entry.created) : std::u16string(kNotKnownYet);
   cells.isMissing = !isHeld || cells.size == kNotKnownYet;

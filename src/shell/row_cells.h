@@ -12,6 +12,6 @@ struct RowCells {
   bool isMissing = false;  // something is not known yet, and can be asked for
 };
 
-RowCells CellsOfRow(const MatchItem& item);
+RowCells CellsOfRow(const MatchItem& hit);
 
 }  // namespace quilmark

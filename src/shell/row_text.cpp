@@ -16,13 +16,13 @@ RowText SplitPath(const std::u16string& path) {
 
 }  // namespace
 
-RowText TextOfRow(const MatchItem& item) {
-  if (item.volume == nullptr) return {};
-  const auto lock = LockForGlance(*item.volume);
-  if (!lock) return {.isLater = IsSearchable(*item.volume)};
-  if (item.index >= item.volume->records.size()) return {};
-  RowText row = SplitPath(BuildPath(*item.volume, item.index));
-  row.isDirectory = item.volume->records[item.index].isDirectory != 0;
+RowText TextOfRow(const MatchItem& hit) {
+  if (hit.volume == nullptr) return {};
+  const auto lock = LockForGlance(*hit.volume);
+  if (!lock) return {.isLater = IsSearchable(*hit.volume)};
+  if (hit.index >= hit.volume->records.size()) return {};
+  RowText row = SplitPath(BuildPath(*hit.volume, hit.index));
+  row.isDirectory = hit.volume->records[hit.index].isDirectory != 0;
   return row;
 }
 

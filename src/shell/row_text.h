@@ -16,7 +16,7 @@ struct RowText {
 };
 
 // Of a volume that is gone, or is being built anew: nothing. Interface thread.
-RowText TextOfRow(const MatchItem& item);
+RowText TextOfRow(const MatchItem& hit);
 
 // Folder and name as one path; empty for a row that says nothing.
 std::u16string PathOfRow(const RowText& row);

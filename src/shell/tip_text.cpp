@@ -11,12 +11,12 @@ namespace quilmark {
 Tip TipOfCell(ViewMode view, int64_t row, int column) {
   const auto rows = ShownResults();
   if (row < 0 || static_cast<uint64_t>(row) >= rows->size()) return {};
-  const MatchItem& item = (*rows)[static_cast<size_t>(row)];
+  const MatchItem& hit = (*rows)[static_cast<size_t>(row)];
   if (view != ViewMode::kList || column == kColumnName || column == kColumnOfPath) {
-    return {.text = PathOfRow(TextOfRow(item))};
+    return {.text = PathOfRow(TextOfRow(hit))};
   }
   if (column < kColumnSize) return {};
-  const RowCells cells = CellsOfRow(item);
+  const RowCells cells = CellsOfRow(hit);
   const std::u16string& text = column == kColumnSize       ? cells.size
                                : column == kColumnModified ? cells.modified
                                                            : cells.created;

@@ -33,7 +33,7 @@ struct WindowPort {
 
   virtual bool IsVisible() = 0;
   virtual void Hide() = 0;
-  virtual void ShowAndRaise() = 0;  // restored, on a monitor, in front, focus in the search box
+  virtual void ShowAndRaise() = 0;  // restored, on a screen, in front, focus in the search box
   virtual void Destroy() = 0;
   virtual void AddOrUpdateTrayIcon() = 0;  // sets trayIconAdded; on failure the retry timer
   virtual bool SystemShutsDown() = 0;

@@ -16,13 +16,13 @@ FileTime Local(int year, int month, int day, int hour = 0) {
 }
 
 SizeRange Sizes(const std::string& text) {
-  const auto parsed = ParseSizeBounds(text);
+  const auto parsed = ParseSizeRange(text);
   EXPECT_EQ(parsed.error, "") << text;
   return parsed.value;
 }
 
-DateSpan Dates(const std::string& text, FileTime now) {
-  const auto parsed = ParseDateSpan(text, now);
+DateRange Dates(const std::string& text, FileTime now) {
+  const auto parsed = ParseDateRange(text, now);
   EXPECT_EQ(parsed.error, "") << text;
   return parsed.value;
 }
@@ -42,16 +42,16 @@ void ExpectRefused(Parser parser, const std::string& reason, const std::vector<s
   }
 }
 
-TEST(SizeBounds, ARangeHasTwoEndsOrOne) {
+TEST(SizeRange, ARangeHasTwoEndsOrOne) {
   EXPECT_EQ(Sizes("10M..2G"), (SizeRange{10 * kMega, 2 * kGiga}));
   EXPECT_EQ(Sizes("10M.."), (SizeRange{10 * kMega, -1}));
   EXPECT_EQ(Sizes("..2G"), (SizeRange{-1, 2 * kGiga}));
   EXPECT_EQ(Sizes("5..5"), (SizeRange{5, 5}));
 }
 
-TEST(SizeBounds, ASizeAloneIsTheLeast) { EXPECT_EQ(Sizes("10M"), (SizeRange{10 * kMega, -1})); }
+TEST(SizeRange, ASizeAloneIsTheLeast) { EXPECT_EQ(Sizes("10M"), (SizeRange{10 * kMega, -1})); }
 
-TEST(SizeBounds, UnitsArePowersOf1024InEitherCase) {
+TEST(SizeRange, UnitsArePowersOf1024InEitherCase) {
   EXPECT_EQ(Sizes("7..8B"), (SizeRange{7, 8}));
   EXPECT_EQ(Sizes("1k..1K"), (SizeRange{kKilo, kKilo}));
   EXPECT_EQ(Sizes("1m..1M"), (SizeRange{kMega, kMega}));
@@ -60,39 +60,38 @@ TEST(SizeBounds, UnitsArePowersOf1024InEitherCase) {
   EXPECT_EQ(Sizes("0").least, 0);
 }
 
-TEST(SizeBounds, DecimalsAreCutToWholeBytes) {
+TEST(SizeRange, DecimalsAreCutToWholeBytes) {
   EXPECT_EQ(Sizes("1.5G..2.25G"), (SizeRange{kGiga + kGiga / 2, 2 * kGiga + kGiga / 4}));
   EXPECT_EQ(Sizes("0.000001T").least, 1'099'511);
   EXPECT_EQ(Sizes("1.999999").least, 1);
 }
 
-TEST(SizeBounds, TheLargestNumberIsTaken) {
+TEST(SizeRange, TheLargestNumberIsTaken) {
   EXPECT_EQ(Sizes("9223372036854775807").least, std::numeric_limits<int64_t>::max());
   EXPECT_EQ(Sizes("8388607T").least, 8'388'607 * kTera);
   EXPECT_EQ(Sizes("8388607.999999T").least, 8'388'607 * kTera + 1'099'510'528'264);
 }
 
-TEST(SizeBounds, MistakesAreRefused) {
-  ExpectRefused(ParseSizeBounds, "empty", {"", ".."});
-  ExpectRefused(ParseSizeBounds, "reversed", {"2G..10M", "2..1"});
-  ExpectRefused(ParseSizeBounds, "unknown unit", {"10X", "10MB", "1..2KiB", "10 M", "3M..4-", "1.5.5"});
+TEST(SizeRange, MistakesAreRefused) {
+  ExpectRefused(ParseSizeRange, "empty", {"", ".."});
+  ExpectRefused(ParseSizeRange, "reversed", {"2G..10M", "2..1"});
+  ExpectRefused(ParseSizeRange, "unknown unit", {"10X", "10MB", "1..2KiB", "10 M", "3M..4-", "1.5.5"});
   ExpectRefused(
-      ParseSizeBounds, "too large",
+      ParseSizeRange, "too large",
       {"9223372036854775808", "8388608T", "..99999999999999999999999999", "9007199254740992K"});
-  ExpectRefused(ParseSizeBounds, "is no size",
-                {"M", "-5", "+5", "1...5", "ten", "1..2..3", "1.M", " 1"});
-  ExpectRefused(ParseSizeBounds, "decimals", {"1.0000001M"});
+  ExpectRefused(ParseSizeRange, "is no size", {"M", "-5", "+5", "1...5", "ten", "1..2..3", "1.M", " 1"});
+  ExpectRefused(ParseSizeRange, "decimals", {"1.0000001M"});
 }
 
-TEST(DateSpan, AnAgeReachesFromThenOn) {
+TEST(DateRange, AnAgeReachesFromThenOn) {
   const FileTime now = Local(2025, 3, 15, 13);
-  EXPECT_EQ(Dates("7d", now), (DateSpan{now - 7 * kDay, kEndOfTime}));
-  EXPECT_EQ(Dates("1d", now), (DateSpan{now - kDay, kEndOfTime}));
-  EXPECT_EQ(Dates("2w", now), (DateSpan{now - 14 * kDay, kEndOfTime}));
+  EXPECT_EQ(Dates("7d", now), (DateRange{now - 7 * kDay, kEndOfTime}));
+  EXPECT_EQ(Dates("1d", now), (DateRange{now - kDay, kEndOfTime}));
+  EXPECT_EQ(Dates("2w", now), (DateRange{now - 14 * kDay, kEndOfTime}));
   EXPECT_EQ(Dates("2W", now), Dates("14d", now));
 }
 
-TEST(DateSpan, MonthsAndYearsFollowTheCalendar) {
+TEST(DateRange, MonthsAndYearsFollowTheCalendar) {
   EXPECT_EQ(Dates("1mo", Local(2025, 3, 15, 13)).from, Local(2025, 2, 15, 13));
   EXPECT_EQ(Dates("1mo", Local(2025, 3, 31, 13)).from, Local(2025, 2, 28, 13));
   EXPECT_EQ(Dates("14mo", Local(2025, 1, 5, 13)).from, Local(2023, 11, 5, 13));
@@ -100,28 +99,30 @@ TEST(DateSpan, MonthsAndYearsFollowTheCalendar) {
   EXPECT_EQ(Dates("4y", Local(2024, 2, 29, 13)).from, Local(2020, 2, 29, 13));
 }
 
-TEST(DateSpan, ADayReachesFromItsFirstMomentToItsLast) {
+TEST(DateRange, ADayReachesFromItsFirstMomentToItsLast) {
   const FileTime now = Local(2025, 3, 1, 13);
-  const DateSpan lastOfFebruary{Local(2025, 2, 28), Local(2025, 3, 1) - 1};
+  const DateRange lastOfFebruary{Local(2025, 2, 28), Local(2025, 3, 1) - 1};
   EXPECT_EQ(Dates("2025-02-28", now), lastOfFebruary);
   EXPECT_EQ(Dates("yesterday", now), lastOfFebruary);
   EXPECT_EQ(Dates("Yesterday", now), lastOfFebruary);
-  EXPECT_EQ(Dates("today", now), (DateSpan{Local(2025, 3, 1), Local(2025, 3, 2) - 1}));
-  EXPECT_EQ(Dates("2024-02-29", now), (DateSpan{Local(2024, 2, 29), Local(2024, 3, 1) - 1}));
-  EXPECT_EQ(Dates("2024-12-31", now), (DateSpan{Local(2024, 12, 31), Local(2025, 1, 1) - 1}));
+  EXPECT_EQ(Dates("today", now), (DateRange{Local(2025, 3, 1), Local(2025, 3, 2) - 1}));
+  EXPECT_EQ(Dates("2024-02-29", now), (DateRange{Local(2024, 2, 29), Local(2024, 3, 1) - 1}));
+  EXPECT_EQ(Dates("2024-12-31", now), (DateRange{Local(2024, 12, 31), Local(2025, 1, 1) - 1}));
 }
 
-TEST(DateSpan, ARangeTakesBothOfItsDays) {
+TEST(DateRange, ARangeTakesBothOfItsDays) {
   const FileTime now = Local(2025, 3, 15, 13);
-  EXPECT_EQ(Dates("2025-01-01..2025-02-01", now), (DateSpan{Local(2025, 1, 1), Local(2025, 2, 2) - 1}));
+  EXPECT_EQ(Dates("2025-01-01..2025-02-01", now), (DateRange{Local(2025, 1, 1), Local(2025, 2, 2) - 1}));
   EXPECT_EQ(Dates("2025-01-01..2025-01-01", now), Dates("2025-01-01", now));
-  EXPECT_EQ(Dates("2025-01-01..", now), (DateSpan{Local(2025, 1, 1), kEndOfTime}));
-  EXPECT_EQ(Dates("..2025-02-01", now), (DateSpan{0, Local(2025, 2, 2) - 1}));
-  EXPECT_EQ(Dates("2025-03-01..yesterday", now), (DateSpan{Local(2025, 3, 1), Local(2025, 3, 15) - 1}));
+  EXPECT_EQ(Dates("2025-01-01..", now), (DateRange{Local(2025, 1, 1), kEndOfTime}));
+  EXPECT_EQ(Dates("..2025-02-01", now), (DateRange{0, Local(2025, 2, 2) - 1}));
+  EXPECT_EQ(Dates("2025-03-01..yesterday", now), (DateRange{Local(2025, 3, 1), Local(2025, 3, 15) - 1}));
 }
 
-TEST(DateSpan, MistakesAreRefused) {
-  const auto parse = [](const std::string& text) { return ParseDateSpan(text, Local(2025, 3, 15, 13)); };
+TEST(DateRange, MistakesAreRefused) {
+  const auto parse = [](const std::string& text) {
+    return ParseDateRange(text, Local(2025, 3, 15, 13));
+  };
   ExpectRefused(parse, "empty", {"", ".."});
   ExpectRefused(parse, "reversed", {"2025-02-01..2025-01-01", "today..yesterday"});
   ExpectRefused(parse, "no day of the calendar",

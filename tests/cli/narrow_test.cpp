@@ -8,8 +8,8 @@ namespace {
 const FilterTable kTable = {{u"All", {}}, {u"Folders", {u".dir"}}, {u"Notes", {u".md", u".txt"}}};
 constexpr size_t kAll = 0, kFolders = 1, kNotes = 2;
 
-// The row that the filter of these extensions and of a category tests.
-FilterCategory RowOf(const std::vector<std::u16string>& extensions, size_t category) {
+// The category that the filter of these extensions and of a category tests.
+FilterCategory SelectedBy(const std::vector<std::u16string>& extensions, size_t category) {
   const FilterContext filter = MakeHitFilter({.extensions = extensions}, kTable, category);
   EXPECT_FALSE(filter.settings.IsOff());
   return filter.categories->at(static_cast<size_t>(filter.settings.category));
@@ -20,17 +20,17 @@ TEST(HitFilter, IsOffWithoutAnOption) {
   EXPECT_TRUE(MakeHitFilter({.category = "All"}, kTable, kAll).settings.IsOff());
 }
 
-TEST(HitFilter, TakesExtensionsOrTheRowOfTheCategory) {
-  EXPECT_EQ(RowOf({u".pdf"}, kAll).extensions, (std::vector<std::u16string>{u".pdf"}));
-  EXPECT_EQ(RowOf({}, kNotes).extensions, kTable[kNotes].extensions);
+TEST(HitFilter, TakesExtensionsOrThoseOfTheCategory) {
+  EXPECT_EQ(SelectedBy({u".pdf"}, kAll).extensions, (std::vector<std::u16string>{u".pdf"}));
+  EXPECT_EQ(SelectedBy({}, kNotes).extensions, kTable[kNotes].extensions);
 }
 
 TEST(HitFilter, TakesWhatBothSelect) {
-  EXPECT_EQ(RowOf({u".txt", u".pdf"}, kNotes).extensions, (std::vector<std::u16string>{u".txt"}));
-  EXPECT_TRUE(RowOf({u".pdf"}, kNotes).extensions.empty());
-  EXPECT_TRUE(RowOf({u".txt"}, kFolders).extensions.empty());
-  EXPECT_TRUE(RowOf({u".dir"}, kNotes).extensions.empty());
-  EXPECT_TRUE(IsFolderRow(RowOf({u".folder"}, kFolders)));
+  EXPECT_EQ(SelectedBy({u".txt", u".pdf"}, kNotes).extensions, (std::vector<std::u16string>{u".txt"}));
+  EXPECT_TRUE(SelectedBy({u".pdf"}, kNotes).extensions.empty());
+  EXPECT_TRUE(SelectedBy({u".txt"}, kFolders).extensions.empty());
+  EXPECT_TRUE(SelectedBy({u".dir"}, kNotes).extensions.empty());
+  EXPECT_TRUE(IsFolderCategory(SelectedBy({u".folder"}, kFolders)));
 }
 
 TEST(HitFilter, BothEndsOfSizesBelongToThem) {
@@ -42,7 +42,7 @@ TEST(HitFilter, BothEndsOfSizesBelongToThem) {
 }
 
 TEST(HitFilter, BothEndsOfDatesBelongToThemAndNoDateDoesNot) {
-  const FilterContext filter = MakeHitFilter({.modified = DateSpan{0, 20}}, {}, kAll);
+  const FilterContext filter = MakeHitFilter({.modified = DateRange{0, 20}}, {}, kAll);
   EXPECT_FALSE(PassesPresets(filter, 1, 0));
   EXPECT_TRUE(PassesPresets(filter, 1, 1));
   EXPECT_TRUE(PassesPresets(filter, 1, 20));

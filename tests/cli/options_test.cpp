@@ -69,7 +69,7 @@ TEST(Options, FiltersAndOrdersAreParsed) {
   EXPECT_EQ(filters.extensions, (std::vector<std::u16string>{u".pdf", u".docx"}));
   EXPECT_EQ(filters.category, "[Mine]");
   EXPECT_EQ(filters.size, (SizeRange{1'024, 2'048}));
-  EXPECT_EQ(filters.modified, ParseDateSpan("2025-01-31", 0).value);
+  EXPECT_EQ(filters.modified, ParseDateRange("2025-01-31", 0).value);
   EXPECT_EQ(command.find->sort, ParseSortOrder("size:asc").value);
   EXPECT_TRUE(command.find->totals);
 }

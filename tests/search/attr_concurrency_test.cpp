@@ -139,7 +139,7 @@ class AttrConcurrency : public testing::Test {
     const FilterSettings settings = kSettings[round % 4];
     ActiveCategory = settings.category;
     RefreshFilteredResultsAsync(settings);
-    EXPECT_LE(UpdateFilterCounts(settings).rows[0], rows->size());
+    EXPECT_LE(UpdateFilterCounts(settings).byCategory[0], rows->size());
     AutosaveAttrCacheAsync(Engine());
     if (round % 8 == 0) PrewarmAttrCacheAsync(Engine());
   }
@@ -215,8 +215,8 @@ class AttrConcurrency : public testing::Test {
         MakeFilterContext({.category = 2, .timePreset = k7Days}, NowFileTime());
     EXPECT_EQ(FilterRows(context, *rows, FilterGeneration)->size(), texts);
     const FilterCounts counts = UpdateFilterCounts({.timePreset = k7Days});
-    EXPECT_EQ(counts.rows[0], files.Sizes().size());
-    EXPECT_EQ(counts.rows[2], texts);
+    EXPECT_EQ(counts.byCategory[0], files.Sizes().size());
+    EXPECT_EQ(counts.byCategory[2], texts);
     EXPECT_FALSE(counts.isIncomplete);
     EXPECT_GT(texts, 0u);
   }

@@ -52,8 +52,8 @@ class DesktopScope : public testing::Test {
   std::vector<std::u16string> Names() {
     harness.KindsUntilFinal();
     std::vector<std::u16string> names;
-    for (const MatchItem& item : *HeldResults())
-      names.emplace_back(NameOf(item.volume->records[item.index]));
+    for (const MatchItem& hit : *HeldResults())
+      names.emplace_back(NameOf(hit.volume->records[hit.index]));
     return names;
   }
   ScratchFolder folder;

@@ -53,9 +53,9 @@ TEST(FilterCategories, ComeBackAsTheyWereWritten) {
 }
 
 TEST(FilterCategories, KnowRowsOfFolders) {
-  EXPECT_TRUE(IsFolderRow({u"a", {u".txt", u".folder"}}));
-  EXPECT_TRUE(IsFolderRow({u"a", {u".dir"}}));
-  EXPECT_FALSE(IsFolderRow({u"a", {u".txt"}}));
+  EXPECT_TRUE(IsFolderCategory({u"a", {u".txt", u".folder"}}));
+  EXPECT_TRUE(IsFolderCategory({u"a", {u".dir"}}));
+  EXPECT_FALSE(IsFolderCategory({u"a", {u".txt"}}));
 }
 
 TEST_F(FilterFiles, TakeALineOfAnyLength) {

@@ -129,7 +129,7 @@ bool StaysReference(const FilterContext& context, const MatchItem& row) {
   const FilterSettings& settings = context.settings;
   const bool hasPresets = settings.sizePreset != kAnySize || settings.timePreset != kAnyTime;
   const FilterCategory& category = (*context.categories)[static_cast<size_t>(settings.category)];
-  const bool selectsFolders = settings.category != 0 && IsFolderRow(category);
+  const bool selectsFolders = settings.category != 0 && IsFolderCategory(category);
   if (record.isDirectory) return !hasPresets && (selectsFolders || settings.category == 0);
   if (settings.category != 0 && (selectsFolders || !IsOfCategory(category, NameOf(record))))
     return false;
@@ -187,7 +187,7 @@ TEST_F(RandomFilters, CountWhatThePlainTestCounts) {
       ++expected.rows[0];
       for (size_t i = 1; i < table.size(); ++i) {
         const bool belongs =
-            record.isDirectory ? IsFolderRow(table[i]) : IsOfCategory(table[i], NameOf(record));
+            record.isDirectory ? IsFolderCategory(table[i]) : IsOfCategory(table[i], NameOf(record));
         expected.rows[i] += belongs ? 1 : 0;
       }
     }
@@ -235,7 +235,7 @@ TEST(ExtensionTable, TellsExtensionsApartThatLookAlike) {
   const ExtensionTable table = MakeExtensionTable(rows);
   const auto rowsOf = [&table](std::u16string_view name) {
     const uint32_t id = ExtensionIdOf(table, name);
-    return id == table.None() ? std::vector<uint32_t>{99} : table.rowsById[id];
+    return id == table.None() ? std::vector<uint32_t>{99} : table.categoriesById[id];
   };
   using Rows = std::vector<uint32_t>;
   EXPECT_EQ(rowsOf(u"x.a"), Rows{0});
@@ -272,7 +272,7 @@ TEST(ExtensionTable, AgreesWithAPlainLook) {
         if (IsOfCategory(rows[row], name)) expected.push_back(row);
       }
       const uint32_t id = ExtensionIdOf(table, name);
-      ASSERT_EQ(id == table.None() ? std::vector<uint32_t>() : table.rowsById[id], expected)
+      ASSERT_EQ(id == table.None() ? std::vector<uint32_t>() : table.categoriesById[id], expected)
           << testing::PrintToString(name);
       found += expected.size();
     }

@@ -53,8 +53,7 @@ class Filters : public testing::Test {
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     EXPECT_EQ(search.Next().message, WM_FILTER_RESULTS);
     Names names;
-    for (const MatchItem& item : *ShownResults())
-      names.emplace_back(NameOf(volume->records[item.index]));
+    for (const MatchItem& hit : *ShownResults()) names.emplace_back(NameOf(volume->records[hit.index]));
     EXPECT_EQ(DisplayCount, names.size());
     return names;
   }
@@ -250,7 +249,7 @@ TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
       CurrentResults = std::move(next);
     }
   });
-  for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).rows[0], 2'000u);
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).byCategory[0], 2'000u);
   isDone = true;
   publisher.join();
 }
@@ -280,8 +279,8 @@ TEST_F(Filters, CountByCategory) {
   AddDir(u"d");
   Hold();
   using Counts = std::vector<uint64_t>;
-  EXPECT_EQ(UpdateFilterCounts({}).rows, (Counts{4, 1, 1, 1, 0, 0, 0, 0}));
-  EXPECT_EQ(UpdateFilterCounts({.sizePreset = k1To100MB}).rows, (Counts{1, 0, 1, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(UpdateFilterCounts({}).byCategory, (Counts{4, 1, 1, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(UpdateFilterCounts({.sizePreset = k1To100MB}).byCategory, (Counts{1, 0, 1, 0, 0, 0, 0, 0}));
   EXPECT_FALSE(UpdateFilterCounts({.sizePreset = k1To100MB}).isIncomplete);
 }
 
@@ -296,7 +295,7 @@ TEST_F(Filters, AskNothingForACustomRangeThatIsNone) {
         FilterSettings{.sizePreset = kCustomSize},
         FilterSettings{.timePreset = kCustomTime, .dateFrom = 20250100, .dateTo = 20250110}}) {
     EXPECT_EQ(Filter(settings), (Names{u"warm.txt", u"cold.txt"}));
-    EXPECT_EQ(UpdateFilterCounts(settings).rows[0], 2u);
+    EXPECT_EQ(UpdateFilterCounts(settings).byCategory[0], 2u);
     EXPECT_FALSE(UpdateFilterCounts(settings).isIncomplete);
   }
   EXPECT_EQ(AttrCounters().diskReads, reads);
@@ -381,7 +380,7 @@ TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
   {
     const Gate writer(volume->indexLock, Gate::Stops::kAll);
     const FilterCounts counts = UpdateFilterCounts({});
-    EXPECT_EQ(counts.rows[0], 0u);
+    EXPECT_EQ(counts.byCategory[0], 0u);
     EXPECT_TRUE(counts.leavesOutAVolume);
     EXPECT_FALSE(counts.isIncomplete) << "attributes would change nothing";
     volume->busy = true;  // built anew: results follow of themselves
@@ -389,7 +388,7 @@ TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
     volume->busy = false;
   }
   const FilterCounts counts = UpdateFilterCounts({});
-  EXPECT_EQ(counts.rows[0], 1'000u);
+  EXPECT_EQ(counts.byCategory[0], 1'000u);
   EXPECT_FALSE(counts.leavesOutAVolume);
 }
 
@@ -397,7 +396,7 @@ TEST_F(Filters, CountWithoutTheDisk) {
   rows->push_back({volume, AddFile(*volume, u"cold.txt")});
   Hold();
   const FilterCounts counts = UpdateFilterCounts({.timePreset = kToday});
-  EXPECT_EQ(counts.rows[0], 0u);
+  EXPECT_EQ(counts.byCategory[0], 0u);
   EXPECT_TRUE(counts.isIncomplete);
 }
 

@@ -17,7 +17,7 @@ std::vector<std::u16string> ListedNames(VolumeIndex& volume, std::u16string_view
   ResultSet results;
   ListFolderFromIndex(volume, folder, results);
   std::vector<std::u16string> names;
-  for (const MatchItem& item : results) names.emplace_back(NameOf(volume.records[item.index]));
+  for (const MatchItem& hit : results) names.emplace_back(NameOf(volume.records[hit.index]));
   return names;
 }
 

@@ -40,7 +40,7 @@ struct SortFixture : testing::Test {
   }
   static Names16 NamesOf(const ResultSet& rows) {
     Names16 names;
-    for (const MatchItem& item : rows) names.emplace_back(NameOf(item.volume->records[item.index]));
+    for (const MatchItem& hit : rows) names.emplace_back(NameOf(hit.volume->records[hit.index]));
     return names;
   }
   static Names16 Names() { return NamesOf(*HeldResults()); }

@@ -126,17 +126,17 @@ class SortedRowsTest : public testing::Test {
   std::vector<MatchItem> PlainSort(int column, bool ascending) {
     struct Row {
       std::u16string text;
-      MatchItem item;
+      MatchItem hit;
     };
     std::vector<Row> plain;
     for (const MatchItem& row : rows) plain.push_back({TextOf(row, column), row});
     std::sort(plain.begin(), plain.end(), [ascending](const Row& a, const Row& b) {
       if (a.text != b.text) return (a.text < b.text) == ascending;
-      if (a.item.volume != b.item.volume) return std::less<>()(a.item.volume, b.item.volume);
-      return a.item.index < b.item.index;
+      if (a.hit.volume != b.hit.volume) return std::less<>()(a.hit.volume, b.hit.volume);
+      return a.hit.index < b.hit.index;
     });
     std::vector<MatchItem> sorted;
-    for (const Row& row : plain) sorted.push_back(row.item);
+    for (const Row& row : plain) sorted.push_back(row.hit);
     return sorted;
   }
   // Few values, so that there are ties; none for some.
@@ -156,7 +156,7 @@ class SortedRowsTest : public testing::Test {
   struct PlainRow {
     bool isFolder = false;
     std::optional<int64_t> value;
-    MatchItem item;
+    MatchItem hit;
   };
   static std::optional<int64_t> PlainSize(const VolumeIndex& volume, uint64_t frn) {
     const auto held = volume.attrs.find(frn);
@@ -166,18 +166,18 @@ class SortedRowsTest : public testing::Test {
     if (scanned == volume.mftSizes.end()) return std::nullopt;
     return static_cast<int64_t>(scanned->second.logical);
   }
-  static PlainRow PlainRowOf(const MatchItem& item, int column) {
-    if (item.index >= item.volume->records.size()) return {.item = item};
-    const FileRecord& record = item.volume->records[item.index];
-    PlainRow row = {.isFolder = record.isDirectory && !record.deleted, .item = item};
+  static PlainRow PlainRowOf(const MatchItem& hit, int column) {
+    if (hit.index >= hit.volume->records.size()) return {.hit = hit};
+    const FileRecord& record = hit.volume->records[hit.index];
+    PlainRow row = {.isFolder = record.isDirectory && !record.deleted, .hit = hit};
     if (record.deleted) return row;
-    const auto entry = item.volume->attrs.find(record.frn);
-    const auto total = item.volume->folderSizes.find(record.frn);
+    const auto entry = hit.volume->attrs.find(record.frn);
+    const auto total = hit.volume->folderSizes.find(record.frn);
     if (row.isFolder) {
-      if (total != item.volume->folderSizes.end()) row.value = static_cast<int64_t>(total->second);
+      if (total != hit.volume->folderSizes.end()) row.value = static_cast<int64_t>(total->second);
     } else if (column == kColumnSize) {
-      row.value = PlainSize(*item.volume, record.frn);
-    } else if (entry != item.volume->attrs.end() && entry->second.valid) {
+      row.value = PlainSize(*hit.volume, record.frn);
+    } else if (entry != hit.volume->attrs.end() && entry->second.valid) {
       const FileTime date = column == kColumnModified ? entry->second.modified : entry->second.created;
       if (date != 0) row.value = static_cast<int64_t>(date);
     }
@@ -185,18 +185,18 @@ class SortedRowsTest : public testing::Test {
   }
   std::vector<MatchItem> PlainValueSort(int column, bool ascending) {
     std::vector<PlainRow> plain;
-    for (const MatchItem& item : rows) plain.push_back(PlainRowOf(item, column));
+    for (const MatchItem& hit : rows) plain.push_back(PlainRowOf(hit, column));
     std::sort(plain.begin(), plain.end(), [column, ascending](const PlainRow& a, const PlainRow& b) {
       const bool isByDate = column != kColumnSize;
       if (isByDate && a.isFolder != b.isFolder) return a.isFolder == ascending;
       if (a.value.has_value() != b.value.has_value()) return a.value.has_value();
       const bool hasOrder = a.value.has_value() && (!isByDate || !a.isFolder);  // folders show no date
       if (hasOrder && *a.value != *b.value) return (*a.value < *b.value) == ascending;
-      if (a.item.volume != b.item.volume) return std::less<>()(a.item.volume, b.item.volume);
-      return a.item.index < b.item.index;
+      if (a.hit.volume != b.hit.volume) return std::less<>()(a.hit.volume, b.hit.volume);
+      return a.hit.index < b.hit.index;
     });
     std::vector<MatchItem> sorted;
-    for (const PlainRow& row : plain) sorted.push_back(row.item);
+    for (const PlainRow& row : plain) sorted.push_back(row.hit);
     return sorted;
   }
   void ExpectPlainOrder() {

@@ -38,8 +38,8 @@ class FilterRequest : public testing::Test {
   Names NamesAfterTheFilter() {
     EXPECT_EQ(harness.search.Next().message, WM_FILTER_RESULTS);
     Names names;
-    for (const MatchItem& item : *ShownResults()) {
-      names.emplace_back(NameOf(volume->records[item.index]));
+    for (const MatchItem& hit : *ShownResults()) {
+      names.emplace_back(NameOf(volume->records[hit.index]));
     }
     return names;
   }

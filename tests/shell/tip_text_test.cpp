@@ -113,8 +113,8 @@ TEST_F(RowCellsOf, ShowDotsForWhatCanBeAskedForAndADashForWhatIsNot) {
 }
 
 TEST_F(RowCellsOf, AreEmptyForARecordThatIsGone) {
-  for (const MatchItem& item : {MatchItem{volume_.get(), 9'999}, MatchItem{}}) {
-    const RowCells cells = CellsOfRow(item);
+  for (const MatchItem& hit : {MatchItem{volume_.get(), 9'999}, MatchItem{}}) {
+    const RowCells cells = CellsOfRow(hit);
     EXPECT_EQ(cells.size + cells.modified + cells.created, u"");
     EXPECT_FALSE(cells.isMissing);
   }

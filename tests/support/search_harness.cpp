@@ -78,8 +78,7 @@ bool SearchHarness::IsQuiet() {
 
 std::vector<std::u16string> SearchHarness::ShownPaths() const {
   std::vector<std::u16string> paths;
-  for (const MatchItem& item : *HeldResults())
-    paths.push_back(BuildPathLocked(*item.volume, item.index));
+  for (const MatchItem& hit : *HeldResults()) paths.push_back(BuildPathLocked(*hit.volume, hit.index));
   return paths;
 }
 

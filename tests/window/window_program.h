@@ -59,7 +59,7 @@ class WindowProgram {
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 
-  // build/test-logs/windows/<name>.png
+  // build/windows/window-tests/<name>.png
   void Screenshot(const std::string& name);
 
   std::u16string GdiLog() const;  // the lines of this run

@@ -122,20 +122,21 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
   while (hasRoom && (position = NextStored(journal.records, position)) < end) {
     if (cancelled) return {.error = kErrorOperationAborted};
     // Up to the end of a page: records are looked for page by page.
-    const uint64_t chunkEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);
-    const auto chunk = std::span(buffer).first(static_cast<size_t>(chunkEnd - position));
-    const size_t got = ReadStream(source, journal.records, position, chunk);
-    const uint64_t chunkStart = position;
+    const uint64_t stretchEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);
+    const auto stretch = std::span(buffer).first(static_cast<size_t>(stretchEnd - position));
+    const size_t got = ReadStream(source, journal.records, position, stretch);
+    const uint64_t stretchStart = position;
     // What cannot be read is asked for again, and not taken for empty.
-    const uint64_t readEnd = got == chunk.size() ? chunkEnd : (position + got) / kPageBytes * kPageBytes;
+    const uint64_t readEnd =
+        got == stretch.size() ? stretchEnd : (position + got) / kPageBytes * kPageBytes;
     if (readEnd <= position) {
       if (used == kUsnPositionBytes) return {.error = kErrorReadFault};
       break;
     }
     while (position < readEnd && hasRoom) {
       const uint64_t pageEnd = std::min(readEnd, (position / kPageBytes + 1) * kPageBytes);
-      const auto page = chunk.subspan(static_cast<size_t>(position - chunkStart),
-                                      static_cast<size_t>(pageEnd - position));
+      const auto page = stretch.subspan(static_cast<size_t>(position - stretchStart),
+                                        static_cast<size_t>(pageEnd - position));
       hasRoom = TakeRecords(page, position, range, output, used, position);
     }
   }

@@ -9,7 +9,7 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kChunkBytes = 1 << 20;  // stays in the second-level cache while it is parsed
+constexpr size_t kStretchBytes = 1 << 20;  // stays in the second-level cache while it is parsed
 
 // Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
 constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
@@ -87,19 +87,20 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
   name = best;
 }
 
-// Brings the chunk that holds `number` into memory. False, with no chunk there, if that was cancelled.
-bool LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+// Brings the stretch that holds `number` into memory. False, with no stretch there, if that was
+// cancelled.
+bool LoadStretch(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   const uint64_t recordBytes = reader.geometry.recordBytes;
   if (number - enumeration.firstRecord < enumeration.records) return true;  // wraps below the first
   enumeration.records = 0;
-  const uint64_t perChunk = std::max<uint64_t>(kChunkBytes / recordBytes, 1);
-  enumeration.firstRecord = number / perChunk * perChunk;
-  const uint64_t count = std::min(perChunk, reader.recordCount - enumeration.firstRecord);
-  enumeration.chunk.resize(static_cast<size_t>(perChunk * recordBytes));
-  const auto buffer = std::span(enumeration.chunk).first(static_cast<size_t>(count * recordBytes));
+  const uint64_t perStretch = std::max<uint64_t>(kStretchBytes / recordBytes, 1);
+  enumeration.firstRecord = number / perStretch * perStretch;
+  const uint64_t count = std::min(perStretch, reader.recordCount - enumeration.firstRecord);
+  enumeration.stretch.resize(static_cast<size_t>(perStretch * recordBytes));
+  const auto buffer = std::span(enumeration.stretch).first(static_cast<size_t>(count * recordBytes));
   const size_t got =
       ReadStream(*reader.source, reader.mft, enumeration.firstRecord * recordBytes, buffer);
-  // What cannot be read is no record; a bad place must not cost what lies behind it in the chunk.
+  // What cannot be read is no record; a bad place must not cost what lies behind it in the stretch.
   std::fill(buffer.begin() + static_cast<ptrdiff_t>(got), buffer.end(), std::byte{0});
   for (uint64_t lost = got / recordBytes; got < buffer.size() && lost < count; ++lost) {
     if (reader.IsCancelled()) return false;
@@ -114,8 +115,8 @@ bool LoadChunk(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
 }
 
 // The record with its fix-ups applied; empty if it is of no use. It may be asked for again.
-std::optional<MftRecordHeader> RecordInChunk(MftEnumeration& enumeration, uint64_t number,
-                                             std::span<std::byte> record) {
+std::optional<MftRecordHeader> RecordInStretch(MftEnumeration& enumeration, uint64_t number,
+                                               std::span<std::byte> record) {
   const auto header = ParseRecordHeader(record);
   if (!header || !header->inUse || header->baseReference != 0) return std::nullopt;
   char& isFixed = enumeration.isFixed[static_cast<size_t>(number - enumeration.firstRecord)];
@@ -127,7 +128,7 @@ std::optional<MftRecordHeader> RecordInChunk(MftEnumeration& enumeration, uint64
   return header;
 }
 
-// `number`, or the first record behind it that lies in no hole of the table. Asked at each new chunk.
+// `number`, or the first record behind it that lies in no hole of the table. Asked at each new stretch.
 uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumeration, uint64_t number) {
   if (number - enumeration.firstRecord < enumeration.records) return number;
   const uint64_t recordBytes = reader.geometry.recordBytes;
@@ -138,12 +139,12 @@ uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumera
 
 std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
   if (number >= reader.recordCount) return std::nullopt;
-  if (!LoadChunk(reader, enumeration, number)) return std::nullopt;
+  if (!LoadStretch(reader, enumeration, number)) return std::nullopt;
   const size_t recordBytes = reader.geometry.recordBytes;
   const auto record =
-      std::span(enumeration.chunk)
+      std::span(enumeration.stretch)
           .subspan(static_cast<size_t>(number - enumeration.firstRecord) * recordBytes, recordBytes);
-  const auto header = RecordInChunk(enumeration, number, record);
+  const auto header = RecordInStretch(enumeration, number, record);
   if (!header) return std::nullopt;
   Parsed parsed;
   TakeAttributes(record, header->firstAttribute, parsed);

@@ -22,10 +22,10 @@ struct MftFile {
 
 // A stretch of the $MFT in memory, and what reading it takes.
 struct MftEnumeration {
-  std::vector<std::byte> chunk;
-  std::vector<char> isFixed;     // of each record in the chunk: its fix-ups are applied
-  uint64_t firstRecord = 0;      // of the chunk
-  uint64_t records = 0;          // in the chunk
+  std::vector<std::byte> stretch;
+  std::vector<char> isFixed;     // of each record in the stretch: its fix-ups are applied
+  uint64_t firstRecord = 0;      // of the stretch
+  uint64_t records = 0;          // in the stretch
   std::vector<std::byte> other;  // a record elsewhere that holds a name
 };
 

@@ -33,7 +33,7 @@ constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4,
 constexpr int kTextInset = 3;
 
 struct Editing {
-  MatchItem item;
+  MatchItem hit;
   RowText row;
   int64_t index = -1;  // of the row
 };
@@ -44,16 +44,16 @@ std::optional<Editing> FocusedRow(const AppState& app) {
   const auto rows = ShownResults();
   const int64_t focus = app.list.selection.focusRow;
   if (focus < 0 || static_cast<uint64_t>(focus) >= rows->size()) return std::nullopt;
-  const MatchItem item = (*rows)[static_cast<size_t>(focus)];
-  const RowText row = TextOfRow(item);
+  const MatchItem hit = (*rows)[static_cast<size_t>(focus)];
+  const RowText row = TextOfRow(hit);
   if (row.name.empty() || row.folder.empty()) return std::nullopt;
-  return Editing{item, row, focus};
+  return Editing{hit, row, focus};
 }
 
 // Other results may have come while the name was typed.
-bool IsStillAt(int64_t index, const MatchItem& item) {
+bool IsStillAt(int64_t index, const MatchItem& hit) {
   const auto rows = ShownResults();
-  return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == item;
+  return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == hit;
 }
 
 void Close(MainWindow& window) {
@@ -71,12 +71,12 @@ void Ask(MainWindow& window, const std::u16string& text) {
 }
 
 // The index learns of it at once; the journal's own record then changes nothing.
-void RenameInIndex(const MatchItem& item, const std::u16string& name) {
+void RenameInIndex(const MatchItem& hit, const std::u16string& name) {
   // A volume that is being built finds the name by itself.
-  if (!IsSearchable(*item.volume)) return;
-  const std::scoped_lock lock(item.volume->indexLock);
-  if (item.index >= item.volume->records.size()) return;
-  RenameRecord(*item.volume, item.index, item.volume->records[item.index].parentFrn, name);
+  if (!IsSearchable(*hit.volume)) return;
+  const std::scoped_lock lock(hit.volume->indexLock);
+  if (hit.index >= hit.volume->records.size()) return;
+  RenameRecord(*hit.volume, hit.index, hit.volume->records[hit.index].parentFrn, name);
 }
 
 // Who leaves the editor for another row has chosen that; who leaves the program comes back to it.
@@ -92,7 +92,7 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name, Commi
     return Ask(window, FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
                                   uint32_t{error}));
   }
-  RenameInIndex(editing.item, name);
+  RenameInIndex(editing.hit, name);
   Close(window);
   if (end == CommitEnd::kByKey) SetFocus(window.Handle());
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
@@ -100,7 +100,7 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name, Commi
   const bool isFiltered = !CurrentFilterSettings().IsOff();
   if (isFiltered) ClearSelection(app.list.selection);
   if (isFiltered) RunFeature(app.features.refreshFilter);
-  if (!isFiltered && end == CommitEnd::kByKey && IsStillAt(editing.index, editing.item)) {
+  if (!isFiltered && end == CommitEnd::kByKey && IsStillAt(editing.index, editing.hit)) {
     SelectOnly(app.list.selection, editing.index);
   }
   window.RelayoutList();

@@ -30,7 +30,7 @@ void InstallFeatures(AppState& app, MainWindow& window) {
   app.features.refreshFilterCounts = [&app, &window] {
     constexpr uint32_t kAskSoonMs = 60, kCountAgainMs = 250;
     const FilterCounts counts = UpdateFilterCounts(CurrentFilterSettings());
-    if (window.filterBar.SetCaptions(TagCaptions(counts.rows))) window.PlaceTags();
+    if (window.filterBar.SetCaptions(TagCaptions(counts.byCategory))) window.PlaceTags();
     if (counts.isIncomplete) window.StartTimer(kTimerScrollSettle, kAskSoonMs);
     if (counts.leavesOutAVolume) {
       app.filterCountsPending = true;

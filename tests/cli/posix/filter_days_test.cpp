@@ -23,13 +23,13 @@ class Zone {
   std::optional<ScopedEnvironment> rule_;
 };
 
-DateSpan DayOf(const char* text) {
-  const auto parsed = ParseDateSpan(text, 0);
+DateRange DayOf(const char* text) {
+  const auto parsed = ParseDateRange(text, 0);
   EXPECT_EQ(parsed.error, "") << text;
   return parsed.value;
 }
 
-FileTime Length(const DateSpan& span) { return span.to - span.from + 1; }
+FileTime Length(const DateRange& range) { return range.to - range.from + 1; }
 
 TEST(FilterDays, AreShorterOrLongerWhereTheClockChanges) {
   const Zone zone("CET-1CEST,M3.5.0,M10.5.0/3");
@@ -40,11 +40,11 @@ TEST(FilterDays, AreShorterOrLongerWhereTheClockChanges) {
 
 TEST(FilterDays, BeginLaterWhereTheClockSkipsMidnight) {
   const Zone zone("BRT3BRST,M11.1.0/0,M2.3.0/0");
-  const DateSpan before = DayOf("2018-11-03"), day = DayOf("2018-11-04"), after = DayOf("2018-11-05");
+  const DateRange before = DayOf("2018-11-03"), day = DayOf("2018-11-04"), after = DayOf("2018-11-05");
   EXPECT_EQ(Length(day), 23 * kHour);
   EXPECT_EQ(before.to + 1, day.from);
   EXPECT_EQ(day.to + 1, after.from);
-  EXPECT_EQ(DayOf("2018-11-03..2018-11-05"), (DateSpan{before.from, after.to}));
+  EXPECT_EQ(DayOf("2018-11-03..2018-11-05"), (DateRange{before.from, after.to}));
 }
 
 }  // namespace
