@@ -1,9 +1,28 @@
-# One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer.
-file(GLOB_RECURSE fuzz_sources CONFIGURE_DEPENDS "fuzz/*_fuzz.cpp")
+# One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer. It is linked with its layer, so that
+# one of the parsers below waits for nothing above it. The shell is the exception: fuzz/shell/<name>_fuzz.cpp
+# brings src/shell/<name>.cpp along, and the rest of the shell is never compiled.
+file(GLOB fuzz_sources CONFIGURE_DEPENDS "fuzz/*/*_fuzz.cpp")
+
+# NTFS volumes made by hand, as the tests have them.
+add_library(quilmark_fuzz_support STATIC tests/support/ntfs_builder.cpp tests/support/memory_source.cpp)
+set_target_properties(quilmark_fuzz_support PROPERTIES LINKER_LANGUAGE CXX)
+target_include_directories(quilmark_fuzz_support PUBLIC "${PROJECT_SOURCE_DIR}/fuzz" "${PROJECT_SOURCE_DIR}/tests")
+target_link_libraries(quilmark_fuzz_support PUBLIC quilmark_platform)
+
+# What no target is linked with is not built for them.
+set_target_properties(quilmark_shell quilmark_cli quilmark PROPERTIES EXCLUDE_FROM_ALL ON)
+
 foreach(source ${fuzz_sources})
   get_filename_component(name "${source}" NAME_WE)
+  get_filename_component(folder "${source}" DIRECTORY)
+  get_filename_component(layer "${folder}" NAME)
   add_executable(${name} "${source}")
-  target_link_libraries(${name} PRIVATE quilmark_search)
+  if(layer STREQUAL "shell")
+    string(REGEX REPLACE "_fuzz$" ".cpp" parser "${name}")
+    target_sources(${name} PRIVATE "src/shell/${parser}")
+    set(layer search)
+  endif()
+  target_link_libraries(${name} PRIVATE quilmark_fuzz_support quilmark_${layer})
   target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")

@@ -5,51 +5,16 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <vector>
 
 #include "platform/bytes.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/usn_record.h"
+#include "support/mft_source.h"
 
 using namespace quilmark;
 
 namespace {
-
-constexpr uint64_t kClusterBytes = 4'096, kMftCluster = 4;
-
-// A boot sector of a volume as large as the input, and the input from the fourth cluster on. The first
-// record's runs say where the $MFT is: a seed has it at its own clusters, which mostly lie elsewhere, so
-// everything outside is read from the input again.
-class FuzzSource : public ByteSource {
- public:
-  explicit FuzzSource(std::span<const std::byte> mft) : mft_(mft), boot_(512) {
-    std::memcpy(boot_.data() + 3, "NTFS    ", 8);
-    StoreLe(std::span(boot_), 11, uint16_t{512});
-    StoreLe(std::span(boot_), 13, uint8_t{8});
-    StoreLe(std::span(boot_), 40, uint64_t{1} << 20);
-    StoreLe(std::span(boot_), 48, kMftCluster);
-    StoreLe(std::span(boot_), 56, kMftCluster);
-    StoreLe(std::span(boot_), 64, uint8_t{0xF6});
-    StoreLe(std::span(boot_), 68, uint8_t{1});
-    StoreLe(std::span(boot_), 510, uint16_t{0xAA55});
-  }
-  uint64_t Size() const override { return kMftCluster * kClusterBytes + mft_.size(); }
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
-    for (size_t i = 0; i < buffer.size(); ++i) buffer[i] = ByteAt(offset + i);
-    return buffer.size();
-  }
-
- private:
-  std::byte ByteAt(uint64_t at) const {
-    if (at < boot_.size()) return boot_[at];
-    if (mft_.empty()) return std::byte{0};
-    return mft_[(at - kMftCluster * kClusterBytes) % mft_.size()];
-  }
-
-  std::span<const std::byte> mft_;
-  std::vector<std::byte> boot_;
-};
 
 template <typename Input>
 VolumeDevice::Reply Ask(VolumeDevice& device, uint32_t code, const Input& input,
@@ -105,7 +70,7 @@ void ReadJournal(VolumeDevice& device) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const auto device = OpenRawNtfs(std::make_unique<FuzzSource>(std::as_bytes(std::span(data, size))));
+  const auto device = OpenRawNtfs(std::make_unique<MftSource>(std::as_bytes(std::span(data, size))));
   if (device == nullptr) return 0;
   std::vector<std::byte> output(2'048);
   Ask(*device, kFsctlGetNtfsVolumeData, std::array<uint64_t, 0>(), output);

@@ -1,0 +1,58 @@
+// Any folders and drives of a command line, a line each: every one gets a letter of its own, those given
+// by hand theirs, and there is a reason where that cannot be.
+#include "cli/drive_plan.h"
+#include "support/fuzz_input.h"
+
+using namespace quilmark;
+
+namespace {
+
+constexpr size_t kMostTexts = 40;
+
+// The letter that "X=PATH" asks for; 0 for any other text.
+char16_t LetterOf(const std::string& drive) {
+  if (drive.size() < 3 || drive[1] != '=') return 0;
+  const char letter = drive[0];
+  if (letter >= 'a' && letter <= 'z') return static_cast<char16_t>(letter - 32);
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char16_t>(letter) : u'\0';
+}
+
+void CheckPlan(const FindOptions& options, const std::vector<PlannedDrive>& drives) {
+  Require(drives.size() == options.drives.size() + options.paths.size());
+  uint32_t letters = 0;
+  for (size_t i = 0; i < drives.size(); ++i) {
+    Require(drives[i].letter >= u'A' && drives[i].letter <= u'Z' && !drives[i].typed.empty());
+    const uint32_t bit = 1u << (drives[i].letter - u'A');
+    Require((letters & bit) == 0);
+    letters |= bit;
+    if (i < options.drives.size()) {
+      Require(drives[i].letter == LetterOf(options.drives[i]));
+      Require(drives[i].typed == options.drives[i].substr(2));
+    } else {
+      Require(drives[i].letter >= u'C' && drives[i].typed == options.paths[i - options.drives.size()]);
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  FuzzInput input = InputOf(data, size);
+  FindOptions options;
+  options.scope = input.TakeLine();
+  while (!input.rest.empty() && options.drives.size() + options.paths.size() < kMostTexts) {
+    std::string text = input.TakeLine();
+    if (text.starts_with('-')) {
+      options.drives.push_back(text.substr(1));
+    } else {
+      options.paths.push_back(std::move(text));
+    }
+  }
+  const DrivePlan plan = PlanDrives(options);
+  if (plan.error.empty()) CheckPlan(options, plan.drives);
+  const bool isPlain = options.scope == "all" && options.drives.empty() && !options.paths.empty() &&
+                       options.paths.size() <= 24;
+  const bool hasEmpty = std::find(options.paths.begin(), options.paths.end(), "") != options.paths.end();
+  Require(!isPlain || plan.error.empty() != hasEmpty);
+  return 0;
+}
