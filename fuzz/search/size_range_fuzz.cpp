@@ -29,9 +29,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto bytes = ParseCustomSizeRange(text, 0);
   for (int unit = -1; unit <= 4; ++unit) {
     const auto range = ParseCustomSizeRange(text, unit);
-    Require(range.has_value() == bytes.has_value() && ParseCustomSizeRange(dense, unit) == range);
+    Require(ParseCustomSizeRange(dense, unit) == range);
     if (!range) continue;
     CheckRange(*range);
+    Require(bytes.has_value());  // fractions that are apart in a large unit may be one number of bytes
     Require(range->least >= bytes->least && range->most >= bytes->most);
   }
   Require((CustomSizeHash(text) == CustomSizeHash(dense)) || text != dense);

@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Require(start < caret);
     const bool isAtSeparator =
         start == 0 || std::u16string_view(u" \\/").find(text[start - 1]) != std::u16string_view::npos;
-    Require(isAtSeparator && text[start] != u' ');
+    // Blanks in front of the first word go with it.
+    Require(isAtSeparator && (start == 0 || text[start] != u' '));
     caret = start;
   }
   return 0;

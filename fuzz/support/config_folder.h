@@ -1,4 +1,4 @@
-// A configuration directory of this process, in the temporary folder; it goes with the process.
+// A configuration directory of this process; it goes with the process.
 #pragma once
 
 #include <cstdlib>
@@ -14,7 +14,7 @@ namespace quilmark {
 class ConfigFolder {
  public:
   ConfigFolder() {
-    std::string path = (std::filesystem::temp_directory_path() / "quilmark-fuzz-XXXXXX").string();
+    std::string path = (ParentFolder() / "quilmark-fuzz-XXXXXX").string();
     Require(mkdtemp(path.data()) != nullptr);
     path_ = path;
     Require(setenv("QUILMARK_CONFIG_DIR", path.c_str(), 1) == 0);
@@ -35,6 +35,12 @@ class ConfigFolder {
   void Remove(const char* name) const { std::filesystem::remove(path_ / name); }
 
  private:
+  // In memory where the system has such a folder: every input writes files.
+  static std::filesystem::path ParentFolder() {
+    const std::filesystem::path inMemory = "/dev/shm";
+    return std::filesystem::is_directory(inMemory) ? inMemory : std::filesystem::temp_directory_path();
+  }
+
   std::filesystem::path path_;
 };
 

@@ -29,6 +29,7 @@ size_t ReadWhole(const SectorReader& read, uint64_t offset, std::span<std::byte>
 
 size_t ReadBySectors(const SectorReader& read, uint64_t offset, std::span<std::byte> buffer,
                      std::vector<std::byte>& scratch) {
+  if (buffer.empty()) return 0;
   if (offset % kBlockBytes == 0 && buffer.size() % kBlockBytes == 0) {
     return ReadWhole(read, offset, buffer);
   }

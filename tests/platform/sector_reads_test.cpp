@@ -55,6 +55,14 @@ TEST(SectorReads, TheLastSectorsOfADeviceThatEndsWithinABlockAreRead) {
   EXPECT_EQ(device.refused, 0u);
 }
 
+TEST(SectorReads, NothingIsReadIntoNoMemory) {
+  StrictDevice device(4 * 4'096, 512);
+  for (const size_t offset : {0u, 700u, 4'096u, 100'000u}) {
+    SCOPED_TRACE(offset);
+    EXPECT_TRUE(device.Get(offset, 0).empty());
+  }
+}
+
 TEST(SectorReads, ADeviceOfLargeSectorsIsReadInThem) {
   StrictDevice device(4 * 4'096, 4'096);
   EXPECT_EQ(device.Get(100, 5'000), device.Part(100, 5'100));
