@@ -318,6 +318,12 @@ def platform_seeds():
     seed("host_path_fuzz", "plain", "/srv/data\n/srv/data/./a//b/../c")
     seed("host_path_fuzz", "odd_names", b"/\n/a\\b/\xFF\xFE/\xC3\xA4")
     seed("host_path_fuzz", "relative", "x/y\nz/..")
+    seed("console_fuzz", "lines", "report\r\n\nlast")
+    seed("console_fuzz", "returns", "a\rb\r\r\n\r")
+    seed("folder_listing_fuzz", "plain", "report.txt\nfolder/\n.hidden")
+    seed("folder_listing_fuzz", "odd_names", b"a\\b\n\xFF\xFE\n\xE6\x96\xB0.txt\nlong name of nine\\\n")
+    seed("text_fuzz", "cases", b"\x14" + utf16("Report.TXTreport.txt ÄÖÜ and more letters"))
+    seed("text_fuzz", "prefix", b"\4" + utf16("abABC"))
     seed("code_pages_fuzz", "western", utf16("café € “x”"))
     seed("code_pages_fuzz", "outside", utf16("新建 \U0001F600"))
     seed("code_pages_fuzz", "half_a_pair", utf16("a") + b"\x3D\xD8")
@@ -394,6 +400,13 @@ def search_seeds():
     for name, text in {"groups": 'budget and "black and white" or \\"x\\" OR invoice', "content": "s:some text | .txt,md",
                        "path": '"C:/Users/me/"', "root": "C:\\", "blanks": " \t a  and  b ", "upper": "S: x"}.items():
         seed("query_fuzz", name, utf16(text))
+
+    def names(needle, *items):
+        return b"".join(bytes([2 * len(item)]) + utf16(item) for item in (needle, *items))
+
+    seed("scan_kernel_fuzz", "typical", names("port", "Report.txt", "", "portport", "PORT", "por", "新port"))
+    seed("scan_kernel_fuzz", "one_unit", names("a", "a", "b", "A" * 40, "xyz" * 20 + "a"))
+    seed("scan_kernel_fuzz", "long", names("a needle of more than sixteen", "no", "A NEEDLE OF MORE THAN SIXTEEN units"))
     seed("initials_fuzz", "typical", b"\2xj" + utf16("新建.txt"))
     seed("initials_fuzz", "mixed", b"\3a1x" + utf16("A1新.b"))
 
