@@ -63,6 +63,15 @@ TEST(SectorReads, NothingIsReadIntoNoMemory) {
   }
 }
 
+TEST(SectorReads, ABadSectorInFrontOfTheWantedOnesDoesNotCostThem) {
+  StrictDevice device(4 * 4'096, 512);
+  device.badPlace = 4'096 + 10;
+  EXPECT_EQ(device.Get(4'096 + 512, 300), device.Part(4'608, 4'908));
+  EXPECT_EQ(device.Get(4'096 + 3'000, 2'000), device.Part(7'096, 9'096));
+  EXPECT_TRUE(device.Get(4'096 + 511, 300).empty());
+  EXPECT_EQ(device.refused, 0u);
+}
+
 TEST(SectorReads, ADeviceOfLargeSectorsIsReadInThem) {
   StrictDevice device(4 * 4'096, 4'096);
   EXPECT_EQ(device.Get(100, 5'000), device.Part(100, 5'100));
