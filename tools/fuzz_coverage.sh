@@ -44,12 +44,16 @@ for program in "${programs[@]}"; do
     exit 2
   }
 done
-llvm-profdata merge -sparse "$profiles"/*.profraw -o "$profiles/all.profdata"
+llvm-profdata merge "$profiles"/*.profraw -o "$profiles/all.profdata"
 
 objects=("${programs[0]}")
 for program in "${programs[@]:1}"; do objects+=(-object "$program"); done
 if [ ${#lines[@]} -gt 0 ]; then
-  llvm-cov show "${objects[@]}" -instr-profile="$profiles/all.profdata" "${lines[@]}" | grep -aE '^ *[0-9]+\| *0\|' || true
+  llvm-cov show "${objects[@]}" -instr-profile="$profiles/all.profdata" >"$profiles/all.txt"
+  for file in "${lines[@]}"; do
+    echo "$file"
+    awk -v file="$PWD/$file:" '/^\/.*:$/ { isWanted = $0 == file } isWanted && /^ *[0-9]+\| *0\|/' "$profiles/all.txt"
+  done
   exit 0
 fi
 llvm-cov export "${objects[@]}" -instr-profile="$profiles/all.profdata" -summary-only >"$profiles/all.json"

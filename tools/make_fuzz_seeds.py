@@ -252,6 +252,10 @@ def volume_seeds():
     list_value = listed((STANDARD, 0, reference(6), ""), (FILE_NAME, 0, reference(6), ""), (DATA, 0, reference(7), ""))
     for target in ("ntfs_volume_fuzz", "mft_facts_fuzz", "volume_build_fuzz"):
         seed(target, "small", mft(small, 8))
+    seed("volume_build_fuzz", "no_files", mft({0: record(standard(), non_resident(DATA, runs((4, 2)), 8 * RECORD)),
+                                               5: bytes(RECORD)}, 8))
+    for call, end in ((1, 0), (2, 1), (3, 2), (4, 3), (5, 0)):
+        seed("volume_build_fuzz", f"call_{call}_fails", mft(small, 8) + bytes([call | end << 3]))
     seed("volume_build_fuzz", "folders_within_each_other", mft(cyclic, 8))
     seed("mft_facts_fuzz", "beyond_the_calendar", mft(dates, 8))
     seed("mft_facts_fuzz", "list_of_its_own", mft(lists, 8, list_value))
@@ -307,6 +311,8 @@ def index_seeds():
                      usn2(reference(40), reference(5), "folder", DELETE),
                      usn2(reference(5), reference(5), ".", CREATE, 0x10))
     seed("journal_block_fuzz", "life_of_a_file", life)
+    again = usn_block(usn2(40, 5, "a\0b", CREATE), usn2(40, 5, "a\0b", DELETE), usn2(40, 5, "新", CREATE))
+    seed("journal_block_fuzz", "gone_and_back", again + bytes(len(again)))
     seed("journal_block_fuzz", "twice", usn_block(usn2(reference(40), reference(5), "folder", CREATE, 0x10)) * 2)
     seed("journal_block_fuzz", "cycle", usn_block(usn2(1, 2, "a", CREATE, 0x10), usn2(2, 1, "b", CREATE, 0x10)))
 
@@ -317,6 +323,9 @@ def platform_seeds():
     seed("sector_reads_fuzz", "all_or_nothing", struct.pack("<BQB", 19, 1 << 9, 1) + struct.pack("<HHHH", 0, 8192, 9000, 900))
     seed("host_path_fuzz", "plain", "/srv/data\n/srv/data/./a//b/../c")
     seed("host_path_fuzz", "odd_names", b"/\n/a\\b/\xFF\xFE/\xC3\xA4")
+    seed("host_path_fuzz", "longer_than_a_call", "/x\n" + "./" * 2060 + "proc/self")
+    seed("host_path_fuzz", "long_name", "/x\n" + "n" * 4200)
+    seed("host_path_fuzz", "long_and_missing", "/x\n" + "nowhere/" * 600)
     seed("host_path_fuzz", "relative", "x/y\nz/..")
     seed("console_fuzz", "lines", "report\r\n\nlast")
     seed("console_fuzz", "returns", "a\rb\r\r\n\r")
@@ -398,7 +407,8 @@ def search_seeds():
         seed("filters_fuzz", name, data)
 
     for name, text in {"groups": 'budget and "black and white" or \\"x\\" OR invoice', "content": "s:some text | .txt,md",
-                       "path": '"C:/Users/me/"', "root": "C:\\", "blanks": " \t a  and  b ", "upper": "S: x"}.items():
+                       "path": '"C:/Users/me/"', "root": "C:\\", "blanks": " \t a  and  b ", "upper": "S: x",
+                       "folder": "/proc/self/", "no_folder": "/proc/nowhere", "drive": "c:/"}.items():
         seed("query_fuzz", name, utf16(text))
 
     def names(needle, *items):

@@ -1,7 +1,12 @@
 // Any folders and drives of a command line, a line each: every one gets a letter of its own, those given
 // by hand theirs, and there is a reason where that cannot be.
 #include "cli/drive_plan.h"
+
+#include <fstream>
+
+#include "platform/drives.h"
 #include "support/fuzz_input.h"
+#include "support/scratch.h"
 
 using namespace quilmark;
 
@@ -34,6 +39,38 @@ void CheckPlan(const FindOptions& options, const std::vector<PlannedDrive>& driv
   }
 }
 
+// A folder with a file, one without, and a file that is no volume.
+class Places {
+ public:
+  Places() {
+    std::filesystem::create_directories(scratch_.Path() / "full" / "inner");
+    std::filesystem::create_directory(scratch_.Path() / "empty");
+    std::ofstream(scratch_.Path() / "file") << "text";
+  }
+  // One of them, or one that is not there, as `typed` begins.
+  std::string PathOf(const std::string& typed) const {
+    constexpr const char* kNames[] = {"full", "empty", "file", "full/inner/..", "nowhere"};
+    return scratch_.Path() / kNames[static_cast<unsigned char>(typed.front()) % 5];
+  }
+
+ private:
+  ScratchFolder scratch_;
+};
+
+// What is typed names some place of ours: a target opens no path of the machine.
+void CheckMapped(std::vector<PlannedDrive> drives) {
+  static const Places places;
+  for (PlannedDrive& drive : drives) drive.typed = places.PathOf(drive.typed);
+  const bool isMapped = MapPlannedDrives(drives).empty();
+  for (const PlannedDrive& drive : drives) {
+    Require(HasDriveRoot(drive.letter) == isMapped);
+    Require(ReadVolumeInfo(drive.letter).has_value() == isMapped);
+    Require((AnsweringDriveMask() & LogicalDriveMask()) == LogicalDriveMask());
+    if (isMapped) Require(std::filesystem::exists(drive.typed) && !drive.typed.ends_with("empty"));
+  }
+  for (const PlannedDrive& drive : drives) UnmapDrive(drive.letter);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -49,7 +86,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
   }
   const DrivePlan plan = PlanDrives(options);
-  if (plan.error.empty()) CheckPlan(options, plan.drives);
+  if (plan.error.empty()) {
+    CheckPlan(options, plan.drives);
+    CheckMapped(plan.drives);
+  }
   const bool isPlain = options.scope == "all" && options.drives.empty() && !options.paths.empty() &&
                        options.paths.size() <= 24;
   const bool hasEmpty = std::find(options.paths.begin(), options.paths.end(), "") != options.paths.end();

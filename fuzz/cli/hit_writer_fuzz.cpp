@@ -1,7 +1,9 @@
 // Any name of a file in each form of a hit: what is printed is one line without control characters where
 // a terminal or a program reads it, and the JSON form is well-formed UTF-8 that gives the name again.
 #include "cli/hit_writer.h"
+#include "platform/drives.h"
 #include "platform/utf.h"
+#include "search/attr_cache.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;
@@ -52,6 +54,38 @@ void CheckJson(std::u16string_view path, bool isDirectory, HitFormat format, con
   Require((rest.find("\"size\":") != rest.npos) == format.facts);
 }
 
+// The rows of a volume that has the name of a file and of a folder, as they come out of a stream.
+std::string WrittenHits(std::u16string_view name, size_t rows, std::optional<uint64_t> limit,
+                        HitFormat format) {
+  VolumeIndex volume;
+  volume.drive = u"Q:";
+  volume.fileSystem = kNtfs;
+  ResultSet results;
+  for (size_t i = 0; i < rows; ++i) {
+    results.push_back(
+        {&volume, AppendRecord(volume, {.frn = 100 + i, .isDirectory = i % 2 != 0}, name)});
+    StoreAttr(volume, 100 + i, {.size = 5, .modified = 1, .created = 1, .valid = true});
+  }
+  char* text = nullptr;
+  size_t size = 0;
+  std::FILE* const stream = open_memstream(&text, &size);
+  Require(WriteHits(results, limit, format, stream) == WriteOutcome::kDone);
+  std::fclose(stream);
+  const std::string written(text, size);
+  std::free(text);
+  return written;
+}
+
+void CheckWritten(std::u16string_view name, size_t rows, uint64_t limit) {
+  name = name.substr(0, std::min<size_t>(name.find(u'\0'), 64));
+  const std::string lines = WrittenHits(name, rows, limit, {.json = true, .facts = true});
+  const auto count = static_cast<uint64_t>(std::count(lines.begin(), lines.end(), '\n'));
+  Require(count == std::min<uint64_t>(rows, limit));
+  Require(WrittenHits(name, rows, rows, {.json = true, .facts = true}).starts_with(lines));
+  const std::string plain = WrittenHits(name, rows, std::nullopt, {.end = '\0'});
+  Require(plain.size() == rows * (ToHostBytes(name).size() + 4));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -63,6 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string path = (flags & 2) != 0 ? UnitsOf(input.rest) : FromHostBytes(input.RestAsText());
   const bool isDirectory = (flags & 4) != 0;
 
+  CheckWritten(path, flags >> 3 & 3, flags >> 5 & 3);
   Require(FormatHit(path, isDirectory, {.drivePaths = true}) == ToHostBytes(path));
   const std::string shown = FormatHit(path, isDirectory, {.drivePaths = true, .isShown = true});
   Require(!HasControl(shown) && shown.size() == ToHostBytes(path).size());

@@ -1,6 +1,9 @@
 // Any bytes as a path of the host, and any text as a path of ours: the first is made plain once and for
 // all and comes back as the bytes of the same file; a drive's path names what lies below its root, and
 // back.
+#include <sys/stat.h>
+
+#include <climits>
 #include <vector>
 
 #include "platform/drives.h"
@@ -35,6 +38,19 @@ void CheckHostPath(std::string_view bytes) {
   if (!hasNul) Require(HostBytesOf(path) == plain);
 }
 
+// However long the path is, it is opened where it leads.
+void CheckPlace(const std::string& bytes) {
+  const PathEnd end = EndOfPath(bytes);
+  const UniqueFd there = end.Open(O_PATH);
+  if (bytes.size() >= PATH_MAX) return;
+  const UniqueFd plain(open(bytes.c_str(), O_PATH | O_CLOEXEC));
+  struct stat one, other;
+  Require(static_cast<bool>(there) == static_cast<bool>(plain));
+  if (!there) return;
+  Require(fstat(there.Get(), &one) == 0 && fstat(plain.Get(), &other) == 0);
+  Require(one.st_ino == other.st_ino && one.st_dev == other.st_dev);
+}
+
 // Z: stands for the path while another is asked for.
 void CheckDrive(std::u16string_view root, std::u16string_view rest) {
   Require(MapDrive(u'z', root) && !MapDrive(u'1', root));
@@ -59,6 +75,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckHostPath(input.RestAsText());
   CheckDrive(PathOfHostBytes(first), FromHostBytes(input.RestAsText()));
   CheckDrive(FromHostBytes(first), FromHostBytes(input.RestAsText()));
+
+  CheckPlace("/" + std::string(input.RestAsText().substr(0, input.RestAsText().find('\0'))));
 
   const std::u16string path = UnitsOf(input.rest);
   const std::string& bytes = HostBytesOf(path);

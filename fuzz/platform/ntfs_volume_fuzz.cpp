@@ -31,6 +31,22 @@ void ReadFacts(VolumeDevice& device, uint64_t reference) {
   if (facts->isDirectory && facts->size != 0) std::abort();
 }
 
+void CheckRest(VolumeDevice& device) {
+  const uint32_t unknown = Ask(device, 0, std::array<uint64_t, 1>(), {}).error;
+  if (unknown != kErrorInvalidFunction) std::abort();
+  std::array<std::byte, 16> bytes;
+  if (device.ReadAt(3, bytes).bytes != bytes.size() || bytes[0] != std::byte{'N'}) std::abort();
+  // A journal of the volume stays; one that was made in memory goes, once.
+  const uint32_t first = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
+  const uint32_t second = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
+  const bool isKept = first == kErrorWriteProtect && second == kErrorWriteProtect;
+  if (!isKept && (first != 0 || second != kErrorJournalNotActive)) std::abort();
+  if (device.Close() != 0 || device.ReadAt(3, bytes).error != kErrorInvalidHandle) std::abort();
+  if (device.ReadFacts(0) || Ask(device, kFsctlEnumUsnData, bytes, {}).error != kErrorInvalidHandle) {
+    std::abort();
+  }
+}
+
 void Enumerate(VolumeDevice& device) {
   std::array<uint64_t, 3> range = {0, 0, INT64_MAX};
   std::vector<std::byte> block(4'096);
@@ -78,5 +94,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Ask(*device, kFsctlCreateUsnJournal, std::array<uint64_t, 2>(), {});
   Enumerate(*device);
   ReadJournal(*device);
+  CheckRest(*device);
   return 0;
 }

@@ -35,9 +35,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     StoreName(pool, name);
     if (FoldText(name).find(needle) != needle.npos) expected[i / 64] |= uint64_t{1} << i % 64;
   }
+  bool knowsBest = false;
   const Needle prepared = MakeNeedle(needle);
   for (const ScanKernelRow& kernel : ScanKernels()) {
     if (!kernel.runsHere()) continue;
+    knowsBest = knowsBest || kernel.scan == BestScanKernel();
     Bits hits(expected.size());
     for (const NameChunk& chunk : pool.chunks) {
       const char16_t* const text = chunk.text.get();
@@ -45,5 +47,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     Require(hits == expected);
   }
+  Require(knowsBest);
   return 0;
 }
