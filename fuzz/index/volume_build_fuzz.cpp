@@ -94,7 +94,8 @@ void CheckFiles(const VolumeIndex& volume) {
 void CheckTables(VolumeIndex& volume) {
   {
     const std::shared_lock lock(volume.indexLock);
-    Require(FindBrokenInvariant(volume).empty() && MemoryOf(volume) > 0);
+    Require(FindBrokenInvariant(volume).empty());
+    Require(MemoryOf(volume) >= volume.records.size() * sizeof(FileRecord));
   }
   for (uint32_t i = 0; i < volume.records.size(); ++i) {
     Require(BuildPathLocked(volume, i).starts_with(u"N:"));
