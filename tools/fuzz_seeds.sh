@@ -17,10 +17,10 @@ for target in "${targets[@]}"; do
     [ $# -eq 0 ] || { echo "fuzz_seeds.sh: the corpus of $target may hold samples" >&2; exit 2; }
     continue
   fi
-  [ -d "$corpus" ] && [ -x "$program" ] || {
+  if ! [ -d "$corpus" ] || ! [ -x "$program" ]; then
     [ $# -eq 0 ] || { echo "fuzz_seeds.sh: nothing to take from for $target; run tools/fuzz_long.sh first" >&2; exit 2; }
     continue
-  }
+  fi
   mkdir -p "$seeds"
   before=$(find "$seeds" -type f | wc -l)
   # Edges alone count: how often one is passed makes many inputs that tell little apart.
