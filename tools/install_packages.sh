@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, by the names of Debian's packages.
-# usage: tools/install_packages.sh GROUP...      groups: build windows window tests bench
+# usage: tools/install_packages.sh GROUP...      groups: build windows window tests coverage bench
 # Does nothing where all is there already.
 set -euo pipefail
 
@@ -9,6 +9,7 @@ windows=(g++-mingw-w64-x86-64-posix wine wine64)
 window=(xvfb openbox xauth x11-utils xdotool wmctrl imagemagick fonts-noto-core fonts-noto-cjk fonts-liberation
   fonts-dejavu-core)
 tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev python3 ntfs-3g xz-utils)
+coverage=(llvm)
 bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
 
 wanted=()
@@ -18,6 +19,7 @@ for group in "$@"; do
     windows) wanted+=("${windows[@]}") ;;
     window) wanted+=("${window[@]}") ;;
     tests) wanted+=("${tests[@]}") ;;
+    coverage) wanted+=("${coverage[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     *) echo "install_packages.sh: unknown group '$group'" >&2; exit 2 ;;
   esac

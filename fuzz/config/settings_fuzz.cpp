@@ -5,6 +5,7 @@
 
 #include "config/hotkeys.h"
 #include "config/language_setting.h"
+#include "config/palette.h"
 #include "config/ui_colors.h"
 #include "config/window_settings.h"
 #include "platform/text_file.h"
@@ -60,12 +61,22 @@ static void CheckHotkeys(std::u16string_view text) {
   if (again != expected) std::abort();
 }
 
+static void CheckHighlight(const ColorOverrides& colors) {
+  const Palette palette = WithOverrides(ThemeDefaults(colors.overrideSet[0]), colors);
+  const auto differ = [](Color a, Color b) { return std::abs(Luminance(a) - Luminance(b)); };
+  const Color wanted = palette.searchHit;
+  const Color taken = AdjustHighlightContrast(palette.textHit, wanted, palette.surface);
+  const bool isSeen = differ(palette.textHit, wanted) >= 26 && differ(palette.surface, wanted) >= 18;
+  if (taken > 0xFF'FFFF || (isSeen && taken != wanted)) std::abort();
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string text = DecodeText({reinterpret_cast<const char*>(data), size});
   CheckWindowSettings(text);
   CheckHotkeys(text);
   const ColorOverrides colors = ReadUiColors(text);
   if (ReadUiColors(UiColorsText(colors)) != colors) std::abort();
+  CheckHighlight(colors);
   const std::u16string language = ReadLanguageSetting(text);
   if (TrimText(language) != language || language.size() >= kTextLineLimit) std::abort();
   return 0;

@@ -5,51 +5,16 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <vector>
 
 #include "platform/bytes.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/usn_record.h"
+#include "support/mft_source.h"
 
 using namespace quilmark;
 
 namespace {
-
-constexpr uint64_t kClusterBytes = 4'096, kMftCluster = 4;
-
-// A boot sector of a volume as large as the input, and the input from the fourth cluster on. The first
-// record's runs say where the $MFT is: a seed has it at its own clusters, which mostly lie elsewhere, so
-// everything outside is read from the input again.
-class FuzzSource : public ByteSource {
- public:
-  explicit FuzzSource(std::span<const std::byte> mft) : mft_(mft), boot_(512) {
-    std::memcpy(boot_.data() + 3, "NTFS    ", 8);
-    StoreLe(std::span(boot_), 11, uint16_t{512});
-    StoreLe(std::span(boot_), 13, uint8_t{8});
-    StoreLe(std::span(boot_), 40, uint64_t{1} << 20);
-    StoreLe(std::span(boot_), 48, kMftCluster);
-    StoreLe(std::span(boot_), 56, kMftCluster);
-    StoreLe(std::span(boot_), 64, uint8_t{0xF6});
-    StoreLe(std::span(boot_), 68, uint8_t{1});
-    StoreLe(std::span(boot_), 510, uint16_t{0xAA55});
-  }
-  uint64_t Size() const override { return kMftCluster * kClusterBytes + mft_.size(); }
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
-    for (size_t i = 0; i < buffer.size(); ++i) buffer[i] = ByteAt(offset + i);
-    return buffer.size();
-  }
-
- private:
-  std::byte ByteAt(uint64_t at) const {
-    if (at < boot_.size()) return boot_[at];
-    if (mft_.empty()) return std::byte{0};
-    return mft_[(at - kMftCluster * kClusterBytes) % mft_.size()];
-  }
-
-  std::span<const std::byte> mft_;
-  std::vector<std::byte> boot_;
-};
 
 template <typename Input>
 VolumeDevice::Reply Ask(VolumeDevice& device, uint32_t code, const Input& input,
@@ -64,6 +29,22 @@ void ReadFacts(VolumeDevice& device, uint64_t reference) {
   if (!facts) return;
   if (std::max({facts->size, facts->modified, facts->created}) > INT64_MAX) std::abort();
   if (facts->isDirectory && facts->size != 0) std::abort();
+}
+
+void CheckRest(VolumeDevice& device) {
+  const uint32_t unknown = Ask(device, 0, std::array<uint64_t, 1>(), {}).error;
+  if (unknown != kErrorInvalidFunction) std::abort();
+  std::array<std::byte, 16> bytes;
+  if (device.ReadAt(3, bytes).bytes != bytes.size() || bytes[0] != std::byte{'N'}) std::abort();
+  // A journal of the volume stays; one that was made in memory goes, once.
+  const uint32_t first = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
+  const uint32_t second = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
+  const bool isKept = first == kErrorWriteProtect && second == kErrorWriteProtect;
+  if (!isKept && (first != 0 || second != kErrorJournalNotActive)) std::abort();
+  if (device.Close() != 0 || device.ReadAt(3, bytes).error != kErrorInvalidHandle) std::abort();
+  if (device.ReadFacts(0) || Ask(device, kFsctlEnumUsnData, bytes, {}).error != kErrorInvalidHandle) {
+    std::abort();
+  }
 }
 
 void Enumerate(VolumeDevice& device) {
@@ -105,7 +86,7 @@ void ReadJournal(VolumeDevice& device) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const auto device = OpenRawNtfs(std::make_unique<FuzzSource>(std::as_bytes(std::span(data, size))));
+  const auto device = OpenRawNtfs(std::make_unique<MftSource>(std::as_bytes(std::span(data, size))));
   if (device == nullptr) return 0;
   std::vector<std::byte> output(2'048);
   Ask(*device, kFsctlGetNtfsVolumeData, std::array<uint64_t, 0>(), output);
@@ -113,5 +94,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Ask(*device, kFsctlCreateUsnJournal, std::array<uint64_t, 2>(), {});
   Enumerate(*device);
   ReadJournal(*device);
+  CheckRest(*device);
   return 0;
 }

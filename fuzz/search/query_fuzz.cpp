@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "platform/files.h"
 #include "platform/text.h"
 #include "search/query.h"
 
@@ -81,6 +82,10 @@ void CheckPath(std::u16string_view text) {
   Require(path.size() <= 3 || path.back() != u'\\');
   // Quotes within quotes come off one pair a call, and blanks within quotes stay for one.
   if (IsTrimmed(path) && !IsQuoted(path)) Require(NormalizePathQuery(path) == path);
+
+  std::u16string folder = u"untouched";
+  const bool isFolder = IsExistingFolderQuery(text, folder);
+  Require(isFolder ? IsExistingFolder(folder) && path == folder : folder == u"untouched");
 
   Require(PathInDesktop(text, text) == !text.empty());
   if (path.empty()) return;

@@ -12,9 +12,10 @@
 
 namespace quilmark {
 
-// "X:" alone or followed by a separator.
+// "X:" alone or followed by a separator. "\:" is the host's own: a file whose name is a colon.
 inline bool IsDrivePath(std::u16string_view path) {
-  return path.size() >= 2 && path[1] == u':' && (path.size() == 2 || path[2] == u'\\');
+  return path.size() >= 2 && path[0] != u'\\' && path[1] == u':' &&
+         (path.size() == 2 || path[2] == u'\\');
 }
 
 // The root of a mapped letter, shared instead of copied; null without a mapping. Any thread.

@@ -29,17 +29,24 @@ size_t ReadWhole(const SectorReader& read, uint64_t offset, std::span<std::byte>
 
 size_t ReadBySectors(const SectorReader& read, uint64_t offset, std::span<std::byte> buffer,
                      std::vector<std::byte>& scratch) {
+  if (buffer.empty()) return 0;
   if (offset % kBlockBytes == 0 && buffer.size() % kBlockBytes == 0) {
     return ReadWhole(read, offset, buffer);
   }
-  const uint64_t start = offset / kBlockBytes * kBlockBytes;
-  const auto before = static_cast<size_t>(offset - start);
-  scratch.resize((before + buffer.size() + kBlockBytes - 1) / kBlockBytes * kBlockBytes);
-  const size_t got = ReadWhole(read, start, scratch);
-  if (got <= before) return 0;
-  const size_t count = std::min(got - before, buffer.size());
-  std::memcpy(buffer.data(), scratch.data() + before, count);
-  return count;
+  // Sector by sector as well: a bad one in front of those that are wanted must not cost them.
+  for (const size_t unit : {kBlockBytes, kLeastSectorBytes}) {
+    const uint64_t start = offset / unit * unit;
+    const auto before = static_cast<size_t>(offset - start);
+    scratch.resize((before + buffer.size() + unit - 1) / unit * unit);
+    const size_t got = ReadWhole(read, start, scratch);
+    if (got > before) {
+      const size_t count = std::min(got - before, buffer.size());
+      std::memcpy(buffer.data(), scratch.data() + before, count);
+      return count;
+    }
+    if (before - got < kLeastSectorBytes) return 0;  // the first that is wanted is the bad one
+  }
+  return 0;
 }
 
 }  // namespace quilmark

@@ -55,6 +55,23 @@ TEST(SectorReads, TheLastSectorsOfADeviceThatEndsWithinABlockAreRead) {
   EXPECT_EQ(device.refused, 0u);
 }
 
+TEST(SectorReads, NothingIsReadIntoNoMemory) {
+  StrictDevice device(4 * 4'096, 512);
+  for (const size_t offset : {0u, 700u, 4'096u, 100'000u}) {
+    SCOPED_TRACE(offset);
+    EXPECT_TRUE(device.Get(offset, 0).empty());
+  }
+}
+
+TEST(SectorReads, ABadSectorInFrontOfTheWantedOnesDoesNotCostThem) {
+  StrictDevice device(4 * 4'096, 512);
+  device.badPlace = 4'096 + 10;
+  EXPECT_EQ(device.Get(4'096 + 512, 300), device.Part(4'608, 4'908));
+  EXPECT_EQ(device.Get(4'096 + 3'000, 2'000), device.Part(7'096, 9'096));
+  EXPECT_TRUE(device.Get(4'096 + 511, 300).empty());
+  EXPECT_EQ(device.refused, 0u);
+}
+
 TEST(SectorReads, ADeviceOfLargeSectorsIsReadInThem) {
   StrictDevice device(4 * 4'096, 4'096);
   EXPECT_EQ(device.Get(100, 5'000), device.Part(100, 5'100));

@@ -1,0 +1,30 @@
+// Any text of the editor and any name: what is renamed to is a name that every system takes, and asking
+// again changes nothing; what is selected at first lies within the name.
+#include "shell/rename_text.h"
+
+#include "platform/utf.h"
+#include "search/query.h"
+#include "support/fuzz_input.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace quilmark;
+  FuzzInput input = InputOf(data, size);
+  const std::u16string oldName = FromUtf8(input.TakeLine()), typed = UnitsOf(input.rest);
+  std::u16string text = typed;
+  const RenameStep step = CheckRename(oldName, text);
+  Require(typed.find(text) != typed.npos);
+  if (step == RenameStep::kClose) Require(text.empty() || text == oldName);
+  if (step == RenameStep::kRename) {
+    Require(!text.empty() && text != oldName && text.find_last_not_of(u" .") == text.size() - 1);
+    Require(text.find_first_of(u"\\/:*?\"<>|") == text.npos && text.front() != u' ');
+    std::u16string again = text;
+    Require(CheckRename(oldName, again) == step && again == text);
+    // Under a name that is no device's, neither is the same name with an extension.
+    Require(CheckRename(oldName, again += u".x") != RenameStep::kInvalid);
+  }
+
+  const size_t stem = SelectedStem(typed, false);
+  Require(stem == typed.size() || (typed[stem] == u'.' && typed.find(u'.', stem + 1) == typed.npos));
+  Require(SelectedStem(typed, true) == typed.size());
+  return 0;
+}
