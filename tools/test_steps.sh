@@ -96,9 +96,11 @@ run_fuzz_target() {
   local corpus="build/fuzz-corpus/$name" seeds="fuzz/corpus/$name"
   mkdir -p "$corpus"
   [ -d "$seeds" ] || seeds=
-  [ "$name" != ntfs_volume_fuzz ] || tools/ntfs_seeds.sh "$corpus"
+  case $name in
+    ntfs_volume_fuzz | mft_facts_fuzz | volume_build_fuzz) tools/ntfs_seeds.sh "$corpus" ;;
+  esac
   # shellcheck disable=SC2086
-  if timed "$log" "$log.times" "$target" -max_total_time=4 -rss_limit_mb=2048 -print_final_stats=1 \
+  if timed "$log" "$log.times" "$target" -max_total_time=2 -rss_limit_mb=2048 -print_final_stats=1 \
     "-artifact_prefix=$logs/" "$corpus" $seeds; then
     echo "1 0"
     echo "   $name: $(sed -n 's/stat::number_of_executed_units: *//p' "$log") inputs"
