@@ -174,7 +174,7 @@ TEST_F(RandomFilters, CountWhatThePlainTestCounts) {
     context = MakeFilterContext(context.settings, NowFileTime());
     const FilterTable& table = *context.categories;
     const bool hasPresets = context.settings.HasSizeOrTime();
-    FilterCounts expected{.rows = std::vector<uint64_t>(table.size())};
+    FilterCounts expected{.byCategory = std::vector<uint64_t>(table.size())};
     for (const MatchItem& row : rows) {
       if (row.volume == nullptr || row.index >= row.volume->records.size()) continue;
       const FileRecord& record = row.volume->records[row.index];
@@ -184,17 +184,17 @@ TEST_F(RandomFilters, CountWhatThePlainTestCounts) {
       if (acts && !record.isDirectory && !known) expected.isIncomplete = true;
       if (hasPresets && record.isDirectory) continue;
       if (acts && (!known || !PassesPresets(context, known->size, known->modified))) continue;
-      ++expected.rows[0];
+      ++expected.byCategory[0];
       for (size_t i = 1; i < table.size(); ++i) {
         const bool belongs =
             record.isDirectory ? IsFolderCategory(table[i]) : IsOfCategory(table[i], NameOf(record));
-        expected.rows[i] += belongs ? 1 : 0;
+        expected.byCategory[i] += belongs ? 1 : 0;
       }
     }
     const FilterCounts actual = UpdateFilterCounts(context.settings);
-    ASSERT_EQ(actual.rows, expected.rows) << round;
+    ASSERT_EQ(actual.byCategory, expected.byCategory) << round;
     ASSERT_EQ(actual.isIncomplete, expected.isIncomplete) << round;
-    passing += actual.rows[0];
+    passing += actual.byCategory[0];
   }
   EXPECT_GT(passing, rows.size());
 }
