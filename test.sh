@@ -16,10 +16,11 @@ case ${1:-} in
     part=${1#--}
     shift
     ;;
-  -*) sed -n '2,10s/^# //p' "$0" >&2; exit 2 ;;
+  --help) sed -n '2,9s/^# //p' "$0"; exit ;;
+  -*) sed -n '2,9s/^# //p' "$0" >&2; exit 2 ;;
 esac
 filter=${1:-}
-[ $# -le 1 ] || { sed -n '2,10s/^# //p' "$0" >&2; exit 2; }
+[ $# -le 1 ] || { sed -n '2,9s/^# //p' "$0" >&2; exit 2; }
 
 # shellcheck source=tools/test_steps.sh
 source tools/test_steps.sh
