@@ -11,6 +11,19 @@ target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/t
 target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_main)
 target_compile_definitions(quilmark_test_support PRIVATE QUILMARK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 
+# The file calls of a test program go through tests/support/system_faults.h.
+if(WIN32)
+  set(wrapped_calls CreateFileW ReadFile WriteFile SetFilePointerEx SetFileInformationByHandle FlushFileBuffers GetFileSizeEx
+    GetFileAttributesW GetFileAttributesExW CreateDirectoryW DeleteFileW FindFirstFileExW FindNextFileW FindClose
+    DeviceIoControl CloseHandle)
+  list(TRANSFORM wrapped_calls PREPEND __imp_)
+else()
+  set(wrapped_calls openat close read write pread pwrite lseek ftruncate fsync fstat fstatat fstatfs statx mkdirat unlinkat
+    getcwd syscall)
+endif()
+list(TRANSFORM wrapped_calls PREPEND "-Wl,--wrap=")
+target_link_options(quilmark_test_support PUBLIC ${wrapped_calls} -Wl,--undefined=quilmark_wrapped_calls)
+
 function(quilmark_tests name)
   set(system posix)
   if(WIN32)

@@ -5,6 +5,7 @@
 
 #include "config/config_directory.h"
 #include "config/extension_list.h"
+#include "config/settings_file.h"
 #include "config/translate.h"
 #include "platform/files.h"
 #include "platform/locks.h"
@@ -32,24 +33,28 @@ constexpr DefaultRow kDefaultRows[] = {
 OrderedLock tableLock{LockRank::kLeaf, "filter categories"};
 std::shared_ptr<const FilterTable> table = std::make_shared<FilterTable>(DefaultCategories(false));
 
-std::u16string LanguagePath(std::u16string_view language) {
-  if (language.empty()) return ConfigPath(u"filters.ini");
+constexpr std::u16string_view kMainFile = u"filters.ini", kBackupFile = u"filters.bak";
+
+std::u16string LanguageFile(std::u16string_view language) {
+  if (language.empty()) return std::u16string(kMainFile);
   std::u16string folded = FoldText(language);
   std::replace(folded.begin(), folded.end(), u' ', u'_');
-  return ConfigPath(u"filters." + folded + u".ini");
+  return u"filters." + folded + u".ini";
 }
 
 // Empty where the file cannot be read or has no row.
-FilterTable ReadTable(const std::u16string& path) {
-  return ReadCategories(ReadTextFile(path).value_or(u""));
+FilterTable ReadTable(std::u16string_view name) { return ReadCategories(ReadSettingsFile(name)); }
+
+// Nothing over a file that is there and could not be read.
+bool WriteTable(std::u16string_view name, const FilterTable& rows) {
+  return WriteSettingsFile(name, CategoriesText(rows));
 }
 
-void WriteTable(const std::u16string& path, const FilterTable& rows) {
-  WriteTextFile(path, CategoriesText(rows));
-}
-
-void CopyToBackup(const std::u16string& path) {
-  if (const auto bytes = ReadFileBytes(path)) WriteFileBytes(ConfigPath(u"filters.bak"), *bytes);
+// Copies the file if it holds `rows`, and not what a write left that failed on the way.
+void CopyToBackup(std::u16string_view name, const FilterTable& rows) {
+  const auto bytes = ReadFileBytes(ConfigPath(name));
+  if (bytes && ReadCategories(DecodeText(*bytes)) == rows)
+    WriteFileBytes(ConfigPath(kBackupFile), *bytes);
 }
 
 // A file that another language has left behind.
@@ -65,19 +70,12 @@ bool AddFolderRow(FilterTable& rows) {
   return true;
 }
 
-void EnsureFolderRow(FilterTable& rows, const std::u16string& path) {
-  if (AddFolderRow(rows)) WriteTable(path, rows);
-}
-
 // The table of a file that was read well, with what it lacks.
-FilterTable Adopt(FilterTable rows, const std::u16string& path, bool chinese) {
-  if (IsLeftover(rows, chinese)) {
-    rows = DefaultCategories(chinese);
-    WriteTable(path, rows);
-  } else {
-    EnsureFolderRow(rows, path);
-  }
-  CopyToBackup(path);
+FilterTable Adopt(const FilterTable& read, std::u16string_view name, bool chinese) {
+  FilterTable rows = IsLeftover(read, chinese) ? DefaultCategories(chinese) : read;
+  AddFolderRow(rows);
+  const bool isKept = rows == read || WriteTable(name, rows);
+  CopyToBackup(name, isKept ? rows : read);
   return rows;
 }
 
@@ -129,24 +127,24 @@ void InstallCategories(FilterTable rows) {
 }
 
 void LoadFilterCategories(std::u16string_view language, bool chinese) {
-  const std::u16string primary = LanguagePath(language), main = ConfigPath(u"filters.ini");
-  for (const std::u16string& path : {primary, main}) {
-    if (FilterTable rows = ReadTable(path); !rows.empty()) {
-      return InstallCategories(Adopt(std::move(rows), path, chinese));
+  const std::u16string primary = LanguageFile(language);
+  for (const std::u16string_view name : {std::u16string_view(primary), kMainFile}) {
+    if (const FilterTable rows = ReadTable(name); !rows.empty()) {
+      return InstallCategories(Adopt(rows, name, chinese));
     }
   }
-  FilterTable rows = ReadTable(ConfigPath(u"filters.bak"));
+  FilterTable rows = ReadTable(kBackupFile);
   if (rows.empty()) rows = DefaultCategories(chinese);
+  AddFolderRow(rows);
   WriteTable(primary, rows);
-  EnsureFolderRow(rows, primary);
   InstallCategories(std::move(rows));
 }
 
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
   FilterTable rows;
-  for (const std::u16string& path :
-       {LanguagePath(language), ConfigPath(u"filters.ini"), ConfigPath(u"filters.bak")}) {
-    if (rows.empty()) rows = ReadTable(path);
+  const std::u16string primary = LanguageFile(language);
+  for (const std::u16string_view name : {std::u16string_view(primary), kMainFile, kBackupFile}) {
+    if (rows.empty()) rows = ReadTable(name);
   }
   if (rows.empty()) rows = DefaultCategories(chinese);
   AddFolderRow(rows);
