@@ -18,9 +18,11 @@ std::u16string ReadSettingsFile(std::u16string_view name) {
   const std::u16string path = ConfigPath(name);
   UnreadFiles().erase(path);
   if (auto text = ReadTextFile(path)) return std::move(*text);
-  if (!IsMissingPath(path)) UnreadFiles().insert(path);
+  if (!IsMissingPath(path) && !IsExistingFolder(path)) UnreadFiles().insert(path);
   return {};
 }
+
+bool IsUnreadSettingsFile(std::u16string_view name) { return UnreadFiles().contains(ConfigPath(name)); }
 
 bool WriteSettingsFile(std::u16string_view name, std::u16string_view text) {
   const std::u16string path = ConfigPath(name);

@@ -11,6 +11,9 @@ namespace quilmark {
 // holds the user's choices, and the program its defaults.
 std::u16string ReadSettingsFile(std::u16string_view name);
 
+// True for such a file.
+bool IsUnreadSettingsFile(std::u16string_view name);
+
 // False where it is left alone, and on any failure.
 bool WriteSettingsFile(std::u16string_view name, std::u16string_view text);
 

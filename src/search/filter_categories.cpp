@@ -134,9 +134,12 @@ void LoadFilterCategories(std::u16string_view language, bool chinese) {
     }
   }
   FilterTable rows = ReadTable(kBackupFile);
+  // The defaults must not come before a table that can be read the next time.
+  const bool isKept =
+      !rows.empty() || (!IsUnreadSettingsFile(kMainFile) && !IsUnreadSettingsFile(kBackupFile));
   if (rows.empty()) rows = DefaultCategories(chinese);
   AddFolderRow(rows);
-  WriteTable(primary, rows);
+  if (isKept) WriteTable(primary, rows);
   InstallCategories(std::move(rows));
 }
 

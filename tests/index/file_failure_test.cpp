@@ -70,13 +70,15 @@ TEST_P(VolumeFileFailures, AWalkKeepsWhatItCouldRead) {
 }
 
 TEST_P(VolumeFileFailures, AnImageGivesTheFilesThatCouldBeReadAndIsClosed) {
-  constexpr uint64_t kRoot = MakeReference(kRootRecord, 1);
-  folder.MakeFile("disk.img", NtfsVolumeBuilder()
-                                  .Folder(20, kRoot, u"Docs")
-                                  .File(21, MakeReference(20, 1), u"a.txt")
-                                  .File(22, MakeReference(20, 1), u"b.txt")
-                                  .Journal(7, 0, Bytes(4'096))
-                                  .Image());
+  constexpr uint64_t kRoot = MakeReference(5, 1);
+  std::string image = NtfsVolumeBuilder()
+                          .Folder(20, kRoot, u"Docs")
+                          .File(21, MakeReference(20, 1), u"a.txt")
+                          .File(22, MakeReference(20, 1), u"b.txt")
+                          .Journal(7, 0, Bytes(4'096))
+                          .Image();
+  image.resize(1'010 * kBuiltClusterBytes);  // nothing stands behind the journal
+  folder.MakeFile("disk.img", image);
   const MappedDrive drive(u'N', folder.PathOf(u"disk.img"));
   Names whole;
   {

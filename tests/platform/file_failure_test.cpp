@@ -37,14 +37,12 @@ INSTANTIATE_TEST_SUITE_P(Each, FileFailures, testing::ValuesIn(kAllFaultKinds));
 TEST_P(FileFailures, AFileIsReadWholeOrNotAtAll) {
   const std::string bytes(100'000, 'b');
   folder.MakeFile("a.txt", bytes);
-  const int failed = FailEachCall(GetParam(), [&](const auto& failing) {
+  FailEachCall(GetParam(), [&](const auto& failing) {
     std::optional<std::string> read;
     const bool hasFailed = failing([&] { read = ReadFileBytes(path); });
     EXPECT_EQ(read.has_value(), !hasFailed);
     EXPECT_TRUE(!read || *read == bytes);
   });
-  if (GetParam() != FaultKind::kFull)
-    EXPECT_EQ(failed, 4) << "it is opened, asked for its size, read, and found to be at its end";
 }
 
 TEST_P(FileFailures, ARewriteLeavesTheFormerBytesTheNewOnesOrBoth) {
@@ -63,6 +61,15 @@ TEST_P(FileFailures, ARewriteLeavesTheFormerBytesTheNewOnesOrBoth) {
       });
     }
   }
+}
+
+TEST(SystemFaults, ReachEachCallOfAReader) {
+  const ScratchFolder folder;
+  folder.MakeFile("a.txt", "x");
+  const int failed = FailEachCall(FaultKind::kOnce, [&](const auto& failing) {
+    failing([&] { ReadFileBytes(folder.PathOf(u"a.txt")); });
+  });
+  EXPECT_EQ(failed, 4) << "the file is opened, asked for its size, read, and found to end there";
 }
 
 TEST(FileRewrites, ADiskThatIsFullLeavesTheFormerBytes) {
@@ -86,7 +93,7 @@ TEST_P(FileFailures, AMarkedFileIsWholeWhereItsMarkIs) {
       EXPECT_EQ(isWritten, !hasFailed);
       const std::string now = BytesNow();
       EXPECT_TRUE(!isWritten || now == after) << now;
-      if (now.starts_with("MARK")) EXPECT_TRUE(now == before || now == after) << now;
+      EXPECT_TRUE(!now.starts_with("MARK") || now == before || now == after) << now;
     });
   }
 }
@@ -109,7 +116,8 @@ TEST_P(FileFailures, AFileThatCannotBeAskedForIsNeitherThereNorMissing) {
   folder.MakeFile("a.txt", "x");
   FailEachCall(GetParam(), [&](const auto& failing) {
     bool isThere = false;
-    EXPECT_EQ(failing([&] { isThere = IsExistingPath(path); }), !isThere);
+    const bool hasFailed = failing([&] { isThere = IsExistingPath(path); });
+    EXPECT_EQ(isThere, !hasFailed);
   });
   FailEachCall(GetParam(), [&](const auto& failing) {
     bool isMissing = true;
@@ -119,11 +127,13 @@ TEST_P(FileFailures, AFileThatCannotBeAskedForIsNeitherThereNorMissing) {
   FailEachCall(GetParam(), [&](const auto& failing) {
     bool isMissing = true;
     const std::u16string other = folder.PathOf(u"none");
-    EXPECT_EQ(failing([&] { isMissing = IsMissingPath(other); }), !isMissing);
+    const bool hasFailed = failing([&] { isMissing = IsMissingPath(other); });
+    EXPECT_EQ(isMissing, !hasFailed);
   });
   FailEachCall(GetParam(), [&](const auto& failing) {
     bool isFolder = false;
-    EXPECT_EQ(failing([&] { isFolder = IsExistingFolder(folder.Path()); }), !isFolder);
+    const bool hasFailed = failing([&] { isFolder = IsExistingFolder(folder.Path()); });
+    EXPECT_EQ(isFolder, !hasFailed);
   });
 }
 
@@ -141,7 +151,8 @@ TEST_P(FileFailures, AFileIsRemovedOrSaidNotToBe) {
   FailEachCall(GetParam(), [&](const auto& failing) {
     folder.MakeFile("a.txt", "x");
     bool isRemoved = false;
-    EXPECT_EQ(failing([&] { isRemoved = RemoveFile(path); }), !isRemoved);
+    const bool hasFailed = failing([&] { isRemoved = RemoveFile(path); });
+    EXPECT_EQ(isRemoved, !hasFailed);
     EXPECT_EQ(IsMissingPath(path), isRemoved);
   });
 }
@@ -153,7 +164,7 @@ TEST_P(FileFailures, AFolderKeepsWhatWasReadOfIt) {
     FolderListing listing;
     bool isWhole = false;
     const bool hasFailed = failing([&] { isWhole = ListFolder(folder.Path(), listing); });
-    EXPECT_EQ(isWhole, !hasFailed);
+    EXPECT_TRUE(hasFailed || isWhole);
     EXPECT_LE(listing.entries.size(), kNames);
     EXPECT_TRUE(!isWhole || listing.entries.size() == kNames);
     for (const FolderEntry& entry : listing.entries) {

@@ -41,13 +41,13 @@ TEST(ApplyFixups, TakesWholeSectorsAlone) {
 }
 
 TEST(ApplyFixups, TakesAsManyAsThereAreSectorsFromWithinTheBlock) {
-  for (const uint16_t count : {0, 1, 2, 4, 0xFFFF}) {
-    Bytes block = Block(1'024, count);
+  for (const unsigned count : {0u, 1u, 2u, 4u, 0xFFFFu}) {
+    Bytes block = Block(1'024, static_cast<uint16_t>(count));
     EXPECT_FALSE(ApplyFixups(block)) << count;
   }
-  for (const uint16_t offset : {1'019, 1'022, 1'024, 0xFFFF}) {
+  for (const unsigned offset : {1'019u, 1'022u, 1'024u, 0xFFFFu}) {
     Bytes block = Block(1'024, 3);
-    StoreLe(std::span(block), 4, offset);
+    StoreLe(std::span(block), 4, static_cast<uint16_t>(offset));
     EXPECT_FALSE(ApplyFixups(block)) << offset;
   }
 }
