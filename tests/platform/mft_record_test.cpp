@@ -67,12 +67,11 @@ TEST(MftRecord, BytesThatEndInTheHeaderAreNoRecord) {
   EXPECT_TRUE(ParseRecordHeader(std::span(whole).first(42)));
 }
 
-// The record that a record's bytes hold, cut to its used bytes so that nothing lies behind them.
+// The used bytes of a record in a block of their own, so that a read behind them is seen.
 Bytes Used(const RecordBuilder& builder) {
   Bytes record = builder.Finish({});
   EXPECT_TRUE(ApplyFixups(record));
-  record.resize(LoadLe<uint32_t>(record, 24));
-  return record;
+  return Bytes(record.begin(), record.begin() + LoadLe<uint32_t>(record, 24));
 }
 
 size_t FirstOf(std::span<const std::byte> record) { return ParseRecordHeader(record)->firstAttribute; }
