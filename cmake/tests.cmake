@@ -38,6 +38,19 @@ set(busy_tests
   tests/support/volumes.cpp)
 set_source_files_properties(${busy_tests} PROPERTIES COMPILE_OPTIONS -O1 SKIP_PRECOMPILE_HEADERS ON)
 
+# The file calls of a test program go through tests/support/system_faults.h.
+if(WIN32)
+  set(wrapped_calls CreateFileW ReadFile WriteFile SetFilePointerEx SetFileInformationByHandle FlushFileBuffers GetFileSizeEx
+    GetFileAttributesW GetFileAttributesExW CreateDirectoryW DeleteFileW FindFirstFileExW FindNextFileW FindClose
+    DeviceIoControl CloseHandle)
+  list(TRANSFORM wrapped_calls PREPEND __imp_)
+else()
+  set(wrapped_calls openat close read write pread pwrite lseek ftruncate fsync fstat fstatat fstatfs statx mkdirat unlinkat
+    getcwd syscall)
+endif()
+list(TRANSFORM wrapped_calls PREPEND "-Wl,--wrap=")
+target_link_options(quilmark_test_support PUBLIC ${wrapped_calls} -Wl,--undefined=quilmark_wrapped_calls)
+
 target_precompile_headers(quilmark_test_support PRIVATE tests/support/precompiled.h)
 
 # A test program of the given sources. What the product and the tests both instantiate the linker takes from whoever

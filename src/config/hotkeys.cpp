@@ -1,6 +1,6 @@
 #include "config/hotkeys.h"
 
-#include "config/config_directory.h"
+#include "config/settings_file.h"
 #include "config/settings_lines.h"
 #include "platform/format.h"
 
@@ -8,7 +8,7 @@ namespace quilmark {
 
 namespace {
 
-std::u16string FilePath() { return ConfigPath(u"hotkey.ini"); }
+constexpr std::u16string_view kFileName = u"hotkey.ini";
 
 struct Row {
   std::u16string_view key;
@@ -40,8 +40,8 @@ std::u16string HotkeysText(const HotkeyConfig& hotkeys) {
   return text;
 }
 
-HotkeyConfig LoadHotkeys() { return ReadHotkeys(ReadTextFile(FilePath()).value_or(u"")); }
+HotkeyConfig LoadHotkeys() { return ReadHotkeys(ReadSettingsFile(kFileName)); }
 
-void SaveHotkeys(const HotkeyConfig& hotkeys) { WriteTextFile(FilePath(), HotkeysText(hotkeys)); }
+void SaveHotkeys(const HotkeyConfig& hotkeys) { WriteSettingsFile(kFileName, HotkeysText(hotkeys)); }
 
 }  // namespace quilmark

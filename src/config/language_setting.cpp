@@ -1,12 +1,12 @@
 #include "config/language_setting.h"
 
-#include "config/config_directory.h"
+#include "config/settings_file.h"
 #include "config/settings_lines.h"
 #include "platform/format.h"
 
 namespace quilmark {
 
-static std::u16string FilePath() { return ConfigPath(u"language.ini"); }
+static constexpr std::u16string_view kFileName = u"language.ini";
 
 std::u16string ReadLanguageSetting(std::u16string_view text) {
   TextLines lines{text};
@@ -16,12 +16,10 @@ std::u16string ReadLanguageSetting(std::u16string_view text) {
   return {};
 }
 
-std::u16string LoadLanguageSetting() {
-  return ReadLanguageSetting(ReadTextFile(FilePath()).value_or(u""));
-}
+std::u16string LoadLanguageSetting() { return ReadLanguageSetting(ReadSettingsFile(kFileName)); }
 
 void SaveLanguageSetting(std::u16string_view code) {
-  WriteTextFile(FilePath(), FormatText(u"lang=%s\n", code));
+  WriteSettingsFile(kFileName, FormatText(u"lang=%s\n", code));
 }
 
 }  // namespace quilmark

@@ -1,6 +1,6 @@
 #include "config/ui_colors.h"
 
-#include "config/config_directory.h"
+#include "config/settings_file.h"
 #include "config/settings_lines.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -38,7 +38,7 @@ int activePreset = -1;
 
 namespace {
 
-std::u16string FilePath() { return ConfigPath(u"ui_colors.ini"); }
+constexpr std::u16string_view kFileName = u"ui_colors.ini";
 
 constexpr std::u16string_view kHeading =
     u"# Custom UI colors (hex RRGGBB). Use Reset in Settings to restore theme defaults.\n"
@@ -75,9 +75,9 @@ std::u16string UiColorsText(const ColorOverrides& overrides) {
   return text;
 }
 
-void LoadUiColors() { CurrentOverrides = ReadUiColors(ReadTextFile(FilePath()).value_or(u"")); }
+void LoadUiColors() { CurrentOverrides = ReadUiColors(ReadSettingsFile(kFileName)); }
 
-void SaveUiColors() { WriteTextFile(FilePath(), UiColorsText(CurrentOverrides)); }
+void SaveUiColors() { WriteSettingsFile(kFileName, UiColorsText(CurrentOverrides)); }
 
 void ResetUiColors() {
   activePreset = -1;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "config/config_directory.h"
 #include "config/extension_list.h"
+#include "config/settings_file.h"
 #include "config/settings_lines.h"
 #include "platform/format.h"
 #include "platform/mul_div.h"
@@ -54,7 +54,7 @@ constexpr FlagRow kFlagRows[] = {
     {u"tableGridLines", &WindowSettings::tableGridLines},
 };
 
-std::u16string FilePath() { return ConfigPath(u"window.ini"); }
+constexpr std::u16string_view kFileName = u"window.ini";
 
 int DpiOr96(int dpi) { return dpi == 0 ? kUsualDpi : dpi; }
 
@@ -155,7 +155,7 @@ std::u16string WindowSettingsText(const WindowSettings& settings, const WindowPl
 void LoadWindowSettings(int& width, int& height, int dpi) {
   WindowSettings settings;
   WindowSize size = {width, height};
-  if (const auto text = ReadTextFile(FilePath())) ReadWindowSettings(*text, size, settings);
+  ReadWindowSettings(ReadSettingsFile(kFileName), size, settings);
 
   const auto scaled = [dpi](int pixels) { return MulDiv(pixels, DpiOr96(dpi), kUsualDpi); };
   width = scaled(size.width);
@@ -165,7 +165,7 @@ void LoadWindowSettings(int& width, int& height, int dpi) {
 }
 
 void SaveWindowSettings(const std::optional<WindowPlacement>& placement) {
-  if (placement) WriteTextFile(FilePath(), WindowSettingsText(CurrentWindowSettings, *placement));
+  if (placement) WriteSettingsFile(kFileName, WindowSettingsText(CurrentWindowSettings, *placement));
 }
 
 }  // namespace quilmark

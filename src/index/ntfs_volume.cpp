@@ -149,24 +149,18 @@ void FillTables(VolumeIndex& volume, VolumeDevice& device) {
   Enumerate(volume, device, range);
 }
 
-// In one hold, so that a stop finds all of it or nothing.
+// In one hold, so that a stop finds all of it or nothing. The build has joined the monitor before.
 void StartMonitor(VolumeIndex& volume) {
-  std::thread former;  // one that has ended by itself
-  {
-    const std::scoped_lock lock(volume.deviceLock);
-    if (volume.monitorRunning) return;
-    former.swap(volume.monitorThread);
-    const auto wanted = std::make_shared<std::atomic<bool>>(true);
-    volume.monitorRunning = true;
-    try {
-      volume.monitorThread = std::thread([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
-    } catch (...) {
-      volume.monitorRunning = false;
-      throw;
-    }
-    volume.monitorWanted = wanted;
+  const std::scoped_lock lock(volume.deviceLock);
+  const auto wanted = std::make_shared<std::atomic<bool>>(true);
+  volume.monitorRunning = true;
+  try {
+    volume.monitorThread = std::thread([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+  } catch (...) {
+    volume.monitorRunning = false;
+    throw;
   }
-  if (former.joinable()) former.join();
+  volume.monitorWanted = wanted;
 }
 
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {

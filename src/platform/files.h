@@ -5,6 +5,7 @@
 // utf.h.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -42,6 +43,10 @@ bool ListFolder(std::u16string_view path, FolderListing& listing);
 // A file or folder of that name, or a link whose target is gone.
 bool IsExistingPath(std::u16string_view path);
 
+// True only where the system says that nothing has that name, or that there is no such folder for it:
+// what cannot be asked for is not missing.
+bool IsMissingPath(std::u16string_view path);
+
 // Follows links.
 bool IsExistingFolder(std::u16string_view path);
 
@@ -51,8 +56,14 @@ bool MakeFolder(std::u16string_view path);
 // The whole file; empty if it cannot be opened or read, or is longer than `limit`.
 std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit = 64u << 20);
 
-// Rewrites the file on its own name, or makes it. False on any failure.
+// Rewrites the file on its own name, or makes it: over what stands there, then cut to length, then
+// flushed to the disk. Where that ends early the file holds parts of both, each at its place, and is
+// never empty if it was not before; a disk that is full leaves it as it was. False on any failure.
 bool WriteFileBytes(std::u16string_view path, std::string_view bytes);
+
+// The same for bytes that are worth nothing in part: the first `markBytes` of the file, which must not
+// be longer than `bytes`, are zeros until all the others are on the disk.
+bool WriteMarkedFileBytes(std::u16string_view path, std::string_view bytes, size_t markBytes);
 
 // Appends in one write, behind `firstBytes` if the file is new or empty. False on any failure.
 bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes);

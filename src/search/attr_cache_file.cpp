@@ -138,7 +138,7 @@ void Save(SearchEngine& engine) {
     entries += volumes.back().entries.size();
   }
   const std::string bytes = AttrCacheBytes(volumes);
-  if (!WriteFileBytes(FilePath(), bytes)) return;
+  if (!WriteMarkedFileBytes(FilePath(), bytes, kFileHeader)) return;
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
   if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;

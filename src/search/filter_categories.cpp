@@ -5,6 +5,7 @@
 
 #include "config/config_directory.h"
 #include "config/extension_list.h"
+#include "config/settings_file.h"
 #include "config/translate.h"
 #include "platform/files.h"
 #include "platform/locks.h"
@@ -32,24 +33,28 @@ constexpr DefaultCategory kDefaultCategories[] = {
 OrderedLock tableLock{LockRank::kLeaf, "filter categories"};
 std::shared_ptr<const FilterTable> table = std::make_shared<FilterTable>(DefaultCategories(false));
 
-std::u16string LanguagePath(std::u16string_view language) {
-  if (language.empty()) return ConfigPath(u"filters.ini");
+constexpr std::u16string_view kMainFile = u"filters.ini", kBackupFile = u"filters.bak";
+
+std::u16string LanguageFile(std::u16string_view language) {
+  if (language.empty()) return std::u16string(kMainFile);
   std::u16string folded = FoldText(language);
   std::replace(folded.begin(), folded.end(), u' ', u'_');
-  return ConfigPath(u"filters." + folded + u".ini");
+  return u"filters." + folded + u".ini";
 }
 
 // Empty where the file cannot be read or has no category.
-FilterTable ReadTable(const std::u16string& path) {
-  return ReadCategories(ReadTextFile(path).value_or(u""));
+FilterTable ReadTable(std::u16string_view name) { return ReadCategories(ReadSettingsFile(name)); }
+
+// Nothing over a file that is there and could not be read.
+bool WriteTable(std::u16string_view name, const FilterTable& categories) {
+  return WriteSettingsFile(name, CategoriesText(categories));
 }
 
-void WriteTable(const std::u16string& path, const FilterTable& categories) {
-  WriteTextFile(path, CategoriesText(categories));
-}
-
-void CopyToBackup(const std::u16string& path) {
-  if (const auto bytes = ReadFileBytes(path)) WriteFileBytes(ConfigPath(u"filters.bak"), *bytes);
+// Copies the file if it holds `categories`, and not what a write left that failed on the way.
+void CopyToBackup(std::u16string_view name, const FilterTable& categories) {
+  const auto bytes = ReadFileBytes(ConfigPath(name));
+  if (bytes && ReadCategories(DecodeText(*bytes)) == categories)
+    WriteFileBytes(ConfigPath(kBackupFile), *bytes);
 }
 
 // A file that another language has left behind.
@@ -65,19 +70,12 @@ bool AddFolderCategory(FilterTable& categories) {
   return true;
 }
 
-void EnsureFolderCategory(FilterTable& categories, const std::u16string& path) {
-  if (AddFolderCategory(categories)) WriteTable(path, categories);
-}
-
 // The table of a file that was read well, with what it lacks.
-FilterTable Adopt(FilterTable categories, const std::u16string& path, bool chinese) {
-  if (IsLeftover(categories, chinese)) {
-    categories = DefaultCategories(chinese);
-    WriteTable(path, categories);
-  } else {
-    EnsureFolderCategory(categories, path);
-  }
-  CopyToBackup(path);
+FilterTable Adopt(const FilterTable& read, std::u16string_view name, bool chinese) {
+  FilterTable categories = IsLeftover(read, chinese) ? DefaultCategories(chinese) : read;
+  AddFolderCategory(categories);
+  const bool isKept = categories == read || WriteTable(name, categories);
+  CopyToBackup(name, isKept ? categories : read);
   return categories;
 }
 
@@ -129,24 +127,27 @@ void InstallCategories(FilterTable categories) {
 }
 
 void LoadFilterCategories(std::u16string_view language, bool chinese) {
-  const std::u16string primary = LanguagePath(language), main = ConfigPath(u"filters.ini");
-  for (const std::u16string& path : {primary, main}) {
-    if (FilterTable categories = ReadTable(path); !categories.empty()) {
-      return InstallCategories(Adopt(std::move(categories), path, chinese));
+  const std::u16string primary = LanguageFile(language);
+  for (const std::u16string_view name : {std::u16string_view(primary), kMainFile}) {
+    if (const FilterTable categories = ReadTable(name); !categories.empty()) {
+      return InstallCategories(Adopt(categories, name, chinese));
     }
   }
-  FilterTable categories = ReadTable(ConfigPath(u"filters.bak"));
+  FilterTable categories = ReadTable(kBackupFile);
+  // The defaults must not come before a table that can be read the next time.
+  const bool isKept =
+      !categories.empty() || (!IsUnreadSettingsFile(kMainFile) && !IsUnreadSettingsFile(kBackupFile));
   if (categories.empty()) categories = DefaultCategories(chinese);
-  WriteTable(primary, categories);
-  EnsureFolderCategory(categories, primary);
+  AddFolderCategory(categories);
+  if (isKept) WriteTable(primary, categories);
   InstallCategories(std::move(categories));
 }
 
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
   FilterTable categories;
-  for (const std::u16string& path :
-       {LanguagePath(language), ConfigPath(u"filters.ini"), ConfigPath(u"filters.bak")}) {
-    if (categories.empty()) categories = ReadTable(path);
+  const std::u16string primary = LanguageFile(language);
+  for (const std::u16string_view name : {std::u16string_view(primary), kMainFile, kBackupFile}) {
+    if (categories.empty()) categories = ReadTable(name);
   }
   if (categories.empty()) categories = DefaultCategories(chinese);
   AddFolderCategory(categories);

@@ -162,6 +162,19 @@ TEST_F(NtfsVolume, AJournalThatCannotBeCreatedLeavesTheVolumeInvalidAndItsDevice
   EXPECT_EQ(script.OpenDevices(), 0);
 }
 
+TEST_F(NtfsVolume, AFailedBuildClosesADeviceThatAnotherThreadStillHolds) {
+  std::shared_ptr<VolumeDevice> held;
+  script.Queue(kFsctlQueryUsnJournal, {.error = kErrorJournalNotActive, .output = {}, .meanwhile = [&] {
+                                         held = volume.volumeHandle;
+                                       }});
+
+  EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_NE(held, nullptr);
+  EXPECT_EQ(volume.volumeHandle, nullptr);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
 TEST_F(NtfsVolume, ProbeAnswersThatMeanAWorkingJournalLeadToNoRepair) {
   for (const uint32_t answer : {0u, kErrorHandleEof, kErrorMoreData}) {
     SCOPED_TRACE(answer);
@@ -299,12 +312,16 @@ TEST_F(NtfsVolume, ARebuildStopsTheMonitorClosesTheDeviceAndStartsAgain) {
   ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
   volume.nextSyntheticFrn = 0x12'3456;
 
-  QueueJournal(79, 8192);
+  bool hasEnded = false;  // the former monitor, before the new device is asked for anything
+  script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(79, 8192), .meanwhile = [&] {
+                                         hasEnded = !volume.monitorRunning && script.OpenDevices() == 1;
+                                       }});
   QueueProbe();
   QueueBlock(UsnBlockBuilder(1).Record(41, kRoot, u"new"));
   script.TakeAsked();
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
+  EXPECT_TRUE(hasEnded);
   EXPECT_THAT(Paths(), ElementsAre(u"N:\\new"));
   EXPECT_EQ(script.OpenDevices(), 1);
   EXPECT_EQ(script.Opens().size(), 2u);

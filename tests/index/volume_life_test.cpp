@@ -340,14 +340,17 @@ TEST_F(VolumeLife, RefreshWalksAgainAndCounts) {
                              fileSystem + ") F:(" + fileSystem + ") E::OK(2) F::OK(1) \n");
 }
 
-TEST_F(VolumeLife, RefreshAddsADriveThatTheSyncDidNotTake) {
+TEST_F(VolumeLife, RefreshAddsADriveThatTheSyncDidNotTakeInItsPlace) {
+  MapF();
+  Start();
+  Posted();
   MapE();
   engine.syncing = true;  // a sync that hangs
   RefreshAllNonNtfsAsync(engine, window.Target());
   Finish();
 
-  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1031u, 1u, 0)));
+  EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1031u, 2u, 0)));
 }
 
 TEST_F(VolumeLife, RefreshCountsWhatFails) {

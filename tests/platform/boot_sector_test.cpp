@@ -26,6 +26,20 @@ TEST(BootSector, SizesThatNtfsDoesNotKnowAreRefused) {
     bad[offset] = std::byte{value};
     EXPECT_FALSE(ParseBootSector(bad).has_value()) << offset;
   }
+  // Where records and indexes have sizes of their own, that of a cluster is tested by itself.
+  Bytes exponents = good;
+  exponents[68] = std::byte{0xF4};  // 4 KiB
+  ASSERT_TRUE(ParseBootSector(exponents).has_value());
+  for (const uint16_t sectorBytes : {uint16_t{128}, uint16_t{8'192}}) {
+    Bytes bad = exponents;
+    StoreLe(std::span(bad), 11, sectorBytes);
+    EXPECT_FALSE(ParseBootSector(bad).has_value()) << sectorBytes;
+  }
+  for (const unsigned sectors : {0u, 3u, 0xF3u}) {  // the last are 4 MiB
+    Bytes bad = exponents;
+    bad[13] = static_cast<std::byte>(sectors);
+    EXPECT_FALSE(ParseBootSector(bad).has_value()) << sectors;
+  }
   Bytes endless = good;
   StoreLe(std::span(endless), 40, uint64_t{1} << 60);
   EXPECT_FALSE(ParseBootSector(endless).has_value());

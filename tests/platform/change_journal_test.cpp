@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/bytes.h"
+#include "platform/usn_record.h"
 #include "support/ntfs_builder.h"
 
 namespace quilmark {
@@ -45,6 +46,84 @@ TEST(ChangeJournal, AnEntryWithTheSequenceNumberOfTheRecordOpensIt) {
   ASSERT_TRUE(journal.has_value());
   EXPECT_EQ(journal->id, kJournalId);
   EXPECT_EQ(journal->nextUsn, 4'096);
+}
+
+// A journal of these pages, which begins with its first byte.
+struct StoredPages {
+  explicit StoredPages(const Bytes& pages)
+      : volume(NtfsVolumeBuilder().Journal(kJournalId, 0, pages).Build()),
+        reader(OpenMft(volume.Open())),
+        journal(OpenChangeJournal(*reader)) {}
+
+  VolumeDevice::Reply Read(std::span<std::byte> output) {
+    return ReadChangeJournal(*reader->source, *journal, {}, output, false);
+  }
+  // References of the records that are given.
+  std::vector<uint64_t> Files() {
+    Bytes block(4'096);
+    const auto reply = Read(block);
+    UsnCursor cursor{.block = std::span(block).first(reply.bytes)};
+    std::vector<uint64_t> files;
+    while (const auto record = NextUsnRecord(cursor)) files.push_back(record->frn);
+    return files;
+  }
+
+  MemoryVolume volume;
+  std::optional<MftReader> reader;
+  std::optional<ChangeJournal> journal;
+};
+
+void PutRecord(Bytes& pages, size_t offset, uint64_t frn) {
+  const std::u16string_view name = u"name";
+  PutUsnRecord(std::span(pages).subspan(offset),
+               {.frn = frn, .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
+}
+
+using Files = std::vector<uint64_t>;
+
+TEST(ChangeJournal, ARecordOfAVersionToComeIsPassedOver) {
+  for (const unsigned version : {0u, 1u, 4u, 0xFFFFu}) {
+    Bytes pages(4'096);
+    PutRecord(pages, 0, 40);
+    PutRecord(pages, 72, 41);
+    StoreLe(std::span(pages), 4, static_cast<uint16_t>(version));
+    EXPECT_EQ(StoredPages(pages).Files(), Files{41}) << version;
+  }
+}
+
+TEST(ChangeJournal, ARecordWithoutRoomForItsFieldsIsPassedOver) {
+  Bytes pages(2 * 4'096);
+  PutRecord(pages, 4'096, 41);
+  for (size_t offset = 0; offset < 4'096; offset += 32) {
+    StoreLe(std::span(pages), offset, uint32_t{32});
+    StoreLe(std::span(pages), offset + 4, uint16_t{2});
+    StoreLe(std::span(pages), offset + 8, uint32_t{0x100});  // would be the reason of the one before
+  }
+  EXPECT_EQ(StoredPages(pages).Files(), Files{41});
+}
+
+TEST(ChangeJournal, ARecordWhoseNameDoesNotFitIsPassedOver) {
+  for (const auto& [length, offset] :
+       {std::pair<uint16_t, uint16_t>{14, 60}, {8, 66}, {0xFFFE, 60}, {2, 0xFFFF}}) {
+    Bytes pages(4'096);
+    PutRecord(pages, 0, 40);
+    PutRecord(pages, 72, 41);
+    StoreLe(std::span(pages), 56, length);
+    StoreLe(std::span(pages), 58, offset);
+    EXPECT_EQ(StoredPages(pages).Files(), Files{41}) << length << " " << offset;
+  }
+}
+
+TEST(ChangeJournal, WhatHasNoRoomForARecordIsToldSo) {
+  Bytes pages(4'096);
+  PutRecord(pages, 0, 40);
+  StoredPages stored(pages);
+  for (const size_t size : {0u, 7u, 8u, 79u}) {
+    Bytes output(size);
+    EXPECT_EQ(stored.Read(output).error, kErrorMoreData) << size;
+  }
+  Bytes output(80);
+  EXPECT_EQ(stored.Read(output).error, 0u);
 }
 
 }  // namespace

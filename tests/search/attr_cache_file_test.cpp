@@ -179,6 +179,17 @@ TEST_F(AttrCacheFile, LeavesOutEntriesWithoutDates) {
   EXPECT_EQ(ReadFileBytes(Path())->size(), 26u);
 }
 
+// A reader passes over a volume of more.
+TEST_F(AttrCacheFile, HoldsNoMoreThanAMillionEntriesOfAVolume) {
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  volume.attrs.reserve(1'000'001);
+  for (uint64_t frn = 1; frn <= 1'000'001; ++frn) volume.attrs.emplace(frn, kEntry);
+  SaveAttrCache(Engine());
+  const auto volumes = ReadAttrCacheBytes(Bytes(ReadFileBytes(Path()).value())).value();
+  ASSERT_EQ(volumes.size(), 1u);
+  EXPECT_EQ(volumes[0].entries.size(), 1'000'000u);
+}
+
 TEST_F(AttrCacheFile, OfAnotherVersionIsNotTakenForRead) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   StoreAttr(volume, kFrn, kEntry);

@@ -75,6 +75,11 @@ TEST_F(FilterFiles, AreMadeWhereThereAreNone) {
   EXPECT_EQ(Read(u"filters.ini"), u"(none)");
 }
 
+TEST_F(FilterFiles, WithoutALanguageAreMadeInTheCommonOne) {
+  LoadFilterCategories(u"", false);
+  EXPECT_EQ(ReadCategories(Read(u"filters.ini")), DefaultCategories(false));
+}
+
 TEST_F(FilterFiles, OfTheLanguageComeFirst) {
   Write(u"filters.en-us.ini", u"Mine=\nF=.dir\nX=.x\n");
   Write(u"filters.ini", u"Other=\nF=.dir\n");

@@ -150,6 +150,12 @@ TEST(PathInDesktop, ADesktopMayBeARoot) {
   EXPECT_FALSE(PathInDesktop(u"D:\\a", u"C:\\"));
 }
 
+TEST(PathInDesktop, AFolderAboveFailsWhateverStandsBehindItsText) {
+  const std::u16string_view text = u"C:\\Users\\Desktop\\a.txt";
+  EXPECT_TRUE(PathInDesktop(text, u"C:\\Users\\Desktop"));
+  EXPECT_FALSE(PathInDesktop(text.substr(0, 8), u"C:\\Users\\Desktop"));
+}
+
 TEST(PathInDesktop, AnEmptyPathOrFolderFails) {
   EXPECT_FALSE(PathInDesktop(u"", u"C:\\me"));
   EXPECT_FALSE(PathInDesktop(u"C:\\me", u""));

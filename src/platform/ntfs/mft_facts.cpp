@@ -76,7 +76,6 @@ std::optional<uint64_t> ListedSize(MftReader& reader, std::span<const std::byte>
   AttributeListCursor cursor{.list = list};
   while (const auto listed = NextListed(cursor)) {
     if (listed->type != kData || !listed->name.empty()) continue;
-    if (listed->lowestVcn != 0) return std::nullopt;
     return SizeInHolder(reader, RecordNumberOf(listed->holder), number);
   }
   const bool isWhole = cursor.offset == listBytes;

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <climits>
 
+#include "platform/file_rewrite.h"
 #include "platform/posix/host_path.h"
 #include "platform/utf.h"
 
@@ -41,6 +42,27 @@ bool WriteAll(int fd, std::string_view bytes) {
   return true;
 }
 
+class PosixFile : public RewritableFile {
+ public:
+  explicit PosixFile(OpenFile file) : fd_(std::move(file.fd)) { sizeBytes = file.sizeBytes; }
+
+  bool WriteAt(uint64_t offset, std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = pwrite(fd_.Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+      if (written < 0 && errno == EINTR) continue;
+      if (written <= 0) return false;
+      bytes.remove_prefix(static_cast<size_t>(written));
+      offset += static_cast<uint64_t>(written);
+    }
+    return true;
+  }
+  bool Cut(uint64_t length) override { return ftruncate(fd_.Get(), static_cast<off_t>(length)) == 0; }
+  bool Flush() override { return fsync(fd_.Get()) == 0; }
+
+ private:
+  UniqueFd fd_;
+};
+
 std::string CurrentFolder() {
   std::string folder(PATH_MAX, '\0');
   while (getcwd(folder.data(), folder.size()) == nullptr) {
@@ -57,6 +79,13 @@ bool IsExistingPath(std::u16string_view path) {
   const PathEnd end = EndOfPath(HostBytesOf(path));
   struct stat status;
   return fstatat(end.folder, end.name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+bool IsMissingPath(std::u16string_view path) {
+  const PathEnd end = EndOfPath(HostBytesOf(path));
+  struct stat status;
+  if (fstatat(end.folder, end.name, &status, AT_SYMLINK_NOFOLLOW) == 0) return false;
+  return errno == ENOENT || errno == ENOTDIR;
 }
 
 bool IsExistingFolder(std::u16string_view path) {
@@ -90,9 +119,10 @@ std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limi
   return bytes;
 }
 
-bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
-  const std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT);
-  return file && ftruncate(file->fd.Get(), 0) == 0 && WriteAll(file->fd.Get(), bytes);
+std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path) {
+  std::optional<OpenFile> file = OpenRegularFile(path, O_WRONLY | O_CREAT);
+  if (!file) return nullptr;
+  return std::make_unique<PosixFile>(std::move(*file));
 }
 
 // Logs stand in folders that others may write to: no link is followed.

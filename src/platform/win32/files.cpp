@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/drives.h"
+#include "platform/file_rewrite.h"
 #include "platform/utf.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
@@ -32,10 +33,37 @@ bool WriteAll(HANDLE file, std::string_view bytes) {
   return true;
 }
 
+class Win32File : public RewritableFile {
+ public:
+  Win32File(UniqueFile file, uint64_t size) : file_(std::move(file)) { sizeBytes = size; }
+
+  bool WriteAt(uint64_t offset, std::string_view bytes) override {
+    LARGE_INTEGER place;
+    place.QuadPart = static_cast<LONGLONG>(offset);
+    if (bytes.empty()) return true;
+    return SetFilePointerEx(file_.Get(), place, nullptr, FILE_BEGIN) && WriteAll(file_.Get(), bytes);
+  }
+  bool Cut(uint64_t length) override {
+    FILE_END_OF_FILE_INFO end;
+    end.EndOfFile.QuadPart = static_cast<LONGLONG>(length);
+    return SetFileInformationByHandle(file_.Get(), FileEndOfFileInfo, &end, sizeof end) != 0;
+  }
+  bool Flush() override { return FlushFileBuffers(file_.Get()) != 0; }
+
+ private:
+  UniqueFile file_;
+};
+
 }  // namespace
 
 bool IsExistingPath(std::u16string_view path) {
   return GetFileAttributesW(Wide(LongPathOf(path))) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsMissingPath(std::u16string_view path) {
+  if (GetFileAttributesW(Wide(LongPathOf(path))) != INVALID_FILE_ATTRIBUTES) return false;
+  const DWORD error = GetLastError();
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
 bool IsExistingFolder(std::u16string_view path) {
@@ -70,10 +98,12 @@ std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limi
   return bytes;
 }
 
-bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
-  // Opened and cut instead of made anew, which is refused for a hidden file.
-  const UniqueFile file = OpenPath(path, GENERIC_WRITE, OPEN_ALWAYS);
-  return file && SetEndOfFile(file.Get()) && WriteAll(file.Get(), bytes);
+// Made anew it would be refused where it is hidden.
+std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path) {
+  UniqueFile file = OpenPath(path, GENERIC_WRITE, OPEN_ALWAYS);
+  const std::optional<uint64_t> size = file ? SizeOf(file.Get()) : std::nullopt;
+  if (!size) return nullptr;
+  return std::make_unique<Win32File>(std::move(file), *size);
 }
 
 bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes) {
