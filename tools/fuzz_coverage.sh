@@ -19,7 +19,7 @@ while [ $# -gt 0 ]; do
   shift
 done
 for tool in clang++ llvm-profdata llvm-cov python3; do
-  command -v "$tool" >/dev/null || { echo "fuzz_coverage.sh: no $tool: tools/install_packages.sh tests coverage" >&2; exit 2; }
+  command -v "$tool" >/dev/null || { echo "fuzz_coverage.sh: no $tool: tools/install_packages.sh build tests" >&2; exit 2; }
 done
 
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, by the names of Debian's packages.
-# usage: tools/install_packages.sh GROUP...      groups: build windows window tests coverage bench
+# usage: tools/install_packages.sh GROUP...      groups: build windows window tests bench
 # Does nothing where all is there already.
 set -euo pipefail
 
@@ -8,8 +8,7 @@ build=(g++ cmake ninja-build ccache libboost1.81-dev libcli11-dev nlohmann-json3
 windows=(g++-mingw-w64-x86-64-posix wine wine64)
 window=(xvfb openbox xauth x11-utils xdotool wmctrl imagemagick fonts-noto-core fonts-noto-cjk fonts-liberation
   fonts-dejavu-core)
-tests=(googletest libgtest-dev libgmock-dev clang libclang-rt-14-dev python3 ntfs-3g xz-utils)
-coverage=(llvm)
+tests=(googletest libgtest-dev libgmock-dev clang lld llvm libclang-rt-14-dev python3 ntfs-3g xz-utils)
 bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
 
 wanted=()
@@ -19,7 +18,6 @@ for group in "$@"; do
     windows) wanted+=("${windows[@]}") ;;
     window) wanted+=("${window[@]}") ;;
     tests) wanted+=("${tests[@]}") ;;
-    coverage) wanted+=("${coverage[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     *) echo "install_packages.sh: unknown group '$group'" >&2; exit 2 ;;
   esac

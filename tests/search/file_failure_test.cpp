@@ -147,7 +147,11 @@ struct AttrCacheFailures : testing::TestWithParam<FaultKind> {
 INSTANTIATE_TEST_SUITE_P(Each, AttrCacheFailures, testing::ValuesIn(kAllFaultKinds));
 
 TEST_P(AttrCacheFailures, ASaveLeavesAWholeCacheOrNone) {
-  for (const auto& [former, later] : {std::pair(20, 20), {20, 7}, {7, 20}}) {
+  struct Counts {
+    int former, later;
+  };
+  for (const Counts& counts : {Counts{20, 20}, {20, 7}, {7, 20}}) {
+    const int former = counts.former, later = counts.later;
     FailEachCall(GetParam(), [&](const auto& failing) {
       Store(static_cast<uint64_t>(former), kFormer);
       SaveAttrCache(Engine());
