@@ -6,7 +6,8 @@
 #   --windows  the engine's tests as Windows programs, under Wine
 #   --window   the window, driven under Wine
 #   --fuzz     each fuzz target for a few seconds
-#   FILTER     tests whose name holds this text, or a pattern as --gtest_filter takes it; fuzz targets alike
+#   FILTER     a layer (platform config index search shell cli), or tests whose name holds this text, or a pattern
+#              as --gtest_filter takes it; of fuzz targets, those whose name holds it
 set -uo pipefail
 cd "$(dirname "$0")"
 
@@ -16,19 +17,30 @@ case ${1:-} in
     part=${1#--}
     shift
     ;;
-  --help) sed -n '2,9s/^# //p' "$0"; exit ;;
-  -*) sed -n '2,9s/^# //p' "$0" >&2; exit 2 ;;
+  --help) sed -n '2,10s/^# //p' "$0"; exit ;;
+  -*) sed -n '2,10s/^# //p' "$0" >&2; exit 2 ;;
 esac
 filter=${1:-}
-[ $# -le 1 ] || { sed -n '2,9s/^# //p' "$0" >&2; exit 2; }
+[ $# -le 1 ] || { sed -n '2,10s/^# //p' "$0" >&2; exit 2; }
 
 # shellcheck source=tools/test_steps.sh
 source tools/test_steps.sh
 
 has_part() { [ "$part" = all ] || [ "$part" = "$1" ]; }
 layers="platform config index search shell cli"
+threaded="platform index search"
+layer=
+if [[ -n $filter && " $layers " == *" $filter "* ]]; then
+  layer=$filter filter=
+  layers=$layer
+  [[ " $threaded " == *" $layer "* ]] && threaded=$layer || threaded=
+fi
 
 must "packages" tools/install_packages.sh build windows window tests
+
+windows_target() {
+  if [ -n "$layer" ]; then echo "${layer}_tests"; elif [ "$part" = window ]; then echo window_tests; else echo all; fi
+}
 
 build() {
   must "$1: configure" cmake --preset "$1"
@@ -36,21 +48,22 @@ build() {
 }
 
 if has_part native || [ "$part" = quick ]; then
-  build linux-debug
+  build linux-debug --target "${layer:-all}${layer:+_tests}"
   step "native tests, AddressSanitizer and UndefinedBehaviorSanitizer"
-  for layer in $layers; do add_suite "native-$layer" 2 "build/linux-debug/${layer}_tests"; done
+  for each in $layers; do add_suite "native-$each" 2 "build/linux-debug/${each}_tests"; done
   run_suites
 fi
 
-if has_part native; then
+if has_part native && [ -z "$filter$layer" ]; then
   step "tests of the scripts"
   run_scripts_tests
 fi
 
-if has_part threads; then
-  build linux-tsan --target platform_tests index_tests search_tests
+if has_part threads && [ -n "$threaded" ]; then
+  # shellcheck disable=SC2086
+  build linux-tsan --target $(printf '%s_tests ' $threaded)
   step "concurrency tests, ThreadSanitizer"
-  for layer in platform index search; do add_suite "threads-$layer" 1 "build/linux-tsan/${layer}_tests"; done
+  for each in $threaded; do add_suite "threads-$each" 1 "build/linux-tsan/${each}_tests"; done
   run_suites
 fi
 
@@ -62,17 +75,17 @@ if has_part windows || has_part window; then
   # shellcheck source=tools/wine_tests.sh
   source tools/wine_tests.sh
   trap wine_tests_stop EXIT
-  build windows
+  build windows --target "$(windows_target)"
   must "two prefixes of Wine" wine_tests_prefixes
 fi
 
 if has_part windows; then
   step "the engine's tests, under Wine"
-  for layer in $layers; do add_suite "windows-$layer" 1 wine_tests_run "build/windows/${layer}_tests.exe"; done
+  for each in $layers; do add_suite "windows-$each" 1 wine_tests_run "build/windows/${each}_tests.exe"; done
   run_suites
 fi
 
-if has_part window; then
+if has_part window && [ -z "$layer" ]; then
   step "the window's tests, under Wine, in two prefixes beside each other"
   add_suite "window" 2 wine_tests_run build/windows/window_tests.exe
   run_suites
@@ -84,7 +97,9 @@ if has_part windows || has_part window; then wine_tests_stop; fi
 if has_part fuzz; then
   build linux-debug --target fuzz_targets
   step "fuzz targets, a few seconds each"
-  for target in build/linux-debug/fuzz/*"$filter"*; do add_fuzz_target "$target"; done
+  for source in fuzz/${layer:-*}/*"$filter"*_fuzz.cpp; do
+    [ -e "$source" ] && add_fuzz_target "build/linux-debug/fuzz/$(basename "$source" .cpp)"
+  done
   run_suites
 fi
 
