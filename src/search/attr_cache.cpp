@@ -101,8 +101,9 @@ void StoreSighting(VolumeIndex& volume, const Sighting& seen, const AttrEntry& e
   if (!IsStillThere(volume, seen)) return;
   const auto attrLock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   AttrEntry held;
-  const bool isFuller = !HasDates(entry) && CopyEntry(volume, seen.frn, held) && HasDates(held);
-  if (!isFuller) StoreLocked(volume, seen.frn, entry);
+  const bool isHeld = CopyEntry(volume, seen.frn, held);
+  const bool isFuller = isHeld && !HasDates(entry) && HasDates(held);
+  if (!isFuller && !(isHeld && IsSameAttr(held, entry))) StoreLocked(volume, seen.frn, entry);
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
@@ -186,6 +187,16 @@ void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std:
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   StoreLocked(volume, frn, entry);
+}
+
+bool HasRoomForAttr(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.attrLock);
+  return volume.attrs.size() < kMostAttrEntries;
+}
+
+bool IsSameAttr(const AttrEntry& one, const AttrEntry& other) {
+  return one.size == other.size && one.modified == other.modified && one.created == other.created &&
+         one.valid == other.valid;
 }
 
 bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {

@@ -33,8 +33,14 @@ bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out);
 
 enum class Insist { kNo, kOnDisk };
 
+// A new file gets an entry. False where the cache of the volume is full.
+bool HasRoomForAttr(const VolumeIndex& volume);
+
+bool IsSameAttr(const AttrEntry& one, const AttrEntry& other);
+
 // Fills `out` from the cache, else from the sizes of a scan, else from the disk; kOnDisk wants dates
 // too. A file that cannot be read ends with a valid entry all the same, and is not asked for again.
+// An entry that says what the cache says already is not stored: it is nothing to paint or to save.
 // `out` stays as it is for a record that does not exist.
 void EnsureFileAttributes(VolumeIndex* volume, uint32_t index, AttrEntry& out, Insist insist);
 

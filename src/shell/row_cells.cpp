@@ -32,7 +32,17 @@ std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry*
   if (entry != nullptr) return SizeText(static_cast<uint64_t>(entry->size));
   MftSize size;
   if (LookupMftSize(*hit.volume, frn, size)) return SizeText(size.logical);
-  return std::u16string(kNotKnownYet);
+  return std::u16string(HasRoomForAttr(*hit.volume) ? kNotKnownYet : kAbsent);
+}
+
+std::u16string DateText(const MatchItem& hit, const AttrEntry* entry, FileTime AttrEntry::*date) {
+  if (entry != nullptr) return TimeText(entry->*date);
+  return std::u16string(HasRoomForAttr(*hit.volume) ? kNotKnownYet : kAbsent);
+}
+
+// What has gone is not asked for.
+void TakeDots(std::u16string& cell) {
+  if (cell == kNotKnownYet) cell = kAbsent;
 }
 
 }  // namespace
@@ -40,14 +50,17 @@ std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry*
 RowCells CellsOfRow(const MatchItem& hit) {
   const auto kind = GlanceAt(hit);
   if (!kind) return {};
-  AttrEntry entry;
-  const bool isHeld = PeekAttr(*hit.volume, kind->frn, entry);
+  AttrEntry held;
+  const AttrEntry* const entry = PeekAttr(*hit.volume, kind->frn, held) ? &held : nullptr;
   RowCells cells;
-  cells.size = kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn)
-                                 : FileSizeText(hit, kind->frn, isHeld ? &entry : nullptr);
-  cells.modified = isHeld ? TimeText(entry.modified) : std::u16string(kNotKnownYet);
-  cells.created = isHeld ? TimeText(entry.created) : std::u16string(kNotKnownYet);
-  cells.isMissing = !isHeld || cells.size == kNotKnownYet;
+  cells.size =
+      kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn) : FileSizeText(hit, kind->frn, entry);
+  cells.modified = DateText(hit, entry, &AttrEntry::modified);
+  cells.created = DateText(hit, entry, &AttrEntry::created);
+  for (std::u16string* const cell : {&cells.size, &cells.modified, &cells.created}) {
+    if (kind->isDeleted) TakeDots(*cell);
+    cells.isMissing = cells.isMissing || *cell == kNotKnownYet;
+  }
   return cells;
 }
 
