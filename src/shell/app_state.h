@@ -92,6 +92,7 @@ struct AppState {
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;
+  bool syncRetryArmed = false;  // kTimerHiddenStart comes to look for drives again
 
   WindowFeatures features;
 };

@@ -72,6 +72,11 @@ void CloseWindowRequest(AppState& app, WindowPort& window) {
 void ShowMainWindow(AppState& app, WindowPort& window) {
   app.shownByUser = true;
   window.StopTimer(kTimerHiddenStart);
+  // Whoever looks at the window waits for a volume: the drives are looked for now, and the end of that
+  // sync arms the timer anew if it found none.
+  if (std::exchange(app.syncRetryArmed, false) && !Engine().ready) {
+    SyncCurrentVolumesAsync(Engine(), app.mainWindow);
+  }
   window.ShowAndRaise();
   if (app.firstSearchDeferred.exchange(false)) {
     window.StartTimer(kTimerPrewarm, kFirstShowPrewarmMs);
