@@ -30,6 +30,7 @@ void ResetView(AppState& app, WindowPort& window) {
   ClearSelection(app.list.selection);
   app.scrollY = 0;
   window.RelayoutList();
+  SuppressRecentView = false;
   DoSearchAsync(u"", false, true);
 }
 
