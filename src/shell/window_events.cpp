@@ -11,6 +11,7 @@
 #include "search/query.h"
 #include "search/search_pipeline.h"
 #include "shell/result_messages.h"
+#include "shell/scope_items.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -115,9 +116,9 @@ void OnSearchTextChanged(WindowPort& window, std::u16string text) {
   if (!IsContentPrefix(CurrentQueryText)) window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
 }
 
-void OnScopeChosen(WindowPort& window, int index) {
+void OnScopeChosen(const AppState& app, WindowPort& window, int index) {
   window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  if (index >= 0) scopeIndex = index;
+  if (index >= 0) ChooseScope(app, index);
   window.FocusSearchBox();
 }
 

@@ -198,11 +198,11 @@ TEST_F(WindowEvents, EscapeEndsAContentSearchAndNothingElse) {
 TEST_F(WindowEvents, ANewScopeTakesEffectWithTheNextSearch) {
   window.timers[30003] = 260;
   const uint64_t before = searchGeneration;
-  OnScopeChosen(window, 2);
+  OnScopeChosen(app, window, 2);
   EXPECT_EQ(scopeIndex, 2);
   EXPECT_TRUE(window.timers.empty());
   EXPECT_EQ(searchGeneration, before);
-  OnScopeChosen(window, -1);
+  OnScopeChosen(app, window, -1);
   EXPECT_EQ(scopeIndex, 2);
 }
 

@@ -77,8 +77,7 @@ void MainWindow::FocusSearchBox() {
 }
 
 void MainWindow::RebuildScopeBox() {
-  const auto items = ScopeItems(Engine());
-  if (scopeIndex >= static_cast<int>(items.size())) scopeIndex = kScopeAll;
+  const auto items = RenewScopeItems(App(), Engine());
   FillCombo(scopeBox, items, scopeIndex);
 }
 
