@@ -10,6 +10,7 @@
 #include "index/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
+#include "search/search_state.h"
 
 namespace quilmark {
 
@@ -189,9 +190,18 @@ void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   StoreLocked(volume, frn, entry);
 }
 
-bool HasRoomForAttr(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.attrLock);
-  return volume.attrs.size() < kMostAttrEntries;
+std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn) {
+  const auto lock = LockAttrsForGlance(volume);
+  if (!lock) return std::nullopt;
+  AttrGlance glance{.hasRoom = volume.attrs.size() < kMostAttrEntries};
+  CopyEntry(volume, frn, glance.entry);
+  return glance;
+}
+
+bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+  const auto lock = LockAttrsForGlance(volume);
+  if (lock) PeekAttrsLocked(volume, frns, out);
+  return lock.owns_lock();
 }
 
 bool IsSameAttr(const AttrEntry& one, const AttrEntry& other) {

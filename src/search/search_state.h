@@ -88,6 +88,9 @@ inline bool IsSearchable(const VolumeIndex& volume) { return volume.valid && !vo
 // that is being built: then it is not held.
 std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume);
 
+// The same for the lock of its attributes.
+std::shared_lock<OrderedLock> LockAttrsForGlance(const VolumeIndex& volume);
+
 // Still the latest search, and no shutdown.
 bool IsCurrent(uint64_t generation);
 

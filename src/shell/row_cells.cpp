@@ -28,16 +28,16 @@ std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
   return std::u16string(WereNeverAddedUp(volume) ? kNotKnownYet : kAbsent);
 }
 
-std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry* entry) {
-  if (entry != nullptr) return SizeText(static_cast<uint64_t>(entry->size));
+std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrGlance& known) {
+  if (known.entry.valid) return SizeText(static_cast<uint64_t>(known.entry.size));
   MftSize size;
   if (LookupMftSize(*hit.volume, frn, size)) return SizeText(size.logical);
-  return std::u16string(HasRoomForAttr(*hit.volume) ? kNotKnownYet : kAbsent);
+  return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
 }
 
-std::u16string DateText(const MatchItem& hit, const AttrEntry* entry, FileTime AttrEntry::*date) {
-  if (entry != nullptr) return TimeText(entry->*date);
-  return std::u16string(HasRoomForAttr(*hit.volume) ? kNotKnownYet : kAbsent);
+std::u16string DateText(const AttrGlance& known, FileTime date) {
+  if (known.entry.valid) return TimeText(date);
+  return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
 }
 
 // What has gone is not asked for.
@@ -50,13 +50,13 @@ void TakeDots(std::u16string& cell) {
 RowCells CellsOfRow(const MatchItem& hit) {
   const auto kind = GlanceAt(hit);
   if (!kind) return {};
-  AttrEntry held;
-  const AttrEntry* const entry = PeekAttr(*hit.volume, kind->frn, held) ? &held : nullptr;
+  const auto known = GlanceAtAttr(*hit.volume, kind->frn);
+  if (!known) return {.isLater = IsSearchable(*hit.volume)};
   RowCells cells;
   cells.size =
-      kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn) : FileSizeText(hit, kind->frn, entry);
-  cells.modified = DateText(hit, entry, &AttrEntry::modified);
-  cells.created = DateText(hit, entry, &AttrEntry::created);
+      kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn) : FileSizeText(hit, kind->frn, *known);
+  cells.modified = DateText(*known, known->entry.modified);
+  cells.created = DateText(*known, known->entry.created);
   for (std::u16string* const cell : {&cells.size, &cells.modified, &cells.created}) {
     if (kind->isDeleted) TakeDots(*cell);
     cells.isMissing = cells.isMissing || *cell == kNotKnownYet;

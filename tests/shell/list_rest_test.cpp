@@ -81,7 +81,7 @@ TEST_F(ListAtRest, AsksForNothingOfDeletedRecords) {
 TEST_F(ListAtRest, AsksForNothingThatAFullCacheCannotTake) {
   StoreAttr(volume_, volume_.records[unreadable_].frn, {.valid = true});
   volume_.attrs.reserve(kMostAttrEntries);
-  for (uint64_t frn = 1'000'000; HasRoomForAttr(volume_); ++frn) {
+  for (uint64_t frn = 1'000'000; volume_.attrs.size() < kMostAttrEntries; ++frn) {
     volume_.attrs.emplace(frn, AttrEntry{.valid = true});
   }
   Show({there_, unreadable_});
