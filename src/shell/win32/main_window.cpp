@@ -207,8 +207,11 @@ void MainWindow::RegisterHotkeys() {
   const HotkeyConfig& keys = App().hotkeys;
   const bool isSame =
       keys.showModifiers == keys.foregroundModifiers && keys.showKey == keys.foregroundKey;
-  if (!isSame) RegisterHotKey(window_, kHotkeyShow, keys.showModifiers, keys.showKey);
-  RegisterHotKey(window_, kHotkeyForeground, keys.foregroundModifiers, keys.foregroundKey);
+  if (!isSame) {
+    RegisterHotKey(window_, kHotkeyShow, ModifiersToRegister(keys.showModifiers), keys.showKey);
+  }
+  RegisterHotKey(window_, kHotkeyForeground, ModifiersToRegister(keys.foregroundModifiers),
+                 keys.foregroundKey);
 }
 
 bool MainWindow::Resize(int width, int height) {
