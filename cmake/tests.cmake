@@ -34,6 +34,7 @@ set(busy_tests
   tests/search/scan_kernel_test.cpp
   tests/search/sort_reference_test.cpp
   tests/search/sort_test.cpp
+  tests/shell/list_rest_test.cpp
   tests/support/ntfs_samples.cpp
   tests/support/volumes.cpp)
 set_source_files_properties(${busy_tests} PROPERTIES COMPILE_OPTIONS -O1 SKIP_PRECOMPILE_HEADERS ON)

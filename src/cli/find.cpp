@@ -145,28 +145,47 @@ HitFormat FormatOf(const FindOptions& options) {
           .totals = options.totals ? FolderTotals::kRead : FolderTotals::kUnknown};
 }
 
+WriteOutcome WriteAnswer(const ResultSet& results, const FindOptions& options) {
+  if (options.count) return WriteText(std::to_string(results.size()) + "\n", stdout);
+  return WriteHits(results, options.limit, FormatOf(options), stdout);
+}
+
 int FindOnce(PostQueue& queue, const FindOptions& options, const Narrowing& narrowing) {
   const Answer answer = Ask(queue, QueryTextOf(options.query), narrowing);
   if (answer.results == nullptr) return ShutdownRequested ? kExitInterrupted : Complain(kSearchFailed);
   const ResultSet& results = *answer.results;
   if (options.stats) std::fprintf(stderr, "%zu hits in %.3f ms\n", results.size(), answer.milliseconds);
-  const WriteOutcome written = options.count
-                                   ? WriteText(std::to_string(results.size()) + "\n", stdout)
-                                   : WriteHits(results, options.limit, FormatOf(options), stdout);
+  const WriteOutcome written = WriteAnswer(results, options);
   if (written == WriteOutcome::kFailed) return Complain(kOutputFails);
   if (ShutdownRequested) return kExitInterrupted;
   return results.empty() ? kExitNothing : kExitFound;
 }
 
+// A program asks: it reads hits alone, and an empty line after those of each query.
+bool IsForAProgram(const FindOptions& options) { return options.count || options.json; }
+
+WriteOutcome AnswerProgram(const ResultSet& results, const FindOptions& options) {
+  const WriteOutcome written = WriteAnswer(results, options);
+  return written == WriteOutcome::kDone ? WriteText("\n", stdout) : written;
+}
+
+WriteOutcome RefuseLine(const FindOptions& options) {
+  constexpr const char* kRefusal = "content search is not available here";
+  if (!IsForAProgram(options)) return WriteText(std::string(kRefusal) + "\n", stdout);
+  Complain(kRefusal);
+  return WriteText("\n", stdout);
+}
+
 // Prints the answer to one query of a dialogue; raises `found` if it has a hit.
 WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOptions& options,
                         const Narrowing& narrowing, bool& found) {
-  if (IsContentQuery(line)) return WriteText("content search is not available here\n", stdout);
+  if (IsContentQuery(line)) return RefuseLine(options);
   const Answer answer = Ask(queue, QueryTextOf(line), narrowing);
   if (answer.results == nullptr && !ShutdownRequested) Complain(kSearchFailed);
   if (answer.results == nullptr) return WriteOutcome::kStopped;
   const ResultSet& results = *answer.results;
   found = found || !results.empty();
+  if (IsForAProgram(options)) return AnswerProgram(results, options);
   const WriteOutcome written =
       WriteHits(results, options.limit.value_or(kInteractiveLimit),
                 {.drivePaths = options.drivePaths, .isShown = IsTerminal(stdout)}, stdout);
@@ -178,12 +197,12 @@ WriteOutcome AnswerLine(PostQueue& queue, const std::string& line, const FindOpt
 
 int FindInteractively(PostQueue& queue, const FindOptions& options, const Narrowing& narrowing) {
   bool found = false;
-  const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout);
+  const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout) && !IsForAProgram(options);
   for (;;) {
     if (isPrompted) WriteText("> ", stdout);
     const std::optional<std::string> line = ReadInputLine();
     if (!line || ShutdownRequested) break;
-    if (!isPrompted) WriteText("> " + *line + "\n", stdout);
+    if (!isPrompted && !IsForAProgram(options)) WriteText("> " + *line + "\n", stdout);
     const WriteOutcome outcome = AnswerLine(queue, *line, options, narrowing, found);
     if (outcome == WriteOutcome::kFailed) return Complain(kOutputFails);
     if (outcome == WriteOutcome::kStopped) break;

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include "cli/completion.h"
@@ -24,6 +25,7 @@ takes its own drives.
   quilmark find --drive D=/srv/data --scope D: photo
   quilmark find --drive N=disk.img report      in an NTFS image, or a partition that is not mounted
   quilmark find --interactive /usr            index once, then a query a line
+  quilmark find --interactive --json /usr     the same for a program: an empty line ends each answer
   quilmark find --category documents --modified 7d --sort modified:desc '' ~
   quilmark find --ext mp4,mkv --size 1.5G.. --sort size --limit 20 '' /srv
   quilmark find --json --totals --sort size node_modules ~
@@ -66,6 +68,19 @@ void DescribeProgram(CLI::App& app, std::string& completion) {
   app.footer("quilmark COMMAND --help tells more.");
 }
 
+// An option that takes whole numbers from `least` on.
+CLI::Validator WholeNumber(uint64_t least) {
+  return {[least](std::string& text) {
+            uint64_t number = 0;
+            const char* const end = text.data() + text.size();
+            const auto read = std::from_chars(text.data(), end, number);
+            const bool isGood = read.ec == std::errc() && read.ptr == end && number >= least;
+            return isGood ? std::string()
+                          : "takes a whole number from " + std::to_string(least) + " on, not " + text;
+          },
+          "NUMBER"};
+}
+
 // Texts that have a meaning of their own.
 struct FindTexts {
   std::string extensions, category, size, modified, sort;
@@ -78,8 +93,7 @@ void DescribeFind(CLI::App& find, FindOptions& options, FindTexts& texts) {
       ->allow_extra_args(false)
       ->option_text("X=PATH");
   find.add_option("--scope", options.scope, "Where to look: all, desktop, or a drive such as C:");
-  find.add_option("--limit", options.limit, "Print no more than this many hits")
-      ->check(CLI::NonNegativeNumber);
+  find.add_option("--limit", options.limit, "Print no more than this many hits")->check(WholeNumber(0));
   find.add_option("--ext", texts.extensions,
                   "Keep files with one of these extensions: pdf,docx; dir keeps folders")
       ->option_text("LIST");
@@ -113,10 +127,10 @@ void DescribeWatch(CLI::App& watch, WatchOptions& options) {
   watch.add_option("--drive", options.drives, "Give drive letter X to an NTFS image or partition")
       ->allow_extra_args(false)
       ->option_text("X=PATH");
-  watch.add_option("--limit", options.limit, "End after this many changes")->check(CLI::PositiveNumber);
+  watch.add_option("--limit", options.limit, "End after this many changes")->check(WholeNumber(1));
   watch.add_option("--for", options.seconds, "End after this many seconds")
       ->option_text("SECONDS")
-      ->check(CLI::NonNegativeNumber);
+      ->check(WholeNumber(0));
   watch.add_flag("--json", options.json, "Print a JSON object a line: event, path, from, dir, time");
   watch.footer(kWatchExamples);
 }
@@ -168,9 +182,6 @@ CommandLine TakeFind(FindOptions options, bool hasQuery) {
   if (!options.interactive) {
     if (!hasQuery) return Refuse("no query; see quilmark find --help");
     return {.find = std::move(options)};
-  }
-  if (options.count || options.json) {
-    return Refuse("--interactive prints for a reader: it goes with neither --count nor --json");
   }
   if (hasQuery) options.paths.insert(options.paths.begin(), std::exchange(options.query, {}));
   return {.find = std::move(options)};

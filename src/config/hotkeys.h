@@ -17,6 +17,10 @@ struct HotkeyConfig {
   bool operator==(const HotkeyConfig&) const = default;
 };
 
+// The modifiers that RegisterHotKey is given for those that are kept: a key that is held counts once
+// (MOD_NOREPEAT).
+constexpr uint32_t ModifiersToRegister(uint32_t kept) { return kept | 0x4000; }
+
 // The hotkeys of a file's text; a key that is missing keeps its default.
 HotkeyConfig ReadHotkeys(std::u16string_view text);
 std::u16string HotkeysText(const HotkeyConfig& hotkeys);

@@ -10,6 +10,7 @@
 #include "index/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
+#include "search/search_state.h"
 
 namespace quilmark {
 
@@ -101,8 +102,9 @@ void StoreSighting(VolumeIndex& volume, const Sighting& seen, const AttrEntry& e
   if (!IsStillThere(volume, seen)) return;
   const auto attrLock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   AttrEntry held;
-  const bool isFuller = !HasDates(entry) && CopyEntry(volume, seen.frn, held) && HasDates(held);
-  if (!isFuller) StoreLocked(volume, seen.frn, entry);
+  const bool isHeld = CopyEntry(volume, seen.frn, held);
+  const bool isFuller = isHeld && !HasDates(entry) && HasDates(held);
+  if (!isFuller && !(isHeld && IsSameAttr(held, entry))) StoreLocked(volume, seen.frn, entry);
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
@@ -186,6 +188,25 @@ void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std:
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto lock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
   StoreLocked(volume, frn, entry);
+}
+
+std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn) {
+  const auto lock = LockAttrsForGlance(volume);
+  if (!lock) return std::nullopt;
+  AttrGlance glance{.hasRoom = volume.attrs.size() < kMostAttrEntries};
+  CopyEntry(volume, frn, glance.entry);
+  return glance;
+}
+
+bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+  const auto lock = LockAttrsForGlance(volume);
+  if (lock) PeekAttrsLocked(volume, frns, out);
+  return lock.owns_lock();
+}
+
+bool IsSameAttr(const AttrEntry& one, const AttrEntry& other) {
+  return one.size == other.size && one.modified == other.modified && one.created == other.created &&
+         one.valid == other.valid;
 }
 
 bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "index/volume_index.h"
@@ -33,8 +34,22 @@ bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out);
 
 enum class Insist { kNo, kOnDisk };
 
+// What the interface thread sees, which waits a moment for the lock and no longer.
+struct AttrGlance {
+  AttrEntry entry;      // not valid where there is none
+  bool hasRoom = true;  // a file without an entry can get one: the cache is not full
+};
+// Empty where the lock was not to be had.
+std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn);
+
+// PeekAttrs; false where the lock was not to be had.
+bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
+
+bool IsSameAttr(const AttrEntry& one, const AttrEntry& other);
+
 // Fills `out` from the cache, else from the sizes of a scan, else from the disk; kOnDisk wants dates
 // too. A file that cannot be read ends with a valid entry all the same, and is not asked for again.
+// An entry that says what the cache says already is not stored: it is nothing to paint or to save.
 // `out` stays as it is for a record that does not exist.
 void EnsureFileAttributes(VolumeIndex* volume, uint32_t index, AttrEntry& out, Insist insist);
 

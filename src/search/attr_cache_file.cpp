@@ -26,6 +26,8 @@ constexpr uint32_t kVersion = 1, kMostEntries = 1'000'000;
 constexpr size_t kFileHeader = 12, kVolumeHeader = 14, kEntrySize = 33;
 constexpr uint64_t kLongestFile = uint64_t{26} * kMostEntries * kEntrySize + 1'000;
 
+using CachedEntries = decltype(CachedVolume::entries);
+
 std::u16string FilePath() { return ConfigPath(u"attrcache.v1.bin"); }
 
 template <typename Integer>
@@ -64,15 +66,16 @@ uint64_t JournalIdOf(const VolumeIndex& volume) {
   return volume.journalId;
 }
 
+bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
+
 CachedVolume CopyEntries(const VolumeIndex& volume) {
   CachedVolume cached{.letter = volume.drive[0], .journalId = JournalIdOf(volume), .entries = {}};
   const std::shared_lock lock(volume.attrLock);
   cached.entries.reserve(std::min<size_t>(volume.attrs.size(), kMostEntries));
   for (const auto& [frn, entry] : volume.attrs) {
-    const bool hasDates = entry.modified != 0 || entry.created != 0;
     // More than a reader takes would cost the volume all of them.
     if (cached.entries.size() >= kMostEntries) break;
-    if (entry.valid && hasDates) cached.entries.emplace_back(frn, entry);
+    if (entry.valid && HasDates(entry)) cached.entries.emplace_back(frn, entry);
   }
   return cached;
 }
@@ -100,16 +103,54 @@ bool IsThere(const VolumeIndex& volume, uint64_t frn) {
   return index && *index >= 0 && !volume.records[static_cast<uint32_t>(*index)].deleted;
 }
 
-uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
+uint64_t ForgetEntries(VolumeIndex& volume, size_t roomFor) {
   const std::shared_lock indexLock(volume.indexLock);
   const std::scoped_lock attrLock(volume.attrLock);
   volume.attrs.clear();
-  volume.attrs.reserve(cached.entries.size());
-  for (const auto& [frn, entry] : cached.entries) {
-    if (IsPlausible(entry) && IsThere(volume, frn)) volume.attrs.insert_or_assign(frn, entry);
+  volume.attrs.reserve(roomFor);
+  return volume.builds;
+}
+
+// indexLock held. What was read from the disk meanwhile is newer than the file, but for what could not
+// be read.
+uint64_t AddEntries(VolumeIndex& volume, const CachedEntries& entries) {
+  const std::scoped_lock lock(volume.attrLock);
+  uint64_t added = 0;
+  for (const auto& [frn, entry] : entries) {
+    const auto [place, isNew] = volume.attrs.emplace(frn, entry);
+    added += isNew ? 1 : 0;
+    if (!HasDates(place->second)) place->second = entry;
+  }
+  return added;
+}
+
+// Those of the entries whose files are there. Empty where the volume has been built again.
+std::optional<uint64_t> GiveSlice(VolumeIndex& volume, uint64_t build,
+                                  std::span<const CachedEntries::value_type> entries) {
+  const std::shared_lock lock(volume.indexLock);
+  if (volume.builds != build) return std::nullopt;
+  CachedEntries held;
+  held.reserve(entries.size());
+  for (const auto& [frn, entry] : entries) {
+    if (IsPlausible(entry) && IsThere(volume, frn)) held.emplace_back(frn, entry);
+  }
+  return AddEntries(volume, held);
+}
+
+// A slice at a time: the whole takes long, and rows are painted meanwhile.
+uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
+  constexpr size_t kSlice = 8'192;
+  const uint64_t build = ForgetEntries(volume, cached.entries.size());
+  uint64_t kept = 0;
+  for (auto rest = std::span(cached.entries); !rest.empty();) {
+    const size_t size = std::min(kSlice, rest.size());
+    const auto taken = GiveSlice(volume, build, rest.first(size));
+    if (!taken) break;
+    kept += *taken;
+    rest = rest.subspan(size);
   }
   volume.folderSizesDirty = true;
-  return volume.attrs.size();
+  return kept;
 }
 
 // Set when the load has come to its end, also by an exception: not while volumes still lack what it

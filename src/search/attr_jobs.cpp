@@ -56,12 +56,15 @@ bool HydrateRow(const MatchItem& hit, std::vector<VolumeIndex*>& dirty) {
   if (!kind || kind->isDeleted) return false;
   const bool isListed = std::find(dirty.begin(), dirty.end(), hit.volume) != dirty.end();
   if (kind->isDirectory && hit.volume->folderSizesDirty && !isListed) dirty.push_back(hit.volume);
-  AttrEntry entry;
-  const bool isHeld = LookupAttr(*hit.volume, kind->frn, entry);
-  if (isHeld && (entry.modified != 0 || entry.created != 0)) return false;
-  EnsureFileAttributes(hit.volume, hit.index, entry, Insist::kOnDisk);
-  // A cache that is full took nothing: to paint again would only ask again.
-  return PeekAttr(*hit.volume, kind->frn, entry);
+  AttrEntry before, after;
+  if (LookupAttr(*hit.volume, kind->frn, before) && (before.modified != 0 || before.created != 0)) {
+    return false;
+  }
+  AttrEntry scratch = before;
+  EnsureFileAttributes(hit.volume, hit.index, scratch, Insist::kOnDisk);
+  // A full cache takes nothing, and of a file that cannot be read nothing is new: to paint again would
+  // only ask again.
+  return PeekAttr(*hit.volume, kind->frn, after) && !IsSameAttr(before, after);
 }
 
 void Hydrate(const Hydration& job) {

@@ -22,12 +22,11 @@ class CountPass {
     VolumeIndex* const volume = run[0].volume;
     // Whoever writes for longer than a glance is not waited for again at each of thousands of runs.
     if (volume == nullptr || IsPassedOver(volume)) return;
-    if (!ReadRun(*volume, run)) {
+    if (!ReadRun(*volume, run) || !TestPresets(*volume, run.size())) {
       passedOver_.push_back(volume);
       leavesOutAVolume_ = leavesOutAVolume_ || IsSearchable(*volume);
       return;
     }
-    if (context_.settings.HasSizeOrTime()) TestPresets(*volume, run.size());
     for (size_t i = 0; i < run.size(); ++i) {
       folders_ += kinds_[i] == kFolder ? 1 : 0;
       if (kinds_[i] >= 0) ++filesById_[static_cast<size_t>(kinds_[i])];
@@ -79,15 +78,16 @@ class CountPass {
     return true;
   }
 
-  // Drops the rows that do not pass, by what is known without the disk.
-  void TestPresets(const VolumeIndex& volume, size_t count) {
+  // Drops the rows that do not pass, by what is known without the disk. False as above.
+  bool TestPresets(const VolumeIndex& volume, size_t count) {
+    if (!context_.settings.HasSizeOrTime()) return true;
     const bool needsDate = ActsOnTime(context_);
     for (size_t i = 0; i < count; ++i) {
       if (kinds_[i] == kFolder) kinds_[i] = kGone;
       if (kinds_[i] == kGone) frns_[i] = 0;
     }
-    if (!needsDate && !ActsOnSize(context_)) return;
-    PeekAttrs(volume, std::span(frns_).first(count), entries_);
+    if (!needsDate && !ActsOnSize(context_)) return true;
+    if (!GlanceAtAttrs(volume, std::span(frns_).first(count), entries_)) return false;
     for (size_t i = 0; i < count; ++i) {
       if (kinds_[i] == kGone) continue;
       const FileTime date = DateOf(context_, entries_[i]);
@@ -95,6 +95,7 @@ class CountPass {
       isIncomplete_ = isIncomplete_ || isMissing;
       if (isMissing || !PassesPresets(context_, entries_[i].size, date)) kinds_[i] = kGone;
     }
+    return true;
   }
 
   const FilterContext& context_;

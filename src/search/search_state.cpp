@@ -1,5 +1,6 @@
 #include "search/search_state.h"
 
+#include <algorithm>
 #include <mutex>
 #include <thread>
 
@@ -15,6 +16,7 @@ int SortColumn = -1;
 bool SortAscending = true;
 SetOrder HeldOrder;
 std::atomic<int> scopeIndex = kScopeAll;
+std::atomic<char16_t> scopeDrive = 0;
 std::atomic<bool> SuppressRecentView = false;
 std::atomic<bool> initialSearchEnabled = true;
 std::u16string CurrentQueryText;
@@ -28,6 +30,7 @@ SearchScope CurrentScope() {
     scope.desktop = DesktopFolder();
   } else if (index >= kScopeFirstVolume) {
     scope.position = static_cast<size_t>(index - kScopeFirstVolume);
+    scope.drive = scopeDrive;
   }
   return scope;
 }
@@ -35,6 +38,12 @@ SearchScope CurrentScope() {
 std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all,
                                          const SearchScope& scope) {
   if (!scope.position) return all;
+  if (scope.drive != 0) {
+    const auto found = std::find_if(all.begin(), all.end(), [&](const VolumeIndex* volume) {
+      return !volume->drive.empty() && volume->drive[0] == scope.drive;
+    });
+    return found != all.end() ? std::vector{*found} : std::vector<VolumeIndex*>();
+  }
   if (*scope.position >= all.size()) return {};
   return {all[*scope.position]};
 }
@@ -60,10 +69,10 @@ std::shared_ptr<const ResultSet> HeldResults() {
   return CurrentResults;
 }
 
-std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume) {
+static std::shared_lock<OrderedLock> LockInAMoment(const VolumeIndex& volume, OrderedLock& wanted) {
   constexpr uint64_t kMoment = 5, kRest = 50;  // milliseconds
   static thread_local uint64_t refusedMs = 0;
-  std::shared_lock lock(volume.indexLock, std::defer_lock);
+  std::shared_lock lock(wanted, std::defer_lock);
   if (!IsSearchable(volume) || lock.try_lock()) return lock;
   const uint64_t start = TickMs();
   if (start - refusedMs < kRest) return lock;  // the rows of a paint wait once, and not each
@@ -72,6 +81,14 @@ std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume) {
   }
   if (!lock) refusedMs = TickMs();
   return lock;
+}
+
+std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume) {
+  return LockInAMoment(volume, volume.indexLock);
+}
+
+std::shared_lock<OrderedLock> LockAttrsForGlance(const VolumeIndex& volume) {
+  return LockInAMoment(volume, volume.attrLock);
 }
 
 }  // namespace quilmark

@@ -40,6 +40,9 @@ extern SetOrder HeldOrder;  // ResultsLock; of CurrentResults
 
 extern std::atomic<int>
     scopeIndex;  // 0: all volumes; 1: the Desktop; n >= 2: the volume at position n - 2
+// Letter of the volume that scopeIndex meant when it was chosen, since positions move when a drive joins
+// or leaves. 0: not known, the position says it. Set before scopeIndex.
+extern std::atomic<char16_t> scopeDrive;
 extern std::atomic<bool> SuppressRecentView;  // an empty box goes on showing the whole index
 extern std::atomic<bool> initialSearchEnabled;
 extern std::u16string CurrentQueryText;  // interface thread only
@@ -67,11 +70,12 @@ struct SearchJob {
 // Where a search looks, as scopeIndex stood when it began.
 struct SearchScope {
   std::optional<size_t> position;  // of the one volume in the list; else all
+  char16_t drive = 0;              // letter of that volume, which counts for more; 0: not known
   bool desktopOnly = false;
   std::optional<std::u16string> desktop;  // the Desktop folder; empty where the system names none
 };
 
-// Reads scopeIndex, and asks for the Desktop folder if it is needed.
+// Reads scopeIndex and scopeDrive, and asks for the Desktop folder if it is needed.
 SearchScope CurrentScope();
 
 // The volumes of `all` that the scope names.
@@ -83,6 +87,9 @@ inline bool IsSearchable(const VolumeIndex& volume) { return volume.valid && !vo
 // The volume's lock for the interface thread, which waits a moment for a writer, but not for a volume
 // that is being built: then it is not held.
 std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume);
+
+// The same for the lock of its attributes.
+std::shared_lock<OrderedLock> LockAttrsForGlance(const VolumeIndex& volume);
 
 // Still the latest search, and no shutdown.
 bool IsCurrent(uint64_t generation);

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "config/hotkeys.h"
 #include "platform/window_post.h"
@@ -85,6 +86,7 @@ struct AppState {
   std::u16string answeredText;   // of the search box, when they came
   std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
+  std::vector<char16_t> scopeDrives;  // letters of the entries of the scope box, behind the first two
 
   // Timers.
   std::atomic<bool> repaintPending = false;
@@ -92,6 +94,7 @@ struct AppState {
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;
+  bool syncRetryArmed = false;  // kTimerHiddenStart comes to look for drives again
 
   WindowFeatures features;
 };

@@ -12,12 +12,12 @@
 #include "search/filters.h"
 #include "search/search_pipeline.h"
 #include "shell/window_ids.h"
+#include "shell/window_timers.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kRetryMs = kSyncRetryMs;
 constexpr uint32_t kAfterReadyPrewarmMs = 7'000, kAfterNewDiskPrewarmMs = 5'000;
 constexpr uint32_t kAutosaveMs = 20'000, kHiddenTrimMs = 12'000;
 constexpr uint32_t kFinalCountsMs = 60, kFilterCountsMs = 80;
@@ -129,7 +129,8 @@ void StartRetry(AppState& app, WindowPort& window) {
   SetStatusOf(window, u"Status_InitIncompleteRetry",
               u"Initialization incomplete. Retrying disk index loading in background...");
   SyncCurrentVolumesAsync(Engine(), app.mainWindow);
-  window.StartTimer(kTimerHiddenStart, kRetryMs);
+  app.syncRetryArmed = true;
+  window.StartTimer(kTimerHiddenStart, kSyncRetryMs);
 }
 
 bool OnIndexState(AppState& app, WindowPort& window, const PostedMessage& message) {
@@ -212,7 +213,8 @@ bool OnVolumeLost(AppState&, WindowPort& window, const PostedMessage&) {
   return true;
 }
 
-bool OnVolumesSynced(AppState&, WindowPort& window, const PostedMessage&) {
+bool OnVolumesSynced(AppState& app, WindowPort& window, const PostedMessage&) {
+  if (!Engine().ready) RetrySyncLater(app, window);
   if (!window.IsSearchBoxEnabled()) window.EnableSearchBox();
   window.RebuildScopeBox();
   window.StartTimer(kTimerPrewarm, kAfterNewDiskPrewarmMs);

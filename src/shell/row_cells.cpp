@@ -28,11 +28,21 @@ std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
   return std::u16string(WereNeverAddedUp(volume) ? kNotKnownYet : kAbsent);
 }
 
-std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry* entry) {
-  if (entry != nullptr) return SizeText(static_cast<uint64_t>(entry->size));
+std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrGlance& known) {
+  if (known.entry.valid) return SizeText(static_cast<uint64_t>(known.entry.size));
   MftSize size;
   if (LookupMftSize(*hit.volume, frn, size)) return SizeText(size.logical);
-  return std::u16string(kNotKnownYet);
+  return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
+}
+
+std::u16string DateText(const AttrGlance& known, FileTime date) {
+  if (known.entry.valid) return TimeText(date);
+  return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
+}
+
+// What has gone is not asked for.
+void TakeDots(std::u16string& cell) {
+  if (cell == kNotKnownYet) cell = kAbsent;
 }
 
 }  // namespace
@@ -40,14 +50,17 @@ std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrEntry*
 RowCells CellsOfRow(const MatchItem& hit) {
   const auto kind = GlanceAt(hit);
   if (!kind) return {};
-  AttrEntry entry;
-  const bool isHeld = PeekAttr(*hit.volume, kind->frn, entry);
+  const auto known = GlanceAtAttr(*hit.volume, kind->frn);
+  if (!known) return {.isLater = IsSearchable(*hit.volume)};
   RowCells cells;
-  cells.size = kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn)
-                                 : FileSizeText(hit, kind->frn, isHeld ? &entry : nullptr);
-  cells.modified = isHeld ? TimeText(entry.modified) : std::u16string(kNotKnownYet);
-  cells.created = isHeld ? TimeText(entry.created) : std::u16string(kNotKnownYet);
-  cells.isMissing = !isHeld || cells.size == kNotKnownYet;
+  cells.size =
+      kind->isDirectory ? FolderSizeText(*hit.volume, kind->frn) : FileSizeText(hit, kind->frn, *known);
+  cells.modified = DateText(*known, known->entry.modified);
+  cells.created = DateText(*known, known->entry.created);
+  for (std::u16string* const cell : {&cells.size, &cells.modified, &cells.created}) {
+    if (kind->isDeleted) TakeDots(*cell);
+    cells.isMissing = cells.isMissing || *cell == kNotKnownYet;
+  }
   return cells;
 }
 

@@ -10,6 +10,7 @@ namespace quilmark {
 struct RowCells {
   std::u16string size, modified, created;
   bool isMissing = false;  // something is not known yet, and can be asked for
+  bool isLater = false;    // the attributes are being written: to be painted again in a while
 };
 
 RowCells CellsOfRow(const MatchItem& hit);

@@ -11,6 +11,7 @@
 #include "search/query.h"
 #include "search/search_pipeline.h"
 #include "shell/result_messages.h"
+#include "shell/scope_items.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -30,6 +31,7 @@ void ResetView(AppState& app, WindowPort& window) {
   ClearSelection(app.list.selection);
   app.scrollY = 0;
   window.RelayoutList();
+  SuppressRecentView = false;
   DoSearchAsync(u"", false, true);
 }
 
@@ -72,6 +74,11 @@ void CloseWindowRequest(AppState& app, WindowPort& window) {
 void ShowMainWindow(AppState& app, WindowPort& window) {
   app.shownByUser = true;
   window.StopTimer(kTimerHiddenStart);
+  // Whoever looks at the window waits for a volume: the drives are looked for now, and the end of that
+  // sync arms the timer anew if it found none.
+  if (std::exchange(app.syncRetryArmed, false) && !Engine().ready) {
+    SyncCurrentVolumesAsync(Engine(), app.mainWindow);
+  }
   window.ShowAndRaise();
   if (app.firstSearchDeferred.exchange(false)) {
     window.StartTimer(kTimerPrewarm, kFirstShowPrewarmMs);
@@ -109,9 +116,9 @@ void OnSearchTextChanged(WindowPort& window, std::u16string text) {
   if (!IsContentPrefix(CurrentQueryText)) window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
 }
 
-void OnScopeChosen(WindowPort& window, int index) {
+void OnScopeChosen(const AppState& app, WindowPort& window, int index) {
   window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  if (index >= 0) scopeIndex = index;
+  if (index >= 0) ChooseScope(app, index);
   window.FocusSearchBox();
 }
 

@@ -34,7 +34,7 @@ void OnTaskbarCreated(AppState& app, WindowPort& window);
 void OnSearchTextChanged(WindowPort& window, std::u16string text);
 
 // The scope box has another choice: it holds from the next search on.
-void OnScopeChosen(WindowPort& window, int index);
+void OnScopeChosen(const AppState& app, WindowPort& window, int index);
 
 // A drive notice. Events of WM_DEVICECHANGE (dbt.h); bit 0 of the mask is A:. Nothing without a volume.
 enum class DriveEvent : uint32_t {

@@ -24,7 +24,11 @@ void RetryTrayIcon(AppState& app, WindowPort& window) {
   if (app.trayIconAdded) window.StopTimer(ID_TIMER_TRAY_RETRY);
 }
 
-void StartTypedSearch(AppState&, WindowPort&) { DoSearchAsync(CurrentQueryText, false, false); }
+void StartTypedSearch(AppState& app, WindowPort& window) {
+  DoSearchAsync(CurrentQueryText, false, false);
+  // It asks itself again until a volume is ready; somebody has to look for one.
+  if (!CurrentQueryText.empty() && !Engine().ready) RetrySyncLater(app, window);
+}
 
 void SettleScroll(AppState& app, WindowPort& window) {
   if (IsScrolling(app, TickMs())) return window.StartTimer(kTimerScrollSettle, kStillScrollingMs);
@@ -36,11 +40,12 @@ void SettleScroll(AppState& app, WindowPort& window) {
 
 // Keeps a program that was started for the tray in the tray, and tries for a volume until there is one.
 void GuardHiddenStart(AppState& app, WindowPort& window) {
+  app.syncRetryArmed = false;
   window.AddOrUpdateTrayIcon();
   const bool staysHidden = app.hiddenStart && !app.shownByUser;
   if (!Engine().ready) {
     SyncCurrentVolumesAsync(Engine(), app.mainWindow);
-    if (!staysHidden || !window.IsVisible()) window.StartTimer(kTimerHiddenStart, kSyncRetryMs);
+    if (!staysHidden || !window.IsVisible()) RetrySyncLater(app, window);
   }
   if (staysHidden && window.IsVisible()) window.Hide();
 }
@@ -105,6 +110,11 @@ bool FireTimer(AppState& app, WindowPort& window, uint32_t id) {
     return true;
   }
   return false;
+}
+
+void RetrySyncLater(AppState& app, WindowPort& window) {
+  if (std::exchange(app.syncRetryArmed, true)) return;
+  window.StartTimer(kTimerHiddenStart, kSyncRetryMs);
 }
 
 bool IsScrolling(const AppState& app, uint64_t nowMs) {

@@ -11,6 +11,10 @@ namespace quilmark {
 // Runs the timer `id`, stopped first unless it repeats. False for an unknown one.
 bool FireTimer(AppState& app, WindowPort& window, uint32_t id);
 
+// Has the drives looked for again in a while, unless that is to come already. For whoever finds no
+// volume ready.
+void RetrySyncLater(AppState& app, WindowPort& window);
+
 // Every timer of the window, in the order in which the end of the window stops them.
 inline constexpr uint32_t kAllTimers[] = {30002, 30003, 30004, 30005, 30006, 30007,
                                           30008, 30014, 30009, 30010, 30011, 30013};

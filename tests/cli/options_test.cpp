@@ -100,10 +100,11 @@ TEST(Options, MistakesAreErrorsWithTheirReason) {
   expectError({"find"}, "no query");
   expectError({"grep", "x"}, "grep");
   expectError({"find", "--limit", "many", "x", "/usr"}, "--limit");
-  expectError({"find", "--limit", "-1", "x", "/usr"}, "--limit");
+  expectError({"find", "--limit", "-1", "x", "/usr"},
+              "quilmark: --limit: takes a whole number from 0 on, not -1\n");
+  expectError({"watch", "--limit", "0", "/image"}, "takes a whole number from 1 on, not 0\n");
   expectError({"find", "--limit", "[5]", "x", "/usr"}, "[5]\n");
   expectError({"find", "--nonsense", "x", "/usr"}, "--nonsense");
-  expectError({"find", "--interactive", "--json", "/usr"}, "--interactive");
   expectError({"find", "--size", "1..0", "x", "/usr"}, "quilmark: --size: the range is reversed\n");
   expectError({"find", "--modified", "[]", "x", "/usr"}, "--modified: '[]' is no date");
   expectError({"find", "--sort", "", "x", "/usr"}, "--sort: '' is no column");

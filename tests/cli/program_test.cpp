@@ -144,6 +144,29 @@ TEST_F(Program, InteractiveAnswersALineAtATime) {
   EXPECT_EQ(run.exitCode, 0);
 }
 
+TEST_F(Program, InteractiveAnswersProgramsWithAnEmptyLineAfterEachAnswer) {
+  File("alpha.txt");
+  File("alps.txt");
+  const ProgramRun json = Find({"--interactive", "--json", "--drive-paths", "--sort", "name", Root()},
+                               "al\nnothing\ns:word\nalps\n");
+  EXPECT_EQ(Lines(json.output),
+            (std::vector<std::string>{R"({"path":"C:\\alpha.txt","dir":false})",
+                                      R"({"path":"C:\\alps.txt","dir":false})", "", "", "",
+                                      R"({"path":"C:\\alps.txt","dir":false})", ""}));
+  EXPECT_NE(json.errors.find("content search"), std::string::npos) << json.errors;
+  EXPECT_EQ(json.exitCode, 0);
+  const ProgramRun count = Find({"--interactive", "--count", Root()}, "al\nnothing\n");
+  EXPECT_EQ(count.output, "2\n\n0\n\n");
+}
+
+// A dialogue shows a reader the first few; a program gets all.
+TEST_F(Program, InteractiveGivesProgramsEveryHit) {
+  for (int i = 0; i < 15; ++i) File("file" + std::to_string(i));
+  EXPECT_EQ(Lines(Find({"--interactive", "--json", Root()}, "file\n").output).size(), 16u);
+  EXPECT_EQ(Lines(Find({"--interactive", "--json", "--limit", "3", Root()}, "file\n").output).size(),
+            4u);
+}
+
 TEST_F(Program, MistakesAreSaidOnStandardErrorWithExitCodeTwo) {
   File("file.txt");
   fs::create_directories(folder.HostPath() / "empty");

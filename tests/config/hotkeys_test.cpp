@@ -33,6 +33,12 @@ TEST(HotkeysText, HasOneLineAKey) {
             u"modifiers=3\nkey=65\nfg_modifiers=9\nfg_key=4294967295\n");
 }
 
+// Whoever holds the key sees the window come once, not flicker. The file keeps what it kept.
+TEST(ModifiersToRegister, LetAHeldKeyCountOnce) {
+  EXPECT_EQ(ModifiersToRegister(6), 0x4006u);
+  EXPECT_EQ(ModifiersToRegister(0x4001), 0x4001u);
+}
+
 TEST(LoadHotkeys, GivesDefaultsWithoutAFile) {
   const ScratchConfig config;
   EXPECT_EQ(LoadHotkeys(), HotkeyConfig{});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <shared_mutex>
 #include <thread>
 #include <utility>
 
@@ -138,6 +139,33 @@ TEST_F(AttrCacheFile, ComesBackInTheNextRun) {
   EXPECT_NE(metrics->find(u"cache_save ms="), std::u16string::npos);
   EXPECT_NE(metrics->find(u" entries=1 bytes=59\n"), std::u16string::npos);
   EXPECT_NE(metrics->find(u"cache_load ms="), std::u16string::npos);
+}
+
+// Rows are painted meanwhile.
+TEST_F(AttrCacheFile, IsTakenOverPieceByPiece) {
+  constexpr uint64_t kCount = 100'000;
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  CachedVolume cached{u'C', kJournal, {}};
+  for (uint64_t frn = 1'000; frn < 1'000 + kCount; ++frn) {
+    AddFile(volume, u"b", kRootFrnOfTests, frn);
+    cached.entries.emplace_back(frn, kEntry);
+  }
+  bool hasSeenAPart = false;
+  for (int round = 0; round < 50 && !hasSeenAPart; ++round) {
+    volume.attrs.clear();
+    std::atomic<bool> isTaken = false;
+    std::thread taker([&] {
+      EXPECT_EQ(TakeCachedVolumes(Engine(), {cached}), kCount);
+      isTaken = true;
+    });
+    while (!isTaken && !hasSeenAPart) {
+      const std::shared_lock lock(volume.attrLock);
+      hasSeenAPart = !volume.attrs.empty() && volume.attrs.size() < kCount;
+    }
+    taker.join();
+  }
+  EXPECT_TRUE(hasSeenAPart);
+  EXPECT_EQ(volume.attrs.size(), kCount);
 }
 
 TEST_F(AttrCacheFile, ComesBackAfterTheJournalWasMadeAnew) {

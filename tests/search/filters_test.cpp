@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <future>
 #include <mutex>
 #include <thread>
 
@@ -390,6 +392,19 @@ TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
   const FilterCounts counts = UpdateFilterCounts({});
   EXPECT_EQ(counts.byCategory[0], 1'000u);
   EXPECT_FALSE(counts.leavesOutAVolume);
+}
+
+// The window waits for the counts.
+TEST_F(Filters, SayThatAVolumeWhoseAttributesAreWrittenWasLeftOut) {
+  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
+  Hold();
+  Gate writer(volume->attrLock, Gate::Stops::kAll);
+  auto counted = std::async(std::launch::async, [] { return UpdateFilterCounts({.sizePreset = 1}); });
+  const bool isCounted = counted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+  writer.Open();
+  EXPECT_TRUE(isCounted);
+  EXPECT_TRUE(counted.get().leavesOutAVolume);
+  EXPECT_FALSE(UpdateFilterCounts({.sizePreset = 1}).leavesOutAVolume);
 }
 
 TEST_F(Filters, CountWithoutTheDisk) {

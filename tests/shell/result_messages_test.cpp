@@ -248,6 +248,7 @@ TEST_F(ResultMessages, ALossOfNothingChangesNothing) {
 }
 
 TEST_F(ResultMessages, ANewDriveOpensTheSearchBoxAndSearchesAgain) {
+  Engine().ready = true;
   EXPECT_TRUE(Take(WM_VOLUMES_SYNCED));
   EXPECT_TRUE(window.isEnabled);
   EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);

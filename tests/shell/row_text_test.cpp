@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/scope_items.h"
-#include "support/search_harness.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -37,13 +35,6 @@ TEST(RowText, JoinsFolderAndName) {
   EXPECT_EQ(PathOfRow({.name = u"a.txt", .folder = u"Q:\\docs"}), u"Q:\\docs\\a.txt");
   EXPECT_EQ(PathOfRow({.name = u"docs", .folder = u"Q:\\"}), u"Q:\\docs");
   EXPECT_EQ(PathOfRow({}), u"");
-}
-
-TEST(ScopeItems, AreAllTheDesktopAndEachVolume) {
-  SearchHarness harness;
-  AddVolume(Engine(), MakeTestVolume(u"Q:"));
-  AddVolume(Engine(), MakeTestVolume(u"D:"));
-  EXPECT_EQ(ScopeItems(Engine()), (std::vector<std::u16string>{u"All", u"Desktop", u"D:", u"Q:"}));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
 #include <memory>
 
 #include "search/attr_cache.h"
@@ -10,6 +12,7 @@
 #include "search/sort.h"
 #include "shell/cell_text.h"
 #include "shell/row_cells.h"
+#include "support/gate.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -110,6 +113,20 @@ TEST_F(RowCellsOf, ShowDotsForWhatCanBeAskedForAndADashForWhatIsNot) {
   EXPECT_EQ(unreadable.size, u"0 B");
   EXPECT_EQ(unreadable.modified, kAbsent);
   EXPECT_FALSE(unreadable.isMissing);
+}
+
+// The interface thread paints them.
+TEST_F(RowCellsOf, WaitForNobodyWhoWritesTheAttributes) {
+  Gate gate(volume_->attrLock, Gate::Stops::kAll);
+  auto painted = std::async(std::launch::async, [this] { return CellsOfRow({volume_.get(), file_}); });
+  const bool isPainted = painted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+  gate.Open();
+  EXPECT_TRUE(isPainted);
+  const RowCells cells = painted.get();
+  EXPECT_TRUE(cells.isLater);
+  EXPECT_FALSE(cells.isMissing);
+  EXPECT_EQ(cells.modified, u"");
+  EXPECT_FALSE(CellsOfRow({volume_.get(), file_}).isLater);
 }
 
 TEST_F(RowCellsOf, AreEmptyForARecordThatIsGone) {

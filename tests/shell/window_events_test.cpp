@@ -89,6 +89,23 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
+// Enter in an empty box lists the whole index, and so do the Desktop and a refresh.
+TEST_F(WindowEvents, TheCloseButtonBringsTheRecentFilesBack) {
+  auto recent = std::make_shared<ResultSet>(1);
+  searchHooks.recentResults = [recent] { return recent; };
+  Engine().ready = true;
+  app.trayIconAdded = true;
+  TakeSearchKey(window, kKeyEnter, u"");
+  EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
+  CloseWindowRequest(app, window);  // of another source
+  EXPECT_TRUE(SuppressRecentView);
+  app.closeBoxPressed = true;
+  CloseWindowRequest(app, window);
+  EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
+  EXPECT_EQ(HeldResults(), recent);
+  EXPECT_FALSE(SuppressRecentView);
+}
+
 TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
   Engine().ready = true;
   app.trayIconAdded = true;
@@ -181,11 +198,11 @@ TEST_F(WindowEvents, EscapeEndsAContentSearchAndNothingElse) {
 TEST_F(WindowEvents, ANewScopeTakesEffectWithTheNextSearch) {
   window.timers[30003] = 260;
   const uint64_t before = searchGeneration;
-  OnScopeChosen(window, 2);
+  OnScopeChosen(app, window, 2);
   EXPECT_EQ(scopeIndex, 2);
   EXPECT_TRUE(window.timers.empty());
   EXPECT_EQ(searchGeneration, before);
-  OnScopeChosen(window, -1);
+  OnScopeChosen(app, window, -1);
   EXPECT_EQ(scopeIndex, 2);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/result_messages.h"
+#include "shell/window_events.h"
 #include "shell/window_harness.h"
 #include "shell/window_ids.h"
 #include "support/mapped_drive.h"
@@ -113,6 +115,37 @@ TEST_F(WindowTimers, AVisibleWindowWithoutAVolumeGoesOnTrying) {
   Fire(30005);
   EXPECT_EQ(window.timers.at(30005), 5'000u);
   EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+}
+
+TEST_F(WindowTimers, AShowDoesNotEndTheSearchForAVolume) {
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
+  TakeResultMessage(app, window, {.message = WM_INDEX_STATE, .first = 1});
+  EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  ShowMainWindow(app, window);
+  EXPECT_EQ(window.timers.count(30005), 0u);
+  const PostedMessage settled = harness.search.Next();  // looked at once
+  EXPECT_EQ(settled.message, WM_VOLUMES_SYNCED);
+  TakeResultMessage(app, window, settled);
+  EXPECT_EQ(window.timers.at(30005), 5'000u);
+  EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+}
+
+TEST_F(WindowTimers, AShowAsksForNoVolumeWhereOneIsReadyOrTheStartStillRuns) {
+  ShowMainWindow(app, window);
+  app.syncRetryArmed = true;
+  Engine().ready = true;
+  ShowMainWindow(app, window);
+  EXPECT_TRUE(harness.search.IsQuiet());
+}
+
+TEST_F(WindowTimers, ASearchThatWaitsForAVolumeHasTheDrivesLookedForAgain) {
+  CurrentQueryText = u"needle";
+  Fire(30003);
+  EXPECT_EQ(window.timers.at(30005), 5'000u);
+  window.timers[30005] = 1;  // it runs
+  Fire(30003);
+  EXPECT_EQ(window.timers.at(30005), 1u) << "it would never fire";
 }
 
 TEST_F(WindowTimers, AReadyEngineIsNotSynced) {

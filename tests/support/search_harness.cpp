@@ -29,6 +29,7 @@ SearchHarness::SearchHarness() {
   Engine().volumes.clear();
   Engine().ready = false;
   scopeIndex = kScopeAll;
+  scopeDrive = 0;
   SuppressRecentView = false;
   initialSearchEnabled = true;
   CurrentQueryText.clear();

@@ -183,6 +183,7 @@ PaintOutcome DrawRows(const ListPaint& paint) {
     if (paint.layout.view == ViewMode::kList) {
       const RowCells cells = CellsOfRow((*rows)[index]);
       outcome.isMissing = outcome.isMissing || cells.isMissing;
+      outcome.isLater = outcome.isLater || cells.isLater;
       DrawTableRow(paint, place, index, text, cells);
     } else {
       DrawIconCell(paint, place, index, text);

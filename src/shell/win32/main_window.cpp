@@ -77,8 +77,7 @@ void MainWindow::FocusSearchBox() {
 }
 
 void MainWindow::RebuildScopeBox() {
-  const auto items = ScopeItems(Engine());
-  if (scopeIndex >= static_cast<int>(items.size())) scopeIndex = kScopeAll;
+  const auto items = RenewScopeItems(App(), Engine());
   FillCombo(scopeBox, items, scopeIndex);
 }
 
@@ -208,8 +207,11 @@ void MainWindow::RegisterHotkeys() {
   const HotkeyConfig& keys = App().hotkeys;
   const bool isSame =
       keys.showModifiers == keys.foregroundModifiers && keys.showKey == keys.foregroundKey;
-  if (!isSame) RegisterHotKey(window_, kHotkeyShow, keys.showModifiers, keys.showKey);
-  RegisterHotKey(window_, kHotkeyForeground, keys.foregroundModifiers, keys.foregroundKey);
+  if (!isSame) {
+    RegisterHotKey(window_, kHotkeyShow, ModifiersToRegister(keys.showModifiers), keys.showKey);
+  }
+  RegisterHotKey(window_, kHotkeyForeground, ModifiersToRegister(keys.foregroundModifiers),
+                 keys.foregroundKey);
 }
 
 bool MainWindow::Resize(int width, int height) {

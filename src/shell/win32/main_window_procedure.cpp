@@ -128,7 +128,7 @@ Outcome OnComboChosen(AppState& app, MainWindow& window, const Message& message)
   InvalidateRect(reinterpret_cast<HWND>(message.lParam), nullptr, FALSE);
   switch (LOWORD(message.wParam)) {
     case kScopeBox:
-      OnScopeChosen(window, chosen);
+      OnScopeChosen(app, window, chosen);
       return 0;
     case kSizePreset:
       ChoosePreset(app, window, CurrentWindowSettings.sizePreset, chosen);

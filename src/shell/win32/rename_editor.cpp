@@ -2,19 +2,18 @@
 
 #include <commctrl.h>
 
-#include <mutex>
 #include <optional>
 #include <utility>
 
 #include "config/palette.h"
 #include "config/translate.h"
 #include "config/window_settings.h"
-#include "index/volume_index.h"
 #include "platform/format.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
+#include "shell/rename_index.h"
 #include "shell/rename_text.h"
 #include "shell/row_text.h"
 #include "shell/win32/controls.h"
@@ -35,6 +34,7 @@ constexpr int kTextInset = 3;
 struct Editing {
   MatchItem hit;
   RowText row;
+  RenameTarget target;
   int64_t index = -1;  // of the row
 };
 Editing editing;
@@ -46,8 +46,9 @@ std::optional<Editing> FocusedRow(const AppState& app) {
   if (focus < 0 || static_cast<uint64_t>(focus) >= rows->size()) return std::nullopt;
   const MatchItem hit = (*rows)[static_cast<size_t>(focus)];
   const RowText row = TextOfRow(hit);
-  if (row.name.empty() || row.folder.empty()) return std::nullopt;
-  return Editing{hit, row, focus};
+  const auto target = SeeForRename(hit);
+  if (row.name.empty() || row.folder.empty() || !target) return std::nullopt;
+  return Editing{hit, row, *target, focus};
 }
 
 // Other results may have come while the name was typed.
@@ -70,15 +71,6 @@ void Ask(MainWindow& window, const std::u16string& text) {
   SendMessageW(window.renameEditor, EM_SETSEL, 0, -1);
 }
 
-// The index learns of it at once; the journal's own record then changes nothing.
-void RenameInIndex(const MatchItem& hit, const std::u16string& name) {
-  // A volume that is being built finds the name by itself.
-  if (!IsSearchable(*hit.volume)) return;
-  const std::scoped_lock lock(hit.volume->indexLock);
-  if (hit.index >= hit.volume->records.size()) return;
-  RenameRecord(*hit.volume, hit.index, hit.volume->records[hit.index].parentFrn, name);
-}
-
 // Who leaves the editor for another row has chosen that; who leaves the program comes back to it.
 enum class CommitEnd { kByKey, kByLeaving, kByLeavingTheProgram };
 
@@ -92,7 +84,7 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name, Commi
     return Ask(window, FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
                                   uint32_t{error}));
   }
-  RenameInIndex(editing.hit, name);
+  RenameInIndex(editing.target, name);
   Close(window);
   if (end == CommitEnd::kByKey) SetFocus(window.Handle());
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());

@@ -1,0 +1,29 @@
+// What the index learns of a rename that the user made here.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "search/search_state.h"
+
+namespace quilmark {
+
+// The file of a row as it was when its name began to be edited.
+struct RenameTarget {
+  VolumeIndex* volume = nullptr;
+  uint32_t index = 0;
+  uint64_t frn = 0;
+  uint64_t build = 0;              // VolumeIndex::builds
+  const char16_t* name = nullptr;  // another one after each change of the name
+  uint64_t parentFrn = 0;
+};
+
+// Empty for a record that is gone, and where the volume cannot be read in a moment.
+std::optional<RenameTarget> SeeForRename(const MatchItem& hit);
+
+// Gives the file its new name: at once where the lock is free, else on the job "rename_in_index", which
+// has the list painted again. Nothing where another file has the place by now, or the journal has told
+// of another name already. The journal's own record of this rename then changes nothing.
+void RenameInIndex(const RenameTarget& target, std::u16string name);
+
+}  // namespace quilmark
