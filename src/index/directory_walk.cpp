@@ -74,6 +74,7 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
     volume.nextSyntheticFrn = walk.nextFrn;
   }
   outcome.isBuilt = !volume.records.empty();
+  if (outcome.isBuilt) NoteBack(volume);
   return outcome.isBuilt;
 }
 

@@ -165,6 +165,7 @@ void StartMonitor(VolumeIndex& volume) {
 
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
   const std::scoped_lock lock(volume.deviceLock);
+  NoteBack(volume);
   volume.volumeHandle.swap(device);
 }
 
@@ -196,6 +197,27 @@ void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
                                      error, error, volume.drive)));
 }
 
+// One look at the volume decides, and takes the monitor and the device as they are then: a build that
+// comes meanwhile keeps its own.
+template <typename Condition>
+void CloseVolumeIf(VolumeIndex& volume, Condition isToBeClosed) {
+  const std::scoped_lock stopping(volume.monitorStop);
+  Followed followed;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    if (!isToBeClosed(volume)) return;
+    followed = TakeMonitor(volume);
+  }
+  JoinMonitor(volume, followed);
+  if (followed.device == nullptr) return;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    if (volume.volumeHandle == followed.device) volume.volumeHandle = nullptr;
+  }
+  if (const uint32_t error = followed.device->Close(); error != 0) LogCloseFailure(volume, error);
+  SleepMs(kDeviceReleaseMs);
+}
+
 }  // namespace
 
 void InstallVolumeOpener(VolumeOpener opener) {
@@ -214,15 +236,11 @@ bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
 }
 
 void CloseVolume(VolumeIndex& volume) {
-  StopMonitor(volume);
-  std::shared_ptr<VolumeDevice> device;
-  {
-    const std::scoped_lock lock(volume.deviceLock);
-    device.swap(volume.volumeHandle);
-  }
-  if (device == nullptr) return;
-  if (const uint32_t error = device->Close(); error != 0) LogCloseFailure(volume, error);
-  SleepMs(kDeviceReleaseMs);
+  CloseVolumeIf(volume, [](const VolumeIndex&) { return true; });
+}
+
+void CloseTakenOut(VolumeIndex& volume) {
+  CloseVolumeIf(volume, [](const VolumeIndex& each) { return each.takenOut.load(); });
 }
 
 }  // namespace quilmark

@@ -20,6 +20,9 @@ bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 // next. Nothing if no device is open. Any thread but the monitor's own.
 void CloseVolume(VolumeIndex& volume);
 
+// CloseVolume, unless a build has opened the volume since it was taken out.
+void CloseTakenOut(VolumeIndex& volume);
+
 // How a volume is opened: OpenVolumeDevice, unless a test installs another. Null puts that back.
 using VolumeOpener = std::unique_ptr<VolumeDevice> (*)(std::u16string_view drive, VolumeAccess access,
                                                        uint32_t& error);

@@ -206,20 +206,30 @@ void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
   if (!ShutdownRequested) PostIfAlive(Engine().window, WM_VOLUME_LOST, 0, 0);
 }
 
+Followed TakeMonitor(VolumeIndex& volume) {
+  volume.monitorRunning = false;
+  if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
+  Followed followed{.monitor = {}, .device = volume.volumeHandle};
+  followed.monitor.swap(volume.monitorThread);
+  return followed;
+}
+
+void JoinMonitor(VolumeIndex& volume, Followed& followed) {
+  if (!followed.monitor.joinable()) return;
+  volume.monitorPause.Wake();
+  if (followed.device != nullptr) followed.device->Cancel();
+  followed.monitor.join();
+}
+
 void StopMonitor(VolumeIndex& volume) {
   // A second caller waits as well: no build may begin beside a monitor that has yet to end.
   const std::scoped_lock stopping(volume.monitorStop);
-  std::thread monitor;
+  Followed followed;
   {
     const std::scoped_lock lock(volume.deviceLock);
-    volume.monitorRunning = false;
-    if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
-    monitor.swap(volume.monitorThread);
+    followed = TakeMonitor(volume);
   }
-  if (!monitor.joinable()) return;
-  volume.monitorPause.Wake();
-  if (const auto device = DeviceOf(volume)) device->Cancel();
-  monitor.join();
+  JoinMonitor(volume, followed);
 }
 
 }  // namespace quilmark

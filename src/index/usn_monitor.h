@@ -4,7 +4,9 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <thread>
 
 #include "index/volume_index.h"
 
@@ -18,6 +20,18 @@ void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted);
 // Ends and joins the monitor, which may be in the middle of a block or a read. Never from the monitor's
 // own thread.
 void StopMonitor(VolumeIndex& volume);
+
+// The thread that follows a volume, and what it reads.
+struct Followed {
+  std::thread monitor;
+  std::shared_ptr<VolumeDevice> device;
+};
+
+// Tells the monitor to end and takes its thread. REQUIRES deviceLock and monitorStop held.
+Followed TakeMonitor(VolumeIndex& volume);
+
+// Cancels and joins what TakeMonitor returned. REQUIRES monitorStop held.
+void JoinMonitor(VolumeIndex& volume, Followed& followed);
 
 // Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that
 // opens it. A malformed record ends the block. A block of eight bytes or fewer changes nothing.

@@ -102,6 +102,11 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   SetBit(volume.hidden, index);
 }
 
+void NoteBack(VolumeIndex& volume) {
+  volume.takenOut = false;
+  volume.goneTold = false;
+}
+
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
   if (volume.drive != drive) volume.drive = drive;
   const std::scoped_lock lock(volume.nameLock);

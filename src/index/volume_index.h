@@ -67,6 +67,9 @@ struct VolumeIndex {
   mutable OrderedLock nameLock{LockRank::kLeaf, "nameLock"};  // a build may give another name
   std::atomic<bool> valid = true;
   std::atomic<bool> busy = false;  // a build is running: searches skip the volume
+  // Its drive goes: out of the search, and closed or about to be. Both are cleared by the next build.
+  std::atomic<bool> takenOut = false;
+  std::atomic<bool> goneTold = false;  // whoever asked what is gone knows of this volume
 
   uint64_t builds = 0;                    // indexLock; how often the tables were emptied
   std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
@@ -150,6 +153,9 @@ struct ValidUnlessFailed {
     if (!isBuilt) volume.valid = false;
   }
 };
+
+// The drive is there again: whoever asks what is gone may be told of the volume anew.
+void NoteBack(VolumeIndex& volume);
 
 // Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
 // volumes is searched by it without this lock.

@@ -150,14 +150,20 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
 }
 
-// Takes valid volumes that `isGone` names out of the search.
-template <typename IsGone>
-std::vector<VolumeIndex*> TakeOut(SearchEngine& engine, IsGone isGone) {
-  std::vector<VolumeIndex*> taken;
-  for (const auto& volume : engine.volumes) {
-    if (isGone(*volume) && volume->valid.exchange(false)) taken.push_back(volume.get());
-  }
-  return taken;
+// Takes a volume whose letter is gone out of the search. True for one that was searched until now, and
+// for one that was lost or released before its letter went and that nobody was told of.
+bool TakeOutGone(VolumeIndex& volume) {
+  volume.takenOut = true;
+  const bool wasTold = volume.goneTold.exchange(true);
+  return volume.valid.exchange(false) || !wasTold;
+}
+
+// Takes a volume out of the search whose letter may stay for a while. True if it was in it, or is lost
+// and not yet closed.
+bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
+  const bool wasOut = volume.takenOut.exchange(true);
+  if (isGone) volume.goneTold = true;
+  return volume.valid.exchange(false) || !wasOut;
 }
 
 }  // namespace
@@ -179,14 +185,15 @@ bool RemoveUnavailableVolumes(SearchEngine& engine) {
   {
     const std::scoped_lock lock(engine.volumesMutex);
     const uint32_t mask = LogicalDriveMask();
-    gone = TakeOut(engine, [&](const VolumeIndex& volume) { return (BitOfDrive(volume) & mask) == 0; });
+    for (const auto& volume : engine.volumes) {
+      const bool isGone = (BitOfDrive(*volume) & mask) == 0;
+      if (isGone && TakeOutGone(*volume)) gone.push_back(volume.get());
+    }
   }
   if (gone.empty()) return false;
   RunBackground("remove_unavailable_volumes", [gone] {
-    for (VolumeIndex* const volume : gone) {
-      // Its letter may be back, and a sync have built it again.
-      if (!volume->valid && !volume->busy) CloseVolume(*volume);
-    }
+    // A letter may be back, and a sync have built its volume again.
+    for (VolumeIndex* const volume : gone) CloseTakenOut(*volume);
   });
   return true;
 }
@@ -196,10 +203,14 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
   std::vector<VolumeIndex*> released;
   {
     const std::scoped_lock lock(engine.volumesMutex);
-    released =
-        TakeOut(engine, [&](const VolumeIndex& volume) { return (BitOfDrive(volume) & unitMask) != 0; });
+    const uint32_t mask = LogicalDriveMask();
+    for (const auto& volume : engine.volumes) {
+      const uint32_t bit = BitOfDrive(*volume);
+      if ((bit & unitMask) == 0) continue;
+      if (TakeOutReleased(*volume, (bit & mask) == 0)) released.push_back(volume.get());
+    }
   }
-  for (VolumeIndex* const volume : released) CloseVolume(*volume);
+  for (VolumeIndex* const volume : released) CloseTakenOut(*volume);
   return !released.empty();
 }
 

@@ -6,11 +6,14 @@
 #include <thread>
 #include <vector>
 
+#include "index/usn_monitor.h"
 #include "index/volume_life.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
 #include "platform/drives.h"
+#include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
+#include "support/scripted_device.h"
 
 namespace quilmark {
 namespace {
@@ -85,6 +88,32 @@ TEST(VolumeLifeConcurrency, DrivesComeAndGoUnderReaders) {
   EXPECT_EQ(usable, (std::vector<std::u16string>{u"E:", u"F:"}));
   UnmapDrive(u'E');
   UnmapDrive(u'F');
+}
+
+// The end of one stay of a stick against the beginning of its next: what is searched is followed.
+TEST(VolumeLifeConcurrency, AStickThatIsBackAtOnceIsNotClosedByTheEndOfItsFormerStay) {
+  monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+  ScratchFolder folder;
+  folder.MakeFile("n.img", NtfsVolumeBuilder().Image());
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  SearchEngine engine;
+  for (int stay = 0; stay < 40; ++stay) {
+    MapDrive(u'N', folder.PathOf(u"n.img"));
+    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 64)});
+    SyncCurrentVolumesAsync(engine, nullptr);
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));  // the former stay is closed by now too
+    const auto volumes = CopyVolumes(engine);
+    ASSERT_EQ(volumes.size(), 1u);
+    ASSERT_TRUE(volumes[0]->valid);
+    ASSERT_TRUE(volumes[0]->monitorRunning) << stay;
+    ASSERT_EQ(script.OpenDevices(), 1) << stay;
+    UnmapDrive(u'N');
+    RemoveUnavailableVolumes(engine);
+  }
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_EQ(script.OpenDevices(), 0);
+  monitorPauses = {};
 }
 
 }  // namespace

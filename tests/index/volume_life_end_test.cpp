@@ -120,5 +120,81 @@ TEST_F(EndInTheMiddle, AStartWhoseDrivesAnotherJobBuiltTellsThatTheyAreReady) {
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0)));
 }
 
+// An NTFS stick at N: whose monitor has found that the device is gone.
+struct LostStick : VolumeLife {
+  LostStick() {
+    MapE();
+    MapN();
+    QueueNtfsBuild();
+    scripts.Script(u"N:").QueueError(kFsctlReadUsnJournal, kErrorDeviceNotConnected);
+    Start();
+    EXPECT_TRUE(WaitFor([&] { return !Volume(1).valid; }));
+    Posted();
+  }
+};
+
+TEST_F(LostStick, IsClosedAndToldOfOnceWhenItsLetterGoes) {
+  EXPECT_FALSE(RemoveUnavailableVolumes(engine)) << "its letter is there";
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 1);
+
+  UnmapDrive(u'N');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+  EXPECT_FALSE(RemoveUnavailableVolumes(engine));
+  Finish();
+
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
+}
+
+TEST_F(LostStick, IsReleasedOnceForAnEject) {
+  EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13));
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
+  EXPECT_FALSE(ReleaseVolumesByMask(engine, 1u << 13));
+}
+
+TEST_F(VolumeLife, AStickThatIsReleasedForAnEjectIsToldOfWhenItsLetterGoes) {
+  MapN();
+  QueueNtfsBuild();
+  Start();
+  EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13));
+  EXPECT_FALSE(RemoveUnavailableVolumes(engine)) << "its letter is there";
+
+  UnmapDrive(u'N');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine)) << "its rows may be on the screen";
+  EXPECT_FALSE(RemoveUnavailableVolumes(engine));
+}
+
+TEST_F(VolumeLife, AStickThatIsReleasedBehindItsLetterIsToldOfOnce) {
+  MapN();
+  QueueNtfsBuild();
+  Start();
+  UnmapDrive(u'N');
+  EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13));
+  EXPECT_FALSE(RemoveUnavailableVolumes(engine));
+}
+
+TEST_F(LostStick, IsToldOfAgainWhenItGoesASecondTime) {
+  UnmapDrive(u'N');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+  Finish();
+  MapN();
+  QueueNtfsBuild();
+  scripts.Script(u"N:").QueueError(kFsctlReadUsnJournal, kErrorDeviceNotConnected);
+  Sync();
+  ASSERT_TRUE(WaitFor([&] { return !Volume(1).valid; }));
+
+  UnmapDrive(u'N');
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+  Finish();
+
+  EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
+}
+
+TEST_F(LostStick, AWalkedDriveThatIsFoundGoneByTheMenuIsStillTold) {
+  UnmapDrive(u'E');
+  EXPECT_FALSE(HasNonNtfsVolume(engine));
+  EXPECT_FALSE(Volume(0).valid);
+  EXPECT_TRUE(RemoveUnavailableVolumes(engine));
+}
+
 }  // namespace
 }  // namespace quilmark

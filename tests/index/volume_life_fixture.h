@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "index/usn_monitor.h"
 #include "index/volume_life.h"
 #include "platform/background.h"
+#include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/drives.h"
 #include "support/environment.h"
@@ -68,6 +70,13 @@ struct VolumeLife : testing::Test {
   void Sync() {
     SyncCurrentVolumesAsync(engine, window.Target());
     Finish();
+  }
+  // Waits for what another thread brings about; false after a minute.
+  template <typename Condition>
+  bool WaitFor(Condition condition) {
+    const uint64_t start = TickMs();
+    while (!condition() && TickMs() - start < 60'000) std::this_thread::yield();
+    return condition();
   }
   // What was posted, as (message, first, second).
   std::vector<std::tuple<uint32_t, uint64_t, int64_t>> Posted() {
