@@ -8,7 +8,7 @@ build=(g++ cmake ninja-build ccache libboost1.81-dev libcli11-dev nlohmann-json3
 windows=(g++-mingw-w64-x86-64-posix wine wine64)
 window=(xvfb openbox xauth x11-utils xdotool wmctrl imagemagick fonts-noto-core fonts-noto-cjk fonts-liberation
   fonts-dejavu-core)
-tests=(googletest libgtest-dev libgmock-dev clang lld llvm libclang-rt-14-dev python3 ntfs-3g xz-utils)
+tests=(googletest libgtest-dev libgmock-dev clang lld llvm libclang-rt-14-dev procps python3 ntfs-3g xz-utils)
 bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
 
 wanted=()

@@ -3,6 +3,7 @@
 #   step NAME                    a heading for what run_suites and run_scripts_tests do next
 #   add_suite NAME PARTS COMMAND...   puts a GoogleTest program in line, cut into that many parts
 #   add_fuzz_target PROGRAM      puts a fuzz target in line
+#   end_workers                  for a trap at the script's end
 #   run_suites                   runs what stands in line, two at a time, and prints what each said
 #   run_scripts_tests            the tests of tools and benchmarks in tests/tools
 #   summarise                    "N passed, N failed" as the last line; the script's exit code
@@ -15,9 +16,9 @@ passed=0
 failed=0
 started=$SECONDS
 logs=$PWD/build/test-logs
-line=$logs/line
-rm -rf "$line"
-mkdir -p "$line"
+mkdir -p "$logs"
+line=$(mktemp -d "$logs/line.XXXXXX")
+workers=
 
 seconds_of() { awk '{ printf "%.1f s, CPU %.1f s", $1, $2 + $3 }' "$1"; }
 
@@ -76,10 +77,10 @@ run_suite() {
   # Wine writes CR LF.
   ok=$(tr -d '\r' <"$log" | sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' | tail -n 1)
   bad=$(tr -d '\r' <"$log" | sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*/\1/p' | tail -n 1)
-  ok=${ok:-0}
   bad=${bad:-0}
-  # One that crashes, or ran no test although none was chosen by name, has failed.
-  if [ "$bad" = 0 ] && { [ "$code" != 0 ] || { [ "$ok" = 0 ] && [ -z "$filter" ]; }; }; then bad=1; fi
+  # One that crashes, never comes to its end, or ran no test although none was chosen by name, has failed.
+  if [ "$bad" = 0 ] && { [ "$code" != 0 ] || [ -z "$ok" ] || { [ "$ok" = 0 ] && [ -z "$filter" ]; }; }; then bad=1; fi
+  ok=${ok:-0}
   echo "$ok $bad"
   [ "$ok$bad" = 00 ] || echo "   $name: $ok passed, $bad failed ($(seconds_of "$log.times"))"
   [ "$bad" = 0 ] && return
@@ -100,7 +101,7 @@ run_fuzz_target() {
     ntfs_volume_fuzz | mft_facts_fuzz | volume_build_fuzz) tools/ntfs_seeds.sh "$corpus" ;;
   esac
   # shellcheck disable=SC2086
-  if timed "$log" "$log.times" "$target" -max_total_time=2 -rss_limit_mb=2048 -print_final_stats=1 \
+  if timed "$log" "$log.times" "$target" -max_total_time=2 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
     "-artifact_prefix=$logs/" "$corpus" $seeds; then
     echo "1 0"
     echo "   $name: $(sed -n 's/stat::number_of_executed_units: *//p' "$log") inputs"
@@ -123,25 +124,38 @@ work_off_line() {
 run_suites() {
   local job ok bad
   work_off_line 1 &
+  workers=$!
   work_off_line 2 &
-  wait
+  workers="$workers $!"
+  # shellcheck disable=SC2086
+  wait $workers
+  workers=
   for ((job = 1; job <= jobs_in_line; job++)); do
     read -r ok bad <"$line/$job.said" || { ok=0 bad=1; }
     passed=$((passed + ok))
     failed=$((failed + bad))
     tail -n +2 "$line/$job.said"
   done
-  rm -rf "$line"
-  mkdir -p "$line"
+  rm -rf "${line:?}"/*
   jobs_in_line=0
+}
+
+# For the end of the script, whatever ends it: nobody goes on with the line.
+end_workers() {
+  local worker
+  for worker in $workers; do
+    pkill -P "$worker"
+    kill "$worker" 2>/dev/null
+  done
+  rm -rf "$line"
 }
 
 run_scripts_tests() {
   local log=$logs/scripts.log ran
-  [ -d tests/tools ] || return 0
   if timed "$log" "$log.times" python3 -m unittest discover -v -s tests/tools -p '*_test.py'; then
     ran=$(sed -n 's/^Ran \([0-9]*\) test.*/\1/p' "$log")
     passed=$((passed + ran))
+    [ "$ran" != 0 ] || failed=$((failed + 1))
     echo "   scripts: $ran passed, 0 failed ($(seconds_of "$log.times"))"
   else
     failed=$((failed + 1))

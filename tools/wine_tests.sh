@@ -1,10 +1,14 @@
 # Sourced by test.sh after wine_env.sh and wine_window.sh: two prefixes of Wine, each with a screen of its own, so
 # that two programs with windows run beside each other without taking each other's keys. Gives:
-#   wine_tests_prefixes   makes them
+#   wine_tests_prefixes   makes them and starts their screens
 #   wine_tests_run PROGRAM ARGS...  runs a program in the prefix of `slot`, 1 or 2
 #   wine_tests_stop       ends their servers and screens
 
-wine_tests_prefix() { echo "$wine_root/build/wineprefix$([ "$1" = 1 ] || echo "-$1")"; }
+wine_tests_folder=$wine_root/build
+wine_tests_displays=()
+wine_tests_screens=
+
+wine_tests_prefix() { echo "$wine_tests_folder/wineprefix$([ "$1" = 1 ] || echo "-$1")"; }
 
 # Drive W: is an empty volume of mkntfs, which has no journal and no driver.
 wine_tests_volume() {
@@ -13,44 +17,43 @@ wine_tests_volume() {
   wine_raw_image w "$wine_root/build/wine-volume.img"
 }
 
+# Of nobody else: no clicks from outside, and a known size.
+wine_tests_screen() {
+  unset DISPLAY
+  wine_display || return 1
+  wine_tests_displays[$1]=$DISPLAY
+  wine_tests_screens="$wine_tests_screens $wine_display_pids"
+}
+
 wine_tests_prefixes() {
   local -x WINEPREFIX
   local second
   second=$(wine_tests_prefix 2)
   wine_tests_stop
+  wine_tests_screen 2 && wine_tests_screen 1 || return 1
   WINEPREFIX=$(wine_tests_prefix 1)
-  unset DISPLAY  # a screen of their own: nobody's clicks, and a known size
-  wine_display && wine_fonts && wine_tests_volume || return 1
+  wine_fonts && wine_tests_volume || return 1
   timeout 60 wineserver -w
-  wine_display_stop
   if [ ! -e "$second/.fonts" ]; then
-    rm -rf "$second"
-    cp -a "$WINEPREFIX" "$second" || return 1
+    rm -rf "$second" "$second.new"
+    cp -a "$WINEPREFIX" "$second.new" && mv "$second.new" "$second" || return 1
   fi
   WINEPREFIX=$second wine_tests_volume
 }
 
 wine_tests_run() {
-  export WINEPREFIX
+  local -x WINEPREFIX DISPLAY=${wine_tests_displays[$slot]}
   WINEPREFIX=$(wine_tests_prefix "$slot")
-  if [ -z "${wine_tests_screen:-}" ]; then
-    unset DISPLAY
-    wine_display || return 1
-    wine_tests_screen=$DISPLAY
-    echo "$wine_display_pids" >"$WINEPREFIX/.screen"
-  fi
   wine_run "$@"
 }
 
 wine_tests_stop() {
-  local prefix screen
+  local prefix
   for prefix in "$(wine_tests_prefix 1)" "$(wine_tests_prefix 2)"; do
-    [ -d "$prefix" ] || continue
-    WINEPREFIX=$prefix wine_stop
-    read -r screen 2>/dev/null <"$prefix/.screen" || continue
-    # shellcheck disable=SC2086
-    kill $screen 2>/dev/null
-    rm -f "$prefix/.screen"
+    [ ! -d "$prefix" ] || WINEPREFIX=$prefix wine_stop
   done
+  # shellcheck disable=SC2086
+  [ -z "$wine_tests_screens" ] || kill $wine_tests_screens 2>/dev/null
+  wine_tests_screens=
   return 0
 }

@@ -57,7 +57,8 @@ class PosixFile : public RewritableFile {
     return true;
   }
   bool Cut(uint64_t length) override { return ftruncate(fd_.Get(), static_cast<off_t>(length)) == 0; }
-  bool Flush() override { return fsync(fd_.Get()) == 0; }
+  // A file system without such a thing has done what it can.
+  bool Flush() override { return fsync(fd_.Get()) == 0 || errno == EINVAL || errno == ENOTSUP; }
 
  private:
   UniqueFd fd_;

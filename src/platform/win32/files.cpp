@@ -48,7 +48,12 @@ class Win32File : public RewritableFile {
     end.EndOfFile.QuadPart = static_cast<LONGLONG>(length);
     return SetFileInformationByHandle(file_.Get(), FileEndOfFileInfo, &end, sizeof end) != 0;
   }
-  bool Flush() override { return FlushFileBuffers(file_.Get()) != 0; }
+  // A file system without such a thing has done what it can.
+  bool Flush() override {
+    if (FlushFileBuffers(file_.Get()) != 0) return true;
+    const DWORD error = GetLastError();
+    return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED;
+  }
 
  private:
   UniqueFile file_;
