@@ -9,9 +9,6 @@
 #   summarise                    "N passed, N failed" as the last line; the script's exit code
 # Reads `filter` and `part`. A command in line finds in `slot` which of the two it is: 1 or 2.
 
-# A second checkout finds in the cache what the first has compiled; precompiled headers need the sloppiness.
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
-
 passed=0
 failed=0
 started=$SECONDS
