@@ -139,10 +139,11 @@ run_suites() {
 
 # For the end of the script, whatever ends it: nobody goes on with the line.
 end_workers() {
-  local worker
+  local worker running
   for worker in $workers; do
-    pkill -P "$worker"
-    kill "$worker" 2>/dev/null
+    running=$(pgrep -P "$worker")
+    # shellcheck disable=SC2086
+    kill "$worker" $running 2>/dev/null
   done
   rm -rf "$line"
 }
