@@ -153,14 +153,19 @@ void FillTables(VolumeIndex& volume, VolumeDevice& device) {
 void StartMonitor(VolumeIndex& volume) {
   const std::scoped_lock lock(volume.deviceLock);
   const auto wanted = std::make_shared<std::atomic<bool>>(true);
+  const auto ended = std::make_shared<std::atomic<bool>>(false);
   volume.monitorRunning = true;
   try {
-    volume.monitorThread = std::thread([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+    volume.monitorThread = std::thread([&volume, wanted, ended] {
+      RunUsnMonitor(volume, *wanted);
+      *ended = true;
+    });
   } catch (...) {
     volume.monitorRunning = false;
     throw;
   }
   volume.monitorWanted = wanted;
+  volume.monitorEnded = ended;
 }
 
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {

@@ -1,5 +1,6 @@
 #include "index/usn_monitor.h"
 
+#include <algorithm>
 #include <exception>
 #include <mutex>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "config/log.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/clock.h"
 #include "platform/file_reference.h"
 #include "platform/usn_record.h"
 
@@ -209,15 +211,21 @@ void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
 Followed TakeMonitor(VolumeIndex& volume) {
   volume.monitorRunning = false;
   if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
-  Followed followed{.monitor = {}, .device = volume.volumeHandle};
+  Followed followed{.monitor = {}, .hasEnded = volume.monitorEnded, .device = volume.volumeHandle};
   followed.monitor.swap(volume.monitorThread);
   return followed;
 }
 
 void JoinMonitor(VolumeIndex& volume, Followed& followed) {
   if (!followed.monitor.joinable()) return;
-  volume.monitorPause.Wake();
-  if (followed.device != nullptr) followed.device->Cancel();
+  constexpr uint32_t kLongestPauseMs = 64;
+  // A cancel ends the call in progress. The monitor may be about to make one, so it is said again.
+  for (uint32_t pauseMs = 1;; pauseMs = std::min(2 * pauseMs, kLongestPauseMs)) {
+    volume.monitorPause.Wake();
+    if (followed.device != nullptr) followed.device->Cancel();
+    if (followed.hasEnded == nullptr || *followed.hasEnded) break;
+    SleepMs(pauseMs);
+  }
   followed.monitor.join();
 }
 

@@ -24,6 +24,7 @@ void StopMonitor(VolumeIndex& volume);
 // The thread that follows a volume, and what it reads.
 struct Followed {
   std::thread monitor;
+  std::shared_ptr<std::atomic<bool>> hasEnded;  // true once the thread asks for nothing more
   std::shared_ptr<VolumeDevice> device;
 };
 

@@ -96,6 +96,7 @@ struct VolumeIndex {
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
   std::shared_ptr<std::atomic<bool>>
       monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
+  std::shared_ptr<std::atomic<bool>> monitorEnded;  // deviceLock; what that thread sets last
   Pause monitorPause;
   std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
