@@ -16,7 +16,7 @@ bool HasNul(const std::vector<std::string>& texts) {
 
 void CheckFind(const FindOptions& find) {
   Require(!HasNul(find.paths) && !HasNul(find.drives) && !HasNul({find.query}));
-  Require(!find.interactive || (find.query.empty() && !find.count && !find.json));
+  Require(!find.interactive || find.query.empty());
   const HitFilters& filters = find.filters;
   Require(!filters.size || *filters.size != SizeRange());
   Require(!filters.modified || filters.modified->from <= filters.modified->to);
