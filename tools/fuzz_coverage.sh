@@ -49,14 +49,16 @@ llvm-profdata merge "$profiles"/*.profraw -o "$profiles/all.profdata"
 objects=("${programs[0]}")
 for program in "${programs[@]:1}"; do objects+=(-object "$program"); done
 if [ ${#lines[@]} -gt 0 ]; then
-  llvm-cov show "${objects[@]}" -instr-profile="$profiles/all.profdata" >"$profiles/all.txt"
+  llvm-cov show "${objects[@]}" -instr-profile="$profiles/all.profdata" >"$profiles/all.txt" 2>/dev/null
   for file in "${lines[@]}"; do
     echo "$file"
     awk -v file="$PWD/$file:" '/^\/.*:$/ { isWanted = $0 == file } isWanted && /^ *[0-9]+\| *0\|/' "$profiles/all.txt"
   done
   exit 0
 fi
-llvm-cov export "${objects[@]}" -instr-profile="$profiles/all.profdata" -summary-only >"$profiles/all.json"
+# It warns of functions in headers that one program uses and another does not.
+llvm-cov export "${objects[@]}" -instr-profile="$profiles/all.profdata" -summary-only \
+  >"$profiles/all.json" 2>"$profiles/export.log"
 python3 - "$profiles/all.json" fuzz/parsers.txt <<'PYTHON'
 import json, os, sys
 

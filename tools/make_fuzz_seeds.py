@@ -357,9 +357,11 @@ def config_seeds():
               "contentMaxFileSizeMB=99999999\ncontentSearchThreads=-4\ncontentSearchExts=.txt, md,,LOG\n")
     colors = "# colours\nsurface=FFFFFF\nTOOLBAR=#a0B1c2\neditWell = 123456\naccent=42B883\nborder=111111\ntext=12345\nrowSel=GG0000\n"
     dark = "surface=101010\naccent=42B883\nborder=202020\ntextHit=000000\nsearchHit=FFFFFF\nheader=808080\n"
+    near = "surface=828282\ntextHit=808080\nsearchHit=818181\n"
+    bright = "surface=F0F0F0\ntextHit=FFFFFF\nsearchHit=F8F8F8\n"
     hotkeys = "modifiers=3\nkey=90\nfg_modifiers=-1\nfg_key=4294967295\nkey\n"
     for target in ("settings_fuzz", "settings_files_fuzz"):
-        for name, text in {"window": window, "colors": colors, "dark_colors": dark, "hotkeys": hotkeys,
+        for name, text in {"window": window, "colors": colors, "dark_colors": dark, "near_colors": near, "bright_colors": bright, "hotkeys": hotkeys,
                            "language": "lang = zh-cn \n", "empty": ""}.items():
             seed(target, name, text)
     seed("extension_list_fuzz", "typical", ".txt, md,LOG,,\t.Tar.gz ,ÄÖ")
@@ -460,7 +462,9 @@ def console_seeds():
             "descending": "path:desc", "direction": "size:up", "category": "documents", "chinese": "文档", "leap": "29mo"}.items():
         seed("filter_options_fuzz", name, text)
     for name, text in {"paths": "all\n/srv\n/home", "drives": "D:\n-D=/srv\n-c=/x\n/home", "bad_drive": "all\n-D/srv",
-                       "digit": "all\n-1=/srv", "twice": "all\n-D=/a\n-d=/b", "no_path": "all", "empty_path": "desktop\n\n/x",
+                       "digit": "all\n-1=/srv", "folders": "all\nf\ni\n-D=l",
+                       "empty_folder": "all\nf\na", "volume": "all\n-N=k\nf", "nowhere": "all\nj", "file": "all\nb",
+                       "twice": "all\n-D=/a\n-d=/b", "no_path": "all", "empty_path": "desktop\n\n/x",
                        "bad_scope": "Q:\n/srv", "odd_scope": "drive\n/srv", "too_many": "all\n" + "/x\n" * 30}.items():
         seed("drive_plan_fuzz", name, text)
     for name, text in {"plain": " report \\and ", "content": "s:text", "no_content": "s:"}.items():
@@ -468,6 +472,7 @@ def console_seeds():
     seed("query_text_fuzz", "no_utf8", b"\xFF\\x \n")
     head = struct.pack("<QQQ", 5000, 2 * 133 * 10**15, 2 * 133 * 10**15)
     seed("hit_writer_fuzz", "plain", b"\0" + head + b"/srv/a \"b\"\\c\n\x01\x7F")
+    seed("hit_writer_fuzz", "written", b"\x58" + head + b"name.txt")
     seed("hit_writer_fuzz", "no_utf8", b"\5" + head + b"\xFF\xC3\xA4")
     seed("hit_writer_fuzz", "units", b"\6" + head + utf16("C:\\新\U0001F600") + b"\x3D\xD8")
 

@@ -6,6 +6,7 @@
 
 #include "platform/drives.h"
 #include "support/fuzz_input.h"
+#include "support/ntfs_builder.h"
 #include "support/scratch.h"
 
 using namespace quilmark;
@@ -39,18 +40,24 @@ void CheckPlan(const FindOptions& options, const std::vector<PlannedDrive>& driv
   }
 }
 
-// A folder with a file, one without, and a file that is no volume.
+// A folder that has entries, one that has none, a volume, and a file that is none.
 class Places {
  public:
   Places() {
     std::filesystem::create_directories(scratch_.Path() / "full" / "inner");
     std::filesystem::create_directory(scratch_.Path() / "empty");
     std::ofstream(scratch_.Path() / "file") << "text";
+    std::ofstream volume(scratch_.Path() / "volume", std::ios::binary);
+    for (const auto& [place, bytes] : NtfsVolumeBuilder().Build().stretches) {
+      volume.seekp(static_cast<std::streamoff>(place));
+      volume.write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+    }
   }
   // One of them, or one that is not there, as `typed` begins.
   std::string PathOf(const std::string& typed) const {
-    constexpr const char* kNames[] = {"full", "empty", "file", "full/inner/..", "nowhere"};
-    return scratch_.Path() / kNames[static_cast<unsigned char>(typed.front()) % 5];
+    constexpr const char* kNames[] = {"full", "empty", "file", "full/inner/..", "nowhere", "volume"};
+    return scratch_.Path() / kNames[static_cast<unsigned char>(typed.front()) % 6];
   }
 
  private:
