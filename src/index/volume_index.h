@@ -127,7 +127,8 @@ struct NewRecord {
 // build can fill it once at the end.
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
 
-// Gives the record another name and parent, and life if it was deleted.
+// Gives the record another name and parent, and life if it was deleted. A record that has them already,
+// as a created file has at its later journal records, keeps its text and with it its signatures.
 void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name);
 
 // Flags the record. No effect on one that is flagged already.
