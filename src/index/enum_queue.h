@@ -1,7 +1,7 @@
 // Blocks of an enumeration on their way from the thread that reads them to the one that parses them.
 #pragma once
 
-#include <array>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -10,10 +10,11 @@
 #include <mutex>
 #include <span>
 
+#include "platform/volume_device.h"
+
 namespace quilmark {
 
-struct EnumBuffer {
-  std::array<std::byte, 65'536> bytes;
+struct EnumBuffer : ControlBuffer<65'536> {
   uint32_t bytesReturned = 0;
 
   std::span<const std::byte> Block() const { return std::span(bytes).first(bytesReturned); }

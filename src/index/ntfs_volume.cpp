@@ -1,10 +1,10 @@
 #include "index/ntfs_volume.h"
 
-#include <array>
 #include <atomic>
 #include <mutex>
 #include <thread>
 
+#include "config/log.h"
 #include "index/enum_queue.h"
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
@@ -18,11 +18,14 @@
 
 namespace quilmark {
 
+JournalPauses journalPauses;
+
 namespace {
 
 constexpr uint64_t kJournalMaximumBytes = 0x1000'0000;  // 256 MiB
 constexpr uint64_t kJournalStepBytes = 0x100'0000;      // 16 MiB
 constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
+constexpr int kMostTries = 3;              // of the probe, and of a query
 constexpr uint32_t kDeviceReleaseMs = 50;  // the system may hold a closed device a moment longer
 
 // USN_JOURNAL_DATA of 56 bytes (winioctl.h).
@@ -62,13 +65,29 @@ std::shared_ptr<VolumeDevice> OpenForRecords(std::u16string_view drive) {
   return device;
 }
 
+// A cause that passes, as another program at the journal, is waited for before a failure counts.
+template <typename Ask, typename IsAnswer>
+uint32_t AskPatiently(Ask ask, IsAnswer isAnswer) {
+  uint32_t error = ask();
+  for (int tries = 1; tries < kMostTries && !isAnswer(error) && !ShutdownRequested; ++tries) {
+    SleepMs(journalPauses.beforeRetryMs);
+    error = ask();
+  }
+  return error;
+}
+
 // Takes the journal's identity and its position. False if there is none.
 bool QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
-  std::array<std::byte, kJournalDataBytes> data{};
-  const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data);
-  if (reply.error != 0 || reply.bytes < data.size()) return false;
-  volume.journalId = LoadLe<uint64_t>(data, kUsnJournalId);
-  volume.nextUsn = LoadLe<int64_t>(data, kNextUsn);
+  ControlBuffer<kJournalDataBytes> data{};
+  const auto query = [&] {
+    const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data.bytes);
+    return reply.error == 0 && reply.bytes < kJournalDataBytes ? kErrorMoreData : reply.error;
+  };
+  const uint32_t error = AskPatiently(
+      query, [](uint32_t answer) { return answer == 0 || answer == kErrorJournalNotActive; });
+  if (error != 0) return false;
+  volume.journalId = LoadLe<uint64_t>(data.bytes, kUsnJournalId);
+  volume.nextUsn = LoadLe<int64_t>(data.bytes, kNextUsn);
   return true;
 }
 
@@ -82,18 +101,28 @@ bool FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
   return QueryJournal(volume, device);
 }
 
-bool CanEnumerate(VolumeDevice& device, const MftEnumData& range) {
-  std::array<std::byte, 520> scratch;
-  const uint32_t error = device.Control(kFsctlEnumUsnData, InputBytes(range), scratch).error;
+bool IsProbeAnswer(uint32_t error) {
   return error == 0 || error == kErrorHandleEof || error == kErrorMoreData;
 }
 
-// A journal that exists and cannot be used gives way to a new one.
-bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device) {
-  const DeleteUsnJournalData former{.usnJournalId = volume.journalId};
+// What the enumeration answers: one of IsProbeAnswer, or why it does not work.
+uint32_t ProbeEnumeration(VolumeDevice& device, const MftEnumData& range) {
+  ControlBuffer<520> scratch;
+  return AskPatiently(
+      [&] { return device.Control(kFsctlEnumUsnData, InputBytes(range), scratch.bytes).error; },
+      IsProbeAnswer);
+}
+
+// A journal that exists and cannot be used gives way to a new one. Others use it too: the log tells why.
+bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t probeError) {
+  const uint64_t formerId = volume.journalId;
+  const DeleteUsnJournalData former{.usnJournalId = formerId};
   device.Control(kFsctlDeleteUsnJournal, InputBytes(former), {});
   CreateJournal(device);
-  return QueryJournal(volume, device);
+  const bool isReplaced = QueryJournal(volume, device);
+  LogPerfMetric(FormatText(u"journal replaced drive=%s probe_error=%lu former_id=%llu id=%llu",
+                           volume.drive, probeError, formerId, isReplaced ? volume.journalId : 0));
+  return isReplaced;
 }
 
 void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u16string& name) {
@@ -177,8 +206,8 @@ void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
 
 bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
   if (!FindOrCreateJournal(volume, *device)) return false;
-  const bool usable = CanEnumerate(*device, {.highUsn = volume.nextUsn});
-  if (!usable && !ReplaceJournal(volume, *device)) return false;
+  const uint32_t probe = ProbeEnumeration(*device, {.highUsn = volume.nextUsn});
+  if (!IsProbeAnswer(probe) && !ReplaceJournal(volume, *device, probe)) return false;
   FillTables(volume, *device);
   volume.valid = true;  // from here on the monitor may clear it
   if (ShutdownRequested) return true;

@@ -4,6 +4,7 @@
 // followed third: whatever changes meanwhile is replayed.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "index/volume_index.h"
@@ -22,6 +23,12 @@ void CloseVolume(VolumeIndex& volume);
 
 // CloseVolume, unless a build has opened the volume since it was taken out.
 void CloseTakenOut(VolumeIndex& volume);
+
+// Waits between the three tries of a call to a journal that may fail for a passing cause.
+struct JournalPauses {
+  uint32_t beforeRetryMs = 250;
+};
+extern JournalPauses journalPauses;  // set before a build; tests shorten it
 
 // How a volume is opened: OpenVolumeDevice, unless a test installs another. Null puts that back.
 using VolumeOpener = std::unique_ptr<VolumeDevice> (*)(std::u16string_view drive, VolumeAccess access,

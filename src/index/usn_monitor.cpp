@@ -6,7 +6,6 @@
 #include <shared_mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "config/log.h"
 #include "index/search_engine.h"
@@ -22,7 +21,7 @@ namespace {
 
 constexpr uint32_t kWatchedReasons =
     kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
-constexpr size_t kBlockBytes = 65'536;
+using JournalBuffer = ControlBuffer<65'536>;
 
 // The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
 struct ReadUsnJournalData {
@@ -69,13 +68,14 @@ VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> 
 
 // True if the monitor ends as lost.
 bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
-  std::vector<std::byte> block(kBlockBytes);
+  const auto buffer = std::make_unique<JournalBuffer>();
+  const std::span<std::byte> block(buffer->bytes);
   while (wanted && !ShutdownRequested) {
     const auto reply = ReadJournal(volume, block);
     const Outcome outcome = OutcomeOf(reply.error);
     if (outcome == Outcome::kEndQuietly) return false;
     if (outcome == Outcome::kEndAsLost) return true;
-    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, std::span(block).first(reply.bytes));
+    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
     const bool goesOn = outcome == Outcome::kGoOn;
     volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
   }

@@ -40,7 +40,8 @@ class ScriptedDevice : public VolumeDevice {
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     std::unique_lock lock(script_->mutex_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
-    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size()});
+    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size(),
+                               reinterpret_cast<uintptr_t>(output.data())});
     ++script_->counts_[code];
     script_->changed_.notify_all();
     if (code == kFsctlReadUsnJournal) {

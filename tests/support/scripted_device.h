@@ -48,6 +48,7 @@ class DeviceScript {
     uint32_t code = 0;
     Bytes input;
     size_t outputSize = 0;
+    uintptr_t outputAddress = 0;
   };
 
   // The next answer to `code`, after those that were queued before. Without one, FSCTL_ENUM_USN_DATA
