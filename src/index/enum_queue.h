@@ -28,6 +28,10 @@ class EnumQueue {
   // No more blocks follow.
   void Finish();
 
+  // Nobody takes blocks any more: those that are there go, and those that come are dropped.
+  void Abandon();
+  bool IsAbandoned() const { return abandoned_; }
+
   // The oldest block, waiting for one; null when the queue is empty and finished.
   std::unique_ptr<EnumBuffer> Pop();
 
@@ -36,6 +40,7 @@ class EnumQueue {
   std::condition_variable changed_;
   std::deque<std::unique_ptr<EnumBuffer>> buffers_;  // mutex_
   bool producerDone_ = false;                        // mutex_
+  std::atomic<bool> abandoned_ = false;              // written with mutex_ held
 };
 
 }  // namespace quilmark

@@ -1,6 +1,8 @@
 #include "index/ntfs_volume.h"
 
 #include <atomic>
+#include <exception>
+#include <future>
 #include <mutex>
 #include <thread>
 
@@ -149,7 +151,7 @@ void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
 }
 
 void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
-  while (!ShutdownRequested) {
+  while (!ShutdownRequested && !queue.IsAbandoned()) {
     auto buffer = std::make_unique_for_overwrite<EnumBuffer>();
     const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
     if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return;
@@ -159,13 +161,28 @@ void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
   }
 }
 
-// One pass: this thread reads, another parses. indexLock is held over both.
+// One pass: this thread reads, another parses, and what fails on either side ends both and leaves here.
+// indexLock is held over both.
 void Enumerate(VolumeIndex& volume, VolumeDevice& device, const MftEnumData& range) {
   EnumQueue queue;
-  std::thread parser([&] { ParseBlocks(volume, queue); });
-  ReadBlocks(device, range, queue);
+  std::exception_ptr parserFailure, readerFailure;
+  std::thread parser([&] {
+    try {
+      ParseBlocks(volume, queue);
+    } catch (...) {
+      parserFailure = std::current_exception();
+      queue.Abandon();
+    }
+  });
+  try {
+    ReadBlocks(device, range, queue);
+  } catch (...) {
+    readerFailure = std::current_exception();
+  }
   queue.Finish();
   parser.join();
+  if (readerFailure != nullptr) std::rethrow_exception(readerFailure);
+  if (parserFailure != nullptr) std::rethrow_exception(parserFailure);
 }
 
 void FillTables(VolumeIndex& volume, VolumeDevice& device) {
@@ -216,14 +233,23 @@ bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& de
   return true;
 }
 
+void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
+  SetDevice(volume, nullptr);
+  device.Close();
+}
+
 // With indexLock held.
 bool BuildLocked(VolumeIndex& volume) {
   const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
   if (device == nullptr) return false;
   SetDevice(volume, device);
-  if (FillFromDevice(volume, device)) return true;
-  SetDevice(volume, nullptr);
-  device->Close();
+  try {
+    if (FillFromDevice(volume, device)) return true;
+  } catch (...) {
+    GiveBack(volume, *device);
+    throw;
+  }
+  GiveBack(volume, *device);
   return false;
 }
 

@@ -13,8 +13,8 @@ namespace quilmark {
 
 // Empties and refills the volume of `drive` ("X:") and starts its monitor; indexLock held exclusively
 // throughout, `busy` set. False, and the volume not valid, if the device cannot be opened or has no
-// journal and gets none; the tables are then as they were. Ends early at ShutdownRequested. A background
-// thread's work.
+// journal and gets none; the tables are then as they were. std::bad_alloc, the volume not valid and its
+// device closed, where memory runs out. Ends early at ShutdownRequested. A background thread's work.
 bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
 // Stops the monitor and gives the device back, then waits 50 ms so that it is free for whoever opens it

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <limits>
+#include <new>
 #include <shared_mutex>
 
 #include "index/search_engine.h"
@@ -388,6 +390,47 @@ TEST_F(NtfsVolume, AFailedRebuildLeavesTheFormerTablesInvalid) {
 
   EXPECT_FALSE(volume.valid);
   EXPECT_THAT(Paths(), ElementsAre(u"N:\\old"));
+}
+
+TEST_F(NtfsVolume, MemoryThatRunsOutWhileReadingLeavesTheVolumeOut) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+  script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
+
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, MemoryThatRunsOutWhileParsingEndsTheReadingToo) {
+  QueueJournal();
+  QueueProbe();
+  // The parser fails at the first name; the reader then has blocks without an end.
+  volume.names.chunkCapacity = std::numeric_limits<size_t>::max() / 4;
+  script.RepeatBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, ABuildBehindOneThatRanOutOfMemoryIsWhole) {
+  QueueJournal();
+  QueueProbe();
+  script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\a"));
 }
 
 TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {

@@ -80,6 +80,8 @@ class ScriptedDevice : public VolumeDevice {
       queued.pop_front();
       return answer;
     }
+    const bool isRepeated = code == kFsctlEnumUsnData && !script_->repeated_.empty();
+    if (isRepeated) return {.error = 0, .output = script_->repeated_};
     if (code == kFsctlEnumUsnData) return {.error = kErrorHandleEof, .output = {}};
     // StartUsn is what the input opens with.
     if (code == kFsctlReadUsnJournal)
@@ -157,6 +159,11 @@ Bytes JournalData(uint64_t journalId, int64_t nextUsn) {
 void DeviceScript::Queue(uint32_t code, Answer answer) {
   const std::scoped_lock lock(mutex_);
   answers_[code].push_back(std::move(answer));
+}
+
+void DeviceScript::RepeatBlock(Bytes block) {
+  const std::scoped_lock lock(mutex_);
+  repeated_ = std::move(block);
 }
 
 void DeviceScript::QueueOpenError(uint32_t error) {

@@ -54,6 +54,8 @@ class DeviceScript {
   // The next answer to `code`, after those that were queued before. Without one, FSCTL_ENUM_USN_DATA
   // gives error 38, FSCTL_READ_USN_JOURNAL its own position and no records, anything else error 1.
   void Queue(uint32_t code, Answer answer);
+  // FSCTL_ENUM_USN_DATA gives `block` for ever once nothing is queued.
+  void RepeatBlock(Bytes block);
   void QueueError(uint32_t code, uint32_t error) { Queue(code, {.error = error, .output = {}}); }
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
@@ -76,6 +78,7 @@ class DeviceScript {
   mutable std::mutex mutex_;
   std::condition_variable changed_;
   std::map<uint32_t, std::deque<Answer>> answers_;
+  Bytes repeated_;
   std::deque<uint32_t> openErrors_;
   std::vector<Asked> asked_;
   std::map<uint32_t, size_t> counts_;
