@@ -205,7 +205,9 @@ void StartMonitor(VolumeIndex& volume) {
     const auto wanted = std::make_shared<std::atomic<bool>>(true);
     volume.monitorRunning = true;
     try {
-      volume.monitorThread = std::thread([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+      std::packaged_task<void()> follow([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+      volume.monitorEnded = follow.get_future();
+      volume.monitorThread = std::thread(std::move(follow));
     } catch (...) {
       volume.monitorRunning = false;
       throw;

@@ -1,6 +1,9 @@
 #include "index/usn_monitor.h"
 
+#include <chrono>
 #include <exception>
+#include <future>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
@@ -21,6 +24,7 @@ namespace {
 
 constexpr uint32_t kWatchedReasons =
     kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
+constexpr auto kBetweenCancels = std::chrono::milliseconds(5);
 using JournalBuffer = ControlBuffer<65'536>;
 
 // The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
@@ -209,7 +213,8 @@ void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
 Followed TakeMonitor(VolumeIndex& volume) {
   volume.monitorRunning = false;
   if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
-  Followed followed{.monitor = {}, .device = volume.volumeHandle};
+  Followed followed{
+      .monitor = {}, .ended = std::move(volume.monitorEnded), .device = volume.volumeHandle};
   followed.monitor.swap(volume.monitorThread);
   return followed;
 }
@@ -217,7 +222,10 @@ Followed TakeMonitor(VolumeIndex& volume) {
 void JoinMonitor(VolumeIndex& volume, Followed& followed) {
   if (!followed.monitor.joinable()) return;
   volume.monitorPause.Wake();
-  if (followed.device != nullptr) followed.device->Cancel();
+  do {
+    if (followed.device != nullptr) followed.device->Cancel();
+  } while (followed.ended.valid() &&
+           followed.ended.wait_for(kBetweenCancels) != std::future_status::ready);
   followed.monitor.join();
 }
 

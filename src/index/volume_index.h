@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -93,6 +94,7 @@ struct VolumeIndex {
   mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
   std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
   std::thread monitorThread;                   // deviceLock
+  std::future<void> monitorEnded;              // deviceLock; of monitorThread
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
   std::shared_ptr<std::atomic<bool>>
       monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <future>
 #include <shared_mutex>
 #include <thread>
 
@@ -387,6 +389,18 @@ TEST_F(Monitor, StopDuringAReadCancelsIt) {
   EXPECT_FALSE(volume.monitorRunning);
   EXPECT_TRUE(volume.valid);
   EXPECT_EQ(script.OpenDevices(), 1);
+}
+
+TEST_F(Monitor, StopCancelsUntilTheReadIsOut) {
+  script.HoldJournalReads(true);
+  script.MissCancels(2);
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+
+  auto stopped = std::async(std::launch::async, [&] { StopMonitor(volume); });
+
+  EXPECT_EQ(stopped.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+  script.HoldJournalReads(false);  // lets one go that hangs
 }
 
 TEST(MonitorPauses, PollThreeTimesASecondAndWaitASecondAfterAnError) {

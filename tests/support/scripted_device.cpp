@@ -60,6 +60,10 @@ class ScriptedDevice : public VolumeDevice {
 
   void Cancel() override {
     const std::scoped_lock lock(script_->mutex_);
+    if (script_->cancelsToMiss_ > 0) {
+      --script_->cancelsToMiss_;
+      return;
+    }
     ++cancels_;
     script_->changed_.notify_all();
   }
@@ -214,6 +218,11 @@ void DeviceScript::HoldJournalReads(bool hold) {
   const std::scoped_lock lock(mutex_);
   holdReads_ = hold;
   changed_.notify_all();
+}
+
+void DeviceScript::MissCancels(int count) {
+  const std::scoped_lock lock(mutex_);
+  cancelsToMiss_ = count;
 }
 
 ScriptedVolumes::ScriptedVolumes() { InstallVolumeOpener(OpenScripted); }

@@ -71,6 +71,8 @@ class DeviceScript {
   std::vector<VolumeAccess> Opens() const;
   // Makes reads of the journal wait until Cancel or Close, as a device does that is slow to answer.
   void HoldJournalReads(bool hold);
+  // The next `count` calls of Cancel miss, as one does whose call has yet to begin.
+  void MissCancels(int count);
 
  private:
   friend class ScriptedDevice;
@@ -86,6 +88,7 @@ class DeviceScript {
   int openDevices_ = 0;
   uint32_t closeError_ = 0;
   bool holdReads_ = false;
+  int cancelsToMiss_ = 0;
 };
 
 // Makes BuildNtfsVolume open scripted devices for the lifetime of the object; a drive without a script
