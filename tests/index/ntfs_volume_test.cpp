@@ -499,6 +499,25 @@ TEST_F(NtfsVolume, ClosingTwiceIsClosingOnce) {
   EXPECT_FALSE(volume.monitorRunning);
 }
 
+TEST_F(NtfsVolume, AVolumeThatWasTakenOutIsClosedUnlessItHasBeenBuiltSince) {
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  volume.takenOut = true;
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  CloseTakenOut(volume);
+  EXPECT_EQ(script.OpenDevices(), 1);
+  EXPECT_TRUE(volume.monitorRunning);
+
+  volume.takenOut = true;
+  CloseTakenOut(volume);
+  EXPECT_EQ(script.OpenDevices(), 0);
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
 // Whatever fails, at whatever step: nothing is open that should not be, and the tables hold together.
 TEST_F(NtfsVolume, EveryFailingCallLeavesAConsistentVolume) {
   const std::vector<uint32_t> calls = {kFsctlQueryUsnJournal, kFsctlEnumUsnData, kFsctlEnumUsnData,
