@@ -5,6 +5,7 @@ namespace quilmark {
 void EnumQueue::Push(std::unique_ptr<EnumBuffer> buffer) {
   {
     const std::scoped_lock lock(mutex_);
+    if (abandoned_) return;
     buffers_.push_back(std::move(buffer));
   }
   changed_.notify_one();
@@ -16,6 +17,12 @@ void EnumQueue::Finish() {
     producerDone_ = true;
   }
   changed_.notify_one();
+}
+
+void EnumQueue::Abandon() {
+  const std::scoped_lock lock(mutex_);
+  abandoned_ = true;
+  buffers_.clear();
 }
 
 std::unique_ptr<EnumBuffer> EnumQueue::Pop() {

@@ -1,7 +1,7 @@
 // Blocks of an enumeration on their way from the thread that reads them to the one that parses them.
 #pragma once
 
-#include <array>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -10,10 +10,11 @@
 #include <mutex>
 #include <span>
 
+#include "platform/volume_device.h"
+
 namespace quilmark {
 
-struct EnumBuffer {
-  std::array<std::byte, 65'536> bytes;
+struct EnumBuffer : ControlBuffer<65'536> {
   uint32_t bytesReturned = 0;
 
   std::span<const std::byte> Block() const { return std::span(bytes).first(bytesReturned); }
@@ -27,6 +28,10 @@ class EnumQueue {
   // No more blocks follow.
   void Finish();
 
+  // Nobody takes blocks any more: those that are there go, and those that come are dropped.
+  void Abandon();
+  bool IsAbandoned() const { return abandoned_; }
+
   // The oldest block, waiting for one; null when the queue is empty and finished.
   std::unique_ptr<EnumBuffer> Pop();
 
@@ -35,6 +40,7 @@ class EnumQueue {
   std::condition_variable changed_;
   std::deque<std::unique_ptr<EnumBuffer>> buffers_;  // mutex_
   bool producerDone_ = false;                        // mutex_
+  std::atomic<bool> abandoned_ = false;              // written with mutex_ held
 };
 
 }  // namespace quilmark

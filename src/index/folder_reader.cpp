@@ -74,6 +74,10 @@ std::shared_ptr<PendingFolder> FolderReader::PopOffered() {
   return nullptr;
 }
 
+std::shared_ptr<PendingFolder> FolderReader::PopAhead() {
+  return entriesAhead_ < kMostEntriesAhead ? PopOffered() : nullptr;
+}
+
 // Only the last owner gives a folder back: whoever else holds it goes by its state. Every owner lets go
 // under the lock, so that the last one sees what the others did.
 void FolderReader::Recycle(std::shared_ptr<PendingFolder> folder) {
@@ -97,7 +101,7 @@ void FolderReader::Read(PendingFolder& folder) {
   std::unique_lock lock(mutex_);
   while (folder.state != PendingFolder::kRead) {
     const bool isGivenBack = folder.state == PendingFolder::kOffered;
-    const auto other = isGivenBack ? nullptr : PopOffered();
+    const auto other = isGivenBack ? nullptr : PopAhead();
     if (isGivenBack || other != nullptr) {
       lock.unlock();
       TakeAndRead(isGivenBack ? folder : *other, ownSpares_);
@@ -137,7 +141,7 @@ void FolderReader::RunAhead() {
   FolderList spares;
   std::unique_lock lock(mutex_);
   while (!stopping_ && !ShutdownRequested) {
-    auto folder = entriesAhead_ < kMostEntriesAhead ? PopOffered() : nullptr;
+    auto folder = PopAhead();
     if (folder != nullptr) {
       lock.unlock();
       ReadOrGiveBack(*folder, spares);

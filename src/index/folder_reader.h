@@ -52,6 +52,7 @@ class FolderReader {
   void ReadOrGiveBack(PendingFolder& folder, FolderList& spares);
   void List(PendingFolder& folder, FolderList& spares);
   std::shared_ptr<PendingFolder> PopOffered();          // REQUIRES mutex_ held
+  std::shared_ptr<PendingFolder> PopAhead();            // REQUIRES mutex_ held; null at the bound
   void Recycle(std::shared_ptr<PendingFolder> folder);  // REQUIRES mutex_ held
   void TakeSpares(FolderList& spares);                  // REQUIRES mutex_ held
 

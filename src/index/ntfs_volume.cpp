@@ -1,10 +1,12 @@
 #include "index/ntfs_volume.h"
 
-#include <array>
 #include <atomic>
+#include <exception>
+#include <future>
 #include <mutex>
 #include <thread>
 
+#include "config/log.h"
 #include "index/enum_queue.h"
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
@@ -18,11 +20,14 @@
 
 namespace quilmark {
 
+JournalPauses journalPauses;
+
 namespace {
 
 constexpr uint64_t kJournalMaximumBytes = 0x1000'0000;  // 256 MiB
 constexpr uint64_t kJournalStepBytes = 0x100'0000;      // 16 MiB
 constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
+constexpr int kMostTries = 3;              // of the probe, and of a query
 constexpr uint32_t kDeviceReleaseMs = 50;  // the system may hold a closed device a moment longer
 
 // USN_JOURNAL_DATA of 56 bytes (winioctl.h).
@@ -62,13 +67,29 @@ std::shared_ptr<VolumeDevice> OpenForRecords(std::u16string_view drive) {
   return device;
 }
 
+// A cause that passes, as another program at the journal, is waited for before a failure counts.
+template <typename Ask, typename IsAnswer>
+uint32_t AskPatiently(Ask ask, IsAnswer isAnswer) {
+  uint32_t error = ask();
+  for (int tries = 1; tries < kMostTries && !isAnswer(error) && !ShutdownRequested; ++tries) {
+    SleepMs(journalPauses.beforeRetryMs);
+    error = ask();
+  }
+  return error;
+}
+
 // Takes the journal's identity and its position. False if there is none.
 bool QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
-  std::array<std::byte, kJournalDataBytes> data{};
-  const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data);
-  if (reply.error != 0 || reply.bytes < data.size()) return false;
-  volume.journalId = LoadLe<uint64_t>(data, kUsnJournalId);
-  volume.nextUsn = LoadLe<int64_t>(data, kNextUsn);
+  ControlBuffer<kJournalDataBytes> data{};
+  const auto query = [&] {
+    const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data.bytes);
+    return reply.error == 0 && reply.bytes < kJournalDataBytes ? kErrorMoreData : reply.error;
+  };
+  const uint32_t error = AskPatiently(
+      query, [](uint32_t answer) { return answer == 0 || answer == kErrorJournalNotActive; });
+  if (error != 0) return false;
+  volume.journalId = LoadLe<uint64_t>(data.bytes, kUsnJournalId);
+  volume.nextUsn = LoadLe<int64_t>(data.bytes, kNextUsn);
   return true;
 }
 
@@ -82,18 +103,28 @@ bool FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
   return QueryJournal(volume, device);
 }
 
-bool CanEnumerate(VolumeDevice& device, const MftEnumData& range) {
-  std::array<std::byte, 520> scratch;
-  const uint32_t error = device.Control(kFsctlEnumUsnData, InputBytes(range), scratch).error;
+bool IsProbeAnswer(uint32_t error) {
   return error == 0 || error == kErrorHandleEof || error == kErrorMoreData;
 }
 
-// A journal that exists and cannot be used gives way to a new one.
-bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device) {
-  const DeleteUsnJournalData former{.usnJournalId = volume.journalId};
+// What the enumeration answers: one of IsProbeAnswer, or why it does not work.
+uint32_t ProbeEnumeration(VolumeDevice& device, const MftEnumData& range) {
+  ControlBuffer<520> scratch;
+  return AskPatiently(
+      [&] { return device.Control(kFsctlEnumUsnData, InputBytes(range), scratch.bytes).error; },
+      IsProbeAnswer);
+}
+
+// A journal that exists and cannot be used gives way to a new one. Others use it too: the log tells why.
+bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t probeError) {
+  const uint64_t formerId = volume.journalId;
+  const DeleteUsnJournalData former{.usnJournalId = formerId};
   device.Control(kFsctlDeleteUsnJournal, InputBytes(former), {});
   CreateJournal(device);
-  return QueryJournal(volume, device);
+  const bool isReplaced = QueryJournal(volume, device);
+  LogPerfMetric(FormatText(u"journal replaced drive=%s probe_error=%lu former_id=%llu id=%llu",
+                           volume.drive, probeError, formerId, isReplaced ? volume.journalId : 0));
+  return isReplaced;
 }
 
 void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u16string& name) {
@@ -120,7 +151,7 @@ void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
 }
 
 void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
-  while (!ShutdownRequested) {
+  while (!ShutdownRequested && !queue.IsAbandoned()) {
     auto buffer = std::make_unique_for_overwrite<EnumBuffer>();
     const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
     if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return;
@@ -130,13 +161,28 @@ void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
   }
 }
 
-// One pass: this thread reads, another parses. indexLock is held over both.
+// One pass: this thread reads, another parses, and what fails on either side ends both and leaves here.
+// indexLock is held over both.
 void Enumerate(VolumeIndex& volume, VolumeDevice& device, const MftEnumData& range) {
   EnumQueue queue;
-  std::thread parser([&] { ParseBlocks(volume, queue); });
-  ReadBlocks(device, range, queue);
+  std::exception_ptr parserFailure, readerFailure;
+  std::thread parser([&] {
+    try {
+      ParseBlocks(volume, queue);
+    } catch (...) {
+      parserFailure = std::current_exception();
+      queue.Abandon();
+    }
+  });
+  try {
+    ReadBlocks(device, range, queue);
+  } catch (...) {
+    readerFailure = std::current_exception();
+  }
   queue.Finish();
   parser.join();
+  if (readerFailure != nullptr) std::rethrow_exception(readerFailure);
+  if (parserFailure != nullptr) std::rethrow_exception(parserFailure);
 }
 
 void FillTables(VolumeIndex& volume, VolumeDevice& device) {
@@ -153,19 +199,16 @@ void FillTables(VolumeIndex& volume, VolumeDevice& device) {
 void StartMonitor(VolumeIndex& volume) {
   const std::scoped_lock lock(volume.deviceLock);
   const auto wanted = std::make_shared<std::atomic<bool>>(true);
-  const auto ended = std::make_shared<std::atomic<bool>>(false);
   volume.monitorRunning = true;
   try {
-    volume.monitorThread = std::thread([&volume, wanted, ended] {
-      RunUsnMonitor(volume, *wanted);
-      *ended = true;
-    });
+    std::packaged_task<void()> follow([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+    volume.monitorEnded = follow.get_future();
+    volume.monitorThread = std::thread(std::move(follow));
   } catch (...) {
     volume.monitorRunning = false;
     throw;
   }
   volume.monitorWanted = wanted;
-  volume.monitorEnded = ended;
 }
 
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
@@ -176,8 +219,8 @@ void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
 
 bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
   if (!FindOrCreateJournal(volume, *device)) return false;
-  const bool usable = CanEnumerate(*device, {.highUsn = volume.nextUsn});
-  if (!usable && !ReplaceJournal(volume, *device)) return false;
+  const uint32_t probe = ProbeEnumeration(*device, {.highUsn = volume.nextUsn});
+  if (!IsProbeAnswer(probe) && !ReplaceJournal(volume, *device, probe)) return false;
   FillTables(volume, *device);
   volume.valid = true;  // from here on the monitor may clear it
   if (ShutdownRequested) return true;
@@ -186,14 +229,23 @@ bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& de
   return true;
 }
 
+void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
+  SetDevice(volume, nullptr);
+  device.Close();
+}
+
 // With indexLock held.
 bool BuildLocked(VolumeIndex& volume) {
   const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
   if (device == nullptr) return false;
   SetDevice(volume, device);
-  if (FillFromDevice(volume, device)) return true;
-  SetDevice(volume, nullptr);
-  device->Close();
+  try {
+    if (FillFromDevice(volume, device)) return true;
+  } catch (...) {
+    GiveBack(volume, *device);
+    throw;
+  }
+  GiveBack(volume, *device);
   return false;
 }
 

@@ -25,6 +25,7 @@ struct SearchEngine {
   // makes up for it.
   std::atomic<bool> awaitsCaches = false;
   std::atomic<bool> syncing = false;         // the volumes are being brought in line with the drives
+  std::atomic<bool> syncAgain = false;       // asked for since the sync last read the letters
   std::atomic<bool> prewarming = false;      // the attribute cache is being filled
   std::atomic<PostTarget> window = nullptr;  // the main window, once it exists
 };

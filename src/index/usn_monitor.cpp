@@ -1,18 +1,18 @@
 #include "index/usn_monitor.h"
 
-#include <algorithm>
+#include <chrono>
 #include <exception>
+#include <future>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "config/log.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
-#include "platform/clock.h"
 #include "platform/file_reference.h"
 #include "platform/usn_record.h"
 
@@ -24,7 +24,8 @@ namespace {
 
 constexpr uint32_t kWatchedReasons =
     kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
-constexpr size_t kBlockBytes = 65'536;
+constexpr auto kBetweenCancels = std::chrono::milliseconds(5);
+using JournalBuffer = ControlBuffer<65'536>;
 
 // The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
 struct ReadUsnJournalData {
@@ -71,13 +72,14 @@ VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> 
 
 // True if the monitor ends as lost.
 bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
-  std::vector<std::byte> block(kBlockBytes);
+  const auto buffer = std::make_unique<JournalBuffer>();
+  const std::span<std::byte> block(buffer->bytes);
   while (wanted && !ShutdownRequested) {
     const auto reply = ReadJournal(volume, block);
     const Outcome outcome = OutcomeOf(reply.error);
     if (outcome == Outcome::kEndQuietly) return false;
     if (outcome == Outcome::kEndAsLost) return true;
-    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, std::span(block).first(reply.bytes));
+    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
     const bool goesOn = outcome == Outcome::kGoOn;
     volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
   }
@@ -211,21 +213,19 @@ void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
 Followed TakeMonitor(VolumeIndex& volume) {
   volume.monitorRunning = false;
   if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
-  Followed followed{.monitor = {}, .hasEnded = volume.monitorEnded, .device = volume.volumeHandle};
+  Followed followed{
+      .monitor = {}, .ended = std::move(volume.monitorEnded), .device = volume.volumeHandle};
   followed.monitor.swap(volume.monitorThread);
   return followed;
 }
 
 void JoinMonitor(VolumeIndex& volume, Followed& followed) {
   if (!followed.monitor.joinable()) return;
-  constexpr uint32_t kLongestPauseMs = 64;
-  // A cancel ends the call in progress. The monitor may be about to make one, so it is said again.
-  for (uint32_t pauseMs = 1;; pauseMs = std::min(2 * pauseMs, kLongestPauseMs)) {
+  do {  // the monitor may be about to make a call or a pause when it is told to end
     volume.monitorPause.Wake();
     if (followed.device != nullptr) followed.device->Cancel();
-    if (followed.hasEnded == nullptr || *followed.hasEnded) break;
-    SleepMs(pauseMs);
-  }
+  } while (followed.ended.valid() &&
+           followed.ended.wait_for(kBetweenCancels) != std::future_status::ready);
   followed.monitor.join();
 }
 

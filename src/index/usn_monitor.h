@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <future>
 #include <memory>
 #include <span>
 #include <thread>
@@ -24,14 +25,15 @@ void StopMonitor(VolumeIndex& volume);
 // The thread that follows a volume, and what it reads.
 struct Followed {
   std::thread monitor;
-  std::shared_ptr<std::atomic<bool>> hasEnded;  // true once the thread asks for nothing more
+  std::future<void> ended;  // of the monitor
   std::shared_ptr<VolumeDevice> device;
 };
 
 // Tells the monitor to end and takes its thread. REQUIRES deviceLock and monitorStop held.
 Followed TakeMonitor(VolumeIndex& volume);
 
-// Cancels and joins what TakeMonitor returned. REQUIRES monitorStop held.
+// Joins what TakeMonitor returned, cancelling its call until that is out: a cancellation has no effect
+// on a call that has yet to begin. REQUIRES monitorStop held.
 void JoinMonitor(VolumeIndex& volume, Followed& followed);
 
 // Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that

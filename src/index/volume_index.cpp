@@ -40,6 +40,15 @@ void SetInitials(VolumeIndex& volume, uint32_t index, std::u16string_view name) 
   }
 }
 
+// No effect on a record that is not deleted.
+void Revive(VolumeIndex& volume, uint32_t index) {
+  FileRecord& record = volume.records[index];
+  if (!record.deleted) return;
+  record.deleted = 0;
+  --volume.deletedCount;
+  if (!TestBit(volume.apart, index)) ClearBit(volume.hidden, index);
+}
+
 // What a search needs to know of a name that stands in its own place of the pool.
 void AddSearchAids(VolumeIndex& volume, uint32_t index) {
   const std::u16string_view folded = FoldedNameOf(volume.records[index]);
@@ -83,15 +92,16 @@ uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string
 void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name) {
   name = name.substr(0, kLongestName);
   FileRecord& record = volume.records[index];
+  if (record.parentFrn == parentFrn && NameOf(record) == name) {
+    Revive(volume, index);
+    return;
+  }
   record.name = StoreName(volume.renamed, name);
   record.nameLength = static_cast<uint16_t>(name.size());
   record.parentFrn = parentFrn;
   MarkApart(volume, index);
   SetInitials(volume, index, name);
-  if (record.deleted) {
-    record.deleted = 0;
-    --volume.deletedCount;
-  }
+  Revive(volume, index);
 }
 
 void MarkDeleted(VolumeIndex& volume, uint32_t index) {

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -93,10 +94,10 @@ struct VolumeIndex {
   mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
   std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
   std::thread monitorThread;                   // deviceLock
+  std::future<void> monitorEnded;              // deviceLock; of monitorThread
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
   std::shared_ptr<std::atomic<bool>>
       monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
-  std::shared_ptr<std::atomic<bool>> monitorEnded;  // deviceLock; what that thread sets last
   Pause monitorPause;
   std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
@@ -128,7 +129,8 @@ struct NewRecord {
 // build can fill it once at the end.
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
 
-// Gives the record another name and parent, and life if it was deleted.
+// Gives the record another name and parent, and life if it was deleted. A record that has them already,
+// as a created file has at its later journal records, keeps its text and with it its signatures.
 void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name);
 
 // Flags the record. No effect on one that is flagged already.

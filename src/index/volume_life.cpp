@@ -130,12 +130,14 @@ struct SyncingMark {
   ~SyncingMark() { engine.syncing = false; }
 };
 
-void RunSync(SearchEngine& engine, PostTarget window) {
-  const SyncingMark mark{engine};
+void SyncDrives(SearchEngine& engine) {
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     if (ShutdownRequested) break;
     RunOrLog([&] { SyncDrive(engine, letter); });
   }
+}
+
+void EndSync(SearchEngine& engine, PostTarget window) {
   bool wasReady = false, isReady = false;
   {
     const std::scoped_lock lock(engine.volumesMutex);
@@ -148,6 +150,24 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   if (isReady && !wasReady) PostUnlessEnding(window, WM_INDEX_STATE, 0, 0);
   if (isReady && !ShutdownRequested && engine.awaitsCaches.exchange(false)) LoadCaches(engine);
   PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
+}
+
+// A drive that arrived while the letters were gone through is asked for by a request that found
+// `syncing` set.
+void SyncOnce(SearchEngine& engine, PostTarget window) {
+  const SyncingMark mark{engine};
+  do {
+    engine.syncAgain = false;
+    SyncDrives(engine);
+  } while (engine.syncAgain && !ShutdownRequested);
+  EndSync(engine, window);
+}
+
+// The last look at `syncAgain` comes behind the mark: a request either finds no sync, or is found here.
+void RunSync(SearchEngine& engine, PostTarget window) {
+  do {
+    SyncOnce(engine, window);
+  } while (engine.syncAgain && !ShutdownRequested && !engine.syncing.exchange(true));
 }
 
 // Takes a volume whose letter is gone out of the search. True for one that was searched until now, and
@@ -174,6 +194,7 @@ void InitBackground(SearchEngine& engine, PostTarget window) {
 }
 
 void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window) {
+  engine.syncAgain = true;
   if (engine.syncing.exchange(true)) return;
   const bool isStarted =
       RunBackground("sync_current_volumes", [&engine, window] { RunSync(engine, window); });

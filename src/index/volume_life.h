@@ -32,7 +32,7 @@ extern StartupHooks startupHooks;
 void InitBackground(SearchEngine& engine, PostTarget window);
 
 // Job "sync_current_volumes": builds what is new or not valid, one drive after another, and posts
-// WM_VOLUMES_SYNCED. Nothing if one runs already.
+// WM_VOLUMES_SYNCED. One that runs already goes through the letters once more before it ends.
 void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window);
 
 // Takes volumes whose letter is gone out of the search and closes them on the job

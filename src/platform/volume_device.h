@@ -4,6 +4,7 @@
 // Codes and layouts are those of winioctl.h; error codes are those of Windows on every platform.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -37,6 +38,12 @@ inline constexpr uint32_t kErrorOperationAborted = 995;
 inline constexpr uint32_t kErrorDeviceNotConnected = 1167;
 inline constexpr uint32_t kErrorJournalNotActive = 1179;
 inline constexpr uint32_t kErrorJournalEntryDeleted = 1181;
+
+// What a control code writes to. On Windows a buffer that is not aligned to eight bytes may be refused.
+template <size_t kBytes>
+struct ControlBuffer {
+  alignas(8) std::array<std::byte, kBytes> bytes;
+};
 
 // Any thread may call Cancel and Close while one thread is in Control or ReadAt.
 struct VolumeDevice {

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <mutex>
 #include <new>
 #include <string>
 #include <thread>
@@ -84,6 +87,48 @@ std::thread::id walkingThread;
 bool ListWideOrThrow(std::u16string_view path, FolderListing& listing) {
   ListWide(path, listing);
   if (std::this_thread::get_id() != walkingThread) throw std::bad_alloc();
+  return true;
+}
+
+// 100 gates, a folder that hangs, and 200 folders of 10,000 files. Behind a gate the walking thread
+// waits until another has come to the one that hangs.
+struct HangingTree {
+  std::mutex mutex;
+  std::condition_variable changed;
+  bool isHanging = false;
+  size_t entriesRead = 0;
+  size_t mostEntries = 0;  // when the folder answers at last
+};
+HangingTree* hangingTree = nullptr;
+constexpr size_t kAheadOfTheBound = 600'000;  // the bound, and what two readers are in the middle of
+
+void Hang(HangingTree& tree, std::unique_lock<std::mutex>& lock) {
+  tree.isHanging = true;
+  tree.changed.notify_all();
+  tree.changed.wait_for(lock, std::chrono::seconds(2),
+                        [&] { return tree.entriesRead > kAheadOfTheBound; });
+  tree.mostEntries = tree.entriesRead;
+}
+
+bool ListHanging(std::u16string_view path, FolderListing& listing) {
+  HangingTree& tree = *hangingTree;
+  listing.Clear();
+  if (path == u"D:") {
+    for (int i = 0; i < 100; ++i) AppendTo(listing, u"gate", true);
+    AppendTo(listing, u"hangs", true);
+    for (int i = 0; i < 200; ++i) AppendTo(listing, u"full", true);
+    return true;
+  }
+  if (path.ends_with(u"full")) {
+    for (int i = 0; i < 10'000; ++i) AppendTo(listing, u"f", false);
+  }
+  std::unique_lock lock(tree.mutex);
+  tree.entriesRead += listing.entries.size();
+  tree.changed.notify_all();
+  if (path.ends_with(u"hangs")) Hang(tree, lock);
+  if (path.ends_with(u"gate") && std::this_thread::get_id() == walkingThread) {
+    tree.changed.wait(lock, [&] { return tree.isHanging; });
+  }
   return true;
 }
 
@@ -228,6 +273,18 @@ TEST_P(DirectoryWalk, ShutdownEndsTheWalk) {
   ShutdownRequested = false;
   EXPECT_TRUE(volume.records.empty());
   EXPECT_FALSE(volume.busy);
+}
+
+TEST(DirectoryWalkAhead, KeepsToItsBoundWhileAFolderHangs) {
+  HangingTree tree;
+  hangingTree = &tree;
+  walkingThread = std::this_thread::get_id();
+  VolumeIndex volume;
+
+  ASSERT_TRUE(BuildWalkVolume(volume, u"D:", u"FAT32", {.source = ListHanging, .threads = 2}));
+
+  EXPECT_LE(tree.mostEntries, kAheadOfTheBound);
+  EXPECT_EQ(volume.records.size(), 301u + 200 * 10'000);
 }
 
 // --- a real folder

@@ -3,19 +3,25 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <limits>
+#include <new>
 #include <shared_mutex>
 
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/debug_output.h"
+#include "platform/files.h"
 #include "platform/usn_record.h"
+#include "support/environment.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 
 namespace quilmark {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr uint64_t kRoot = 5;
@@ -27,15 +33,25 @@ struct NtfsVolume : testing::Test {
   DeviceScript& script = scripts.Script(u"N:");
   VolumeIndex volume;
 
-  NtfsVolume() { monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1}; }
+  ScratchFolder config;
+  ScopedEnvironment configVariable{"QUILMARK_CONFIG_DIR", config.HostPath().string()};
+
+  NtfsVolume() {
+    monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+    journalPauses = {.beforeRetryMs = 0};
+  }
   ~NtfsVolume() override {
     CloseVolume(volume);
     monitorPauses = {};
+    journalPauses = {};
     ShutdownRequested = false;
   }
 
   void QueueJournal(uint64_t id = 77, int64_t nextUsn = 4096) {
     script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(id, nextUsn)});
+  }
+  void QueueErrors(uint32_t code, uint32_t error, int count) {
+    for (int i = 0; i < count; ++i) script.QueueError(code, error);
   }
   void QueueProbe() { script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)}); }
   void QueueBlock(const Bytes& block) { script.Queue(kFsctlEnumUsnData, {.output = block}); }
@@ -192,7 +208,7 @@ TEST_F(NtfsVolume, ProbeAnswersThatMeanAWorkingJournalLeadToNoRepair) {
 
 TEST_F(NtfsVolume, AJournalThatCannotBeUsedIsDeletedAndMadeAnew) {
   QueueJournal(77, 4096);
-  script.QueueError(kFsctlEnumUsnData, 1178);  // the journal is being deleted
+  QueueErrors(kFsctlEnumUsnData, 1178, 3);  // the journal is being deleted
   script.Queue(kFsctlDeleteUsnJournal, {});
   script.Queue(kFsctlCreateUsnJournal, {});
   QueueJournal(78, 0x500);
@@ -202,26 +218,72 @@ TEST_F(NtfsVolume, AJournalThatCannotBeUsedIsDeletedAndMadeAnew) {
 
   EXPECT_EQ(volume.journalId, 78u);
   const auto asked = script.TakeAsked();
-  ASSERT_GE(asked.size(), 6u);
-  ASSERT_EQ(asked[2].code, kFsctlDeleteUsnJournal);
-  EXPECT_EQ(LoadLe<uint64_t>(asked[2].input, 0), 77u);
-  EXPECT_EQ(LoadLe<uint32_t>(asked[2].input, 8), 1u);
-  ASSERT_EQ(asked[3].code, kFsctlCreateUsnJournal);
-  EXPECT_EQ(LoadLe<uint64_t>(asked[3].input, 0), 0x1000'0000u);
-  ASSERT_EQ(asked[4].code, kFsctlQueryUsnJournal);
-  ASSERT_EQ(asked[5].code, kFsctlEnumUsnData);
-  EXPECT_EQ(LoadLe<int64_t>(asked[5].input, 16), 0x500);
+  ASSERT_GE(asked.size(), 8u);
+  ASSERT_EQ(asked[4].code, kFsctlDeleteUsnJournal);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[4].input, 0), 77u);
+  EXPECT_EQ(LoadLe<uint32_t>(asked[4].input, 8), 1u);
+  ASSERT_EQ(asked[5].code, kFsctlCreateUsnJournal);
+  EXPECT_EQ(LoadLe<uint64_t>(asked[5].input, 0), 0x1000'0000u);
+  ASSERT_EQ(asked[6].code, kFsctlQueryUsnJournal);
+  ASSERT_EQ(asked[7].code, kFsctlEnumUsnData);
+  EXPECT_EQ(LoadLe<int64_t>(asked[7].input, 16), 0x500);
+  EXPECT_THAT(*ReadFileBytes(config.PathOf(u"perf_metrics.log")),
+              HasSubstr("journal replaced drive=N: probe_error=1178 former_id=77 id=78\r\n"));
 }
 
 TEST_F(NtfsVolume, ARepairThatFailsLeavesTheVolumeInvalid) {
   QueueJournal();
-  script.QueueError(kFsctlEnumUsnData, 1178);
-  script.QueueError(kFsctlQueryUsnJournal, 1178);
+  QueueErrors(kFsctlEnumUsnData, 1178, 3);
+  QueueErrors(kFsctlQueryUsnJournal, 1178, 3);
 
   EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
 
   EXPECT_FALSE(volume.valid);
   EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, AJournalOutlivesAProbeThatFailsTwice) {
+  QueueJournal();
+  QueueErrors(kFsctlEnumUsnData, 1450, 2);  // no resources just now
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder().Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(volume.journalId, 77u);
+  EXPECT_EQ(script.AskedCount(kFsctlDeleteUsnJournal), 0u);
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\a"));
+  EXPECT_FALSE(ReadFileBytes(config.PathOf(u"perf_metrics.log")).has_value());
+}
+
+TEST_F(NtfsVolume, AJournalThatDoesNotTellItsPositionTwiceIsNotCreated) {
+  QueueErrors(kFsctlQueryUsnJournal, 1450, 2);
+  QueueJournal();
+  QueueProbe();
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlCreateUsnJournal), 0u);
+}
+
+TEST_F(NtfsVolume, AMissingJournalIsAskedForOnce) {
+  script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+  QueueJournal();
+  QueueProbe();
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_EQ(script.AskedCount(kFsctlQueryUsnJournal), 2u) << "before and behind its creation";
+}
+
+TEST(JournalPauses, ThreeTriesTakeHalfASecond) { EXPECT_EQ(2 * journalPauses.beforeRetryMs, 500u); }
+
+TEST_F(NtfsVolume, WhatControlCodesWriteToIsAlignedToEightBytes) {
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+  for (const auto& asked : script.TakeAsked()) EXPECT_EQ(asked.outputAddress % 8, 0u) << asked.code;
 }
 
 TEST_F(NtfsVolume, ABlockOfEightBytesIsDroppedAndTheLoopGoesOn) {
@@ -347,6 +409,47 @@ TEST_F(NtfsVolume, AFailedRebuildLeavesTheFormerTablesInvalid) {
   EXPECT_THAT(Paths(), ElementsAre(u"N:\\old"));
 }
 
+TEST_F(NtfsVolume, MemoryThatRunsOutWhileReadingLeavesTheVolumeOut) {
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+  script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
+
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, MemoryThatRunsOutWhileParsingEndsTheReadingToo) {
+  QueueJournal();
+  QueueProbe();
+  // The parser fails at the first name; the reader then has blocks without an end.
+  volume.names.chunkCapacity = std::numeric_limits<size_t>::max() / 4;
+  script.RepeatBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+
+  EXPECT_FALSE(volume.valid);
+  EXPECT_FALSE(volume.busy);
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST_F(NtfsVolume, ABuildBehindOneThatRanOutOfMemoryIsWhole) {
+  QueueJournal();
+  QueueProbe();
+  script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
+  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  QueueJournal();
+  QueueProbe();
+  QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
+
+  EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  EXPECT_THAT(Paths(), ElementsAre(u"N:\\a"));
+}
+
 TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {
   QueueJournal();
   QueueProbe();
@@ -409,6 +512,25 @@ TEST_F(NtfsVolume, ClosingTwiceIsClosingOnce) {
   CloseVolume(volume);
   CloseVolume(volume);
 
+  EXPECT_EQ(script.OpenDevices(), 0);
+  EXPECT_FALSE(volume.monitorRunning);
+}
+
+TEST_F(NtfsVolume, AVolumeThatWasTakenOutIsClosedUnlessItHasBeenBuiltSince) {
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  volume.takenOut = true;
+  QueueJournal();
+  QueueProbe();
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  CloseTakenOut(volume);
+  EXPECT_EQ(script.OpenDevices(), 1);
+  EXPECT_TRUE(volume.monitorRunning);
+
+  volume.takenOut = true;
+  CloseTakenOut(volume);
   EXPECT_EQ(script.OpenDevices(), 0);
   EXPECT_FALSE(volume.monitorRunning);
 }

@@ -1,6 +1,8 @@
 // Closing against building. Run under ThreadSanitizer as well.
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <new>
 #include <thread>
 
 #include "index/ntfs_volume.h"
@@ -36,6 +38,38 @@ TEST(UsnMonitorConcurrency, ClosingAndBuildingAtOnceEndWhole) {
   EXPECT_EQ(script.OpenDevices(), 0);
   EXPECT_FALSE(volume.monitorRunning);
   monitorPauses = {};
+}
+
+// The parser fails while the reader has blocks without an end.
+TEST(EnumerationConcurrency, AParserThatFailsEndsTheReader) {
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  VolumeIndex volume;
+  volume.names.chunkCapacity = std::numeric_limits<size_t>::max() / 4;
+  script.RepeatBlock(UsnBlockBuilder(1).Record(41, kRoot, u"a.txt"));
+  for (int i = 0; i < 20; ++i) {
+    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 64)});
+    EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  }
+  EXPECT_EQ(script.OpenDevices(), 0);
+}
+
+TEST(UsnMonitorConcurrency, TwoStopsOfAReadThatMissesItsCancellationsEnd) {
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  script.HoldJournalReads(true);
+  script.MissCancels(3);
+  script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 64)});
+  VolumeIndex volume;
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+
+  std::thread other([&] { StopMonitor(volume); });
+  CloseVolume(volume);
+  other.join();
+
+  EXPECT_EQ(script.OpenDevices(), 0);
+  EXPECT_TRUE(volume.valid);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <future>
 #include <shared_mutex>
 #include <thread>
 
@@ -124,6 +126,46 @@ TEST_F(JournalBlock, ANewFileAppears) {
   EXPECT_EQ(PathOf(61), u"N:\\Docs\\New\\n.txt");
   EXPECT_EQ(RecordOf(60).isDirectory, 1u);
   EXPECT_EQ(RecordOf(61).isDirectory, 0u);
+}
+
+TEST_F(JournalBlock, TheLaterRecordsOfACreatedFileLeaveItsTextWhereItIs) {
+  ApplyJournalBlock(volume, UsnBlockBuilder()
+                                .Record(60, 40, u"new.txt", kCreate)
+                                .Record(60, 40, u"new.txt", kCreate | 0x8000'0000));
+
+  EXPECT_EQ(volume.apartCount, 0u);
+  EXPECT_EQ(volume.renamed.textCount, 0u);
+  EXPECT_EQ(PathOf(60), u"N:\\Docs\\new.txt");
+}
+
+TEST_F(JournalBlock, AFileThatIsBackUnderItsOwnNameIsFoundAtItsFormerText) {
+  ApplyJournalBlock(
+      volume, UsnBlockBuilder().Record(41, 40, u"a.txt", kDelete).Record(41, 40, u"a.txt", kCreate));
+
+  EXPECT_EQ(RecordOf(41).deleted, 0u);
+  EXPECT_EQ(volume.deletedCount, 0u);
+  EXPECT_EQ(volume.apartCount, 0u);
+  EXPECT_FALSE(TestBit(volume.hidden, IndexOfFrn(volume, 41)));
+}
+
+TEST_F(JournalBlock, ARenamedFileThatIsBackUnderItsNewNameStaysApart) {
+  ApplyJournalBlock(volume, UsnBlockBuilder()
+                                .Record(41, 40, u"c.txt", kNewName)
+                                .Record(41, 40, u"c.txt", kDelete)
+                                .Record(41, 40, u"c.txt", kCreate));
+
+  EXPECT_EQ(volume.apartCount, 1u);
+  EXPECT_EQ(volume.renamed.textCount, 1u);
+  EXPECT_EQ(RecordOf(41).deleted, 0u);
+  EXPECT_EQ(PathOf(41), u"N:\\Docs\\c.txt");
+}
+
+TEST_F(JournalBlock, AnotherSpellingOrAnotherFolderIsAnotherName) {
+  ApplyJournalBlock(
+      volume, UsnBlockBuilder().Record(41, 40, u"A.txt", kNewName).Record(42, 50, u"b.txt", kNewName));
+
+  EXPECT_EQ(PathOf(41), u"N:\\Docs\\A.txt");
+  EXPECT_EQ(PathOf(42), u"N:\\Other\\b.txt");
 }
 
 TEST_F(JournalBlock, AKnownRecordStaysWhatItIs) {
@@ -347,6 +389,18 @@ TEST_F(Monitor, StopDuringAReadCancelsIt) {
   EXPECT_FALSE(volume.monitorRunning);
   EXPECT_TRUE(volume.valid);
   EXPECT_EQ(script.OpenDevices(), 1);
+}
+
+TEST_F(Monitor, StopCancelsUntilTheReadIsOut) {
+  script.HoldJournalReads(true);
+  script.MissCancels(2);
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 1));
+
+  auto stopped = std::async(std::launch::async, [&] { StopMonitor(volume); });
+
+  EXPECT_EQ(stopped.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+  script.HoldJournalReads(false);  // lets one go that hangs
 }
 
 TEST(MonitorPauses, PollThreeTimesASecondAndWaitASecondAfterAnError) {

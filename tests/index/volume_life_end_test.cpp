@@ -120,6 +120,23 @@ TEST_F(EndInTheMiddle, AStartWhoseDrivesAnotherJobBuiltTellsThatTheyAreReady) {
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0)));
 }
 
+TEST_F(EndInTheMiddle, ADriveThatArrivesDuringASyncIsTakenByIt) {
+  MapE();
+  MapF();
+  asked.meanwhile = [&] {
+    if (asked.letters != u"BEF") return;
+    MapDrive(u'C', folder.PathOf(u"f"));  // its turn has passed
+    SyncCurrentVolumesAsync(engine, window.Target());
+  };
+
+  Sync();
+
+  EXPECT_THAT(Drives(), ElementsAre(u"C:", u"E:", u"F:"));
+  EXPECT_EQ(asked.letters, u"BEFBCEF");
+  EXPECT_FALSE(engine.syncing);
+  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0), std::tuple(1033u, 0u, 0)));
+}
+
 // An NTFS stick at N: whose monitor has found that the device is gone.
 struct LostStick : VolumeLife {
   LostStick() {

@@ -36,6 +36,7 @@ struct VolumeLife : testing::Test {
 
   VolumeLife() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+    journalPauses = {.beforeRetryMs = 0};
     MapDrive(u'B', folder.PathOf(u"no medium"));
     folder.MakeFile("e/one.txt");
     folder.MakeFile("f/two.txt");
@@ -51,6 +52,7 @@ struct VolumeLife : testing::Test {
     ShutdownRequested = false;
     startupHooks = {};
     monitorPauses = {};
+    journalPauses = {};
   }
 
   void MapE() { MapDrive(u'E', folder.PathOf(u"e")); }

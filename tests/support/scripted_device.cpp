@@ -40,7 +40,8 @@ class ScriptedDevice : public VolumeDevice {
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     std::unique_lock lock(script_->mutex_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
-    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size()});
+    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size(),
+                               reinterpret_cast<uintptr_t>(output.data())});
     ++script_->counts_[code];
     script_->changed_.notify_all();
     if (code == kFsctlReadUsnJournal) {
@@ -59,6 +60,10 @@ class ScriptedDevice : public VolumeDevice {
 
   void Cancel() override {
     const std::scoped_lock lock(script_->mutex_);
+    if (script_->cancelsToMiss_ > 0) {
+      --script_->cancelsToMiss_;
+      return;
+    }
     ++cancels_;
     script_->changed_.notify_all();
   }
@@ -79,6 +84,8 @@ class ScriptedDevice : public VolumeDevice {
       queued.pop_front();
       return answer;
     }
+    const bool isRepeated = code == kFsctlEnumUsnData && !script_->repeated_.empty();
+    if (isRepeated) return {.error = 0, .output = script_->repeated_};
     if (code == kFsctlEnumUsnData) return {.error = kErrorHandleEof, .output = {}};
     // StartUsn is what the input opens with.
     if (code == kFsctlReadUsnJournal)
@@ -158,6 +165,11 @@ void DeviceScript::Queue(uint32_t code, Answer answer) {
   answers_[code].push_back(std::move(answer));
 }
 
+void DeviceScript::RepeatBlock(Bytes block) {
+  const std::scoped_lock lock(mutex_);
+  repeated_ = std::move(block);
+}
+
 void DeviceScript::QueueOpenError(uint32_t error) {
   const std::scoped_lock lock(mutex_);
   openErrors_.push_back(error);
@@ -206,6 +218,11 @@ void DeviceScript::HoldJournalReads(bool hold) {
   const std::scoped_lock lock(mutex_);
   holdReads_ = hold;
   changed_.notify_all();
+}
+
+void DeviceScript::MissCancels(int count) {
+  const std::scoped_lock lock(mutex_);
+  cancelsToMiss_ = count;
 }
 
 ScriptedVolumes::ScriptedVolumes() { InstallVolumeOpener(OpenScripted); }

@@ -48,11 +48,14 @@ class DeviceScript {
     uint32_t code = 0;
     Bytes input;
     size_t outputSize = 0;
+    uintptr_t outputAddress = 0;
   };
 
   // The next answer to `code`, after those that were queued before. Without one, FSCTL_ENUM_USN_DATA
   // gives error 38, FSCTL_READ_USN_JOURNAL its own position and no records, anything else error 1.
   void Queue(uint32_t code, Answer answer);
+  // FSCTL_ENUM_USN_DATA gives `block` for ever once nothing is queued.
+  void RepeatBlock(Bytes block);
   void QueueError(uint32_t code, uint32_t error) { Queue(code, {.error = error, .output = {}}); }
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
@@ -68,6 +71,8 @@ class DeviceScript {
   std::vector<VolumeAccess> Opens() const;
   // Makes reads of the journal wait until Cancel or Close, as a device does that is slow to answer.
   void HoldJournalReads(bool hold);
+  // The next `count` calls of Cancel miss, as one does whose call has yet to begin.
+  void MissCancels(int count);
 
  private:
   friend class ScriptedDevice;
@@ -75,6 +80,7 @@ class DeviceScript {
   mutable std::mutex mutex_;
   std::condition_variable changed_;
   std::map<uint32_t, std::deque<Answer>> answers_;
+  Bytes repeated_;
   std::deque<uint32_t> openErrors_;
   std::vector<Asked> asked_;
   std::map<uint32_t, size_t> counts_;
@@ -82,6 +88,7 @@ class DeviceScript {
   int openDevices_ = 0;
   uint32_t closeError_ = 0;
   bool holdReads_ = false;
+  int cancelsToMiss_ = 0;
 };
 
 // Makes BuildNtfsVolume open scripted devices for the lifetime of the object; a drive without a script
