@@ -36,6 +36,8 @@ void RunBuild(Build& build) {
     const bool isImage = !build.planned.typed.empty();  // which has no folders to read
     if (build.found || isImage) return;
     build.isRefused = true;
+    build.found = BuildWalkVolume(*build.volume, drive, kNtfsWithoutJournal);
+    return;
   }
   build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem);
 }

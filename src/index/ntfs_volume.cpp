@@ -235,18 +235,18 @@ void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
 }
 
 // With indexLock held.
-bool BuildLocked(VolumeIndex& volume) {
+NtfsBuild BuildLocked(VolumeIndex& volume) {
   const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
-  if (device == nullptr) return false;
+  if (device == nullptr) return NtfsBuild::kNoDevice;
   SetDevice(volume, device);
   try {
-    if (FillFromDevice(volume, device)) return true;
+    if (FillFromDevice(volume, device)) return NtfsBuild::kBuilt;
   } catch (...) {
     GiveBack(volume, *device);
     throw;
   }
   GiveBack(volume, *device);
-  return false;
+  return NtfsBuild::kNoJournal;
 }
 
 void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
@@ -282,14 +282,19 @@ void InstallVolumeOpener(VolumeOpener opener) {
 }
 
 bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
+  return TryBuildNtfsVolume(volume, drive) == NtfsBuild::kBuilt;
+}
+
+NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
   const BusyMark busy(volume);
   CloseVolume(volume);
   const std::unique_lock lock(volume.indexLock);
   NameVolume(volume, drive, kNtfs);
   volume.valid = true;
   ValidUnlessFailed outcome{volume};
-  outcome.isBuilt = BuildLocked(volume);
-  return outcome.isBuilt;
+  const NtfsBuild build = BuildLocked(volume);
+  outcome.isBuilt = build == NtfsBuild::kBuilt;
+  return build;
 }
 
 void CloseVolume(VolumeIndex& volume) {

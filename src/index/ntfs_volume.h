@@ -17,6 +17,11 @@ namespace quilmark {
 // device closed, where memory runs out. Ends early at ShutdownRequested. A background thread's work.
 bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
+// The same, and why not: kNoJournal where the device opens and can have no journal, as on a medium that
+// is read-only.
+enum class NtfsBuild : uint8_t { kBuilt, kNoDevice, kNoJournal };
+NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
+
 // Stops the monitor and gives the device back, then waits 50 ms so that it is free for whoever opens it
 // next. Nothing if no device is open. Any thread but the monitor's own.
 void CloseVolume(VolumeIndex& volume);

@@ -123,10 +123,12 @@ void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_v
   volume.fileSystem = fileSystem;
 }
 
-bool IsNtfs(const VolumeIndex& volume) {
+bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem) {
   const std::scoped_lock lock(volume.nameLock);
-  return volume.fileSystem == kNtfs;
+  return volume.fileSystem == fileSystem;
 }
+
+bool IsNtfs(const VolumeIndex& volume) { return HasFileSystem(volume, kNtfs); }
 
 void ResetVolumeTables(VolumeIndex& volume) {
   ++volume.builds;

@@ -165,6 +165,7 @@ void NoteBack(VolumeIndex& volume);
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
 
 // The volume is read by its records, and not by a walk. Takes nameLock; needs no other.
+bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem);
 bool IsNtfs(const VolumeIndex& volume);
 
 // Empties every table and map of the volume; takes the three attribute locks one after another.

@@ -52,7 +52,7 @@ void IndexDriveAtStart(Startup& startup, char16_t letter) {
   if (!info) return;
   const std::u16string drive = {letter, u':'};
   auto volume = std::make_unique<VolumeIndex>();
-  const bool isBuilt = info->fileSystem == kNtfs ? BuildNtfsVolume(*volume, drive)
+  const bool isBuilt = info->fileSystem == kNtfs ? BuildNtfsOrWalk(*volume, drive)
                                                  : BuildWalkVolume(*volume, drive, info->fileSystem);
   if (isBuilt) AddBuilt(startup, std::move(volume));
 }
@@ -107,7 +107,7 @@ VolumeIndex* FindVolume(SearchEngine& engine, std::u16string_view drive) {
 }
 
 bool BuildByName(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
-  return EqualNoCase(fileSystem, kNtfs) ? BuildNtfsVolume(volume, drive)
+  return EqualNoCase(fileSystem, kNtfs) ? BuildNtfsOrWalk(volume, drive)
                                         : BuildWalkVolume(volume, drive, fileSystem);
 }
 
@@ -187,6 +187,13 @@ bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
 }
 
 }  // namespace
+
+bool BuildNtfsOrWalk(VolumeIndex& volume, std::u16string_view drive) {
+  const std::u16string ownDrive(drive);  // it may be the volume's, which the build sets anew
+  const NtfsBuild build = TryBuildNtfsVolume(volume, ownDrive);
+  if (build != NtfsBuild::kNoJournal) return build == NtfsBuild::kBuilt;
+  return BuildWalkVolume(volume, ownDrive, kNtfsWithoutJournal);
+}
 
 void InitBackground(SearchEngine& engine, PostTarget window) {
   engine.window = window;

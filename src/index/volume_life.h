@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "index/search_engine.h"
 #include "platform/window_post.h"
@@ -26,6 +27,10 @@ struct StartupHooks {
   void (*writeMissingAttributeCache)() = nullptr;
 };
 extern StartupHooks startupHooks;
+
+// Builds an NTFS volume from its journal, or, where it can have none, by a walk under the name of
+// kNtfsWithoutJournal. False, and the volume not valid, if neither works, or if its device does not open.
+bool BuildNtfsOrWalk(VolumeIndex& volume, std::u16string_view drive);
 
 // Job "init_background": indexes every drive at once. Posts WM_INDEX_STATE as soon as the first is
 // searchable and WM_VOLUMES_SYNCED when all are.

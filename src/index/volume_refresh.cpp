@@ -45,11 +45,24 @@ void SyncFirst(SearchEngine& engine, PostTarget window) {
   }
 }
 
-std::vector<WalkedDrive> WalkedDrives() {
+// An NTFS volume without a journal was walked.
+bool IsWithoutJournal(const SearchEngine& engine, std::u16string_view drive) {
+  const std::scoped_lock lock(engine.volumesMutex);
+  const VolumeIndex* const known = FindVolumeLocked(engine, drive);
+  return known != nullptr && HasFileSystem(*known, kNtfsWithoutJournal);
+}
+
+std::vector<WalkedDrive> WalkedDrives(const SearchEngine& engine) {
   std::vector<WalkedDrive> drives;
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     const auto info = AskVolumeInfo(letter);
-    if (info && info->fileSystem != kNtfs) drives.push_back({{letter, u':'}, info->fileSystem});
+    if (!info) continue;
+    WalkedDrive walked{{letter, u':'}, info->fileSystem};
+    if (info->fileSystem == kNtfs) {
+      if (!IsWithoutJournal(engine, walked.drive)) continue;
+      walked.fileSystem = kNtfsWithoutJournal;
+    }
+    drives.push_back(std::move(walked));
   }
   return drives;
 }
@@ -131,7 +144,7 @@ void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) 
 
 void RunRefresh(SearchEngine& engine, PostTarget window) {
   SyncFirst(engine, window);
-  const auto drives = WalkedDrives();
+  const auto drives = WalkedDrives(engine);
   std::u16string log =
       drives.empty()
           ? TranslateOr(u"Log_NoNonNtfsForRefresh", u"No non-NTFS volumes detected for manual refresh.")

@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/locks.h"
 #include "platform/ntfs/image_info.h"
+#include "platform/text.h"
 
 namespace quilmark {
 
@@ -127,6 +128,12 @@ std::optional<std::u16string> MappedPathOf(std::u16string_view hostPath) {
 uint32_t LogicalDriveMask() {
   const uint32_t mapped = Drives().mask.load(std::memory_order_acquire);
   return mapped != 0 ? mapped : SystemDriveMask();
+}
+
+std::u16string_view FileSystemToRead(std::u16string_view reported, const DriveTarget& target) {
+  if (!EqualNoCase(reported, kNtfs)) return reported;
+  const bool isSubstitute = target.device.starts_with(u"\\??\\");
+  return target.isRemote || isSubstitute ? kNtfsElsewhere : reported;
 }
 
 std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter) {

@@ -45,6 +45,21 @@ struct VolumeInfo {
 // The file system whose volumes are read by their records.
 inline constexpr std::u16string_view kNtfs = u"NTFS";
 
+// An NTFS volume that is walked: another machine's, or a folder's that stands under a letter; one that
+// can have no journal.
+inline constexpr std::u16string_view kNtfsElsewhere = u"NTFS (remote)";
+inline constexpr std::u16string_view kNtfsWithoutJournal = u"NTFS (no journal)";
+
+// What a letter stands for.
+struct DriveTarget {
+  bool isRemote = false;
+  std::u16string_view device;  // "\Device\HarddiskVolume3"; "\??\C:\folder" of a substitute
+};
+
+// The file system by whose name a volume is to be read: `reported`, or kNtfsElsewhere, whose letter does
+// not lead to a device with its records.
+std::u16string_view FileSystemToRead(std::u16string_view reported, const DriveTarget& target);
+
 // Of the drive `letter`; empty when there is no such drive or its medium cannot be read. A mapped folder
 // on Windows is "folder": it has no journal of its own, whatever volume it lies on.
 std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter);

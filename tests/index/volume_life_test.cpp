@@ -456,6 +456,57 @@ TEST_F(VolumeLife, AStickWithoutAJournalThatIsPluggedInIsWalkedAndTold) {
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
 }
 
+// E:, which calls itself NTFS and can have no journal.
+struct ReadOnlyNtfs : VolumeLife {
+  ReadOnlyNtfs() {
+    MapE();
+    InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"NTFS"}); });
+    QueueRefusal();
+  }
+  ~ReadOnlyNtfs() override { InstallVolumeInfoReader(nullptr); }
+
+  void QueueRefusal() {
+    DeviceScript& script = scripts.Script(u"E:");
+    script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+    script.QueueError(kFsctlCreateUsnJournal, 19);  // ERROR_WRITE_PROTECT
+    script.QueueError(kFsctlQueryUsnJournal, kErrorJournalNotActive);
+  }
+};
+
+TEST_F(ReadOnlyNtfs, IsWalkedAtTheStart) {
+  Start();
+
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
+  EXPECT_EQ(Volume(0).fileSystem, kNtfsWithoutJournal);
+  EXPECT_EQ(BuildPathLocked(Volume(0), 0), u"E:\\one.txt");
+  EXPECT_TRUE(Volume(0).valid);
+  EXPECT_EQ(scripts.Script(u"E:").OpenDevices(), 0);
+  EXPECT_TRUE(HasNonNtfsVolume(engine));
+}
+
+TEST_F(ReadOnlyNtfs, IsWalkedBySyncAndRefresh) {
+  Sync();
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
+  folder.MakeFile("e/later.txt");
+  QueueRefusal();
+
+  RefreshAllNonNtfsAsync(engine, window.Target());
+  Finish();
+
+  ASSERT_THAT(Drives(), ElementsAre(u"E:")) << "no drive that is gone";
+  EXPECT_EQ(Volume(0).records.size(), 2u);
+  EXPECT_EQ(
+      debugOutput,
+      "[Quilmark][ManualRefresh]Refresh the index of non-NTFS drives.E:(NTFS (no journal)) E::OK(2) \n");
+}
+
+TEST_F(ReadOnlyNtfs, StaysOutWhereItsDeviceDoesNotOpen) {
+  for (int i = 0; i < 4; ++i) scripts.Script(u"E:").QueueOpenError(5);  // two opens a try
+  Start();
+  Sync();
+  EXPECT_THAT(Drives(), IsEmpty());
+}
+
 TEST_F(VolumeLife, AWalkedStickThatIsPulledKeepsItsRecordsAndIsWalkedAgainInPlace) {
   MapE();
   MapF();

@@ -11,6 +11,17 @@ namespace {
 constexpr uint32_t kBitOfQ = 1u << 16;
 constexpr uint32_t kBitOfR = 1u << 17;
 
+TEST(Drives, NtfsBehindALetterThatLeadsElsewhereIsNotReadByItsRecords) {
+  const std::u16string_view disk = u"\\Device\\HarddiskVolume3";
+  EXPECT_EQ(FileSystemToRead(u"NTFS", {.device = disk}), u"NTFS");
+  EXPECT_EQ(FileSystemToRead(u"NTFS", {.isRemote = true, .device = u"\\Device\\LanmanRedirector"}),
+            kNtfsElsewhere);
+  EXPECT_EQ(FileSystemToRead(u"ntfs", {.isRemote = true}), kNtfsElsewhere);
+  EXPECT_EQ(FileSystemToRead(u"NTFS", {.device = u"\\??\\C:\\Users"}), kNtfsElsewhere);
+  EXPECT_EQ(FileSystemToRead(u"NTFS", {}), u"NTFS") << "a letter that tells nothing of itself";
+  EXPECT_EQ(FileSystemToRead(u"FAT32", {.isRemote = true, .device = u"\\??\\C:\\Users"}), u"FAT32");
+}
+
 TEST(Drives, OnlyLettersCanBeMapped) {
   const ScratchFolder folder;
   for (const char16_t other : {u'@', u'[', u'`', u'{', u'1', u'\u00C4', u'\0', u':'}) {

@@ -42,6 +42,14 @@ bool ReadVolume(const std::u16string& root, VolumeTexts& texts) {
                                                  nullptr, nullptr, texts.fileSystem, MAX_PATH + 1);
 }
 
+// A letter that another program has taken leads to a device of a long name at most.
+std::u16string DeviceOf(char16_t letter) {
+  const wchar_t drive[] = {static_cast<wchar_t>(letter), L':', L'\0'};
+  wchar_t device[1'024] = {};
+  return QueryDosDeviceW(drive, device, 1'024) != 0 ? std::u16string(FromWide(device))
+                                                    : std::u16string();
+}
+
 }  // namespace
 
 uint32_t SystemDriveMask() { return GetLogicalDrives(); }
@@ -64,9 +72,13 @@ bool HasSystemDriveRoot(char16_t letter) {
 std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter) {
   const NoMediumPrompt noPrompt;
   VolumeTexts texts;
-  if (!ReadVolume(std::u16string({letter, u':', u'\\'}), texts)) return std::nullopt;
+  const std::u16string root = {letter, u':', u'\\'};
+  if (!ReadVolume(root, texts)) return std::nullopt;
+  const std::u16string device = DeviceOf(letter);
+  const DriveTarget target{.isRemote = GetDriveTypeW(Wide(root)) == DRIVE_REMOTE, .device = device};
   const bool isWalked = IsWine() && RecordSourceOf(letter) == RecordSource::kNone;
-  return VolumeInfo{.fileSystem = std::u16string(isWalked ? kWineFolder : FromWide(texts.fileSystem)),
+  return VolumeInfo{.fileSystem = std::u16string(
+                        isWalked ? kWineFolder : FileSystemToRead(FromWide(texts.fileSystem), target)),
                     .label = FromWide(texts.label),
                     .serial = static_cast<uint32_t>(texts.serial)};
 }
