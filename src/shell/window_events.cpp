@@ -94,6 +94,10 @@ void ToggleWindow(AppState& app, WindowPort& window) {
     window.TrimOthersInJob();
     return;
   }
+  ShowAsAsked(app, window);
+}
+
+void ShowAsAsked(AppState& app, WindowPort& window) {
   window.AddOrUpdateTrayIcon();
   ShowMainWindow(app, window);
 }

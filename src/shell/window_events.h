@@ -19,6 +19,9 @@ void TrimAndHide(WindowPort& window);
 // Brings the window up for the user, wherever it was; runs the first search if a hidden start left it.
 void ShowMainWindow(AppState& app, WindowPort& window);
 
+// The same from the notification area or for another copy of the program: makes sure of the icon too.
+void ShowAsAsked(AppState& app, WindowPort& window);
+
 // The show/hide hotkey.
 void ToggleWindow(AppState& app, WindowPort& window);
 

@@ -104,6 +104,16 @@ TEST_F(MainWindow, IsShownBySecondCopies) {
   EndByMenu();
 }
 
+// What a copy without the rights of this one can do.
+TEST_F(MainWindow, IsShownByTheRequestAlone) {
+  program.StartAndWait(L"-hidden");
+  EXPECT_FALSE(program.IsVisible());
+  PostMessageW(program.Window(), RegisterWindowMessageW(L"Quilmark_ShowMainWindow_2024"), 0, 0);
+  WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  EXPECT_EQ(program.Ask(Probe::kShownByUser), 1);
+  EndByMenu();
+}
+
 TEST_F(MainWindow, StartsHiddenOnRequest) {
   for (const wchar_t* argument : {L"-HIDDEN", L"/hidden"}) {
     program.StartAndWait(argument);

@@ -368,10 +368,7 @@ Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
 }
 
 Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
-  if (message.lParam == WM_LBUTTONDBLCLK) {
-    window.AddOrUpdateTrayIcon();
-    ShowMainWindow(app, window);
-  }
+  if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
   if (message.lParam == WM_RBUTTONUP) ShowTrayMenu(app, window);
   return 0;
 }
@@ -426,10 +423,7 @@ Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
   for (const MessageRow& row : kMessageRows) {
     if (row.number == message.number) return row.handle(app, window, message);
   }
-  if (window.taskbarCreated != 0 && message.number == window.taskbarCreated) {
-    OnTaskbarCreated(app, window);
-    return 0;
-  }
+  if (TakeForeignMessage(app, window, message.number)) return 0;
   if (TakeResultMessage(app, window, {message.number, message.wParam, message.lParam})) return 0;
   return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
 }
