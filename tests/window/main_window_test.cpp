@@ -184,6 +184,21 @@ TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, SavesAtTheEndOfTheSession) {
+  program.StartAndWait();
+  program.Settings().MakeFile("window.ini", "");
+  const auto settings = [this] {
+    return ReadTextFile(program.Settings().PathOf(u"window.ini")).value_or(u"none");
+  };
+  const auto tellEnd = [this](WPARAM ends) { SendMessageW(program.Window(), WM_ENDSESSION, ends, 0); };
+  tellEnd(FALSE);
+  EXPECT_EQ(settings(), u"");
+  tellEnd(TRUE);
+  EXPECT_TRUE(settings().starts_with(u"width=")) << settings().size();
+  EXPECT_NE(program.MetricsLog().find(u"summary hit_ratio="), std::u16string::npos);
+  EndByMenu();
+}
+
 TEST_F(MainWindow, RescalesWithItsScreen) {
   program.StartAndWait();
   const int64_t column = program.Ask(Probe::kColumnWidth, 1);
