@@ -49,6 +49,12 @@ TEST_F(MainWindow, OpensCentredWithItsDefaultSize) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, LetsNobodyBeAskedForADisk) {
+  program.StartAndWait();
+  EXPECT_EQ(program.Ask(Probe::kAsksForMedia), 0);
+  EndByMenu();
+}
+
 TEST_F(MainWindow, FindsWhatIsTyped) {
   program.StartAndWait();
   program.SearchFor(u"report");
