@@ -1,7 +1,9 @@
 #include "index/volume_life.h"
 
 #include <algorithm>
+#include <functional>
 #include <future>
+#include <iterator>
 #include <mutex>
 
 #include "config/log.h"
@@ -10,6 +12,7 @@
 #include "index/usn_monitor.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
+#include "platform/bounded_jobs.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
 #include "platform/format.h"
@@ -18,6 +21,7 @@
 namespace quilmark {
 
 StartupHooks startupHooks;
+CloseLimits closeLimits;
 
 namespace {
 
@@ -186,6 +190,13 @@ bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
   return volume.valid.exchange(false) || !wasOut;
 }
 
+// On a job each. A disk that does not answer any more holds up its own job, and not the window.
+void ForEachWithin(const std::vector<VolumeIndex*>& volumes, void (*work)(VolumeIndex&)) {
+  std::vector<std::function<void()>> works;
+  for (VolumeIndex* const volume : volumes) works.emplace_back([volume, work] { work(*volume); });
+  RunWithin("close_volume", std::move(works), closeLimits.mostMs);
+}
+
 }  // namespace
 
 void InitBackground(SearchEngine& engine, PostTarget window) {
@@ -231,16 +242,16 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
       if (TakeOutReleased(*volume, (bit & mask) == 0)) released.push_back(volume.get());
     }
   }
-  for (VolumeIndex* const volume : released) CloseTakenOut(*volume);
+  ForEachWithin(released, CloseTakenOut);
   return !released.empty();
 }
 
 void DropAllVolumes(SearchEngine& engine) {
   const std::scoped_lock lock(engine.volumesMutex);
-  for (auto& volume : engine.volumes) {
-    StopMonitor(*volume);
-    engine.dropped.push_back(std::move(volume));
-  }
+  std::vector<VolumeIndex*> dropped;
+  for (const auto& volume : engine.volumes) dropped.push_back(volume.get());
+  ForEachWithin(dropped, StopMonitor);
+  std::move(engine.volumes.begin(), engine.volumes.end(), std::back_inserter(engine.dropped));
   engine.volumes.clear();
 }
 
