@@ -183,11 +183,11 @@ bool TakeOutGone(VolumeIndex& volume) {
 }
 
 // Takes a volume out of the search whose letter may stay for a while. True if it was in it, or is lost
-// and not yet closed.
+// and not yet closed, and once more when its letter is gone.
 bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
   const bool wasOut = volume.takenOut.exchange(true);
-  if (isGone) volume.goneTold = true;
-  return volume.valid.exchange(false) || !wasOut;
+  const bool wasTold = !isGone || volume.goneTold.exchange(true);
+  return volume.valid.exchange(false) || !wasOut || !wasTold;
 }
 
 // On a job each. A disk that does not answer any more holds up its own job, and not the window.
@@ -195,6 +195,15 @@ void ForEachWithin(const std::vector<VolumeIndex*>& volumes, void (*work)(Volume
   std::vector<std::function<void()>> works;
   for (VolumeIndex* const volume : volumes) works.emplace_back([volume, work] { work(*volume); });
   RunWithin("close_volume", std::move(works), closeLimits.mostMs);
+}
+
+// volumesMutex held. Null for a number that no volume has.
+VolumeIndex* FindNoticedLocked(const SearchEngine& engine, uintptr_t id) {
+  for (const auto& volume : engine.volumes) {
+    const std::scoped_lock lock(volume->deviceLock);
+    if (volume->notice != nullptr && volume->notice->id == id) return volume.get();
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -244,6 +253,28 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
   }
   ForEachWithin(released, CloseTakenOut);
   return !released.empty();
+}
+
+bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id) {
+  VolumeIndex* volume = nullptr;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    volume = FindNoticedLocked(engine, id);
+    if (volume == nullptr) return false;
+    const bool isGone = (BitOfDrive(*volume) & LogicalDriveMask()) == 0;
+    if (!TakeOutReleased(*volume, isGone)) return false;
+  }
+  ForEachWithin({volume}, CloseTakenOut);
+  return true;
+}
+
+void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id) {
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    const VolumeIndex* const volume = FindNoticedLocked(engine, id);
+    if (volume == nullptr || volume->valid) return;
+  }
+  SyncCurrentVolumesAsync(engine, window);
 }
 
 void DropAllVolumes(SearchEngine& engine) {

@@ -49,6 +49,15 @@ extern CloseLimits closeLimits;  // tests change it
 // returns, if they can be closed within closeLimits. True if there was one.
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
 
+// The two below: of the volume whose notice has the number `id`, for others who want it for themselves.
+
+// Takes it out of the search and closes its device within closeLimits. True if that was to be done.
+bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id);
+
+// They are done with it, or have failed: builds it again on the job "sync_current_volumes" unless it is
+// valid.
+void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id);
+
 // Stops and joins every monitor, within closeLimits, and empties the list, all with volumesMutex held.
 // The volumes live on as dropped ones, since detached jobs may be in the middle of them. For the end of
 // the program.

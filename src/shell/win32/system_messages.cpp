@@ -2,6 +2,9 @@
 
 #include <dbt.h>
 
+#include <array>
+#include <cstddef>
+
 #include "shell/session_end.h"
 #include "shell/window_events.h"
 
@@ -15,10 +18,30 @@ std::optional<uint32_t> UnitMaskOf(LPARAM payload) {
   return reinterpret_cast<const DEV_BROADCAST_VOLUME*>(header)->dbcv_unitmask;
 }
 
+EventGuid FieldsOf(const GUID& guid) {
+  return {guid.Data1, guid.Data2, guid.Data3, std::to_array(guid.Data4)};
+}
+
+// Whether a volume of ours stands behind the handle, the engine knows.
+void OnHandleEvent(AppState& app, MainWindow& window, uint32_t event, const DEV_BROADCAST_HANDLE& data) {
+  // Other events end in front of it.
+  const bool hasGuid = event == DBT_CUSTOMEVENT &&
+                       data.dbch_size >= offsetof(DEV_BROADCAST_HANDLE, dbch_eventguid) + sizeof(GUID);
+  const auto notice = VolumeNoticeOf(event, hasGuid ? FieldsOf(data.dbch_eventguid) : EventGuid{});
+  const auto id = reinterpret_cast<uintptr_t>(data.dbch_hdevnotify);
+  if (notice) OnVolumeNotice(app, window, *notice, id);
+}
+
 }  // namespace
 
 std::optional<LRESULT> OnDeviceChange(AppState& app, MainWindow& window, const Message& message) {
   const auto event = static_cast<uint32_t>(message.wParam);
+  constexpr uint32_t kHasPayload = 0x8000;
+  const auto* const header = reinterpret_cast<const DEV_BROADCAST_HDR*>(message.lParam);
+  if ((event & kHasPayload) != 0 && header != nullptr && header->dbch_devicetype == DBT_DEVTYP_HANDLE) {
+    OnHandleEvent(app, window, event, *reinterpret_cast<const DEV_BROADCAST_HANDLE*>(header));
+    return TRUE;
+  }
   // Other events bring other payloads, or none.
   const bool isOurs = event == DBT_DEVICEARRIVAL || event == DBT_DEVICEQUERYREMOVE ||
                       event == DBT_DEVICEREMOVEPENDING || event == DBT_DEVICEREMOVECOMPLETE;
