@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "cli/drive_plan.h"
+#include "cli/shared_drive.h"
 #include "index/directory_walk.h"
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
@@ -34,6 +35,11 @@ void RunBuild(Build& build) {
   const auto info = ReadVolumeInfo(build.planned.letter);
   if (!info) return;
   const std::u16string drive = {build.planned.letter, u':'};
+  if (!build.planned.shared.empty()) {
+    build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem, {.source = ListShared});
+    if (build.found) HideSharedRoots(*build.volume);
+    return;
+  }
   if (info->fileSystem == kNtfs) {
     build.found = BuildNtfsVolume(*build.volume, drive);
     const bool isImage = !build.planned.typed.empty();  // which has no folders to read
