@@ -23,6 +23,31 @@ function(quilmark_compile_as_product target)
 endfunction()
 function(quilmark_compile_as_test target)
   target_compile_options(${target} PRIVATE -O0 -g1)
+  if(MINGW)
+    quilmark_compile_by_clang(${target})
+  endif()
+endfunction()
+
+# clang takes half of g++'s time where nothing is optimised, and its linker a sixtieth of the other's. They work on
+# mingw-w64's headers, library and ABI; the objects of what is delivered stay g++'s, in test programs too.
+function(quilmark_compile_by_clang target)
+  set_target_properties(${target} PROPERTIES
+    CXX_COMPILER_LAUNCHER "${PROJECT_SOURCE_DIR}/cmake/clang_for_gcc.sh;${CMAKE_CXX_COMPILER_LAUNCHER}")
+  target_compile_options(${target} PRIVATE --target=x86_64-w64-mingw32 -femulated-tls -nostdlibinc
+    -D__GXX_TYPEINFO_EQUALITY_INLINE=0 -Wno-unknown-warning-option)
+  foreach(folder ${CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES})
+    if(folder MATCHES "/c[+][+]")
+      target_compile_options(${target} PRIVATE "SHELL:-isystem ${folder}")
+    endif()
+  endforeach()
+  target_compile_options(${target} PRIVATE "SHELL:-idirafter ${CMAKE_FIND_ROOT_PATH}/include")
+endfunction()
+function(quilmark_link_by_clang target)
+  set_target_properties(${target} PROPERTIES RULE_LAUNCH_LINK "${PROJECT_SOURCE_DIR}/cmake/clang_for_gcc.sh")
+  target_link_options(${target} PRIVATE --target=x86_64-w64-mingw32 -fuse-ld=lld)
+  list(TRANSFORM CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES PREPEND "-L" OUTPUT_VARIABLE folders)
+  target_link_options(${target} PRIVATE ${folders})
+  target_link_libraries(${target} PRIVATE -lpthread)
 endfunction()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")

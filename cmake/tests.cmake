@@ -21,6 +21,11 @@ target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_
 set_source_files_properties(tests/support/ntfs_samples.cpp PROPERTIES
   COMPILE_DEFINITIONS QUILMARK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 quilmark_compile_as_test(quilmark_test_support)
+if(MINGW)
+  foreach(library gtest gmock gmock_main)
+    quilmark_compile_as_test(${library})
+  endforeach()
+endif()
 
 # These compute more than they compile: references over millions of rows, and volumes of real systems.
 set(busy_tests
@@ -69,6 +74,9 @@ function(quilmark_test_program name)
   endforeach()
   list(REMOVE_DUPLICATES product)
   target_link_options(${name} PRIVATE "LINKER:--whole-archive" ${product} "LINKER:--no-whole-archive")
+  if(MINGW)
+    quilmark_link_by_clang(${name})
+  endif()
 endfunction()
 
 foreach(layer ${tested_layers})

@@ -60,7 +60,7 @@ TEST_F(RenameOfARow, IsOfThatFileAlone) {
         AddFile(volume_, u"other", kRootFrnOfTests, kFrn);
       },
       [&] { volume_.records[file_].frn = 905; },
-      [&] { RenameRecord(volume_, file_, kRootFrnOfTests, u"other"); },
+      [&] { RenameRecord(volume_, file_, kRootFrnOfTests, u"another"); },
       [&] { RenameRecord(volume_, file_, 12, u"other"); },
   };
   for (const auto& change : changes) {

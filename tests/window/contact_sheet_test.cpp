@@ -154,16 +154,16 @@ TEST_F(ContactSheet, HighContrast) {
   program.Ask(Probe::kTakePreset, 4);
   SelectAndHover();
   program.Ask(Probe::kSetHighContrast, 1);
-  for (const UINT message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
+  for (const int message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
     program.Ask(Probe::kSetHighContrast, 1);
-    SendMessageW(program.Window(), message, 0, 0);
+    SendMessageW(program.Window(), static_cast<UINT>(message), 0, 0);
     EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(0x000000)) << message;
     Picture("6-high-contrast");
     program.Ask(Probe::kTakePreset, 4);  // for later
     EXPECT_EQ(PixelAt(30, FirstRow() + kPitch + 3), ColorOfHex(0x1AEBFF)) << message;
     program.Ask(Probe::kSetHighContrast, 0);
-    SendMessageW(program.Window(), message, 0, 0);
+    SendMessageW(program.Window(), static_cast<UINT>(message), 0, 0);
     EXPECT_EQ(PixelAt(30, FirstRow() + 2 * kPitch + 3), ColorOfHex(kUiColorPresetRows[4].rrggbb[0]))
         << message;
   }

@@ -17,14 +17,10 @@ TEST_F(ResultsList, SelectsByClicksWithAndWithoutModifiers) {
   ClickRow(1);
   WaitForSelected(1);
   EXPECT_EQ(program.Ask(Probe::kFocusRow), 1);
-  Hold(VK_SHIFT, [this] {
-    ClickRow(4);
-    WaitForSelected(4);
-  });
-  Hold(VK_CONTROL, [this] {
-    ClickRow(2);
-    WaitForSelected(3);
-  });
+  program.ClickWith(VK_SHIFT, program.Window(), 150, MiddleOf(4));
+  WaitForSelected(4);
+  program.ClickWith(VK_CONTROL, program.Window(), 150, MiddleOf(2));
+  WaitForSelected(3);
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("selection");
 }

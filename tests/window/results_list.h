@@ -39,11 +39,6 @@ class ListProgram : public testing::Test {
   static int64_t PathOnDrive(std::u16string_view path) {
     return CustomSizeHash(u"T:\\" + std::u16string(path));
   }
-  void Hold(WORD key, const std::function<void()>& act) {
-    program.KeyDown(key);
-    act();
-    program.KeyUp(key);
-  }
   int64_t PixelAt(int x, int y) {
     return program.Ask(Probe::kPixel, static_cast<uint32_t>(x + 65'536 * y));
   }

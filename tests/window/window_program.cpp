@@ -68,13 +68,18 @@ void SendKey(WORD key, DWORD flags) {
 
 // The place goes with the event: one that is set apart may be moved back by a late echo of an earlier
 // one.
-void SendMouse(POINT place, DWORD flags, DWORD data = 0) {
+INPUT MouseInput(POINT place, DWORD flags, DWORD data = 0) {
   INPUT input = {};
   input.type = INPUT_MOUSE;
   input.mi.dx = (place.x * 65'536 + 32'768) / GetSystemMetrics(SM_CXSCREEN);
   input.mi.dy = (place.y * 65'536 + 32'768) / GetSystemMetrics(SM_CYSCREEN);
   input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   input.mi.mouseData = data;
+  return input;
+}
+
+void SendMouse(POINT place, DWORD flags, DWORD data = 0) {
+  INPUT input = MouseInput(place, flags, data);
   SendInput(1, &input, sizeof input);
 }
 
@@ -233,6 +238,15 @@ void WindowProgram::KeyDown(WORD virtualKey) { SendKey(virtualKey, 0); }
 void WindowProgram::KeyUp(WORD virtualKey) { SendKey(virtualKey, KEYEVENTF_KEYUP); }
 
 void WindowProgram::Click(HWND window, int x, int y) { Drag(window, {x, y}, {x, y}); }
+
+void WindowProgram::ClickWith(WORD key, HWND window, int x, int y) {
+  POINT place = {x, y};
+  ClientToScreen(window, &place);
+  // At once: the late echo of an earlier move lets go of a key that is held.
+  INPUT inputs[] = {KeyInput(key, 0), MouseInput(place, MOUSEEVENTF_LEFTDOWN),
+                    MouseInput(place, MOUSEEVENTF_LEFTUP), KeyInput(key, KEYEVENTF_KEYUP)};
+  SendInput(static_cast<UINT>(std::size(inputs)), inputs, sizeof(INPUT));
+}
 
 void WindowProgram::Drag(HWND window, POINT from, POINT to) {
   constexpr int kSteps = 4;

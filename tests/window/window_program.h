@@ -54,6 +54,8 @@ class WindowProgram {
   void KeyDown(WORD virtualKey);
   void KeyUp(WORD virtualKey);
   void Click(HWND window, int x, int y);  // client pixels, as all of these
+  // The same while a key is held.
+  void ClickWith(WORD key, HWND window, int x, int y);
   void Drag(HWND window, POINT from, POINT to);
   void MoveMouse(int x, int y);              // over the main window
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
