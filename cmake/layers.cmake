@@ -38,25 +38,21 @@ quilmark_compile_as_product(quilmark_cli)
 add_executable(quilmark src/cli/main.cpp)
 target_link_libraries(quilmark PRIVATE quilmark_cli)
 if(WIN32)
-  set_target_properties(quilmark PROPERTIES OUTPUT_NAME quilmark-cli)
-  target_compile_options(quilmark PRIVATE -municode)
-  target_link_options(quilmark PRIVATE -municode)
-endif()
-
-# The desktop program, for Windows alone.
-if(WIN32)
   enable_language(RC)
-  configure_file(resources/quilmark.rc.in "${CMAKE_BINARY_DIR}/resources/quilmark.rc" @ONLY)
-  set(quilmark_resources "${CMAKE_BINARY_DIR}/resources/quilmark.rc")
-  set_source_files_properties("${quilmark_resources}" PROPERTIES
-    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR}/resources"
-    OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/resources/quilmark.ico;${PROJECT_SOURCE_DIR}/resources/quilmark.manifest")
+  # The name, version and manifest of a program, from its description and the name of its file.
+  function(quilmark_resources target description file)
+    set(QUILMARK_DESCRIPTION "${description}")
+    set(QUILMARK_FILE "${file}")
+    set(script "${CMAKE_BINARY_DIR}/resources/${file}.rc")
+    configure_file(resources/quilmark.rc.in "${script}" @ONLY)
+    set_source_files_properties("${script}" PROPERTIES
+      INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR}/resources"
+      OBJECT_DEPENDS "${PROJECT_SOURCE_DIR}/resources/quilmark.ico;${PROJECT_SOURCE_DIR}/resources/quilmark.manifest")
+    target_sources(${target} PRIVATE "${script}")
+  endfunction()
 
-  # A window's program with the resources of ours, from the given sources.
-  function(quilmark_window_program target output)
-    add_executable(${target} WIN32 ${ARGN} "${quilmark_resources}")
-    target_link_libraries(${target} PRIVATE quilmark_shell)
-    set_target_properties(${target} PROPERTIES OUTPUT_NAME "${output}")
+  # What every program of ours for Windows is.
+  function(quilmark_windows_program target)
     target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
     # DEP, ASLR and its wide form by name, though the linker knows them as its defaults.
     target_link_options(${target} PRIVATE -municode -Wl,--nxcompat -Wl,--dynamicbase -Wl,--high-entropy-va)
@@ -64,6 +60,22 @@ if(WIN32)
     add_custom_command(TARGET ${target} POST_BUILD VERBATIM
       COMMAND "${CMAKE_OBJCOPY}" --only-keep-debug "$<TARGET_FILE:${target}>" "$<TARGET_FILE:${target}>.debug"
       COMMAND "${CMAKE_STRIP}" --strip-debug "$<TARGET_FILE:${target}>")
+  endfunction()
+
+  set_target_properties(quilmark PROPERTIES OUTPUT_NAME quilmark-cli)
+  quilmark_resources(quilmark "Quilmark in the console" quilmark-cli.exe)
+  quilmark_windows_program(quilmark)
+endif()
+
+# The desktop program, for Windows alone.
+if(WIN32)
+  # A window's program with the resources of ours, from the given sources.
+  function(quilmark_window_program target output)
+    add_executable(${target} WIN32 ${ARGN})
+    quilmark_resources(${target} Quilmark Quilmark.exe)
+    target_link_libraries(${target} PRIVATE quilmark_shell)
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME "${output}")
+    quilmark_windows_program(${target})
   endfunction()
   quilmark_window_program(quilmark_window Quilmark src/shell/win32/main.cpp)
 endif()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "cli/shared_drive.h"
 #include "platform/byte_source.h"
 #include "platform/console.h"
 #include "platform/drives.h"
@@ -35,12 +36,33 @@ bool IsTaken(const std::vector<PlannedDrive>& drives, char16_t letter) {
                      [&](const PlannedDrive& drive) { return drive.letter == letter; });
 }
 
-// The first letter from C: on that is free; 0 if none is.
-char16_t FreeLetter(const std::vector<PlannedDrive>& drives) {
+// Letters from C: on that are free.
+std::u16string FreeLetters(const std::vector<PlannedDrive>& drives) {
+  std::u16string letters;
   for (char16_t letter = u'C'; letter <= u'Z'; ++letter) {
-    if (!IsTaken(drives, letter)) return letter;
+    if (!IsTaken(drives, letter)) letters += letter;
   }
-  return 0;
+  return letters;
+}
+
+// Gives the folders letters, in their order; where the host has one root for all of them, those that are
+// left share the last one. What is wrong, else empty.
+std::string PlanFolders(const std::vector<std::string>& paths, std::vector<PlannedDrive>& drives) {
+  const std::u16string letters = FreeLetters(drives);
+  const bool isShared = paths.size() > letters.size() && !letters.empty() && !HasSystemDrives();
+  const size_t alone = isShared ? letters.size() - 1 : letters.size();
+  for (size_t i = 0; i < paths.size(); ++i) {
+    if (paths[i].empty()) return "a folder to search has an empty name";
+    if (i < alone) {
+      drives.push_back({letters[i], paths[i]});
+    } else if (!isShared) {
+      return "no drive letter is left for '" + paths[i] + "'";
+    } else {
+      if (i == alone) drives.push_back({letters[i], "/"});
+      drives.back().shared.push_back(paths[i]);
+    }
+  }
+  return {};
 }
 
 bool IsScope(const std::string& text, const std::vector<PlannedDrive>& drives) {
@@ -72,6 +94,18 @@ std::string RootError(const std::string& typed, const std::u16string& root) {
   return listing.entries.empty() ? "'" + typed + "' has no entries" : std::string();
 }
 
+// What keeps one of the folders that share a letter from being searched; empty if nothing does.
+std::string SharedError(const std::vector<std::string>& folders) {
+  std::vector<std::u16string> roots;
+  for (const std::string& typed : folders) {
+    roots.push_back(PathFromHost(typed));
+    if (std::string error = RootError(typed, roots.back()); !error.empty()) return error;
+    if (!IsExistingFolder(roots.back())) return "no drive letter is left for '" + typed + "'";
+  }
+  SetSharedFolders(std::move(roots));
+  return {};
+}
+
 }  // namespace
 
 DrivePlan PlanDrives(const FindOptions& options) {
@@ -83,12 +117,7 @@ DrivePlan PlanDrives(const FindOptions& options) {
       return Refuse("drive " + text.substr(0, 1) + ": is given twice");
     plan.drives.push_back(std::move(drive));
   }
-  for (const std::string& path : options.paths) {
-    if (path.empty()) return Refuse("a folder to search has an empty name");
-    const char16_t letter = FreeLetter(plan.drives);
-    if (letter == 0) return Refuse("no drive letter is left for '" + path + "'");
-    plan.drives.push_back({letter, path});
-  }
+  if (std::string error = PlanFolders(options.paths, plan.drives); !error.empty()) return Refuse(error);
   if (plan.drives.empty() && HasSystemDrives()) plan.drives = SystemDrives();
   if (plan.drives.empty()) return Refuse("no folder to search; name one, or see quilmark find --help");
   if (!IsScope(options.scope, plan.drives)) {
@@ -103,6 +132,10 @@ std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives) {
   for (const PlannedDrive& drive : drives) {
     roots.push_back(drive.typed.empty() ? std::u16string() : PathFromHost(drive.typed));
     if (drive.typed.empty()) continue;
+    if (!drive.shared.empty()) {
+      if (std::string error = SharedError(drive.shared); !error.empty()) return error;
+      continue;
+    }
     if (std::string error = RootError(drive.typed, roots.back()); !error.empty()) return error;
   }
   // Only now: a mapped letter hides a drive of the system that another folder may lie on.

@@ -14,6 +14,7 @@ namespace quilmark {
 struct PlannedDrive {
   char16_t letter = 0;
   std::string typed;  // the folder or NTFS volume as the user named it; empty for a drive of the system
+  std::vector<std::string> shared = {};  // several folders instead, for which one letter was left
 };
 
 // The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ...

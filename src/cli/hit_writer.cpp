@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/console.h"
 #include "platform/files.h"
 #include "platform/utf.h"
 
@@ -69,8 +70,7 @@ std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat form
 WriteOutcome WriteText(std::string_view text, std::FILE* stream) {
   const bool isWritten =
       std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
-  const bool isReaderGone = !isWritten && errno == EPIPE;
-  if (ShutdownRequested || isReaderGone) return WriteOutcome::kStopped;
+  if (ShutdownRequested || (!isWritten && IsReaderGone(stream, errno))) return WriteOutcome::kStopped;
   return isWritten ? WriteOutcome::kDone : WriteOutcome::kFailed;
 }
 

@@ -5,11 +5,14 @@
 #include <thread>
 
 #include "cli/drive_plan.h"
+#include "cli/shared_drive.h"
 #include "index/directory_walk.h"
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
+#include "platform/files.h"
+#include "platform/ntfs/image_info.h"
 #include "platform/utf.h"
 
 namespace quilmark {
@@ -23,17 +26,24 @@ struct Build {
   const PlannedDrive& planned;
   std::unique_ptr<VolumeIndex> volume = std::make_unique<VolumeIndex>();
   bool found = false;
-  std::string failure;     // what ended the build, where something did
-  bool isRefused = false;  // the volume's records could not be had, its folders were read instead
+  std::string failure;        // what ended the build, where something did
+  bool isRefused = false;     // the volume's records could not be had, its folders were read instead
+  uint64_t missingBytes = 0;  // of an image that is cut short
 };
 
 void RunBuild(Build& build) {
   const auto info = ReadVolumeInfo(build.planned.letter);
   if (!info) return;
   const std::u16string drive = {build.planned.letter, u':'};
+  if (!build.planned.shared.empty()) {
+    build.found = BuildWalkVolume(*build.volume, drive, info->fileSystem, {.source = ListShared});
+    if (build.found) HideSharedRoots(*build.volume);
+    return;
+  }
   if (info->fileSystem == kNtfs) {
     build.found = BuildNtfsVolume(*build.volume, drive);
     const bool isImage = !build.planned.typed.empty();  // which has no folders to read
+    if (isImage) build.missingBytes = MissingBytesOfImage(PathFromHost(build.planned.typed));
     if (build.found || isImage) return;
     build.isRefused = true;
     build.found = BuildWalkVolume(*build.volume, drive, kNtfsWithoutJournal);
@@ -48,6 +58,12 @@ void TellRefused(const Build& build) {
       "quilmark: %s: the volume's records cannot be read, which takes administrator rights; reading its "
       "folders\n",
       ToUtf8(std::u16string(1, build.planned.letter)).c_str());
+}
+
+// What lies in the missing part cannot be found, and nothing else would tell.
+void TellCutShort(const PlannedDrive& planned, uint64_t missingBytes) {
+  std::fprintf(stderr, "quilmark: '%s' is cut short: the last %llu bytes of its volume are missing\n",
+               planned.typed.c_str(), static_cast<unsigned long long>(missingBytes));
 }
 
 // "Indexing C: 120000 D: 5000"
@@ -105,6 +121,7 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
   IndexOutcome outcome{.milliseconds = static_cast<double>(TickMs() - start)};
   for (Build& build : builds) {
     if (build.isRefused) TellRefused(build);
+    if (build.missingBytes != 0) TellCutShort(build.planned, build.missingBytes);
     if (!build.failure.empty()) {
       outcome.error = ToUtf8(std::u16string(1, build.planned.letter)) + ": " + build.failure;
     } else if (build.found) {

@@ -7,10 +7,12 @@
 #include "cli/watch.h"
 #include "config/log.h"
 #include "platform/console.h"
+#include "platform/disk_prompts.h"
 
 namespace quilmark {
 
 int RunConsole(std::vector<std::string> arguments) {
+  NeverAskForMedia();
   PrepareConsole();
   InstallBackgroundExceptionLog();
   const CommandLine command = ParseCommandLine(std::move(arguments));

@@ -35,6 +35,7 @@ static std::shared_ptr<PendingFolder> TakeOne(std::vector<std::shared_ptr<Pendin
 }
 
 void FolderReader::List(PendingFolder& folder, FolderList& spares) {
+  if (folder.isByLink && folder.path.size() > kLongestLinkedPath) return;
   source_(folder.path, folder.listing);  // what was read before a failure stays
   if (folder.depth >= deepest_) return;
   for (const FolderEntry& entry : folder.listing.entries) {
@@ -43,6 +44,7 @@ void FolderReader::List(PendingFolder& folder, FolderList& spares) {
     subfolder->path.reserve(folder.path.size() + 1 + entry.nameLength);
     subfolder->path.assign(folder.path).append(1, u'\\').append(folder.listing.NameOf(entry));
     subfolder->depth = folder.depth + 1;
+    subfolder->isByLink = folder.isByLink || entry.isLink;
   }
 }
 

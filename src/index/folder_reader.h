@@ -20,7 +20,8 @@ namespace quilmark {
 struct PendingFolder {
   enum State { kOffered, kTaken, kRead };
   std::u16string path;
-  int depth = 0;  // of the folder below the root
+  int depth = 0;          // of the folder below the root
+  bool isByLink = false;  // it is a link, or lies below one
   std::atomic<State> state = kOffered;
   FolderListing listing;                                   // once kRead
   std::vector<std::shared_ptr<PendingFolder>> subfolders;  // of its directories, in order; once kRead
@@ -29,10 +30,14 @@ struct PendingFolder {
 // Lists a folder; see ListFolder.
 using FolderSource = bool (*)(std::u16string_view path, FolderListing& listing);
 
+// What a call for "PATH\*" takes that knows no long paths: 260 units with the NUL.
+inline constexpr size_t kLongestLinkedPath = 257;
+
 class FolderReader {
  public:
   // `threads` list folders, the caller of Read included; at least 1. Folders below `deepest` are not
-  // offered.
+  // offered, and those that are reached by a link only while their path has at most kLongestLinkedPath
+  // units: two links that lead back would double at every level.
   FolderReader(FolderSource source, unsigned threads, int deepest);
   ~FolderReader();
   FolderReader(const FolderReader&) = delete;

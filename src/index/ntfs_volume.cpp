@@ -211,10 +211,13 @@ void StartMonitor(VolumeIndex& volume) {
   volume.monitorWanted = wanted;
 }
 
+// The notice of a former device stays until there is another: it tells when the volume is free again.
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
+  auto notice = device != nullptr ? device->TellWindow(Engine().window) : nullptr;
   const std::scoped_lock lock(volume.deviceLock);
   NoteBack(volume);
   volume.volumeHandle.swap(device);
+  if (notice != nullptr) volume.notice.swap(notice);
 }
 
 bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
@@ -222,7 +225,8 @@ bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& de
   const uint32_t probe = ProbeEnumeration(*device, {.highUsn = volume.nextUsn});
   if (!IsProbeAnswer(probe) && !ReplaceJournal(volume, *device, probe)) return false;
   FillTables(volume, *device);
-  volume.valid = true;  // from here on the monitor may clear it
+  volume.valid = true;                // from here on the monitor may clear it
+  if (volume.takenOut) return false;  // the device was closed under the enumeration
   if (ShutdownRequested) return true;
   FillFrnTable(volume.frnToIndex, volume.records);
   StartMonitor(volume);

@@ -93,6 +93,7 @@ struct VolumeIndex {
   // The device and the thread that follows it. deviceLock is for a look or a swap, nothing else.
   mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
   std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
+  std::shared_ptr<const DeviceNotice> notice;  // deviceLock; of the device that was opened last
   std::thread monitorThread;                   // deviceLock
   std::future<void> monitorEnded;              // deviceLock; of monitorThread
   std::atomic<bool> monitorRunning = false;    // the monitor is meant to run

@@ -1,7 +1,9 @@
 #include "index/volume_life.h"
 
 #include <algorithm>
+#include <functional>
 #include <future>
+#include <iterator>
 #include <mutex>
 
 #include "config/log.h"
@@ -10,6 +12,7 @@
 #include "index/usn_monitor.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
+#include "platform/bounded_jobs.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
 #include "platform/format.h"
@@ -18,6 +21,7 @@
 namespace quilmark {
 
 StartupHooks startupHooks;
+CloseLimits closeLimits;
 
 namespace {
 
@@ -179,11 +183,27 @@ bool TakeOutGone(VolumeIndex& volume) {
 }
 
 // Takes a volume out of the search whose letter may stay for a while. True if it was in it, or is lost
-// and not yet closed.
+// and not yet closed, and once more when its letter is gone.
 bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
   const bool wasOut = volume.takenOut.exchange(true);
-  if (isGone) volume.goneTold = true;
-  return volume.valid.exchange(false) || !wasOut;
+  const bool wasTold = !isGone || volume.goneTold.exchange(true);
+  return volume.valid.exchange(false) || !wasOut || !wasTold;
+}
+
+// On a job each. A disk that does not answer any more holds up its own job, and not the window.
+void ForEachWithin(const std::vector<VolumeIndex*>& volumes, void (*work)(VolumeIndex&)) {
+  std::vector<std::function<void()>> works;
+  for (VolumeIndex* const volume : volumes) works.emplace_back([volume, work] { work(*volume); });
+  RunWithin("close_volume", std::move(works), closeLimits.mostMs);
+}
+
+// volumesMutex held. Null for a number that no volume has.
+VolumeIndex* FindNoticedLocked(const SearchEngine& engine, uintptr_t id) {
+  for (const auto& volume : engine.volumes) {
+    const std::scoped_lock lock(volume->deviceLock);
+    if (volume->notice != nullptr && volume->notice->id == id) return volume.get();
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -238,16 +258,38 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
       if (TakeOutReleased(*volume, (bit & mask) == 0)) released.push_back(volume.get());
     }
   }
-  for (VolumeIndex* const volume : released) CloseTakenOut(*volume);
+  ForEachWithin(released, CloseTakenOut);
   return !released.empty();
+}
+
+bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id) {
+  VolumeIndex* volume = nullptr;
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    volume = FindNoticedLocked(engine, id);
+    if (volume == nullptr) return false;
+    const bool isGone = (BitOfDrive(*volume) & LogicalDriveMask()) == 0;
+    if (!TakeOutReleased(*volume, isGone)) return false;
+  }
+  ForEachWithin({volume}, CloseTakenOut);
+  return true;
+}
+
+void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id) {
+  {
+    const std::scoped_lock lock(engine.volumesMutex);
+    const VolumeIndex* const volume = FindNoticedLocked(engine, id);
+    if (volume == nullptr || volume->valid) return;
+  }
+  SyncCurrentVolumesAsync(engine, window);
 }
 
 void DropAllVolumes(SearchEngine& engine) {
   const std::scoped_lock lock(engine.volumesMutex);
-  for (auto& volume : engine.volumes) {
-    StopMonitor(*volume);
-    engine.dropped.push_back(std::move(volume));
-  }
+  std::vector<VolumeIndex*> dropped;
+  for (const auto& volume : engine.volumes) dropped.push_back(volume.get());
+  ForEachWithin(dropped, StopMonitor);
+  std::move(engine.volumes.begin(), engine.volumes.end(), std::back_inserter(engine.dropped));
   engine.volumes.clear();
 }
 

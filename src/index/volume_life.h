@@ -44,12 +44,28 @@ void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window);
 // "remove_unavailable_volumes". True if there was one.
 bool RemoveUnavailableVolumes(SearchEngine& engine);
 
+// How long the two below wait for monitors and devices. What takes longer ends on its job.
+struct CloseLimits {
+  uint32_t mostMs = 2'000;
+};
+extern CloseLimits closeLimits;  // tests change it
+
 // Takes the volumes of the letters (bit 0: A:) out of the search and closes their devices before it
-// returns. True if there was one.
+// returns, if they can be closed within closeLimits. True if there was one.
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
 
-// Stops and joins every monitor and empties the list, all with volumesMutex held. The volumes live on as
-// dropped ones, since detached jobs may be in the middle of them. For the end of the program.
+// The two below: of the volume whose notice has the number `id`, for others who want it for themselves.
+
+// Takes it out of the search and closes its device within closeLimits. True if that was to be done.
+bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id);
+
+// They are done with it, or have failed: builds it again on the job "sync_current_volumes" unless it is
+// valid.
+void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id);
+
+// Stops and joins every monitor, within closeLimits, and empties the list, all with volumesMutex held.
+// The volumes live on as dropped ones, since detached jobs may be in the middle of them. For the end of
+// the program.
 void DropAllVolumes(SearchEngine& engine);
 
 // A volume that only a refresh by hand brings up to date. A volume whose letter is gone stops being

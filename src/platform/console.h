@@ -14,6 +14,9 @@ bool IsTerminal(std::FILE* stream);
 // went away makes writes fail with EPIPE instead of ending the program.
 void PrepareConsole();
 
+// `error` (of errno) of a write to `stream` says that whoever read it went away.
+bool IsReaderGone(std::FILE* stream, int error);
+
 // From now on Ctrl+C calls `interrupt` on some thread or in a signal handler, where it may set atomic
 // flags and nothing else. A second Ctrl+C ends the program as ever.
 void OnInterrupt(void (*interrupt)());

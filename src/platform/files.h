@@ -18,6 +18,7 @@ struct FolderEntry {
   uint32_t nameOffset = 0;  // into FolderListing::names
   uint16_t nameLength = 0;  // UTF-16 units
   bool isDirectory = false;
+  bool isLink = false;  // a directory that stands for one elsewhere: a junction or a link of Windows
 };
 
 // Names of one folder in the order in which the system gives them, without "." and "..". Reused from

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "platform/file_facts.h"
+#include "platform/window_post.h"
 
 namespace quilmark {
 
@@ -45,6 +46,13 @@ struct ControlBuffer {
   alignas(8) std::array<std::byte, kBytes> bytes;
 };
 
+// While it lives the system tells a window what others want to do with the volume of a device. It
+// outlives the device: whether they did it is told after the device was closed for them.
+struct DeviceNotice {
+  virtual ~DeviceNotice() = default;
+  uintptr_t id = 0;  // what the window is told with each event (dbch_hdevnotify)
+};
+
 // Any thread may call Cancel and Close while one thread is in Control or ReadAt.
 struct VolumeDevice {
   struct Reply {
@@ -65,6 +73,9 @@ struct VolumeDevice {
   // device leaves that to the system, which knows the file by its path, and where the records do not
   // tell.
   virtual std::optional<FileFacts> ReadFacts(uint64_t /*reference*/) { return std::nullopt; }
+
+  // Null where the system has no such notices, or the device is closed. `window` must be a window.
+  virtual std::shared_ptr<const DeviceNotice> TellWindow(PostTarget /*window*/) { return nullptr; }
 
   // Makes a call in progress end with error 995. No effect on later calls.
   virtual void Cancel() = 0;

@@ -39,9 +39,12 @@ struct ProcessPort {
   virtual bool IsAdministrator() = 0;
   virtual void ShowBox(BoxIcon icon, const std::u16string& title, const std::u16string& text) = 0;
 
-  // The running copy's window: found and brought to the front.
+  // The running copy's window: found and brought to the front. A window with more rights than this copy
+  // does not let itself be raised: its owner is given the foreground and asked to come by itself.
   virtual bool FindRunningWindow() = 0;
+  virtual void LetRunningTakeForeground() = 0;
   virtual void RaiseRunningWindow() = 0;
+  virtual void AskRunningToShow() = 0;
   virtual std::u16string HotkeyText(uint32_t modifiers, uint32_t key) = 0;
 
   virtual void RegisterWindowClass() = 0;

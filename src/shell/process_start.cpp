@@ -57,7 +57,10 @@ bool WaitForRunningWindow(ProcessPort& system) {
 int EndAsSecondCopy(const AppState& app, ProcessPort& system) {
   if (app.hiddenStart) return 0;
   if (WaitForRunningWindow(system)) {
+    // First, as raising gives away the foreground that this copy has to hand on.
+    system.LetRunningTakeForeground();
     system.RaiseRunningWindow();
+    system.AskRunningToShow();
     return 0;
   }
   const std::u16string hotkey = system.HotkeyText(app.hotkeys.showModifiers, app.hotkeys.showKey);

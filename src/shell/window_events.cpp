@@ -35,16 +35,14 @@ void ResetView(AppState& app, WindowPort& window) {
   DoSearchAsync(u"", false, true);
 }
 
-void ReleaseBeforeEject(AppState& app, WindowPort& window, uint32_t unitMask) {
-  if (!ReleaseVolumesByMask(Engine(), unitMask)) return;
+void ShowReleased(const AppState& app, WindowPort& window) {
   RunBackground("device_change_refresh_ui",
                 [target = app.mainWindow] { PostUnlessEnding(target, WM_VOLUME_LOST, 0, 0); });
   window.SetStatus(
       TranslateOr(u"Status_DriveEjectDetected", u"Drive eject detected. Handles released proactively."));
 }
 
-void DropRemoved(WindowPort& window, uint32_t unitMask) {
-  if (!ReleaseVolumesByMask(Engine(), unitMask)) return;
+void ShowRemoved(WindowPort& window) {
   window.RebuildScopeBox();
   SearchAgain(window);
   window.SetStatus(TranslateOr(u"Status_DriveRemoved",
@@ -94,6 +92,10 @@ void ToggleWindow(AppState& app, WindowPort& window) {
     window.TrimOthersInJob();
     return;
   }
+  ShowAsAsked(app, window);
+}
+
+void ShowAsAsked(AppState& app, WindowPort& window) {
   window.AddOrUpdateTrayIcon();
   ShowMainWindow(app, window);
 }
@@ -129,9 +131,25 @@ void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::option
       return SyncArrivedVolumesAsync(Engine(), app.mainWindow, *unitMask);
     case DriveEvent::kQueryRemove:
     case DriveEvent::kRemovePending:
-      return ReleaseBeforeEject(app, window, *unitMask);
+      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowReleased(app, window);
+      return;
     case DriveEvent::kRemoveComplete:
-      return DropRemoved(window, *unitMask);
+      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowRemoved(window);
+      return;
+  }
+}
+
+void OnVolumeNotice(AppState& app, WindowPort& window, VolumeNotice notice, uintptr_t id) {
+  if (ShutdownRequested) return;
+  switch (notice) {
+    case VolumeNotice::kWanted:
+      if (ReleaseNoticedVolume(Engine(), id)) ShowReleased(app, window);
+      return;
+    case VolumeNotice::kFree:
+      return ReopenNoticedVolume(Engine(), app.mainWindow, id);
+    case VolumeNotice::kGone:
+      if (ReleaseNoticedVolume(Engine(), id)) ShowRemoved(window);
+      return;
   }
 }
 

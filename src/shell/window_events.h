@@ -6,6 +6,7 @@
 #include <string>
 
 #include "shell/app_state.h"
+#include "shell/volume_notice.h"
 #include "shell/window_port.h"
 
 namespace quilmark {
@@ -18,6 +19,9 @@ void TrimAndHide(WindowPort& window);
 
 // Brings the window up for the user, wherever it was; runs the first search if a hidden start left it.
 void ShowMainWindow(AppState& app, WindowPort& window);
+
+// The same from the notification area or for another copy of the program: makes sure of the icon too.
+void ShowAsAsked(AppState& app, WindowPort& window);
 
 // The show/hide hotkey.
 void ToggleWindow(AppState& app, WindowPort& window);
@@ -44,5 +48,9 @@ enum class DriveEvent : uint32_t {
   kRemoveComplete = 32772,
 };
 void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::optional<uint32_t> unitMask);
+
+// A notice about a volume whose device is open; `id` is that of its DeviceNotice. Comes back within the
+// limit of a close: whoever asks for the volume waits for the answer.
+void OnVolumeNotice(AppState& app, WindowPort& window, VolumeNotice notice, uintptr_t id);
 
 }  // namespace quilmark

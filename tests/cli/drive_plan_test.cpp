@@ -36,9 +36,20 @@ TEST(DrivePlan, LetterGivenTwiceIsAnError) {
   EXPECT_NE(PlanDrives({.drives = {"D=/x", "d=/y"}}).error.find("twice"), std::string::npos);
 }
 
-TEST(DrivePlan, MoreFoldersThanLettersIsAnError) {
-  EXPECT_EQ(PlanDrives({.paths = std::vector<std::string>(24, "/a")}).error, "");
-  EXPECT_NE(PlanDrives({.paths = std::vector<std::string>(25, "/a")}).error, "");
+TEST(DrivePlan, FoldersBeyondTheLettersShareTheLastOneWhereAllHaveOneRoot) {
+  const DrivePlan most = PlanDrives({.paths = std::vector<std::string>(24, "/a")});
+  EXPECT_EQ(most.error, "");
+  EXPECT_TRUE(most.drives.back().shared.empty());
+
+  std::vector<std::string> paths(24, "/a");
+  paths.insert(paths.end(), {"/b", "/c"});
+  const DrivePlan more = PlanDrives({.paths = paths});
+  EXPECT_EQ(more.error.empty(), !HasSystemDrives());
+  if (HasSystemDrives()) return;
+  EXPECT_EQ(Letters(more), "CDEFGHIJKLMNOPQRSTUVWXYZ");
+  EXPECT_EQ(more.drives.back().shared, (std::vector<std::string>{"/a", "/b", "/c"}));
+  EXPECT_EQ(more.drives[22].typed, "/a");
+  EXPECT_TRUE(more.drives[22].shared.empty());
 }
 
 TEST(DrivePlan, EmptyNameOfAFolderIsAnError) {

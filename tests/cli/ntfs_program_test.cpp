@@ -48,6 +48,20 @@ TEST_F(NtfsProgram, AnImageStandsBesideFolders) {
   EXPECT_THAT(Lines(run.output), ElementsAre("C:\\report.doc", "D:\\Docs\\report 文件.txt"));
 }
 
+TEST_F(NtfsProgram, AnImageThatIsCutShortSaysSo) {
+  auto image = Files().Image();
+  folder.MakeFile("whole.img", image);
+  image.resize(image.size() - 3 * 4'096);  // one cluster stands behind the volume
+  folder.MakeFile("cut.img", image);
+  ProgramRun run = RunProgram(QUILMARK_PROGRAM, {"find", "report", Path("whole.img")});
+  EXPECT_EQ(run.errors, "");
+  run = RunProgram(QUILMARK_PROGRAM, {"find", "report", Path("cut.img")});
+  EXPECT_THAT(run.errors,
+              HasSubstr("cut.img' is cut short: the last 8192 bytes of its volume are missing"));
+  EXPECT_THAT(Lines(run.output), ElementsAre("C:\\Docs\\report 文件.txt"));
+  EXPECT_EQ(run.exitCode, 0);
+}
+
 TEST_F(NtfsProgram, WhatIsNoVolumeIsRefused) {
   folder.MakeFile("text.txt", std::string(100'000, 'x'));
   auto cut = Files().Image();

@@ -46,7 +46,9 @@ struct ScriptedProcess : ProcessPort {
     boxText = text;
   }
   bool FindRunningWindow() override { return paused - 1'000 >= windowAfterMs; }
+  void LetRunningTakeForeground() override { Note("hand on the foreground"); }
   void RaiseRunningWindow() override { Note("raise"); }
+  void AskRunningToShow() override { Note("ask to show"); }
   std::u16string HotkeyText(uint32_t modifiers, uint32_t key) override {
     return modifiers == 1 && key == 90 ? u"Alt+Z" : u"?";
   }
@@ -196,7 +198,8 @@ TEST_F(ProcessStart, ASecondCopyShowsTheFirst) {
   system.isOnlyCopy = false;
   system.windowAfterMs = 300;
   EXPECT_EQ(Run(), 0);
-  EXPECT_EQ(system.calls.back(), "raise");
+  EXPECT_EQ(Calls(system.calls.end() - 3, system.calls.end()),
+            (Calls{"hand on the foreground", "raise", "ask to show"}));
   EXPECT_EQ(system.paused, 1'300u);
 }
 

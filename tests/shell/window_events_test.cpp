@@ -246,5 +246,53 @@ TEST_F(WindowEvents, DrivesAreLeftAloneDuringTheEnd) {
   EXPECT_TRUE(Engine().volumes.front()->valid);
 }
 
+struct NoticeOfTest : DeviceNotice {
+  explicit NoticeOfTest(uintptr_t number) { id = number; }
+};
+
+constexpr uintptr_t kNotice = 77;
+
+class NoticeEvents : public WindowEvents {
+ protected:
+  NoticeEvents() {
+    AddDrive(u"Q:");
+    Engine().volumes.front()->notice = std::make_shared<NoticeOfTest>(kNotice);
+  }
+  bool IsSearched() { return Engine().volumes.front()->valid; }
+};
+
+TEST_F(NoticeEvents, AVolumeThatSomebodyWantsIsGivenBackAtOnce) {
+  OnVolumeNotice(app, window, VolumeNotice::kWanted, kNotice);
+  EXPECT_FALSE(IsSearched());
+  EXPECT_EQ(window.status, u"Drive eject detected. Handles released proactively.");
+  EXPECT_EQ(harness.search.Next().message, WM_VOLUME_LOST);
+}
+
+TEST_F(NoticeEvents, AVolumeThatIsFreeAgainIsLookedForAgain) {
+  OnVolumeNotice(app, window, VolumeNotice::kFree, kNotice);
+  EXPECT_TRUE(harness.search.IsQuiet()) << "nobody took it";
+  Engine().volumes.front()->valid = false;
+  OnVolumeNotice(app, window, VolumeNotice::kFree, kNotice);
+  EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+}
+
+TEST_F(NoticeEvents, AVolumeThatIsGoneIsSearchedNoMore) {
+  OnVolumeNotice(app, window, VolumeNotice::kGone, kNotice);
+  EXPECT_FALSE(IsSearched());
+  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
+}
+
+TEST_F(NoticeEvents, AnotherVolumesNoticesChangeNothing) {
+  for (const auto notice : {VolumeNotice::kWanted, VolumeNotice::kFree, VolumeNotice::kGone}) {
+    OnVolumeNotice(app, window, notice, kNotice + 1);
+  }
+  ShutdownRequested = true;
+  OnVolumeNotice(app, window, VolumeNotice::kWanted, kNotice);
+  EXPECT_TRUE(IsSearched());
+  EXPECT_EQ(window.status, u"before");
+  EXPECT_TRUE(window.calls.empty());
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -1,6 +1,7 @@
 #include "support/scripted_device.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <utility>
 
@@ -32,6 +33,22 @@ std::shared_ptr<DeviceScript> ScriptOf(std::u16string_view drive) {
 
 }  // namespace
 
+struct ScriptedNotice : DeviceNotice {
+  explicit ScriptedNotice(std::shared_ptr<DeviceScript> script) : script_(std::move(script)) {
+    static std::atomic<uintptr_t> latest = 0;
+    id = ++latest;
+    const std::scoped_lock lock(script_->mutex_);
+    script_->notices_.push_back(id);
+  }
+  ~ScriptedNotice() override {
+    const std::scoped_lock lock(script_->mutex_);
+    std::erase(script_->notices_, id);
+  }
+
+ private:
+  const std::shared_ptr<DeviceScript> script_;
+};
+
 class ScriptedDevice : public VolumeDevice {
  public:
   explicit ScriptedDevice(std::shared_ptr<DeviceScript> script) : script_(std::move(script)) {}
@@ -57,6 +74,10 @@ class ScriptedDevice : public VolumeDevice {
   }
 
   Reply ReadAt(uint64_t, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
+
+  std::shared_ptr<const DeviceNotice> TellWindow(PostTarget) override {
+    return std::make_shared<ScriptedNotice>(script_);
+  }
 
   void Cancel() override {
     const std::scoped_lock lock(script_->mutex_);
@@ -202,6 +223,11 @@ size_t DeviceScript::AskedCount(uint32_t code) const {
   const std::scoped_lock lock(mutex_);
   const auto count = counts_.find(code);
   return count == counts_.end() ? 0 : count->second;
+}
+
+std::vector<uintptr_t> DeviceScript::Notices() const {
+  const std::scoped_lock lock(mutex_);
+  return notices_;
 }
 
 int DeviceScript::OpenDevices() const {

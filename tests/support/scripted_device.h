@@ -68,6 +68,8 @@ class DeviceScript {
   bool WaitForAsked(uint32_t code, size_t count, int longestSeconds = 10);
   size_t AskedCount(uint32_t code) const;
   int OpenDevices() const;
+  // Numbers of the notices that live, in the order in which they were asked for.
+  std::vector<uintptr_t> Notices() const;
   std::vector<VolumeAccess> Opens() const;
   // Makes reads of the journal wait until Cancel or Close, as a device does that is slow to answer.
   void HoldJournalReads(bool hold);
@@ -76,6 +78,7 @@ class DeviceScript {
 
  private:
   friend class ScriptedDevice;
+  friend struct ScriptedNotice;
   friend std::unique_ptr<VolumeDevice> OpenScripted(std::u16string_view, VolumeAccess, uint32_t&);
   mutable std::mutex mutex_;
   std::condition_variable changed_;
@@ -86,6 +89,7 @@ class DeviceScript {
   std::map<uint32_t, size_t> counts_;
   std::vector<VolumeAccess> opens_;
   int openDevices_ = 0;
+  std::vector<uintptr_t> notices_;
   uint32_t closeError_ = 0;
   bool holdReads_ = false;
   int cancelsToMiss_ = 0;

@@ -49,6 +49,12 @@ TEST_F(MainWindow, OpensCentredWithItsDefaultSize) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, LetsNobodyBeAskedForADisk) {
+  program.StartAndWait();
+  EXPECT_EQ(program.Ask(Probe::kAsksForMedia), 0);
+  EndByMenu();
+}
+
 TEST_F(MainWindow, FindsWhatIsTyped) {
   program.StartAndWait();
   program.SearchFor(u"report");
@@ -101,6 +107,16 @@ TEST_F(MainWindow, IsShownBySecondCopies) {
   EXPECT_FALSE(program.IsVisible());
   EXPECT_EQ(program.RunSecondCopy(), 0u);
   WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  EndByMenu();
+}
+
+// What a copy without the rights of this one can do.
+TEST_F(MainWindow, IsShownByTheRequestAlone) {
+  program.StartAndWait(L"-hidden");
+  EXPECT_FALSE(program.IsVisible());
+  PostMessageW(program.Window(), RegisterWindowMessageW(L"Quilmark_ShowMainWindow_2024"), 0, 0);
+  WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  EXPECT_EQ(program.Ask(Probe::kShownByUser), 1);
   EndByMenu();
 }
 
@@ -171,6 +187,21 @@ TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   WaitUntil("a note of it", [this] {
     return program.GdiLog().find(u"TaskbarCreated received") != std::u16string::npos;
   });
+  EndByMenu();
+}
+
+TEST_F(MainWindow, SavesAtTheEndOfTheSession) {
+  program.StartAndWait();
+  program.Settings().MakeFile("window.ini", "");
+  const auto settings = [this] {
+    return ReadTextFile(program.Settings().PathOf(u"window.ini")).value_or(u"none");
+  };
+  const auto tellEnd = [this](WPARAM ends) { SendMessageW(program.Window(), WM_ENDSESSION, ends, 0); };
+  tellEnd(FALSE);
+  EXPECT_EQ(settings(), u"");
+  tellEnd(TRUE);
+  EXPECT_TRUE(settings().starts_with(u"width=")) << settings().size();
+  EXPECT_NE(program.MetricsLog().find(u"summary hit_ratio="), std::u16string::npos);
   EndByMenu();
 }
 

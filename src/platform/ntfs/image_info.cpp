@@ -1,9 +1,11 @@
 #include "platform/ntfs/image_info.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/byte_source.h"
 #include "platform/bytes.h"
+#include "platform/ntfs/boot_sector.h"
 #include "platform/ntfs/mft_reader.h"
 
 namespace quilmark {
@@ -33,6 +35,16 @@ std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path) {
   return VolumeInfo{.fileSystem = std::u16string(kNtfs),
                     .label = ReadLabel(*reader),
                     .serial = ShownSerial(reader->geometry.serial)};
+}
+
+uint64_t MissingBytesOfImage(std::u16string_view path) {
+  const auto source = OpenByteSource(path);
+  std::array<std::byte, kBootSectorBytes> sector;
+  if (source == nullptr || source->ReadAt(0, sector) < sector.size()) return 0;
+  const auto geometry = ParseBootSector(sector);
+  if (!geometry) return 0;
+  const uint64_t bytes = geometry->sectors * geometry->sectorBytes;
+  return bytes - std::min(bytes, source->Size());
 }
 
 }  // namespace quilmark

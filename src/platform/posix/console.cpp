@@ -3,11 +3,15 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace quilmark {
 
 static void (*interruptHandler)() = nullptr;
 
 bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) == 1; }
+
+bool IsReaderGone(std::FILE*, int error) { return error == EPIPE; }
 
 void PrepareConsole() { signal(SIGPIPE, SIG_IGN); }
 

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -28,6 +29,13 @@ static BOOL WINAPI HandleControl(DWORD event) {
 }
 
 bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
+
+// The runtime knows one of the system's two errors for it, and calls the other an argument.
+bool IsReaderGone(std::FILE* stream, int error) {
+  if (error == EPIPE) return true;
+  const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+  return error == EINVAL && GetFileType(handle) == FILE_TYPE_PIPE;
+}
 
 void PrepareConsole() {
   _setmode(_fileno(stdout), _O_BINARY);

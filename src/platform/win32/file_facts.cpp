@@ -5,20 +5,41 @@
 
 namespace quilmark {
 
-static uint64_t Joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
+namespace {
 
-std::optional<FileFacts> ReadFileFacts(std::u16string_view path) {
-  const std::u16string longPath = LongPathOf(path);
-  WIN32_FILE_ATTRIBUTE_DATA data = {};
-  if (longPath.empty() || !GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) {
-    return std::nullopt;
-  }
+uint64_t Joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
+
+// Of what an attribute query and a listing both give, under the same names.
+template <typename Data>
+FileFacts FactsFrom(const Data& data) {
   const bool isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   return FileFacts{
       .size = isDirectory ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow),
       .modified = Joined(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime),
       .created = Joined(data.ftCreationTime.dwHighDateTime, data.ftCreationTime.dwLowDateTime),
       .isDirectory = isDirectory};
+}
+
+// The folder tells what it knows of a file that itself lets nobody ask.
+std::optional<FileFacts> FactsFromFolder(const std::u16string& longPath) {
+  WIN32_FIND_DATAW found = {};
+  const HANDLE find =
+      FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
+  if (find == INVALID_HANDLE_VALUE) return std::nullopt;
+  FindClose(find);
+  return FactsFrom(found);
+}
+
+}  // namespace
+
+std::optional<FileFacts> ReadFileFacts(std::u16string_view path) {
+  const std::u16string longPath = LongPathOf(path);
+  WIN32_FILE_ATTRIBUTE_DATA data = {};
+  if (longPath.empty()) return std::nullopt;
+  if (GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) return FactsFrom(data);
+  const DWORD error = GetLastError();
+  const bool isClosed = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+  return isClosed ? FactsFromFolder(longPath) : std::nullopt;
 }
 
 }  // namespace quilmark

@@ -19,6 +19,10 @@ std::u16string LongPathOf(std::u16string_view path) {
   return u"\\\\?\\" + resolved;
 }
 
+bool IsNameSurrogate(DWORD attributes, DWORD tag) {
+  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag);
+}
+
 UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   return UniqueFile(

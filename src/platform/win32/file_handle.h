@@ -29,6 +29,10 @@ using UniqueKernelObject = Unique<KernelObjectTraits>;
 // ("\\?\"). Empty, which no call takes, for a path that holds a NUL.
 std::u16string LongPathOf(std::u16string_view path);
 
+// Attributes and reparse tag are those of a symbolic link or a junction, which lead to another name.
+// Other reparse points, as those of cloud, packed or deduplicated content, are the file itself.
+bool IsNameSurrogate(DWORD attributes, DWORD tag);
+
 // Sharing everything with others; empty on failure.
 UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags = 0);
 

@@ -8,6 +8,7 @@
 #include "platform/file_rewrite.h"
 #include "platform/utf.h"
 #include "platform/win32/file_handle.h"
+#include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
 
 namespace quilmark {
@@ -80,7 +81,8 @@ bool IsExistingFolder(std::u16string_view path) {
 }
 
 bool MakeFolder(std::u16string_view path) {
-  return CreateDirectoryW(Wide(LongPathOf(path)), nullptr) || IsExistingFolder(path);
+  if (!IsReachedByLink(path) && CreateDirectoryW(Wide(LongPathOf(path)), nullptr)) return true;
+  return IsExistingFolder(path);
 }
 
 std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit) {
@@ -105,7 +107,7 @@ std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limi
 
 // Made anew it would be refused where it is hidden.
 std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path) {
-  UniqueFile file = OpenPath(path, GENERIC_WRITE, OPEN_ALWAYS);
+  UniqueFile file = OpenForWriting(path, GENERIC_WRITE, OPEN_ALWAYS);
   const std::optional<uint64_t> size = file ? SizeOf(file.Get()) : std::nullopt;
   if (!size) return nullptr;
   return std::make_unique<Win32File>(std::move(file), *size);
@@ -113,7 +115,7 @@ std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path) {
 
 bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::string_view firstBytes) {
   const UniqueFile file =
-      OpenPath(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
+      OpenForWriting(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
   if (!file) return false;
   const std::optional<uint64_t> size = SizeOf(file.Get());
   if (!size) return false;

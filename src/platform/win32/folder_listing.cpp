@@ -31,7 +31,8 @@ void AppendFound(const WIN32_FIND_DATAW& found, FolderListing& listing) {
   if (name == u"." || name == u"..") return;
   listing.entries.push_back({.nameOffset = static_cast<uint32_t>(listing.names.size()),
                              .nameLength = static_cast<uint16_t>(name.size()),
-                             .isDirectory = IsFolder(found)});
+                             .isDirectory = IsFolder(found),
+                             .isLink = IsNameSurrogate(found.dwFileAttributes, found.dwReserved0)});
   listing.names += name;
 }
 

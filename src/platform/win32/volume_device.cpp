@@ -1,6 +1,8 @@
 #include "platform/volume_device.h"
 
 #include <windows.h>
+
+#include <dbt.h>
 #include <winioctl.h>
 
 #include <atomic>
@@ -25,6 +27,11 @@ static_assert(kFsctlQueryUsnJournal == FSCTL_QUERY_USN_JOURNAL);
 static_assert(kFsctlDeleteUsnJournal == FSCTL_DELETE_USN_JOURNAL);
 
 namespace {
+
+struct Win32DeviceNotice : DeviceNotice {
+  explicit Win32DeviceNotice(HDEVNOTIFY notice) { id = reinterpret_cast<uintptr_t>(notice); }
+  ~Win32DeviceNotice() override { UnregisterDeviceNotification(reinterpret_cast<HDEVNOTIFY>(id)); }
+};
 
 class Win32VolumeDevice : public VolumeDevice {
  public:
@@ -54,6 +61,17 @@ class Win32VolumeDevice : public VolumeDevice {
   std::optional<FileFacts> ReadFacts(uint64_t reference) override {
     const auto raw = raw_.load();
     return raw != nullptr ? raw->ReadFacts(reference) : std::nullopt;
+  }
+
+  std::shared_ptr<const DeviceNotice> TellWindow(PostTarget window) override {
+    const std::scoped_lock lock(inUse_);
+    if (window == nullptr || isClosed_ || !device_) return nullptr;
+    DEV_BROADCAST_HANDLE filter = {};
+    filter.dbch_size = sizeof filter;
+    filter.dbch_devicetype = DBT_DEVTYP_HANDLE;
+    filter.dbch_handle = device_.Get();
+    const HDEVNOTIFY notice = RegisterDeviceNotificationW(window, &filter, DEVICE_NOTIFY_WINDOW_HANDLE);
+    return notice != nullptr ? std::make_shared<Win32DeviceNotice>(notice) : nullptr;
   }
 
   void Cancel() override {

@@ -13,7 +13,7 @@
 #include "platform/clock.h"
 #include "platform/format.h"
 #include "platform/utf.h"
-#include "platform/win32/file_handle.h"
+#include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
 #include "shell/win32/system_calls.h"
 
@@ -35,7 +35,7 @@ bool WriteDump(const std::u16string& path, EXCEPTION_POINTERS* exception) {
   using Write = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE, PMINIDUMP_EXCEPTION_INFORMATION,
                               PMINIDUMP_USER_STREAM_INFORMATION, PMINIDUMP_CALLBACK_INFORMATION);
   const auto write = SystemCall<Write>(L"dbghelp.dll", "MiniDumpWriteDump");
-  const UniqueFile file = OpenPath(path, GENERIC_WRITE, CREATE_ALWAYS);
+  const UniqueFile file = OpenForWriting(path, GENERIC_WRITE, CREATE_ALWAYS);
   if (write == nullptr || !file) return false;
   MINIDUMP_EXCEPTION_INFORMATION information = {GetCurrentThreadId(), exception, FALSE};
   return write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &information,

@@ -11,6 +11,7 @@
 #include "shell/list_layout.h"
 #include "shell/win32/back_buffer.h"
 #include "shell/win32/filter_bar.h"
+#include "shell/win32/foreign_messages.h"
 #include "shell/win32/row_tip.h"
 #include "shell/win32/tray_icon.h"
 #include "shell/win32/window_look.h"
@@ -86,7 +87,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;
   TrayIcon tray;
-  UINT taskbarCreated = 0;    // the registered message
+  ForeignMessages foreign;
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
   int64_t paintedScrollY = 0;

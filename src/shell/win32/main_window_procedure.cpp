@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <dbt.h>
 #include <windowsx.h>
 
 #include <algorithm>
@@ -24,6 +23,7 @@
 #include "shell/win32/rename_editor.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
+#include "shell/win32/system_messages.h"
 #include "shell/win32/theme.h"
 #include "shell/win32/tray_menu.h"
 #include "shell/win32/window_text.h"
@@ -324,21 +324,6 @@ Outcome OnPower(AppState&, MainWindow& window, const Message& message) {
   return 1;
 }
 
-std::optional<uint32_t> UnitMaskOf(LPARAM payload) {
-  const auto* const header = reinterpret_cast<const DEV_BROADCAST_HDR*>(payload);
-  if (header == nullptr || header->dbch_devicetype != DBT_DEVTYP_VOLUME) return std::nullopt;
-  return reinterpret_cast<const DEV_BROADCAST_VOLUME*>(header)->dbcv_unitmask;
-}
-
-Outcome OnDeviceChange(AppState& app, MainWindow& window, const Message& message) {
-  const auto event = static_cast<uint32_t>(message.wParam);
-  // Other events bring other payloads, or none.
-  const bool isOurs = event == DBT_DEVICEARRIVAL || event == DBT_DEVICEQUERYREMOVE ||
-                      event == DBT_DEVICEREMOVEPENDING || event == DBT_DEVICEREMOVECOMPLETE;
-  if (isOurs) OnDriveEvent(app, window, event, UnitMaskOf(message.lParam));
-  return 1;
-}
-
 Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) {
   uint32_t dpi = LOWORD(message.wParam);
   if (dpi == 0) dpi = DpiOfWindow(message.window);
@@ -368,10 +353,7 @@ Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
 }
 
 Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
-  if (message.lParam == WM_LBUTTONDBLCLK) {
-    window.AddOrUpdateTrayIcon();
-    ShowMainWindow(app, window);
-  }
+  if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
   if (message.lParam == WM_RBUTTONUP) ShowTrayMenu(app, window);
   return 0;
 }
@@ -417,6 +399,7 @@ constexpr MessageRow kMessageRows[] = {
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},
     {WM_DEVICECHANGE, OnDeviceChange},
+    {WM_ENDSESSION, OnSessionEnd},
     {WM_DPICHANGED, OnDpiChanged},
     {WM_HOTKEY, OnHotkey},
     {kTrayCallback, OnTray},
@@ -426,10 +409,7 @@ Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
   for (const MessageRow& row : kMessageRows) {
     if (row.number == message.number) return row.handle(app, window, message);
   }
-  if (window.taskbarCreated != 0 && message.number == window.taskbarCreated) {
-    OnTaskbarCreated(app, window);
-    return 0;
-  }
+  if (TakeForeignMessage(app, window, message.number)) return 0;
   if (TakeResultMessage(app, window, {message.number, message.wParam, message.lParam})) return 0;
   return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
 }

@@ -5,6 +5,7 @@
 
 #include "platform/win32/wide.h"
 #include "shell/hotkey_text.h"
+#include "shell/win32/foreign_messages.h"
 #include "shell/win32/hotkey_names.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/system_calls.h"
@@ -80,6 +81,16 @@ void Win32Process::ShowBox(BoxIcon icon, const std::u16string& title, const std:
 bool Win32Process::FindRunningWindow() {
   running_ = FindWindowW(kMainWindowClass, nullptr);
   return running_ != nullptr && IsWindow(running_);
+}
+
+void Win32Process::LetRunningTakeForeground() {
+  DWORD owner = 0;
+  if (GetWindowThreadProcessId(running_, &owner) != 0) AllowSetForegroundWindow(owner);
+}
+
+void Win32Process::AskRunningToShow() {
+  const UINT show = RegisterWindowMessageW(kShowMessage);
+  if (show != 0) PostMessageW(running_, show, 0, 0);
 }
 
 void Win32Process::RaiseRunningWindow() {

@@ -25,7 +25,9 @@ class Win32Process : public ProcessPort {
   bool IsAdministrator() override;
   void ShowBox(BoxIcon icon, const std::u16string& title, const std::u16string& text) override;
   bool FindRunningWindow() override;
+  void LetRunningTakeForeground() override;
   void RaiseRunningWindow() override;
+  void AskRunningToShow() override;
   std::u16string HotkeyText(uint32_t modifiers, uint32_t key) override;
   void RegisterWindowClass() override;
   std::optional<Rect> WorkArea() override;

@@ -1,6 +1,7 @@
 #include "shell/win32/quilmark.h"
 
 #include "config/log.h"
+#include "platform/disk_prompts.h"
 #include "platform/win32/wide.h"
 #include "shell/process_start.h"
 #include "shell/win32/crash_report.h"
@@ -20,6 +21,7 @@ GuiResourceCounts CountResources() {
 
 int RunQuilmark(HINSTANCE instance, wchar_t* commandLine, int showCommand) {
   HardenLibrarySearch();
+  NeverAskForMedia();
   InstallCrashReport();
   InstallBackgroundExceptionLog();
   InstallGuiResourceCounter(CountResources);

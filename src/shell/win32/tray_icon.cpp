@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/win32/wide.h"
+#include "shell/tray_presence.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -26,13 +27,9 @@ bool TrayIcon::AddOrUpdate(bool isAdded, const std::u16string& tip) {
   const size_t length = std::min(tip.size(), std::size(record_.szTip) - 1);
   std::copy_n(Wide(tip), length, record_.szTip);
   record_.szTip[length] = 0;
-  if (isAdded) {
-    Shell_NotifyIconW(NIM_MODIFY, &record_);
-    return true;
-  }
-  if (!Shell_NotifyIconW(NIM_ADD, &record_)) return false;
-  Shell_NotifyIconW(NIM_MODIFY, &record_);
-  return true;
+  return PutTrayIcon(isAdded, [this](TrayCall call) {
+    return Shell_NotifyIconW(call == TrayCall::kAdd ? NIM_ADD : NIM_MODIFY, &record_) != FALSE;
+  });
 }
 
 void TrayIcon::Remove() {

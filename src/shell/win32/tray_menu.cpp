@@ -32,10 +32,7 @@ int ChooseFromMenu(HWND window) {
 
 void ShowTrayMenu(AppState& app, MainWindow& window) {
   const int choice = ChooseFromMenu(window.Handle());
-  if (choice == kTrayShow) {
-    window.AddOrUpdateTrayIcon();
-    ShowMainWindow(app, window);
-  }
+  if (choice == kTrayShow) ShowAsAsked(app, window);
   if (choice == kTrayExit) {
     app.exitRequested = true;
     PostMessageW(window.Handle(), WM_CLOSE, 0, 0);

@@ -62,7 +62,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   LogGdiState(u"WM_CREATE begin");
   InitControlClasses();
   window.OpenBackBuffer(handle);
-  window.taskbarCreated = RegisterWindowMessageW(L"TaskbarCreated");
+  window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
   window.MakeControls();

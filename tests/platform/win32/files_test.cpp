@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "platform/file_facts.h"
+#include "platform/known_folders.h"
 #include "platform/win32/file_handle.h"
+#include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
 #include "support/listing.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
+#include "support/system_faults.h"
 
 namespace quilmark {
 namespace {
@@ -67,6 +71,49 @@ TEST(Win32Files, APathIsPrintedInUtf8WithItsDriveResolved) {
   const MappedDrive drive(u'Q', u"R:\\\u0416");
   EXPECT_EQ(HostPathBytes(u"Q:\\a.txt"), "R:\\\xD0\x96\\a.txt");
   EXPECT_EQ(HostPathBytes(u"C:\\a.txt"), "C:\\a.txt");
+}
+
+TEST(Win32Files, AFileThatLetsNobodyAskIsToldOfByItsFolder) {
+  const ScratchFolder folder;
+  folder.MakeFile("a.txt", "seven b");
+  folder.MakeFolder("sub");
+  const auto file = ReadFileFacts(folder.PathOf(u"a.txt"));
+  ASSERT_TRUE(file.has_value());
+  for (const char16_t* const name : {u"a.txt", u"sub"}) {
+    const auto open = ReadFileFacts(folder.PathOf(name));
+    SystemFaults faults(FaultKind::kOnce, 1);  // in use by another program
+    const auto closed = ReadFileFacts(folder.PathOf(name));
+    ASSERT_TRUE(faults.HasFailed());
+    ASSERT_TRUE(closed.has_value());
+    EXPECT_EQ(closed->size, open->size);
+    EXPECT_EQ(closed->modified, open->modified);
+    EXPECT_EQ(closed->created, open->created);
+    EXPECT_EQ(closed->isDirectory, open->isDirectory);
+    EXPECT_EQ(faults.OpenFiles(), 0);
+  }
+  EXPECT_EQ(file->size, 7u);
+}
+
+TEST(Win32Files, LinksLeadToAnotherNameAndOtherReparsePointsDoNot) {
+  constexpr DWORD kLink = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
+  constexpr DWORD kCloudContent = 0x9000'001A;
+  EXPECT_TRUE(IsNameSurrogate(kLink, IO_REPARSE_TAG_MOUNT_POINT));
+  EXPECT_TRUE(IsNameSurrogate(FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_SYMLINK));
+  EXPECT_FALSE(IsNameSurrogate(kLink, kCloudContent));
+  EXPECT_FALSE(IsNameSurrogate(FILE_ATTRIBUTE_REPARSE_POINT, IO_REPARSE_TAG_DEDUP));
+  EXPECT_FALSE(IsNameSurrogate(FILE_ATTRIBUTE_DIRECTORY, IO_REPARSE_TAG_MOUNT_POINT));
+}
+
+TEST(Win32Files, AFolderOnTheWayIsAskedWhetherItIsALink) {
+  const auto temp = TempFolder();
+  ASSERT_TRUE(temp.has_value());
+  const auto asked = [&](const std::u16string& name) {
+    SystemFaults faults(FaultKind::kOnce);
+    EXPECT_FALSE(IsReachedByLink(*temp + name));
+    return faults.Calls().size();
+  };
+  EXPECT_EQ(asked(u"file"), 0u) << "the way to the temporary folder is the user's own";
+  EXPECT_GT(asked(u"outer\\inner\\file"), asked(u"outer\\file"));
 }
 
 }  // namespace

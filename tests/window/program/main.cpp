@@ -238,6 +238,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return Engine().ready;
     case Probe::kTrayIconAdded:
       return app.trayIconAdded;
+    case Probe::kAsksForMedia:
+      return (GetErrorMode() & SEM_FAILCRITICALERRORS) == 0;
     case Probe::kDarkTheme:
       return CurrentWindowSettings.darkTheme;
     case Probe::kDpi:

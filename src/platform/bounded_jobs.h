@@ -1,0 +1,15 @@
+// Work that somebody waits for, and not for ever.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace quilmark {
+
+// Runs each of `works` on a job called `name` (see RunBackground) and waits until all have ended, at
+// most `mostMs`. False if one has not: it goes on by itself, so it owns what it uses. Work for which no
+// thread can be had runs on this one.
+bool RunWithin(const char* name, std::vector<std::function<void()>> works, uint32_t mostMs);
+
+}  // namespace quilmark

@@ -1,0 +1,7 @@
+#include "platform/disk_prompts.h"
+
+namespace quilmark {
+
+void NeverAskForMedia() {}
+
+}  // namespace quilmark

@@ -1,0 +1,63 @@
+#include "platform/win32/guarded_write.h"
+
+#include <string>
+
+#include "platform/known_folders.h"
+#include "platform/text.h"
+#include "platform/win32/wide.h"
+
+namespace quilmark {
+
+namespace {
+
+bool IsLink(const std::u16string& longPath) {
+  WIN32_FIND_DATAW found;
+  const HANDLE find =
+      FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
+  if (find == INVALID_HANDLE_VALUE) return false;
+  FindClose(find);
+  return IsNameSurrogate(found.dwFileAttributes, found.dwReserved0);
+}
+
+// The length of the longest of the shared folders that `longPath` lies below; 0 below none.
+size_t LengthOfSharedFolder(std::u16string_view longPath) {
+  size_t longest = 0;
+  for (const auto& folder : {DocumentsFolder(), LocalDataFolder(), TempFolder()}) {
+    if (!folder) continue;
+    std::u16string base = LongPathOf(*folder);
+    while (base.ends_with(u'\\')) base.pop_back();
+    const bool isBelow = longPath.size() > base.size() && longPath[base.size()] == u'\\' &&
+                         EqualNoCase(longPath.substr(0, base.size()), base);
+    if (isBelow && base.size() > longest) longest = base.size();
+  }
+  return longest;
+}
+
+}  // namespace
+
+bool IsReachedByLink(std::u16string_view path) {
+  const std::u16string longPath = LongPathOf(path);
+  const size_t base = LengthOfSharedFolder(longPath);
+  if (base == 0) return false;
+  for (size_t end = longPath.find(u'\\', base + 1); end != longPath.npos;
+       end = longPath.find(u'\\', end + 1)) {
+    if (IsLink(longPath.substr(0, end))) return true;
+  }
+  return false;
+}
+
+UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition) {
+  if (IsReachedByLink(path)) return {};
+  UniqueFile file = OpenPath(path, access, disposition, FILE_FLAG_OPEN_REPARSE_POINT);
+  FILE_ATTRIBUTE_TAG_INFO info = {};
+  const bool isReparsePoint =
+      file && GetFileInformationByHandleEx(file.Get(), FileAttributeTagInfo, &info, sizeof info) &&
+      (info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  if (!isReparsePoint) return file;
+  if (IsNameSurrogate(info.FileAttributes, info.ReparseTag)) return {};
+  // Content of a cloud or packed content: its own driver opens what stands behind it.
+  file.Reset();
+  return OpenPath(path, access, disposition);
+}
+
+}  // namespace quilmark

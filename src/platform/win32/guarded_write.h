@@ -1,0 +1,20 @@
+// Files written in folders that programs with fewer rights may write to as well.
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+#include "platform/win32/file_handle.h"
+
+namespace quilmark {
+
+// A name below the user's documents, local data or temporary folder that is a symbolic link or a
+// junction on its way, the end of `path` left out. What leads to those folders themselves is the user's
+// own.
+bool IsReachedByLink(std::u16string_view path);
+
+// OpenPath for writing: empty where IsReachedByLink, and where the file itself is a symbolic link.
+UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition);
+
+}  // namespace quilmark

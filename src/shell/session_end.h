@@ -1,0 +1,18 @@
+// The end of the user's session: log-off, shutdown, restart. Interface thread.
+#pragma once
+
+#include <cstdint>
+
+#include "shell/app_state.h"
+#include "shell/window_end.h"
+
+namespace quilmark {
+
+// The system ends the program soon after it has answered, and asks the user about one that does not.
+inline constexpr uint32_t kMostSessionEndMs = 900;
+
+// Saves what the end of the window saves, and ends nothing: settings, attributes and the summary of the
+// run. Waits at most `mostMs` for the attributes; a save that a job has begun is waited for as well.
+void SaveAtSessionEnd(const AppState& app, WindowEndPort& end, uint32_t mostMs = kMostSessionEndMs);
+
+}  // namespace quilmark
