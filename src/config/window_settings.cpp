@@ -164,8 +164,9 @@ void LoadWindowSettings(int& width, int& height, int dpi) {
   CurrentWindowSettings = std::move(settings);
 }
 
-void SaveWindowSettings(const std::optional<WindowPlacement>& placement) {
-  if (placement) WriteSettingsFile(kFileName, WindowSettingsText(CurrentWindowSettings, *placement));
+void SaveWindowSettings(const std::optional<WindowPlacement>& placement, Flushing flushing) {
+  if (!placement) return;
+  WriteSettingsFile(kFileName, WindowSettingsText(CurrentWindowSettings, *placement), flushing);
 }
 
 }  // namespace quilmark

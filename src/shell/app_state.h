@@ -72,6 +72,7 @@ struct AppState {
   // View.
   AppMode appMode = AppMode::kSearch;
   int32_t clientWidth = 0, clientHeight = 0;  // never negative
+  bool frameHeld = false;                     // its size may change with each move of the mouse
   int32_t sidebarWidth = 200, headerTop = 90;
 
   // List.

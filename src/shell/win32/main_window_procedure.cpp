@@ -12,6 +12,7 @@
 #include "platform/clock.h"
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
+#include "shell/frame_drag.h"
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
@@ -49,11 +50,21 @@ Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
   return 0;
 }
 
-Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
+Outcome OnSize(AppState& app, MainWindow& window, const Message& message) {
   if (!window.Resize(LOWORD(message.lParam), HIWORD(message.lParam))) return 0;
-  if (message.wParam != SIZE_MINIMIZED) SaveWindowSettings(window.Placement());
+  if (message.wParam != SIZE_MINIMIZED) SaveWindowSize(app, window);
   InvalidateRect(message.window, nullptr, FALSE);
   return 0;
+}
+
+Outcome OnEnterSizeMove(AppState& app, MainWindow&, const Message&) {
+  OnFrameHeld(app);
+  return std::nullopt;
+}
+
+Outcome OnExitSizeMove(AppState& app, MainWindow& window, const Message&) {
+  OnFrameReleased(app, window);
+  return std::nullopt;
 }
 
 Outcome OnActivate(AppState&, MainWindow& window, const Message& message) {
@@ -384,6 +395,8 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CREATE, OnCreate},
     {WM_DESTROY, OnDestroy},
     {WM_SIZE, OnSize},
+    {WM_ENTERSIZEMOVE, OnEnterSizeMove},
+    {WM_EXITSIZEMOVE, OnExitSizeMove},
     {WM_ACTIVATE, OnActivate},
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
