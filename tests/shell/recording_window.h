@@ -29,6 +29,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void FocusSearchBox() override { calls.push_back("FocusSearchBox"); }
   void RebuildScopeBox() override { calls.push_back("RebuildScopeBox"); }
   void CancelRename() override { calls.push_back("CancelRename"); }
+  void MoveRename() override { calls.push_back("MoveRename"); }
   void RedrawTags() override { calls.push_back("RedrawTags"); }
   void InvalidateList() override { calls.push_back("InvalidateList"); }
   void RelayoutList() override { calls.push_back("RelayoutList"); }

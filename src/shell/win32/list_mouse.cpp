@@ -82,8 +82,8 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   const int wanted = DraggedWidth(app.list.dragColumnWidth, app.list.dragColumnX,
                                   point.x - layout.rows.left + app.scrollX);
   if (wanted == width) return;
-  window.CancelRename();
   width = wanted;
+  window.MoveRename();
   RequestListRepaint(app, window, kDragRepaintMs, TickMs());
 }
 

@@ -94,6 +94,8 @@ void MainWindow::InvalidateList() {
 
 void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 
+void MainWindow::MoveRename() { MoveRenameEditor(App(), *this); }
+
 void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
@@ -101,6 +103,7 @@ void MainWindow::RelayoutList() {
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
   RefreshHover(App(), *this);
+  MoveRename();
   ++rangeUpdates;
 }
 

@@ -36,6 +36,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void FocusSearchBox() override;
   void RebuildScopeBox() override;
   void CancelRename() override;
+  void MoveRename() override;
   void RedrawTags() override;
   void InvalidateList() override;
   void RelayoutList() override;
