@@ -51,6 +51,7 @@ struct ListState {
   int dragColumnX = 0, dragColumnWidth = 0;
   int wheelRest = 0, tiltRest = 0, sidebarRest = 0;  // of a wheel's turns, see TakeTurn
   bool dragsSidebar = false;                         // the thumb of its bar is held
+  Point panPoint;                                    // of the finger that moves the rows
 };
 
 struct AppState {

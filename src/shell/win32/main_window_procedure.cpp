@@ -23,6 +23,7 @@
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
+#include "shell/win32/scroll_messages.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
 #include "shell/win32/theme.h"
@@ -426,6 +427,10 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnWheel},
     {WM_MOUSEHWHEEL, OnTiltWheel},
+    {WM_VSCROLL, OnVerticalScroll},
+    {WM_HSCROLL, OnHorizontalScroll},
+    {WM_GESTURENOTIFY, OnGestureNotify},
+    {WM_GESTURE, OnGesture},
     {WM_MOUSEHOVER, OnMouseHover},
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},
