@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "config/ui_colors.h"
@@ -81,6 +82,31 @@ TEST_F(MainWindow, SelectsItsWholeTextByCtrlA) {
   program.SearchFor(u"photo");
   program.ExpectTitle(u"Quilmark - Filter: All Files | Hits: 1");
   EndByMenu();
+}
+
+TEST_F(MainWindow, KeepsItsSelectedTextWhereAPasteBringsNone) {
+  program.StartAndWait();
+  program.Type(u"before");
+  program.PressCtrl(u'A');
+  WaitUntil("the text", [this] { return program.TextOf(program.SearchBox()) == u"before"; });
+  const auto paste = [this] { SendMessageW(program.SearchBox(), WM_PASTE, 0, 0); };
+
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  ASSERT_TRUE(EmptyClipboard());
+  paste();  // busy
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
+  CloseClipboard();
+  paste();  // empty
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
+
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof L"after");
+  std::memcpy(GlobalLock(text), L"after", sizeof L"after");
+  GlobalUnlock(text);
+  ASSERT_NE(SetClipboardData(CF_UNICODETEXT, text), nullptr);
+  CloseClipboard();
+  paste();
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"after");
 }
 
 TEST_F(MainWindow, LeavesStaleResultsAlone) {
