@@ -218,6 +218,16 @@ TEST_F(MainWindow, RescalesWithItsScreen) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, HasIconsOfTheScaleOfItsScreen) {
+  program.StartAndWait();
+  for (const int dpi : {96, 144, 192, 120}) {
+    PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
+    WaitUntil("the scale", [&] { return program.Ask(Probe::kDpi) == dpi; });
+    EXPECT_EQ(program.Ask(Probe::kIconSize, ICON_SMALL), 16 * dpi / 96);
+    EXPECT_EQ(program.Ask(Probe::kIconSize, ICON_BIG), 32 * dpi / 96);
+  }
+}
+
 TEST_F(MainWindow, OnlyMovesAtTheSameScale) {
   program.StartAndWait();
   const int64_t column = program.Ask(Probe::kColumnWidth, 1);

@@ -138,6 +138,9 @@ void MainWindow::AddOrUpdateTrayIcon() {
   const std::u16string trayTip =
       TrayTipText(TranslateOr(u"TrayTip", u"Quilmark - {0} Show/Hide"),
                   HotkeyDisplayText(hotkeys.showModifiers, hotkeys.showKey, KeyName));
+  if (const int size = TrayIconSize(); size != std::exchange(traySize, size)) {
+    tray.TakePicture(LoadAppIcon(size));
+  }
   tray.Prepare(window_);
   App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, trayTip);
   if (App().trayIconAdded) {
@@ -204,6 +207,7 @@ void MainWindow::TakeScale() {
   }
   App().sidebarWidth = ScaleFor(App().systemDpi, 200);
   App().headerTop = ScaleFor(App().systemDpi, 90);
+  RemakeIcons();
 }
 
 void MainWindow::RegisterHotkeys() {
@@ -282,6 +286,8 @@ void MainWindow::RemakeFonts() {
   ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
   filterBar.SetFonts(fonts.main.Get(), fonts.filter.Get());
 }
+
+void MainWindow::RemakeIcons() { WearIcons(window_, App().systemDpi, icons); }
 
 void MainWindow::RecreateBackBuffer() {
   backBuffer.Resize(window_, App().clientWidth, App().clientHeight);

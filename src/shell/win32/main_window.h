@@ -9,6 +9,7 @@
 #include "shell/app_state.h"
 #include "shell/layout.h"
 #include "shell/list_layout.h"
+#include "shell/win32/app_icons.h"
 #include "shell/win32/back_buffer.h"
 #include "shell/win32/filter_bar.h"
 #include "shell/win32/row_tip.h"
@@ -71,6 +72,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void PlaceTags();  // again, as their captions have changed
   void Paint();
   void RemakeFonts();
+  void RemakeIcons();
   void RecreateBackBuffer();
   ListLayout List() const;
   SidebarLayout Sidebar() const;
@@ -86,7 +88,9 @@ class MainWindow : public WindowPort, public WindowEndPort {
   WindowBrushes brushes;
   UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;
+  WindowIcons icons;
   TrayIcon tray;
+  int traySize = 0;  // pixels of its picture
   UINT taskbarCreated = 0;    // the registered message
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start

@@ -356,6 +356,7 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
   if (dpi == 0) dpi = DpiOfWindow(message.window);
   if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
     window.RemakeFonts();
+    window.RemakeIcons();
     window.PlaceControls();
     window.RelayoutList();
   }
@@ -364,6 +365,8 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
     SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
                  rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
+  // Last: the shell is waited for, and other messages come in meanwhile.
+  if (app.trayIconAdded) window.AddOrUpdateTrayIcon();
   return 0;
 }
 

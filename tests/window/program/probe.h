@@ -47,6 +47,7 @@ enum class Probe : uintptr_t {
   kDateFrom,          // of the custom time range, as year * 10,000 + month * 100 + day
   kDateTo,
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
+  kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
