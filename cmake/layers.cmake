@@ -55,7 +55,9 @@ if(WIN32)
   function(quilmark_windows_program target)
     target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
     # DEP, ASLR and its wide form by name, though the linker knows them as its defaults.
-    target_link_options(${target} PRIVATE -municode -Wl,--nxcompat -Wl,--dynamicbase -Wl,--high-entropy-va)
+    # The metrics of frames are told as they are only to programs of the subsystem of Windows 6 and above.
+    target_link_options(${target} PRIVATE -municode -Wl,--nxcompat -Wl,--dynamicbase -Wl,--high-entropy-va
+      -Wl,--major-subsystem-version=10 -Wl,--minor-subsystem-version=0)
     # Symbols stand beside the program, for whoever reads a dump; Wine's own dump writer falls over them.
     add_custom_command(TARGET ${target} POST_BUILD VERBATIM
       COMMAND "${CMAKE_OBJCOPY}" --only-keep-debug "$<TARGET_FILE:${target}>" "$<TARGET_FILE:${target}>.debug"

@@ -19,7 +19,8 @@ namespace {
 constexpr int kLeastWidth = 800;  // pixels at 96 dpi, as all of these
 constexpr int kLeastHeight = 500;
 constexpr int kLeastColumnWidth = 30;
-constexpr size_t kLongestSizeRange = 128;  // units taken from the size box
+constexpr size_t kLongestSizeRange = 128;       // units taken from the size box for a save
+constexpr size_t kLongestSizeRangeInUse = 127;  // as the box takes them
 constexpr int kUsualDpi = 96;
 
 enum class OutOfRange { kIgnored, kClamped };
@@ -97,7 +98,7 @@ void TakePair(const KeyValue& pair, WindowSize& size, WindowSettings& settings) 
   for (const FlagRow& row : kFlagRows) {
     if (key == row.key) settings.*row.field = FlagOf(value);
   }
-  if (key == u"sizeRange") settings.sizeRange = value;
+  if (key == u"sizeRange") settings.sizeRange = value.substr(0, kLongestSizeRangeInUse);
   if (key == u"filterLayout") settings.sidebarLayout = FoldText(value) != u"topbar";
   if (key == u"themeMode") settings.darkTheme = IsDark(value);
   if (key == u"contentSearchExts") settings.contentSearchExts = ParseExtensionList(value);
@@ -164,8 +165,9 @@ void LoadWindowSettings(int& width, int& height, int dpi) {
   CurrentWindowSettings = std::move(settings);
 }
 
-void SaveWindowSettings(const std::optional<WindowPlacement>& placement) {
-  if (placement) WriteSettingsFile(kFileName, WindowSettingsText(CurrentWindowSettings, *placement));
+void SaveWindowSettings(const std::optional<WindowPlacement>& placement, Flushing flushing) {
+  if (!placement) return;
+  WriteSettingsFile(kFileName, WindowSettingsText(CurrentWindowSettings, *placement), flushing);
 }
 
 }  // namespace quilmark

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files.h"
+
 namespace quilmark {
 
 struct WindowSettings {
@@ -64,6 +66,7 @@ void LoadWindowSettings(int& width, int& height, int dpi);
 
 // Writes the file from CurrentWindowSettings. Does nothing without a placement: no window, or one that
 // gives none. A failed save is ignored.
-void SaveWindowSettings(const std::optional<WindowPlacement>& placement);
+void SaveWindowSettings(const std::optional<WindowPlacement>& placement,
+                        Flushing flushing = Flushing::kWaited);
 
 }  // namespace quilmark

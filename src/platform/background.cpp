@@ -5,6 +5,7 @@
 #include <exception>
 #include <mutex>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "platform/detached_thread.h"
@@ -61,22 +62,31 @@ void RunGuarded(const char* name, std::function<void()> work) noexcept {
   }
 }
 
+[[noreturn]] void ThrowNoThread(const char* name) {
+  throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again),
+                          std::string("no thread for ") + name);
+}
+
+// Where the exception would leave it, std::terminate has it to tell of.
+[[noreturn]] void EndWithoutThread(const char* name) noexcept { ThrowNoThread(name); }
+
 }  // namespace
 
 bool RunBackground(const char* name, std::function<void()> work) {
   if (name == nullptr) name = "unknown";
   CountJobIn();
-  bool isStarted = false;
   try {
-    isStarted = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
+    const bool isStarted = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
       RunGuarded(name, std::move(work));
       CountJobOut();
     });
+    if (!isStarted) EndWithoutThread(name);
+    return true;
   } catch (const std::exception& exception) {
     LogException(name, exception.what());
+    CountJobOut();
+    return false;
   }
-  if (!isStarted) CountJobOut();
-  return isStarted;
 }
 
 void SetBackgroundExceptionLog(ExceptionLog log) {

@@ -23,9 +23,10 @@ static bool WriteOver(RewritableFile& file, std::string_view bytes) {
   return WriteBeyond(file, bytes, standing) && file.WriteAt(0, bytes.substr(0, standing));
 }
 
-bool WriteFileBytes(std::u16string_view path, std::string_view bytes) {
+bool WriteFileBytes(std::u16string_view path, std::string_view bytes, Flushing flushing) {
   const auto file = OpenForRewrite(path);
-  return file != nullptr && WriteOver(*file, bytes) && file->Cut(bytes.size()) && file->Flush();
+  return file != nullptr && WriteOver(*file, bytes) && file->Cut(bytes.size()) &&
+         (flushing == Flushing::kLeftToSystem || file->Flush());
 }
 
 bool WriteMarkedFileBytes(std::u16string_view path, std::string_view bytes, size_t markBytes) {

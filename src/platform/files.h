@@ -57,10 +57,15 @@ bool MakeFolder(std::u16string_view path);
 // The whole file; empty if it cannot be opened or read, or is longer than `limit`.
 std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit = 64u << 20);
 
+// Whether a write waits until the disk has it, or leaves that to the system: then it outlives this
+// program, but not a system that ends at once.
+enum class Flushing { kWaited, kLeftToSystem };
+
 // Rewrites the file on its own name, or makes it: over what stands there, then cut to length, then
 // flushed to the disk. Where that ends early the file holds parts of both, each at its place, and is
 // never empty if it was not before; a disk that is full leaves it as it was. False on any failure.
-bool WriteFileBytes(std::u16string_view path, std::string_view bytes);
+bool WriteFileBytes(std::u16string_view path, std::string_view bytes,
+                    Flushing flushing = Flushing::kWaited);
 
 // The same for bytes that are worth nothing in part: the first `markBytes` of the file, which must not
 // be longer than `bytes`, are zeros until all the others are on the disk.

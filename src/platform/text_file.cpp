@@ -70,8 +70,12 @@ std::optional<std::u16string> ReadTextFile(std::u16string_view path) {
   return DecodeText(*bytes);
 }
 
+std::string TextFileBytes(std::u16string_view text) {
+  return std::string(kUtf8Mark) + EncodeTextLines(text);
+}
+
 bool WriteTextFile(std::u16string_view path, std::u16string_view text) {
-  return WriteFileBytes(path, std::string(kUtf8Mark) + EncodeTextLines(text));
+  return WriteFileBytes(path, TextFileBytes(text));
 }
 
 bool AppendTextFile(std::u16string_view path, std::u16string_view text) {

@@ -22,6 +22,9 @@ std::string EncodeTextLines(std::u16string_view text);
 // Empty if the file cannot be read.
 std::optional<std::u16string> ReadTextFile(std::u16string_view path);
 
+// What a file with that text holds: a mark, then the lines.
+std::string TextFileBytes(std::u16string_view text);
+
 // Rewrites the whole file with a mark in front. False on any failure.
 bool WriteTextFile(std::u16string_view path, std::u16string_view text);
 

@@ -53,8 +53,9 @@ bool WriteTable(std::u16string_view name, const FilterTable& categories) {
 // Copies the file if it holds `categories`, and not what a write left that failed on the way.
 void CopyToBackup(std::u16string_view name, const FilterTable& categories) {
   const auto bytes = ReadFileBytes(ConfigPath(name));
-  if (bytes && ReadCategories(DecodeText(*bytes)) == categories)
-    WriteFileBytes(ConfigPath(kBackupFile), *bytes);
+  if (!bytes || ReadCategories(DecodeText(*bytes)) != categories) return;
+  const std::u16string backup = ConfigPath(kBackupFile);
+  if (ReadFileBytes(backup) != bytes) WriteFileBytes(backup, *bytes);
 }
 
 // A file that another language has left behind.
@@ -134,9 +135,9 @@ void LoadFilterCategories(std::u16string_view language, bool chinese) {
     }
   }
   FilterTable categories = ReadTable(kBackupFile);
-  // The defaults must not come before a table that can be read the next time.
+  // Neither the backup nor the defaults must come before a table that can be read the next time.
   const bool isKept =
-      !categories.empty() || (!IsUnreadSettingsFile(kMainFile) && !IsUnreadSettingsFile(kBackupFile));
+      !IsUnreadSettingsFile(kMainFile) && (!categories.empty() || !IsUnreadSettingsFile(kBackupFile));
   if (categories.empty()) categories = DefaultCategories(chinese);
   AddFolderCategory(categories);
   if (isKept) WriteTable(primary, categories);

@@ -51,6 +51,7 @@ struct ListState {
   int dragColumnX = 0, dragColumnWidth = 0;
   int wheelRest = 0, tiltRest = 0, sidebarRest = 0;  // of a wheel's turns, see TakeTurn
   bool dragsSidebar = false;                         // the thumb of its bar is held
+  Point panPoint;                                    // of the finger that moves the rows
 };
 
 struct AppState {
@@ -72,6 +73,7 @@ struct AppState {
   // View.
   AppMode appMode = AppMode::kSearch;
   int32_t clientWidth = 0, clientHeight = 0;  // never negative
+  bool frameHeld = false;                     // its size may change with each move of the mouse
   int32_t sidebarWidth = 200, headerTop = 90;
 
   // List.

@@ -11,6 +11,15 @@ std::u16string FirstLine(std::u16string_view text) {
   return line;
 }
 
+bool OpenPatiently(const std::function<bool()>& open, const std::function<void()>& pause) {
+  constexpr int kTries = 5;
+  for (int tries = 1; !open(); ++tries) {
+    if (tries == kTries) return false;
+    pause();
+  }
+  return true;
+}
+
 size_t WordStart(std::u16string_view text, size_t caret) {
   text = text.substr(0, caret);
   const size_t last = text.find_last_not_of(u' ');

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,10 @@ namespace quilmark {
 
 // The first line that is not blank, without tabs: what a field takes of a text that is pasted.
 std::u16string FirstLine(std::u16string_view text);
+
+// Calls `open` until it is true, five times at most, with `pause` between: the clipboard belongs to one
+// program at a time, each for a moment. False where it never was.
+bool OpenPatiently(const std::function<bool()>& open, const std::function<void()>& pause);
 
 // Where the word before `caret` begins, with the blanks behind it.
 size_t WordStart(std::u16string_view text, size_t caret);

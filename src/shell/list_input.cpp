@@ -62,8 +62,8 @@ void DoublePressRow(ListState& list, int64_t row) {
 void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs) {
   const int64_t clamped = ClampScroll(layout, y, DisplayCount);
   if (clamped == app.scrollY) return;
-  window.CancelRename();  // its row moves away from under it
   app.scrollY = clamped;
+  window.MoveRename();
   app.list.hoverRow = -1;  // until the list rests: another row stands there now
   const bool isBurst = !app.thumbDragging && IsScrolling(app, nowMs);
   if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
@@ -84,8 +84,8 @@ void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout,
   const int pixels = TakeTurn(app.list.tiltRest, delta * kNotchSideways);
   const int clamped = ClampHorizontal(layout, app.scrollX + pixels);
   if (clamped == app.scrollX) return;
-  window.CancelRename();
   app.scrollX = clamped;
+  window.MoveRename();
   app.lastScrollTick = nowMs;
   window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
   RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
@@ -103,9 +103,9 @@ void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Poin
     const auto bar = HorizontalBar(layout, app.scrollX);
     if (!bar) return;
     const int limit = layout.columnsWidth - Width(layout.rows);
-    window.CancelRename();
     app.scrollX =
         ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));
+    window.MoveRename();
     RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
   }
 }

@@ -36,6 +36,11 @@ RenameStep CheckRename(std::u16string_view oldName, std::u16string& text) {
   return isBad ? RenameStep::kInvalid : RenameStep::kRename;
 }
 
+FailedRename AfterFailedRename(bool isGone, CommitEnd end) {
+  if (isGone) return FailedRename::kClose;
+  return end == CommitEnd::kByLeavingTheProgram ? FailedRename::kKeep : FailedRename::kTell;
+}
+
 size_t SelectedStem(std::u16string_view name, bool isDirectory) {
   const size_t dot = isDirectory ? std::u16string_view::npos : name.rfind(u'.');
   return dot == std::u16string_view::npos ? name.size() : dot;

@@ -193,7 +193,7 @@ std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {
 
 bool OnNonNtfsRefreshed(AppState& app, WindowPort& window, const PostedMessage& message) {
   window.RebuildScopeBox();
-  RunFeature(app.features.prewarmAttributes);
+  StartPrewarm(app, window);
   if (message.first < 1) {
     SetStatusOf(window, u"Status_RefreshNonNtfsFailed",
                 u"Failed to refresh non-NTFS volume indexes, see debug output");

@@ -11,7 +11,7 @@ namespace quilmark {
 // Outlives its job: static, or part of what lives as long as the process.
 class SingleJob {
  public:
-  // RunBackground, unless the former job still runs. False then, and where no thread could be started.
+  // RunBackground, unless the former job still runs. False then, and where memory ran out.
   bool Start(const char* name, std::function<void()> work) {
     if (runs_.exchange(true)) return false;
     const bool isStarted = RunBackground(name, [this, work = std::move(work)] {

@@ -26,6 +26,7 @@ struct WindowPort {
   virtual void RebuildScopeBox() = 0;
 
   virtual void CancelRename() = 0;
+  virtual void MoveRename() = 0;      // after its row, which is somewhere else now
   virtual void RedrawTags() = 0;      // of the filter categories
   virtual void InvalidateList() = 0;  // from headerTop down
   // Path column and scrollbars from the rows and the scroll offset; what is under the mouse from both.

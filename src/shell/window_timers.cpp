@@ -50,14 +50,6 @@ void GuardHiddenStart(AppState& app, WindowPort& window) {
   if (staysHidden && window.IsVisible()) window.Hide();
 }
 
-void StartPrewarm(AppState& app, WindowPort& window) {
-  if (!app.features.prewarmAttributes) return;
-  app.prewarmRunning = true;
-  app.prewarmRounds = 0;
-  app.features.prewarmAttributes();
-  window.StartTimer(kTimerPrewarmPoll, kPrewarmPollMs);
-}
-
 void PollPrewarm(AppState& app, WindowPort& window) {
   if (Engine().prewarming && ++app.prewarmRounds < kMostPrewarmRounds) return;
   window.StopTimer(kTimerPrewarmPoll);
@@ -101,6 +93,14 @@ constexpr TimerRow kTimerRows[] = {
 };
 
 }  // namespace
+
+void StartPrewarm(AppState& app, WindowPort& window) {
+  if (!app.features.prewarmAttributes) return;
+  app.prewarmRunning = true;
+  app.prewarmRounds = 0;
+  app.features.prewarmAttributes();
+  window.StartTimer(kTimerPrewarmPoll, kPrewarmPollMs);
+}
 
 bool FireTimer(AppState& app, WindowPort& window, uint32_t id) {
   for (const TimerRow& row : kTimerRows) {

@@ -15,6 +15,9 @@ bool FireTimer(AppState& app, WindowPort& window, uint32_t id);
 // volume ready.
 void RetrySyncLater(AppState& app, WindowPort& window);
 
+// Fills the attribute cache; no column is sorted by until that is done, or half a minute has passed.
+void StartPrewarm(AppState& app, WindowPort& window);
+
 // Every timer of the window, in the order in which the end of the window stops them.
 inline constexpr uint32_t kAllTimers[] = {30002, 30003, 30004, 30005, 30006, 30007,
                                           30008, 30014, 30009, 30010, 30011, 30013};

@@ -10,8 +10,10 @@
 #include "config/language_setting.h"
 #include "config/log.h"
 #include "config/scratch_config.h"
+#include "config/settings_file.h"
 #include "config/ui_colors.h"
 #include "config/window_settings.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
 #include "platform/utf.h"
@@ -106,18 +108,27 @@ std::vector<Text> LinesOf(const Text& text) {
   return lines;
 }
 
-struct SettingsFailures : testing::TestWithParam<FaultKind> {
-  ~SettingsFailures() override {
+uint32_t pausedMs = 0;
+
+struct SettingsRetries : testing::Test {
+  SettingsRetries() {
+    pauseBeforeRereading = [](uint32_t ms) { pausedMs += ms; };
+  }
+  ~SettingsRetries() override {
+    pauseBeforeRereading = SleepMs;
     CurrentWindowSettings = {};
     CurrentOverrides = {};
   }
+
+  ScratchConfig config;
+};
+
+struct SettingsFailures : SettingsRetries, testing::WithParamInterface<FaultKind> {
   Text TextOf(void (*save)(), const SettingsKind& kind) {
     save();
     kind.load();
     return kind.loaded();
   }
-
-  ScratchConfig config;
 };
 INSTANTIATE_TEST_SUITE_P(Each, SettingsFailures, testing::ValuesIn(kAllFaultKinds));
 
@@ -154,6 +165,21 @@ TEST_P(SettingsFailures, DefaultsAreNotSavedOverSettingsThatCouldNotBeRead) {
   }
 }
 
+TEST_F(SettingsRetries, EndAfterAFifthOfASecond) {
+  for (const SettingsKind& kind : kKinds) {
+    SCOPED_TRACE(kind.name);
+    kind.saveFormer();
+    uint32_t longestMs = 0;
+    FailEachCall(FaultKind::kEnd, [&](const auto& failing) {
+      pausedMs = 0;
+      failing(kind.load);
+      longestMs = std::max(longestMs, pausedMs);
+    });
+    EXPECT_GT(longestMs, 0u);
+    EXPECT_LE(longestMs, 200u);
+  }
+}
+
 TEST_P(SettingsFailures, WhatWasReadAtLastIsSavedAgain) {
   for (const SettingsKind& kind : kKinds) {
     SCOPED_TRACE(kind.name);
@@ -183,6 +209,50 @@ TEST(SettingsFile, OfALongerTextIsReadWithTheNewLinesInFront) {
     isMixed = isMixed || (found == later && text.size() > HotkeysText(later).size());
   });
   EXPECT_TRUE(isMixed);
+}
+
+TEST(SettingsFile, ThatCannotBeReadOnceIsReadAllTheSame) {
+  const ScratchConfig config;
+  const HotkeyConfig chosen = {8, 70, 7, 71}, later = {4, 75, 5, 76};
+  SaveHotkeys(chosen);
+  const int failed = FailEachCall(FaultKind::kOnce, [&](const auto& failing) {
+    HotkeyConfig loaded;
+    failing([&] { loaded = LoadHotkeys(); });
+    EXPECT_EQ(loaded, chosen);
+    SaveHotkeys(later);
+    EXPECT_EQ(LoadHotkeys(), later);
+    SaveHotkeys(chosen);
+  });
+  EXPECT_GE(failed, 1);
+}
+
+size_t WritesOf(const SystemFaults& calls) {
+  const auto names = calls.Calls();
+  return static_cast<size_t>(std::count_if(names.begin(), names.end(), [](const std::string& name) {
+    return name == "write" || name == "pwrite" || name == "WriteFile" || name == "fsync" ||
+           name == "FlushFileBuffers";
+  }));
+}
+
+TEST_P(SettingsFailures, WhatTheFileHasIsNotWrittenAgain) {
+  for (const SettingsKind& kind : kKinds) {
+    SCOPED_TRACE(kind.name);
+    kind.saveFormer();
+    const SystemFaults calls(GetParam());
+    kind.saveFormer();
+    EXPECT_EQ(WritesOf(calls), 0u);
+    kind.saveNew();
+    EXPECT_GE(WritesOf(calls), 2u);
+  }
+}
+
+TEST_P(SettingsFailures, WhatAnotherProgramHasChangedIsWrittenAgain) {
+  for (const SettingsKind& kind : kKinds) {
+    SCOPED_TRACE(kind.name);
+    const Text expected = TextOf(kind.saveNew, kind);
+    ASSERT_TRUE(RemoveFile(ConfigPath(FromUtf8(kind.name))));
+    EXPECT_EQ(TextOf(kind.saveNew, kind), expected);
+  }
 }
 
 TEST_P(SettingsFailures, TheDirectoryStaysTheOneThatWasChosen) {

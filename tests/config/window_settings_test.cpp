@@ -84,6 +84,12 @@ TEST(ReadWindowSettings, KeepsAnyRangeTextAndAnyDate) {
   EXPECT_EQ(settings.timeEnd, -5);
 }
 
+TEST(ReadWindowSettings, TakesOfARangeTextWhatTheBoxTakes) {
+  const std::u16string tail(127 - 3, u'0');
+  EXPECT_EQ(Read(u"sizeRange=10-" + tail + u"\n").sizeRange, u"10-" + tail);
+  EXPECT_EQ(Read(u"sizeRange=10-" + tail + u"99\n").sizeRange, u"10-" + tail);
+}
+
 TEST(ReadWindowSettings, TakesTopbarInAnyCaseAndEveryOtherLayoutForTheSidebar) {
   for (const std::u16string_view value : {u"Topbar", u"topbar", u"TOPBAR"}) {
     EXPECT_FALSE(Read(u"filterLayout=" + std::u16string(value)).sidebarLayout);

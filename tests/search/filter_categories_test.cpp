@@ -8,6 +8,7 @@
 #include "config/scratch_config.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
+#include "support/system_faults.h"
 
 namespace quilmark {
 namespace {
@@ -179,6 +180,33 @@ TEST_F(FilterChain, TakesTheFirstFileThatIsOne) {
 
     EXPECT_EQ(CategoriesText(*CurrentCategories()), taken) << round;
     for (size_t i = 0; i < 3; ++i) EXPECT_EQ(Read(names[i]), expected[i]) << round << " " << i;
+  }
+}
+
+TEST_F(FilterFiles, OfTheBackupDoNotComeBeforeATableThatCannotBeReadForTheMoment) {
+  Write(u"filters.bak", u"Former=\nF=.dir\n");
+  Write(u"filters.ini", u"Current=\nF=.dir\n");
+  // As good as held by somebody else: it is there, and too long to be read.
+  const std::filesystem::path main = config.folder.HostPath() / "filters.ini";
+  const auto size = std::filesystem::file_size(main);
+  std::filesystem::resize_file(main, 65u << 20);
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(CurrentCategories()->front().label, u"Former");
+  EXPECT_EQ(Read(u"filters.en-us.ini"), u"(none)");
+
+  std::filesystem::resize_file(main, size);
+  LoadFilterCategories(u"en-us", false);
+  EXPECT_EQ(CurrentCategories()->front().label, u"Current");
+}
+
+TEST_F(FilterFiles, ThatAreBackedUpAlreadyAreNotWrittenAtAStart) {
+  Write(u"filters.ini", u"Mine=\nF=.dir\n");
+  LoadFilterCategories(u"", false);
+  ASSERT_EQ(Read(u"filters.bak"), u"Mine=\nF=.dir\n");
+  const SystemFaults calls(FaultKind::kOnce);
+  LoadFilterCategories(u"", false);
+  for (const std::string& call : calls.Calls()) {
+    EXPECT_TRUE(call != "fsync" && call != "FlushFileBuffers") << call;
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace quilmark {
 namespace {
 
@@ -10,6 +12,16 @@ TEST(FirstLine, LeavesOutBreaksAndTabs) {
   EXPECT_EQ(FirstLine(u"\r\n \tone\ttwo\nthree"), u"one two");
   EXPECT_EQ(FirstLine(u" \r\n\t"), u"");
   EXPECT_EQ(FirstLine(u""), u"");
+}
+
+TEST(OpenPatiently, TriesFiveTimes) {
+  for (int opensAt = 1; opensAt <= 6; ++opensAt) {
+    int tries = 0, pauses = 0;
+    const bool isOpen = OpenPatiently([&] { return ++tries == opensAt; }, [&] { ++pauses; });
+    EXPECT_EQ(isOpen, opensAt <= 5);
+    EXPECT_EQ(tries, std::min(opensAt, 5));
+    EXPECT_EQ(pauses, tries - 1);
+  }
 }
 
 TEST(WordStart, IsThatOfTheWordBeforeTheCaret) {

@@ -58,7 +58,7 @@ TEST(HorizontalBar, TakesTheColumnsToWhereItsThumbIsHeld) {
   MoveThumb(app, harness.window, list, {kRowsWidth / 2, 690}, 10'000);
   EXPECT_NEAR(app.scrollX, kLimit / 2, 2);
   EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(harness.window.Count("CancelRename"), 1u);
+  EXPECT_EQ(harness.window.Count("MoveRename"), 1u);
   EXPECT_TRUE(harness.window.timers.contains(kTimerRepaint));
   MoveThumb(app, harness.window, list, {-5, 690}, 10'001);
   EXPECT_EQ(app.scrollX, 0);

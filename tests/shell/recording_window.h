@@ -29,6 +29,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void FocusSearchBox() override { calls.push_back("FocusSearchBox"); }
   void RebuildScopeBox() override { calls.push_back("RebuildScopeBox"); }
   void CancelRename() override { calls.push_back("CancelRename"); }
+  void MoveRename() override { calls.push_back("MoveRename"); }
   void RedrawTags() override { calls.push_back("RedrawTags"); }
   void InvalidateList() override { calls.push_back("InvalidateList"); }
   void RelayoutList() override { calls.push_back("RelayoutList"); }
@@ -53,7 +54,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
 
   std::optional<WindowPlacement> Placement() override {
     calls.push_back("Placement");
-    return WindowPlacement{.restored = {900, 600}};
+    return WindowPlacement{.restored = size};
   }
   void CloseOtherWindows() override { calls.push_back("CloseOtherWindows"); }
   void RemoveTrayIcon() override { calls.push_back("RemoveTrayIcon"); }
@@ -74,6 +75,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   std::vector<std::string> calls;       // but for timers armed and texts set
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
   std::u16string title = u"before", status = u"before", searchBox;
+  WindowSize size = {900, 600};
   bool isEnabled = false, isVisible = true, trayWorks = true, systemShutsDown = false;
 
  private:

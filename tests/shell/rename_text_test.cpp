@@ -61,5 +61,18 @@ TEST(Tooltip, StaysOnItsScreen) {
   EXPECT_EQ(PlaceTip({5, 5}, 5'000, 40, area, 96), (Point{0, 25}));
 }
 
+TEST(FailedRename, ClosesTheEditorOfAFileThatIsGone) {
+  for (const CommitEnd end :
+       {CommitEnd::kByKey, CommitEnd::kByLeaving, CommitEnd::kByLeavingTheProgram}) {
+    EXPECT_EQ(AfterFailedRename(true, end), FailedRename::kClose);
+  }
+}
+
+TEST(FailedRename, IsToldOverItsOwnWindowAlone) {
+  EXPECT_EQ(AfterFailedRename(false, CommitEnd::kByKey), FailedRename::kTell);
+  EXPECT_EQ(AfterFailedRename(false, CommitEnd::kByLeaving), FailedRename::kTell);
+  EXPECT_EQ(AfterFailedRename(false, CommitEnd::kByLeavingTheProgram), FailedRename::kKeep);
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -4,6 +4,7 @@
 
 #include "shell/window_harness.h"
 #include "shell/window_ids.h"
+#include "shell/window_timers.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -230,6 +231,16 @@ TEST_F(ResultMessages, ARefreshByHandSaysWhatItDid) {
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
   EXPECT_EQ(window.status, u"Failed to refresh non-NTFS volume indexes, see debug output");
   EXPECT_EQ(window.Count("RebuildScopeBox"), 3u);
+}
+
+TEST_F(ResultMessages, ARefreshByHandHoldsSortingBackWhileItPrewarms) {
+  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
+  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_EQ(window.timers.at(30007), 500u);
+  Engine().prewarming = false;
+  EXPECT_TRUE(FireTimer(app, window, 30007));
+  EXPECT_FALSE(app.prewarmRunning);
 }
 
 TEST_F(ResultMessages, ALostVolumeLeavesTheSearch) {

@@ -144,7 +144,7 @@ TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
 TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
   for (int i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000);
   // No range, no column, no repaint of its own.
-  EXPECT_EQ(window.Count("CancelRename"), window.calls.size());
+  EXPECT_EQ(window.Count("MoveRename"), window.calls.size());
   EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
 }
@@ -159,7 +159,7 @@ TEST_F(ListScrolling, ShowsAFrameNowAndThenWhileTheWheelTurnsOn) {
 
 TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
   ScrollTo(app, window, layout, 440, 10'000);
-  const std::vector<std::string> calls = {"CancelRename", "RelayoutList", "InvalidateList"};
+  const std::vector<std::string> calls = {"MoveRename", "RelayoutList", "InvalidateList"};
   EXPECT_EQ(window.calls, calls);
   ScrollTo(app, window, layout, 440, 10'000);
   EXPECT_EQ(window.calls, calls);

@@ -116,6 +116,12 @@ TEST_F(FilterBar, KeepsItsChoicesForTheNextRun) {
   WaitForRows(2);
 }
 
+TEST_F(FilterBar, HasTheDefaultOfATimeRangeInItsHiddenBox) {
+  const HWND box = GetDlgItem(program.Window(), 109);
+  EXPECT_EQ(program.TextOf(box), u"0-7(days ago)");
+  EXPECT_FALSE(IsWindowVisible(box));
+}
+
 TEST_F(FilterBar, StandsAtTheSideOnRequest) {
   program.Ask(Probe::kSetSidebar, 1);
   EXPECT_EQ(program.Ask(Probe::kHeaderTop), 70);

@@ -12,6 +12,7 @@ namespace {
 struct Imports {
   std::set<std::string> libraries;  // lower-case
   WORD characteristics = 0;
+  WORD subsystemVersion = 0;  // its first number
 };
 
 // Of a program beside this one.
@@ -26,6 +27,7 @@ Imports ImportsOf(const std::wstring& name) {
   const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
   const auto& header = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew)->OptionalHeader;
   imports.characteristics = header.DllCharacteristics;
+  imports.subsystemVersion = header.MajorSubsystemVersion;
   const DWORD table = header.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
   for (const auto* row = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table); row->Name != 0;
        ++row) {
@@ -52,6 +54,11 @@ TEST(Imports, ComeWithThePlacesOfTheProgramAtRandomAndDataThatDoesNotRun) {
   const WORD wanted = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
                       0x0020;  // HIGH_ENTROPY_VA
   EXPECT_EQ(ImportsOf(L"Quilmark.exe").characteristics & wanted, wanted);
+}
+
+// A program of an older subsystem is told frames of another width than its windows have.
+TEST(Imports, AreOfAProgramOfTheSystemsOwnSubsystem) {
+  EXPECT_EQ(ImportsOf(L"Quilmark.exe").subsystemVersion, 10);
 }
 
 }  // namespace

@@ -96,6 +96,24 @@ TEST_F(ListScroll, KeepsItsStateInBarsThatOthersCanRead) {
   WaitUntil("no way", [this] { return program.Ask(Probe::kBarLimit, kVertical) == 0; });
 }
 
+TEST_F(ListScroll, FollowsMessagesOfScrollbars) {
+  const HWND window = program.Window();
+  SendMessageW(window, WM_VSCROLL, SB_LINEDOWN, 0);
+  EXPECT_EQ(program.Ask(Probe::kScrollY), kPitch);
+  SendMessageW(window, WM_VSCROLL, SB_BOTTOM, 0);
+  WaitUntil("the bar at its end", [this] {
+    return program.Ask(Probe::kBarPosition, 105) == program.Ask(Probe::kBarLimit, 105);
+  });
+  EXPECT_GT(program.Ask(Probe::kScrollY), kPitch);
+  SendMessageW(window, WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 70), 0);
+  EXPECT_EQ(program.Ask(Probe::kScrollY), 70);
+  const HWND bar = GetDlgItem(window, 105);
+  SendMessageW(window, WM_VSCROLL, SB_TOP, reinterpret_cast<LPARAM>(bar));
+  EXPECT_EQ(program.Ask(Probe::kScrollY), 0);
+  SendMessageW(window, WM_VSCROLL, SB_BOTTOM, reinterpret_cast<LPARAM>(program.SearchBox()));
+  EXPECT_EQ(program.Ask(Probe::kScrollY), 0) << "of another control";
+}
+
 TEST_F(ListScroll, KeepsASearchBoxInANarrowWindow) {
   SetWindowPos(program.Window(), nullptr, 0, 0, 330, 500, SWP_NOZORDER);
   WaitUntil("a narrow window", [this] { return program.Ask(Probe::kClientWidth) < 330; });

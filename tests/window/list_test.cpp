@@ -215,12 +215,84 @@ TEST_F(ResultsList, LeavesTheRowThatWasChosenWhenARenameEndsByIt) {
   EXPECT_EQ(program.Ask(Probe::kFocusRow), 6);
 }
 
-TEST_F(ResultsList, ClosesTheEditorWhenItsRowMovesAway) {
-  OpenEditor(3);
+TEST_F(ResultsList, KeepsAHalfTypedNameWhileItScrolls) {
+  const HWND editor = OpenEditor(3);
+  const auto place = [&] {
+    RECT rect = {};
+    GetWindowRect(editor, &rect);
+    MapWindowPoints(nullptr, program.Window(), reinterpret_cast<POINT*>(&rect), 2);
+    return POINT{rect.left, rect.top};
+  };
+  const POINT before = place();
   program.Type(u"other");
-  program.Turn({400, 400}, -3);
+  TurnAtOnce(-WHEEL_DELTA / 2);
+  EXPECT_EQ(place().y, before.y - 50);
+  TurnAtOnce(-10 * WHEEL_DELTA);
+  EXPECT_LT(place().y, 0) << "its row is not in view";
+  EXPECT_EQ(program.Ask(Probe::kRenameFocused), 1);
+  program.Type(u" name");
+  TurnAtOnce(20 * WHEEL_DELTA);
+  EXPECT_EQ(place().y, before.y);
+  EXPECT_EQ(place().x, before.x);
+  EXPECT_EQ(Editor(), editor);
+  WaitUntil("the typed name", [&] { return program.TextOf(editor) == u"other name.txt"; });
+  program.Press(VK_RETURN);
   WaitForNoEditor();
-  EXPECT_FALSE(fs::exists(program.Drive().HostPath() / "docs" / "other.txt"));
+  EXPECT_TRUE(fs::exists(program.Drive().HostPath() / "docs" / "other name.txt"));
+}
+
+TEST_F(ResultsList, KeepsAHalfTypedNameWhileAColumnIsDragged) {
+  const HWND editor = OpenEditor(3);
+  program.Type(u"other");
+  RECT before = {}, after = {};
+  GetWindowRect(editor, &before);
+  const int edge =
+      static_cast<int>(program.Ask(Probe::kColumnWidth, 0) + program.Ask(Probe::kColumnWidth, 1));
+  program.Drag(program.Window(), {edge, HeaderY()}, {edge + 60, HeaderY()});
+  WaitUntil("a wider editor", [&] {
+    GetWindowRect(editor, &after);
+    return after.right == before.right + 60;
+  });
+  EXPECT_EQ(after.left, before.left);
+  EXPECT_EQ(program.TextOf(editor), u"other.txt");
+  program.Press(VK_ESCAPE);
+  WaitForNoEditor();
+}
+
+TEST_F(ResultsList, ClosesTheEditorOfAFileThatIsGone) {
+  for (const std::u16string& typed : {std::u16string(u"other"), std::u16string(u"no?name")}) {
+    const int row = typed == u"other" ? 3 : 5;
+    OpenEditor(row);
+    program.Type(typed);
+    ASSERT_TRUE(fs::remove(program.Drive().HostPath() / "docs" / NameOf(row)));
+    program.Press(VK_RETURN);
+    WaitForNoEditor();
+    EXPECT_EQ(FindWindowW(L"#32770", L"Error"), nullptr);
+  }
+}
+
+TEST_F(ResultsList, TellsOfAFailedRenameOverItsOwnWindowAlone) {
+  const HWND editor = OpenEditor(3);
+  program.Type(u"file-004");
+  WaitUntil("the typed name", [&] { return program.TextOf(editor) == u"file-004.txt"; });
+  const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                     50, 50, 300, 200, nullptr, nullptr, nullptr, nullptr);
+  SetForegroundWindow(other);
+  WaitUntil("the other window in front", [&] {
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    return program.Ask(Probe::kRenameFocused) == 0;
+  });
+  EXPECT_EQ(FindWindowW(L"#32770", L"Error"), nullptr);
+  EXPECT_EQ(Editor(), editor);
+  EXPECT_EQ(program.TextOf(editor), u"file-004.txt");
+  DestroyWindow(other);
+  WaitUntil("the focus in the editor", [this] {
+    SetForegroundWindow(program.Window());
+    return program.Ask(Probe::kRenameFocused) == 1;
+  });
+  program.Press(VK_ESCAPE);
+  WaitForNoEditor();
 }
 
 TEST_F(ResultsList, SortsUnderAFilter) {

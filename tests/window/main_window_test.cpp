@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "config/ui_colors.h"
@@ -87,6 +88,31 @@ TEST_F(MainWindow, SelectsItsWholeTextByCtrlA) {
   program.SearchFor(u"photo");
   program.ExpectTitle(u"Quilmark - Filter: All Files | Hits: 1");
   EndByMenu();
+}
+
+TEST_F(MainWindow, KeepsItsSelectedTextWhereAPasteBringsNone) {
+  program.StartAndWait();
+  program.Type(u"before");
+  program.PressCtrl(u'A');
+  WaitUntil("the text", [this] { return program.TextOf(program.SearchBox()) == u"before"; });
+  const auto paste = [this] { SendMessageW(program.SearchBox(), WM_PASTE, 0, 0); };
+
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  ASSERT_TRUE(EmptyClipboard());
+  paste();  // busy
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
+  CloseClipboard();
+  paste();  // empty
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
+
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof L"after");
+  std::memcpy(GlobalLock(text), L"after", sizeof L"after");
+  GlobalUnlock(text);
+  ASSERT_NE(SetClipboardData(CF_UNICODETEXT, text), nullptr);
+  CloseClipboard();
+  paste();
+  EXPECT_EQ(program.TextOf(program.SearchBox()), u"after");
 }
 
 TEST_F(MainWindow, LeavesStaleResultsAlone) {
@@ -221,6 +247,16 @@ TEST_F(MainWindow, RescalesWithItsScreen) {
   WaitUntil("100 %", [this] { return program.Ask(Probe::kDpi) == 96; });
   EXPECT_EQ(program.Ask(Probe::kColumnWidth, 1), column);
   EndByMenu();
+}
+
+TEST_F(MainWindow, HasIconsOfTheScaleOfItsScreen) {
+  program.StartAndWait();
+  for (const int dpi : {96, 144, 192, 120}) {
+    PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
+    WaitUntil("the scale", [&] { return program.Ask(Probe::kDpi) == dpi; });
+    EXPECT_EQ(program.Ask(Probe::kIconSize, ICON_SMALL), 16 * dpi / 96);
+    EXPECT_EQ(program.Ask(Probe::kIconSize, ICON_BIG), 32 * dpi / 96);
+  }
 }
 
 TEST_F(MainWindow, OnlyMovesAtTheSameScale) {

@@ -35,10 +35,20 @@ bool HasInk(const uint32_t* row, int width) {
   return std::any_of(row, row + width, [](uint32_t pixel) { return (pixel & 0xFFFFFF) != 0xFFFFFF; });
 }
 
+// Where the button begins. Its width is that of the system's scale and style; a picker that does not
+// tell it is taken to have one as wide as a scrollbar.
+int ButtonLeft(HWND picker, const RECT& client) {
+  DATETIMEPICKERINFO info = {};
+  info.cbSize = sizeof info;
+  SendMessageW(picker, DTM_GETDATETIMEPICKERINFO, 0, reinterpret_cast<LPARAM>(&info));
+  const LONG left = info.rcButton.left;
+  return left > 0 && left < client.right ? left : client.right - GetSystemMetrics(SM_CXVSCROLL);
+}
+
 // Some systems put the date to the top of a field that is higher than their own.
-void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client) {
+void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client, int buttonLeft) {
   constexpr int kEdge = 2, kWellPlaced = 2;
-  const int textWidth = client.right - GetSystemMetrics(SM_CXVSCROLL) - kEdge;
+  const int textWidth = buttonLeft - kEdge;
   int top = kEdge, bottom = client.bottom - kEdge;
   const auto hasInk = [&](int y) {
     return HasInk(pixels + y * client.right + kEdge, textWidth - kEdge);
@@ -71,7 +81,7 @@ void DrawField(HWND picker, HDC screen) {
   FillWith(dc.Get(), client, RGB(kWhite, kWhite, kWhite));
   DefSubclassProc(picker, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc.Get()), PRF_CLIENT);
   GdiFlush();
-  CentreDate(dc.Get(), static_cast<const uint32_t*>(bits), client);
+  CentreDate(dc.Get(), static_cast<const uint32_t*>(bits), client, ButtonLeft(picker, client));
   TakePaletteColors(static_cast<uint32_t*>(bits),
                     static_cast<size_t>(client.right) * static_cast<size_t>(client.bottom));
   FrameWith(dc.Get(), client, FrameColorOf(picker));

@@ -24,8 +24,12 @@ void DeleteWord(HWND edit) {
   Replace(edit, {});
 }
 
+// Empty where the clipboard has no text, or stays with another program.
 std::u16string ClipboardText(HWND owner) {
-  if (!OpenClipboard(owner)) return {};
+  constexpr DWORD kPauseMs = 20;
+  if (!OpenPatiently([owner] { return OpenClipboard(owner) != FALSE; }, [] { Sleep(kPauseMs); })) {
+    return {};
+  }
   std::u16string text;
   const HANDLE data = GetClipboardData(CF_UNICODETEXT);
   if (const auto* const units =
@@ -54,7 +58,8 @@ std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam, L
     return SendMessageW(GetAncestor(edit, GA_PARENT), message, wParam, lParam);
   }
   if (message == WM_PASTE) {
-    Replace(edit, FirstLine(ClipboardText(edit)));
+    // Where no text comes, what is selected stays.
+    if (const std::u16string text = FirstLine(ClipboardText(edit)); !text.empty()) Replace(edit, text);
     return 0;
   }
   if (message != WM_CHAR) return std::nullopt;

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "config/contrast.h"
+#include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
@@ -108,6 +109,7 @@ void FilterBar::Open(HWND parent, HFONT font, HFONT tagFont) {
   FillCombo(sizeUnit_, SizeUnitItems(), CurrentWindowSettings.sizeUnit);
   const std::u16string range = CurrentWindowSettings.sizeRange;
   SetWindowTextW(sizeBox_, Wide(range));
+  SetWindowTextW(secondSizeBox_, Wide(TranslateOr(u"Time_RangeDefault", u"0-7(days ago)")));
   SetDay(dateFrom_, CurrentWindowSettings.timeStart);
   SetDay(dateTo_, CurrentWindowSettings.timeEnd);
   ReadDates();  // a picker without a day of its own shows today

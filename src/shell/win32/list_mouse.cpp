@@ -9,6 +9,7 @@
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
 #include "shell/list_input.h"
+#include "shell/list_scroll.h"
 #include "shell/result_messages.h"
 #include "shell/row_text.h"
 #include "shell/tip_text.h"
@@ -82,8 +83,8 @@ void DragColumn(AppState& app, MainWindow& window, const ListLayout& layout, Poi
   const int wanted = DraggedWidth(app.list.dragColumnWidth, app.list.dragColumnX,
                                   point.x - layout.rows.left + app.scrollX);
   if (wanted == width) return;
-  window.CancelRename();
   width = wanted;
+  window.MoveRename();
   RequestListRepaint(app, window, kDragRepaintMs, TickMs());
 }
 
@@ -134,9 +135,7 @@ void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point po
 }
 
 void SetScrollState(HWND bar, int64_t limit, int page, int64_t position) {
-  // The control counts in 32 bits.
-  int64_t divisor = 1;
-  while ((limit + page) / divisor > 0x7FFF'FFFF) divisor *= 2;
+  const int64_t divisor = PixelsOfBarStep(limit, page);
   SCROLLINFO info = {};
   info.cbSize = sizeof info;
   info.fMask = SIF_ALL;

@@ -94,6 +94,8 @@ void MainWindow::InvalidateList() {
 
 void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 
+void MainWindow::MoveRename() { MoveRenameEditor(App(), *this); }
+
 void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
   FitColumns(App(), *this);
@@ -101,6 +103,7 @@ void MainWindow::RelayoutList() {
   App().scrollX = ClampHorizontal(List(), App().scrollX);
   SyncScrollState(App(), *this);
   RefreshHover(App(), *this);
+  MoveRename();
   ++rangeUpdates;
 }
 
@@ -135,6 +138,9 @@ void MainWindow::AddOrUpdateTrayIcon() {
   const std::u16string trayTip =
       TrayTipText(TranslateOr(u"TrayTip", u"Quilmark - {0} Show/Hide"),
                   HotkeyDisplayText(hotkeys.showModifiers, hotkeys.showKey, KeyName));
+  if (const int size = TrayIconSize(); size != std::exchange(traySize, size)) {
+    tray.TakePicture(LoadAppIcon(size));
+  }
   tray.Prepare(window_);
   App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, trayTip);
   if (App().trayIconAdded) {
@@ -201,6 +207,7 @@ void MainWindow::TakeScale() {
   }
   App().sidebarWidth = ScaleFor(App().systemDpi, 200);
   App().headerTop = ScaleFor(App().systemDpi, 90);
+  RemakeIcons();
 }
 
 void MainWindow::RegisterHotkeys() {
@@ -279,6 +286,8 @@ void MainWindow::RemakeFonts() {
   ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
   filterBar.SetFonts(fonts.main.Get(), fonts.filter.Get());
 }
+
+void MainWindow::RemakeIcons() { WearIcons(window_, App().systemDpi, icons); }
 
 void MainWindow::RecreateBackBuffer() {
   backBuffer.Resize(window_, App().clientWidth, App().clientHeight);

@@ -9,6 +9,7 @@
 #include "shell/app_state.h"
 #include "shell/layout.h"
 #include "shell/list_layout.h"
+#include "shell/win32/app_icons.h"
 #include "shell/win32/back_buffer.h"
 #include "shell/win32/filter_bar.h"
 #include "shell/win32/foreign_messages.h"
@@ -37,6 +38,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void FocusSearchBox() override;
   void RebuildScopeBox() override;
   void CancelRename() override;
+  void MoveRename() override;
   void RedrawTags() override;
   void InvalidateList() override;
   void RelayoutList() override;
@@ -71,6 +73,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void PlaceTags();  // again, as their captions have changed
   void Paint();
   void RemakeFonts();
+  void RemakeIcons();
   void RecreateBackBuffer();
   ListLayout List() const;
   SidebarLayout Sidebar() const;
@@ -86,8 +89,10 @@ class MainWindow : public WindowPort, public WindowEndPort {
   WindowBrushes brushes;
   UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;
+  WindowIcons icons;
   TrayIcon tray;
   ForeignMessages foreign;
+  int traySize = 0;  // pixels of its picture
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
   int64_t paintedScrollY = 0;

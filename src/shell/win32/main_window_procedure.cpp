@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
+#include "shell/frame_drag.h"
 #include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
@@ -21,6 +22,7 @@
 #include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
+#include "shell/win32/scroll_messages.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
 #include "shell/win32/system_messages.h"
@@ -49,11 +51,21 @@ Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
   return 0;
 }
 
-Outcome OnSize(AppState&, MainWindow& window, const Message& message) {
+Outcome OnSize(AppState& app, MainWindow& window, const Message& message) {
   if (!window.Resize(LOWORD(message.lParam), HIWORD(message.lParam))) return 0;
-  if (message.wParam != SIZE_MINIMIZED) SaveWindowSettings(window.Placement());
+  if (message.wParam != SIZE_MINIMIZED) SaveWindowSize(app, window);
   InvalidateRect(message.window, nullptr, FALSE);
   return 0;
+}
+
+Outcome OnEnterSizeMove(AppState& app, MainWindow&, const Message&) {
+  OnFrameHeld(app);
+  return std::nullopt;
+}
+
+Outcome OnExitSizeMove(AppState& app, MainWindow& window, const Message&) {
+  OnFrameReleased(app, window);
+  return std::nullopt;
 }
 
 Outcome OnActivate(AppState&, MainWindow& window, const Message& message) {
@@ -329,6 +341,7 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
   if (dpi == 0) dpi = DpiOfWindow(message.window);
   if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
     window.RemakeFonts();
+    window.RemakeIcons();
     window.PlaceControls();
     window.RelayoutList();
   }
@@ -337,6 +350,8 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
     SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
                  rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
+  // Last: the shell is waited for, and other messages come in meanwhile.
+  if (app.trayIconAdded) window.AddOrUpdateTrayIcon();
   return 0;
 }
 
@@ -366,6 +381,8 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CREATE, OnCreate},
     {WM_DESTROY, OnDestroy},
     {WM_SIZE, OnSize},
+    {WM_ENTERSIZEMOVE, OnEnterSizeMove},
+    {WM_EXITSIZEMOVE, OnExitSizeMove},
     {WM_ACTIVATE, OnActivate},
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
@@ -395,6 +412,10 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnWheel},
     {WM_MOUSEHWHEEL, OnTiltWheel},
+    {WM_VSCROLL, OnVerticalScroll},
+    {WM_HSCROLL, OnHorizontalScroll},
+    {WM_GESTURENOTIFY, OnGestureNotify},
+    {WM_GESTURE, OnGesture},
     {WM_MOUSEHOVER, OnMouseHover},
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},

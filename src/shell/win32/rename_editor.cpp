@@ -8,12 +8,14 @@
 #include "config/palette.h"
 #include "config/translate.h"
 #include "config/window_settings.h"
+#include "platform/files.h"
 #include "platform/format.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
 #include "shell/rename_index.h"
+#include "shell/rename_place.h"
 #include "shell/rename_text.h"
 #include "shell/row_text.h"
 #include "shell/win32/controls.h"
@@ -27,9 +29,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestName = 511;
-// Pixels at 96 dpi.
-constexpr int kNameLeft = 34, kNameMargin = 44, kLeastWidth = 80, kTopInset = 4, kRowHeight = 44;
-constexpr int kTextInset = 3;
+constexpr int kTextInset = 3;  // pixels at 96 dpi
 
 struct Editing {
   MatchItem hit;
@@ -57,6 +57,9 @@ bool IsStillAt(int64_t index, const MatchItem& hit) {
   return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == hit;
 }
 
+// Nothing has the name any more that the row had when its editor was opened.
+bool IsGone() { return IsMissingPath(PathOfRow(editing.row)); }
+
 void Close(MainWindow& window) {
   const HWND editor = std::exchange(window.renameEditor, nullptr);
   if (editor != nullptr) DestroyWindow(editor);
@@ -71,8 +74,11 @@ void Ask(MainWindow& window, const std::u16string& text) {
   SendMessageW(window.renameEditor, EM_SETSEL, 0, -1);
 }
 
-// Who leaves the editor for another row has chosen that; who leaves the program comes back to it.
-enum class CommitEnd { kByKey, kByLeaving, kByLeavingTheProgram };
+void Fail(MainWindow& window, const std::u16string& why, CommitEnd end) {
+  const FailedRename next = AfterFailedRename(IsGone(), end);
+  if (next == FailedRename::kClose) return Close(window);
+  if (next == FailedRename::kTell) Ask(window, why);
+}
 
 void Rename(AppState& app, MainWindow& window, const std::u16string& name, CommitEnd end) {
   RowText renamed = editing.row;
@@ -81,8 +87,10 @@ void Rename(AppState& app, MainWindow& window, const std::u16string& name, Commi
   const BOOL isMoved = MoveFileW(Wide(from), Wide(to));
   const DWORD error = GetLastError();
   if (!isMoved) {
-    return Ask(window, FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
-                                  uint32_t{error}));
+    return Fail(window,
+                FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"),
+                           uint32_t{error}),
+                end);
   }
   RenameInIndex(editing.target, name);
   Close(window);
@@ -108,8 +116,8 @@ void Commit(AppState& app, MainWindow& window, CommitEnd end) {
       Close(window);
       break;
     case RenameStep::kInvalid:
-      if (end == CommitEnd::kByLeavingTheProgram) break;  // no message over another program's window
-      Ask(window, TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."));
+      Fail(window, TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."),
+           end);
       break;
     case RenameStep::kRename:
       Rename(app, window, text, end);
@@ -152,17 +160,6 @@ LRESULT CALLBACK EditorProcedure(HWND editor, UINT message, WPARAM wParam, LPARA
   return DefSubclassProc(editor, message, wParam, lParam);
 }
 
-// Over the Name column of a row that begins below the header.
-std::optional<Rect> PlaceOfEditor(const AppState& app, const ListLayout& layout) {
-  const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.selection.focusRow));
-  if (row.top < layout.rows.top || row.top >= layout.rows.bottom) return std::nullopt;
-  const auto scaled = [&layout](int n) { return ScaleFor(layout.dpi, n); };
-  const int left = layout.columns[0] + scaled(kNameLeft) + layout.rows.left - app.scrollX;
-  const int width = std::max(layout.columns[1] - scaled(kNameMargin), scaled(kLeastWidth));
-  const int top = row.top + scaled(kTopInset);
-  return Rect{left, top, left + width, top + scaled(kRowHeight - 2 * kTopInset)};
-}
-
 }  // namespace
 
 void OpenRenameEditor(AppState& app, MainWindow& window) {
@@ -174,7 +171,8 @@ void OpenRenameEditor(AppState& app, MainWindow& window) {
   const ListLayout layout = window.List();
   const auto focused = FocusedRow(app);
   if (layout.view != ViewMode::kList || !focused) return;
-  const auto place = PlaceOfEditor(app, layout);
+  const auto place =
+      PlaceOfRenameEditor(layout, app.scrollY, app.scrollX, static_cast<uint64_t>(focused->index));
   if (!place) return;
   editing = *focused;
   window.renameEditor = CreateWindowExW(
@@ -187,6 +185,18 @@ void OpenRenameEditor(AppState& app, MainWindow& window) {
   SetFocus(window.renameEditor);
   SendMessageW(window.renameEditor, EM_SETSEL, 0,
                static_cast<LPARAM>(SelectedStem(editing.row.name, editing.row.isDirectory)));
+}
+
+void MoveRenameEditor(const AppState& app, MainWindow& window) {
+  const HWND editor = window.renameEditor;
+  if (editor == nullptr) return;
+  const Rect place = PlaceOfOpenRenameEditor(window.List(), app.scrollY, app.scrollX,
+                                             static_cast<uint64_t>(editing.index));
+  RECT former = {};
+  GetClientRect(editor, &former);
+  SetWindowPos(editor, nullptr, place.left, place.top, Width(place), Height(place),
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  if (Width(place) != former.right) CentreEditLine(editor, kTextInset, kTextInset);
 }
 
 void CancelRenameEditor(MainWindow& window) {

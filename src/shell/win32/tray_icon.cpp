@@ -1,6 +1,7 @@
 #include "shell/win32/tray_icon.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/wide.h"
 #include "shell/tray_presence.h"
@@ -21,6 +22,12 @@ void TrayIcon::Prepare(HWND window) {
                                              IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
                                              GetSystemMetrics(SM_CYSMICON), LR_DEFAULTCOLOR)));
   record_.hIcon = owned_ ? owned_.Get() : LoadIconW(nullptr, IDI_APPLICATION);
+}
+
+void TrayIcon::TakePicture(UniqueIcon icon) {
+  if (!icon) return;
+  record_.hIcon = icon.Get();
+  owned_ = std::move(icon);
 }
 
 bool TrayIcon::AddOrUpdate(bool isAdded, const std::u16string& tip) {

@@ -15,6 +15,9 @@ class TrayIcon {
  public:
   void Prepare(HWND window);
 
+  // The picture from the next AddOrUpdate on; an empty one changes nothing.
+  void TakePicture(UniqueIcon icon);
+
   // Adds the icon, or gives a present one the tip. True if it is there afterwards.
   bool AddOrUpdate(bool isAdded, const std::u16string& tip);
   void Remove();  // also from memory

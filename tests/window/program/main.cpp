@@ -43,6 +43,15 @@ LRESULT CountGdiObjects() {
   return count;
 }
 
+LRESULT SizeOfIcon(HICON icon) {
+  ICONINFO info = {};
+  if (!GetIconInfo(icon, &info)) return 0;
+  const UniqueBitmap color(info.hbmColor), mask(info.hbmMask);
+  BITMAP bitmap = {};
+  GetObjectW(color.Get(), sizeof bitmap, &bitmap);
+  return bitmap.bmWidth;
+}
+
 constexpr UINT kCrashMessage = WM_APP + 500;
 
 std::u16string drives;  // of the environment
@@ -312,6 +321,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CurrentWindowSettings.timeEnd;
     case Probe::kEditorSelection:
       return SelectionOf(window.renameEditor);
+    case Probe::kIconSize:
+      return SizeOfIcon(reinterpret_cast<HICON>(SendMessageW(window.Handle(), WM_GETICON, argument, 0)));
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));

@@ -48,6 +48,7 @@ enum class Probe : uintptr_t {
   kDateTo,
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
   kAsksForMedia,     // the system may ask the user for a disk
+  kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present

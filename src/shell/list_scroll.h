@@ -1,0 +1,40 @@
+// Scrolling by what is neither a wheel nor a thumb: messages of scrollbars, which touchpads, screen
+// readers and scripts send, and fingers. Interface thread.
+#pragma once
+
+#include <cstdint>
+
+#include "shell/app_state.h"
+#include "shell/list_layout.h"
+#include "shell/window_port.h"
+
+namespace quilmark {
+
+// The SB_ values of winuser.h; any other does nothing.
+enum class ScrollCommand : uint32_t {
+  kLineBack = 0,
+  kLineOn = 1,
+  kPageBack = 2,
+  kPageOn = 3,
+  kTo = 4,
+  kTrackTo = 5,
+  kBegin = 6,
+  kEnd = 7,
+  kDone = 8,
+};
+
+// Rows a line, and a page that keeps one line of the former. `position` is one of the scrollbar that
+// stores the state of the list.
+void ScrollRows(AppState& app, WindowPort& window, const ListLayout& layout, ScrollCommand command,
+                int64_t position, uint64_t nowMs);
+void ScrollColumns(AppState& app, WindowPort& window, const ListLayout& layout, ScrollCommand command,
+                   int64_t position, uint64_t nowMs);
+
+// Pixels that a step of such a scrollbar stands for: it counts in 32 bits.
+int64_t PixelsOfBarStep(int64_t limit, int page);
+
+// A finger on the rows, which stay under it. A pan that begins sets where it stands.
+void BeginPan(AppState& app, Point finger);
+void PanTo(AppState& app, WindowPort& window, const ListLayout& layout, Point finger, uint64_t nowMs);
+
+}  // namespace quilmark
