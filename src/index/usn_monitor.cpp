@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "config/log.h"
+#include "index/doubtful_records.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
@@ -70,34 +71,6 @@ VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> 
   return device->Control(kFsctlReadUsnJournal, std::as_bytes(std::span(&from, 1)), block);
 }
 
-// True if the monitor ends as lost.
-bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
-  const auto buffer = std::make_unique<JournalBuffer>();
-  const std::span<std::byte> block(buffer->bytes);
-  while (wanted && !ShutdownRequested) {
-    const auto reply = ReadJournal(volume, block);
-    const Outcome outcome = OutcomeOf(reply.error);
-    if (outcome == Outcome::kEndQuietly) return false;
-    if (outcome == Outcome::kEndAsLost) return true;
-    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
-    const bool goesOn = outcome == Outcome::kGoOn;
-    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
-  }
-  return false;
-}
-
-// An exception costs this volume, not the program.
-bool FollowJournalSafely(VolumeIndex& volume, const std::atomic<bool>& wanted) {
-  try {
-    return FollowJournal(volume, wanted);
-  } catch (const std::exception& error) {
-    LogBackgroundThreadException((std::string("usn_monitor: ") + error.what()).c_str());
-  } catch (...) {
-    LogBackgroundThreadException("usn_monitor");
-  }
-  return true;
-}
-
 // A change as somebody who listens is told of it: the paths before and after.
 class ChangeReport {
  public:
@@ -144,13 +117,13 @@ std::optional<uint32_t> RecordOf(const VolumeIndex& volume, uint64_t frn) {
   return static_cast<uint32_t>(*index);
 }
 
-void ApplyDelete(VolumeIndex& volume, const UsnRecord& record) {
-  if (const auto index = RecordOf(volume, record.frn)) {
+void ApplyDelete(VolumeIndex& volume, uint64_t frn) {
+  if (const auto index = RecordOf(volume, frn)) {
     ChangeReport report(volume, index);
     MarkDeleted(volume, *index);
     report.TellDeleted(*index);
   }
-  ForgetFileAttributes(volume, record.frn);
+  ForgetFileAttributes(volume, frn);
 }
 
 // A file that is not known is new; one that is known was renamed, moved, or is back.
@@ -171,6 +144,59 @@ void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view
   ForgetFileAttributes(volume, record.frn);
 }
 
+// One that came and went under one handle says both, in no order, and ends alive until the volume has
+// been asked.
+void ApplyRecord(VolumeIndex& volume, const UsnRecord& record, std::u16string& name) {
+  const bool isDeleted = (record.reason & kUsnReasonFileDelete) != 0;
+  const bool isNamed = (record.reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0;
+  if (isDeleted) ApplyDelete(volume, record.frn);
+  if (isNamed) ApplyName(volume, record, NameUnits(record, name));
+  if (isDeleted && isNamed) {
+    volume.inDoubt[record.frn] = kAsksInDoubt;
+  } else if (isDeleted || isNamed) {
+    volume.inDoubt.erase(record.frn);
+  }
+}
+
+// A volume that is closed meanwhile settles nothing.
+void SettleDoubts(VolumeIndex& volume, std::span<std::byte> scratch, const std::atomic<bool>& wanted) {
+  const auto device = volume.inDoubt.empty() ? nullptr : DeviceOf(volume);
+  if (device == nullptr) return;
+  const auto gone = AskWhatIsGone(volume, *device, scratch, wanted);
+  if (gone.empty()) return;
+  const std::unique_lock lock(volume.indexLock);
+  for (const uint64_t frn : gone) ApplyDelete(volume, frn);
+}
+
+// True if the monitor ends as lost.
+bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
+  const auto buffer = std::make_unique<JournalBuffer>();
+  const std::span<std::byte> block(buffer->bytes);
+  while (wanted && !ShutdownRequested) {
+    const auto reply = ReadJournal(volume, block);
+    const Outcome outcome = OutcomeOf(reply.error);
+    if (outcome == Outcome::kEndQuietly) return false;
+    if (outcome == Outcome::kEndAsLost) return true;
+    if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
+    SettleDoubts(volume, block, wanted);
+    const bool goesOn = outcome == Outcome::kGoOn;
+    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
+  }
+  return false;
+}
+
+// An exception costs this volume, not the program.
+bool FollowJournalSafely(VolumeIndex& volume, const std::atomic<bool>& wanted) {
+  try {
+    return FollowJournal(volume, wanted);
+  } catch (const std::exception& error) {
+    LogBackgroundThreadException((std::string("usn_monitor: ") + error.what()).c_str());
+  } catch (...) {
+    LogBackgroundThreadException("usn_monitor");
+  }
+  return true;
+}
+
 }  // namespace
 
 void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
@@ -181,10 +207,7 @@ void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
   while (!ShutdownRequested) {
     const auto record = NextUsnRecord(cursor);
     if (!record) break;
-    if ((record->reason & kUsnReasonFileDelete) != 0) ApplyDelete(volume, *record);
-    if ((record->reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0) {
-      ApplyName(volume, *record, NameUnits(*record, name));
-    }
+    ApplyRecord(volume, *record, name);
   }
   volume.nextUsn = LoadLe<int64_t>(block, 0);
 }

@@ -137,6 +137,7 @@ void ResetVolumeTables(VolumeIndex& volume) {
   ResetNamePool(volume.names);
   ResetNamePool(volume.renamed);
   ResetFrnTable(volume.frnToIndex);
+  volume.inDoubt = {};
   volume.deletedCount = 0;
   volume.apartCount = 0;
   volume.hidden = {};

@@ -83,6 +83,7 @@ struct VolumeIndex {
   uint64_t deletedCount = 0;
   uint64_t journalId = 0;
   int64_t nextUsn = 0;
+  FrnMap<uint8_t> inDoubt;  // written by the monitor; files that may be gone, and asks to go
   // Search aids, one bit or a few a record.
   RecordBits hidden;    // text n of `names` is not to be believed: deleted, or apart
   RecordBits apart;     // the record's name stands in `renamed`

@@ -7,7 +7,9 @@
 
 #include "index/ntfs_volume.h"
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/usn_record.h"
+#include "support/ntfs_builder.h"
 
 namespace quilmark {
 
@@ -57,8 +59,11 @@ class ScriptedDevice : public VolumeDevice {
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     std::unique_lock lock(script_->mutex_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
-    script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size(),
-                               reinterpret_cast<uintptr_t>(output.data())});
+    const auto played = script_->played_;
+    if (played == nullptr) {
+      script_->asked_.push_back({code, Bytes(input.begin(), input.end()), output.size(),
+                                 reinterpret_cast<uintptr_t>(output.data())});
+    }
     ++script_->counts_[code];
     script_->changed_.notify_all();
     if (code == kFsctlReadUsnJournal) {
@@ -66,6 +71,11 @@ class ScriptedDevice : public VolumeDevice {
       script_->changed_.wait(lock,
                              [&] { return !script_->holdReads_ || cancels_ != cancels || isClosed_; });
       if (cancels_ != cancels || isClosed_) return {.error = kErrorOperationAborted};
+    }
+    if (played != nullptr) {
+      lock.unlock();
+      if (const auto answer = (*played)(code, input)) return Give(*answer, output);
+      lock.lock();
     }
     const auto answer = TakeAnswer(code, input);
     lock.unlock();
@@ -174,6 +184,15 @@ UsnBlockBuilder& UsnBlockBuilder::LongName(uint64_t frn) {
   return *this;
 }
 
+Bytes FileRecordData(uint64_t frn, bool inUse) {
+  Bytes data(12);
+  StoreLe(std::span(data), 0, RecordNumberOf(frn));
+  const Bytes record = RecordBuilder().Finish({.sequence = SequenceOf(frn), .inUse = inUse});
+  StoreLe(std::span(data), 8, static_cast<uint32_t>(record.size()));
+  data.insert(data.end(), record.begin(), record.end());
+  return data;
+}
+
 Bytes JournalData(uint64_t journalId, int64_t nextUsn) {
   Bytes data(56);
   StoreLe(std::span(data), 0, journalId);
@@ -184,6 +203,11 @@ Bytes JournalData(uint64_t journalId, int64_t nextUsn) {
 void DeviceScript::Queue(uint32_t code, Answer answer) {
   const std::scoped_lock lock(mutex_);
   answers_[code].push_back(std::move(answer));
+}
+
+void DeviceScript::Play(Volume volume) {
+  const std::scoped_lock lock(mutex_);
+  played_ = volume ? std::make_shared<const Volume>(std::move(volume)) : nullptr;
 }
 
 void DeviceScript::RepeatBlock(Bytes block) {

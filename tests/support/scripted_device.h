@@ -8,6 +8,8 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,9 @@ class UsnBlockBuilder {
   Bytes bytes_;
 };
 
+// What FSCTL_GET_NTFS_FILE_RECORD gives: the record of `frn`, with nothing but a header.
+Bytes FileRecordData(uint64_t frn, bool inUse = true);
+
 Bytes JournalData(uint64_t journalId, int64_t nextUsn);  // USN_JOURNAL_DATA, 56 bytes
 
 // What every device of one drive shares: answers, and what was asked. Any thread.
@@ -57,6 +62,10 @@ class DeviceScript {
   // FSCTL_ENUM_USN_DATA gives `block` for ever once nothing is queued.
   void RepeatBlock(Bytes block);
   void QueueError(uint32_t code, uint32_t error) { Queue(code, {.error = error, .output = {}}); }
+  // Answers every call where it gives an answer; what it is asked is then not kept. Called without a
+  // lock.
+  using Volume = std::function<std::optional<Answer>(uint32_t code, std::span<const std::byte> input)>;
+  void Play(Volume volume);
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
   // The next Close gives this error.
@@ -84,6 +93,7 @@ class DeviceScript {
   std::condition_variable changed_;
   std::map<uint32_t, std::deque<Answer>> answers_;
   Bytes repeated_;
+  std::shared_ptr<const Volume> played_;
   std::deque<uint32_t> openErrors_;
   std::vector<Asked> asked_;
   std::map<uint32_t, size_t> counts_;

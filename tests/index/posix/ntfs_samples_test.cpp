@@ -1,13 +1,19 @@
 // The whole road over volumes that Windows and others made: raw bytes, control codes, index.
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <functional>
 #include <map>
 #include <random>
 #include <set>
 #include <shared_mutex>
+#include <thread>
 
+#include "index/doubtful_records.h"
 #include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
+#include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/files.h"
 #include "platform/ntfs/change_journal.h"
 #include "platform/ntfs/raw_ntfs_device.h"
@@ -16,6 +22,7 @@
 #include "support/memory_source.h"
 #include "support/ntfs_samples.h"
 #include "support/scratch_folder.h"
+#include "support/scripted_device.h"
 
 namespace quilmark {
 namespace {
@@ -264,6 +271,88 @@ NameTable AliveNames(const VolumeIndex& volume, uint64_t leastRecord) {
     names[record.frn] = {record.parentFrn, std::u16string(NameOf(record))};
   }
   return names;
+}
+
+// A volume that holds nothing but what its journal tells, as it stands at the end of it.
+class JournalPlayer {
+ public:
+  JournalPlayer(const MemoryVolume& bytes, const ChangeJournal& journal)
+      : source_(bytes.Open()), journal_(journal) {
+    for (const auto& block : ReadBlocks(bytes, journal, {.startUsn = journal.firstUsn})) {
+      UsnCursor cursor{.block = block};
+      while (const auto record = NextUsnRecord(cursor)) Note(*record);
+    }
+  }
+
+  std::optional<DeviceScript::Answer> Answer(uint32_t code, std::span<const std::byte> input) const {
+    switch (code) {
+      case kFsctlQueryUsnJournal:
+        return DeviceScript::Answer{.output = JournalData(journal_.id, journal_.firstUsn)};
+      case kFsctlReadUsnJournal:
+        return ReadFrom(LoadLe<int64_t>(input, 0), LoadLe<uint32_t>(input, 8));
+      case kFsctlGetNtfsFileRecord: {
+        const auto found = inUse_.upper_bound(LoadLe<uint64_t>(input, 0));
+        if (found == inUse_.begin()) return DeviceScript::Answer{.error = kErrorHandleEof};
+        return DeviceScript::Answer{.output = FileRecordData(std::prev(found)->second)};
+      }
+      default:
+        return std::nullopt;
+    }
+  }
+
+  std::set<uint64_t> alive;  // files of which a name is known and no later record says that they went
+  mutable std::atomic<int> readsAtTheEnd = 0;
+
+ private:
+  void Note(const UsnRecord& record) {
+    const bool isDeleted = (record.reason & kUsnReasonFileDelete) != 0;
+    const bool isNamed = (record.reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0;
+    const uint64_t number = RecordNumberOf(record.frn);
+    if (isDeleted) {
+      inUse_.erase(number);
+      alive.erase(record.frn);
+    } else {
+      inUse_[number] = record.frn;
+      if (isNamed) alive.insert(record.frn);
+    }
+  }
+
+  DeviceScript::Answer ReadFrom(int64_t usn, uint32_t reasons) const {
+    const std::atomic<bool> cancelled = false;
+    Bytes block(65'536);
+    const auto reply = ReadChangeJournal(*source_, journal_, {.startUsn = usn, .reasonMask = reasons},
+                                         block, cancelled);
+    block.resize(reply.bytes);
+    if (reply.bytes <= kUsnPositionBytes) ++readsAtTheEnd;
+    return {.error = reply.error, .output = block};
+  }
+
+  const std::unique_ptr<ByteSource> source_;
+  const ChangeJournal journal_;
+  std::map<uint64_t, uint64_t> inUse_;  // record number: reference
+};
+
+TEST_P(SampleJournal, LeavesNoFileThatTheVolumeDoesNotHave) {
+  auto bytes = ReadSample(NtfsSamplesFolder() / "usn" / GetParam() / "J");
+  const auto truth = ReadSampleTable(NtfsSamplesFolder() / "usn" / GetParam() / "usn.tsv");
+  const uint64_t firstUsn = NumberOf(truth.front(), "usn");
+  const ChangeJournal journal = JournalOf(firstUsn < bytes.size() ? 0 : firstUsn, bytes.size());
+  const MemoryVolume volumeBytes = VolumeOfBytes(std::move(bytes));
+  const JournalPlayer player(volumeBytes, journal);
+  monitorPauses = {.afterReadMs = 0, .afterErrorMs = 0};
+  ScriptedVolumes scripts;
+  scripts.Script(u"N:").Play(std::bind_front(&JournalPlayer::Answer, &player));
+  VolumeIndex volume;
+  ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+
+  while (player.readsAtTheEnd <= kAsksInDoubt) std::this_thread::yield();
+  CloseVolume(volume);
+  monitorPauses = {};
+
+  std::set<uint64_t> alive;
+  for (const auto& [frn, file] : AliveNames(volume, 0)) alive.insert(frn);
+  EXPECT_EQ(alive, player.alive);
+  EXPECT_TRUE(volume.inDoubt.empty());
 }
 
 void Replay(VolumeIndex& volume, const MemoryVolume& bytes, const ChangeJournal& journal, int64_t from) {
