@@ -10,8 +10,8 @@
 #include "index/ntfs_volume.h"
 #include "index/search_engine.h"
 #include "platform/clock.h"
+#include "platform/drive_roots.h"
 #include "platform/drives.h"
-#include "platform/files.h"
 #include "platform/ntfs/image_info.h"
 #include "platform/utf.h"
 
@@ -43,7 +43,9 @@ void RunBuild(Build& build) {
   if (info->fileSystem == kNtfs) {
     build.found = BuildNtfsVolume(*build.volume, drive);
     const bool isImage = !build.planned.typed.empty();  // which has no folders to read
-    if (isImage) build.missingBytes = MissingBytesOfImage(PathFromHost(build.planned.typed));
+    // By the system's path: the letter of the image may be that of the drive it lies on.
+    const auto root = SharedRootOf(build.planned.letter);
+    if (root != nullptr) build.missingBytes = MissingBytesOfImage(SystemPathOfRoot(*root));
     if (build.found || isImage) return;
     build.isRefused = true;
     build.found = BuildWalkVolume(*build.volume, drive, kNtfsWithoutJournal);

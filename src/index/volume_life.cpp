@@ -115,12 +115,19 @@ bool BuildByName(VolumeIndex& volume, std::u16string_view drive, std::u16string_
                                         : BuildWalkVolume(volume, drive, fileSystem);
 }
 
+bool HasNotice(const VolumeIndex& volume) {
+  const std::scoped_lock lock(volume.deviceLock);
+  return volume.notice != nullptr;
+}
+
 void SyncDrive(SearchEngine& engine, char16_t letter) {
   const auto info = AskVolumeInfo(letter);
   // A drive that does not tell, as some of a network, is walked.
   const std::u16string fileSystem = info ? info->fileSystem : std::u16string();
   const std::u16string drive = {letter, u':'};
   if (VolumeIndex* const known = FindVolume(engine, drive)) {
+    // Whoever has it for himself lets nobody ask; its notice tells when he is done.
+    if (!info && HasNotice(*known)) return;
     if (!known->valid) BuildByName(*known, known->drive, fileSystem);
     return;
   }
@@ -174,10 +181,18 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   } while (engine.syncAgain && !ShutdownRequested && !engine.syncing.exchange(true));
 }
 
+// Its letter is gone: what comes under it next is another volume.
+void DropNotice(VolumeIndex& volume) {
+  std::shared_ptr<const DeviceNotice> former;
+  const std::scoped_lock lock(volume.deviceLock);
+  former.swap(volume.notice);
+}
+
 // Takes a volume whose letter is gone out of the search. True for one that was searched until now, and
 // for one that was lost or released before its letter went and that nobody was told of.
 bool TakeOutGone(VolumeIndex& volume) {
   volume.takenOut = true;
+  DropNotice(volume);
   const bool wasTold = volume.goneTold.exchange(true);
   return volume.valid.exchange(false) || !wasTold;
 }
@@ -186,6 +201,7 @@ bool TakeOutGone(VolumeIndex& volume) {
 // and not yet closed, and once more when its letter is gone.
 bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
   const bool wasOut = volume.takenOut.exchange(true);
+  if (isGone) DropNotice(volume);
   const bool wasTold = !isGone || volume.goneTold.exchange(true);
   return volume.valid.exchange(false) || !wasOut || !wasTold;
 }

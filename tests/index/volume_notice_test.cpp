@@ -1,5 +1,6 @@
 // Volumes that others want for themselves: an eject, a check of the disk, a format.
 #include "index/volume_life_fixture.h"
+#include "index/volume_list.h"
 
 namespace quilmark {
 namespace {
@@ -52,6 +53,16 @@ TEST_F(NoticedVolume, IsBuiltAgainAtTheNextNoticeWhereItCouldNotBeOpened) {
   EXPECT_TRUE(Volume(0).valid);
 }
 
+TEST_F(NoticedVolume, IsNotWalkedWhileItLetsNobodyAsk) {
+  const uint64_t builds = Volume(0).builds;
+  ReleaseNoticedVolume(engine, Notice());
+  InstallVolumeInfoReader([](char16_t) { return std::optional<VolumeInfo>(); });
+  Sync();
+  InstallVolumeInfoReader(nullptr);
+  EXPECT_EQ(Volume(0).builds, builds);
+  EXPECT_TRUE(IsNtfs(Volume(0)));
+}
+
 TEST_F(NoticedVolume, IsLeftAloneWhereNobodyReleasedIt) {
   const uint64_t builds = Volume(0).builds;
   Reopen(Notice());
@@ -84,6 +95,7 @@ TEST_F(NoticedVolume, IsToldOfAgainWhenItsLetterIsGone) {
   EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13)) << "its rows are on the screen";
   EXPECT_FALSE(ReleaseVolumesByMask(engine, 1u << 13));
   EXPECT_FALSE(RemoveUnavailableVolumes(engine));
+  EXPECT_TRUE(Disk().Notices().empty()) << "another volume may have the letter next";
 }
 
 }  // namespace

@@ -10,11 +10,15 @@ namespace quilmark {
 
 namespace {
 
+// What cannot be asked counts as one, what is not there does not.
 bool IsLink(const std::u16string& longPath) {
   WIN32_FIND_DATAW found;
   const HANDLE find =
       FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
-  if (find == INVALID_HANDLE_VALUE) return false;
+  if (find == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+  }
   FindClose(find);
   return IsNameSurrogate(found.dwFileAttributes, found.dwReserved0);
 }
