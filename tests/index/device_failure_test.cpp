@@ -26,8 +26,14 @@ constexpr FaultKind kKinds[] = {FaultKind::kOnce, FaultKind::kEnd, FaultKind::kH
 using Names = std::vector<std::u16string>;
 
 struct DeviceFailures : testing::TestWithParam<FaultKind> {
-  DeviceFailures() { monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1}; }
-  ~DeviceFailures() override { monitorPauses = {}; }
+  DeviceFailures() {
+    monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+    journalPauses = {.beforeRetryMs = 0};
+  }
+  ~DeviceFailures() override {
+    monitorPauses = {};
+    journalPauses = {};
+  }
 
   // CloseVolume without its pause.
   static void End(VolumeIndex& volume) {
