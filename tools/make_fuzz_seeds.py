@@ -436,6 +436,11 @@ def search_seeds():
     seed("attr_cache_fuzz", "short", cache(("C", 1, good), count=9)[:-5])
     seed("attr_cache_fuzz", "other_version", b"HCSV" + struct.pack("<II", 2, 0))
     seed("attr_cache_fuzz", "other_file", b"text")
+    positions = [struct.pack("<HQq", ord(letter), 77, usn) for letter, usn in (("C", 4096), ("D", -1))]
+    seed("attr_positions_fuzz", "two_volumes", b"QMAP" + struct.pack("<II", 1, 2) + b"".join(positions))
+    seed("attr_positions_fuzz", "none", b"QMAP" + struct.pack("<II", 1, 0))
+    seed("attr_positions_fuzz", "short", b"QMAP" + struct.pack("<II", 1, 2) + positions[0])
+    seed("attr_positions_fuzz", "other_version", b"QMAP" + struct.pack("<II", 2, 0))
 
 
 def console_seeds():

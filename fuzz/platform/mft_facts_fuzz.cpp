@@ -56,6 +56,8 @@ void CheckFile(MftReader& reader, MftEnumeration& enumeration, uint64_t number) 
   const bool isFolder = file && (file->record.attributes & kFileAttributeDirectory) != 0;
   Require(!file || (file->record.frn == reference && isFolder == facts->isDirectory));
   CheckSize(reader, record, reference, *facts);
+  const auto sizes = SizesInRecord(record, reference);
+  Require(!sizes || sizes->logical == facts->size);
 }
 
 }  // namespace

@@ -17,12 +17,6 @@ namespace quilmark {
 // Turns of the monitor in which a file in doubt is asked for: the last is over within two seconds.
 inline constexpr uint8_t kAsksInDoubt = 6;
 
-enum class FileState { kThere, kGone, kUnknown };
-
-// Whether the record that `frn` names is in use under its sequence number. `scratch` has room for the
-// largest FILE record and 12 bytes.
-FileState AskFileState(VolumeDevice& device, uint64_t frn, std::span<std::byte> scratch);
-
 // Asks once for each file in doubt, and returns those that are gone. One that is there keeps the rest of
 // its turns, since the journal may be ahead of the FILE record. The monitor's thread, indexLock not
 // held.

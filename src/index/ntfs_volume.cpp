@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "config/log.h"
+#include "index/data_changes.h"
 #include "index/enum_queue.h"
 #include "index/search_engine.h"
 #include "index/usn_monitor.h"
@@ -229,6 +230,7 @@ bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& de
   if (volume.takenOut) return false;  // the device was closed under the enumeration
   if (ShutdownRequested) return true;
   FillFrnTable(volume.frnToIndex, volume.records);
+  BeginDataWatch(volume, volume.nextUsn);
   StartMonitor(volume);
   return true;
 }

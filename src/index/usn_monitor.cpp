@@ -11,7 +11,9 @@
 #include <thread>
 
 #include "config/log.h"
+#include "index/data_changes.h"
 #include "index/doubtful_records.h"
+#include "index/journal_read.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
@@ -23,21 +25,7 @@ MonitorPauses monitorPauses;
 
 namespace {
 
-constexpr uint32_t kWatchedReasons =
-    kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
 constexpr auto kBetweenCancels = std::chrono::milliseconds(5);
-using JournalBuffer = ControlBuffer<65'536>;
-
-// The first form of READ_USN_JOURNAL_DATA (winioctl.h). Nothing to wait for: the call returns at once.
-struct ReadUsnJournalData {
-  int64_t startUsn = 0;
-  uint32_t reasonMask = kWatchedReasons;
-  uint32_t returnOnlyOnClose = 0;
-  uint64_t timeout = 0;
-  uint64_t bytesToWaitFor = 0;
-  uint64_t usnJournalId = 0;
-};
-static_assert(sizeof(ReadUsnJournalData) == 40);
 
 enum class Outcome { kGoOn, kTryAgain, kEndQuietly, kEndAsLost };
 
@@ -67,8 +55,10 @@ std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
 VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> block) {
   const auto device = DeviceOf(volume);
   if (device == nullptr) return {.error = kErrorInvalidHandle};
-  const ReadUsnJournalData from{.startUsn = volume.nextUsn, .usnJournalId = volume.journalId};
-  return device->Control(kFsctlReadUsnJournal, std::as_bytes(std::span(&from, 1)), block);
+  return ReadJournalFrom(
+      *device,
+      {.startUsn = volume.nextUsn, .reasonMask = kUsnReasonsOfNames, .usnJournalId = volume.journalId},
+      block);
 }
 
 // A change as somebody who listens is told of it: the paths before and after.
@@ -158,14 +148,24 @@ void ApplyRecord(VolumeIndex& volume, const UsnRecord& record, std::u16string& n
   }
 }
 
-// A volume that is closed meanwhile settles nothing.
-void SettleDoubts(VolumeIndex& volume, std::span<std::byte> scratch, const std::atomic<bool>& wanted) {
-  const auto device = volume.inDoubt.empty() ? nullptr : DeviceOf(volume);
-  if (device == nullptr) return;
-  const auto gone = AskWhatIsGone(volume, *device, scratch, wanted);
+void SettleDoubts(VolumeIndex& volume, VolumeDevice& device, std::span<std::byte> scratch,
+                  const std::atomic<bool>& wanted) {
+  const auto gone = AskWhatIsGone(volume, device, scratch, wanted);
   if (gone.empty()) return;
   const std::unique_lock lock(volume.indexLock);
   for (const uint64_t frn : gone) ApplyDelete(volume, frn);
+}
+
+// What comes behind each block, which is no longer needed. A volume that is closed meanwhile is left
+// alone.
+void AskVolume(VolumeIndex& volume, VolumeDevice::Reply read, std::span<std::byte> block,
+               const std::atomic<bool>& wanted) {
+  const auto device = wanted ? DeviceOf(volume) : nullptr;
+  if (device == nullptr) return;
+  const bool hasPosition = read.error == 0 && read.bytes >= kUsnPositionBytes;
+  const int64_t readTo = hasPosition ? LoadLe<int64_t>(block, 0) : 0;
+  SettleDoubts(volume, *device, block, wanted);
+  if (hasPosition) WatchData(volume, *device, readTo, block, wanted);
 }
 
 // True if the monitor ends as lost.
@@ -178,7 +178,7 @@ bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
     if (outcome == Outcome::kEndQuietly) return false;
     if (outcome == Outcome::kEndAsLost) return true;
     if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
-    SettleDoubts(volume, block, wanted);
+    AskVolume(volume, reply, block, wanted);
     const bool goesOn = outcome == Outcome::kGoOn;
     volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
   }

@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "index/file_record.h"
 #include "index/frn_table.h"
@@ -39,6 +40,8 @@ struct AttrEntry {
   FileTime modified = 0;
   FileTime created = 0;
   bool valid = false;  // the entry carries data
+  bool stale = false;  // the file has changed since: nobody but a row on screen believes the entry
+  uint32_t look = 0;   // DataWatch::looks when the file was asked
 };
 
 struct MftSize {
@@ -55,6 +58,15 @@ struct VolumeChange {
   bool isDirectory = false;
   std::u16string path;
   std::u16string formerPath;  // of what was renamed or moved
+};
+
+// The second reader of the journal (data_changes.h). Of the monitor's thread, but for the atomics.
+struct DataWatch {
+  int64_t usn = 0;  // where the next look begins
+  uint32_t turns = 0;
+  std::vector<uint64_t> changed;         // what the last look found
+  std::atomic<uint32_t> looks = 0;       // that found something
+  std::atomic<int64_t> believedUsn = 0;  // changes below are taken in, whoever was reading meanwhile
 };
 
 struct VolumeIndex {
@@ -106,6 +118,7 @@ struct VolumeIndex {
   // where somebody listens.
   std::function<void(const VolumeChange&)> onChange;
 
+  DataWatch dataWatch;
   mutable OrderedLock attrLock{LockRank::kAttributes, "attrLock"};
   FrnMap<AttrEntry> attrs;
   mutable OrderedLock mftSizesLock{LockRank::kAttributes, "mftSizesLock"};

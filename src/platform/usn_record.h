@@ -11,10 +11,18 @@
 
 namespace quilmark {
 
+inline constexpr uint32_t kUsnReasonDataOverwrite = 0x0000'0001;
+inline constexpr uint32_t kUsnReasonDataExtend = 0x0000'0002;
+inline constexpr uint32_t kUsnReasonDataTruncation = 0x0000'0004;
+inline constexpr uint32_t kUsnReasonBasicInfoChange = 0x0000'8000;
 inline constexpr uint32_t kUsnReasonFileCreate = 0x0000'0100;
 inline constexpr uint32_t kUsnReasonFileDelete = 0x0000'0200;
 inline constexpr uint32_t kUsnReasonRenameOldName = 0x0000'1000;
 inline constexpr uint32_t kUsnReasonRenameNewName = 0x0000'2000;
+
+// Of a file that comes, goes, or is called something else.
+inline constexpr uint32_t kUsnReasonsOfNames =
+    kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
 
 inline constexpr uint32_t kFileAttributeDirectory = 0x10;
 

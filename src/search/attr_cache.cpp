@@ -36,7 +36,7 @@ Lock TimedLock(OrderedLock& lock) {
 
 bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   const auto found = volume.attrs.find(frn);
-  if (found == volume.attrs.end() || !found->second.valid) return false;
+  if (found == volume.attrs.end() || !found->second.valid || found->second.stale) return false;
   out = found->second;
   return true;
 }
@@ -56,6 +56,7 @@ struct Sighting {
   uint32_t index = 0;
   uint64_t frn = 0;
   uint64_t build = 0;              // VolumeIndex::builds
+  uint32_t look = 0;               // DataWatch::looks
   const char16_t* name = nullptr;  // another one after each change of the name
   uint64_t parentFrn = 0;
 };
@@ -64,7 +65,8 @@ std::optional<Sighting> See(const VolumeIndex& volume, uint32_t index) {
   const std::shared_lock lock(volume.indexLock);
   if (index >= volume.records.size()) return std::nullopt;
   const FileRecord& record = volume.records[index];
-  return Sighting{index, record.frn, volume.builds, record.name, record.parentFrn};
+  return Sighting{index,       record.frn,      volume.builds, volume.dataWatch.looks,
+                  record.name, record.parentFrn};
 }
 
 // REQUIRES indexLock held.
@@ -95,16 +97,30 @@ void StoreLocked(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   ++AttrCacheGeneration;
 }
 
+enum class Source { kScan, kDisk };
+
+// What the disk says takes the place of everything but an entry that has dates where it has none; a scan
+// also leaves those alone that are stale, which keep their dates for the screen.
+bool IsFuller(const AttrEntry& held, const AttrEntry& entry, Source source) {
+  return HasDates(held) && !HasDates(entry) && (!held.stale || source == Source::kScan);
+}
+
 // Nothing is stored of a record that went away while the disk was asked, since its number may be another
-// file's by now. An entry without dates never takes the place of a fuller one.
-void StoreSighting(VolumeIndex& volume, const Sighting& seen, const AttrEntry& entry) {
+// file's by now.
+void StoreSighting(VolumeIndex& volume, const Sighting& seen, AttrEntry entry, Source source) {
+  entry.look = seen.look;
   const std::shared_lock lock(volume.indexLock);
   if (!IsStillThere(volume, seen)) return;
   const auto attrLock = TimedLock<std::unique_lock<OrderedLock>>(volume.attrLock);
-  AttrEntry held;
-  const bool isHeld = CopyEntry(volume, seen.frn, held);
-  const bool isFuller = isHeld && !HasDates(entry) && HasDates(held);
-  if (!isFuller && !(isHeld && IsSameAttr(held, entry))) StoreLocked(volume, seen.frn, entry);
+  const auto held = volume.attrs.find(seen.frn);
+  if (held != volume.attrs.end() && held->second.valid) {
+    if (IsFuller(held->second, entry, source)) return;
+    if (IsSameAttr(held->second, entry) && !held->second.stale) {
+      held->second.look = std::max(held->second.look, entry.look);
+      return;
+    }
+  }
+  StoreLocked(volume, seen.frn, entry);
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
@@ -151,8 +167,9 @@ void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
   const bool isHeld = LookupAttr(volume, seen->frn, out);
   if (isHeld && (HasDates(out) || insist == Insist::kNo)) return;
   const bool takesScan = !isHeld && insist == Insist::kNo;
-  if (!takesScan || !TakeMftSize(volume, seen->frn, out)) FillFromDisk(volume, *seen, out);
-  StoreSighting(volume, *seen, out);
+  const bool isOfScan = takesScan && TakeMftSize(volume, seen->frn, out);
+  if (!isOfScan) FillFromDisk(volume, *seen, out);
+  StoreSighting(volume, *seen, out, isOfScan ? Source::kScan : Source::kDisk);
 }
 
 }  // namespace
@@ -194,7 +211,8 @@ std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn) 
   const auto lock = LockAttrsForGlance(volume);
   if (!lock) return std::nullopt;
   AttrGlance glance{.hasRoom = volume.attrs.size() < kMostAttrEntries};
-  CopyEntry(volume, frn, glance.entry);
+  const auto found = volume.attrs.find(frn);
+  if (found != volume.attrs.end()) glance.entry = found->second;
   return glance;
 }
 

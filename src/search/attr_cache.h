@@ -36,7 +36,7 @@ enum class Insist { kNo, kOnDisk };
 
 // What the interface thread sees, which waits a moment for the lock and no longer.
 struct AttrGlance {
-  AttrEntry entry;      // not valid where there is none
+  AttrEntry entry;      // not valid where there is none; stale: to be shown, and asked for anew
   bool hasRoom = true;  // a file without an entry can get one: the cache is not full
 };
 // Empty where the lock was not to be had.

@@ -13,6 +13,8 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/format.h"
+#include "search/attr_positions.h"
+#include "search/attr_replay.h"
 
 namespace quilmark {
 
@@ -75,7 +77,7 @@ CachedVolume CopyEntries(const VolumeIndex& volume) {
   for (const auto& [frn, entry] : volume.attrs) {
     // More than a reader takes would cost the volume all of them.
     if (cached.entries.size() >= kMostEntries) break;
-    if (entry.valid && HasDates(entry)) cached.entries.emplace_back(frn, entry);
+    if (entry.valid && !entry.stale && HasDates(entry)) cached.entries.emplace_back(frn, entry);
   }
   return cached;
 }
@@ -167,19 +169,36 @@ void LogCacheMetric(std::u16string_view what, uint64_t ms, uint64_t entries, uin
 // The save at the end waits for one that a job has begun: two writers would mix in the file.
 std::mutex oneSaveAtATime;
 
+std::vector<AttrReplay> LeaveOutChanged(const SearchEngine& engine, std::vector<CachedVolume>& cached) {
+  const auto positions = LoadAttrPositions();
+  const auto volumes = CacheableVolumes(engine);
+  std::vector<AttrReplay> replays;
+  for (CachedVolume& one : cached) {
+    VolumeIndex* const volume = VolumeFor(volumes, one);
+    const auto replay = volume != nullptr ? LeaveOutChanged(*volume, one, positions) : std::nullopt;
+    if (replay) replays.push_back(*replay);
+  }
+  return replays;
+}
+
 // oneSaveAtATime held.
 void Save(SearchEngine& engine) {
   if (!isAttrCacheLoaded) return;
   const uint64_t start = TickMs();
   const uint64_t generation = AttrCacheGeneration;
   std::vector<CachedVolume> volumes;
+  std::vector<AttrPosition> positions;
   uint64_t entries = 0;
   for (const VolumeIndex* const volume : CacheableVolumes(engine)) {
+    // Before the entries: what changes meanwhile is gone over again.
+    if (const auto position = PositionOf(*volume)) positions.push_back(*position);
     volumes.push_back(CopyEntries(*volume));
     entries += volumes.back().entries.size();
   }
   const std::string bytes = AttrCacheBytes(volumes);
   if (!WriteMarkedFileBytes(FilePath(), bytes, kFileHeader)) return;
+  // Behind the cache: an older position costs only the entries in between.
+  SaveAttrPositions(positions);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
   if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
@@ -246,9 +265,11 @@ void LoadAttrCache(SearchEngine& engine) {
   const uint64_t start = TickMs();
   const auto bytes = ReadFileBytes(FilePath(), kLongestFile);
   if (!bytes) return;
-  const auto cached = ReadAttrCacheBytes(std::as_bytes(std::span(*bytes)));
+  auto cached = ReadAttrCacheBytes(std::as_bytes(std::span(*bytes)));
   if (!cached) return;
+  const auto replays = LeaveOutChanged(engine, *cached);
   const uint64_t kept = TakeCachedVolumes(engine, *cached);
+  for (const AttrReplay& replay : replays) MarkChangedSince(replay);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheLoadMillis += ms;
   AttrSavedGeneration = ++AttrCacheGeneration;

@@ -35,9 +35,7 @@ struct FlagMark {
 struct HydrationTurn {
   ~HydrationTurn() {
     hydrationRuns = false;
-    if (isAskedMeanwhile.exchange(false)) {
-      PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
-    }
+    if (isAskedMeanwhile.exchange(false)) TellAttributesChanged();
   }
 };
 
@@ -122,6 +120,10 @@ void SaveInJob(SearchEngine& engine, const char* name) {
 }
 
 }  // namespace
+
+void TellAttributesChanged() {
+  PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
+}
 
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
   range.end = std::min<uint64_t>(range.end, rows->size());

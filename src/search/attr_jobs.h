@@ -11,6 +11,9 @@ namespace quilmark {
 
 inline constexpr uint32_t WM_ATTRS_UPDATED = 1030;  // first: hydrationGeneration
 
+// Posts WM_ATTRS_UPDATED: rows that are shown may have to be asked for anew.
+void TellAttributesChanged();
+
 extern std::atomic<uint64_t> hydrationGeneration;
 
 struct RowRange {

@@ -61,6 +61,7 @@ RowCells CellsOfRow(const MatchItem& hit) {
     if (kind->isDeleted) TakeDots(*cell);
     cells.isMissing = cells.isMissing || *cell == kNotKnownYet;
   }
+  cells.isMissing = cells.isMissing || (known->entry.stale && !kind->isDeleted);
   return cells;
 }
 

@@ -229,5 +229,45 @@ TEST(MftFacts, AClosedDeviceKnowsNothing) {
   EXPECT_FALSE(device->ReadFacts(kFile));
 }
 
+TEST(SizesInRecord, AreThoseOfTheUnnamedDataWithFixUpsAppliedOrNot) {
+  Bytes record = File()
+                     .Resident(kData, u"named", Bytes(5))
+                     .NonResident(kData, {}, MappingPairs({{900, 2}}), 5'000)
+                     .Finish({});
+  for (int turn = 0; turn < 2; ++turn) {
+    const auto sizes = SizesInRecord(record, kFile);
+    ASSERT_TRUE(sizes.has_value()) << turn;
+    EXPECT_EQ(sizes->logical, 5'000u);
+    EXPECT_GE(sizes->allocated, 5'000u);
+    if (turn == 0) {
+      ASSERT_TRUE(ApplyFixups(record));
+    }
+  }
+}
+
+TEST(SizesInRecord, OfDataInTheRecordAreBothItsLength) {
+  const auto sizes = SizesInRecord(File().Resident(kData, {}, Bytes(123)).Finish({}), kFile);
+  ASSERT_TRUE(sizes.has_value());
+  EXPECT_EQ(sizes->logical, 123u);
+  EXPECT_EQ(sizes->allocated, 123u);
+}
+
+TEST(SizesInRecord, OfAFolderAndWithoutDataAreNone) {
+  EXPECT_EQ(SizesInRecord(File().Finish({.isDirectory = true}), kFile).value().logical, 0u);
+  EXPECT_EQ(SizesInRecord(File().Finish({}), kFile).value().logical, 0u);
+}
+
+TEST(SizesInRecord, AreNotKnownOfAnotherFileOrWhereAnotherRecordHoldsThem) {
+  const Bytes plain = File().Resident(kData, {}, Bytes(123)).Finish({});
+  EXPECT_FALSE(SizesInRecord(plain, MakeReference(30, 2)).has_value());
+  EXPECT_FALSE(SizesInRecord(Bytes(1'024), kFile).has_value());
+  EXPECT_FALSE(SizesInRecord({}, kFile).has_value());
+  EXPECT_FALSE(SizesInRecord(File().Finish({.inUse = false}), kFile).has_value());
+  EXPECT_FALSE(SizesInRecord(ListedFile({kDataIn31}).Finish({}), kFile).has_value());
+  auto tooLarge = File();
+  tooLarge.NonResident(kData, {}, MappingPairs({{900, 2}}), kTooLarge);
+  EXPECT_FALSE(SizesInRecord(tooLarge.Finish({}), kFile).has_value());
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "config/attr_counters.h"
+#include "index/data_changes.h"
 #include "platform/background.h"
 #include "search/attr_cache.h"
 #include "search/attr_jobs.h"
@@ -100,6 +101,20 @@ TEST_F(ListAtRest, AFileThatCannotBeReadIsNothingNew) {
   EXPECT_EQ(AttrCounters().diskReads, reads + 1) << "asked for again";
   EXPECT_EQ(AttrCacheGeneration, entries);
   EXPECT_FALSE(harness_.queue.Take(0).has_value());
+}
+
+// A file that changed is shown as it was until it has been asked for.
+TEST_F(ListAtRest, AFileThatChangedIsAskedForOnce) {
+  Show({there_, unreadable_});
+  EXPECT_LT(PaintsUntilRest(), 5);
+  folder_.MakeFile("there", std::string(20, 'x'));
+  const uint64_t frns[] = {volume_.records[there_].frn, volume_.records[unreadable_].frn};
+  EXPECT_EQ(MarkStale(volume_, frns), 2u);
+  EXPECT_EQ(CellsOfRow({&volume_, there_}).size, u"10 B");
+
+  EXPECT_LT(PaintsUntilRest(), 5);
+  ExpectNothingIsAsked();
+  EXPECT_EQ(CellsOfRow({&volume_, there_}).size, u"20 B");
 }
 
 }  // namespace

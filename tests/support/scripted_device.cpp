@@ -56,7 +56,10 @@ class ScriptedDevice : public VolumeDevice {
   explicit ScriptedDevice(std::shared_ptr<DeviceScript> script) : script_(std::move(script)) {}
   ~ScriptedDevice() override { Close(); }
 
-  Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
+  Reply Control(uint32_t asked, std::span<const std::byte> input, std::span<std::byte> output) override {
+    const bool isOfData = asked == kFsctlReadUsnJournal && input.size() >= 12 &&
+                          LoadLe<uint32_t>(input, 8) != kUsnReasonsOfNames;
+    const uint32_t code = isOfData ? kReadOfDataChanges : asked;
     std::unique_lock lock(script_->mutex_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
     const auto played = script_->played_;
@@ -74,7 +77,7 @@ class ScriptedDevice : public VolumeDevice {
     }
     if (played != nullptr) {
       lock.unlock();
-      if (const auto answer = (*played)(code, input)) return Give(*answer, output);
+      if (const auto answer = (*played)(asked, input)) return Give(*answer, output);
       lock.lock();
     }
     const auto answer = TakeAnswer(code, input);
@@ -87,6 +90,13 @@ class ScriptedDevice : public VolumeDevice {
 
   std::shared_ptr<const DeviceNotice> TellWindow(PostTarget) override {
     return std::make_shared<ScriptedNotice>(script_);
+  }
+
+  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+    std::unique_lock lock(script_->mutex_);
+    const auto facts = isClosed_ ? nullptr : script_->facts_;
+    lock.unlock();
+    return facts != nullptr ? (*facts)(reference) : std::nullopt;
   }
 
   void Cancel() override {
@@ -119,7 +129,7 @@ class ScriptedDevice : public VolumeDevice {
     if (isRepeated) return {.error = 0, .output = script_->repeated_};
     if (code == kFsctlEnumUsnData) return {.error = kErrorHandleEof, .output = {}};
     // StartUsn is what the input opens with.
-    if (code == kFsctlReadUsnJournal)
+    if (code == kFsctlReadUsnJournal || code == kReadOfDataChanges)
       return {.error = 0, .output = Bytes(input.begin(), input.begin() + 8)};
     return {.error = kErrorInvalidFunction, .output = {}};
   }
@@ -208,6 +218,11 @@ void DeviceScript::Queue(uint32_t code, Answer answer) {
 void DeviceScript::Play(Volume volume) {
   const std::scoped_lock lock(mutex_);
   played_ = volume ? std::make_shared<const Volume>(std::move(volume)) : nullptr;
+}
+
+void DeviceScript::PlayFacts(Facts facts) {
+  const std::scoped_lock lock(mutex_);
+  facts_ = std::make_shared<const Facts>(std::move(facts));
 }
 
 void DeviceScript::RepeatBlock(Bytes block) {

@@ -39,6 +39,9 @@ class UsnBlockBuilder {
 // What FSCTL_GET_NTFS_FILE_RECORD gives: the record of `frn`, with nothing but a header.
 Bytes FileRecordData(uint64_t frn, bool inUse = true);
 
+// Stands for FSCTL_READ_USN_JOURNAL where it asks for other changes than those of names.
+inline constexpr uint32_t kReadOfDataChanges = 0xFFFF'00BB;
+
 Bytes JournalData(uint64_t journalId, int64_t nextUsn);  // USN_JOURNAL_DATA, 56 bytes
 
 // What every device of one drive shares: answers, and what was asked. Any thread.
@@ -66,6 +69,9 @@ class DeviceScript {
   // lock.
   using Volume = std::function<std::optional<Answer>(uint32_t code, std::span<const std::byte> input)>;
   void Play(Volume volume);
+  // Answers ReadFacts; nobody else does.
+  using Facts = std::function<std::optional<FileFacts>(uint64_t reference)>;
+  void PlayFacts(Facts facts);
   // Open calls that fail with `error`, one after another, before one succeeds.
   void QueueOpenError(uint32_t error);
   // The next Close gives this error.
@@ -94,6 +100,7 @@ class DeviceScript {
   std::map<uint32_t, std::deque<Answer>> answers_;
   Bytes repeated_;
   std::shared_ptr<const Volume> played_;
+  std::shared_ptr<const Facts> facts_;
   std::deque<uint32_t> openErrors_;
   std::vector<Asked> asked_;
   std::map<uint32_t, size_t> counts_;

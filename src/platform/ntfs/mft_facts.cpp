@@ -25,7 +25,7 @@ struct Dates {
 // What the attributes of one record say.
 struct Parsed {
   std::optional<Dates> dates;
-  std::optional<uint64_t> dataBytes;  // by the first part of the unnamed $DATA
+  std::optional<DataSizes> data;      // by the first part of the unnamed $DATA
   bool hasLaterPart = false;          // of the unnamed $DATA
   std::optional<uint64_t> listBytes;  // of the $ATTRIBUTE_LIST
   bool isWhole = false;               // no attribute that does not fit
@@ -40,8 +40,9 @@ void TakeData(const NtfsAttribute& attribute, Parsed& parsed) {
   const bool isFirstPart = attribute.isResident || attribute.lowestVcn == 0;
   if (!isFirstPart) {
     parsed.hasLaterPart = true;
-  } else if (!parsed.dataBytes) {
-    parsed.dataBytes = attribute.dataBytes;
+  } else if (!parsed.data) {
+    parsed.data = {attribute.dataBytes,
+                   attribute.isResident ? attribute.dataBytes : attribute.allocatedBytes};
   }
 }
 
@@ -66,7 +67,8 @@ std::optional<uint64_t> SizeInHolder(MftReader& reader, uint64_t holder, uint64_
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, holder, record);
   if (!header || !header->inUse || RecordNumberOf(header->baseReference) != number) return std::nullopt;
-  return Parse(record, header->firstAttribute).dataBytes;
+  const auto data = Parse(record, header->firstAttribute).data;
+  return data ? std::optional(data->logical) : std::nullopt;
 }
 
 // The size by the record that the list names. 0 if it names none: the file has no unnamed $DATA.
@@ -85,10 +87,14 @@ std::optional<uint64_t> ListedSize(MftReader& reader, std::span<const std::byte>
 // Of a file whose base record says `parsed`; empty where that is not known.
 std::optional<uint64_t> SizeOf(MftReader& reader, std::span<const std::byte> base, uint64_t number,
                                const Parsed& parsed) {
-  if (parsed.dataBytes) return parsed.dataBytes;
+  if (parsed.data) return parsed.data->logical;
   if (!parsed.isWhole || parsed.hasLaterPart) return std::nullopt;
   if (parsed.listBytes) return ListedSize(reader, base, number, *parsed.listBytes);
   return 0;
+}
+
+bool IsBaseOf(const MftRecordHeader& header, uint64_t reference) {
+  return header.inUse && header.baseReference == 0 && header.sequence == SequenceOf(reference);
 }
 
 }  // namespace
@@ -97,9 +103,7 @@ std::optional<FileFacts> ReadMftFacts(MftReader& reader, uint64_t reference) {
   const uint64_t number = RecordNumberOf(reference);
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, number, record);
-  const bool isThatFile =
-      header && header->inUse && header->baseReference == 0 && header->sequence == SequenceOf(reference);
-  if (!isThatFile) return std::nullopt;
+  if (!header || !IsBaseOf(*header, reference)) return std::nullopt;
   const Parsed parsed = Parse(record, header->firstAttribute);
   if (!parsed.dates) return std::nullopt;
   const auto size =
@@ -109,6 +113,19 @@ std::optional<FileFacts> ReadMftFacts(MftReader& reader, uint64_t reference) {
                    .modified = parsed.dates->modified,
                    .created = parsed.dates->created,
                    .isDirectory = header->isDirectory};
+}
+
+std::optional<DataSizes> SizesInRecord(std::span<const std::byte> record, uint64_t reference) {
+  const auto header = ParseRecordHeader(record);
+  if (!header || !IsBaseOf(*header, reference)) return std::nullopt;
+  if (header->isDirectory) return DataSizes{};
+  std::vector<std::byte> fixed(record.begin(), record.end());
+  // Where the check words are not those of a record on disk, they have been put back already.
+  const Parsed parsed =
+      Parse(ApplyFixups(fixed) ? std::span<const std::byte>(fixed) : record, header->firstAttribute);
+  if (parsed.data) return parsed.data->logical <= kMost ? parsed.data : std::nullopt;
+  const bool isElsewhere = !parsed.isWhole || parsed.hasLaterPart || parsed.listBytes;
+  return isElsewhere ? std::nullopt : std::optional(DataSizes{});
 }
 
 }  // namespace quilmark

@@ -1,3 +1,4 @@
+#include "index/data_changes.h"
 #include "index/volume_life.h"
 #include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
@@ -14,6 +15,7 @@ namespace {
 
 void InstallStartupHooks() {
   startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
+  attributesBecameStale = TellAttributesChanged;
   startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
 }
 

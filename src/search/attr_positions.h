@@ -1,0 +1,32 @@
+// attrpositions.v1.bin: up to where in each journal the attribute cache beside it is right. See
+// docs/formats.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace quilmark {
+
+struct AttrPosition {
+  char16_t letter = 0;
+  uint64_t journalId = 0;
+  int64_t usn = 0;
+
+  bool operator==(const AttrPosition&) const = default;
+};
+
+std::string AttrPositionBytes(std::span<const AttrPosition> positions);
+
+// Empty for a file of another kind or version, and for one that is not whole.
+std::optional<std::vector<AttrPosition>> ReadAttrPositionBytes(std::span<const std::byte> bytes);
+
+// From and to the file in the configuration directory. None where it is missing or foreign; a failed
+// save is ignored.
+std::vector<AttrPosition> LoadAttrPositions();
+void SaveAttrPositions(std::span<const AttrPosition> positions);
+
+}  // namespace quilmark

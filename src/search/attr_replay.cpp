@@ -1,0 +1,72 @@
+#include "search/attr_replay.h"
+
+#include <algorithm>
+#include <shared_mutex>
+
+#include "index/data_changes.h"
+
+namespace quilmark {
+
+namespace {
+
+std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.deviceLock);
+  return volume.volumeHandle;
+}
+
+uint64_t JournalIdOf(const VolumeIndex& volume) {
+  const std::shared_lock lock(volume.indexLock);
+  return volume.journalId;
+}
+
+// That of the journal which the cache names, where the letter has had several.
+const AttrPosition* PositionFor(const std::vector<AttrPosition>& positions, const CachedVolume& cached) {
+  const AttrPosition* byLetter = nullptr;
+  for (const AttrPosition& each : positions) {
+    if (each.letter != cached.letter) continue;
+    if (each.journalId == cached.journalId) return &each;
+    byLetter = &each;
+  }
+  return byLetter;
+}
+
+std::optional<DataChanges> ChangesSince(const VolumeIndex& volume, const AttrPosition& position) {
+  const auto device = DeviceOf(volume);
+  if (device == nullptr || position.journalId != JournalIdOf(volume)) return std::nullopt;
+  return ReadDataChanges(*device, position.journalId, position.usn);
+}
+
+}  // namespace
+
+std::optional<AttrPosition> PositionOf(const VolumeIndex& volume) {
+  if (DeviceOf(volume) == nullptr) return std::nullopt;
+  return AttrPosition{
+      .letter = volume.drive[0], .journalId = JournalIdOf(volume), .usn = volume.dataWatch.believedUsn};
+}
+
+std::optional<AttrReplay> LeaveOutChanged(VolumeIndex& volume, CachedVolume& cached,
+                                          const std::vector<AttrPosition>& positions) {
+  const AttrPosition* const position = PositionFor(positions, cached);
+  if (position == nullptr) return std::nullopt;
+  const auto changes = ChangesSince(volume, *position);
+  if (!changes) {
+    cached.entries.clear();
+    return std::nullopt;
+  }
+  std::erase_if(cached.entries, [&](const auto& entry) {
+    return std::binary_search(changes->frns.begin(), changes->frns.end(), entry.first);
+  });
+  return AttrReplay{.volume = &volume, .usn = changes->usn};
+}
+
+void MarkChangedSince(const AttrReplay& replay) {
+  const AttrPosition position{.journalId = JournalIdOf(*replay.volume), .usn = replay.usn};
+  const auto changes = ChangesSince(*replay.volume, position);
+  if (changes) {
+    MarkStale(*replay.volume, changes->frns);
+  } else {
+    MarkAllStale(*replay.volume);
+  }
+}
+
+}  // namespace quilmark

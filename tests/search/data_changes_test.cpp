@@ -1,0 +1,322 @@
+#include "index/data_changes.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <map>
+
+#include "config/scratch_config.h"
+#include "index/ntfs_volume.h"
+#include "index/usn_monitor.h"
+#include "platform/file_reference.h"
+#include "platform/files.h"
+#include "platform/usn_record.h"
+#include "search/attr_cache.h"
+#include "search/attr_cache_file.h"
+#include "search/attr_jobs.h"
+#include "search/attr_positions.h"
+#include "search/folder_sizes.h"
+#include "support/ntfs_builder.h"
+#include "support/scripted_device.h"
+#include "support/search_harness.h"
+
+namespace quilmark {
+namespace {
+
+constexpr uint64_t kRoot = MakeReference(5, 5), kDocs = MakeReference(40, 1),
+                   kFile = MakeReference(41, 3), kOther = MakeReference(42, 3);
+constexpr uint32_t kExtend = kUsnReasonDataExtend, kBasicInfo = kUsnReasonBasicInfoChange;
+
+std::atomic<int> timesTold = 0;
+
+// N:\Docs\a.txt (kFile) and b.txt (kOther), whose sizes and dates are those of `facts`.
+class DataChangesOfAVolume : public testing::Test {
+ protected:
+  DataChangesOfAVolume() {
+    monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
+    timesTold = 0;
+    attributesBecameStale = [] { ++timesTold; };
+    script.PlayFacts([this](uint64_t frn) -> std::optional<FileFacts> {
+      if (meanwhile) std::exchange(meanwhile, nullptr)();
+      return frn == kFile ? std::optional(fileFacts) : FileFacts{.size = 7, .modified = 1, .created = 1};
+    });
+  }
+  ~DataChangesOfAVolume() override {
+    CloseVolume(volume);
+    attributesBecameStale = nullptr;
+    monitorPauses = {};
+  }
+  void Build(int64_t nextUsn = 1'000, uint64_t journalId = 77) {
+    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(journalId, nextUsn)});
+    script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)});
+    script.Queue(kFsctlEnumUsnData,
+                 {.output = UsnBlockBuilder(1)
+                                .Record(kDocs, kRoot, u"Docs", 0, kFileAttributeDirectory)
+                                .Record(kFile, kDocs, u"a.txt")
+                                .Record(kOther, kDocs, u"b.txt")});
+    ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
+  }
+  void Look() {
+    ASSERT_TRUE(script.WaitForAsked(kReadOfDataChanges, script.AskedCount(kReadOfDataChanges) + 3));
+  }
+  void JournalSays(int64_t position, uint64_t frn, uint32_t reason) {
+    script.Queue(kReadOfDataChanges,
+                 {.output = UsnBlockBuilder(position).Record(frn, kDocs, u"a.txt", reason)});
+    Look();
+  }
+  AttrEntry Ask(Insist insist = Insist::kOnDisk, uint32_t index = 1) {
+    AttrEntry entry;
+    EnsureFileAttributes(&volume, index, entry, insist);
+    return entry;
+  }
+  Bytes RecordWithData(uint64_t frn, size_t size) const {
+    Bytes data = FileRecordData(frn);
+    data.resize(12);
+    const Bytes record = RecordBuilder()
+                             .StandardInformation()
+                             .Resident(kData, u"", Bytes(size))
+                             .Finish({.sequence = SequenceOf(frn)});
+    data.insert(data.end(), record.begin(), record.end());
+    return data;
+  }
+
+  ScratchConfig config;
+  SearchHarness harness;
+  ScriptedVolumes scripts;
+  DeviceScript& script = scripts.Script(u"N:");
+  FileFacts fileFacts{.size = 10, .modified = 20, .created = 30};
+  std::function<void()> meanwhile;
+  VolumeIndex& volume = *AddVolume(Engine(), std::make_unique<VolumeIndex>());
+};
+
+TEST_F(DataChangesOfAVolume, AFileThatIsWrittenToIsAskedForAnew) {
+  Build();
+  EXPECT_EQ(Ask().size, 10);
+  fileFacts = {.size = 11, .modified = 21, .created = 30};
+  EXPECT_EQ(Ask().size, 10) << "from the cache";
+
+  JournalSays(2'000, kFile, kExtend);
+
+  EXPECT_EQ(Ask().size, 11);
+  EXPECT_EQ(Ask().modified, 21u);
+  EXPECT_EQ(timesTold, 1);
+}
+
+TEST_F(DataChangesOfAVolume, DatesThatAreSetCountToo) {
+  Build();
+  Ask();
+  fileFacts.created = 31;
+  JournalSays(2'000, kFile, kBasicInfo);
+  EXPECT_EQ(Ask().created, 31u);
+}
+
+TEST_F(DataChangesOfAVolume, OtherFilesStayAsTheyAre) {
+  Build();
+  Ask(Insist::kOnDisk, 2);
+  JournalSays(2'000, kFile, kExtend);
+  AttrEntry entry;
+  EXPECT_TRUE(PeekAttr(volume, kOther, entry));
+  EXPECT_EQ(timesTold, 0) << "nothing that anybody has seen changed";
+}
+
+TEST_F(DataChangesOfAVolume, ARowShowsWhatItHadUntilItIsAskedFor) {
+  Build();
+  Ask();
+  fileFacts.size = 11;
+  JournalSays(2'000, kFile, kExtend);
+
+  const AttrGlance before = GlanceAtAttr(volume, kFile).value();
+  EXPECT_TRUE(before.entry.valid);
+  EXPECT_TRUE(before.entry.stale);
+  EXPECT_EQ(before.entry.size, 10);
+  Ask();
+  const AttrGlance after = GlanceAtAttr(volume, kFile).value();
+  EXPECT_FALSE(after.entry.stale);
+  EXPECT_EQ(after.entry.size, 11);
+}
+
+TEST_F(DataChangesOfAVolume, WhatIsWrittenAllTheTimeIsToldOfOnceForEachTimeItWasAsked) {
+  Build();
+  Ask();
+  const uint64_t generation = AttrCacheGeneration;
+  for (int64_t i = 0; i < 20; ++i) JournalSays(2'000 + i, kFile, kExtend);
+  EXPECT_EQ(timesTold, 1);
+  EXPECT_EQ(AttrCacheGeneration, generation + 1);
+}
+
+// The size was read before the change, and stored when the change had been taken in.
+TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
+  Build();
+  meanwhile = [&] {
+    const std::scoped_lock lock(volume.attrLock);  // the look comes to its end behind the store
+    ++volume.dataWatch.looks;
+    volume.dataWatch.changed = {kFile};
+  };
+  CloseVolume(volume);
+  volume.volumeHandle = scripts.Open(u"N:");
+  Ask();
+  AttrEntry entry;
+  EXPECT_TRUE(PeekAttr(volume, kFile, entry));
+  const std::atomic<bool> wanted = true;
+  const auto scratch = std::make_unique<ControlBuffer<65'536>>();
+
+  for (uint32_t i = 0; i < kTurnsALook; ++i) {
+    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+  }
+
+  EXPECT_FALSE(PeekAttr(volume, kFile, entry));
+  Ask();
+  for (uint32_t i = 0; i < kTurnsALook; ++i) {
+    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+  }
+  EXPECT_TRUE(PeekAttr(volume, kFile, entry)) << "asked behind the change";
+}
+
+TEST_F(DataChangesOfAVolume, ALookThatLostItsPlaceBelievesNothing) {
+  Build();
+  Ask();
+  Ask(Insist::kOnDisk, 2);
+  script.QueueError(kReadOfDataChanges, kErrorJournalEntryDeleted);
+  Look();
+  AttrEntry entry;
+  EXPECT_FALSE(PeekAttr(volume, kFile, entry));
+  EXPECT_FALSE(PeekAttr(volume, kOther, entry));
+}
+
+TEST_F(DataChangesOfAVolume, TheSizeOfAScanBecomesThatOfTheRecord) {
+  Build();
+  InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}, {kOther, {.logical = 5}}});
+  uint64_t total = 0;
+  ASSERT_TRUE(GetFolderSize(volume, kDocs, total, IfDirty::kLeave));
+  EXPECT_EQ(total, 15u);
+  script.Queue(kFsctlGetNtfsFileRecord, {.output = RecordWithData(kFile, 100)});
+
+  JournalSays(2'000, kFile, kExtend);
+
+  EXPECT_TRUE(volume.folderSizesDirty);
+  ASSERT_TRUE(GetFolderSize(volume, kDocs, total, IfDirty::kRebuild));
+  EXPECT_EQ(total, 105u);
+}
+
+TEST_F(DataChangesOfAVolume, ARecordThatDoesNotTellLeavesTheSizeOfAScan) {
+  Build();
+  InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}});
+  JournalSays(2'000, kFile, kExtend);  // the device has no records
+  MftSize size;
+  EXPECT_TRUE(LookupMftSize(volume, kFile, size));
+  EXPECT_EQ(size.logical, 10u);
+  EXPECT_FALSE(volume.folderSizesDirty);
+}
+
+TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
+  Build();
+  InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}, {kOther, {.logical = 5}}});
+  script.Queue(kFsctlReadUsnJournal, {.output = UsnBlockBuilder(2'000).Record(kFile, kDocs, u"c.txt",
+                                                                              kUsnReasonRenameNewName)});
+  Look();
+  script.Queue(kFsctlGetNtfsFileRecord, {.output = RecordWithData(kFile, 10)});
+  JournalSays(2'000, kFile, kUsnReasonRenameNewName);
+  MftSize size;
+  ASSERT_TRUE(LookupMftSize(volume, kFile, size));
+  EXPECT_EQ(size.logical, 10u);
+}
+
+// The cache of a run, and what the next one believes of it.
+class CacheOverARestart : public DataChangesOfAVolume {
+ protected:
+  CacheOverARestart() {
+    Build(1'000);
+    Ask();
+    Ask(Insist::kOnDisk, 2);
+    isAttrCacheLoaded = true;
+    SaveAttrCacheAtEnd(Engine());
+  }
+  void Restart(uint64_t journalId = 77) {
+    CloseVolume(volume);
+    Build(5'000, journalId);
+    LoadAttrCache(Engine());
+  }
+  bool Holds(uint64_t frn) {
+    AttrEntry entry;
+    return PeekAttr(volume, frn, entry);
+  }
+};
+
+TEST_F(CacheOverARestart, IsBelievedWhereNothingChanged) {
+  Restart();
+  EXPECT_TRUE(Holds(kFile));
+  EXPECT_TRUE(Holds(kOther));
+}
+
+TEST_F(CacheOverARestart, LeavesOutWhatChangedMeanwhile) {
+  CloseVolume(volume);
+  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  script.Queue(kReadOfDataChanges,
+               {.output = UsnBlockBuilder(3'000).Record(kFile, kDocs, u"a.txt", kExtend)});
+  Restart();
+  EXPECT_FALSE(Holds(kFile));
+  EXPECT_TRUE(Holds(kOther));
+}
+
+TEST_F(CacheOverARestart, LeavesOutWhatChangesWhileItIsLoaded) {
+  CloseVolume(volume);
+  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  script.Queue(kReadOfDataChanges, {.output = UsnBlockBuilder(3'000)});
+  script.Queue(kReadOfDataChanges,
+               {.output = UsnBlockBuilder(4'000).Record(kOther, kDocs, u"b.txt", kBasicInfo)});
+  Restart();
+  EXPECT_TRUE(Holds(kFile));
+  EXPECT_FALSE(Holds(kOther));
+}
+
+TEST_F(CacheOverARestart, OfAnotherJournalIsNotBelieved) {
+  Restart(78);
+  EXPECT_FALSE(Holds(kFile));
+  EXPECT_FALSE(Holds(kOther));
+}
+
+TEST_F(CacheOverARestart, WhosePositionTheJournalHasLostIsNotBelieved) {
+  CloseVolume(volume);
+  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  script.QueueError(kReadOfDataChanges, kErrorJournalEntryDeleted);
+  Restart();
+  EXPECT_FALSE(Holds(kFile));
+}
+
+TEST_F(CacheOverARestart, BeginsWhereTheLastRunHadLooked) {
+  EXPECT_EQ(LoadAttrPositions(),
+            (std::vector<AttrPosition>{{.letter = u'N', .journalId = 77, .usn = 1'000}}));
+}
+
+TEST_F(CacheOverARestart, DoesNotSaveWhatIsStale) {
+  JournalSays(2'000, kFile, kExtend);
+  SaveAttrCacheAtEnd(Engine());
+  Restart();
+  EXPECT_FALSE(Holds(kFile));
+  EXPECT_TRUE(Holds(kOther));
+}
+
+TEST(AttrPositionBytes, ComeBackAsTheyWere) {
+  const std::vector<AttrPosition> positions = {{.letter = u'C', .journalId = 1, .usn = 2},
+                                               {.letter = u'N', .journalId = ~uint64_t{0}, .usn = -3}};
+  const std::string bytes = AttrPositionBytes(positions);
+  EXPECT_EQ(bytes.size(), 12u + 2 * 18);
+  EXPECT_EQ(ReadAttrPositionBytes(std::as_bytes(std::span(bytes))), positions);
+}
+
+TEST(AttrPositionBytes, OfAnotherKindOrNotWholeAreNone) {
+  const std::string bytes = AttrPositionBytes(std::vector<AttrPosition>{{.letter = u'C'}});
+  for (size_t size = 0; size < bytes.size(); ++size) {
+    EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(bytes)).first(size)).has_value());
+  }
+  for (const size_t place : {size_t{0}, size_t{4}, size_t{8}}) {
+    std::string other = bytes;
+    ++other[place];
+    EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(other))).has_value());
+  }
+  const std::string longer = bytes + "x";
+  EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(longer))).has_value());
+}
+
+}  // namespace
+}  // namespace quilmark
