@@ -2,10 +2,13 @@
 #include <windows.h>
 
 #include <dbt.h>
+#include <psapi.h>
+#include <tlhelp32.h>
 
 #include <algorithm>
 #include <memory>
 #include <mutex>
+#include <shared_mutex>
 #include <stdexcept>
 #include <string>
 
@@ -14,6 +17,7 @@
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
+#include "platform/utf.h"
 #include "search/attr_cache.h"
 #include "search/filtered_results.h"
 #include "search/filters.h"
@@ -23,6 +27,7 @@
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
+#include "window/program/churn_drive.h"
 #include "window/program/probe.h"
 #include "window/program/pseudo_language.h"
 
@@ -160,6 +165,40 @@ LRESULT TimePaints(const MainWindow& window, uint32_t times) {
   GdiFlush();
   QueryPerformanceCounter(&end);
   return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
+}
+
+LRESULT CountHandles() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
+LRESULT CountThreads() {
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 thread = {};
+  thread.dwSize = sizeof thread;
+  LRESULT count = 0;
+  for (BOOL more = Thread32First(snapshot, &thread); more; more = Thread32Next(snapshot, &thread)) {
+    if (thread.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  CloseHandle(snapshot);
+  return count;
+}
+
+LRESULT PrivateKb() {
+  PROCESS_MEMORY_COUNTERS_EX counters = {};
+  K32GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                          sizeof counters);
+  return static_cast<LRESULT>(counters.PrivateUsage / 1'024);
+}
+
+LRESULT CountRecords() {
+  size_t count = 0;
+  for (VolumeIndex* const volume : CopyVolumes(Engine())) {
+    const std::shared_lock lock(volume->indexLock);
+    count += volume->records.size();
+  }
+  return static_cast<LRESULT>(count);
 }
 
 LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
@@ -323,6 +362,14 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return SelectionOf(window.renameEditor);
     case Probe::kIconSize:
       return SizeOfIcon(reinterpret_cast<HICON>(SendMessageW(window.Handle(), WM_GETICON, argument, 0)));
+    case Probe::kHandles:
+      return CountHandles();
+    case Probe::kThreads:
+      return CountThreads();
+    case Probe::kPrivateKb:
+      return PrivateKb();
+    case Probe::kRecords:
+      return CountRecords();
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));
@@ -349,6 +396,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   using namespace quilmark;
   drives = EnvironmentText(kDrivesVariable).value_or(u"");
   MapDrives();
+  if (const auto churn = EnvironmentText(kChurnVariable)) {
+    MapChurnDrive(static_cast<uint32_t>(std::stoul(ToUtf8(*churn))));
+  }
   TakePseudoLanguage(EnvironmentText(kLanguageVariable).value_or(u""));
   extraMessages = Answer;
   SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());

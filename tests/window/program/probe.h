@@ -50,6 +50,11 @@ enum class Probe : uintptr_t {
   kAsksForMedia,     // the system may ask the user for a disk
   kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
 
+  kHandles,  // that the process holds, as the system counts them
+  kThreads,
+  kPrivateKb,  // memory of the process alone
+  kRecords,    // of all volumes, those of deleted files included
+
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
   kSwitchTheme,        // argument: times
@@ -76,6 +81,7 @@ enum class Probe : uintptr_t {
 
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
 inline constexpr char kDrivesVariable[] = "QUILMARK_TEST_DRIVES";
+inline constexpr char kChurnVariable[] = "QUILMARK_TEST_CHURN";  // changes a second on drive N:
 
 // Environment: "long", "ideographs" or "right-to-left": all texts as such a language might have them.
 inline constexpr char kLanguageVariable[] = "QUILMARK_TEST_LANGUAGE";
