@@ -48,6 +48,12 @@ enum class Probe : uintptr_t {
   kDateTo,
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
   kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
+  // What the program has done since its start.
+  kPaintMessages,  // WM_PAINT, of all its windows
+  kThreadsStarted,
+  kDiskReads,        // calls that ask the disk for something
+  kDiskWrites,       // calls that write to a file
+  kAttributesSaved,  // 1: nothing is left for the next save of the attributes
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,  // argument: whether it counts as present
@@ -70,6 +76,9 @@ enum class Probe : uintptr_t {
   kShowRow,          // argument: the row to begin at
   kTimePaints,       // argument: times; the answer is the microseconds of one
   kSelectRow,        // argument: the row, which need not be there
+  kPaintAll,         // what waits for a paint, of all windows, pop-ups too
+  kResetColors,      // to those of the theme
+  kDeleteRow,        // argument: the row, whose record counts as deleted from now on
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 
