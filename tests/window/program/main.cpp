@@ -26,6 +26,7 @@
 #include "shell/win32/main_window.h"
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
+#include "window/program/cycles.h"
 #include "window/program/probe.h"
 #include "window/program/pseudo_language.h"
 #include "window/program/system_counts.h"
@@ -171,6 +172,12 @@ BOOL CALLBACK PaintNow(HWND window, LPARAM) {
   return TRUE;
 }
 
+LRESULT Handles() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
 void DeleteRow(uint32_t row) {
   const auto rows = ShownResults();
   if (row >= rows->size()) return;
@@ -258,6 +265,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kResetColors:
       ResetUiColors();
       RefreshColorsLive(window);
+      break;
+    case Probe::kCycleScreen:
+      Cycle(app, window, static_cast<Screen>(argument & 0xFF), argument >> 8);
       break;
     case Probe::kDeleteRow:
       DeleteRow(argument);
@@ -357,6 +367,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CurrentWindowSettings.timeEnd;
     case Probe::kEditorSelection:
       return SelectionOf(window.renameEditor);
+    case Probe::kHandles:
+      return Handles();
     case Probe::kPaintMessages:
       return paintMessages;
     case Probe::kThreadsStarted:

@@ -49,6 +49,7 @@ enum class Probe : uintptr_t {
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
   kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
   // What the program has done since its start.
+  kHandles,        // that the process holds
   kPaintMessages,  // WM_PAINT, of all its windows
   kThreadsStarted,
   kDiskReads,        // calls that ask the disk for something
@@ -78,6 +79,7 @@ enum class Probe : uintptr_t {
   kSelectRow,        // argument: the row, which need not be there
   kPaintAll,         // what waits for a paint, of all windows, pop-ups too
   kResetColors,      // to those of the theme
+  kCycleScreen,      // argument: a Screen + 256 * times
   kDeleteRow,        // argument: the row, whose record counts as deleted from now on
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
