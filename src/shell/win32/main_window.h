@@ -90,7 +90,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   BackBuffer backBuffer;
   WindowIcons icons;
   TrayIcon tray;
-  int traySize = 0;  // pixels of its picture
+  int traySize = 0;           // pixels of its picture
   UINT taskbarCreated = 0;    // the registered message
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
