@@ -112,7 +112,11 @@ endif()
 # The window, driven from outside, and the program that it is driven in: ours, with a way to ask for its state.
 if(WIN32)
   quilmark_window_program(quilmark_window_test Quilmark-test tests/window/program/main.cpp
-    tests/window/program/pseudo_language.cpp tests/window/program/churn_drive.cpp)
+    tests/window/program/pseudo_language.cpp tests/window/program/system_counts.cpp
+    tests/window/program/churn_drive.cpp tests/window/program/cycles.cpp)
+  set(counted_calls _beginthreadex CreateFileW FindFirstFileExW ReadFile GetFileAttributesW GetFileAttributesExW WriteFile)
+  list(TRANSFORM counted_calls PREPEND "-Wl,--wrap=__imp_")
+  target_link_options(quilmark_window_test PRIVATE ${counted_calls})
   target_include_directories(quilmark_window_test PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   add_library(quilmark_window_driver STATIC tests/window/window_program.cpp tests/window/png.cpp)
   target_link_libraries(quilmark_window_driver PUBLIC quilmark_test_support quilmark_shell gdiplus)

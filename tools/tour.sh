@@ -29,8 +29,24 @@ window_titled() {
   return 1
 }
 
+# Pixels in which two pictures differ.
+difference() {
+  compare -metric AE "$1" "$2" null: 2>&1 | awk '{ printf "%d", $1 }'
+}
+
+# What a search finds is counted after it is shown, and no title tells of it: a picture is kept when three in a row
+# are the same, but for a caret that blinks.
 picture() {
-  import -window root "$tour/$1.png"
+  local now="$tour/$1.png" last="$tour/.last.png" same=0
+  import -window root "$now"
+  for _ in $(seq 60); do
+    [ "$same" = 2 ] && break
+    sleep 0.5
+    mv "$now" "$last"
+    import -window root "$now"
+    if [ "$(difference "$last" "$now")" -le 40 ]; then same=$((same + 1)); else same=0; fi
+  done
+  rm -f "$last"
 }
 
 search_for() {

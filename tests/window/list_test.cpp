@@ -460,10 +460,15 @@ TEST_F(ResultsList, HoldsNoMoreObjectsAfterAnHourOfScrolling) {
       program.Ask(Probe::kRepaint, 2);
     }
   };
-  scroll(6);
+  // What comes late makes objects of its own: the counts, and the attributes of the rows in view.
+  WaitUntil("the counts", [this] {
+    return program.TextOf(GetDlgItem(program.Window(), 200)) == u"All Files\r\n(200)";
+  });
+  WaitUntil("the size of the first row", [this] { return program.Ask(Probe::kFirstRowSize) >= 0; });
+  scroll(20);  // through all rows, down and up
   const int64_t before = program.Ask(Probe::kGdiObjects);
   scroll(60);  // a turn of the wheel a second
-  EXPECT_EQ(program.Ask(Probe::kGdiObjects), before);
+  EXPECT_LE(program.Ask(Probe::kGdiObjects), before);
 }
 
 }  // namespace

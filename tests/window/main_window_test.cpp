@@ -371,6 +371,19 @@ TEST_F(MainWindow, WearsEveryPresetAndKeepsIt) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, ShowsAtOnceThatItsColorsWereReset) {
+  program.StartAndWait();
+  const auto ground = [this] { return program.Ask(Probe::kPixel, 300 + 65'536 * 400); };
+  const int64_t before = ground();
+  program.Ask(Probe::kTakePreset, 4);  // "Warm Paper"
+  EXPECT_NE(ground(), before);
+  const int64_t paints = program.Ask(Probe::kPaints);
+  program.Ask(Probe::kResetColors);
+  EXPECT_EQ(ground(), before);
+  EXPECT_GT(program.Ask(Probe::kPaints), paints);
+  EndByMenu();
+}
+
 TEST_F(MainWindow, KeepsItsSizeAndThemeForTheNextRun) {
   program.StartAndWait();
   SetWindowPos(program.Window(), nullptr, 0, 0, 1'000, 640, SWP_NOMOVE | SWP_NOZORDER);

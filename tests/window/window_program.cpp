@@ -289,7 +289,8 @@ void WindowProgram::Screenshot(const std::string& name) {
   std::error_code ignored;
   std::filesystem::create_directories(LogFolder(), ignored);
   const std::filesystem::path path = LogFolder() / (name + ".png");
-  if (window_ != nullptr) UpdateWindow(window_);
+  // A list that drops down is open before it is painted.
+  if (window_ != nullptr) Ask(Probe::kPaintAll);
   EXPECT_TRUE(SaveScreenAsPng(window_, path.wstring())) << path;
 }
 

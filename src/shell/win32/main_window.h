@@ -92,7 +92,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   WindowIcons icons;
   TrayIcon tray;
   ForeignMessages foreign;
-  int traySize = 0;  // pixels of its picture
+  int traySize = 0;           // pixels of its picture
   uint64_t paints = 0;        // since the start
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
   int64_t paintedScrollY = 0;

@@ -12,13 +12,16 @@
 #include <stdexcept>
 #include <string>
 
+#include "config/ui_colors.h"
 #include "config/window_settings.h"
+#include "index/volume_index.h"
 #include "index/volume_life.h"
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
 #include "platform/utf.h"
 #include "search/attr_cache.h"
+#include "search/attr_cache_file.h"
 #include "search/filtered_results.h"
 #include "search/filters.h"
 #include "shell/result_messages.h"
@@ -28,8 +31,10 @@
 #include "shell/win32/quilmark.h"
 #include "shell/win32/theme.h"
 #include "window/program/churn_drive.h"
+#include "window/program/cycles.h"
 #include "window/program/probe.h"
 #include "window/program/pseudo_language.h"
+#include "window/program/system_counts.h"
 
 namespace quilmark {
 namespace {
@@ -109,11 +114,21 @@ LRESULT SelectionOf(HWND editor) {
   return begin + 65'536 * static_cast<LRESULT>(end);
 }
 
-LRESULT syncs = 0;
+LRESULT syncs = 0, paintMessages = 0;
+
+// Those of UpdateWindow pass the queue by.
+LRESULT CALLBACK SeeSent(int code, WPARAM isOfThread, LPARAM sent) {
+  const bool isPaint = reinterpret_cast<const CWPSTRUCT*>(sent)->message == WM_PAINT;
+  if (code == HC_ACTION && isPaint) ++paintMessages;
+  return CallNextHookEx(nullptr, code, isOfThread, sent);
+}
 
 LRESULT CALLBACK SeePosted(int code, WPARAM isRemoved, LPARAM posted) {
-  const bool isSync = reinterpret_cast<const MSG*>(posted)->message == WM_VOLUMES_SYNCED;
-  if (code == HC_ACTION && isRemoved == PM_REMOVE && isSync) ++syncs;
+  const UINT message = reinterpret_cast<const MSG*>(posted)->message;
+  if (code == HC_ACTION && isRemoved == PM_REMOVE) {
+    syncs += message == WM_VOLUMES_SYNCED ? 1 : 0;
+    paintMessages += message == WM_PAINT ? 1 : 0;
+  }
   return CallNextHookEx(nullptr, code, isRemoved, posted);
 }
 
@@ -157,6 +172,27 @@ void FillRows(AppState& app, MainWindow& window, uint32_t count) {
   window.RelayoutList();
 }
 
+BOOL CALLBACK PaintNow(HWND window, LPARAM) {
+  if (IsWindowVisible(window)) RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  return TRUE;
+}
+
+LRESULT Handles() {
+  DWORD count = 0;
+  if (GetProcessHandleCount(GetCurrentProcess(), &count) && count != 0) return count;
+  const HANDLE lowestFree = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  CloseHandle(lowestFree);
+  return reinterpret_cast<LRESULT>(lowestFree) / 4;
+}
+
+void DeleteRow(uint32_t row) {
+  const auto rows = ShownResults();
+  if (row >= rows->size()) return;
+  const MatchItem& hit = (*rows)[row];
+  const std::unique_lock lock(hit.volume->indexLock);
+  MarkDeleted(*hit.volume, hit.index);
+}
+
 LRESULT TimePaints(const MainWindow& window, uint32_t times) {
   LARGE_INTEGER frequency, start, end;
   QueryPerformanceFrequency(&frequency);
@@ -165,12 +201,6 @@ LRESULT TimePaints(const MainWindow& window, uint32_t times) {
   GdiFlush();
   QueryPerformanceCounter(&end);
   return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
-}
-
-LRESULT CountHandles() {
-  DWORD count = 0;
-  GetProcessHandleCount(GetCurrentProcess(), &count);
-  return count;
 }
 
 LRESULT CountThreads() {
@@ -262,6 +292,20 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kSelectRow:
       SelectOnly(app.list.selection, argument);
+      break;
+    case Probe::kPaintAll:
+      EnumThreadWindows(GetCurrentThreadId(), PaintNow, 0);
+      GdiFlush();
+      break;
+    case Probe::kResetColors:
+      ResetUiColors();
+      RefreshColorsLive(window);
+      break;
+    case Probe::kCycleScreen:
+      Cycle(app, window, static_cast<Screen>(argument & 0xFF), argument >> 8);
+      break;
+    case Probe::kDeleteRow:
+      DeleteRow(argument);
       break;
     case Probe::kTimePaints:
       return TimePaints(window, argument);
@@ -360,10 +404,20 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CurrentWindowSettings.timeEnd;
     case Probe::kEditorSelection:
       return SelectionOf(window.renameEditor);
+    case Probe::kHandles:
+      return Handles();
+    case Probe::kPaintMessages:
+      return paintMessages;
+    case Probe::kThreadsStarted:
+      return CountsOfSystem().threads;
+    case Probe::kDiskReads:
+      return CountsOfSystem().reads;
+    case Probe::kDiskWrites:
+      return CountsOfSystem().writes;
+    case Probe::kAttributesSaved:
+      return AttrCacheGeneration == AttrSavedGeneration;
     case Probe::kIconSize:
       return SizeOfIcon(reinterpret_cast<HICON>(SendMessageW(window.Handle(), WM_GETICON, argument, 0)));
-    case Probe::kHandles:
-      return CountHandles();
     case Probe::kThreads:
       return CountThreads();
     case Probe::kPrivateKb:
@@ -401,6 +455,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
   }
   TakePseudoLanguage(EnvironmentText(kLanguageVariable).value_or(u""));
   extraMessages = Answer;
+  SetWindowsHookExW(WH_CALLWNDPROC, SeeSent, nullptr, GetCurrentThreadId());
   SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());
   ExitProcess(static_cast<UINT>(RunQuilmark(instance, commandLine, showCommand)));
 }

@@ -49,8 +49,15 @@ enum class Probe : uintptr_t {
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
   kAsksForMedia,     // the system may ask the user for a disk
   kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar
+  // What the program has done since its start.
+  kPaintMessages,  // WM_PAINT, of all its windows
+  kThreadsStarted,
+  kDiskReads,        // calls that ask the disk for something
+  kDiskWrites,       // calls that write to a file
+  kAttributesSaved,  // 1: nothing is left for the next save of the attributes
 
-  kHandles,  // that the process holds, as the system counts them
+  // What it holds.
+  kHandles,  // under Wine, which does not count them, the number of the lowest free one
   kThreads,
   kPrivateKb,  // memory of the process alone
   kRecords,    // of all volumes, those of deleted files included
@@ -76,6 +83,10 @@ enum class Probe : uintptr_t {
   kShowRow,          // argument: the row to begin at
   kTimePaints,       // argument: times; the answer is the microseconds of one
   kSelectRow,        // argument: the row, which need not be there
+  kPaintAll,         // what waits for a paint, of all windows, pop-ups too
+  kResetColors,      // to those of the theme
+  kCycleScreen,      // argument: a Screen + 256 * times
+  kDeleteRow,        // argument: the row, whose record counts as deleted from now on
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
 };
 

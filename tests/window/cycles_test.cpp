@@ -1,0 +1,65 @@
+// Each screen opened and closed many times: the program holds what it held before.
+#include <gtest/gtest.h>
+
+#include <iterator>
+
+#include "window/program/cycles.h"
+#include "window/results_list.h"
+
+namespace quilmark {
+namespace {
+
+class Cycles : public ResultsList {
+ protected:
+  struct Held {
+    int64_t gdi = 0, user = 0, handles = 0;  // the last two are 0 under Wine
+  };
+  Held Look() {
+    return {program.Ask(Probe::kGdiObjects), program.Ask(Probe::kUserObjects),
+            program.Ask(Probe::kHandles)};
+  }
+  // In parts: the window answers between them.
+  void Run(Screen screen, uint32_t times) {
+    constexpr uint32_t kPart = 5;
+    for (uint32_t done = 0; done < times; done += kPart) {
+      program.Ask(Probe::kCycleScreen, static_cast<uint32_t>(screen) + 256 * kPart);
+    }
+  }
+};
+
+TEST_F(Cycles, LeaveNothingBehind) {
+  WaitUntil("the counts",
+            [this] { return program.TextOf(GetDlgItem(program.Window(), 200)).ends_with(u"(200)"); });
+  Choose(107, 4);  // the dates stand there
+  struct Row {
+    Screen screen;
+    const char* name;
+    uint32_t times;
+  };
+  // A theme and a scale paint the whole window, twice each time.
+  constexpr Row kRows[] = {{Screen::kViews, "views", 100},
+                           {Screen::kSidebar, "sidebar", 100},
+                           {Screen::kThemes, "themes", 40},
+                           {Screen::kEditor, "editor", 100},
+                           {Screen::kDropList, "drop list", 100},
+                           {Screen::kCalendar, "calendar", 100},
+                           {Screen::kTip, "tip", 100},
+                           {Screen::kHidden, "hidden", 100},
+                           {Screen::kScales, "scales", 40}};
+  static_assert(std::size(kRows) == static_cast<size_t>(Screen::kCount));
+  for (const Row& row : kRows) Run(row.screen, 5);  // what is made on first use
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.name);
+    const Held before = Look();
+    Run(row.screen, row.times);
+    const Held after = Look();
+    // A job that runs at the moment has a handful; what is left behind comes with each time.
+    constexpr int64_t kOfJobs = 20;
+    EXPECT_LE(after.gdi, before.gdi + kOfJobs);
+    EXPECT_LE(after.user, before.user + kOfJobs);
+    EXPECT_LE(after.handles, before.handles + kOfJobs);
+  }
+}
+
+}  // namespace
+}  // namespace quilmark

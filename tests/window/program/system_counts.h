@@ -1,0 +1,16 @@
+// What the program of the window tests has asked of the system since its start.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace quilmark {
+
+struct SystemCounts {
+  std::atomic<int64_t> threads;  // started
+  std::atomic<int64_t> reads;    // calls that ask the disk for a file, a folder or a volume
+  std::atomic<int64_t> writes;   // calls that write to a file
+};
+SystemCounts& CountsOfSystem();
+
+}  // namespace quilmark
