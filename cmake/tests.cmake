@@ -33,6 +33,8 @@ set(busy_tests
   tests/index/posix/ntfs_image_test.cpp
   tests/index/posix/ntfs_samples_test.cpp
   tests/search/attr_cache_test.cpp
+  tests/search/churn_concurrency_test.cpp
+  tests/search/churn_test.cpp
   tests/search/monitor_search_concurrency_test.cpp
   tests/search/name_scan_test.cpp
   tests/search/query_test.cpp
@@ -40,7 +42,10 @@ set(busy_tests
   tests/search/sort_reference_test.cpp
   tests/search/sort_test.cpp
   tests/shell/list_rest_test.cpp
+  tests/support/churn_volume.cpp
+  tests/support/ntfs_builder.cpp
   tests/support/ntfs_samples.cpp
+  tests/support/scripted_device.cpp
   tests/support/volumes.cpp)
 set_source_files_properties(${busy_tests} PROPERTIES COMPILE_OPTIONS -O1 SKIP_PRECOMPILE_HEADERS ON)
 

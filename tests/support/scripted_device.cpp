@@ -167,18 +167,21 @@ UsnBlockBuilder::UsnBlockBuilder(int64_t position) : bytes_(8) {
 }
 
 UsnBlockBuilder& UsnBlockBuilder::Record(uint64_t frn, uint64_t parentFrn, std::u16string_view name,
-                                         uint32_t reason, uint32_t attributes) {
+                                         uint32_t reason, uint32_t attributes, int64_t usn) {
   const size_t offset = bytes_.size();
   bytes_.resize(offset + UsnRecordLength(name.size()));
   PutUsnRecord(std::span(bytes_).subspan(offset),
                {.frn = frn,
                 .parentFrn = parentFrn,
+                .usn = usn,
                 .reason = reason,
                 .attributes = attributes,
                 .name = std::as_bytes(std::span(name))},
                0);
   return *this;
 }
+
+void UsnBlockBuilder::SetPosition(int64_t position) { StoreLe(std::span(bytes_), 0, position); }
 
 UsnBlockBuilder& UsnBlockBuilder::RawLength(uint32_t length) {
   const size_t offset = bytes_.size();

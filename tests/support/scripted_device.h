@@ -24,7 +24,9 @@ class UsnBlockBuilder {
  public:
   explicit UsnBlockBuilder(int64_t position = 0);
   UsnBlockBuilder& Record(uint64_t frn, uint64_t parentFrn, std::u16string_view name,
-                          uint32_t reason = 0, uint32_t attributes = 0);
+                          uint32_t reason = 0, uint32_t attributes = 0, int64_t usn = 0);
+  size_t Size() const { return bytes_.size(); }
+  void SetPosition(int64_t position);
   // A record whose RecordLength says `length` and that has nothing behind its 64 bytes.
   UsnBlockBuilder& RawLength(uint32_t length);
   // A record whose name runs past its end.
