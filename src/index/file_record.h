@@ -6,6 +6,9 @@
 
 namespace quilmark {
 
+// The name stands elsewhere, as that of nearly every record does.
+inline constexpr uint32_t kNoRenamedText = (1u << 30) - 1;
+
 struct FileRecord {
   uint64_t frn = 0;                // record number in the low 48 bits, sequence number in the high 16
   uint64_t parentFrn = 0;          // the same of the containing folder
@@ -13,6 +16,7 @@ struct FileRecord {
   uint16_t nameLength = 0;         // UTF-16 units, without the NUL
   uint32_t isDirectory : 1 = 0;
   uint32_t deleted : 1 = 0;  // no longer exists; stays in place so that every index stays good
+  uint32_t renamedText : 30 = kNoRenamedText;  // number of its name in RenamedNames::pool
 };
 static_assert(sizeof(FileRecord) == 32, "two records a cache line");
 

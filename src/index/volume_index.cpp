@@ -25,19 +25,11 @@ void ReserveOne(VolumeIndex& volume) {
   ReserveSignature(volume.signatures, index);
 }
 
-// The record's name stands in `renamed` from now on, where no signature and no order leads to it.
+// The record's name does not stand in its own place from now on.
 void MarkApart(VolumeIndex& volume, uint32_t index) {
   if (!TestBit(volume.apart, index)) ++volume.apartCount;
   SetBit(volume.apart, index);
   SetBit(volume.hidden, index);
-}
-
-void SetInitials(VolumeIndex& volume, uint32_t index, std::u16string_view name) {
-  if (InitialsStemOf(name).empty()) {
-    ClearBit(volume.initials, index);
-  } else {
-    SetBit(volume.initials, index);
-  }
 }
 
 // No effect on a record that is not deleted.
@@ -47,15 +39,41 @@ void Revive(VolumeIndex& volume, uint32_t index) {
   record.deleted = 0;
   --volume.deletedCount;
   if (!TestBit(volume.apart, index)) ClearBit(volume.hidden, index);
+  if (record.renamedText != kNoRenamedText) ClearBit(volume.renamed.hidden, record.renamedText);
 }
 
-// What a search needs to know of a name that stands in its own place of the pool.
-void AddSearchAids(VolumeIndex& volume, uint32_t index) {
-  const std::u16string_view folded = FoldedNameOf(volume.records[index]);
-  const bool aboveAscii = AddToSignatures(volume.signatures, index, folded);
-  if (!aboveAscii) return;
-  SetInitials(volume, index, folded);
-  if (TestBit(volume.initials, index)) AddInitialsToSignatures(volume.signatures, index, folded);
+// What a search needs to know of text number `text`, whose bit of `initials` is clear.
+void AddSearchAids(NameSignatures& signatures, RecordBits& initials, uint32_t text,
+                   std::u16string_view folded) {
+  const bool aboveAscii = AddToSignatures(signatures, text, folded);
+  if (!aboveAscii || InitialsStemOf(folded).empty()) return;
+  SetBit(initials, text);
+  AddInitialsToSignatures(signatures, text, folded);
+}
+
+bool IsPlain(std::u16string_view name) { return name.find(u'\0') == name.npos; }
+
+// All that can fail comes before anything is changed. The caller makes the name the record's.
+const char16_t* StoreOdd(VolumeIndex& volume, uint32_t index, std::u16string_view name) {
+  std::vector<uint32_t>& records = volume.odd.records;
+  if (records.size() == records.capacity()) records.reserve(2 * records.size() + 1);
+  const char16_t* const text = StoreName(volume.odd.pool, name);
+  records.push_back(index);
+  return text;
+}
+
+// The same for a plain name that replaces another one.
+const char16_t* StoreRenamed(RenamedNames& renamed, uint32_t index, std::u16string_view name) {
+  const uint32_t number = renamed.pool.textCount;
+  if (renamed.owners.size() == renamed.owners.capacity())
+    renamed.owners.reserve(number + number / 4 + 64);
+  GrowBits(renamed.hidden, number + 1);
+  GrowBits(renamed.initials, number + 1);
+  ReserveSignature(renamed.signatures, number);
+  const char16_t* const text = StoreName(renamed.pool, name);
+  renamed.owners.push_back(index);
+  AddSearchAids(renamed.signatures, renamed.initials, number, {text + name.size() + 1, name.size()});
+  return text;
 }
 
 }  // namespace
@@ -70,22 +88,17 @@ uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string
   record.nameLength = static_cast<uint16_t>(name.size());
   record.isDirectory = made.isDirectory;
 
-  // A NUL inside a name would shift every later text of the pool: such a name leaves an empty text
-  // behind.
-  const bool isPlain = name.find(u'\0') == name.npos;
+  // A name that cannot be scanned leaves an empty text behind.
+  const bool isPlain = IsPlain(name);
   ReserveOne(volume);
-  if (!isPlain) record.name = StoreName(volume.renamed, name);
+  const char16_t* const oddText = isPlain ? nullptr : StoreOdd(volume, volume.records.size(), name);
   const char16_t* const text = StoreName(volume.names, isPlain ? name : std::u16string_view());
-  if (isPlain) record.name = text;
+  record.name = isPlain ? text : oddText;
 
   const uint32_t index = volume.records.push_back(record);
-  if (isPlain) {
-    AddSearchAids(volume, index);
-  } else {
-    AddToSignatures(volume.signatures, index, {});
-    MarkApart(volume, index);
-    SetInitials(volume, index, name);
-  }
+  AddSearchAids(volume.signatures, volume.initials, index,
+                isPlain ? FoldedNameOf(record) : std::u16string_view());
+  if (!isPlain) MarkApart(volume, index);
   return index;
 }
 
@@ -96,11 +109,14 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
     Revive(volume, index);
     return;
   }
-  record.name = StoreName(volume.renamed, name);
+  const bool isPlain = IsPlain(name);
+  const uint32_t number = isPlain ? volume.renamed.pool.textCount : kNoRenamedText;
+  record.name = isPlain ? StoreRenamed(volume.renamed, index, name) : StoreOdd(volume, index, name);
+  if (record.renamedText != kNoRenamedText) SetBit(volume.renamed.hidden, record.renamedText);
+  record.renamedText = number & kNoRenamedText;
   record.nameLength = static_cast<uint16_t>(name.size());
   record.parentFrn = parentFrn;
   MarkApart(volume, index);
-  SetInitials(volume, index, name);
   Revive(volume, index);
 }
 
@@ -110,6 +126,7 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   record.deleted = 1;
   ++volume.deletedCount;
   SetBit(volume.hidden, index);
+  if (record.renamedText != kNoRenamedText) SetBit(volume.renamed.hidden, record.renamedText);
 }
 
 void NoteBack(VolumeIndex& volume) {
@@ -135,7 +152,8 @@ void ResetVolumeTables(VolumeIndex& volume) {
   volume.records.clear();
   volume.recordsRead = 0;
   ResetNamePool(volume.names);
-  ResetNamePool(volume.renamed);
+  volume.renamed = {};
+  volume.odd = {};
   ResetFrnTable(volume.frnToIndex);
   volume.inDoubt = {};
   volume.deletedCount = 0;
@@ -171,13 +189,21 @@ std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index
   return KindOf(volume, index);
 }
 
+static size_t MemoryOf(const RecordBits& bits) { return bits.words.capacity() * sizeof(bits.words[0]); }
+
+static size_t MemoryOf(const RenamedNames& renamed) {
+  return MemoryOf(renamed.pool) + renamed.owners.capacity() * sizeof(renamed.owners[0]) +
+         MemoryOf(renamed.hidden) + MemoryOf(renamed.initials) + MemoryOf(renamed.signatures);
+}
+
+static size_t MemoryOf(const OddNames& odd) {
+  return MemoryOf(odd.pool) + odd.records.capacity() * sizeof(odd.records[0]);
+}
+
 size_t MemoryOf(const VolumeIndex& volume) {
-  size_t bytes = volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed) +
-                 MemoryOf(volume.frnToIndex) + MemoryOf(volume.signatures);
-  for (const RecordBits* bits : {&volume.hidden, &volume.apart, &volume.initials}) {
-    bytes += bits->words.capacity() * sizeof(bits->words[0]);
-  }
-  return bytes;
+  return volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed) +
+         MemoryOf(volume.odd) + MemoryOf(volume.frnToIndex) + MemoryOf(volume.signatures) +
+         MemoryOf(volume.hidden) + MemoryOf(volume.apart) + MemoryOf(volume.initials);
 }
 
 }  // namespace quilmark

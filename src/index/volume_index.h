@@ -51,6 +51,22 @@ struct MftSize {
 template <typename Value>
 using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
 
+// Names that arrived after their record, with search aids of their own, so that a search runs over them
+// as it does over the names that stand in their own place. `hidden` and `initials` have one bit a text.
+struct RenamedNames {
+  NamePool pool;
+  std::vector<uint32_t> owners;  // the record of each text
+  RecordBits hidden;             // the record is deleted, or has got yet another name
+  RecordBits initials;
+  NameSignatures signatures;
+};
+
+// Names that hold a NUL, which would shift every later text of a pool that is scanned as one.
+struct OddNames {
+  NamePool pool;
+  std::vector<uint32_t> records;  // that have or had such a name
+};
+
 // One change that the journal reported, after it was applied.
 struct VolumeChange {
   enum Kind { kCreated, kDeleted, kRenamed, kMoved };
@@ -89,8 +105,9 @@ struct VolumeIndex {
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
   RecordStore records;
-  NamePool names;    // text n belongs to record n, for good: the scan counts on it
-  NamePool renamed;  // names that arrived later, and those that hold a NUL
+  NamePool names;  // text n belongs to record n, for good: the scan counts on it
+  RenamedNames renamed;
+  OddNames odd;
   FrnTable frnToIndex;
   uint64_t deletedCount = 0;
   uint64_t journalId = 0;
@@ -98,8 +115,8 @@ struct VolumeIndex {
   FrnMap<uint8_t> inDoubt;  // written by the monitor; files that may be gone, and asks to go
   // Search aids, one bit or a few a record.
   RecordBits hidden;    // text n of `names` is not to be believed: deleted, or apart
-  RecordBits apart;     // the record's name stands in `renamed`
-  RecordBits initials;  // the name has a key of initials (initial_letters.h)
+  RecordBits apart;     // the record's name stands in `renamed` or `odd`
+  RecordBits initials;  // text n of `names` has a key of initials (initial_letters.h)
   uint64_t apartCount = 0;
   NameSignatures signatures;
 

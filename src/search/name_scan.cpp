@@ -61,26 +61,21 @@ BlockMask BlocksWithBits(const RecordBits& bits, size_t page) {
   return blocks;
 }
 
-// Names that stand apart are in no signature.
-void FindInitialsBlocks(NameScan& scan, size_t page) {
-  scan.initialsBlocks = CandidateBlocks(scan.volume.signatures, page, scan.query.initialsSignatures);
-  if (scan.volume.apartCount != 0) scan.initialsBlocks |= BlocksWithBits(scan.volume.apart, page);
-  scan.initialsBlocks &= BlocksWithBits(scan.volume.initials, page);
-}
-
 void EnterPage(NameScan& scan, size_t page) {
   scan.page = page;
   scan.groupBlocks.resize(scan.query.compiled.size());
   scan.anyBlocks = scan.query.matchesAll ? ~BlockMask{0} : 0;
   for (size_t group = 0; group < scan.groupBlocks.size(); ++group) {
     BlockMask& blocks = scan.groupBlocks[group];
-    blocks = CandidateBlocks(scan.volume.signatures, page, scan.query.compiled[group].signatures);
+    blocks = CandidateBlocks(scan.texts.signatures, page, scan.query.compiled[group].signatures);
     if (std::popcount(blocks) > kDenseBlocks) blocks = ~BlockMask{0};
     scan.anyBlocks |= blocks;
   }
-  if (scan.volume.apartCount != 0) scan.anyBlocks |= BlocksWithBits(scan.volume.apart, page);
+  if (!scan.apartHits.blocks.empty()) scan.anyBlocks |= scan.apartHits.blocks[page];
   if (scan.query.initials.empty()) return;
-  FindInitialsBlocks(scan, page);
+  scan.initialsBlocks = CandidateBlocks(scan.texts.signatures, page, scan.query.initialsSignatures);
+  if (scan.initialsBlocks == 0) return;
+  scan.initialsBlocks &= BlocksWithBits(scan.texts.initials, page);
   scan.anyBlocks |= scan.initialsBlocks;
 }
 
@@ -105,7 +100,7 @@ size_t ChunkOf(const NamePool& pool, uint32_t text, size_t chunk) {
 // `last` too or the end. Bit 0 of `hits` is text `granuleFirst`.
 void ScanTexts(const NameScan& scan, const Needle& needle, uint32_t first, uint32_t last,
                uint32_t granuleFirst, uint64_t* hits) {
-  const NamePool& pool = scan.volume.names;
+  const NamePool& pool = scan.texts.pool;
   size_t chunk = ChunkOf(pool, first, scan.chunk);
   const char16_t* begin = pool.marks[first / kTextsPerMark];
   while (FirstBehind(pool, chunk) < last) {
@@ -121,20 +116,25 @@ void ScanTexts(const NameScan& scan, const Needle& needle, uint32_t first, uint3
   scan.kernel(needle, begin, end, hits, first - granuleFirst);
 }
 
-// Calls `keep` for every set bit, with the record's index; clears the bits for which it says no.
+const FileRecord& RecordOfText(const NameScan& scan, uint32_t text) {
+  const std::vector<uint32_t>* const owners = scan.texts.owners;
+  return scan.volume.records[owners != nullptr ? (*owners)[text] : text];
+}
+
+// Calls `keep` for every set bit, with the number of the text; clears the bits for which it says no.
 template <typename Keep>
-void FilterBits(uint64_t& bits, uint32_t firstIndex, Keep keep) {
+void FilterBits(uint64_t& bits, uint32_t firstText, Keep keep) {
   for (uint64_t left = bits; left != 0; left &= left - 1) {
     const auto bit = static_cast<uint32_t>(std::countr_zero(left));
-    if (!keep(firstIndex + bit)) bits &= ~(uint64_t{1} << bit);
+    if (!keep(firstText + bit)) bits &= ~(uint64_t{1} << bit);
   }
 }
 
-// Adds the hits of one group among the names that stand in their own place.
+// Adds the hits of one group.
 void ScanGroup(const NameScan& scan, size_t groupNumber, uint32_t granule, GranuleHits& hits) {
   const CompiledGroup& group = scan.query.compiled[groupNumber];
   const uint32_t granuleFirst = granule * kGranule;
-  const uint32_t count = scan.volume.records.size();
+  const uint32_t count = scan.texts.pool.textCount;
   GranuleHits found{};
   unsigned blocks = GranuleBlocks(scan.groupBlocks[groupNumber], granule);
   while (blocks != 0) {
@@ -147,40 +147,88 @@ void ScanGroup(const NameScan& scan, size_t groupNumber, uint32_t granule, Granu
   }
   for (uint32_t word = 0; word < found.size(); ++word) {
     if (found[word] == 0) continue;
-    const uint32_t firstIndex = granuleFirst + word * 64;
-    found[word] &= ~scan.volume.hidden.words[firstIndex / 64] & ~hits[word];
+    const uint32_t firstText = granuleFirst + word * 64;
+    found[word] &= ~scan.texts.hidden.words[firstText / 64] & ~hits[word];
     if (!group.others.empty()) {
-      FilterBits(found[word], firstIndex, [&](uint32_t index) {
-        return HoldsAllTerms(FoldedNameOf(scan.volume.records[index]), group.others);
+      FilterBits(found[word], firstText, [&](uint32_t text) {
+        return HoldsAllTerms(FoldedNameOf(RecordOfText(scan, text)), group.others);
       });
     }
     hits[word] |= found[word];
   }
 }
 
-// Names that stand elsewhere, one by one.
-uint64_t ScanApart(const NameScan& scan, uint32_t block) {
-  uint64_t bits = scan.volume.apart.words[block];
-  FilterBits(bits, block * 64, [&](uint32_t index) {
-    const FileRecord& record = scan.volume.records[index];
-    return !record.deleted && MatchName(FoldedNameOf(record), scan.query.groups);
-  });
-  return bits;
-}
-
 uint64_t ScanInitials(const NameScan& scan, uint32_t block, uint64_t alreadyHit) {
-  uint64_t bits = scan.volume.initials.words[block] & ~alreadyHit;
-  FilterBits(bits, block * 64, [&](uint32_t index) {
-    const FileRecord& record = scan.volume.records[index];
-    return !record.deleted && MatchesInitials(record.name, record.nameLength, scan.query.initials);
+  uint64_t bits = scan.texts.initials.words[block] & ~scan.texts.hidden.words[block] & ~alreadyHit;
+  FilterBits(bits, block * 64, [&](uint32_t text) {
+    const FileRecord& record = RecordOfText(scan, text);
+    return MatchesInitials(record.name, record.nameLength, scan.query.initials);
   });
   return bits;
 }
 
-// All records of a block that stand in their own place.
-uint64_t AllOfBlock(const VolumeIndex& volume, uint32_t block) {
-  const uint32_t records = std::min(volume.records.size() - block * 64, 64u);
-  return (records == 64 ? ~uint64_t{0} : (uint64_t{1} << records) - 1) & ~volume.hidden.words[block];
+// All texts of a block that are to be believed.
+uint64_t AllOfBlock(const ScannedTexts& texts, uint32_t block) {
+  const uint32_t count = std::min(texts.pool.textCount - block * 64, 64u);
+  return (count == 64 ? ~uint64_t{0} : (uint64_t{1} << count) - 1) & ~texts.hidden.words[block];
+}
+
+void AddHit(PagedHits& hits, uint32_t index, uint32_t recordCount) {
+  if (hits.blocks.empty()) {
+    hits.blocks.resize(recordCount / kTextsPerPage + 1);
+    hits.places.resize(hits.blocks.size());
+  }
+  const uint32_t page = index / kTextsPerPage, block = index / kTextsPerMark % kBlocksPerPage;
+  if (hits.blocks[page] == 0) {
+    hits.places[page] = static_cast<uint32_t>(hits.words.size());
+    hits.words.emplace_back();
+  }
+  hits.blocks[page] |= BlockMask{1} << block;
+  hits.words[hits.places[page]][block] |= uint64_t{1} << (index % 64);
+}
+
+uint64_t HitsOfBlock(const PagedHits& hits, uint32_t block) {
+  if (hits.blocks.empty()) return 0;
+  const uint32_t page = block / kBlocksPerPage;
+  return hits.blocks[page] == 0 ? 0 : hits.words[hits.places[page]][block % kBlocksPerPage];
+}
+
+bool ScanRenamed(NameScan& scan, const std::function<bool()>& isWanted) {
+  const RenamedNames& renamed = scan.volume.renamed;
+  NameScan later{
+      .volume = scan.volume,
+      .query = scan.query,
+      .kernel = scan.kernel,
+      .texts = {renamed.pool, renamed.signatures, renamed.hidden, renamed.initials, &renamed.owners}};
+  const uint32_t count = GranuleCount(renamed.pool.textCount);
+  for (uint32_t granule = NextGranule(later, 0); granule < count;
+       granule = NextGranule(later, granule + 1)) {
+    if (!isWanted()) return false;
+    const GranuleHits hits = ScanGranule(later, granule);
+    for (uint32_t word = 0; word < hits.size(); ++word) {
+      for (uint64_t bits = hits[word]; bits != 0; bits &= bits - 1) {
+        const uint32_t text =
+            granule * kGranule + word * 64 + static_cast<uint32_t>(std::countr_zero(bits));
+        AddHit(scan.apartHits, renamed.owners[text], scan.volume.records.size());
+      }
+    }
+  }
+  return true;
+}
+
+// One by one: hardly a volume has such a name.
+void ScanOdd(NameScan& scan) {
+  const VolumeIndex& volume = scan.volume;
+  for (const uint32_t index : volume.odd.records) {
+    if (index >= volume.records.size()) continue;
+    const FileRecord& record = volume.records[index];
+    const bool isOdd = TestBit(volume.apart, index) && record.renamedText == kNoRenamedText;
+    if (!isOdd || record.deleted) continue;
+    const bool isHit = MatchName(FoldedNameOf(record), scan.query.groups) ||
+                       (!scan.query.initials.empty() &&
+                        MatchesInitials(record.name, record.nameLength, scan.query.initials));
+    if (isHit) AddHit(scan.apartHits, index, volume.records.size());
+  }
 }
 
 }  // namespace
@@ -199,8 +247,13 @@ CompiledQuery CompileQuery(QueryGroups prepared, bool initialsOn) {
   return query;
 }
 
+bool ScanApart(NameScan& scan, const std::function<bool()>& isWanted) {
+  ScanOdd(scan);
+  return ScanRenamed(scan, isWanted);
+}
+
 uint32_t NextGranule(NameScan& scan, uint32_t granule) {
-  const uint32_t count = GranuleCount(scan.volume.records.size());
+  const uint32_t count = GranuleCount(scan.texts.pool.textCount);
   while (granule < count) {
     const size_t page = granule / kGranulesPerPage;
     if (page != scan.page) EnterPage(scan, page);
@@ -214,20 +267,20 @@ uint32_t NextGranule(NameScan& scan, uint32_t granule) {
 
 GranuleHits ScanGranule(NameScan& scan, uint32_t granule) {
   if (const size_t page = granule / kGranulesPerPage; page != scan.page) EnterPage(scan, page);
-  scan.chunk = ChunkOf(scan.volume.names, granule * kGranule, scan.chunk);
+  scan.chunk = ChunkOf(scan.texts.pool, granule * kGranule, scan.chunk);
   GranuleHits hits{};
   for (size_t group = 0; group < scan.query.compiled.size(); ++group)
     ScanGroup(scan, group, granule, hits);
 
-  const auto blockCount = static_cast<uint32_t>(scan.volume.hidden.words.size());
+  const uint32_t blockCount = (scan.texts.pool.textCount + kTextsPerMark - 1) / kTextsPerMark;
   const uint32_t firstBlock = granule * kGranuleBlocks;
   const unsigned initialsBlocks =
       scan.query.initials.empty() ? 0 : GranuleBlocks(scan.initialsBlocks, granule);
   for (uint32_t word = 0; word < hits.size() && firstBlock + word < blockCount; ++word) {
     const uint32_t block = firstBlock + word;
-    if (scan.query.matchesAll) hits[word] |= AllOfBlock(scan.volume, block);
-    if (scan.volume.apartCount != 0) hits[word] |= ScanApart(scan, block);
+    if (scan.query.matchesAll) hits[word] |= AllOfBlock(scan.texts, block);
     if ((initialsBlocks >> word & 1) != 0) hits[word] |= ScanInitials(scan, block, hits[word]);
+    hits[word] |= HitsOfBlock(scan.apartHits, block);
   }
   return hits;
 }

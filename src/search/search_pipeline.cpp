@@ -64,12 +64,14 @@ enum class FirstPage { kPublish, kLeaveOut };
 bool ScanVolume(VolumeIndex& volume, const CompiledQuery& query, FirstPage firstPage,
                 Collector& collector) {
   NameScan scan{.volume = volume, .query = query};
+  const auto isWanted = [&] { return IsCurrent(collector.job.generation); };
+  if (!ScanApart(scan, isWanted)) return false;
   const uint32_t count = volume.records.size();
   const uint32_t granules = GranuleCount(count);
   const size_t hitsBefore = collector.results->size();
   for (uint32_t granule = NextGranule(scan, 0); granule < granules;
        granule = NextGranule(scan, granule + 1)) {
-    if (!IsCurrent(collector.job.generation)) return false;
+    if (!isWanted()) return false;
     const uint64_t scanned = uint64_t{granule} * kGranule;
     MakeRoom(*collector.results, collector.results->size() - hitsBefore, scanned, count - scanned);
     const GranuleHits hits = ScanGranule(scan, granule);

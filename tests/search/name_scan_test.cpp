@@ -15,6 +15,7 @@ std::vector<uint32_t> Scan(const VolumeIndex& volume, const CompiledQuery& query
                            const ScanKernelRow& kernel) {
   std::vector<uint32_t> found;
   NameScan scan{.volume = volume, .query = query, .kernel = kernel.scan};
+  EXPECT_TRUE(ScanApart(scan, [] { return true; }));
   const uint32_t granules = GranuleCount(volume.records.size());
   for (uint32_t g = NextGranule(scan, 0); g < granules; g = NextGranule(scan, g + 1)) {
     const GranuleHits hits = ScanGranule(scan, g);
@@ -166,6 +167,71 @@ TEST(NameScan, AgreesWithThePlainTestOnRandomVolumesAndQueries) {
     }
     for (int i = 0; i < 30; ++i) ExpectReference(*volume, RandomQuery(random), random() % 2 == 0);
   }
+}
+
+std::u16string NameOfAnyKind(std::mt19937& random) {
+  std::u16string name = RandomName(random, 1 + random() % 20);
+  if (random() % 8 == 0) name += u"\u5317\u4eac.txt";  // has initials: "bj"
+  if (random() % 16 == 0) name.insert(random() % (name.size() + 1), 1, u'\0');
+  return name;
+}
+
+void ChangeSomething(VolumeIndex& volume, std::mt19937& random) {
+  const auto index = static_cast<uint32_t>(random() % volume.records.size());
+  const FileRecord& record = volume.records[index];
+  switch (random() % 5) {
+    case 0:
+      AddFile(volume, NameOfAnyKind(random));
+      break;
+    case 1:
+      MarkDeleted(volume, index);
+      break;
+    case 2:  // found again under the same name
+      RenameRecord(volume, index, record.parentFrn, std::u16string(NameOf(record)));
+      break;
+    default:
+      RenameRecord(volume, index, kRootFrnOfTests, NameOfAnyKind(random));
+  }
+}
+
+TEST(NameScan, AgreesWithThePlainTestAfterEachOfManyChanges) {
+  std::mt19937 random(8);
+  const auto volume = MakeTestVolume();
+  volume->names.chunkCapacity = volume->names.usedInChunk = 3'000;
+  volume->renamed.pool.chunkCapacity = volume->renamed.pool.usedInChunk = 2'000;
+  for (int i = 0; i < 3'000; ++i) AddFile(*volume, NameOfAnyKind(random));
+  for (int round = 0; round < 12; ++round) {
+    for (int i = 0; i < 1'000; ++i) ChangeSomething(*volume, random);
+    ASSERT_EQ(FindBrokenInvariant(*volume), "");
+    for (int i = 0; i < 4; ++i) ExpectReference(*volume, RandomQuery(random), random() % 2 == 0);
+    ExpectReference(*volume, u"bj", true);
+    ExpectReference(*volume, u"a");
+    ExpectReference(*volume, u"\"\"");
+  }
+}
+
+TEST(NameScan, BlockOfARenamedRecordIsLookedAtOnlyForAHit) {
+  const auto volume = MakeTestVolume();
+  for (uint32_t i = 1; i < kTextsPerPage; ++i) AddFile(*volume, u"plain");
+  for (uint32_t i = 1; i < kTextsPerPage; i += 2) RenameRecord(*volume, i, kRootFrnOfTests, u"other");
+  RenameRecord(*volume, 2'000, kRootFrnOfTests, u"rare");
+  const CompiledQuery query = CompileQuery({{u"rare"}}, false);
+  NameScan scan{.volume = *volume, .query = query};
+  ASSERT_TRUE(ScanApart(scan, [] { return true; }));
+  const uint32_t granules = GranuleCount(volume->records.size());
+  EXPECT_EQ(NextGranule(scan, 0), 2'000 / kGranule);
+  EXPECT_EQ(NextGranule(scan, 2'000 / kGranule + 1), granules);
+}
+
+TEST(NameScan, ScanOfRenamedNamesEndsWhenItIsNotWanted) {
+  const auto volume = MakeTestVolume();
+  for (uint32_t i = 1; i < 4 * kGranule; ++i)
+    RenameRecord(*volume, AddFile(*volume, u"old"), kRootFrnOfTests, u"fresh");
+  const CompiledQuery query = CompileQuery({{u"fresh"}}, false);
+  NameScan scan{.volume = *volume, .query = query};
+  int asked = 0;
+  EXPECT_FALSE(ScanApart(scan, [&] { return ++asked < 3; }));
+  EXPECT_EQ(asked, 3);
 }
 
 TEST(NameScan, SeveralPagesOfSignatures) {
