@@ -112,7 +112,6 @@ size_t MarkStaleBefore(VolumeIndex& volume, std::span<const uint64_t> frns, uint
   if (frns.empty()) return marked;
   const std::scoped_lock lock(volume.attrLock);
   for (const uint64_t frn : frns) marked += MarkEntryStale(volume, frn, askedBefore) ? 1 : 0;
-  if (marked != 0) ++AttrCacheGeneration;
   return marked;
 }
 
@@ -141,7 +140,6 @@ size_t MarkAllStale(VolumeIndex& volume) {
     marked += entry.stale ? 0 : 1;
     entry.stale = true;
   }
-  if (marked != 0) ++AttrCacheGeneration;
   return marked;
 }
 

@@ -38,7 +38,8 @@ struct DataChanges {
 // Empty if the journal is not `journalId`, has lost that position, or cannot be read. Any thread.
 std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn);
 
-// The entries of these files are not to be believed. Takes attrLock. How many there were.
+// The entries of these files are not to be believed. Takes attrLock. How many there were. Nothing to save
+// because of them: at the next start the journal tells of them again.
 size_t MarkStale(VolumeIndex& volume, std::span<const uint64_t> frns);
 size_t MarkAllStale(VolumeIndex& volume);
 

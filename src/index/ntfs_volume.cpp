@@ -79,8 +79,8 @@ uint32_t AskPatiently(Ask ask, IsAnswer isAnswer) {
   return error;
 }
 
-// Takes the journal's identity and its position. False if there is none.
-bool QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
+// Takes the journal's identity and its position. The error where there is none.
+uint32_t QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
   ControlBuffer<kJournalDataBytes> data{};
   const auto query = [&] {
     const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data.bytes);
@@ -88,18 +88,18 @@ bool QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
   };
   const uint32_t error = AskPatiently(
       query, [](uint32_t answer) { return answer == 0 || answer == kErrorJournalNotActive; });
-  if (error != 0) return false;
+  if (error != 0) return error;
   volume.journalId = LoadLe<uint64_t>(data.bytes, kUsnJournalId);
   volume.nextUsn = LoadLe<int64_t>(data.bytes, kNextUsn);
-  return true;
+  return 0;
 }
 
 void CreateJournal(VolumeDevice& device) {
   device.Control(kFsctlCreateUsnJournal, InputBytes(CreateUsnJournalData{}), {});
 }
 
-bool FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
-  if (QueryJournal(volume, device)) return true;
+uint32_t FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
+  if (QueryJournal(volume, device) == 0) return 0;
   CreateJournal(device);
   return QueryJournal(volume, device);
 }
@@ -117,15 +117,15 @@ uint32_t ProbeEnumeration(VolumeDevice& device, const MftEnumData& range) {
 }
 
 // A journal that exists and cannot be used gives way to a new one. Others use it too: the log tells why.
-bool ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t probeError) {
+uint32_t ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t probeError) {
   const uint64_t formerId = volume.journalId;
   const DeleteUsnJournalData former{.usnJournalId = formerId};
   device.Control(kFsctlDeleteUsnJournal, InputBytes(former), {});
   CreateJournal(device);
-  const bool isReplaced = QueryJournal(volume, device);
+  const uint32_t error = QueryJournal(volume, device);
   LogPerfMetric(FormatText(u"journal replaced drive=%s probe_error=%lu former_id=%llu id=%llu",
-                           volume.drive, probeError, formerId, isReplaced ? volume.journalId : 0));
-  return isReplaced;
+                           volume.drive, probeError, formerId, error == 0 ? volume.journalId : 0));
+  return error;
 }
 
 void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u16string& name) {
@@ -216,23 +216,37 @@ void StartMonitor(VolumeIndex& volume) {
 void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
   auto notice = device != nullptr ? device->TellWindow(Engine().window) : nullptr;
   const std::scoped_lock lock(volume.deviceLock);
-  NoteBack(volume);
+  if (device != nullptr) NoteBack(volume);
   volume.volumeHandle.swap(device);
   if (notice != nullptr) volume.notice.swap(notice);
 }
 
-bool FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
-  if (!FindOrCreateJournal(volume, *device)) return false;
+// What a journal that cannot be had means. A volume that is being taken out, or a disk that fails, may
+// still have one.
+NtfsBuild WithoutJournal(const VolumeIndex& volume, uint32_t error) {
+  constexpr uint32_t kErrorNotSupported = 50;
+  const bool saysSo = error == kErrorJournalNotActive || error == kErrorInvalidFunction ||
+                      error == kErrorWriteProtect || error == kErrorNotSupported;
+  return saysSo && !volume.takenOut && !ShutdownRequested ? NtfsBuild::kNoJournal : NtfsBuild::kFailed;
+}
+
+NtfsBuild FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
+  if (const uint32_t error = FindOrCreateJournal(volume, *device); error != 0) {
+    return WithoutJournal(volume, error);
+  }
   const uint32_t probe = ProbeEnumeration(*device, {.highUsn = volume.nextUsn});
-  if (!IsProbeAnswer(probe) && !ReplaceJournal(volume, *device, probe)) return false;
+  if (!IsProbeAnswer(probe)) {
+    const uint32_t error = ReplaceJournal(volume, *device, probe);
+    if (error != 0) return WithoutJournal(volume, error);
+  }
   FillTables(volume, *device);
-  volume.valid = true;                // from here on the monitor may clear it
-  if (volume.takenOut) return false;  // the device was closed under the enumeration
-  if (ShutdownRequested) return true;
+  volume.valid = true;                             // from here on the monitor may clear it
+  if (volume.takenOut) return NtfsBuild::kFailed;  // the device was closed under the enumeration
+  if (ShutdownRequested) return NtfsBuild::kBuilt;
   FillFrnTable(volume.frnToIndex, volume.records);
   BeginDataWatch(volume, volume.nextUsn);
   StartMonitor(volume);
-  return true;
+  return NtfsBuild::kBuilt;
 }
 
 void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
@@ -245,14 +259,15 @@ NtfsBuild BuildLocked(VolumeIndex& volume) {
   const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
   if (device == nullptr) return NtfsBuild::kNoDevice;
   SetDevice(volume, device);
+  NtfsBuild build = NtfsBuild::kFailed;
   try {
-    if (FillFromDevice(volume, device)) return NtfsBuild::kBuilt;
+    build = FillFromDevice(volume, device);
   } catch (...) {
     GiveBack(volume, *device);
     throw;
   }
-  GiveBack(volume, *device);
-  return NtfsBuild::kNoJournal;
+  if (build != NtfsBuild::kBuilt) GiveBack(volume, *device);
+  return build;
 }
 
 void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {

@@ -18,8 +18,8 @@ namespace quilmark {
 bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
 // The same, and why not: kNoJournal where the device opens and can have no journal, as on a medium that
-// is read-only.
-enum class NtfsBuild : uint8_t { kBuilt, kNoDevice, kNoJournal };
+// is read-only; kFailed where that is not known, as of a volume that is taken out meanwhile.
+enum class NtfsBuild : uint8_t { kBuilt, kNoDevice, kNoJournal, kFailed };
 NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
 // Stops the monitor and gives the device back, then waits 50 ms so that it is free for whoever opens it

@@ -5,6 +5,7 @@
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
+#include <utility>
 
 #include "config/attr_counters.h"
 #include "index/search_engine.h"
@@ -83,12 +84,15 @@ std::u16string PathOf(const VolumeIndex& volume, const Sighting& seen) {
   return volume.builds == seen.build ? BuildPath(volume, seen.index) : std::u16string();
 }
 
-// attrLock held exclusively.
+// attrLock held exclusively. What takes the place of a stale entry is no reason to save: of a file that
+// is written to all the time the whole cache would be, for ever, and the next start leaves the former
+// out.
 void StoreLocked(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry) {
   const auto held = volume.attrs.find(frn);
   if (held != volume.attrs.end()) {
     if (held->second.size != entry.size) volume.folderSizesDirty = true;
-    held->second = entry;
+    const bool wasStale = std::exchange(held->second, entry).stale;
+    if (wasStale) return;
   } else {
     if (volume.attrs.size() >= kMostAttrEntries) return;
     if (entry.size > 0) volume.folderSizesDirty = true;

@@ -1,6 +1,7 @@
 #include "search/attr_jobs.h"
 
 #include <algorithm>
+#include <optional>
 #include <shared_mutex>
 #include <vector>
 
@@ -123,6 +124,27 @@ void SaveInJob(SearchEngine& engine, const char* name) {
 
 void TellAttributesChanged() {
   PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
+}
+
+void TellSomeAreStale() {
+  PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, kSomeAreStale);
+}
+
+bool ShowsStale(const ResultSet& rows, RowRange range) {
+  for (uint64_t row = range.first; row < std::min<uint64_t>(range.end, rows.size()); ++row) {
+    const MatchItem& hit = rows[row];
+    if (hit.volume == nullptr) continue;
+    std::optional<RecordKind> kind;
+    {
+      const auto lock = LockForGlance(*hit.volume);
+      if (!lock) return true;
+      kind = KindOf(*hit.volume, hit.index);
+    }
+    if (!kind) continue;
+    const auto glance = GlanceAtAttr(*hit.volume, kind->frn);
+    if (!glance || glance->entry.stale) return true;
+  }
+  return false;
 }
 
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {

@@ -9,16 +9,23 @@
 
 namespace quilmark {
 
-inline constexpr uint32_t WM_ATTRS_UPDATED = 1030;  // first: hydrationGeneration
+// First: hydrationGeneration; second: kSomeAreStale, or 0 where a row in view has another entry.
+inline constexpr uint32_t WM_ATTRS_UPDATED = 1030;
+inline constexpr int64_t kSomeAreStale = 1;
 
 // Posts WM_ATTRS_UPDATED: rows that are shown may have to be asked for anew.
 void TellAttributesChanged();
+// The same of files anywhere on a volume.
+void TellSomeAreStale();
 
 extern std::atomic<uint64_t> hydrationGeneration;
 
 struct RowRange {
   uint64_t first = 0, end = 0;  // end: behind the last
 };
+
+// A row of the range shows what its file has had. True as well where a lock is not to be had at once.
+bool ShowsStale(const ResultSet& rows, RowRange range);
 
 // Job "attr_hydration": attributes of the rows, and totals of their folders, from the disk. Posts
 // WM_ATTRS_UPDATED if something changed. Nothing for an empty range and while one runs.

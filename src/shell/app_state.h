@@ -22,6 +22,7 @@ enum class AppMode : int32_t { kSearch = 0, kAnalysis = 1, kDuplicates = 2 };
 // What the window asks of parts of the program that need not be there; an empty one does nothing.
 struct WindowFeatures {
   std::function<void()> requestAttributes;  // of the rows in view
+  std::function<bool()> showsStale;         // one of them shows what its file has had
   std::function<void()> requestThumbnails;  // of the rows in view
   std::function<void()> refreshFilter;      // applies the filters to new results, on a job
   std::function<void()> refreshFilterCounts;

@@ -175,7 +175,11 @@ bool OnRecentLoaded(AppState& app, WindowPort&, const PostedMessage&) {
 }
 
 bool OnAttrsUpdated(AppState& app, WindowPort& window, const PostedMessage& message) {
-  if (message.first == hydrationGeneration) RequestListRepaint(app, window, 100, TickMs());
+  if (message.first != hydrationGeneration) return true;
+  // A busy volume has stale files all the time, and hardly ever one in view.
+  const bool isElsewhere = message.second == kSomeAreStale && app.features.showsStale != nullptr &&
+                           !app.features.showsStale();
+  if (!isElsewhere) RequestListRepaint(app, window, 100, TickMs());
   return true;
 }
 

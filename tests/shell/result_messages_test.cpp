@@ -222,6 +222,17 @@ TEST_F(ResultMessages, AttributesOfTheRowsInViewAreRepaintedUnlessStale) {
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
 }
 
+TEST_F(ResultMessages, AFileThatChangedOutOfViewPaintsNothing) {
+  hydrationGeneration = 5;
+  bool isInView = false;
+  app.features.showsStale = [&isInView] { return isInView; };
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  EXPECT_TRUE(window.timers.empty());
+  isInView = true;
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
+}
+
 TEST_F(ResultMessages, ARefreshByHandSaysWhatItDid) {
   window.searchBox = u"x";
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 0));

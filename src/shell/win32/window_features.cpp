@@ -15,7 +15,7 @@ namespace {
 
 void InstallStartupHooks() {
   startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
-  attributesBecameStale = TellAttributesChanged;
+  attributesBecameStale = TellSomeAreStale;
   startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
 }
 
@@ -27,6 +27,11 @@ void InstallFeatures(AppState& app, MainWindow& window) {
     const auto rows = ShownResults();
     const RowsInView inView = RowsToPaint(window.List(), app.scrollY, rows->size());
     HydrateRowsAsync(rows, {inView.first, inView.end});
+  };
+  app.features.showsStale = [&app, &window] {
+    const auto rows = ShownResults();
+    const RowsInView inView = RowsToPaint(window.List(), app.scrollY, rows->size());
+    return ShowsStale(*rows, {inView.first, inView.end});
   };
   app.features.refreshFilter = [] { RefreshFilteredResultsAsync(CurrentFilterSettings()); };
   app.features.refreshFilterCounts = [&app, &window] {
