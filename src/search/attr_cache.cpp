@@ -43,10 +43,13 @@ bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 }
 
 // attrLock held.
-void PeekAttrsLocked(const VolumeIndex& volume, std::span<const uint64_t> frns,
-                     std::span<AttrEntry> out) {
+void PeekAttrsLocked(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
+                     Stale stale) {
   for (size_t i = 0; i < frns.size(); ++i) {
-    if (frns[i] == 0 || !CopyEntry(volume, frns[i], out[i])) out[i] = {};
+    const auto found = frns[i] == 0 ? volume.attrs.end() : volume.attrs.find(frns[i]);
+    const bool isGiven = found != volume.attrs.end() && found->second.valid &&
+                         (stale == Stale::kAsItWas || !found->second.stale);
+    out[i] = isGiven ? found->second : AttrEntry{};
   }
 }
 
@@ -190,15 +193,16 @@ bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
   return CopyEntry(volume, frn, out);
 }
 
-void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
+void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
+               Stale stale) {
   const std::shared_lock lock(volume.attrLock);
-  PeekAttrsLocked(volume, frns, out);
+  PeekAttrsLocked(volume, frns, out, stale);
 }
 
 void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
   uint64_t hits = 0, misses = 0;
   const auto lock = TimedLock<std::shared_lock<OrderedLock>>(volume.attrLock);
-  PeekAttrsLocked(volume, frns, out);
+  PeekAttrsLocked(volume, frns, out, Stale::kAsNone);
   for (size_t i = 0; i < frns.size(); ++i) {
     if (frns[i] != 0) ++(out[i].valid ? hits : misses);
   }
@@ -222,7 +226,7 @@ std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn) 
 
 bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out) {
   const auto lock = LockAttrsForGlance(volume);
-  if (lock) PeekAttrsLocked(volume, frns, out);
+  if (lock) PeekAttrsLocked(volume, frns, out, Stale::kAsItWas);
   return lock.owns_lock();
 }
 

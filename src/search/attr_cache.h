@@ -21,8 +21,11 @@ bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
 bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
 
 // The same for several files under one hold of the lock: out[i] of frns[i], not valid where there is
-// none. A frn of 0 is none.
-void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
+// none. A frn of 0 is none. What is stale counts as none, or as it was: where rows are put in order, or
+// counted, by what is known.
+enum class Stale : uint8_t { kAsNone, kAsItWas };
+void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
+               Stale stale = Stale::kAsNone);
 
 // The same with one hit or miss counted for each file.
 void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
@@ -42,7 +45,7 @@ struct AttrGlance {
 // Empty where the lock was not to be had.
 std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn);
 
-// PeekAttrs; false where the lock was not to be had.
+// PeekAttrs, stale entries as they were; false where the lock was not to be had.
 bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
 
 bool IsSameAttr(const AttrEntry& one, const AttrEntry& other);

@@ -156,9 +156,12 @@ uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
 }
 
 // Set when the load has come to its end, also by an exception: not while volumes still lack what it
-// brings them.
+// brings them. A load that the end of the program cuts short brought less than the file has, and leaves
+// it.
 struct LoadedMark {
-  ~LoadedMark() { isAttrCacheLoaded = true; }
+  ~LoadedMark() {
+    if (!ShutdownRequested) isAttrCacheLoaded = true;
+  }
 };
 
 void LogCacheMetric(std::u16string_view what, uint64_t ms, uint64_t entries, uint64_t bytes) {

@@ -64,7 +64,7 @@ void FillSortRows(RowRun run, int column, std::span<SortRow> rows) {
   RunKinds kinds;
   std::array<AttrEntry, kRowsARun> entries;
   ReadKinds(run, kinds);
-  PeekAttrs(*run[0].volume, std::span(kinds.fileFrns).first(run.size()), entries);
+  PeekAttrs(*run[0].volume, std::span(kinds.fileFrns).first(run.size()), entries, Stale::kAsItWas);
   for (size_t i = 0; i < run.size(); ++i) {
     rows[i] = {.volume = run[i].volume, .index = run[i].index, .isDirectory = kinds.isFolder[i]};
     if (kinds.isFolder[i]) {

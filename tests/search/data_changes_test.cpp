@@ -145,6 +145,22 @@ TEST_F(DataChangesOfAVolume, WhatIsWrittenAllTheTimeIsToldOfOnceForEachTimeItWas
   EXPECT_EQ(AttrCacheGeneration, generation) << "the whole cache is saved again, for ever";
 }
 
+// The next look asks anew; until then it stands where it stood.
+TEST_F(DataChangesOfAVolume, AStaleFileIsPutInOrderByWhatItWas) {
+  Build();
+  Ask();
+  JournalSays(2'000, kFile, kExtend);
+  const uint64_t frns[] = {kFile};
+  AttrEntry entries[1];
+  PeekAttrs(volume, frns, entries, Stale::kAsItWas);
+  EXPECT_TRUE(entries[0].valid);
+  EXPECT_EQ(entries[0].size, 10);
+  ASSERT_TRUE(GlanceAtAttrs(volume, frns, entries));
+  EXPECT_EQ(entries[0].size, 10);
+  PeekAttrs(volume, frns, entries);
+  EXPECT_FALSE(entries[0].valid);
+}
+
 TEST_F(DataChangesOfAVolume, ARowInViewIsKnownToBeStale) {
   Build();
   Ask();
