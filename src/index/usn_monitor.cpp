@@ -162,10 +162,11 @@ void AskVolume(VolumeIndex& volume, VolumeDevice::Reply read, std::span<std::byt
                const std::atomic<bool>& wanted) {
   const auto device = wanted ? DeviceOf(volume) : nullptr;
   if (device == nullptr) return;
-  const bool hasPosition = read.error == 0 && read.bytes >= kUsnPositionBytes;
-  const int64_t readTo = hasPosition ? LoadLe<int64_t>(block, 0) : 0;
+  // Nothing is asked of a device that does not answer, which would use up the turns of what is in doubt.
+  if (read.error != 0 || read.bytes < kUsnPositionBytes) return;
+  const auto readTo = LoadLe<int64_t>(block, 0);
   SettleDoubts(volume, *device, block, wanted);
-  if (hasPosition) WatchData(volume, *device, readTo, block, wanted);
+  WatchData(volume, *device, readTo, block, wanted);
 }
 
 // True if the monitor ends as lost.

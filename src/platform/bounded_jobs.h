@@ -8,8 +8,7 @@
 namespace quilmark {
 
 // Runs each of `works` on a job called `name` (see RunBackground) and waits until all have ended, at
-// most `mostMs`. False if one has not: it goes on by itself, so it owns what it uses. Work for which no
-// thread can be had runs on this one.
+// most `mostMs`. False if one has not: it goes on by itself, so it owns what it uses.
 bool RunWithin(const char* name, std::vector<std::function<void()>> works, uint32_t mostMs);
 
 }  // namespace quilmark

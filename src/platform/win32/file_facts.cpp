@@ -21,7 +21,10 @@ FileFacts FactsFrom(const Data& data) {
 }
 
 // The folder tells what it knows of a file that itself lets nobody ask.
+// NTFS has names that other systems wrote, with "*" or "?": here a pattern, of some other file.
 std::optional<FileFacts> FactsFromFolder(const std::u16string& longPath) {
+  if (longPath.find_first_of(u"*?", longPath.rfind(u'\\') + 1) != std::u16string::npos)
+    return std::nullopt;
   WIN32_FIND_DATAW found = {};
   const HANDLE find =
       FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
