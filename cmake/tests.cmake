@@ -97,6 +97,11 @@ foreach(layer ${tested_layers})
   add_test(NAME ${layer}_tests COMMAND ${layer}_tests)
 endforeach()
 
+# tests/search/search_trouble_test.cpp lets memory run out.
+if("search" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
+  target_link_options(search_tests PRIVATE "LINKER:--wrap=$<IF:$<BOOL:${WIN32}>,_Znwy,_Znwm>")
+endif()
+
 if("cli" IN_LIST tested_layers)
   target_compile_definitions(cli_tests PRIVATE QUILMARK_PROGRAM="$<TARGET_FILE:quilmark>")
   add_dependencies(cli_tests quilmark)

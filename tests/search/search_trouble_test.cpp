@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <mutex>
 #include <new>
 #include <thread>
@@ -17,18 +16,23 @@
 
 namespace {
 
-// What takes more bytes than this fails. Every test of this program allocates through these.
-std::atomic<size_t> mostBytes = SIZE_MAX;
+std::atomic<size_t> mostBytes = SIZE_MAX;  // what takes more fails
 
 }  // namespace
 
-void* operator new(size_t bytes) {
-  void* const memory = bytes > mostBytes ? nullptr : std::malloc(bytes != 0 ? bytes : 1);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+// The linker leads `operator new` of this program here (cmake/tests.cmake).
+#ifdef _WIN32
+#define WRAPPED_NEW __wrap__Znwy
+#define REAL_NEW __real__Znwy
+#else
+#define WRAPPED_NEW __wrap__Znwm
+#define REAL_NEW __real__Znwm
+#endif
+extern "C" void* REAL_NEW(size_t bytes);
+extern "C" void* WRAPPED_NEW(size_t bytes) {
+  if (bytes > mostBytes) throw std::bad_alloc();
+  return REAL_NEW(bytes);
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t) noexcept { std::free(memory); }
 
 namespace quilmark {
 namespace {
