@@ -63,15 +63,10 @@ std::vector<VolumeIndex*> CacheableVolumes(const SearchEngine& engine) {
   return volumes;
 }
 
-uint64_t JournalIdOf(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.indexLock);
-  return volume.journalId;
-}
-
 bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
 
 CachedVolume CopyEntries(const VolumeIndex& volume) {
-  CachedVolume cached{.letter = volume.drive[0], .journalId = JournalIdOf(volume), .entries = {}};
+  CachedVolume cached{.letter = volume.drive[0], .journalId = volume.journalId, .entries = {}};
   const std::shared_lock lock(volume.attrLock);
   cached.entries.reserve(std::min<size_t>(volume.attrs.size(), kMostEntries));
   for (const auto& [frn, entry] : volume.attrs) {
@@ -87,7 +82,7 @@ VolumeIndex* VolumeFor(const std::vector<VolumeIndex*>& volumes, const CachedVol
   VolumeIndex* byLetter = nullptr;
   for (VolumeIndex* const volume : volumes) {
     if (volume->drive[0] != cached.letter) continue;
-    if (JournalIdOf(*volume) == cached.journalId) return volume;
+    if (volume->journalId == cached.journalId) return volume;
     if (byLetter == nullptr) byLetter = volume;
   }
   return byLetter;

@@ -40,7 +40,7 @@ void LoadAttrCache(SearchEngine& engine);
 
 // To that file, with a metric line; nothing before isAttrCacheLoaded. A failed save is ignored. The
 // first is for jobs and does nothing once the program ends, the other has the last word: the volumes go
-// next.
+// next. Neither waits for a volume that is being built.
 void SaveAttrCache(SearchEngine& engine);
 void SaveAttrCacheAtEnd(SearchEngine& engine);
 

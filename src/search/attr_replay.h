@@ -15,7 +15,7 @@ struct AttrReplay {
   int64_t usn = 0;
 };
 
-// Where the journal of a volume can tell from: empty without an open device.
+// Where the journal of a volume can tell from: empty without an open device, and while a build runs.
 std::optional<AttrPosition> PositionOf(const VolumeIndex& volume);
 
 // Takes out of `cached`, which goes to `volume`, the files that changed since `positions` were saved,

@@ -15,6 +15,7 @@
 #include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
 #include "search/attr_positions.h"
+#include "search/attr_replay.h"
 #include "search/folder_sizes.h"
 #include "support/ntfs_builder.h"
 #include "support/scripted_device.h"
@@ -299,6 +300,12 @@ TEST_F(CacheOverARestart, WhosePositionTheJournalHasLostIsNotBelieved) {
 TEST_F(CacheOverARestart, BeginsWhereTheLastRunHadLooked) {
   EXPECT_EQ(LoadAttrPositions(),
             (std::vector<AttrPosition>{{.letter = u'N', .journalId = 77, .usn = 1'000}}));
+}
+
+TEST_F(CacheOverARestart, HasNoPositionOfAVolumeThatIsBeingBuilt) {
+  EXPECT_TRUE(PositionOf(volume).has_value());
+  const BusyMark busy(volume);
+  EXPECT_FALSE(PositionOf(volume).has_value());
 }
 
 TEST_F(CacheOverARestart, DoesNotSaveWhatIsStale) {
