@@ -166,12 +166,13 @@ std::mutex oneSaveAtATime;
 
 std::vector<AttrReplay> LeaveOutChanged(const SearchEngine& engine, std::vector<CachedVolume>& cached) {
   const auto positions = LoadAttrPositions();
-  const auto volumes = CacheableVolumes(engine);
   std::vector<AttrReplay> replays;
+  if (!positions) return replays;
+  const auto volumes = CacheableVolumes(engine);
   for (CachedVolume& one : cached) {
     VolumeIndex* const volume = VolumeFor(volumes, one);
-    const auto replay = volume != nullptr ? LeaveOutChanged(*volume, one, positions) : std::nullopt;
-    if (replay) replays.push_back(*replay);
+    if (volume == nullptr) continue;
+    if (const auto replay = LeaveOutChanged(*volume, one, *positions)) replays.push_back(*replay);
   }
   return replays;
 }

@@ -25,6 +25,11 @@ const AttrPosition* PositionFor(const std::vector<AttrPosition>& positions, cons
   return byLetter;
 }
 
+// What changed since is not known: rows show the entries until their files have been asked anew.
+void Doubt(CachedVolume& cached) {
+  for (auto& [frn, entry] : cached.entries) entry.stale = true;
+}
+
 std::optional<DataChanges> ChangesSince(const VolumeIndex& volume, const AttrPosition& position) {
   const auto device = DeviceOf(volume);
   if (device == nullptr || position.journalId != volume.journalId) return std::nullopt;
@@ -45,7 +50,10 @@ std::optional<AttrPosition> PositionOf(const VolumeIndex& volume) {
 std::optional<AttrReplay> LeaveOutChanged(VolumeIndex& volume, CachedVolume& cached,
                                           const std::vector<AttrPosition>& positions) {
   const AttrPosition* const position = PositionFor(positions, cached);
-  if (position == nullptr) return std::nullopt;
+  if (position == nullptr) {
+    if (DeviceOf(volume) != nullptr) Doubt(cached);
+    return std::nullopt;
+  }
   const auto changes = ChangesSince(volume, *position);
   if (!changes) {
     cached.entries.clear();
