@@ -19,6 +19,7 @@
 namespace quilmark {
 
 std::atomic<uint64_t> AttrSavedGeneration = 0;
+std::atomic<uint64_t> AttrLastSaveMs = 0;
 std::atomic<bool> isAttrCacheLoaded = false;
 
 namespace {
@@ -197,6 +198,7 @@ void Save(SearchEngine& engine) {
   SaveAttrPositions(positions);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
+  AttrLastSaveMs = ms;
   if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
   LogCacheMetric(u"cache_save", ms, entries, bytes.size());
 }

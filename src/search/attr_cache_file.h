@@ -15,6 +15,9 @@ namespace quilmark {
 // How often AttrCacheGeneration had been raised when the cache was last saved or loaded.
 extern std::atomic<uint64_t> AttrSavedGeneration;
 
+// How long the last save of this run took, in milliseconds; 0: none has been made.
+extern std::atomic<uint64_t> AttrLastSaveMs;
+
 // Set once the file of the last run has been looked for and taken over: what is saved before would be
 // less than it holds.
 extern std::atomic<bool> isAttrCacheLoaded;
