@@ -124,7 +124,8 @@ uint32_t ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t prob
   CreateJournal(device);
   const uint32_t error = QueryJournal(volume, device);
   LogPerfMetric(FormatText(u"journal replaced drive=%s probe_error=%lu former_id=%llu id=%llu",
-                           volume.drive, probeError, formerId, error == 0 ? volume.journalId : 0));
+                           volume.drive, probeError, formerId,
+                           error == 0 ? volume.journalId.load() : 0));
   return error;
 }
 

@@ -110,7 +110,7 @@ struct VolumeIndex {
   OddNames odd;
   FrnTable frnToIndex;
   uint64_t deletedCount = 0;
-  uint64_t journalId = 0;
+  std::atomic<uint64_t> journalId = 0;  // read without the lock too: by a save, which waits for no build
   int64_t nextUsn = 0;
   FrnMap<uint8_t> inDoubt;  // written by the monitor; files that may be gone, and asks to go
   // Search aids, one bit or a few a record.

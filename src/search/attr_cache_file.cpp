@@ -19,6 +19,7 @@
 namespace quilmark {
 
 std::atomic<uint64_t> AttrSavedGeneration = 0;
+std::atomic<uint64_t> AttrLastSaveMs = 0;
 std::atomic<bool> isAttrCacheLoaded = false;
 
 namespace {
@@ -63,15 +64,10 @@ std::vector<VolumeIndex*> CacheableVolumes(const SearchEngine& engine) {
   return volumes;
 }
 
-uint64_t JournalIdOf(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.indexLock);
-  return volume.journalId;
-}
-
 bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.created != 0; }
 
 CachedVolume CopyEntries(const VolumeIndex& volume) {
-  CachedVolume cached{.letter = volume.drive[0], .journalId = JournalIdOf(volume), .entries = {}};
+  CachedVolume cached{.letter = volume.drive[0], .journalId = volume.journalId, .entries = {}};
   const std::shared_lock lock(volume.attrLock);
   cached.entries.reserve(std::min<size_t>(volume.attrs.size(), kMostEntries));
   for (const auto& [frn, entry] : volume.attrs) {
@@ -87,7 +83,7 @@ VolumeIndex* VolumeFor(const std::vector<VolumeIndex*>& volumes, const CachedVol
   VolumeIndex* byLetter = nullptr;
   for (VolumeIndex* const volume : volumes) {
     if (volume->drive[0] != cached.letter) continue;
-    if (JournalIdOf(*volume) == cached.journalId) return volume;
+    if (volume->journalId == cached.journalId) return volume;
     if (byLetter == nullptr) byLetter = volume;
   }
   return byLetter;
@@ -174,12 +170,13 @@ std::mutex oneSaveAtATime;
 
 std::vector<AttrReplay> LeaveOutChanged(const SearchEngine& engine, std::vector<CachedVolume>& cached) {
   const auto positions = LoadAttrPositions();
-  const auto volumes = CacheableVolumes(engine);
   std::vector<AttrReplay> replays;
+  if (!positions) return replays;
+  const auto volumes = CacheableVolumes(engine);
   for (CachedVolume& one : cached) {
     VolumeIndex* const volume = VolumeFor(volumes, one);
-    const auto replay = volume != nullptr ? LeaveOutChanged(*volume, one, positions) : std::nullopt;
-    if (replay) replays.push_back(*replay);
+    if (volume == nullptr) continue;
+    if (const auto replay = LeaveOutChanged(*volume, one, *positions)) replays.push_back(*replay);
   }
   return replays;
 }
@@ -204,6 +201,7 @@ void Save(SearchEngine& engine) {
   SaveAttrPositions(positions);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
+  AttrLastSaveMs = ms;
   if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
   LogCacheMetric(u"cache_save", ms, entries, bytes.size());
 }

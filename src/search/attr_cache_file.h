@@ -15,6 +15,9 @@ namespace quilmark {
 // How often AttrCacheGeneration had been raised when the cache was last saved or loaded.
 extern std::atomic<uint64_t> AttrSavedGeneration;
 
+// How long the last save of this run took, in milliseconds; 0: none has been made.
+extern std::atomic<uint64_t> AttrLastSaveMs;
+
 // Set once the file of the last run has been looked for and taken over: what is saved before would be
 // less than it holds.
 extern std::atomic<bool> isAttrCacheLoaded;
@@ -40,7 +43,7 @@ void LoadAttrCache(SearchEngine& engine);
 
 // To that file, with a metric line; nothing before isAttrCacheLoaded. A failed save is ignored. The
 // first is for jobs and does nothing once the program ends, the other has the last word: the volumes go
-// next.
+// next. Neither waits for a volume that is being built.
 void SaveAttrCache(SearchEngine& engine);
 void SaveAttrCacheAtEnd(SearchEngine& engine);
 

@@ -50,9 +50,10 @@ std::optional<std::vector<AttrPosition>> ReadAttrPositionBytes(std::span<const s
   return positions;
 }
 
-std::vector<AttrPosition> LoadAttrPositions() {
+std::optional<std::vector<AttrPosition>> LoadAttrPositions() {
   const auto bytes = ReadFileBytes(FilePath(), kHeader + kMostPositions * kPosition);
-  if (!bytes) return {};
+  if (!bytes && IsMissingPath(FilePath())) return std::nullopt;
+  if (!bytes) return std::vector<AttrPosition>();
   return ReadAttrPositionBytes(std::as_bytes(std::span(*bytes))).value_or(std::vector<AttrPosition>());
 }
 

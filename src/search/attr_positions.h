@@ -24,9 +24,9 @@ std::string AttrPositionBytes(std::span<const AttrPosition> positions);
 // Empty for a file of another kind or version, and for one that is not whole.
 std::optional<std::vector<AttrPosition>> ReadAttrPositionBytes(std::span<const std::byte> bytes);
 
-// From and to the file in the configuration directory. None where it is missing or foreign; a failed
-// save is ignored.
-std::vector<AttrPosition> LoadAttrPositions();
+// From and to the file in the configuration directory. Empty where it is missing; without a position
+// where it is foreign or cannot be read. A failed save is ignored.
+std::optional<std::vector<AttrPosition>> LoadAttrPositions();
 void SaveAttrPositions(std::span<const AttrPosition> positions);
 
 }  // namespace quilmark

@@ -14,11 +14,6 @@ std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
   return volume.volumeHandle;
 }
 
-uint64_t JournalIdOf(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.indexLock);
-  return volume.journalId;
-}
-
 // That of the journal which the cache names, where the letter has had several.
 const AttrPosition* PositionFor(const std::vector<AttrPosition>& positions, const CachedVolume& cached) {
   const AttrPosition* byLetter = nullptr;
@@ -30,9 +25,14 @@ const AttrPosition* PositionFor(const std::vector<AttrPosition>& positions, cons
   return byLetter;
 }
 
+// What changed since is not known: rows show the entries until their files have been asked anew.
+void Doubt(CachedVolume& cached) {
+  for (auto& [frn, entry] : cached.entries) entry.stale = true;
+}
+
 std::optional<DataChanges> ChangesSince(const VolumeIndex& volume, const AttrPosition& position) {
   const auto device = DeviceOf(volume);
-  if (device == nullptr || position.journalId != JournalIdOf(volume)) return std::nullopt;
+  if (device == nullptr || position.journalId != volume.journalId) return std::nullopt;
   return ReadDataChanges(*device, position.journalId, position.usn);
 }
 
@@ -40,14 +40,20 @@ std::optional<DataChanges> ChangesSince(const VolumeIndex& volume, const AttrPos
 
 std::optional<AttrPosition> PositionOf(const VolumeIndex& volume) {
   if (DeviceOf(volume) == nullptr) return std::nullopt;
-  return AttrPosition{
-      .letter = volume.drive[0], .journalId = JournalIdOf(volume), .usn = volume.dataWatch.believedUsn};
+  const AttrPosition position{
+      .letter = volume.drive[0], .journalId = volume.journalId, .usn = volume.dataWatch.believedUsn};
+  // Asked last: a build that has begun by now may have changed one of the two already.
+  if (volume.busy) return std::nullopt;
+  return position;
 }
 
 std::optional<AttrReplay> LeaveOutChanged(VolumeIndex& volume, CachedVolume& cached,
                                           const std::vector<AttrPosition>& positions) {
   const AttrPosition* const position = PositionFor(positions, cached);
-  if (position == nullptr) return std::nullopt;
+  if (position == nullptr) {
+    if (DeviceOf(volume) != nullptr) Doubt(cached);
+    return std::nullopt;
+  }
   const auto changes = ChangesSince(volume, *position);
   if (!changes) {
     cached.entries.clear();
@@ -60,7 +66,7 @@ std::optional<AttrReplay> LeaveOutChanged(VolumeIndex& volume, CachedVolume& cac
 }
 
 void MarkChangedSince(const AttrReplay& replay) {
-  const AttrPosition position{.journalId = JournalIdOf(*replay.volume), .usn = replay.usn};
+  const AttrPosition position{.journalId = replay.volume->journalId, .usn = replay.usn};
   const auto changes = ChangesSince(*replay.volume, position);
   if (changes) {
     MarkStale(*replay.volume, changes->frns);

@@ -15,12 +15,13 @@ struct AttrReplay {
   int64_t usn = 0;
 };
 
-// Where the journal of a volume can tell from: empty without an open device.
+// Where the journal of a volume can tell from: empty without an open device, and while a build runs.
 std::optional<AttrPosition> PositionOf(const VolumeIndex& volume);
 
 // Takes out of `cached`, which goes to `volume`, the files that changed since `positions` were saved,
 // and all of them where the volume's journal is another one by now, has lost that position or cannot be
-// read. Without a position the cache is left as it is. Empty if there is nothing more to be asked.
+// read. Without a position of a volume that has a journal they are stale. Empty if there is nothing more
+// to be asked.
 std::optional<AttrReplay> LeaveOutChanged(VolumeIndex& volume, CachedVolume& cached,
                                           const std::vector<AttrPosition>& positions);
 

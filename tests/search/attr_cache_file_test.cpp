@@ -11,6 +11,7 @@
 #include "config/scratch_config.h"
 #include "index/volume_life.h"
 #include "platform/background.h"
+#include "platform/bounded_jobs.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
@@ -315,8 +316,8 @@ TEST_F(AttrCacheFile, IsLeftAloneByJobsBehindTheLastSave) {
 TEST_F(AttrCacheFile, IsWrittenByTheLastSaveBehindThatOfAJob) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   StoreAttr(volume, kFrn, {.size = 7, .modified = 7, .valid = true});
-  Gate gate(volume.indexLock, Gate::Stops::kAll);
-  SaveAttrCacheAfterSort(NextDueMs());  // waits for the volume
+  Gate gate(Engine().volumesMutex, Gate::Stops::kAll);
+  SaveAttrCacheAfterSort(NextDueMs());  // waits for the volumes
   ShutdownRequested = true;
   StoreAttr(volume, kFrn, kEntry);
   std::thread end([] { SaveAttrCacheAtEnd(Engine()); });
@@ -340,11 +341,27 @@ TEST_F(AttrCacheFile, IsWrittenAfterASortOnceInThreeSeconds) {
   }
 }
 
+// A build holds the volume for minutes, or for good where the disk dies.
+TEST_F(AttrCacheFile, IsWrittenWhileAVolumeIsBeingBuilt) {
+  VolumeIndex& built = AddNtfs(u"B:", 99);
+  VolumeIndex& volume = AddNtfs(u"C:", kJournal);
+  StoreAttr(volume, kFrn, kEntry);
+  const BusyMark busy(built);
+  Gate gate(built.indexLock, Gate::Stops::kAll);
+  EXPECT_TRUE(RunWithin("save_at_end", {[] { SaveAttrCacheAtEnd(Engine()); }}, 60'000));
+  gate.Open();
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  const auto volumes = ReadAttrCacheBytes(Bytes(ReadFileBytes(Path()).value())).value();
+  ASSERT_EQ(volumes.size(), 2u);
+  EXPECT_TRUE(volumes[0].entries.empty());
+  EXPECT_EQ(volumes[1].entries.size(), 1u);
+}
+
 TEST_F(AttrCacheFile, IsWrittenByOneJobAtATime) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   StoreAttr(volume, kFrn, kEntry);
-  Gate gate(volume.indexLock, Gate::Stops::kAll);
-  AutosaveAttrCacheAsync(Engine());  // waits for the volume
+  Gate gate(Engine().volumesMutex, Gate::Stops::kAll);
+  AutosaveAttrCacheAsync(Engine());  // waits for the volumes
   SaveAttrCacheAfterSort(NextDueMs());
   gate.Open();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <map>
 
+#include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
@@ -15,6 +16,7 @@
 #include "search/attr_cache_file.h"
 #include "search/attr_jobs.h"
 #include "search/attr_positions.h"
+#include "search/attr_replay.h"
 #include "search/folder_sizes.h"
 #include "support/ntfs_builder.h"
 #include "support/scripted_device.h"
@@ -265,6 +267,11 @@ class CacheOverARestart : public DataChangesOfAVolume {
     Build(5'000, journalId);
     LoadAttrCache(Engine());
   }
+  std::u16string PositionsPath() const { return ConfigPath(u"attrpositions.v1.bin"); }
+  bool IsShownOnly(uint64_t frn) const {
+    const auto glance = GlanceAtAttr(volume, frn);
+    return glance && glance->entry.valid && glance->entry.stale;
+  }
   bool Holds(uint64_t frn) {
     AttrEntry entry;
     return PeekAttr(volume, frn, entry);
@@ -315,6 +322,41 @@ TEST_F(CacheOverARestart, WhosePositionTheJournalHasLostIsNotBelieved) {
 TEST_F(CacheOverARestart, BeginsWhereTheLastRunHadLooked) {
   EXPECT_EQ(LoadAttrPositions(),
             (std::vector<AttrPosition>{{.letter = u'N', .journalId = 77, .usn = 1'000}}));
+}
+
+TEST_F(CacheOverARestart, HasNoPositionOfAVolumeThatIsBeingBuilt) {
+  EXPECT_TRUE(PositionOf(volume).has_value());
+  const BusyMark busy(volume);
+  EXPECT_FALSE(PositionOf(volume).has_value());
+}
+
+TEST_F(CacheOverARestart, WithoutAFileOfPositionsIsBelieved) {
+  ASSERT_TRUE(RemoveFile(PositionsPath()));
+  Restart();
+  EXPECT_TRUE(Holds(kFile));
+  EXPECT_TRUE(Holds(kOther));
+}
+
+// As a program leaves it that is ended while it writes, and as one of another version does.
+TEST_F(CacheOverARestart, WithPositionsThatCannotBeReadIsShownAndNotBelieved) {
+  const std::string bytes = ReadFileBytes(PositionsPath()).value();
+  const std::string unmarked = std::string(12, '\0') + bytes.substr(12);
+  for (const std::string& broken :
+       {bytes.substr(0, 20), unmarked, std::string(), std::string(99'999, 'x')}) {
+    ASSERT_TRUE(WriteFileBytes(PositionsPath(), broken));
+    Restart();
+    EXPECT_FALSE(Holds(kFile)) << broken.size();
+    EXPECT_TRUE(IsShownOnly(kFile)) << broken.size();
+  }
+}
+
+TEST_F(CacheOverARestart, WithoutAPositionOfItsLetterIsShownAndNotBelieved) {
+  SaveAttrPositions(std::vector<AttrPosition>{{.letter = u'M', .journalId = 77, .usn = 1'000}});
+  Restart();
+  EXPECT_FALSE(Holds(kFile));
+  EXPECT_TRUE(IsShownOnly(kFile));
+  EXPECT_EQ(Ask().size, 10);
+  EXPECT_TRUE(Holds(kFile)) << "asked anew";
 }
 
 TEST_F(CacheOverARestart, DoesNotSaveWhatIsStale) {

@@ -51,7 +51,7 @@ bool IsReachedByLink(std::u16string_view path) {
 }
 
 UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition) {
-  if (IsReachedByLink(path)) return {};
+  if (disposition == CREATE_ALWAYS || IsReachedByLink(path)) return {};
   UniqueFile file = OpenPath(path, access, disposition, FILE_FLAG_OPEN_REPARSE_POINT);
   FILE_ATTRIBUTE_TAG_INFO info = {};
   const bool isReparsePoint =

@@ -15,6 +15,8 @@ namespace quilmark {
 bool IsReachedByLink(std::u16string_view path);
 
 // OpenPath for writing: empty where IsReachedByLink, and where the file itself is a symbolic link.
+// Empty for CREATE_ALWAYS, which CreateFileW does not take together with
+// FILE_FLAG_OPEN_REPARSE_POINT.
 UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition);
 
 }  // namespace quilmark

@@ -25,17 +25,24 @@ constexpr DWORD kTerminated = 0xE000'0001;  // of our own: std::terminate
 
 std::atomic<bool> isReported = false;
 
+// Asked for once, at the start: a thread that crashes may hold what the system needs to answer. Never
+// freed, since the end of the process may crash too.
+const std::u16string& DumpFolder() {
+  static const auto* const folder = new std::u16string(ChooseConfigDirectory(AskConfigPlaces()).path);
+  return *folder;
+}
+
 std::u16string DumpPath() {
   const LocalTime now = NowLocal();
-  return ConfigPath(FormatText(u"crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month, now.day,
-                               now.hour, now.minute, now.second));
+  return DumpFolder() + FormatText(u"\\crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month,
+                                   now.day, now.hour, now.minute, now.second);
 }
 
 bool WriteDump(const std::u16string& path, EXCEPTION_POINTERS* exception) {
   using Write = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE, PMINIDUMP_EXCEPTION_INFORMATION,
                               PMINIDUMP_USER_STREAM_INFORMATION, PMINIDUMP_CALLBACK_INFORMATION);
   const auto write = SystemCall<Write>(L"dbghelp.dll", "MiniDumpWriteDump");
-  const UniqueFile file = OpenForWriting(path, GENERIC_WRITE, CREATE_ALWAYS);
+  const UniqueFile file = OpenForWriting(path, GENERIC_WRITE, CREATE_NEW);
   if (write == nullptr || !file) return false;
   MINIDUMP_EXCEPTION_INFORMATION information = {GetCurrentThreadId(), exception, FALSE};
   return write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &information,
@@ -89,6 +96,7 @@ std::string ReasonOfTerminate() {
 }  // namespace
 
 void InstallCrashReport() {
+  DumpFolder();
   SetUnhandledExceptionFilter(ReportCrash);
   std::set_terminate(ReportTerminate);
 }
