@@ -7,6 +7,8 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
+#include "config/settings_file.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text_file.h"
 #include "search/attr_cache.h"
@@ -28,7 +30,13 @@ constexpr std::u16string_view kMine = u"All=\nFolders=.dir\nMine=.mine\n", kBare
 using Chain = std::array<std::u16string, 3>;
 
 struct FilterFailures : testing::TestWithParam<FaultKind> {
-  ~FilterFailures() override { InstallCategories(DefaultCategories(false)); }
+  FilterFailures() {
+    pauseBeforeRereading = [](uint32_t) {};
+  }
+  ~FilterFailures() override {
+    pauseBeforeRereading = SleepMs;
+    InstallCategories(DefaultCategories(false));
+  }
 
   void Place(const Chain& chain) {
     for (size_t i = 0; i < chain.size(); ++i) {
@@ -194,7 +202,8 @@ TEST_P(AttrCacheFailures, AFilesFactsComeFromTheDiskOrAreUnknown) {
     AttrEntry entry;
     const bool hasFailed =
         failing([&] { EnsureFileAttributes(&volume, index, entry, Insist::kOnDisk); });
-    EXPECT_EQ(entry.size, hasFailed ? 0 : 4);
+    // On Windows the folder may know what the file does not tell.
+    EXPECT_TRUE(entry.size == 4 || (hasFailed && entry.size == 0)) << entry.size;
     EXPECT_TRUE(hasFailed || entry.modified != 0);
   });
 }

@@ -58,7 +58,7 @@ class ScriptedDevice : public VolumeDevice {
 
   Reply Control(uint32_t asked, std::span<const std::byte> input, std::span<std::byte> output) override {
     const bool isOfData = asked == kFsctlReadUsnJournal && input.size() >= 12 &&
-                          LoadLe<uint32_t>(input, 8) != kUsnReasonsOfNames;
+                          (LoadLe<uint32_t>(input, 8) & kUsnReasonDataOverwrite) != 0;
     const uint32_t code = isOfData ? kReadOfDataChanges : asked;
     std::unique_lock lock(script_->mutex_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
