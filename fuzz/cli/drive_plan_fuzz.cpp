@@ -24,10 +24,11 @@ char16_t LetterOf(const std::string& drive) {
 }
 
 void CheckPlan(const FindOptions& options, const std::vector<PlannedDrive>& drives) {
-  Require(drives.size() == options.drives.size() + options.paths.size());
   uint32_t letters = 0;
+  size_t folders = 0;
   for (size_t i = 0; i < drives.size(); ++i) {
     Require(drives[i].letter >= u'A' && drives[i].letter <= u'Z' && !drives[i].typed.empty());
+    Require(drives[i].shared.empty() || i + 1 == drives.size());
     const uint32_t bit = 1u << (drives[i].letter - u'A');
     Require((letters & bit) == 0);
     letters |= bit;
@@ -35,9 +36,12 @@ void CheckPlan(const FindOptions& options, const std::vector<PlannedDrive>& driv
       Require(drives[i].letter == LetterOf(options.drives[i]));
       Require(drives[i].typed == options.drives[i].substr(2));
     } else {
-      Require(drives[i].letter >= u'C' && drives[i].typed == options.paths[i - options.drives.size()]);
+      Require(drives[i].letter >= u'C');
+      if (drives[i].shared.empty()) Require(drives[i].typed == options.paths.at(folders++));
+      for (const std::string& folder : drives[i].shared) Require(folder == options.paths.at(folders++));
     }
   }
+  Require(folders == options.paths.size());
 }
 
 // A folder that has entries, one that has none, a volume, and a file that is none.
@@ -67,6 +71,8 @@ class Places {
 // What is typed names some place of ours: a target opens no path of the machine.
 void CheckMapped(std::vector<PlannedDrive> drives) {
   static const Places places;
+  // Folders that share a letter are the host's own.
+  if (!drives.empty() && !drives.back().shared.empty()) return;
   for (PlannedDrive& drive : drives) drive.typed = places.PathOf(drive.typed);
   const bool isMapped = MapPlannedDrives(drives).empty();
   for (const PlannedDrive& drive : drives) {
