@@ -219,7 +219,9 @@ LRESULT PrivateKb() {
   PROCESS_MEMORY_COUNTERS_EX counters = {};
   K32GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
                           sizeof counters);
-  return static_cast<LRESULT>(counters.PrivateUsage / 1'024);
+  // Wine tells only what is in memory.
+  const SIZE_T bytes = counters.PrivateUsage != 0 ? counters.PrivateUsage : counters.WorkingSetSize;
+  return static_cast<LRESULT>(bytes / 1'024);
 }
 
 LRESULT CountRecords() {

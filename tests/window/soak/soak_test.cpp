@@ -40,11 +40,12 @@ Level Highest(const Level& one, const Level& other) {
 
 // One second of a user.
 void UseForASecond(WindowProgram& program, uint64_t second) {
-  static const wchar_t* const queries[] = {L"churn", L"a", L"xyz",    L"n:\\ churn b",
-                                           L"*.txt", L"",  L"churn q"};
+  static const wchar_t* const queries[] = {L"churn",        L"a",     L"xyz",
+                                           L"n:\\ churn b", L"*.txt", L"churn q"};
   const int64_t before = program.Ask(Probe::kSearchGeneration);
   SendMessageW(program.SearchBox(), WM_SETTEXT, 0,
                reinterpret_cast<LPARAM>(queries[second % std::size(queries)]));
+  program.Press(VK_RETURN);
   WaitUntil("the results", [&] {
     const int64_t generation = program.Ask(Probe::kSearchGeneration);
     return generation > before && program.Ask(Probe::kShownGeneration) == generation;
