@@ -196,7 +196,7 @@ void NoteBack(VolumeIndex& volume);
 // volumes is searched by it without this lock.
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
 
-// The volume is read by its records, and not by a walk. Takes nameLock; needs no other.
+// Both take nameLock and need no other. IsNtfs: the volume is read by its records, and not by a walk.
 bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem);
 bool IsNtfs(const VolumeIndex& volume);
 
