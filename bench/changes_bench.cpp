@@ -19,7 +19,6 @@
 namespace quilmark {
 namespace {
 
-constexpr size_t kBlockBytes = 65'536;
 constexpr uint32_t kUsnReasonClose = 0x8000'0000;  // winioctl.h
 
 struct Journal {
@@ -32,17 +31,9 @@ struct Journal {
   }
 
   void Add(const CorpusEntry& entry, uint32_t reason) {
-    const size_t length = UsnRecordLength(entry.name.size());
-    if (block.size() + length > kBlockBytes) Apply();
-    const size_t offset = block.size();
-    block.resize(offset + length);
-    PutUsnRecord(std::span(block).subspan(offset),
-                 {.frn = entry.id,
-                  .parentFrn = entry.parent,
-                  .reason = reason,
-                  .attributes = entry.isDirectory ? kFileAttributeDirectory : 0,
-                  .name = std::as_bytes(std::span(entry.name))},
-                 0);
+    if (AddUsnRecord(block, entry, reason)) return;
+    Apply();
+    AddUsnRecord(block, entry, reason);
   }
 };
 

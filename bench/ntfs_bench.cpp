@@ -21,27 +21,15 @@ namespace quilmark {
 namespace {
 
 using Block = std::vector<std::byte>;
-constexpr size_t kBlockBytes = 65'536;
 
 // The corpus as blocks of USN records; block k opens with the number k + 1.
 std::vector<Block> MakeBlocks(uint32_t reason) {
   std::vector<Block> blocks;
   for (const CorpusEntry& entry : LoadCorpus(NameCount())) {
-    const size_t length = UsnRecordLength(entry.name.size());
-    if (blocks.empty() || blocks.back().size() + length > kBlockBytes) {
-      blocks.emplace_back(sizeof(uint64_t));
-      StoreLe(std::span(blocks.back()), 0, static_cast<uint64_t>(blocks.size()));
-    }
-    Block& block = blocks.back();
-    const size_t offset = block.size();
-    block.resize(offset + length);
-    PutUsnRecord(std::span(block).subspan(offset),
-                 {.frn = entry.id,
-                  .parentFrn = entry.parent,
-                  .reason = reason,
-                  .attributes = entry.isDirectory ? kFileAttributeDirectory : 0,
-                  .name = std::as_bytes(std::span(entry.name))},
-                 0);
+    if (!blocks.empty() && AddUsnRecord(blocks.back(), entry, reason)) continue;
+    blocks.emplace_back(sizeof(uint64_t));
+    StoreLe(std::span(blocks.back()), 0, static_cast<uint64_t>(blocks.size()));
+    AddUsnRecord(blocks.back(), entry, reason);
   }
   return blocks;
 }

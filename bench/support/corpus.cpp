@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/usn_record.h"
 #include "platform/utf.h"
 
 namespace quilmark {
@@ -69,6 +70,21 @@ __attribute__((target("avx2"))) static uint64_t SumChunk(const NameChunk& chunk)
   const __m256i sum = _mm256_add_epi64(_mm256_add_epi64(a, b), _mm256_add_epi64(c, d));
   return static_cast<uint64_t>(_mm256_extract_epi64(sum, 0)) +
          static_cast<uint64_t>(_mm256_extract_epi64(sum, 2));
+}
+
+bool AddUsnRecord(std::vector<std::byte>& block, const CorpusEntry& entry, uint32_t reason) {
+  constexpr size_t kBlockBytes = 65'536;
+  const size_t offset = block.size(), length = UsnRecordLength(entry.name.size());
+  if (offset + length > kBlockBytes) return false;
+  block.resize(offset + length);
+  PutUsnRecord(std::span(block).subspan(offset),
+               {.frn = entry.id,
+                .parentFrn = entry.parent,
+                .reason = reason,
+                .attributes = entry.isDirectory ? kFileAttributeDirectory : 0,
+                .name = std::as_bytes(std::span(entry.name))},
+               0);
+  return true;
 }
 
 uint64_t ReadPool(const NamePool& pool) {

@@ -28,6 +28,10 @@ std::vector<CorpusEntry> LoadCorpus(size_t count);
 // The entries as the volume "C:".
 std::unique_ptr<VolumeIndex> MakeVolume(const std::vector<CorpusEntry>& corpus);
 
+// Puts the entry behind the records of a block that opens with a position, as the change journal tells
+// of it. False, and nothing put, where the block would grow beyond 64 KiB.
+bool AddUsnRecord(std::vector<std::byte>& block, const CorpusEntry& entry, uint32_t reason);
+
 // What an ideal scan of the pool costs: every byte of its texts loaded once with 256-bit loads. The sum
 // of them.
 uint64_t ReadPool(const NamePool& pool);
