@@ -1,15 +1,13 @@
+set(other_system win32)
+if(WIN32)
+  set(other_system posix)
+endif()
+
 # One static library a layer. A layer is linked with the layers below it only, in the order of
 # docs/architecture.md, so that an include of a higher layer fails at the link at the latest.
 function(quilmark_layer name)
-  file(GLOB sources CONFIGURE_DEPENDS "src/${name}/*.cpp" "src/${name}/*.h")
-  set(system posix)
-  if(WIN32)
-    set(system win32)
-  endif()
-  file(GLOB system_sources CONFIGURE_DEPENDS "src/${name}/${system}/*.cpp" "src/${name}/${system}/*.h"
-       "src/${name}/ntfs/*.cpp" "src/${name}/ntfs/*.h")
-  list(FILTER system_sources EXCLUDE REGEX "/main\\.cpp$")
-  list(APPEND sources ${system_sources})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "src/${name}/*.cpp" "src/${name}/*.h")
+  list(FILTER sources EXCLUDE REGEX "/${other_system}/|/main\\.cpp$")
   add_library(quilmark_${name} STATIC ${sources})
   set_target_properties(quilmark_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(quilmark_${name} PUBLIC quilmark_options quilmark_headers ${ARGN})
@@ -18,7 +16,8 @@ endfunction()
 
 quilmark_layer(platform)
 quilmark_layer(config quilmark_platform)
-quilmark_layer(index quilmark_config)
+quilmark_layer(canvas quilmark_config)
+quilmark_layer(index quilmark_canvas)
 quilmark_layer(search quilmark_index)
 quilmark_layer(shell quilmark_search)
 if(WIN32)

@@ -83,10 +83,12 @@ struct AppState {
   std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds
   bool thumbDragging = false;
   ListState list;
-  int32_t pathColumnWidth = 0;   // as fitted to the rows in view; the stored width is its least
-  int32_t sidebarScroll = 0;     // first filter tag in view
-  uint64_t shownGeneration = 0;  // of the latest results that were final
-  std::u16string answeredText;   // of the search box, when they came
+  int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
+  int32_t sidebarScroll = 0;    // first filter tag in view
+  std::vector<std::u16string> tagCaptions;  // of the filter categories, see TagCaptions
+  std::u16string statusText;
+  uint64_t shownGeneration = 0;              // of the latest results that were final
+  std::u16string answeredText;               // of the search box, when they came
   std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
   std::vector<char16_t> scopeDrives;  // letters of the entries of the scope box, behind the first two

@@ -42,12 +42,6 @@ std::vector<std::u16string> TagCaptions(const std::vector<uint64_t>& counts) {
   return captions;
 }
 
-TagText SplitCaption(const std::u16string& caption) {
-  const size_t end = caption.find(u"\r\n");
-  if (end == std::u16string::npos) return {.name = caption};
-  return {.name = caption.substr(0, end), .count = caption.substr(end + 2)};
-}
-
 std::vector<std::u16string> SizePresetItems() {
   return {TranslateOr(u"Common_All", u"All"), u"< 1MB", u"1~100MB", u"> 100MB",
           TranslateOr(u"Common_Custom", u"Custom")};

@@ -22,11 +22,6 @@ void SelectFilterTag(AppState& app, WindowPort& window, int index);
 // Names and counts of the tags, as their captions: "name\r\n(count)".
 std::vector<std::u16string> TagCaptions(const std::vector<uint64_t>& counts);
 
-struct TagText {
-  std::u16string name, count;
-};
-TagText SplitCaption(const std::u16string& caption);
-
 // Entries of the preset boxes and of the unit box.
 std::vector<std::u16string> SizePresetItems();
 std::vector<std::u16string> TimePresetItems();

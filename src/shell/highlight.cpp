@@ -30,7 +30,7 @@ std::vector<TextRange> HighlightRanges(std::u16string_view name, std::u16string_
   return ranges;
 }
 
-std::vector<TextRange> RangesOfLine(const std::vector<TextRange>& hits, size_t begin, size_t length) {
+std::vector<TextRange> RangesOfLine(std::span<const TextRange> hits, size_t begin, size_t length) {
   std::vector<TextRange> ranges;
   for (const TextRange& hit : hits) {
     const size_t from = std::max(hit.begin, begin),

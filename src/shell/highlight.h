@@ -6,23 +6,19 @@
 #include <string_view>
 #include <vector>
 
+#include "canvas/canvas.h"
+
 namespace quilmark {
 
 // The folded text to look for in names: that of the search box, of a content query without its prefix
 // and its extensions. Empty: nothing is marked.
 std::u16string HighlightTerm(std::u16string_view searchBox);
 
-struct TextRange {
-  size_t begin = 0, length = 0;  // UTF-16 units
-
-  bool operator==(const TextRange&) const = default;
-};
-
 // Every occurrence in the name, ignoring case, none over another.
 std::vector<TextRange> HighlightRanges(std::u16string_view name, std::u16string_view term);
 
 // The hits, or their parts, that stand in the line of `length` units from `begin`; counted from there.
-std::vector<TextRange> RangesOfLine(const std::vector<TextRange>& hits, size_t begin, size_t length);
+std::vector<TextRange> RangesOfLine(std::span<const TextRange> hits, size_t begin, size_t length);
 
 // From one place of a line of the screen to another, in pixels.
 struct PixelSpan {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/mul_div.h"
 #include "shell/scrollbar.h"
 
 namespace quilmark {
@@ -19,8 +18,6 @@ constexpr int kNoTagsHeader = 90, kSidebarHeader = 70;
 constexpr int kSidebarRow = 44, kSidebarInset = 8;
 
 }  // namespace
-
-int ScaleFor(uint32_t dpi, int n) { return MulDiv(n, dpi == 0 ? 96 : static_cast<int>(dpi), 96); }
 
 TopRowLayout LayoutTopRow(const TopRowInput& input) {
   const auto scaled = [&input](int n) { return ScaleFor(input.dpi, n); };

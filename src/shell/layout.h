@@ -4,12 +4,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "shell/rect.h"
+#include "canvas/rect.h"
+#include "canvas/scale.h"
 
 namespace quilmark {
-
-// Pixels for `n` pixels at 96 dpi; a dpi of 0 counts as 96.
-int ScaleFor(uint32_t dpi, int n);
 
 struct TopRowInput {
   int clientWidth = 0;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "shell/rect.h"
+#include "canvas/rect.h"
 #include "shell/scrollbar.h"
 
 namespace quilmark {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/rect.h"
+#include "canvas/rect.h"
 
 namespace quilmark {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "canvas/rect.h"
 #include "shell/list_layout.h"
-#include "shell/rect.h"
 
 namespace quilmark {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "shell/rect.h"
+#include "canvas/rect.h"
 
 namespace quilmark {
 

@@ -5,6 +5,7 @@
 #include "search/attr_cache.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
+#include "shell/view/tag.h"
 
 namespace quilmark {
 namespace {

@@ -10,7 +10,6 @@
 #include "config/palette.h"
 #include "platform/format.h"
 #include "platform/win32/wide.h"
-#include "shell/win32/canvas.h"
 #include "shell/win32/controls.h"
 
 namespace quilmark {
@@ -75,14 +74,22 @@ Rect ColumnOf(const Rect& names, int column) {
           names.bottom};
 }
 
-void DrawNames(const Canvas& canvas, HWND calendar, const Rect& names) {
-  const Color ground = GroundOf(calendar, canvas.dc, names);
+// In the font of the calendar, which is selected.
+void DrawMiddle(HDC dc, const Rect& place, const std::u16string& text, Color color) {
+  SetTextColor(dc, color);
+  RECT rect = ToRECT(place);
+  DrawTextW(dc, Wide(text), static_cast<int>(text.size()), &rect,
+            DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+void DrawNames(HDC dc, HWND calendar, const Rect& names) {
+  const Color ground = GroundOf(calendar, dc, names);
   // The line below them is the system's.
-  canvas.Fill({names.left, names.top, names.right, names.bottom - 1}, ground);
+  FillWith(dc, {names.left, names.top, names.right, names.bottom - 1}, ground);
   const int first = FirstWeekday(calendar);
   for (int column = 0; column < kDays; ++column) {
-    canvas.Middle(ColumnOf(names, column), NameOfWeekday((first + column) % kDays),
-                  ReadableOn(ground, CurrentPalette.muted));
+    DrawMiddle(dc, ColumnOf(names, column), NameOfWeekday((first + column) % kDays),
+               ReadableOn(ground, CurrentPalette.muted));
   }
 }
 
@@ -100,14 +107,14 @@ std::optional<Rect> PlaceOfDay(HWND calendar, const Rect& names, const SYSTEMTIM
   return std::nullopt;
 }
 
-void DrawChosenDay(const Canvas& canvas, HWND calendar, const Rect& names) {
+void DrawChosenDay(HDC dc, HWND calendar, const Rect& names) {
   SYSTEMTIME day = {};
   if (!SendMessageW(calendar, MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&day))) return;
   const auto place = PlaceOfDay(calendar, names, day);
   if (!place) return;
-  canvas.Fill({place->left + 1, place->top + 1, place->right - 1, place->bottom - 1},
-              CurrentPalette.accent);
-  canvas.Middle(*place, FormatText(u"%d", day.wDay), CurrentPalette.accentText);
+  FillWith(dc, {place->left + 1, place->top + 1, place->right - 1, place->bottom - 1},
+           CurrentPalette.accent);
+  DrawMiddle(dc, *place, FormatText(u"%d", day.wDay), CurrentPalette.accentText);
 }
 
 }  // namespace
@@ -118,9 +125,8 @@ void DrawCalendarLetters(HWND calendar) {
   const WindowDc dc(calendar);
   const SelectScope font(dc.Get(), FontOf(calendar));
   SetBkMode(dc.Get(), TRANSPARENT);
-  const Canvas canvas{dc.Get()};
-  DrawNames(canvas, calendar, *names);
-  DrawChosenDay(canvas, calendar, *names);
+  DrawNames(dc.Get(), calendar, *names);
+  DrawChosenDay(dc.Get(), calendar, *names);
 }
 
 }  // namespace quilmark

@@ -7,9 +7,10 @@
 #include "config/palette.h"
 #include "platform/win32/wide.h"
 #include "shell/app_state.h"
-#include "shell/layout.h"
+#include "shell/view/combo_field.h"
 #include "shell/win32/controls.h"
 #include "shell/win32/edit_keys.h"
+#include "shell/win32/gdi_canvas.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -18,7 +19,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 // Pixels at 96 dpi.
-constexpr int kItemHeight = 28, kFieldHeight = 36, kFieldInset = 12, kWithList = 280;
+constexpr int kItemHeight = 28, kFieldHeight = 36, kWithList = 280;
 
 struct DropRow {
   int id;
@@ -36,35 +37,15 @@ std::u16string ItemText(HWND combo, UINT item) {
   return text;
 }
 
-void DrawArrow(HDC dc, const RECT& client) {
-  const int half = Scaled(4), middle = client.right - Scaled(14);
-  const int top = (client.bottom - half) / 2;
-  const POINT triangle[] = {{middle - half, top}, {middle + half, top}, {middle, top + half}};
-  SetDCBrushColor(dc, CurrentPalette.text);
-  const SelectScope fill(dc, GetStockObject(DC_BRUSH));
-  const SelectScope outline(dc, GetStockObject(NULL_PEN));
-  Polygon(dc, triangle, 3);
+std::u16string ChosenText(HWND combo) {
+  const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+  return chosen == CB_ERR ? std::u16string() : ItemText(combo, static_cast<UINT>(chosen));
 }
 
 void DrawField(HWND combo, HDC dc) {
-  const RECT client = ClientRectOf(combo);
-  FillWith(dc, client, CurrentPalette.toolbar);
-  {
-    const UniquePen pen(CreatePen(PS_SOLID, 1, FrameColorOf(combo)));
-    const SelectScope outline(dc, pen.Get());
-    SetDCBrushColor(dc, CurrentPalette.editWell);
-    const SelectScope fill(dc, GetStockObject(DC_BRUSH));
-    RoundRect(dc, 0, 0, client.right, client.bottom, Scaled(8), Scaled(8));
-  }
-  DrawArrow(dc, client);
-  const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-  if (chosen == CB_ERR) return;
-  const std::u16string text = ItemText(combo, static_cast<UINT>(chosen));
-  const SelectScope font(dc, FontOf(combo));
-  SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, CurrentPalette.text);
-  RECT place = {Scaled(kFieldInset), 0, client.right - Scaled(24), client.bottom};
-  DrawTextW(dc, Wide(text), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+  const ViewContext context = ContextOf(combo);
+  GdiCanvas canvas(dc, CurrentFonts(), context.client);
+  PaintComboField(canvas, context, context.client, ChosenText(combo), context.hasFocus);
 }
 
 // The whole field is ours: the control's own theme stays light.
@@ -153,15 +134,11 @@ void DrawComboItem(const DRAWITEMSTRUCT& item) {
   // The closed field, which some systems draw past the control's own paint, looks as DrawField leaves
   // it.
   const bool isField = (item.itemState & ODS_COMBOBOXEDIT) != 0;
-  const bool isSelected = !isField && (item.itemState & ODS_SELECTED) != 0;
-  FillWith(item.hDC, item.rcItem, isSelected ? CurrentPalette.rowSel : CurrentPalette.editWell);
-  SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, isSelected ? CurrentPalette.rowSelText : CurrentPalette.text);
-  RECT place = item.rcItem;
-  place.left = isField ? Scaled(kFieldInset) : place.left + Scaled(8);
-  place.right -= Scaled(6);
-  DrawTextW(item.hDC, Wide(ItemText(item.hwndItem, item.itemID)), -1, &place,
-            DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+  const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
+  const ComboRow kind = isField ? ComboRow::kField : isSelected ? ComboRow::kSelected : ComboRow::kPlain;
+  const Rect place = FromRECT(item.rcItem);
+  GdiCanvas canvas(item.hDC, CurrentFonts(), place);
+  PaintComboRow(canvas, ContextOf(item.hwndItem), place, ItemText(item.hwndItem, item.itemID), kind);
 }
 
 void PlaceCombo(HWND combo, const Rect& field, bool isShown) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/rect.h"
+#include "canvas/rect.h"
 
 namespace quilmark {
 

@@ -2,7 +2,7 @@
 
 #include "config/palette.h"
 #include "shell/app_state.h"
-#include "shell/layout.h"
+#include "shell/win32/gdi_fonts.h"
 
 namespace quilmark {
 
@@ -17,6 +17,14 @@ HWND MakeControl(HWND parent, const ControlKind& kind, HFONT font) {
 }
 
 HFONT FontOf(HWND control) { return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)); }
+
+ViewContext ContextOf(HWND control) {
+  return {.dpi = App().systemDpi,
+          .client = FromRECT(ClientRectOf(control)),
+          .palette = CurrentPalette,
+          .fonts = CurrentFonts(),
+          .hasFocus = GetFocus() == control};
+}
 
 RECT ClientRectOf(HWND window) {
   RECT client = {};

@@ -1,6 +1,7 @@
 // Steps that the window's controls share, which are those of the system with a paint of ours.
 #pragma once
 
+#include "shell/view/view_context.h"
 #include "shell/win32/gdi.h"
 
 namespace quilmark {
@@ -17,6 +18,9 @@ struct ControlKind {
 HWND MakeControl(HWND parent, const ControlKind& kind, HFONT font);
 
 HFONT FontOf(HWND control);
+
+// For painting a control of ours.
+ViewContext ContextOf(HWND control);
 
 RECT ClientRectOf(HWND window);
 

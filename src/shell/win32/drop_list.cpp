@@ -6,8 +6,8 @@
 #include "config/window_settings.h"
 #include "shell/app_state.h"
 #include "shell/list_layout.h"
-#include "shell/win32/canvas.h"
 #include "shell/win32/controls.h"
+#include "shell/win32/gdi_canvas.h"
 #include "shell/win32/system_calls.h"
 
 namespace quilmark {
@@ -46,9 +46,11 @@ void PaintOverBar(HWND list) {
                                  App().systemDpi);
   if (!place) return;
   const HDC dc = GetWindowDC(list);
-  const Canvas canvas{dc};
-  canvas.Fill(place->track, CurrentPalette.surface);
-  canvas.FillRound(place->thumb, Scaled(kThumbRadius), CurrentPalette.separator);
+  {
+    GdiCanvas canvas(dc, CurrentFonts(), place->track);
+    canvas.Fill(place->track, CurrentPalette.surface);
+    canvas.FillRound(place->thumb, Scaled(kThumbRadius), CurrentPalette.separator);
+  }
   ReleaseDC(list, dc);
 }
 

@@ -2,19 +2,21 @@
 
 #include <commctrl.h>
 
-#include "config/contrast.h"
+#include <utility>
+
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/win32/wide.h"
 #include "search/filtered_results.h"
 #include "shell/app_state.h"
 #include "shell/filter_request.h"
-#include "shell/win32/canvas.h"
+#include "shell/search/search_places.h"
+#include "shell/view/tag.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/controls.h"
 #include "shell/win32/date_picker.h"
 #include "shell/win32/edit_keys.h"
-#include "shell/win32/main_window.h"
+#include "shell/win32/gdi_canvas.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/window_text.h"
 #include "shell/window_ids.h"
@@ -83,17 +85,6 @@ HWND MakeEdit(HWND parent, int id, HFONT font) {
   return edit;
 }
 
-Color MutedOn(Color ground) {
-  if (CurrentPalette.isSystem) return CurrentPalette.text;
-  return ReadableOn(ground, CurrentPalette.muted);
-}
-
-int WidthOfTag(const Canvas& canvas, const std::u16string& caption) {
-  const TagText text = SplitCaption(caption);
-  return FilterTagWidth(App().systemDpi, canvas.WidthOf(text.name.data(), text.name.size()),
-                        canvas.WidthOf(text.count.data(), text.count.size()));
-}
-
 }  // namespace
 
 void FilterBar::Open(HWND parent, HFONT font, HFONT tagFont) {
@@ -130,10 +121,11 @@ void FilterBar::SetFonts(HFONT font, HFONT tagFont) {
 void FilterBar::RebuildTags(HWND parent) {
   for (const HWND tag : tags_) DestroyWindow(tag);
   tags_.clear();
-  captions_ = TagCaptions({});
-  for (size_t i = 0; i < captions_.size(); ++i) {
+  App().tagCaptions = TagCaptions({});
+  const auto& captions = App().tagCaptions;
+  for (size_t i = 0; i < captions.size(); ++i) {
     const HWND tag = CreateWindowExW(
-        WS_EX_COMPOSITED, L"BUTTON", Wide(captions_[i]),
+        WS_EX_COMPOSITED, L"BUTTON", Wide(captions[i]),
         WS_CHILD | WS_TABSTOP | BS_OWNERDRAW | BS_MULTILINE, 0, 0, 10, Scaled(kTagHeight), parent,
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTag) + static_cast<INT_PTR>(i)),
         GetModuleHandleW(nullptr), nullptr);
@@ -146,8 +138,7 @@ void FilterBar::RebuildTags(HWND parent) {
 bool FilterBar::SetCaptions(const std::vector<std::u16string>& captions) {
   bool isChanged = false;
   for (size_t i = 0; i < tags_.size() && i < captions.size(); ++i) {
-    if (captions_[i] == captions[i]) continue;
-    captions_[i] = captions[i];
+    if (std::exchange(App().tagCaptions[i], captions[i]) == captions[i]) continue;
     SetWindowTextW(tags_[i], Wide(captions[i]));
     InvalidateRect(tags_[i], nullptr, FALSE);
     isChanged = true;
@@ -168,16 +159,8 @@ void FilterBar::Place(const TopRowLayout& row) {
   Move(dateTo_, row.dateTo, TimeIsCustom());
 }
 
-int FilterBar::PlaceTags(int clientWidth) {
-  FilterBarInput input{.clientWidth = clientWidth,
-                       .dpi = App().systemDpi,
-                       .sidebar = CurrentWindowSettings.sidebarLayout,
-                       .tagWidths = {}};
-  const WindowDc dc(nullptr);
-  const SelectScope font(dc.Get(), tagFont_);
-  for (const std::u16string& caption : captions_)
-    input.tagWidths.push_back(WidthOfTag({dc.Get()}, caption));
-  const FilterBarLayout layout = LayoutFilterBar(input);
+int FilterBar::PlaceTags() {
+  const FilterBarLayout layout = PlaceTagButtons(App(), CurrentFonts());
   for (size_t i = 0; i < tags_.size(); ++i) {
     if (i < layout.tags.size()) {
       Move(tags_[i], layout.tags[i], true);
@@ -197,40 +180,15 @@ void FilterBar::ReadSizeText() const {
   CurrentWindowSettings.sizeRange = TextOfWindow(sizeBox_, kLongestRange);
 }
 
-void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isChosen, bool isHot) {
-  const Canvas canvas{dc};
-  const Rect rect = FromRECT(place);
-  const Color ground = isChosen ? CurrentPalette.accent
-                       : isHot  ? CurrentPalette.accentSoft
-                                : CurrentPalette.controlBackground;
-  canvas.FillRound(rect, Scaled(8), ground);
-  const Color color = isChosen ? CurrentPalette.accentText : CurrentPalette.text;
-  const TagText text = SplitCaption(caption);
-  SetBkMode(dc, TRANSPARENT);
-  const int inset = Scaled(8), countWidth = canvas.WidthOf(text.count.data(), text.count.size());
-  const int gap = Scaled(6), nameWidth = canvas.WidthOf(text.name.data(), text.name.size());
-  const int width = rect.right - rect.left;
-  const int shownName = std::min(nameWidth, std::max(width - 2 * inset - gap - countWidth, 0));
-  const int left = rect.left + std::max((width - shownName - gap - countWidth) / 2, inset);
-  canvas.Line({left, rect.top, left + shownName + 1, rect.bottom}, text.name, color);
-  const int countLeft = left + shownName + gap;
-  canvas.Line({countLeft, rect.top, countLeft + countWidth + 1, rect.bottom}, text.count,
-              isChosen ? color : MutedOn(ground));
-}
-
 void DrawTagItem(const DRAWITEMSTRUCT& item) {
   const int index = static_cast<int>(item.CtlID) - kFirstTag;
-  FillWith(item.hDC, item.rcItem, CurrentPalette.toolbar);
-  const SelectScope selected(item.hDC, FontOf(item.hwndItem));
-  DrawTag(item.hDC, item.rcItem, TextOfWindow(item.hwndItem), index == ActiveCategory,
-          index == App().list.hoverTag);
-  if ((item.itemState & ODS_FOCUS) != 0) {
-    const UniquePen pen(CreatePen(PS_SOLID, 1, CurrentPalette.focusRing));
-    const SelectScope outline(item.hDC, pen.Get());
-    const SelectScope hollow(item.hDC, GetStockObject(HOLLOW_BRUSH));
-    RoundRect(item.hDC, item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.bottom,
-              Scaled(8), Scaled(8));
-  }
+  const Rect place = FromRECT(item.rcItem);
+  GdiCanvas canvas(item.hDC, CurrentFonts(), place);
+  canvas.Fill(place, CurrentPalette.toolbar);
+  PaintTag(canvas, ContextOf(item.hwndItem), place, SplitCaption(TextOfWindow(item.hwndItem)),
+           {.isChosen = index == ActiveCategory,
+            .isHot = index == App().list.hoverTag,
+            .hasFocus = (item.itemState & ODS_FOCUS) != 0});
 }
 
 }  // namespace quilmark

@@ -24,24 +24,18 @@ class FilterBar {
 
   // Moves what must move; the height of all that stands above the list.
   void Place(const TopRowLayout& row);
-  int PlaceTags(int clientWidth);
+  int PlaceTags();
 
   // From the controls into the settings.
   void ReadDates() const;
   void ReadSizeText() const;
-
-  const std::vector<std::u16string>& Captions() const { return captions_; }
 
  private:
   HWND sizePreset_ = nullptr, timePreset_ = nullptr, sizeBox_ = nullptr, secondSizeBox_ = nullptr;
   HWND sizeUnit_ = nullptr, dateFrom_ = nullptr, dateTo_ = nullptr;
   HFONT tagFont_ = nullptr;
   std::vector<HWND> tags_;
-  std::vector<std::u16string> captions_;
 };
-
-// A tag's button, or a row of the sidebar.
-void DrawTag(HDC dc, const RECT& place, const std::u16string& caption, bool isChosen, bool isHot);
 
 void DrawTagItem(const DRAWITEMSTRUCT& item);
 

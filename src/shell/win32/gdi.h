@@ -3,9 +3,9 @@
 
 #include <windows.h>
 
+#include "canvas/rect.h"
 #include "config/palette.h"
 #include "platform/win32/unique.h"
-#include "shell/rect.h"
 
 namespace quilmark {
 

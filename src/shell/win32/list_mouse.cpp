@@ -13,7 +13,6 @@
 #include "shell/result_messages.h"
 #include "shell/row_text.h"
 #include "shell/tip_text.h"
-#include "shell/win32/canvas.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/window_ids.h"
 #include "shell/window_timers.h"
@@ -198,7 +197,7 @@ void OnListRest(AppState& app, MainWindow& window, Point point) {
   TakeHover(app, window, window.List(), point);
   const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
   const Tip tip = TipOfCell(view, app.list.hoverRow, app.list.hoverColumn);
-  window.tip.Show(window.Handle(), tip.text, app.systemDpi, window.fonts.main.Get());
+  window.tip.Show(window.Handle(), tip.text, app.systemDpi, CurrentFonts().Of(FontRole::kMain));
   if (tip.isMissing && !IsScrolling(app, TickMs())) RunFeature(app.features.requestAttributes);
 }
 
@@ -261,13 +260,10 @@ void FitColumns(AppState& app, const MainWindow& window) {
   if (layout.view != ViewMode::kList) return;
   const auto rows = ShownResults();
   const RowsInView inView = RowsToPaint(layout, app.scrollY, rows->size());
-  const WindowDc dc(window.Handle());
-  const SelectScope font(dc.Get(), window.fonts.list.Get());
-  const Canvas canvas{dc.Get()};
   int widest = 0;
   for (uint64_t row = inView.first; row < inView.end; ++row) {
     const std::u16string folder = TextOfRow((*rows)[row]).folder;
-    widest = std::max(widest, canvas.WidthOf(folder.data(), folder.size()));
+    widest = std::max(widest, CurrentFonts().WidthOf(FontRole::kList, folder));
   }
   app.pathColumnWidth = FitPathColumn(layout, widest, CurrentWindowSettings.columnWidth[kPathColumn]);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/palette.h"
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/background.h"
@@ -49,13 +50,12 @@ void MainWindow::StopTimer(uint32_t id) { KillTimer(window_, id); }
 void MainWindow::SetTitle(const std::u16string& title) { SetWindowTextW(window_, Wide(title)); }
 
 void MainWindow::SetStatus(const std::u16string& text) {
+  App().statusText = text;
   if (!IsWindow(statusText)) return;
   SetWindowTextW(statusText, Wide(text));
   const RECT strip = {0, 0, App().clientWidth, App().headerTop};
   InvalidateRect(window_, &strip, FALSE);
 }
-
-std::u16string MainWindow::StatusText() const { return TextOfWindow(statusText); }
 
 std::u16string MainWindow::SearchBoxText() { return TextOfWindow(searchBox); }
 
@@ -185,7 +185,7 @@ void MainWindow::ReleaseBrushes() {
 
 void MainWindow::ReleaseBackBuffer() { backBuffer.Close(); }
 
-void MainWindow::ReleaseFonts() { fonts = {}; }
+void MainWindow::ReleaseFonts() { CurrentFonts().Release(); }
 
 void MainWindow::QuitMessageLoop() { PostQuitMessage(0); }
 
@@ -241,37 +241,23 @@ void MainWindow::PlaceControls() {
   Show(searchBox, ToRECT(row.search));
   ApplySearchBoxRect(searchBox);
   filterBar.Place(row);
-  App().headerTop = filterBar.PlaceTags(App().clientWidth);
+  App().headerTop = filterBar.PlaceTags();
 }
 
 void MainWindow::PlaceTags() {
-  const int former = std::exchange(App().headerTop, filterBar.PlaceTags(App().clientWidth));
+  const int former = std::exchange(App().headerTop, filterBar.PlaceTags());
   RedrawTags();
   if (App().headerTop == former) return;
   RelayoutList();
   InvalidateRect(window_, nullptr, FALSE);
 }
 
-SidebarLayout MainWindow::Sidebar() const {
-  return LayoutSidebar({.clientHeight = App().clientHeight,
-                        .headerTop = App().headerTop,
-                        .sidebarWidth = App().sidebarWidth,
-                        .dpi = App().systemDpi,
-                        .tags = static_cast<int>(filterBar.Captions().size()),
-                        .scroll = App().sidebarScroll});
-}
-
-ListLayout MainWindow::List() const {
-  ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
-                  .clientWidth = App().clientWidth,
-                  .clientHeight = App().clientHeight,
-                  .sidebarWidth = CurrentWindowSettings.sidebarLayout ? App().sidebarWidth : 0,
-                  .headerTop = App().headerTop,
-                  .dpi = App().systemDpi,
-                  .columns = CurrentWindowSettings.columnWidth};
-  // The stored width of the path column is its least; what is shown fits the rows in view.
-  input.columns[kPathColumn] = std::max(input.columns[kPathColumn], App().pathColumnWidth);
-  return LayoutList(input);
+ViewContext MainWindow::Context() const {
+  return {.dpi = App().systemDpi,
+          .client = {0, 0, App().clientWidth, App().clientHeight},
+          .palette = CurrentPalette,
+          .fonts = CurrentFonts(),
+          .hasFocus = GetFocus() == window_};
 }
 
 void MainWindow::RemakeFonts() {
@@ -279,12 +265,14 @@ void MainWindow::RemakeFonts() {
   CancelRename();
   tip.Hide();
   // The controls hold the former ones until they have the new.
-  const WindowFonts former = std::exchange(fonts, MakeFonts(App().systemDpi, App().uiIsChinese));
+  GdiFonts& fonts = CurrentFonts();
+  const FontSet former = fonts.Take(MakeFonts(App().systemDpi, App().uiIsChinese));
+  const HFONT main = fonts.Of(FontRole::kMain);
   for (const HWND control : {searchBox, scopeBox}) {
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.main.Get()), TRUE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(main), TRUE);
   }
   ApplySearchBoxRect(searchBox);  // a new font puts the text back to the top
-  filterBar.SetFonts(fonts.main.Get(), fonts.filter.Get());
+  filterBar.SetFonts(main, fonts.Of(FontRole::kFilter));
 }
 
 void MainWindow::RemakeIcons() { WearIcons(window_, App().systemDpi, icons); }

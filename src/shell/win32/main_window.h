@@ -9,10 +9,13 @@
 #include "shell/app_state.h"
 #include "shell/layout.h"
 #include "shell/list_layout.h"
+#include "shell/search/search_places.h"
+#include "shell/view/view_context.h"
 #include "shell/win32/app_icons.h"
 #include "shell/win32/back_buffer.h"
 #include "shell/win32/filter_bar.h"
 #include "shell/win32/foreign_messages.h"
+#include "shell/win32/gdi_fonts.h"
 #include "shell/win32/row_tip.h"
 #include "shell/win32/tray_icon.h"
 #include "shell/win32/window_look.h"
@@ -75,9 +78,9 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void RemakeFonts();
   void RemakeIcons();
   void RecreateBackBuffer();
-  ListLayout List() const;
-  SidebarLayout Sidebar() const;
-  std::u16string StatusText() const;
+  ListLayout List() const { return PlaceList(App()); }
+  SidebarLayout Sidebar() const { return PlaceSidebar(App()); }
+  ViewContext Context() const;
 
   HWND searchBox = nullptr, scopeBox = nullptr, statusText = nullptr;
   // Hidden: they keep ranges and positions.
@@ -85,7 +88,6 @@ class MainWindow : public WindowPort, public WindowEndPort {
   HWND renameEditor = nullptr;
   RowTip tip;
   FilterBar filterBar;
-  WindowFonts fonts;
   WindowBrushes brushes;
   UniqueBrush classBrush;  // of the window's class
   BackBuffer backBuffer;

@@ -21,8 +21,11 @@ struct Calls {
   decltype(&ScriptStringCPtoX) placeOf = Find<decltype(&ScriptStringCPtoX)>("ScriptStringCPtoX");
   decltype(&ScriptStringOut) draw = Find<decltype(&ScriptStringOut)>("ScriptStringOut");
 
+  decltype(&ScriptString_pSize) sizeOf = Find<decltype(&ScriptString_pSize)>("ScriptString_pSize");
+
   bool AreThere() const {
-    return analyse != nullptr && free != nullptr && placeOf != nullptr && draw != nullptr;
+    return analyse != nullptr && free != nullptr && placeOf != nullptr && draw != nullptr &&
+           sizeOf != nullptr;
   }
 };
 
@@ -33,7 +36,7 @@ const Calls& Uniscribe() {
 
 }  // namespace
 
-bool RunsRightToLeft(const std::u16string& text) {
+bool RunsRightToLeft(std::u16string_view text) {
   return std::any_of(text.begin(), text.end(), [](char16_t unit) {
     return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
            (unit >= 0xFE70 && unit <= 0xFEFF);
@@ -55,6 +58,11 @@ MixedLine::~MixedLine() {
 
 void MixedLine::Draw(int left, int top) const {
   Uniscribe().draw(analysis_, left, top, 0, nullptr, 0, 0, FALSE);
+}
+
+int MixedLine::Width() const {
+  const SIZE* const size = Uniscribe().sizeOf(analysis_);
+  return size != nullptr ? size->cx : 0;
 }
 
 // Its edges in the order of the text: the left one may be the second.

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "shell/highlight.h"
@@ -12,7 +13,7 @@
 namespace quilmark {
 
 // True if the units need not stand in the order of the screen: Hebrew, Arabic and their neighbours.
-bool RunsRightToLeft(const std::u16string& text);
+bool RunsRightToLeft(std::u16string_view text);
 
 // The line laid out in the selected font. What it draws stands where it says, which the other calls of
 // the system do not promise of such text.
@@ -25,6 +26,7 @@ class MixedLine {
 
   bool IsReady() const { return analysis_ != nullptr; }  // false where the system cannot lay it out
   void Draw(int left, int top) const;
+  int Width() const;  // pixels
 
   // What some ranges cover, from left to right, in pixels from the line's beginning.
   std::vector<PixelSpan> SpansOf(const std::vector<TextRange>& ranges) const;

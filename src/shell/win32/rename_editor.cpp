@@ -179,7 +179,8 @@ void OpenRenameEditor(AppState& app, MainWindow& window) {
       0, L"EDIT", Wide(editing.row.name), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | ES_MULTILINE,
       place->left, place->top, place->right - place->left, place->bottom - place->top, window.Handle(),
       nullptr, GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(window.renameEditor, WM_SETFONT, reinterpret_cast<WPARAM>(window.fonts.list.Get()), TRUE);
+  SendMessageW(window.renameEditor, WM_SETFONT,
+               reinterpret_cast<WPARAM>(CurrentFonts().Of(FontRole::kList)), TRUE);
   CentreEditLine(window.renameEditor, kTextInset, kTextInset);
   SetWindowSubclass(window.renameEditor, EditorProcedure, kSubclass, 0);
   SetFocus(window.renameEditor);

@@ -41,10 +41,10 @@ void InstallSearchHooks(MainWindow& window) {
 }  // namespace
 
 void MainWindow::MakeControls() {
-  scopeBox = MakeCombo(window_, kScopeBox, fonts.main.Get());
+  scopeBox = MakeCombo(window_, kScopeBox, CurrentFonts().Of(FontRole::kMain));
   RebuildScopeBox();
-  searchBox = MakeSearchBox(window_, fonts.main.Get());
-  filterBar.Open(window_, fonts.main.Get(), fonts.filter.Get());
+  searchBox = MakeSearchBox(window_, CurrentFonts().Of(FontRole::kMain));
+  filterBar.Open(window_, CurrentFonts().Of(FontRole::kMain), CurrentFonts().Of(FontRole::kFilter));
   const auto hiddenBar = [this](int id, DWORD style) {
     return CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | style, 0, 0, 0, 0, window_,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),

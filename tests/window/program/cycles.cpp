@@ -6,9 +6,9 @@
 
 #include "config/window_settings.h"
 #include "shell/frame_drag.h"
-#include "shell/win32/list_paint.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/win32/theme.h"
+#include "shell/win32/window_paint.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -66,7 +66,8 @@ void CycleCalendar(const MainWindow& window) {
 }
 
 void CycleTip(const AppState& app, MainWindow& window) {
-  window.tip.Show(window.Handle(), u"C:\\a path that is told", app.systemDpi, window.fonts.main.Get());
+  window.tip.Show(window.Handle(), u"C:\\a path that is told", app.systemDpi,
+                  CurrentFonts().Of(FontRole::kMain));
   window.tip.Hide();
 }
 

@@ -5,11 +5,6 @@
 
 namespace quilmark {
 
-struct PaintOutcome {
-  bool isMissing = false;  // attributes of a row in view are not known yet
-  bool isLater = false;    // a row in view could not be read yet
-};
-
 // Covers every pixel of the client area. Reads state and changes none.
 PaintOutcome PaintWindow(HDC dc, const MainWindow& window);
 

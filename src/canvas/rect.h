@@ -14,6 +14,13 @@ struct Rect {
 constexpr int Width(const Rect& rect) { return rect.right - rect.left; }
 constexpr int Height(const Rect& rect) { return rect.bottom - rect.top; }
 
+// What both cover; without height or width where they have nothing in common.
+constexpr Rect Intersection(const Rect& one, const Rect& other) {
+  const int left = std::max(one.left, other.left), top = std::max(one.top, other.top);
+  return {left, top, std::max(std::min(one.right, other.right), left),
+          std::max(std::min(one.bottom, other.bottom), top)};
+}
+
 struct Point {
   int x = 0, y = 0;
 

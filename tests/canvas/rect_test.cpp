@@ -1,4 +1,4 @@
-#include "shell/rect.h"
+#include "canvas/rect.h"
 
 #include <gtest/gtest.h>
 

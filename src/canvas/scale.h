@@ -1,0 +1,11 @@
+// Lengths that are given at 96 dpi.
+#pragma once
+
+#include <cstdint>
+
+namespace quilmark {
+
+// Pixels for `n` pixels at 96 dpi; a dpi of 0 counts as 96.
+int ScaleFor(uint32_t dpi, int n);
+
+}  // namespace quilmark

@@ -1,0 +1,13 @@
+// The search view as it is painted: bar, sidebar, header, rows, scrollbars.
+#pragma once
+
+#include "canvas/canvas.h"
+#include "shell/app_state.h"
+#include "shell/view/view_context.h"
+
+namespace quilmark {
+
+// Covers every pixel that the canvas shows. Reads state and changes none. Interface thread.
+PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const AppState& app);
+
+}  // namespace quilmark

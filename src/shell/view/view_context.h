@@ -1,0 +1,35 @@
+// What a view needs to know of its window while it answers one call.
+#pragma once
+
+#include <cstdint>
+
+#include "canvas/rect.h"
+#include "canvas/scale.h"
+#include "canvas/text_measure.h"
+#include "config/palette.h"
+
+namespace quilmark {
+
+// Made for each call; nobody keeps it.
+struct ViewContext {
+  uint32_t dpi = 96;
+  Rect client;
+  const Palette& palette;
+  const TextMeasure& fonts;
+  bool hasFocus = false;  // keys go to the window itself, and not to one of its controls
+
+  int Scaled(int n) const { return ScaleFor(dpi, n); }
+};
+
+// What a paint could not show yet.
+struct PaintOutcome {
+  bool isMissing = false;  // of a row in view something is not known that can be asked for
+  bool isLater = false;    // a row in view could not be read now: to be painted again in a while
+
+  void Join(const PaintOutcome& other) {
+    isMissing = isMissing || other.isMissing;
+    isLater = isLater || other.isLater;
+  }
+};
+
+}  // namespace quilmark

@@ -1,0 +1,36 @@
+#include "shell/win32/window_paint.h"
+
+#include "platform/clock.h"
+#include "shell/result_messages.h"
+#include "shell/search/search_paint.h"
+#include "shell/win32/gdi_canvas.h"
+#include "shell/window_timers.h"
+
+namespace quilmark {
+
+PaintOutcome PaintWindow(HDC dc, const MainWindow& window) {
+  const ViewContext context = window.Context();
+  GdiCanvas canvas(dc, CurrentFonts(), context.client);
+  return PaintSearch(canvas, context, App());
+}
+
+void MainWindow::Paint() {
+  constexpr uint32_t kLaterMs = 100;
+  PAINTSTRUCT paint;
+  const HDC screen = BeginPaint(window_, &paint);
+  ++paints;
+  PaintOutcome outcome;
+  if (backBuffer.IsReady()) {
+    outcome = PaintWindow(backBuffer.Dc(), *this);
+    paintedScrollY = App().scrollY;
+    BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
+  }
+  EndPaint(window_, &paint);
+  if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs, TickMs());
+  // While the list moves nothing touches the disk; the settle timer comes back to it.
+  if (outcome.isMissing && !IsScrolling(App(), TickMs())) {
+    RunFeature(App().features.requestAttributes);
+  }
+}
+
+}  // namespace quilmark
