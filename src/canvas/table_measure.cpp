@@ -1,0 +1,51 @@
+#include "canvas/table_measure.h"
+
+#include <algorithm>
+
+#include "canvas/scale.h"
+#include "canvas/text_advances.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr int kBoldFrom = 550;  // weights below it are drawn in the regular face
+constexpr int kOfHeight = 1'000;
+
+int Rounded(int thousandths, int height) { return (thousandths * height + kOfHeight / 2) / kOfHeight; }
+
+bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+
+}  // namespace
+
+// Each character by itself is rounded to whole pixels, as the system does it.
+int TableMeasure::AdvanceOf(FontRole font, char16_t unit) const {
+  if (IsSecondHalf(unit)) return 0;
+  const auto runs = RowOf(font).weight < kBoldFrom ? kRegularAdvances : kBoldAdvances;
+  const auto next =
+      std::upper_bound(runs.begin(), runs.end(), unit,
+                       [](char16_t one, const AdvanceRun& run) { return one < run.first; });
+  const int height = ScaleFor(dpi_, RowOf(font).height);
+  return Rounded(std::prev(next)->advance * percent_ / 100, height);
+}
+
+int TableMeasure::WidthOf(FontRole font, std::u16string_view text) const {
+  int width = 0;
+  for (const char16_t unit : text) width += AdvanceOf(font, unit);
+  return width;
+}
+
+int TableMeasure::LineHeight(FontRole font) const {
+  const int height = ScaleFor(dpi_, RowOf(font).height);
+  return std::max(Rounded(kTextHeight.ascent, height) + Rounded(kTextHeight.descent, height), 1);
+}
+
+size_t TableMeasure::UnitsWithin(FontRole font, std::u16string_view text, int width) const {
+  for (size_t units = 0; units < text.size(); ++units) {
+    width -= AdvanceOf(font, text[units]);
+    if (width < 0) return units;
+  }
+  return text.size();
+}
+
+}  // namespace quilmark
