@@ -4,7 +4,7 @@
     tools/make_advances.py > src/canvas/text_advances.cpp
 
 The fonts are those that tools/wine_window.sh gives the window under Wine, of Debian's fonts-noto-cjk,
-fonts-noto-core and fonts-dejavu-core. Widths are thousandths of the letters' height, as the font files have them.
+fonts-noto-core and fonts-dejavu-core. Widths are parts of the letters' height, PARTS to the whole: exact for fonts of 1,000 and of 2,048 units.
 """
 
 import struct
@@ -12,6 +12,7 @@ import sys
 
 CJK = "/usr/share/fonts/opentype/noto/NotoSansCJK-{}.ttc"
 CJK_FACE = 2  # Simplified Chinese
+PARTS = 256_000
 LINKED = ["/usr/share/fonts/truetype/noto/NotoSans{}-Regular.ttf".format(script)
           for script in ("Arabic", "Devanagari", "Thai", "Hebrew", "Symbols2")]
 LINKED.append("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
@@ -38,11 +39,11 @@ class Font:
 
     def ascent_and_descent(self):
         """Of OS/2, usWinAscent and usWinDescent, which GDI goes by."""
-        return tuple(self.at(">H", self.tables["OS/2"] + offset) * 1000 // self.em for offset in (74, 76))
+        return tuple(self.at(">H", self.tables["OS/2"] + offset) * PARTS // self.em for offset in (74, 76))
 
     def advance(self, glyph):
         index = min(glyph, self.widths - 1)
-        return round(self.at(">H", self.tables["hmtx"] + 4 * index) * 1000 / self.em)
+        return self.at(">H", self.tables["hmtx"] + 4 * index) * PARTS // self.em
 
     def glyphs(self):
         """{unit: glyph} of the basic plane, by the table of Windows."""
@@ -85,7 +86,7 @@ def runs_of(widths):
     """(first unit, width) wherever the width changes; units of no font are as wide as an ideograph."""
     runs, former = [], None
     for unit in range(0x10000):
-        width = widths.get(unit, 1000)
+        width = widths.get(unit, PARTS)
         if width != former:
             runs.append((unit, width))
             former = width

@@ -10,9 +10,13 @@ namespace quilmark {
 namespace {
 
 constexpr int kBoldFrom = 550;  // weights below it are drawn in the regular face
-constexpr int kOfHeight = 1'000;
 
-int Rounded(int thousandths, int height) { return (thousandths * height + kOfHeight / 2) / kOfHeight; }
+// To 64ths of a pixel first, and from these to pixels, as font engines do it.
+int Rounded(int64_t advance, int height) {
+  constexpr int64_t kParts = 64;
+  const int64_t parts = (advance * height * kParts + kAdvanceParts / 2) / kAdvanceParts;
+  return static_cast<int>((parts + kParts / 2) / kParts);
+}
 
 bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
@@ -26,7 +30,7 @@ int TableMeasure::AdvanceOf(FontRole font, char16_t unit) const {
       std::upper_bound(runs.begin(), runs.end(), unit,
                        [](char16_t one, const AdvanceRun& run) { return one < run.first; });
   const int height = ScaleFor(dpi_, RowOf(font).height);
-  return Rounded(std::prev(next)->advance * percent_ / 100, height);
+  return Rounded(int64_t{std::prev(next)->advance} * percent_ / 100, height);
 }
 
 int TableMeasure::WidthOf(FontRole font, std::u16string_view text) const {

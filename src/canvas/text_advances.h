@@ -6,15 +6,17 @@
 
 namespace quilmark {
 
-// Thousandths of the letters' height.
+// Parts of the letters' height that make a whole.
+inline constexpr int64_t kAdvanceParts = 256'000;
+
 struct FontHeight {
-  uint16_t ascent, descent;
+  int32_t ascent, descent;  // parts
 };
 extern const FontHeight kTextHeight;
 
 struct AdvanceRun {
-  uint16_t first;    // UTF-16 unit; the run ends where the next one begins
-  uint16_t advance;  // thousandths of the letters' height
+  char16_t first;   // the run ends where the next one begins
+  int32_t advance;  // parts
 };
 // From 0 on, ascending.
 extern const std::span<const AdvanceRun> kRegularAdvances, kBoldAdvances;
