@@ -39,8 +39,9 @@ void PaintTop(Canvas& canvas, const ViewContext& context, const AppState& app, C
   canvas.Fill({0, app.headerTop - 1, right, app.headerTop}, context.palette.border);
   // Above the line below it, which stands higher beside a sidebar.
   const int bottom = std::min(context.Scaled(kStatusBottom), app.headerTop - 1);
+  const int height = std::max(context.Scaled(kStatusHeight), context.fonts.LineHeight(FontRole::kMain));
   const int margin = context.Scaled(kStatusLeft);
-  canvas.Text({margin, bottom - context.Scaled(kStatusHeight), right - margin, bottom}, app.statusText,
+  canvas.Text({margin, bottom - height, right - margin, bottom}, app.statusText,
               {.font = FontRole::kMain, .color = letters});
 }
 
