@@ -15,9 +15,9 @@ namespace {
 constexpr int kRuns = 9, kFiles = 100, kWidth = 1'560, kHeight = 1'520;
 constexpr uint32_t kFrames = 20, kShort = 100, kLong = 10'000'000;
 
-double FrameMs(WindowProgram& program) {
+double FrameMs(WindowProgram& program, Probe probe = Probe::kTimePaints) {
   std::vector<int64_t> runs;
-  for (int run = 0; run < kRuns; ++run) runs.push_back(program.Ask(Probe::kTimePaints, kFrames));
+  for (int run = 0; run < kRuns; ++run) runs.push_back(program.Ask(probe, kFrames));
   std::sort(runs.begin(), runs.end());
   return static_cast<double>(runs[kRuns / 2]) / 1'000;
 }
@@ -55,8 +55,11 @@ void Report(WindowProgram& program, const char* what) {
     std::printf("%s: other rows came meanwhile\n", what);
     return;
   }
-  std::printf("%-16s %u rows %6.2f ms   %u rows %6.2f ms (%.2fx)   in their middle %6.2f ms (%.2fx)\n",
-              what, kShort, few, kLong, many, many / few, middle, middle / few);
+  const double hover = FrameMs(program, Probe::kTimeHovers);
+  std::printf(
+      "%-16s %u rows %6.2f ms   %u rows %6.2f ms (%.2fx)   in their middle %6.2f ms (%.2fx)"
+      "   two rows, to the screen %6.2f ms\n",
+      what, kShort, few, kLong, many, many / few, middle, middle / few, hover);
 }
 
 void ReportAll() {

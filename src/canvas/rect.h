@@ -21,6 +21,14 @@ constexpr Rect Intersection(const Rect& one, const Rect& other) {
           std::max(std::min(one.bottom, other.bottom), top)};
 }
 
+// The smallest that holds both; an empty one adds nothing.
+constexpr Rect Union(const Rect& one, const Rect& other) {
+  if (one.left >= one.right || one.top >= one.bottom) return other;
+  if (other.left >= other.right || other.top >= other.bottom) return one;
+  return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
+          std::max(one.bottom, other.bottom)};
+}
+
 struct Point {
   int x = 0, y = 0;
 

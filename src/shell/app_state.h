@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -95,7 +96,8 @@ struct AppState {
 
   // Timers.
   std::atomic<bool> repaintPending = false;
-  uint64_t repaintAskedMs = 0;  // when the oldest request was made that no repaint has followed
+  std::optional<Rect> repaintOnly;  // of the list; empty: all of it
+  uint64_t repaintAskedMs = 0;      // when the oldest request was made that no repaint has followed
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;

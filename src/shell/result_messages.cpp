@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <mutex>
+#include <optional>
+#include <utility>
 
 #include "config/product.h"
 #include "config/translate.h"
@@ -259,6 +261,19 @@ constexpr MessageRow kMessageRows[] = {
     {WM_RESORT_RESULTS, OnResort},
 };
 
+void RequestSoon(AppState& app, WindowPort& window, bool isWaiting, uint32_t delayMs, uint64_t nowMs) {
+  if (!isWaiting) app.repaintAskedMs = nowMs;
+  // Each further request puts the answer off: a wheel that turns on and on would show nothing.
+  if (isWaiting && nowMs - app.repaintAskedMs >= std::max(delayMs, kFrameMs)) {
+    app.repaintAskedMs = nowMs;
+    const bool isOfPart = app.repaintOnly.has_value();
+    InvalidateRequested(app, window);
+    app.repaintPending = true;
+    if (isOfPart) app.repaintOnly = Rect();  // what is asked for from now on
+  }
+  window.StartTimer(kTimerRepaint, delayMs);
+}
+
 }  // namespace
 
 bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& message) {
@@ -268,15 +283,24 @@ bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& m
   return false;
 }
 
+void InvalidateRequested(AppState& app, WindowPort& window) {
+  const auto only = std::exchange(app.repaintOnly, std::nullopt);
+  if (!app.repaintPending.exchange(false)) return;
+  if (only) return window.Invalidate(*only);
+  window.InvalidateList();
+}
+
 void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs, uint64_t nowMs) {
+  app.repaintOnly.reset();
+  RequestSoon(app, window, app.repaintPending.exchange(true), delayMs, nowMs);
+}
+
+void RequestRepaintOf(AppState& app, WindowPort& window, const Rect& place, uint32_t delayMs,
+                      uint64_t nowMs) {
   const bool isWaiting = app.repaintPending.exchange(true);
-  if (!isWaiting) app.repaintAskedMs = nowMs;
-  // Each further request puts the answer off: a wheel that turns on and on would show nothing.
-  if (isWaiting && nowMs - app.repaintAskedMs >= std::max(delayMs, kFrameMs)) {
-    app.repaintAskedMs = nowMs;
-    window.InvalidateList();
-  }
-  window.StartTimer(kTimerRepaint, delayMs);
+  if (!isWaiting) app.repaintOnly = place;
+  if (isWaiting && app.repaintOnly) app.repaintOnly = Union(*app.repaintOnly, place);
+  RequestSoon(app, window, isWaiting, delayMs, nowMs);
 }
 
 void SearchAgain(WindowPort& window) {

@@ -15,6 +15,13 @@ bool TakeResultMessage(AppState& app, WindowPort& window, const PostedMessage& m
 // they do not cease.
 void RequestListRepaint(AppState& app, WindowPort& window, uint32_t delayMs, uint64_t nowMs);
 
+// The same, for a part of it. Whoever asks for all of it meanwhile gets all of it.
+void RequestRepaintOf(AppState& app, WindowPort& window, const Rect& place, uint32_t delayMs,
+                      uint64_t nowMs);
+
+// What was asked for is drawn anew now. Nothing where nothing was.
+void InvalidateRequested(AppState& app, WindowPort& window);
+
 // Reads the search box again after the set of volumes changed; an empty box shows the recent opens.
 void SearchAgain(WindowPort& window);
 

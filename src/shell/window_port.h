@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "canvas/rect.h"
+
 namespace quilmark {
 
 // All calls on the interface thread.
@@ -29,6 +31,7 @@ struct WindowPort {
   virtual void MoveRename() = 0;      // after its row, which is somewhere else now
   virtual void RedrawTags() = 0;      // of the filter categories
   virtual void InvalidateList() = 0;  // from headerTop down
+  virtual void Invalidate(const Rect& place) = 0;
   // Path column and scrollbars from the rows and the scroll offset; what is under the mouse from both.
   virtual void RelayoutList() = 0;
 

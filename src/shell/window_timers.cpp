@@ -67,9 +67,7 @@ void AutosaveCache(AppState& app, WindowPort&) {
 
 void Trim(AppState&, WindowPort& window) { window.TrimSelf(); }
 
-void RepaintList(AppState& app, WindowPort& window) {
-  if (app.repaintPending.exchange(false)) window.InvalidateList();
-}
+void RepaintList(AppState& app, WindowPort& window) { InvalidateRequested(app, window); }
 
 enum class Firing { kOnce, kRepeating };
 

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "search/attr_cache.h"
+#include "shell/view/tag.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
-#include "shell/view/tag.h"
 
 namespace quilmark {
 namespace {

@@ -32,6 +32,10 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void MoveRename() override { calls.push_back("MoveRename"); }
   void RedrawTags() override { calls.push_back("RedrawTags"); }
   void InvalidateList() override { calls.push_back("InvalidateList"); }
+  void Invalidate(const Rect& place) override {
+    calls.push_back("Invalidate");
+    invalidated = Union(invalidated, place);
+  }
   void RelayoutList() override { calls.push_back("RelayoutList"); }
   bool IsVisible() override { return isVisible; }
   void Hide() override {
@@ -73,6 +77,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   }
 
   std::vector<std::string> calls;       // but for timers armed and texts set
+  Rect invalidated;  // all of them together
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
   std::u16string title = u"before", status = u"before", searchBox;
   WindowSize size = {900, 600};

@@ -208,6 +208,46 @@ TEST_F(WindowTimers, ARepaintAndARecountNeedARequest) {
   EXPECT_EQ(recounts, 1);
 }
 
+TEST_F(WindowTimers, ARepaintOfPartsIsOfAllThatWasAskedFor) {
+  constexpr Rect kRow = {0, 100, 500, 144}, kNext = {0, 144, 500, 188};
+  RequestRepaintOf(app, window, kRow, 16, 1'000);
+  RequestRepaintOf(app, window, kNext, 16, 1'001);
+  Fire(30014);
+  EXPECT_EQ(window.invalidated, (Rect{0, 100, 500, 188}));
+  EXPECT_EQ(window.Count("InvalidateList"), 0u);
+  window.invalidated = {};
+  RequestRepaintOf(app, window, kRow, 16, 1'002);
+  Fire(30014);
+  EXPECT_EQ(window.invalidated, kRow) << "the former request is answered";
+}
+
+TEST_F(WindowTimers, ARepaintOfAPartTakesNothingFromOneOfAll) {
+  constexpr Rect kRow = {0, 100, 500, 144};
+  RequestRepaintOf(app, window, kRow, 16, 1'000);
+  RequestListRepaint(app, window, 16, 1'000);
+  Fire(30014);
+  RequestListRepaint(app, window, 16, 1'001);
+  RequestRepaintOf(app, window, kRow, 16, 1'001);
+  Fire(30014);
+  EXPECT_EQ(window.Count("InvalidateList"), 2u);
+  EXPECT_EQ(window.Count("Invalidate"), 0u);
+}
+
+// The mouse goes over row after row, and each request puts the answer off.
+TEST_F(WindowTimers, RepaintsOfPartsThatDoNotCeaseAreAnsweredMeanwhile) {
+  for (int row = 0; row < 10; ++row) {
+    RequestRepaintOf(app, window, {0, 44 * row, 500, 44 * row + 44}, 16,
+                     1'000 + static_cast<uint64_t>(8 * row));
+  }
+  EXPECT_GE(window.Count("Invalidate"), 2u);
+  EXPECT_EQ(window.Count("InvalidateList"), 0u);
+  window.invalidated = {};
+  RequestRepaintOf(app, window, {0, 440, 500, 484}, 16, 1'090);
+  Fire(30014);
+  EXPECT_EQ(window.invalidated.bottom, 484);
+  EXPECT_GT(window.invalidated.top, 0) << "what was drawn meanwhile is not drawn again";
+}
+
 TEST_F(WindowTimers, NothingIsSavedDuringTheEnd) {
   int saves = 0;
   app.features.autosaveAttributes = [&saves] { ++saves; };

@@ -70,8 +70,8 @@ int GdiFonts::LineHeight(FontRole font) const {
 size_t GdiFonts::UnitsWithin(FontRole font, std::u16string_view text, int width) const {
   int fitting = 0;
   SIZE size = {};
-  GetTextExtentExPointW(Dc(font), Wide(text.data()), static_cast<int>(text.size()), width, &fitting, nullptr,
-                        &size);
+  GetTextExtentExPointW(Dc(font), Wide(text.data()), static_cast<int>(text.size()), width, &fitting,
+                        nullptr, &size);
   return static_cast<size_t>(std::max(fitting, 0));
 }
 

@@ -107,6 +107,18 @@ bool IsDragging(const ListState& list) {
   return list.dragsSidebar || list.dragColumn >= 0 || list.dragBar != Bar::kNone;
 }
 
+// What shows that the mouse is over a row, or over a bar.
+Rect HoverPlace(const AppState& app, const ListLayout& layout) {
+  if (app.list.hoverRow >= 0) {
+    const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.hoverRow));
+    return Intersection(row, layout.rows);
+  }
+  const auto bar = app.list.hoverBar == Bar::kVertical ? VerticalBar(layout, app.scrollY, DisplayCount)
+                   : app.list.hoverBar == Bar::kHorizontal ? HorizontalBar(layout, app.scrollX)
+                                                           : std::nullopt;
+  return bar ? bar->track : Rect();
+}
+
 void TakeHover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {
   if (CurrentWindowSettings.sidebarLayout) {
     const int tag = SidebarTagAt(window, point);
@@ -115,12 +127,14 @@ void TakeHover(AppState& app, MainWindow& window, const ListLayout& layout, Poin
   const Bar bar = BarAt(app, layout, point);
   const int64_t row = bar == Bar::kNone ? RowAt(layout, app.scrollY, DisplayCount, point) : -1;
   const int column = row >= 0 ? ColumnAt(layout, app.scrollX, point.x) : -1;
-  if (bar != app.list.hoverBar || row != app.list.hoverRow)
-    RequestListRepaint(app, window, kDragRepaintMs, TickMs());
-  if (row != app.list.hoverRow || column != app.list.hoverColumn) window.tip.Hide();
+  const bool isElsewhere = bar != app.list.hoverBar || row != app.list.hoverRow;
+  if (isElsewhere || column != app.list.hoverColumn) window.tip.Hide();
+  const Rect former = HoverPlace(app, layout);
   app.list.hoverBar = bar;
   app.list.hoverRow = row;
   app.list.hoverColumn = column;
+  if (!isElsewhere) return;
+  RequestRepaintOf(app, window, Union(former, HoverPlace(app, layout)), kDragRepaintMs, TickMs());
 }
 
 void Hover(AppState& app, MainWindow& window, const ListLayout& layout, Point point) {

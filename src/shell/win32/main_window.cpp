@@ -92,6 +92,11 @@ void MainWindow::InvalidateList() {
   InvalidateRect(window_, &list, FALSE);
 }
 
+void MainWindow::Invalidate(const Rect& place) {
+  const RECT rect = ToRECT(place);
+  InvalidateRect(window_, &rect, FALSE);
+}
+
 void MainWindow::CancelRename() { CancelRenameEditor(*this); }
 
 void MainWindow::MoveRename() { MoveRenameEditor(App(), *this); }

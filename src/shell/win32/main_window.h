@@ -44,6 +44,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void MoveRename() override;
   void RedrawTags() override;
   void InvalidateList() override;
+  void Invalidate(const Rect& place) override;
   void RelayoutList() override;
   bool IsVisible() override;
   void Hide() override;

@@ -8,9 +8,10 @@
 
 namespace quilmark {
 
-PaintOutcome PaintWindow(HDC dc, const MainWindow& window) {
+PaintOutcome PaintWindow(HDC dc, const MainWindow& window, const Rect& place) {
   const ViewContext context = window.Context();
   GdiCanvas canvas(dc, CurrentFonts(), context.client);
+  const CanvasClip clip(canvas, place);
   return PaintSearch(canvas, context, App());
 }
 
@@ -21,9 +22,11 @@ void MainWindow::Paint() {
   ++paints;
   PaintOutcome outcome;
   if (backBuffer.IsReady()) {
-    outcome = PaintWindow(backBuffer.Dc(), *this);
+    const RECT& place = paint.rcPaint;
+    outcome = PaintWindow(backBuffer.Dc(), *this, FromRECT(place));
     paintedScrollY = App().scrollY;
-    BitBlt(screen, 0, 0, App().clientWidth, App().clientHeight, backBuffer.Dc(), 0, 0, SRCCOPY);
+    BitBlt(screen, place.left, place.top, place.right - place.left, place.bottom - place.top,
+           backBuffer.Dc(), place.left, place.top, SRCCOPY);
   }
   EndPaint(window_, &paint);
   if (outcome.isLater) RequestListRepaint(App(), *this, kLaterMs, TickMs());

@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// Covers every pixel of the client area. Reads state and changes none.
-PaintOutcome PaintWindow(HDC dc, const MainWindow& window);
+// Covers every pixel of the place. Reads state and changes none.
+PaintOutcome PaintWindow(HDC dc, const MainWindow& window, const Rect& place);
 
 }  // namespace quilmark

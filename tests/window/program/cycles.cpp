@@ -23,7 +23,9 @@ void DispatchAll() {
   }
 }
 
-void Paint(const MainWindow& window) { PaintWindow(window.backBuffer.Dc(), window); }
+void Paint(const MainWindow& window) {
+  PaintWindow(window.backBuffer.Dc(), window, window.Context().client);
+}
 
 void CycleViews(MainWindow& window) {
   for (const ViewMode view : {ViewMode::kSmallIcons, ViewMode::kLargeIcons, ViewMode::kList}) {

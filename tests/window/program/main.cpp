@@ -193,14 +193,28 @@ void DeleteRow(uint32_t row) {
   MarkDeleted(*hit.volume, hit.index);
 }
 
-LRESULT TimePaints(const MainWindow& window, uint32_t times) {
+// Of the whole window, or of two rows that the mouse goes over, to the screen.
+LRESULT TimePaints(const MainWindow& window, const Rect& place, uint32_t times) {
+  const HDC buffer = window.backBuffer.Dc();
+  const WindowDc screen(window.Handle());
   LARGE_INTEGER frequency, start, end;
   QueryPerformanceFrequency(&frequency);
   QueryPerformanceCounter(&start);
-  for (uint32_t i = 0; i < times; ++i) PaintWindow(window.backBuffer.Dc(), window);
+  for (uint32_t i = 0; i < times; ++i) {
+    PaintWindow(buffer, window, place);
+    if (place != window.Context().client) {
+      BitBlt(screen.Get(), place.left, place.top, Width(place), Height(place), buffer, place.left,
+             place.top, SRCCOPY);
+    }
+  }
   GdiFlush();
   QueryPerformanceCounter(&end);
   return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
+}
+
+Rect TwoRows(const MainWindow& window) {
+  const ListLayout layout = window.List();
+  return Union(PlaceOfRow(layout, App().scrollY, 2), PlaceOfRow(layout, App().scrollY, 3));
 }
 
 LRESULT CountThreads() {
@@ -310,7 +324,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       DeleteRow(argument);
       break;
     case Probe::kTimePaints:
-      return TimePaints(window, argument);
+      return TimePaints(window, window.Context().client, argument);
+    case Probe::kTimeHovers:
+      return TimePaints(window, TwoRows(window), argument);
     case Probe::kSetHighContrast: {
       static const auto asTheSystemSays = readHighContrast;
       readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;

@@ -82,6 +82,7 @@ enum class Probe : uintptr_t {
   kFillRows,         // argument: how many rows; those of the index, over and over
   kShowRow,          // argument: the row to begin at
   kTimePaints,       // argument: times; the answer is the microseconds of one
+  kTimeHovers,       // the same for two rows, and with their way to the screen
   kSelectRow,        // argument: the row, which need not be there
   kPaintAll,         // what waits for a paint, of all windows, pop-ups too
   kResetColors,      // to those of the theme
