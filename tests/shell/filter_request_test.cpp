@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "search/attr_cache.h"
-#include "shell/view/tag.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
 
@@ -109,20 +108,6 @@ TEST(TagCaptions, HoldNameAndCountOfEachCategory) {
             (Names{u"All\r\n(10000000)", u"Folders\r\n(2)", u"Letters (old)\r\n(0)"}));
   EXPECT_EQ(TagCaptions({1, 2, 3, 4}).size(), 3u);
   InstallCategories(DefaultCategories(false));
-}
-
-TEST(SplitCaption, GivesTheTwoLines) {
-  const TagText text = SplitCaption(u"Letters (old)\r\n(12)");
-  EXPECT_EQ(text.name, u"Letters (old)");
-  EXPECT_EQ(text.count, u"(12)");
-}
-
-TEST(SplitCaption, OfOneLineHasNoCount) {
-  for (const std::u16string caption : {u"", u"Letters", u"Letters\n(12)"}) {
-    const TagText text = SplitCaption(caption);
-    EXPECT_EQ(text.name, caption);
-    EXPECT_EQ(text.count, u"");
-  }
 }
 
 TEST(PresetItems, StandInTheOrderOfTheirValues) {
