@@ -92,6 +92,13 @@ void ScrollColumns(AppState& app, WindowPort& window, const ListLayout& layout, 
   if (x) ScrollColumnsTo(app, window, layout, *x, nowMs);
 }
 
+BarRange RangeOfBar(int64_t limit, int page, int64_t position) {
+  const int64_t step = PixelsOfBarStep(limit, page);
+  return {.last = static_cast<int>((limit + page) / step) - 1,
+          .page = static_cast<int>(page / step),
+          .position = static_cast<int>(position / step)};
+}
+
 void BeginPan(AppState& app, Point finger) { app.list.panPoint = finger; }
 
 void PanTo(AppState& app, WindowPort& window, const ListLayout& layout, Point finger, uint64_t nowMs) {

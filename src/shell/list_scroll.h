@@ -33,6 +33,12 @@ void ScrollColumns(AppState& app, WindowPort& window, const ListLayout& layout, 
 // Pixels that a step of such a scrollbar stands for: it counts in 32 bits.
 int64_t PixelsOfBarStep(int64_t limit, int page);
 
+// What such a scrollbar is told of the list: its last position is behind the page.
+struct BarRange {
+  int last = 0, page = 0, position = 0;  // in steps
+};
+BarRange RangeOfBar(int64_t limit, int page, int64_t position);
+
 // A finger on the rows, which stay under it. A pan that begins sets where it stands.
 void BeginPan(AppState& app, Point finger);
 void PanTo(AppState& app, WindowPort& window, const ListLayout& layout, Point finger, uint64_t nowMs);

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "config/window_settings.h"
+#include "search/filtered_results.h"
+#include "shell/row_text.h"
 #include "shell/view/tag.h"
 
 namespace quilmark {
@@ -40,6 +42,18 @@ FilterBarLayout PlaceTagButtons(const AppState& app, const TextMeasure& fonts) {
                                              fonts.WidthOf(FontRole::kFilter, text.count)));
   }
   return LayoutFilterBar(input);
+}
+
+void FitColumns(AppState& app, const TextMeasure& fonts) {
+  const ListLayout layout = PlaceList(app);
+  if (layout.view != ViewMode::kList) return;
+  const auto rows = ShownResults();
+  const RowsInView inView = RowsToPaint(layout, app.scrollY, rows->size());
+  int widest = 0;
+  for (uint64_t row = inView.first; row < inView.end; ++row) {
+    widest = std::max(widest, fonts.WidthOf(FontRole::kList, TextOfRow((*rows)[row]).folder));
+  }
+  app.pathColumnWidth = FitPathColumn(layout, widest, CurrentWindowSettings.columnWidth[kPathColumn]);
 }
 
 }  // namespace quilmark

@@ -15,4 +15,7 @@ SidebarLayout PlaceSidebar(const AppState& app);
 // The buttons of the filter categories, and the height of all that stands above the list.
 FilterBarLayout PlaceTagButtons(const AppState& app, const TextMeasure& fonts);
 
+// Fits the path column to the rows in view.
+void FitColumns(AppState& app, const TextMeasure& fonts);
+
 }  // namespace quilmark

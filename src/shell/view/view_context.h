@@ -17,6 +17,8 @@ struct ViewContext {
   const Palette& palette;
   const TextMeasure& fonts;
   bool hasFocus = false;  // keys go to the window itself, and not to one of its controls
+  bool isTipShown = false;
+  uint64_t nowMs = 0;
 
   int Scaled(int n) const { return ScaleFor(dpi, n); }
 };

@@ -16,9 +16,10 @@
 #include "shell/hotkey_text.h"
 #include "shell/scale_change.h"
 #include "shell/scope_items.h"
+#include "shell/search/search_mouse.h"
+#include "shell/win32/carry_out.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/hotkey_names.h"
-#include "shell/win32/list_mouse.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/win32/search_box.h"
 #include "shell/win32/system_calls.h"
@@ -103,11 +104,11 @@ void MainWindow::MoveRename() { MoveRenameEditor(App(), *this); }
 
 void MainWindow::RelayoutList() {
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);
-  FitColumns(App(), *this);
+  FitColumns(App(), CurrentFonts());
   App().scrollY = ClampScroll(List(), App().scrollY, DisplayCount);  // a bar came or went with the fit
   App().scrollX = ClampHorizontal(List(), App().scrollX);
-  SyncScrollState(App(), *this);
-  RefreshHover(App(), *this);
+  SyncBars(App(), *this);
+  CarryOut(App(), *this, RefreshHover(App(), *this, Context(), MouseOver(window_)));
   MoveRename();
   ++rangeUpdates;
 }
@@ -262,7 +263,9 @@ ViewContext MainWindow::Context() const {
           .client = {0, 0, App().clientWidth, App().clientHeight},
           .palette = CurrentPalette,
           .fonts = CurrentFonts(),
-          .hasFocus = GetFocus() == window_};
+          .hasFocus = GetFocus() == window_,
+          .isTipShown = tip.IsShown(),
+          .nowMs = TickMs()};
 }
 
 void MainWindow::RemakeFonts() {

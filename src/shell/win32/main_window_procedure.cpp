@@ -12,14 +12,14 @@
 #include "search/filtered_results.h"
 #include "shell/filter_request.h"
 #include "shell/frame_drag.h"
-#include "shell/list_input.h"
 #include "shell/result_messages.h"
 #include "shell/scale_change.h"
+#include "shell/search/search_mouse.h"
+#include "shell/win32/carry_out.h"
 #include "shell/win32/combo.h"
 #include "shell/win32/date_picker.h"
 #include "shell/win32/drop_list.h"
 #include "shell/win32/foreground_file.h"
-#include "shell/win32/list_mouse.h"
 #include "shell/win32/main_window.h"
 #include "shell/win32/rename_editor.h"
 #include "shell/win32/scroll_messages.h"
@@ -233,78 +233,52 @@ Point PointOf(const Message& message) {
   return {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
 }
 
-Outcome OnWheel(AppState& app, MainWindow& window, const Message& message) {
-  const int delta = GET_WHEEL_DELTA_WPARAM(message.wParam);
-  const ListLayout layout = window.List();
-  const bool isSideways = (GET_KEYSTATE_WPARAM(message.wParam) & MK_SHIFT) != 0;
-  window.tip.Hide();
+Outcome OnMouse(AppState& app, MainWindow& window, const MouseEvent& event) {
+  CarryOut(app, window, OnSearchMouse(app, window, window.Context(), event));
+  return 0;
+}
+
+// Of a message that says which keys are held.
+MouseEvent EventOf(Mouse kind, Point at, WORD keys, int delta = 0) {
+  return {.kind = kind,
+          .at = at,
+          .delta = delta,
+          .shift = (keys & MK_SHIFT) != 0,
+          .ctrl = (keys & MK_CONTROL) != 0};
+}
+
+template <Mouse kind>
+Outcome OnClientMouse(AppState& app, MainWindow& window, const Message& message) {
+  return OnMouse(app, window, EventOf(kind, PointOf(message), LOWORD(message.wParam)));
+}
+
+template <Mouse kind>
+Outcome OnTurn(AppState& app, MainWindow& window, const Message& message) {
   POINT cursor = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
   ScreenToClient(message.window, &cursor);
-  if (ScrollSidebar(app, window, {cursor.x, cursor.y}, delta)) return 0;
-  if (isSideways && layout.view == ViewMode::kList) {
-    ScrollSideways(app, window, layout, -delta, TickMs());
-  } else {
-    ScrollByWheel(app, window, layout, delta, TickMs());
-  }
-  return 0;
-}
-
-Outcome OnTiltWheel(AppState& app, MainWindow& window, const Message& message) {
-  window.tip.Hide();
-  ScrollSideways(app, window, window.List(), GET_WHEEL_DELTA_WPARAM(message.wParam), TickMs());
-  return 0;
-}
-
-Outcome OnLeftDown(AppState& app, MainWindow& window, const Message& message) {
-  OnListPress(app, window, PointOf(message), message.wParam);
-  return 0;
-}
-
-Outcome OnLeftUp(AppState& app, MainWindow& window, const Message& message) {
-  // A column ends where the button was let go, which need not be where the last move was.
-  if (app.list.dragColumn >= 0) OnListMove(app, window, PointOf(message));
-  OnListRelease(app, window);
-  return 0;
-}
-
-Outcome OnDoubleClick(AppState& app, MainWindow& window, const Message& message) {
-  const int64_t row = RowAt(window.List(), app.scrollY, DisplayCount, PointOf(message));
-  // Two quick presses of a scrollbar or a header are two presses.
-  if (row < 0) return OnLeftDown(app, window, message);
-  DoublePressRow(app.list, row);
-  RunFeature(app.features.openFocused);
-  return 0;
-}
-
-Outcome OnMouseMove(AppState& app, MainWindow& window, const Message& message) {
-  OnListMove(app, window, PointOf(message));
-  return 0;
-}
-
-Outcome OnMouseHover(AppState& app, MainWindow& window, const Message& message) {
-  OnListRest(app, window, PointOf(message));
-  return 0;
+  return OnMouse(app, window,
+                 EventOf(kind, {cursor.x, cursor.y}, GET_KEYSTATE_WPARAM(message.wParam),
+                         GET_WHEEL_DELTA_WPARAM(message.wParam)));
 }
 
 Outcome OnMouseLeave(AppState& app, MainWindow& window, const Message&) {
-  OnListLeave(app, window);
-  window.TrimSelf();
-  return 0;
+  return OnMouse(app, window, {.kind = Mouse::kLeave});
 }
 
 Outcome OnCaptureChanged(AppState& app, MainWindow& window, const Message&) {
-  OnListRelease(app, window);
+  OnMouse(app, window, {.kind = Mouse::kLost});
   return std::nullopt;
 }
 
-Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
+Outcome OnSetCursor(AppState& app, MainWindow&, const Message& message) {
   if (LOWORD(message.lParam) != HTCLIENT || reinterpret_cast<HWND>(message.wParam) != message.window) {
     return std::nullopt;
   }
   POINT cursor = {};
   GetCursorPos(&cursor);
   ScreenToClient(message.window, &cursor);
-  if (!SetListCursor(app, window, {cursor.x, cursor.y})) return std::nullopt;
+  if (!HasSizeCursor(app, {cursor.x, cursor.y})) return std::nullopt;
+  SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
   return TRUE;
 }
 
@@ -405,18 +379,18 @@ constexpr MessageRow kMessageRows[] = {
     {WM_SETFOCUS, OnFocus},
     {WM_KILLFOCUS, OnFocus},
     {WM_KEYDOWN, OnKeyDown},
-    {WM_MOUSEMOVE, OnMouseMove},
-    {WM_LBUTTONDOWN, OnLeftDown},
-    {WM_LBUTTONUP, OnLeftUp},
-    {WM_LBUTTONDBLCLK, OnDoubleClick},
+    {WM_MOUSEMOVE, OnClientMouse<Mouse::kMove>},
+    {WM_LBUTTONDOWN, OnClientMouse<Mouse::kPress>},
+    {WM_LBUTTONUP, OnClientMouse<Mouse::kRelease>},
+    {WM_LBUTTONDBLCLK, OnClientMouse<Mouse::kDouble>},
     {WM_CAPTURECHANGED, OnCaptureChanged},
-    {WM_MOUSEWHEEL, OnWheel},
-    {WM_MOUSEHWHEEL, OnTiltWheel},
+    {WM_MOUSEWHEEL, OnTurn<Mouse::kWheel>},
+    {WM_MOUSEHWHEEL, OnTurn<Mouse::kTilt>},
     {WM_VSCROLL, OnVerticalScroll},
     {WM_HSCROLL, OnHorizontalScroll},
     {WM_GESTURENOTIFY, OnGestureNotify},
     {WM_GESTURE, OnGesture},
-    {WM_MOUSEHOVER, OnMouseHover},
+    {WM_MOUSEHOVER, OnClientMouse<Mouse::kRest>},
     {WM_MOUSELEAVE, OnMouseLeave},
     {WM_POWERBROADCAST, OnPower},
     {WM_DEVICECHANGE, OnDeviceChange},

@@ -3,100 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "canvas/table_measure.h"
 #include "config/system_palette.h"
 #include "config/ui_colors.h"
-#include "shell/filter_request.h"
-#include "shell/list_colors.h"
-#include "shell/result_messages.h"
-#include "shell/search/search_places.h"
+#include "shell/search/search_picture.h"
 #include "shell/view/laws.h"
-#include "shell/window_harness.h"
-#include "support/volumes.h"
 
 namespace quilmark {
 namespace {
-
-// The window over some files, at a scale, with fonts as wide as the table's or wider.
-class SearchPicture {
- public:
-  explicit SearchPicture(uint32_t dpi = 96, int percent = 100) : fonts(dpi, percent) {
-    app.systemDpi = dpi;
-    app.sidebarWidth = ScaleFor(dpi, 200);
-    app.tagCaptions = TagCaptions({40, 2, 34, 1, 0, 0, 0, 123'456});
-    app.statusText = u"Indexed 1,234,567 files and folders in 2.4 s";
-    for (const std::u16string_view name :
-         {u"ana-banana.txt", u"China-资料-中文名.docx", u"a", u"final-한국어.txt",
-          u"name-with-a-very-long-text-that-no-column-holds-at-all-and-no-cell-either.bin"}) {
-      AddFile(*volume_, name);
-    }
-    AddFolder(*volume_, u"nature and the folders below it");
-    CurrentPalette = ThemeDefaults(false);
-    CurrentQueryText = u"na";
-    Engine().ready = true;
-    Hold(40);
-    Resize(1'100, 700);
-  }
-  ~SearchPicture() {
-    CurrentPalette = ThemeDefaults(false);
-    CurrentQueryText.clear();
-  }
-
-  void Hold(size_t rows) {
-    auto held = std::make_shared<ResultSet>();
-    for (size_t i = 0; i < rows; ++i) {
-      held->push_back({volume_, static_cast<uint32_t>(1 + i % (volume_->records.size() - 1))});
-    }
-    {
-      const std::scoped_lock lock(ResultsLock);
-      CurrentResults = std::move(held);
-    }
-    FollowNewResults(KeepFiltered::kNo, rows);
-  }
-  void Resize(int width, int height) {
-    app.clientWidth = width;
-    app.clientHeight = height;
-    app.headerTop = PlaceTagButtons(app, fonts).headerTop;
-  }
-  void SetView(ViewMode view) { CurrentWindowSettings.viewMode = static_cast<int>(view); }
-  void SetSidebar(bool isShown) {
-    CurrentWindowSettings.sidebarLayout = isShown;
-    Resize(app.clientWidth, app.clientHeight);
-  }
-
-  ViewContext Context() const {
-    return {.dpi = app.systemDpi,
-            .client = {0, 0, app.clientWidth, app.clientHeight},
-            .palette = CurrentPalette,
-            .fonts = fonts,
-            .hasFocus = true};
-  }
-  RecordingCanvas Painted() const {
-    RecordingCanvas canvas(Context().client);
-    PaintSearch(canvas, Context(), app);
-    EXPECT_TRUE(canvas.IsBalanced());
-    return canvas;
-  }
-  std::vector<std::string> Faults() const {
-    const RecordingCanvas canvas = Painted();
-    std::vector<std::string> faults = TextsOutsideTheirBoxes(canvas, fonts);
-    // Presets bring a colour of their own for the header: 3.3 at the least, by the test of its colours.
-    const ListColors colors = ListColorsOf(CurrentPalette);
-    const FixedPair fixed[] = {{colors.band, colors.bandText}};
-    for (const auto& more : {TextsOverOthers(canvas, fonts), UnreadableTexts(canvas, fonts, fixed)}) {
-      faults.insert(faults.end(), more.begin(), more.end());
-    }
-    return faults;
-  }
-
- private:
-  WindowHarness harness_;
-  VolumeIndex* volume_ = AddVolume(Engine(), MakeTestVolume(u"Q:"));
-
- public:
-  AppState& app = harness_.app;
-  TableMeasure fonts;
-};
 
 struct Scale {
   uint32_t dpi;
