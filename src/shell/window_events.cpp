@@ -10,6 +10,7 @@
 #include "platform/background.h"
 #include "search/query.h"
 #include "search/search_pipeline.h"
+#include "shell/highlight.h"
 #include "shell/result_messages.h"
 #include "shell/scope_items.h"
 #include "shell/window_ids.h"
@@ -114,7 +115,9 @@ void OnTaskbarCreated(AppState& app, WindowPort& window) {
 
 void OnSearchTextChanged(WindowPort& window, std::u16string text) {
   window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
   CurrentQueryText = std::move(text);
+  if (marksOthers) window.InvalidateList();
   if (!IsContentPrefix(CurrentQueryText)) window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
 }
 

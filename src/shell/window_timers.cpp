@@ -55,6 +55,8 @@ void PollPrewarm(AppState& app, WindowPort& window) {
   window.StopTimer(kTimerPrewarmPoll);
   app.prewarmRunning = false;
   app.prewarmRounds = 0;
+  // It may have filled rows that were painted without their values.
+  RequestListRepaint(app, window, 80, TickMs());
 }
 
 void RefreshFilterCounts(AppState& app, WindowPort&) {

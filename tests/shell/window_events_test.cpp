@@ -163,6 +163,17 @@ TEST_F(WindowEvents, TypingDebouncesToOneSearch) {
   EXPECT_EQ(searchGeneration, before);
 }
 
+// The names in view are marked by what stands in the box, whenever the results come.
+TEST_F(WindowEvents, AnotherTermDrawsTheNamesAnew) {
+  OnSearchTextChanged(window, u"n");
+  EXPECT_EQ(window.Count("InvalidateList"), 1u);
+  OnSearchTextChanged(window, u" N ");
+  OnSearchTextChanged(window, u"s:n|txt");
+  EXPECT_EQ(window.Count("InvalidateList"), 1u) << "the same term";
+  OnSearchTextChanged(window, u"s:ne|txt");
+  EXPECT_EQ(window.Count("InvalidateList"), 2u);
+}
+
 TEST_F(WindowEvents, AContentQueryWaitsForEnter) {
   OnSearchTextChanged(window, u"n");
   OnSearchTextChanged(window, u" S:needle");

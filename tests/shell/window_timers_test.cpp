@@ -167,6 +167,7 @@ TEST_F(WindowTimers, ThePrewarmEndsWithTheEnginesFlag) {
   EXPECT_FALSE(app.prewarmRunning);
   EXPECT_EQ(app.prewarmRounds, 0);
   EXPECT_EQ(window.timers.count(30007), 0u);
+  EXPECT_TRUE(app.repaintPending) << "rows may have been painted without what is known now";
 }
 
 TEST_F(WindowTimers, ThePrewarmBlocksSortingForSixtyRoundsAtMost) {

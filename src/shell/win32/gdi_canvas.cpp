@@ -29,7 +29,8 @@ std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text) {
 }  // namespace
 
 GdiCanvas::GdiCanvas(HDC dc, const GdiFonts& fonts, const Rect& shown)
-    : dc_(dc), fonts_(fonts), shown_(shown), firstFont_(SelectObject(dc, fonts.Of(font_))) {
+    : dc_(dc), fonts_(fonts), shown_(shown), firstFont_(GetCurrentObject(dc, OBJ_FONT)) {
+  SelectObject(dc_, fonts_.Of(font_));
   SetBkMode(dc_, TRANSPARENT);
 }
 

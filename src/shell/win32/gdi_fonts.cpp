@@ -44,10 +44,7 @@ void GdiFonts::Release() {
 
 HDC GdiFonts::Dc(FontRole font) const {
   if (!dc_) dc_.Reset(CreateCompatibleDC(nullptr));
-  if (selected_ != font) {
-    SelectObject(dc_.Get(), Of(font));
-    selected_ = font;
-  }
+  if (selected_ != font && SelectObject(dc_.Get(), Of(font)) != nullptr) selected_ = font;
   return dc_.Get();
 }
 

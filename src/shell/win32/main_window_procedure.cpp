@@ -324,6 +324,7 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
     SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
                  rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
+  InvalidateRect(message.window, nullptr, FALSE);  // of the same size no message follows
   // Last: the shell is waited for, and other messages come in meanwhile.
   if (app.trayIconAdded) window.AddOrUpdateTrayIcon();
   return 0;
