@@ -97,6 +97,8 @@ struct AppState {
   // Timers.
   std::atomic<bool> repaintPending = false;
   std::optional<Rect> repaintOnly;  // of the list; empty: all of it
+  uint64_t listPaintedMs = 0;       // when all of it was
+  bool paintedMissing = false;      // with rows of which something was not known yet
   uint64_t repaintAskedMs = 0;      // when the oldest request was made that no repaint has followed
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits

@@ -56,7 +56,7 @@ void PollPrewarm(AppState& app, WindowPort& window) {
   app.prewarmRunning = false;
   app.prewarmRounds = 0;
   // It may have filled rows that were painted without their values.
-  RequestListRepaint(app, window, 80, TickMs());
+  if (app.paintedMissing) RequestListRepaint(app, window, 80, TickMs());
 }
 
 void RefreshFilterCounts(AppState& app, WindowPort&) {

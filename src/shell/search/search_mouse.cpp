@@ -18,6 +18,7 @@ namespace quilmark {
 
 namespace {
 
+constexpr uint64_t kStaleMs = 1'000;
 constexpr uint32_t kTrackSettleMs = 220, kReleaseSettleMs = 350, kDragRepaintMs = 16;
 
 // The parts of one call.
@@ -81,8 +82,13 @@ void TakeHover(const Call& call, const ListLayout& layout, Point point, Effects&
   list.hoverRow = row;
   list.hoverColumn = column;
   if (!isElsewhere) return;
+  const uint64_t nowMs = call.context.nowMs;
+  // Rows that others have renamed or filled meanwhile tell nobody: now and then all are drawn anew.
+  if (nowMs - call.app.listPaintedMs >= kStaleMs) {
+    return RequestListRepaint(call.app, call.window, kDragRepaintMs, nowMs);
+  }
   RequestRepaintOf(call.app, call.window, Union(former, HoverPlace(call.app, layout)), kDragRepaintMs,
-                   call.context.nowMs);
+                   nowMs);
 }
 
 Effects Hover(const Call& call, const ListLayout& layout, Point point) {
@@ -236,13 +242,12 @@ Effects Rest(const Call& call, Point point, bool isTipShown) {
 
 Effects Leave(const Call& call) {
   ListState& list = call.app.list;
-  const Rect hovered = HoverPlace(call.app, PlaceList(call.app));
   const bool isTagHovered = std::exchange(list.hoverTag, -1) >= 0;
   const bool isHovered = list.hoverRow >= 0 || list.hoverBar != Bar::kNone;
   list.hoverRow = -1;
   list.hoverColumn = -1;
   list.hoverBar = Bar::kNone;
-  if (isHovered) call.window.Invalidate(hovered);
+  if (isHovered) call.window.InvalidateList();
   if (isTagHovered) call.window.RedrawTags();
   call.window.TrimSelf();
   return {.tip = u""};

@@ -106,4 +106,11 @@ PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const AppSt
   return outcome;
 }
 
+void NotePaint(AppState& app, const Rect& place, const PaintOutcome& outcome, uint64_t nowMs) {
+  const Rect rows = PlaceList(app).rows;
+  const bool isWhole = Intersection(rows, place) == rows;
+  if (isWhole) app.listPaintedMs = nowMs;
+  app.paintedMissing = outcome.isMissing || (app.paintedMissing && !isWhole);
+}
+
 }  // namespace quilmark

@@ -10,4 +10,7 @@ namespace quilmark {
 // Covers every pixel that the canvas shows. Reads state and changes none. Interface thread.
 PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const AppState& app);
 
+// What the window knows of its latest paint, of `place`.
+void NotePaint(AppState& app, const Rect& place, const PaintOutcome& outcome, uint64_t nowMs);
+
 }  // namespace quilmark

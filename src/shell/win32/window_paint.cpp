@@ -24,6 +24,7 @@ void MainWindow::Paint() {
   if (backBuffer.IsReady()) {
     const RECT& place = paint.rcPaint;
     outcome = PaintWindow(backBuffer.Dc(), *this, FromRECT(place));
+    NotePaint(App(), FromRECT(place), outcome, TickMs());
     paintedScrollY = App().scrollY;
     BitBlt(screen, place.left, place.top, place.right - place.left, place.bottom - place.top,
            backBuffer.Dc(), place.left, place.top, SRCCOPY);

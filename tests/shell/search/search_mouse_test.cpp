@@ -14,6 +14,7 @@ class SearchMouse : public testing::Test {
   SearchMouse() {
     picture.Hold(1'000);
     window.calls.clear();
+    app.listPaintedMs = nowMs;
     app.features.sort = [this](int column) { sortedBy.push_back(column); };
     app.features.openFocused = [this] { ++opened; };
     app.features.requestAttributes = [this] { ++asked; };
@@ -211,6 +212,36 @@ TEST_F(SearchMouse, TwoRowsAreDrawnAnewWhereTheMouseGoesFromOneToTheNext) {
   EXPECT_EQ(window.Count("InvalidateList"), 0u);
 }
 
+// Names that others have changed, and values that came by another way, are told of by nobody.
+TEST_F(SearchMouse, AllRowsAreDrawnAnewUnderAMouseThatMovesOnceInAWhile) {
+  Send(Mouse::kMove, InRow(2));
+  EXPECT_TRUE(Dirty().has_value());
+  nowMs += 1'000;
+  Send(Mouse::kMove, InRow(3));
+  EXPECT_TRUE(app.repaintPending);
+  EXPECT_FALSE(Dirty().has_value()) << "all of the list";
+  app.repaintPending = false;
+  const Rect rows = Layout().rows;
+  NotePaint(app, {rows.left, rows.top, rows.right, rows.top + 44}, {}, nowMs);
+  Send(Mouse::kMove, InRow(4));
+  EXPECT_FALSE(Dirty().has_value()) << "a part was painted, which says nothing of the others";
+  app.repaintPending = false;
+  NotePaint(app, picture.Context().client, {}, nowMs);
+  Send(Mouse::kMove, InRow(5));
+  EXPECT_TRUE(Dirty().has_value());
+}
+
+TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
+  const Rect client = picture.Context().client, part = PlaceOfRow(Layout(), 0, 1);
+  NotePaint(app, client, {.isMissing = true}, nowMs);
+  NotePaint(app, part, {}, nowMs);
+  EXPECT_TRUE(app.paintedMissing);
+  NotePaint(app, client, {}, nowMs);
+  EXPECT_FALSE(app.paintedMissing);
+  NotePaint(app, part, {.isMissing = true}, nowMs);
+  EXPECT_TRUE(app.paintedMissing);
+}
+
 TEST_F(SearchMouse, ABarUnderTheMouseIsDrawnAnew) {
   const Scrollbar bar = Vertical();
   Send(Mouse::kMove, MiddleOf(bar.track));
@@ -224,10 +255,10 @@ TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
   const Effects effects = Send({.kind = Mouse::kLeave});
   EXPECT_EQ(effects.tip, u"");
   EXPECT_EQ(app.list.hoverRow, -1);
-  EXPECT_EQ(window.invalidated, PlaceOfRow(Layout(), 0, 2));
+  EXPECT_EQ(window.Count("InvalidateList"), 1u);
   EXPECT_EQ(window.Count("TrimSelf"), 1u);
   Send({.kind = Mouse::kLeave});
-  EXPECT_EQ(window.Count("Invalidate"), 1u);
+  EXPECT_EQ(window.Count("InvalidateList"), 1u);
 }
 
 TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
