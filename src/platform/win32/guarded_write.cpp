@@ -37,6 +37,53 @@ size_t LengthOfSharedFolder(std::u16string_view longPath) {
   return longest;
 }
 
+// The name that the system has for what is open, with no link left in it; empty where it cannot tell.
+// By the volume's device, as a volume needs no letter.
+std::u16string SystemPathOf(HANDLE file, DWORD form) {
+  std::u16string path(MAX_PATH, u'\0');
+  for (;;) {
+    const DWORD length = GetFinalPathNameByHandleW(
+        file, Wide(path.data()), static_cast<DWORD>(path.size()), form | VOLUME_NAME_NT);
+    const bool fits = length < path.size();
+    path.resize(length);
+    if (fits) return path;
+  }
+}
+
+bool LiesBelow(HANDLE folder, std::u16string_view rest, HANDLE file, DWORD form) {
+  std::u16string expected = SystemPathOf(folder, form);
+  if (expected.empty()) return false;
+  while (expected.ends_with(u'\\')) expected.pop_back();
+  return EqualNoCase(SystemPathOf(file, form), expected.append(rest));
+}
+
+// Whether `file`, opened by `longPath`, lies where that says below its shared folder.
+bool IsWhereItsNameSays(HANDLE file, const std::u16string& longPath) {
+  const size_t base = LengthOfSharedFolder(longPath);
+  if (base == 0) return true;
+  const std::u16string folderName = longPath.substr(0, base) + u'\\';  // "X:" alone is the volume
+  const UniqueFile folder =
+      OpenPath(folderName, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+  const std::u16string_view rest = std::u16string_view(longPath).substr(base);
+  // Short names stay in the first form; the second asks more of a server, and knows the long ones.
+  return folder && (LiesBelow(folder.Get(), rest, file, FILE_NAME_OPENED) ||
+                    LiesBelow(folder.Get(), rest, file, FILE_NAME_NORMALIZED));
+}
+
+UniqueFile OpenByName(std::u16string_view path, DWORD access, DWORD disposition) {
+  if (disposition == CREATE_ALWAYS || IsReachedByLink(path)) return {};
+  UniqueFile file = OpenPath(path, access, disposition, FILE_FLAG_OPEN_REPARSE_POINT);
+  FILE_ATTRIBUTE_TAG_INFO info = {};
+  const bool isReparsePoint =
+      file && GetFileInformationByHandleEx(file.Get(), FileAttributeTagInfo, &info, sizeof info) &&
+      (info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  if (!isReparsePoint) return file;
+  if (IsNameSurrogate(info.FileAttributes, info.ReparseTag)) return {};
+  // Content of a cloud or packed content: its own driver opens what stands behind it.
+  file.Reset();
+  return OpenPath(path, access, disposition);
+}
+
 }  // namespace
 
 bool IsReachedByLink(std::u16string_view path) {
@@ -51,17 +98,10 @@ bool IsReachedByLink(std::u16string_view path) {
 }
 
 UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition) {
-  if (disposition == CREATE_ALWAYS || IsReachedByLink(path)) return {};
-  UniqueFile file = OpenPath(path, access, disposition, FILE_FLAG_OPEN_REPARSE_POINT);
-  FILE_ATTRIBUTE_TAG_INFO info = {};
-  const bool isReparsePoint =
-      file && GetFileInformationByHandleEx(file.Get(), FileAttributeTagInfo, &info, sizeof info) &&
-      (info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-  if (!isReparsePoint) return file;
-  if (IsNameSurrogate(info.FileAttributes, info.ReparseTag)) return {};
-  // Content of a cloud or packed content: its own driver opens what stands behind it.
-  file.Reset();
-  return OpenPath(path, access, disposition);
+  UniqueFile file = OpenByName(path, access, disposition);
+  if (file && IsWhereItsNameSays(file.Get(), LongPathOf(path))) return file;
+  ForgetKnownFolders();
+  return {};
 }
 
 }  // namespace quilmark

@@ -14,8 +14,9 @@ namespace quilmark {
 // own.
 bool IsReachedByLink(std::u16string_view path);
 
-// OpenPath for writing: empty where IsReachedByLink, and where the file itself is a symbolic link.
-// Empty for CREATE_ALWAYS, which CreateFileW does not take together with
+// OpenPath for writing: empty where IsReachedByLink, where the file itself is a symbolic link, and
+// where what was opened turns out to lie elsewhere, since names are free to change until then. An
+// existing file is as it was, also in its length. Empty for CREATE_ALWAYS, which CreateFileW does not take together with
 // FILE_FLAG_OPEN_REPARSE_POINT.
 UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition);
 
