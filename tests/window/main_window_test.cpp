@@ -7,6 +7,8 @@
 #include "platform/text_file.h"
 #include "window/window_program.h"
 
+#include <shellapi.h>
+
 namespace quilmark {
 namespace {
 
@@ -208,11 +210,16 @@ TEST_F(MainWindow, ComesAndGoesByItsHotkey) {
 
 TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   program.StartAndWait();
-  program.Ask(Probe::kSetTrayIcon, 0);
+  NOTIFYICONDATAW icon = {};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = program.Window();
+  icon.uID = 1;
+  ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon)) << "no icon to lose";
   PostMessageW(program.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
   WaitUntil("a note of it", [this] {
     return program.GdiLog().find(u"TaskbarCreated received") != std::u16string::npos;
   });
+  EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon)) << "it has not come back";
   EndByMenu();
 }
 
@@ -471,6 +478,13 @@ TEST_F(MainWindow, OutlivesAnExceptionInAJob) {
   EndByMenu();
 }
 
+bool HasDump(const ScratchFolder& folder) {
+  for (const auto& file : std::filesystem::directory_iterator(folder.HostPath())) {
+    if (file.path().extension() == ".dmp" && file.file_size() > 1'000) return true;
+  }
+  return false;
+}
+
 class CrashOf : public MainWindow, public testing::WithParamInterface<Probe> {};
 
 TEST_P(CrashOf, LeavesADumpAndALine) {
@@ -479,11 +493,25 @@ TEST_P(CrashOf, LeavesADumpAndALine) {
   EXPECT_NE(program.WaitForEnd(), 0u);
   EXPECT_NE(program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x"),
             std::u16string::npos);
-  bool hasDump = false;
-  for (const auto& file : std::filesystem::directory_iterator(program.Settings().HostPath())) {
-    hasDump = hasDump || (file.path().extension() == ".dmp" && file.file_size() > 1'000);
-  }
-  EXPECT_TRUE(hasDump);
+  EXPECT_TRUE(HasDump(program.Settings()));
+}
+
+TEST_F(MainWindow, LeavesTheDumpOfACrashInAFolderThatOthersWriteTo) {
+  const ScopedEnvironment temp("TMP", program.Settings().HostPath().parent_path().string());
+  program.StartAndWait();
+  program.Ask(Probe::kCrash);
+  EXPECT_NE(program.WaitForEnd(), 0u);
+  EXPECT_TRUE(HasDump(program.Settings()));
+}
+
+// Wine's dump waits for that lock for good, and so does the program.
+TEST_F(MainWindow, LeavesTheLineOfACrashThatFindsTheLoaderLocked) {
+  program.StartAndWait();
+  program.Ask(Probe::kCrashWithoutLoader);
+  WaitUntil("a line in the log", [this] {
+    return program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x") !=
+           std::u16string::npos;
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, CrashOf, testing::Values(Probe::kCrash, Probe::kCrashInWindow));

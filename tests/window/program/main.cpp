@@ -75,7 +75,25 @@ void MapDrives(std::u16string_view only = {}) {
   }
 }
 
+// A thread takes the lock of the system's list of libraries, and keeps it.
+void HoldLoader() {
+  using Lock = LONG(NTAPI*)(ULONG, ULONG*, ULONG_PTR*);
+  static const HANDLE held = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  const auto hold = [](void* lock) -> DWORD {
+    ULONG state = 0;
+    ULONG_PTR cookie = 0;
+    reinterpret_cast<Lock>(lock)(0, &state, &cookie);
+    SetEvent(held);
+    Sleep(INFINITE);
+    return 0;
+  };
+  const auto lock = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "LdrLockLoaderLock");
+  CreateThread(nullptr, 0, hold, reinterpret_cast<void*>(lock), 0, nullptr);
+  WaitForSingleObject(held, INFINITE);
+}
+
 void Crash() {
+  CountsOfSystem().refusesNames = true;  // the report comes from what was asked before
   volatile int* volatile nowhere = nullptr;
   *nowhere = 1;
 }
@@ -261,6 +279,12 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       break;
     case Probe::kCrash:
       RunBackground("crashed_by_test", Crash);
+      break;
+    case Probe::kCrashWithoutLoader:
+      RunBackground("crashed_by_test", [] {
+        HoldLoader();  // no thread starts from here on
+        Crash();
+      });
       break;
     case Probe::kCrashInWindow:
       PostMessageW(window.Handle(), kCrashMessage, 0, 0);

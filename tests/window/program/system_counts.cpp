@@ -36,10 +36,20 @@ QUILMARK_COUNT(HANDLE, WINAPI, CreateFileW,
                (LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD creation,
                 DWORD flags, HANDLE model),
                (path, access, share, security, creation, flags, model), reads)
-QUILMARK_COUNT(HANDLE, WINAPI, FindFirstFileExW,
-               (LPCWSTR path, FINDEX_INFO_LEVELS level, LPVOID found, FINDEX_SEARCH_OPS operation,
-                LPVOID filter, DWORD flags),
-               (path, level, found, operation, filter, flags), reads)
+extern "C" decltype(&FindFirstFileExW) __real___imp_FindFirstFileExW;
+static HANDLE WINAPI CountedFindFirstFileExW(LPCWSTR path, FINDEX_INFO_LEVELS level, LPVOID found,
+                                             FINDEX_SEARCH_OPS operation, LPVOID filter, DWORD flags) {
+  ++quilmark::CountsOfSystem().reads;
+  if (quilmark::CountsOfSystem().refusesNames) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+  }
+  return __real___imp_FindFirstFileExW(path, level, found, operation, filter, flags);
+}
+extern "C" {
+extern decltype(&FindFirstFileExW) __wrap___imp_FindFirstFileExW;
+decltype(&FindFirstFileExW) __wrap___imp_FindFirstFileExW = CountedFindFirstFileExW;
+}
 QUILMARK_COUNT(BOOL, WINAPI, ReadFile,
                (HANDLE file, LPVOID to, DWORD size, LPDWORD got, LPOVERLAPPED at),
                (file, to, size, got, at), reads)
