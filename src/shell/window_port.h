@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "shell/tray_presence.h"
+
 namespace quilmark {
 
 // All calls on the interface thread.
@@ -36,7 +38,8 @@ struct WindowPort {
   virtual void Hide() = 0;
   virtual void ShowAndRaise() = 0;  // restored, on a screen, in front, focus in the search box
   virtual void Destroy() = 0;
-  virtual void AddOrUpdateTrayIcon() = 0;  // sets trayIconAdded; on failure the retry timer
+  // Sets trayIconAdded; on failure the retry timer.
+  virtual TrayIconState AddOrUpdateTrayIcon() = 0;
   virtual bool SystemShutsDown() = 0;
 
   virtual void TrimSelf() = 0;         // subject to the rule of MayTrim

@@ -25,7 +25,7 @@ class WindowTimers : public testing::Test {
 
 TEST_F(WindowTimers, UnknownOnesAreNotTaken) {
   EXPECT_FALSE(FireTimer(app, window, 30'001));
-  EXPECT_FALSE(FireTimer(app, window, 30'015));
+  EXPECT_FALSE(FireTimer(app, window, 30'016));
   EXPECT_TRUE(window.calls.empty());
 }
 
