@@ -117,6 +117,20 @@ TEST_F(WindowTimers, AVisibleWindowWithoutAVolumeGoesOnTrying) {
   EXPECT_TRUE(WaitForBackgroundJobs(60'000));
 }
 
+TEST_F(WindowTimers, TheSearchForAVolumeGoesOnRoundAfterRoundUntilThereIsOne) {
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
+  for (int round = 0; round < 3; ++round) {
+    Fire(30005);
+    EXPECT_EQ(window.timers.at(30005), 5'000u);
+    EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  }
+  Engine().ready = true;
+  Fire(30005);
+  EXPECT_EQ(window.timers.count(30005), 0u);
+  EXPECT_TRUE(harness.search.IsQuiet());
+}
+
 TEST_F(WindowTimers, AShowDoesNotEndTheSearchForAVolume) {
   const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
   TakeResultMessage(app, window, {.message = WM_INDEX_STATE, .first = 1});
