@@ -208,6 +208,23 @@ TEST_F(MainWindow, ComesAndGoesByItsHotkey) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, GivesItsMemoryBackWhenItsHotkeyHidesIt) {
+  program.StartAndWait();
+  PostMessageW(program.Window(), WM_HOTKEY, 30001, 0);
+  WaitUntil("a trim", [this] { return program.Ask(Probe::kOwnTrims) == 1; });
+  EXPECT_EQ(program.Ask(Probe::kOtherTrims), 0);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, HasOthersGiveTheirMemoryBackWhereTheUserWantsIt) {
+  program.Settings().MakeFile("window.ini", "globalTrimOnToggle=1\n");
+  program.StartAndWait();
+  PostMessageW(program.Window(), WM_HOTKEY, 30001, 0);
+  WaitUntil("a trim of others", [this] { return program.Ask(Probe::kOtherTrims) > 1; });
+  WaitUntil("a trim", [this] { return program.Ask(Probe::kOwnTrims) == 1; });
+  EndByMenu();
+}
+
 TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   program.StartAndWait();
   NOTIFYICONDATAW icon = {};

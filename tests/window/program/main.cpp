@@ -440,6 +440,10 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CountsOfSystem().reads;
     case Probe::kDiskWrites:
       return CountsOfSystem().writes;
+    case Probe::kOwnTrims:
+      return CountsOfSystem().ownTrims;
+    case Probe::kOtherTrims:
+      return CountsOfSystem().otherTrims;
     case Probe::kAttributesSaved:
       return AttrCacheGeneration == AttrSavedGeneration;
     case Probe::kIconSize:

@@ -60,7 +60,9 @@ enum class Probe : uintptr_t {
   kHandles,  // under Wine, which does not count them, the number of the lowest free one
   kThreads,
   kPrivateKb,  // memory of the process alone
-  kRecords,    // of all volumes, those of deleted files included
+  kOwnTrims,   // of working sets, that the system has done: of this process, and of others
+  kOtherTrims,
+  kRecords,  // of all volumes, those of deleted files included
 
   // Does something; the answer is 1.
   kSetTrayIcon = 100,   // argument: whether it counts as present
