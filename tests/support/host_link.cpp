@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <stdexcept>
 
 #include "platform/files.h"
@@ -15,16 +16,19 @@ namespace quilmark {
 
 namespace {
 
+std::atomic<bool> linksAreJunctions = false;
+
 constexpr int kMostWaits = 10'000;  // of a millisecond
 
 // The host's own program, which Wine starts and cannot wait for.
-bool StartLinking(const std::u16string& folder) {
-  wchar_t command[] = L"ln -sn behind link";
+bool StartLinking(const std::u16string& folder, const std::u16string& link,
+                  const std::u16string& target) {
+  std::u16string command = u"ln -sn " + target + u" " + link;
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   PROCESS_INFORMATION process = {};
-  if (!CreateProcessW(L"Z:\\bin\\ln", command, nullptr, nullptr, FALSE, 0, nullptr, Wide(folder), &start,
-                      &process)) {
+  if (!CreateProcessW(L"Z:\\bin\\ln", Wide(command.data()), nullptr, nullptr, FALSE, 0, nullptr,
+                      Wide(folder), &start, &process)) {
     return false;
   }
   const UniqueKernelObject owner(process.hProcess), thread(process.hThread);
@@ -33,13 +37,18 @@ bool StartLinking(const std::u16string& folder) {
 
 }  // namespace
 
-std::u16string FolderWithLink(const std::u16string& name) {
-  const std::u16string folder = TempFolder().value() + name, link = folder + u"\\link";
-  if (IsExistingFolder(link)) return folder;
-  if (!MakeFolder(folder) || !MakeFolder(folder + u"\\behind") || !StartLinking(folder)) {
+LinksAsJunctions::LinksAsJunctions() { linksAreJunctions = true; }
+LinksAsJunctions::~LinksAsJunctions() { linksAreJunctions = false; }
+bool LinksAreJunctions() { return linksAreJunctions; }
+
+std::u16string FolderWithLink(const std::u16string& name, const std::u16string& link,
+                              const std::u16string& target) {
+  const std::u16string folder = TempFolder().value() + name, linkPath = folder + u"\\" + link;
+  if (IsExistingFolder(linkPath)) return folder;
+  if (!MakeFolder(folder) || !MakeFolder(folder + u"\\behind") || !StartLinking(folder, link, target)) {
     throw std::runtime_error("no link");
   }
-  for (int waits = 0; !IsExistingFolder(link); ++waits) {
+  for (int waits = 0; !IsExistingFolder(linkPath); ++waits) {
     if (waits == kMostWaits) throw std::runtime_error("no link came");
     Sleep(1);
   }

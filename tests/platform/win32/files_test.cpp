@@ -130,6 +130,17 @@ TEST(Win32Files, NothingIsWrittenToWhatTurnsOutToLieElsewhere) {
   EXPECT_EQ(ReadFileBytes(behind), "as it was");
 }
 
+TEST(Win32Files, NothingIsOpenedOrMadeBelowAJunction) {
+  const std::u16string folder = FolderWithLink(u"quilmark-test-writes");
+  const LinksAsJunctions junctions;
+  EXPECT_TRUE(IsReachedByLink(folder + u"\\link\\a.txt"));
+  EXPECT_FALSE(IsReachedByLink(folder + u"\\behind\\a.txt"));
+  EXPECT_FALSE(AppendFileBytes(folder + u"\\link\\new.txt", "line", ""));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind\\new.txt"));
+  EXPECT_FALSE(MakeFolder(folder + u"\\link\\new"));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind\\new"));
+}
+
 TEST(Win32Files, AFileBelowASharedFolderIsWrittenByAnySpellingOfItsName) {
   const ScratchFolder scratch;
   std::u16string path = scratch.PathOf(u"sub\\a.txt");
