@@ -133,8 +133,11 @@ TEST_F(MainWindow, IsShownBySecondCopies) {
   WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
   EXPECT_EQ(program.RunSecondCopy(L"-hidden"), 0u);
   EXPECT_FALSE(program.IsVisible());
+  EXPECT_FALSE(program.Ask(Probe::kShownByUser));
   EXPECT_EQ(program.RunSecondCopy(), 0u);
   WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  // Raised from outside it would be visible too; where the copy has no rights its request does it alone.
+  WaitUntil("the request", [this] { return program.Ask(Probe::kShownByUser) == 1; });
   EndByMenu();
 }
 
