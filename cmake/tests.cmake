@@ -53,7 +53,7 @@ set_source_files_properties(${busy_tests} PROPERTIES COMPILE_OPTIONS -O1 SKIP_PR
 if(WIN32)
   set(wrapped_calls CreateFileW ReadFile WriteFile SetFilePointerEx SetFileInformationByHandle FlushFileBuffers GetFileSizeEx
     GetFileAttributesW GetFileAttributesExW CreateDirectoryW DeleteFileW FindFirstFileExW FindNextFileW FindClose
-    DeviceIoControl CloseHandle)
+    DeviceIoControl CloseHandle GetFileInformationByHandleEx)
   list(TRANSFORM wrapped_calls PREPEND __imp_)
 else()
   set(wrapped_calls openat close read write pread pwrite lseek ftruncate fsync fstat fstatat fstatfs statx mkdirat unlinkat

@@ -17,6 +17,7 @@ namespace quilmark {
 namespace {
 
 std::atomic<bool> linksAreJunctions = false;
+std::atomic<uint32_t> tagOfFiles = 0;
 
 constexpr int kMostWaits = 10'000;  // of a millisecond
 
@@ -40,6 +41,10 @@ bool StartLinking(const std::u16string& folder, const std::u16string& link,
 LinksAsJunctions::LinksAsJunctions() { linksAreJunctions = true; }
 LinksAsJunctions::~LinksAsJunctions() { linksAreJunctions = false; }
 bool LinksAreJunctions() { return linksAreJunctions; }
+
+FilesTagged::FilesTagged(uint32_t tag) { tagOfFiles = tag; }
+FilesTagged::~FilesTagged() { tagOfFiles = 0; }
+uint32_t TagOfFiles() { return tagOfFiles; }
 
 std::u16string FolderWithLink(const std::u16string& name, const std::u16string& link,
                               const std::u16string& target) {

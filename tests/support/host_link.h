@@ -3,6 +3,7 @@
 
 #ifdef _WIN32
 
+#include <cstdint>
 #include <string>
 
 namespace quilmark {
@@ -23,8 +24,19 @@ class LinksAsJunctions {
   LinksAsJunctions& operator=(const LinksAsJunctions&) = delete;
 };
 
+// While it lives, each open file tells of itself as a reparse point of this tag: Wine has none. One at a
+// time.
+class FilesTagged {
+ public:
+  explicit FilesTagged(uint32_t tag);
+  ~FilesTagged();
+  FilesTagged(const FilesTagged&) = delete;
+  FilesTagged& operator=(const FilesTagged&) = delete;
+};
+
 // What the wrapped calls ask.
 bool LinksAreJunctions();
+uint32_t TagOfFiles();  // 0: their own
 
 }  // namespace quilmark
 

@@ -116,6 +116,16 @@ QUILMARK_WRAP(HANDLE, FindFirstFileExW,
   return find;
 }
 
+QUILMARK_WRAP(BOOL, GetFileInformationByHandleEx,
+              (HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind, LPVOID facts, DWORD size)) {
+  if (!__real___imp_GetFileInformationByHandleEx(file, kind, facts, size)) return FALSE;
+  const uint32_t tag = quilmark::TagOfFiles();
+  if (kind == FileAttributeTagInfo && tag != 0) {
+    *static_cast<FILE_ATTRIBUTE_TAG_INFO*>(facts) = {FILE_ATTRIBUTE_REPARSE_POINT, tag};
+  }
+  return TRUE;
+}
+
 QUILMARK_WRAP(BOOL, FindClose, (HANDLE find)) {
   SystemFaultSwitch::Closed(NumberOf(find));
   return __real___imp_FindClose(find);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "platform/clock.h"
 #include "platform/file_facts.h"
+#include "platform/format.h"
 #include "platform/known_folders.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/guarded_write.h"
@@ -132,13 +134,32 @@ TEST(Win32Files, NothingIsWrittenToWhatTurnsOutToLieElsewhere) {
 
 TEST(Win32Files, NothingIsOpenedOrMadeBelowAJunction) {
   const std::u16string folder = FolderWithLink(u"quilmark-test-writes");
+  // The folder stays, and with it what a run has made that failed.
+  const std::u16string file = FormatText(u"\\%llu.txt", TickMs()),
+                       made = FormatText(u"\\%llu", TickMs());
   const LinksAsJunctions junctions;
-  EXPECT_TRUE(IsReachedByLink(folder + u"\\link\\a.txt"));
-  EXPECT_FALSE(IsReachedByLink(folder + u"\\behind\\a.txt"));
-  EXPECT_FALSE(AppendFileBytes(folder + u"\\link\\new.txt", "line", ""));
-  EXPECT_FALSE(IsExistingPath(folder + u"\\behind\\new.txt"));
-  EXPECT_FALSE(MakeFolder(folder + u"\\link\\new"));
-  EXPECT_FALSE(IsExistingPath(folder + u"\\behind\\new"));
+  EXPECT_TRUE(IsReachedByLink(folder + u"\\link" + file));
+  EXPECT_FALSE(IsReachedByLink(folder + u"\\behind" + file));
+  EXPECT_FALSE(AppendFileBytes(folder + u"\\link" + file, "line", ""));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind" + file));
+  EXPECT_FALSE(MakeFolder(folder + u"\\link" + made));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind" + made));
+}
+
+TEST(Win32Files, AFileThatIsALinkIsNotWrittenAndOneOfACloudIs) {
+  const ScratchFolder scratch;
+  const std::u16string path = scratch.PathOf(u"a.txt");
+  ASSERT_TRUE(WriteFileBytes(path, "as it was"));
+  {
+    const FilesTagged links(IO_REPARSE_TAG_SYMLINK);
+    EXPECT_FALSE(WriteFileBytes(path, "new"));
+    EXPECT_FALSE(AppendFileBytes(path, "line", ""));
+  }
+  EXPECT_EQ(ReadFileBytes(path), "as it was");
+  const FilesTagged cloud(0x9000'001A);
+  EXPECT_TRUE(WriteFileBytes(path, "new"));
+  EXPECT_TRUE(AppendFileBytes(path, " line", ""));
+  EXPECT_EQ(ReadFileBytes(path), "new line");
 }
 
 TEST(Win32Files, AFileBelowASharedFolderIsWrittenByAnySpellingOfItsName) {
