@@ -46,7 +46,10 @@ ConfigDirectoryChoice ChooseConfigDirectory(const ConfigPlaces& places) {
 }
 
 std::u16string GetConfigDirectory() {
-  const ConfigDirectoryChoice choice = ChooseConfigDirectory(AskConfigPlaces());
+  ConfigDirectoryChoice choice = ChooseConfigDirectory(AskConfigPlaces());
+  if (IsExistingFolder(choice.path)) return choice.path;
+  ForgetKnownFolders();  // the user may have moved it away
+  choice = ChooseConfigDirectory(AskConfigPlaces());
   for (const std::u16string& folder : choice.foldersToMake) MakeFolder(folder);
   return choice.path;
 }

@@ -28,8 +28,8 @@ struct ConfigDirectoryChoice {
 ConfigDirectoryChoice ChooseConfigDirectory(const ConfigPlaces& places);
 
 // The directory, made if it can be; a failure shows when a file in it is written. Without a trailing
-// backslash. Asked for again at every call, since a user may move the folders while the program runs.
-// Any thread.
+// backslash. Looked for at every call, since a user may move the folders while the program runs. Any
+// thread.
 std::u16string GetConfigDirectory();
 
 // The path of a file in it.

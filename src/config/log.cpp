@@ -24,14 +24,14 @@ std::u16string Stamp(const LocalTime& time) {
                     time.minute, time.second, time.millisecond);
 }
 
+}  // namespace
+
+void InstallGuiResourceCounter(GuiResourceCounts (*counter)()) { guiResourceCounter = counter; }
+
 GuiResourceCounts CountGuiResources() {
   const auto counter = guiResourceCounter.load();
   return counter == nullptr ? GuiResourceCounts{} : counter();
 }
-
-}  // namespace
-
-void InstallGuiResourceCounter(GuiResourceCounts (*counter)()) { guiResourceCounter = counter; }
 
 std::u16string PerfMetricLine(const LocalTime& time, std::u16string_view text) {
   return Stamp(time) + FormatText(u"%s\n", text);

@@ -19,6 +19,7 @@ struct GuiResourceCounts {
 
 // Sets where LogGdiState has its counts from; null, as at the start, gives 0 and 0.
 void InstallGuiResourceCounter(GuiResourceCounts (*counter)());
+GuiResourceCounts CountGuiResources();
 
 // Appends a stamped line to "perf_metrics.log".
 void LogPerfMetric(std::u16string_view text);

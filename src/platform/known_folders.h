@@ -1,4 +1,4 @@
-// Folders that the system names. Each is asked for again at every call; none is created here.
+// Folders that the system names; none is created here. Any thread.
 #pragma once
 
 #include <optional>
@@ -7,10 +7,16 @@
 namespace quilmark {
 
 // The user's documents. On a POSIX host XDG_DOCUMENTS_DIR of user-dirs.dirs, if that file names one.
+// Windows names it once and not at each line of a log; a POSIX host is asked at every call.
 std::optional<std::u16string> DocumentsFolder();
 
-// The user's local application data. On a POSIX host $XDG_DATA_HOME, if it is set to an absolute path.
+// The user's local application data, kept likewise. On a POSIX host $XDG_DATA_HOME, if it is set to an
+// absolute path.
 std::optional<std::u16string> LocalDataFolder();
+
+// Has the two above asked for again: for who finds one gone, or cannot write below it. A user may move
+// them while the program runs.
+void ForgetKnownFolders();
 
 // With a trailing backslash, as Windows gives it; empty if the system names none shorter than 260
 // characters.

@@ -103,7 +103,9 @@ struct AppState {
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits
   int prewarmRounds = 0;
-  bool syncRetryArmed = false;  // kTimerHiddenStart comes to look for drives again
+  std::optional<uint64_t> taskbarSeenMs;  // when a new shell was last taken note of
+  bool taskbarWaits = false;              // kTimerTaskbar comes for another
+  bool syncRetryArmed = false;            // kTimerHiddenStart comes to look for drives again
 
   WindowFeatures features;
 };

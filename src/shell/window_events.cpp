@@ -20,6 +20,7 @@ namespace quilmark {
 namespace {
 
 constexpr uint32_t kIdleTrimMs = 30'000, kFirstShowPrewarmMs = 1'200;
+constexpr uint64_t kTaskbarRestMs = 1'000;
 
 // What the next opening finds after the close button: nothing of this one.
 void ResetView(AppState& app, WindowPort& window) {
@@ -107,10 +108,17 @@ void OnActivation(WindowPort& window, Activation activation) {
   window.StopTimer(kTimerIdleTrim);
 }
 
-void OnTaskbarCreated(AppState& app, WindowPort& window) {
-  LogGdiState(u"TaskbarCreated received");
-  app.trayIconAdded = false;
-  window.AddOrUpdateTrayIcon();
+void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs) {
+  const uint64_t passedMs = app.taskbarSeenMs ? nowMs - *app.taskbarSeenMs : kTaskbarRestMs;
+  if (passedMs < kTaskbarRestMs) {
+    // It may be the one that is true.
+    if (std::exchange(app.taskbarWaits, true)) return;
+    return window.StartTimer(kTimerTaskbar, static_cast<uint32_t>(kTaskbarRestMs - passedMs));
+  }
+  app.taskbarSeenMs = nowMs;
+  if (std::exchange(app.taskbarWaits, false)) window.StopTimer(kTimerTaskbar);
+  const bool stood = window.AddOrUpdateTrayIcon() == TrayIconState::kStood;
+  if (!stood) LogGdiState(u"TaskbarCreated received");
 }
 
 void OnSearchTextChanged(WindowPort& window, std::u16string text) {

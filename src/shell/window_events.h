@@ -31,8 +31,10 @@ void ToggleWindow(AppState& app, WindowPort& window);
 enum class Activation { kActivated, kDeactivated };
 void OnActivation(WindowPort& window, Activation activation);
 
-// The shell of the system was started again: its notification area knows nothing of us.
-void OnTaskbarCreated(AppState& app, WindowPort& window);
+// The shell of the system was started again: its notification area knows nothing of us. Any program may
+// say so, as often as it likes: the icon is seen to once a second at most, and there is a line in the
+// log only where it did not stand.
+void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs);
 
 // The text of the search box changed. Content queries wait for Enter.
 void OnSearchTextChanged(WindowPort& window, std::u16string text);

@@ -27,6 +27,7 @@ inline constexpr uint32_t kTimerIdleTrim = 30010;
 inline constexpr uint32_t kTimerWorkTrim = 30011;
 inline constexpr uint32_t kTimerCaptureHint = 30013;
 inline constexpr uint32_t kTimerRepaint = 30014;
+inline constexpr uint32_t kTimerTaskbar = 30015;
 
 // Hotkeys.
 inline constexpr int kHotkeyShow = 30001;        // shows or hides the window

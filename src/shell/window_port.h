@@ -6,6 +6,7 @@
 #include <string>
 
 #include "canvas/rect.h"
+#include "shell/tray_presence.h"
 
 namespace quilmark {
 
@@ -39,7 +40,8 @@ struct WindowPort {
   virtual void Hide() = 0;
   virtual void ShowAndRaise() = 0;  // restored, on a screen, in front, focus in the search box
   virtual void Destroy() = 0;
-  virtual void AddOrUpdateTrayIcon() = 0;  // sets trayIconAdded; on failure the retry timer
+  // Sets trayIconAdded; on failure the retry timer.
+  virtual TrayIconState AddOrUpdateTrayIcon() = 0;
   virtual bool SystemShutsDown() = 0;
 
   virtual void TrimSelf() = 0;         // subject to the rule of MayTrim

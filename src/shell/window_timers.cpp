@@ -8,6 +8,7 @@
 #include "platform/clock.h"
 #include "search/search_pipeline.h"
 #include "shell/result_messages.h"
+#include "shell/window_events.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -22,6 +23,12 @@ void RetryTrayIcon(AppState& app, WindowPort& window) {
   LogGdiState(u"ID_TIMER_TRAY_RETRY fired");
   window.AddOrUpdateTrayIcon();
   if (app.trayIconAdded) window.StopTimer(ID_TIMER_TRAY_RETRY);
+}
+
+// Of a message that came too soon after another.
+void SeeToTaskbar(AppState& app, WindowPort& window) {
+  app.taskbarSeenMs.reset();
+  OnTaskbarCreated(app, window, TickMs());
 }
 
 void StartTypedSearch(AppState& app, WindowPort& window) {
@@ -90,6 +97,7 @@ constexpr TimerRow kTimerRows[] = {
     {kTimerIdleTrim, Firing::kOnce, Trim},
     {kTimerWorkTrim, Firing::kOnce, Trim},
     {kTimerRepaint, Firing::kOnce, RepaintList},
+    {kTimerTaskbar, Firing::kOnce, SeeToTaskbar},
 };
 
 }  // namespace

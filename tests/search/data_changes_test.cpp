@@ -262,6 +262,11 @@ class CacheOverARestart : public DataChangesOfAVolume {
     isAttrCacheLoaded = true;
     SaveAttrCacheAtEnd(Engine());
   }
+  // From here on the journal is read by who loads the cache, and by no monitor.
+  void EndTheRun() {
+    CloseVolume(volume);
+    monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  }
   void Restart(uint64_t journalId = 77) {
     CloseVolume(volume);
     Build(5'000, journalId);
@@ -285,8 +290,7 @@ TEST_F(CacheOverARestart, IsBelievedWhereNothingChanged) {
 }
 
 TEST_F(CacheOverARestart, LeavesOutWhatChangedMeanwhile) {
-  CloseVolume(volume);
-  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  EndTheRun();
   script.Queue(kReadOfDataChanges,
                {.output = UsnBlockBuilder(3'000).Record(kFile, kDocs, u"a.txt", kExtend)});
   Restart();
@@ -295,8 +299,7 @@ TEST_F(CacheOverARestart, LeavesOutWhatChangedMeanwhile) {
 }
 
 TEST_F(CacheOverARestart, LeavesOutWhatChangesWhileItIsLoaded) {
-  CloseVolume(volume);
-  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  EndTheRun();
   script.Queue(kReadOfDataChanges, {.output = UsnBlockBuilder(3'000)});
   script.Queue(kReadOfDataChanges,
                {.output = UsnBlockBuilder(4'000).Record(kOther, kDocs, u"b.txt", kBasicInfo)});
@@ -312,8 +315,7 @@ TEST_F(CacheOverARestart, OfAnotherJournalIsNotBelieved) {
 }
 
 TEST_F(CacheOverARestart, WhosePositionTheJournalHasLostIsNotBelieved) {
-  CloseVolume(volume);
-  monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
+  EndTheRun();
   script.QueueError(kReadOfDataChanges, kErrorJournalEntryDeleted);
   Restart();
   EXPECT_FALSE(Holds(kFile));

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/app_state.h"
@@ -47,9 +48,11 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     calls.push_back("ShowAndRaise");
   }
   void Destroy() override { calls.push_back("Destroy"); }
-  void AddOrUpdateTrayIcon() override {
+  TrayIconState AddOrUpdateTrayIcon() override {
     app_.trayIconAdded = trayWorks;
     calls.push_back("AddOrUpdateTrayIcon");
+    if (!trayWorks) return TrayIconState::kAbsent;
+    return std::exchange(trayStands, true) ? TrayIconState::kStood : TrayIconState::kPut;
   }
   bool SystemShutsDown() override { return systemShutsDown; }
   void TrimSelf() override { calls.push_back("TrimSelf"); }
@@ -81,7 +84,8 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
   std::u16string title = u"before", status = u"before", searchBox;
   WindowSize size = {900, 600};
-  bool isEnabled = false, isVisible = true, trayWorks = true, systemShutsDown = false;
+  bool isEnabled = false, isVisible = true, trayWorks = true, trayStands = false,
+       systemShutsDown = false;
 
  private:
   AppState& app_;

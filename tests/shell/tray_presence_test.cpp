@@ -17,7 +17,7 @@ struct Area {
     if (lateAnswers > 0) return --lateAnswers, false;
     return fits;
   }
-  bool Put(bool isAdded) {
+  TrayIconState Put(bool isAdded) {
     return PutTrayIcon(isAdded, [this](TrayCall call) { return Take(call); });
   }
 
@@ -28,37 +28,37 @@ struct Area {
 
 TEST(TrayPresence, AnIconIsAddedAndGivenItsTip) {
   Area area;
-  EXPECT_TRUE(area.Put(false));
+  EXPECT_EQ(area.Put(false), TrayIconState::kPut);
   EXPECT_EQ(area.calls, "AM");
 }
 
 TEST(TrayPresence, AnIconThatIsThereTakesItsTip) {
   Area area{.hasIcon = true};
-  EXPECT_TRUE(area.Put(true));
+  EXPECT_EQ(area.Put(true), TrayIconState::kStood);
   EXPECT_EQ(area.calls, "M");
 }
 
 TEST(TrayPresence, AnIconThatTheShellHasLostIsAddedAgain) {
   Area area;
-  EXPECT_TRUE(area.Put(true));
+  EXPECT_EQ(area.Put(true), TrayIconState::kPut);
   EXPECT_TRUE(area.hasIcon);
 }
 
 TEST(TrayPresence, AnIconThatNobodyTakesIsNotThere) {
   Area area{.takes = false};
-  EXPECT_FALSE(area.Put(true));
-  EXPECT_FALSE(area.Put(false));
+  EXPECT_EQ(area.Put(true), TrayIconState::kAbsent);
+  EXPECT_EQ(area.Put(false), TrayIconState::kAbsent);
 }
 
 // Added again by mistake: the shell refuses, and the icon stands.
 TEST(TrayPresence, AnIconThatIsThereThoughAddingFailsCounts) {
   Area area{.hasIcon = true};
-  EXPECT_TRUE(area.Put(false));
+  EXPECT_EQ(area.Put(false), TrayIconState::kStood);
 }
 
 TEST(TrayPresence, AShellThatAnswersTooLateHasTheIcon) {
   Area area{.lateAnswers = 1};
-  EXPECT_TRUE(area.Put(false));
+  EXPECT_NE(area.Put(false), TrayIconState::kAbsent);
   EXPECT_TRUE(area.hasIcon);
 }
 

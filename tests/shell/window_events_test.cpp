@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/text_file.h"
 #include "shell/search_keys.h"
 #include "shell/window_harness.h"
 #include "shell/window_ids.h"
+#include "shell/window_timers.h"
+#include "support/environment.h"
+#include "support/scratch_folder.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -33,7 +37,7 @@ TEST_F(WindowEvents, ACloseEndsTheProgramWithoutATrayIcon) {
   CloseWindowRequest(app, window);
   EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
   window.calls.clear();
-  OnTaskbarCreated(app, window);
+  OnTaskbarCreated(app, window, 0);
   CloseWindowRequest(app, window);
   EXPECT_EQ(window.calls, (Calls{"AddOrUpdateTrayIcon", "CancelRename", "TrimSelf", "Hide"}));
 }
@@ -153,6 +157,45 @@ TEST_F(WindowEvents, AnActiveWindowHasTheFocusInTheSearchBox) {
   EXPECT_EQ(window.calls, (Calls{"FocusSearchBox", "StopTimer 30010"}));
   OnActivation(window, Activation::kDeactivated);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30010, 30'000}}));
+}
+
+// A temporary folder of its own, where the diagnostic log lies.
+struct ScratchTemp {
+  std::u16string Log() const { return ReadTextFile(folder.PathOf(u"Quilmark_gdi.log")).value_or(u""); }
+  ScratchFolder folder;
+  ScopedEnvironment posix{"TMPDIR", folder.HostPath().string()};
+  ScopedEnvironment windows{"TMP", folder.HostPath().string()};
+};
+
+TEST_F(WindowEvents, AShellThatWasStartedAgainIsSaidOnceASecondAtMost) {
+  OnTaskbarCreated(app, window, 5'000);
+  for (uint64_t now = 5'000; now < 5'999; ++now) OnTaskbarCreated(app, window, now);
+  EXPECT_EQ(window.calls, Calls{"AddOrUpdateTrayIcon"});
+  window.calls.clear();
+  OnTaskbarCreated(app, window, 6'000);
+  EXPECT_EQ(window.Count("AddOrUpdateTrayIcon"), 1u);
+  EXPECT_TRUE(window.timers.empty());
+}
+
+TEST_F(WindowEvents, TheLastWordOfAShellIsNotLost) {
+  OnTaskbarCreated(app, window, 5'000);
+  EXPECT_TRUE(window.timers.empty());
+  for (const uint64_t now : {5'400u, 5'900u}) OnTaskbarCreated(app, window, now);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30015, 600}}));
+  EXPECT_TRUE(FireTimer(app, window, 30015));
+  EXPECT_EQ(window.Count("AddOrUpdateTrayIcon"), 2u);
+  EXPECT_TRUE(window.timers.empty());
+}
+
+TEST_F(WindowEvents, OnlyAShellThatHadLostTheIconLeavesALine) {
+  const ScratchTemp temp;
+  window.trayStands = true;
+  OnTaskbarCreated(app, window, 5'000);
+  EXPECT_EQ(temp.Log(), u"");
+  window.trayStands = false;
+  OnTaskbarCreated(app, window, 7'000);
+  EXPECT_NE(temp.Log().find(u"TaskbarCreated received"), std::u16string::npos);
+  EXPECT_TRUE(app.trayIconAdded);
 }
 
 TEST_F(WindowEvents, TypingDebouncesToOneSearch) {

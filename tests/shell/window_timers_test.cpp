@@ -25,7 +25,7 @@ class WindowTimers : public testing::Test {
 
 TEST_F(WindowTimers, UnknownOnesAreNotTaken) {
   EXPECT_FALSE(FireTimer(app, window, 30'001));
-  EXPECT_FALSE(FireTimer(app, window, 30'015));
+  EXPECT_FALSE(FireTimer(app, window, 30'016));
   EXPECT_TRUE(window.calls.empty());
 }
 
@@ -115,6 +115,20 @@ TEST_F(WindowTimers, AVisibleWindowWithoutAVolumeGoesOnTrying) {
   Fire(30005);
   EXPECT_EQ(window.timers.at(30005), 5'000u);
   EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+}
+
+TEST_F(WindowTimers, TheSearchForAVolumeGoesOnRoundAfterRoundUntilThereIsOne) {
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
+  for (int round = 0; round < 3; ++round) {
+    Fire(30005);
+    EXPECT_EQ(window.timers.at(30005), 5'000u);
+    EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  }
+  Engine().ready = true;
+  Fire(30005);
+  EXPECT_EQ(window.timers.count(30005), 0u);
+  EXPECT_TRUE(harness.search.IsQuiet());
 }
 
 TEST_F(WindowTimers, AShowDoesNotEndTheSearchForAVolume) {

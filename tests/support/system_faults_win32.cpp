@@ -6,6 +6,7 @@
 
 #include <cstddef>
 
+#include "support/host_link.h"
 #include "support/system_faults.h"
 
 using quilmark::SystemFaultSwitch;
@@ -48,8 +49,6 @@ QUILMARK_WRAP_WHOLE(BOOL, GetFileAttributesExW,
 QUILMARK_WRAP_WHOLE(BOOL, CreateDirectoryW, (LPCWSTR path, LPSECURITY_ATTRIBUTES security),
                     (path, security), ERROR_DISK_FULL, FALSE)
 QUILMARK_WRAP_WHOLE(BOOL, DeleteFileW, (LPCWSTR path), (path), ERROR_ACCESS_DENIED, FALSE)
-QUILMARK_WRAP_WHOLE(BOOL, FindNextFileW, (HANDLE find, LPWIN32_FIND_DATAW found), (find, found),
-                    ERROR_READ_FAULT, FALSE)
 QUILMARK_WRAP_WHOLE(BOOL, DeviceIoControl,
                     (HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
                      DWORD outputSize, LPDWORD bytes, LPOVERLAPPED at),
@@ -86,6 +85,23 @@ QUILMARK_WRAP(HANDLE, CreateFileW,
   return file;
 }
 
+static void TagLink(WIN32_FIND_DATAW& found) {
+  const bool isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  if (isLink && found.dwReserved0 == 0 && quilmark::LinksAreJunctions()) {
+    found.dwReserved0 = IO_REPARSE_TAG_MOUNT_POINT;
+  }
+}
+
+QUILMARK_WRAP(BOOL, FindNextFileW, (HANDLE find, LPWIN32_FIND_DATAW found)) {
+  if (SystemFaultSwitch::Ask("FindNextFileW") != Verdict::kPass) {
+    SetLastError(ERROR_READ_FAULT);
+    return FALSE;
+  }
+  if (!__real___imp_FindNextFileW(find, found)) return FALSE;
+  TagLink(*found);
+  return TRUE;
+}
+
 QUILMARK_WRAP(HANDLE, FindFirstFileExW,
               (LPCWSTR path, FINDEX_INFO_LEVELS level, LPVOID found, FINDEX_SEARCH_OPS kind,
                LPVOID filter, DWORD flags)) {
@@ -94,8 +110,20 @@ QUILMARK_WRAP(HANDLE, FindFirstFileExW,
     return INVALID_HANDLE_VALUE;
   }
   const HANDLE find = __real___imp_FindFirstFileExW(path, level, found, kind, filter, flags);
-  if (find != INVALID_HANDLE_VALUE) SystemFaultSwitch::Opened(NumberOf(find));
+  if (find == INVALID_HANDLE_VALUE) return find;
+  TagLink(*static_cast<WIN32_FIND_DATAW*>(found));
+  SystemFaultSwitch::Opened(NumberOf(find));
   return find;
+}
+
+QUILMARK_WRAP(BOOL, GetFileInformationByHandleEx,
+              (HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind, LPVOID facts, DWORD size)) {
+  if (!__real___imp_GetFileInformationByHandleEx(file, kind, facts, size)) return FALSE;
+  const uint32_t tag = quilmark::TagOfFiles();
+  if (kind == FileAttributeTagInfo && tag != 0) {
+    *static_cast<FILE_ATTRIBUTE_TAG_INFO*>(facts) = {FILE_ATTRIBUTE_REPARSE_POINT, tag};
+  }
+  return TRUE;
 }
 
 QUILMARK_WRAP(BOOL, FindClose, (HANDLE find)) {

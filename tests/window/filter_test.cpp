@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include "search/filter_categories.h"
@@ -91,17 +90,9 @@ TEST_F(FilterBar, TakesACustomSize) {
   program.Screenshot("custom-ranges");
   program.Ask(Probe::kSwitchTheme, 1);
   program.Screenshot("custom-ranges-dark");
-  const HWND from = GetDlgItem(program.Window(), 111);
-  RECT client = {};
-  GetClientRect(from, &client);
-  program.Click(from, client.right - 8, client.bottom / 2);
-  const auto calendar = [from] {
-    return reinterpret_cast<HWND>(SendMessageW(from, DTM_GETMONTHCAL, 0, 0));
-  };
-  WaitUntil("the calendar", [&] { return IsWindowVisible(calendar()) != FALSE; });
+  program.OpenCalendar();
   program.Screenshot("calendar-dark");
-  program.Click(from, client.right - 8, client.bottom / 2);
-  WaitUntil("no calendar", [&] { return !IsWindowVisible(calendar()); });
+  program.CloseCalendar();
   EXPECT_FALSE(IsWindowVisible(GetDlgItem(program.Window(), 109)));
 }
 

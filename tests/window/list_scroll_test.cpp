@@ -1,7 +1,6 @@
 // The list moved to the side and looked at through its edges: bars, columns, small windows, objects.
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include "config/palette.h"
@@ -162,16 +161,8 @@ TEST_F(ListScroll, HoldsNoMoreObjectsAfterAllThatOpensWasOpened) {
       SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
     }
     Choose(107, 4);
-    const HWND from = GetDlgItem(program.Window(), 111);
-    const auto calendar = [from] {
-      return reinterpret_cast<HWND>(SendMessageW(from, DTM_GETMONTHCAL, 0, 0));
-    };
-    RECT client = {};
-    GetClientRect(from, &client);
-    program.Click(from, client.right - 8, client.bottom / 2);
-    WaitUntil("the calendar", [&] { return IsWindowVisible(calendar()) != FALSE; });
-    program.Click(from, client.right - 8, client.bottom / 2);
-    WaitUntil("no calendar", [&] { return !IsWindowVisible(calendar()); });
+    program.OpenCalendar();
+    program.CloseCalendar();
     Choose(107, 0);
     program.Ask(Probe::kSwitchTheme, 2);
     program.Ask(Probe::kRepaint, 1);

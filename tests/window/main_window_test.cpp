@@ -7,6 +7,8 @@
 #include "platform/text_file.h"
 #include "window/window_program.h"
 
+#include <shellapi.h>
+
 namespace quilmark {
 namespace {
 
@@ -131,8 +133,11 @@ TEST_F(MainWindow, IsShownBySecondCopies) {
   WaitUntil("a hidden window", [this] { return !program.IsVisible(); });
   EXPECT_EQ(program.RunSecondCopy(L"-hidden"), 0u);
   EXPECT_FALSE(program.IsVisible());
+  EXPECT_FALSE(program.Ask(Probe::kShownByUser));
   EXPECT_EQ(program.RunSecondCopy(), 0u);
   WaitUntil("a visible window", [this] { return program.IsVisible(); });
+  // Raised from outside it would be visible too; where the copy has no rights its request does it alone.
+  WaitUntil("the request", [this] { return program.Ask(Probe::kShownByUser) == 1; });
   EndByMenu();
 }
 
@@ -206,13 +211,35 @@ TEST_F(MainWindow, ComesAndGoesByItsHotkey) {
   EndByMenu();
 }
 
+TEST_F(MainWindow, GivesItsMemoryBackWhenItsHotkeyHidesIt) {
+  program.StartAndWait();
+  PostMessageW(program.Window(), WM_HOTKEY, 30001, 0);
+  WaitUntil("a trim", [this] { return program.Ask(Probe::kOwnTrims) == 1; });
+  EXPECT_EQ(program.Ask(Probe::kOtherTrims), 0);
+  EndByMenu();
+}
+
+TEST_F(MainWindow, HasOthersGiveTheirMemoryBackWhereTheUserWantsIt) {
+  program.Settings().MakeFile("window.ini", "globalTrimOnToggle=1\n");
+  program.StartAndWait();
+  PostMessageW(program.Window(), WM_HOTKEY, 30001, 0);
+  WaitUntil("a trim of others", [this] { return program.Ask(Probe::kOtherTrims) > 1; });
+  WaitUntil("a trim", [this] { return program.Ask(Probe::kOwnTrims) == 1; });
+  EndByMenu();
+}
+
 TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   program.StartAndWait();
-  program.Ask(Probe::kSetTrayIcon, 0);
+  NOTIFYICONDATAW icon = {};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = program.Window();
+  icon.uID = 1;
+  ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon)) << "no icon to lose";
   PostMessageW(program.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
   WaitUntil("a note of it", [this] {
     return program.GdiLog().find(u"TaskbarCreated received") != std::u16string::npos;
   });
+  EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon)) << "it has not come back";
   EndByMenu();
 }
 
@@ -471,6 +498,13 @@ TEST_F(MainWindow, OutlivesAnExceptionInAJob) {
   EndByMenu();
 }
 
+bool HasDump(const ScratchFolder& folder) {
+  for (const auto& file : std::filesystem::directory_iterator(folder.HostPath())) {
+    if (file.path().extension() == ".dmp" && file.file_size() > 1'000) return true;
+  }
+  return false;
+}
+
 class CrashOf : public MainWindow, public testing::WithParamInterface<Probe> {};
 
 TEST_P(CrashOf, LeavesADumpAndALine) {
@@ -479,11 +513,25 @@ TEST_P(CrashOf, LeavesADumpAndALine) {
   EXPECT_NE(program.WaitForEnd(), 0u);
   EXPECT_NE(program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x"),
             std::u16string::npos);
-  bool hasDump = false;
-  for (const auto& file : std::filesystem::directory_iterator(program.Settings().HostPath())) {
-    hasDump = hasDump || (file.path().extension() == ".dmp" && file.file_size() > 1'000);
-  }
-  EXPECT_TRUE(hasDump);
+  EXPECT_TRUE(HasDump(program.Settings()));
+}
+
+TEST_F(MainWindow, LeavesTheDumpOfACrashInAFolderThatOthersWriteTo) {
+  const ScopedEnvironment temp("TMP", program.Settings().HostPath().parent_path().string());
+  program.StartAndWait();
+  program.Ask(Probe::kCrash);
+  EXPECT_NE(program.WaitForEnd(), 0u);
+  EXPECT_TRUE(HasDump(program.Settings()));
+}
+
+// Wine's dump waits for that lock for good, and so does the program.
+TEST_F(MainWindow, LeavesTheLineOfACrashThatFindsTheLoaderLocked) {
+  program.StartAndWait();
+  program.Ask(Probe::kCrashWithoutLoader);
+  WaitUntil("a line in the log", [this] {
+    return program.GdiLog().find(u"[Crash] exception C0000005 at Quilmark-test.exe+0x") !=
+           std::u16string::npos;
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, CrashOf, testing::Values(Probe::kCrash, Probe::kCrashInWindow));

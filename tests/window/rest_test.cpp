@@ -1,7 +1,6 @@
 // Every screen left alone for two seconds: nothing is painted, started, read or written.
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -96,13 +95,7 @@ TEST_F(Rest, IsThatOfTheFiltersAndTheirPopups) {
   ExpectRest("a drop list");
   program.Press(VK_ESCAPE);
   WaitUntil("its end", [&] { return SendMessageW(presets, CB_GETDROPPEDSTATE, 0, 0) == 0; });
-  RECT client = {};
-  GetClientRect(from, &client);
-  program.Click(from, client.right - 8, client.bottom / 2);
-  const auto calendar = [from] {
-    return reinterpret_cast<HWND>(SendMessageW(from, DTM_GETMONTHCAL, 0, 0));
-  };
-  WaitUntil("the calendar", [&] { return IsWindowVisible(calendar()) != FALSE; });
+  program.OpenCalendar();
   ExpectRest("a calendar");
 }
 

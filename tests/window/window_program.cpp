@@ -1,5 +1,6 @@
 #include "window/window_program.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -285,6 +286,28 @@ void WindowProgram::SearchFor(std::u16string_view text) {
     const int64_t generation = Ask(Probe::kSearchGeneration);
     return generation > before && Ask(Probe::kShownGeneration) == generation;
   });
+}
+
+static bool ShowsCalendar(HWND date) {
+  return IsWindowVisible(reinterpret_cast<HWND>(SendMessageW(date, DTM_GETMONTHCAL, 0, 0))) != FALSE;
+}
+
+static void ClickCalendarButton(WindowProgram& program, HWND date) {
+  RECT client = {};
+  GetClientRect(date, &client);
+  program.Click(date, client.right - 8, client.bottom / 2);
+}
+
+void WindowProgram::OpenCalendar() {
+  const HWND date = GetDlgItem(Window(), 111);
+  ClickCalendarButton(*this, date);
+  WaitUntil("the calendar", [date] { return ShowsCalendar(date); });
+}
+
+void WindowProgram::CloseCalendar() {
+  const HWND date = GetDlgItem(Window(), 111);
+  ClickCalendarButton(*this, date);
+  WaitUntil("no calendar", [date] { return !ShowsCalendar(date); });
 }
 
 void WindowProgram::Screenshot(const std::string& name) {

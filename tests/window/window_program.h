@@ -61,6 +61,10 @@ class WindowProgram {
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 
+  // That of the first date, by its button.
+  void OpenCalendar();
+  void CloseCalendar();
+
   // build/windows/window-tests/<name>.png
   void Screenshot(const std::string& name);
 

@@ -51,6 +51,8 @@ std::optional<std::u16string> LocalDataFolder() {
   return usual;
 }
 
+void ForgetKnownFolders() {}
+
 std::optional<std::u16string> TempFolder() {
   const std::string_view named = PathVariable("TMPDIR");
   std::u16string folder = PathOfHostBytes(named.empty() ? "/tmp" : named);

@@ -23,10 +23,14 @@ bool IsNameSurrogate(DWORD attributes, DWORD tag) {
   return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag);
 }
 
-UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags) {
+UniqueFile OpenLongPath(const std::u16string& longPath, DWORD access, DWORD disposition, DWORD flags) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   return UniqueFile(
-      CreateFileW(Wide(LongPathOf(path)), access, kShareAll, nullptr, disposition, flags, nullptr));
+      CreateFileW(Wide(longPath), access, kShareAll, nullptr, disposition, flags, nullptr));
+}
+
+UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags) {
+  return OpenLongPath(LongPathOf(path), access, disposition, flags);
 }
 
 UniqueFile OpenFolder(std::u16string_view path) {

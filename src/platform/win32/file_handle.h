@@ -36,6 +36,9 @@ bool IsNameSurrogate(DWORD attributes, DWORD tag);
 // Sharing everything with others; empty on failure.
 UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags = 0);
 
+// The same by a name of LongPathOf: takes no lock.
+UniqueFile OpenLongPath(const std::u16string& longPath, DWORD access, DWORD disposition, DWORD flags);
+
 // An existing folder, for questions about it.
 UniqueFile OpenFolder(std::u16string_view path);
 

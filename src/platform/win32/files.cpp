@@ -6,6 +6,7 @@
 
 #include "platform/drives.h"
 #include "platform/file_rewrite.h"
+#include "platform/known_folders.h"
 #include "platform/utf.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/guarded_write.h"
@@ -82,7 +83,9 @@ bool IsExistingFolder(std::u16string_view path) {
 
 bool MakeFolder(std::u16string_view path) {
   if (!IsReachedByLink(path) && CreateDirectoryW(Wide(LongPathOf(path)), nullptr)) return true;
-  return IsExistingFolder(path);
+  if (IsExistingFolder(path)) return true;
+  ForgetKnownFolders();
+  return false;
 }
 
 std::optional<std::string> ReadFileBytes(std::u16string_view path, uint64_t limit) {

@@ -4,6 +4,8 @@
 
 #include <shlobj.h>
 
+#include <mutex>
+
 #include "platform/drive_roots.h"
 #include "platform/drives.h"
 #include "platform/utf.h"
@@ -28,6 +30,24 @@ std::optional<std::u16string> SystemFolder(const KNOWNFOLDERID& id) {
   return FromWide(text);
 }
 
+// What the system has named, until it is to be asked again.
+struct KeptFolder {
+  const KNOWNFOLDERID& id;
+  std::optional<std::u16string> path = {};  // guarded by keptMutex
+};
+std::mutex keptMutex;  // for a copy only: the question may go to a disk or a server
+KeptFolder keptDocuments = {FOLDERID_Documents}, keptLocalData = {FOLDERID_LocalAppData};
+
+std::optional<std::u16string> PathOf(KeptFolder& kept) {
+  std::unique_lock lock(keptMutex);
+  if (kept.path) return kept.path;
+  lock.unlock();
+  const std::optional<std::u16string> asked = SystemFolder(kept.id);
+  lock.lock();
+  kept.path = asked;
+  return asked;
+}
+
 // A path of the system as one of files.h: where its letter is mapped to a folder, in the form that no
 // mapping takes for its own.
 std::u16string PastMappings(const std::u16string& path) {
@@ -38,15 +58,21 @@ std::u16string PastMappings(const std::u16string& path) {
 }  // namespace
 
 std::optional<std::u16string> DocumentsFolder() {
-  const std::optional<std::u16string> folder = SystemFolder(FOLDERID_Documents);
+  const std::optional<std::u16string> folder = PathOf(keptDocuments);
   if (!folder) return std::nullopt;
   return PastMappings(*folder);
 }
 
 std::optional<std::u16string> LocalDataFolder() {
-  const std::optional<std::u16string> folder = SystemFolder(FOLDERID_LocalAppData);
+  const std::optional<std::u16string> folder = PathOf(keptLocalData);
   if (!folder) return std::nullopt;
   return PastMappings(*folder);
+}
+
+void ForgetKnownFolders() {
+  const std::scoped_lock lock(keptMutex);
+  keptDocuments.path.reset();
+  keptLocalData.path.reset();
 }
 
 std::optional<std::u16string> TempFolder() {

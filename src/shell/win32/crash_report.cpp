@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <dbghelp.h>
+#include <psapi.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -12,6 +13,8 @@
 #include "config/log.h"
 #include "platform/clock.h"
 #include "platform/format.h"
+#include "platform/known_folders.h"
+#include "platform/text_file.h"
 #include "platform/utf.h"
 #include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
@@ -25,53 +28,86 @@ constexpr DWORD kTerminated = 0xE000'0001;  // of our own: std::terminate
 
 std::atomic<bool> isReported = false;
 
-// Asked for once, at the start: a thread that crashes may hold what the system needs to answer. Never
-// freed, since the end of the process may crash too.
-const std::u16string& DumpFolder() {
-  static const auto* const folder = new std::u16string(ChooseConfigDirectory(AskConfigPlaces()).path);
-  return *folder;
+using WriteDumpCall = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE,
+                                    PMINIDUMP_EXCEPTION_INFORMATION, PMINIDUMP_USER_STREAM_INFORMATION,
+                                    PMINIDUMP_CALLBACK_INFORMATION);
+
+// Asked for once, at the start: a thread that crashes may hold what the system, or we, need to answer.
+struct ReportPlan {
+  WritePlan dumps;
+  std::u16string dumpFolder;
+  WritePlan logs;
+  std::u16string logName;
+  WriteDumpCall writeDump;
+};
+
+ReportPlan MakePlan() {
+  const std::u16string dumpFolder = ChooseConfigDirectory(AskConfigPlaces()).path;
+  const std::u16string log = GdiLogPath(TempFolder());
+  const size_t name = log.rfind(u'\\') + 1;
+  return {.dumps = PlanWrites(dumpFolder),
+          .dumpFolder = dumpFolder,
+          .logs = PlanWrites(log.substr(0, name)),
+          .logName = log.substr(name),
+          .writeDump = SystemCall<WriteDumpCall>(L"dbghelp.dll", "MiniDumpWriteDump")};
 }
 
-std::u16string DumpPath() {
+// Never freed, since the end of the process may crash too.
+const ReportPlan& Plan() {
+  static const auto* const plan = new ReportPlan(MakePlan());
+  return *plan;
+}
+
+// As LogGdiState.
+void LogCrash(std::u16string_view text) {
+  const UniqueFile file = OpenPlanned(
+      Plan().logs, Plan().logName, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
+  LARGE_INTEGER size = {};
+  if (!file || !GetFileSizeEx(file.Get(), &size)) return;
+  const std::u16string line = GdiStateLine(NowLocal(), CountGuiResources(), text);
+  const std::string bytes = size.QuadPart == 0 ? TextFileBytes(line) : EncodeTextLines(line);
+  DWORD written = 0;
+  WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+}
+
+std::u16string DumpName() {
   const LocalTime now = NowLocal();
-  return DumpFolder() + FormatText(u"\\crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month,
-                                   now.day, now.hour, now.minute, now.second);
+  return FormatText(u"crash-%04d%02d%02d-%02d%02d%02d.dmp", now.year, now.month, now.day, now.hour,
+                    now.minute, now.second);
 }
 
-bool WriteDump(const std::u16string& path, EXCEPTION_POINTERS* exception) {
-  using Write = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE, PMINIDUMP_EXCEPTION_INFORMATION,
-                              PMINIDUMP_USER_STREAM_INFORMATION, PMINIDUMP_CALLBACK_INFORMATION);
-  const auto write = SystemCall<Write>(L"dbghelp.dll", "MiniDumpWriteDump");
-  const UniqueFile file = OpenForWriting(path, GENERIC_WRITE, CREATE_NEW);
-  if (write == nullptr || !file) return false;
+bool WriteDump(const std::u16string& name, EXCEPTION_POINTERS* exception) {
+  if (Plan().writeDump == nullptr) return false;
+  const UniqueFile file = OpenPlanned(Plan().dumps, name, GENERIC_WRITE, CREATE_NEW);
+  if (!file) return false;
   MINIDUMP_EXCEPTION_INFORMATION information = {GetCurrentThreadId(), exception, FALSE};
-  return write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &information,
-               nullptr, nullptr) != FALSE;
+  return Plan().writeDump(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal,
+                          &information, nullptr, nullptr) != FALSE;
 }
 
-// "Quilmark.exe+0x1234": what a debugger finds again, wherever the module was loaded.
-std::u16string PlaceOf(const void* address) {
-  HMODULE module = nullptr;
+// "Quilmark.exe+0x1234": what a debugger finds again, wherever the module was loaded. From the map of
+// the memory, since the list of modules is behind the loader's lock.
+std::u16string PlaceOf(void* address) {
+  MEMORY_BASIC_INFORMATION region = {};
   wchar_t path[MAX_PATH] = {};
-  GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      static_cast<LPCWSTR>(address), &module);
-  GetModuleFileNameW(module, path, MAX_PATH);
+  VirtualQuery(address, &region, sizeof region);
+  K32GetMappedFileNameW(GetCurrentProcess(), address, path, MAX_PATH);
   std::u16string_view name = FromWide(path);
   name.remove_prefix(name.rfind(u'\\') + 1);
-  const auto offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(module);
-  return FormatText(u"%s+0x%llX", module == nullptr ? u"?" : name, static_cast<uint64_t>(offset));
+  const auto offset =
+      reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(region.AllocationBase);
+  return FormatText(u"%s+0x%llX", name.empty() ? u"?" : name, static_cast<uint64_t>(offset));
 }
 
 // The line comes first: it is there also where the dump fails, or crashes in its turn.
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) {
   if (isReported.exchange(true)) return EXCEPTION_CONTINUE_SEARCH;
-  LogGdiState(FormatText(u"[Crash] exception %08X at %s",
-                         static_cast<uint32_t>(exception->ExceptionRecord->ExceptionCode),
-                         PlaceOf(exception->ExceptionRecord->ExceptionAddress)));
-  const std::u16string path = DumpPath();
-  const bool isWritten = WriteDump(path, exception);
-  LogGdiState(u"[Crash] dump " + (isWritten ? path : u"not written"));
+  LogCrash(FormatText(u"[Crash] exception %08X at %s",
+                      static_cast<uint32_t>(exception->ExceptionRecord->ExceptionCode),
+                      PlaceOf(exception->ExceptionRecord->ExceptionAddress)));
+  const std::u16string name = DumpName();
+  const bool isWritten = WriteDump(name, exception);
+  LogCrash(u"[Crash] dump " + (isWritten ? Plan().dumpFolder + u"\\" + name : u"not written"));
   return EXCEPTION_EXECUTE_HANDLER;
 }
 
@@ -88,7 +124,7 @@ std::string ReasonOfTerminate() {
 }
 
 [[noreturn]] void ReportTerminate() {
-  LogGdiState(u"[Crash] terminate: " + FromUtf8(ReasonOfTerminate()));
+  LogCrash(u"[Crash] terminate: " + FromUtf8(ReasonOfTerminate()));
   RaiseException(kTerminated, EXCEPTION_NONCONTINUABLE, 0, nullptr);
   std::abort();
 }
@@ -96,7 +132,7 @@ std::string ReasonOfTerminate() {
 }  // namespace
 
 void InstallCrashReport() {
-  DumpFolder();
+  Plan();
   SetUnhandledExceptionFilter(ReportCrash);
   std::set_terminate(ReportTerminate);
 }

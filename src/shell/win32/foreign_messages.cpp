@@ -1,5 +1,6 @@
 #include "shell/win32/foreign_messages.h"
 
+#include "platform/clock.h"
 #include "shell/win32/main_window.h"
 #include "shell/window_events.h"
 #include "shell/window_ids.h"
@@ -18,7 +19,7 @@ ForeignMessages OpenToOthers(HWND window) {
 bool TakeForeignMessage(AppState& app, MainWindow& window, UINT number) {
   if (number == 0) return false;
   if (number == window.foreign.taskbarCreated) {
-    OnTaskbarCreated(app, window);
+    OnTaskbarCreated(app, window, TickMs());
     return true;
   }
   if (number != window.foreign.show) return false;

@@ -139,7 +139,7 @@ void MainWindow::ShowAndRaise() {
 
 void MainWindow::Destroy() { DestroyWindow(window_); }
 
-void MainWindow::AddOrUpdateTrayIcon() {
+TrayIconState MainWindow::AddOrUpdateTrayIcon() {
   const HotkeyConfig& hotkeys = App().hotkeys;
   const std::u16string trayTip =
       TrayTipText(TranslateOr(u"TrayTip", u"Quilmark - {0} Show/Hide"),
@@ -148,12 +148,14 @@ void MainWindow::AddOrUpdateTrayIcon() {
     tray.TakePicture(LoadAppIcon(size));
   }
   tray.Prepare(window_);
-  App().trayIconAdded = tray.AddOrUpdate(App().trayIconAdded, trayTip);
+  const TrayIconState state = tray.AddOrUpdate(App().trayIconAdded, trayTip);
+  App().trayIconAdded = state != TrayIconState::kAbsent;
   if (App().trayIconAdded) {
     StopTimer(ID_TIMER_TRAY_RETRY);
   } else {
     StartTimer(ID_TIMER_TRAY_RETRY, kTrayRetryMs);
   }
+  return state;
 }
 
 bool MainWindow::SystemShutsDown() { return GetSystemMetrics(SM_SHUTTINGDOWN) != 0; }

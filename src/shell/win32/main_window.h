@@ -50,7 +50,7 @@ class MainWindow : public WindowPort, public WindowEndPort {
   void Hide() override;
   void ShowAndRaise() override;
   void Destroy() override;
-  void AddOrUpdateTrayIcon() override;
+  TrayIconState AddOrUpdateTrayIcon() override;
   bool SystemShutsDown() override;
   void TrimSelf() override;
   void TrimSelfInJob() override;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/win32/wide.h"
-#include "shell/tray_presence.h"
 #include "shell/window_ids.h"
 
 namespace quilmark {
@@ -30,7 +29,7 @@ void TrayIcon::TakePicture(UniqueIcon icon) {
   owned_ = std::move(icon);
 }
 
-bool TrayIcon::AddOrUpdate(bool isAdded, const std::u16string& tip) {
+TrayIconState TrayIcon::AddOrUpdate(bool isAdded, const std::u16string& tip) {
   const size_t length = std::min(tip.size(), std::size(record_.szTip) - 1);
   std::copy_n(Wide(tip), length, record_.szTip);
   record_.szTip[length] = 0;

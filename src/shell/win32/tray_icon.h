@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "shell/tray_presence.h"
 #include "shell/win32/gdi.h"
 
 namespace quilmark {
@@ -19,7 +20,7 @@ class TrayIcon {
   void TakePicture(UniqueIcon icon);
 
   // Adds the icon, or gives a present one the tip. True if it is there afterwards.
-  bool AddOrUpdate(bool isAdded, const std::u16string& tip);
+  TrayIconState AddOrUpdate(bool isAdded, const std::u16string& tip);
   void Remove();  // also from memory
 
  private:

@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "platform/clock.h"
 #include "platform/file_facts.h"
+#include "platform/format.h"
 #include "platform/known_folders.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
+#include "support/host_link.h"
 #include "support/listing.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
@@ -114,6 +117,61 @@ TEST(Win32Files, AFolderOnTheWayIsAskedWhetherItIsALink) {
   };
   EXPECT_EQ(asked(u"file"), 0u) << "the way to the temporary folder is the user's own";
   EXPECT_GT(asked(u"outer\\inner\\file"), asked(u"outer\\file"));
+}
+
+// Wine shows the link as a folder, as it looks to who asks before it is swapped in.
+TEST(Win32Files, NothingIsWrittenToWhatTurnsOutToLieElsewhere) {
+  const std::u16string folder = FolderWithLink(u"quilmark-test-writes");
+  const std::u16string behind = folder + u"\\behind\\a.txt", byLink = folder + u"\\link\\a.txt";
+  ASSERT_TRUE(WriteFileBytes(behind, "as it was"));
+  ASSERT_FALSE(IsReachedByLink(byLink));
+  ASSERT_EQ(ReadFileBytes(byLink), "as it was");
+  EXPECT_FALSE(AppendFileBytes(byLink, "line", "mark"));
+  EXPECT_FALSE(WriteFileBytes(byLink, "new"));
+  EXPECT_FALSE(WriteMarkedFileBytes(byLink, "new", 1));
+  EXPECT_EQ(ReadFileBytes(behind), "as it was");
+}
+
+TEST(Win32Files, NothingIsOpenedOrMadeBelowAJunction) {
+  const std::u16string folder = FolderWithLink(u"quilmark-test-writes");
+  // The folder stays, and with it what a run has made that failed.
+  const std::u16string file = FormatText(u"\\%llu.txt", TickMs()),
+                       made = FormatText(u"\\%llu", TickMs());
+  const LinksAsJunctions junctions;
+  EXPECT_TRUE(IsReachedByLink(folder + u"\\link" + file));
+  EXPECT_FALSE(IsReachedByLink(folder + u"\\behind" + file));
+  EXPECT_FALSE(AppendFileBytes(folder + u"\\link" + file, "line", ""));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind" + file));
+  EXPECT_FALSE(MakeFolder(folder + u"\\link" + made));
+  EXPECT_FALSE(IsExistingPath(folder + u"\\behind" + made));
+}
+
+TEST(Win32Files, AFileThatIsALinkIsNotWrittenAndOneOfACloudIs) {
+  const ScratchFolder scratch;
+  const std::u16string path = scratch.PathOf(u"a.txt");
+  ASSERT_TRUE(WriteFileBytes(path, "as it was"));
+  {
+    const FilesTagged links(IO_REPARSE_TAG_SYMLINK);
+    EXPECT_FALSE(WriteFileBytes(path, "new"));
+    EXPECT_FALSE(AppendFileBytes(path, "line", ""));
+  }
+  EXPECT_EQ(ReadFileBytes(path), "as it was");
+  const FilesTagged cloud(0x9000'001A);
+  EXPECT_TRUE(WriteFileBytes(path, "new"));
+  EXPECT_TRUE(AppendFileBytes(path, " line", ""));
+  EXPECT_EQ(ReadFileBytes(path), "new line");
+}
+
+TEST(Win32Files, AFileBelowASharedFolderIsWrittenByAnySpellingOfItsName) {
+  const ScratchFolder scratch;
+  std::u16string path = scratch.PathOf(u"sub\\a.txt");
+  scratch.MakeFolder("sub");
+  EXPECT_TRUE(AppendFileBytes(path, "1", ""));
+  EXPECT_TRUE(AppendFileBytes(scratch.PathOf(u"SUB\\A.TXT"), "2", ""));
+  EXPECT_TRUE(AppendFileBytes(scratch.PathOf(u"sub/a.txt"), "3", ""));
+  const MappedDrive drive(u'Q', scratch.Path());
+  EXPECT_TRUE(AppendFileBytes(u"Q:\\sub\\a.txt", "4", ""));
+  EXPECT_EQ(ReadFileBytes(path), "1234");
 }
 
 }  // namespace

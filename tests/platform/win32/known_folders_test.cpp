@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
+#include "support/documents_at.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 
@@ -32,6 +33,23 @@ TEST(Win32KnownFolders, ADesktopBelowAMappedDriveIsOnThatDrive) {
   const size_t lastName = desktop.rfind(u'\\');
   const MappedDrive drive(u'Q', desktop.substr(0, lastName));
   EXPECT_EQ(DesktopFolder(), u"Q:" + desktop.substr(lastName));
+}
+
+TEST(Win32KnownFolders, TheDocumentsAreAskedForOnceAndAgainAfterAWriteThatFails) {
+  const ScratchFolder scratch;
+  const std::u16string before = scratch.PathOf(u"before"), after = scratch.PathOf(u"after");
+  DocumentsAt documents(before);
+  EXPECT_EQ(DocumentsFolder(), before);
+  documents.Move(after);
+  EXPECT_EQ(DocumentsFolder(), before);
+  EXPECT_FALSE(AppendFileBytes(before + u"\\a.txt", "line", ""));
+  EXPECT_EQ(DocumentsFolder(), after);
+  documents.Move(before);
+  EXPECT_FALSE(MakeFolder(after + u"\\a\\b"));
+  EXPECT_EQ(DocumentsFolder(), before);
+  documents.Move(after);
+  EXPECT_FALSE(WriteFileBytes(before + u"\\a.txt", "line"));
+  EXPECT_EQ(DocumentsFolder(), after);
 }
 
 }  // namespace

@@ -36,10 +36,8 @@ void CycleViews(MainWindow& window) {
 }
 
 void CycleThemes(MainWindow& window) {
-  for (const bool dark : {true, false}) {
-    CurrentWindowSettings.darkTheme = dark;
-    ApplyTheme(window);
-  }
+  CurrentWindowSettings.darkTheme = !CurrentWindowSettings.darkTheme;
+  ApplyTheme(window);
 }
 
 void CycleEditor(AppState& app, MainWindow& window) {
@@ -73,10 +71,9 @@ void CycleTip(const AppState& app, MainWindow& window) {
   window.tip.Hide();
 }
 
-void CycleScales(const MainWindow& window) {
-  for (const WORD dpi : {WORD{144}, WORD{96}}) {
-    SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
-  }
+void CycleScales(const AppState& app, const MainWindow& window) {
+  const WORD dpi = app.systemDpi == 96 ? 144 : 96;
+  SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
 }
 
 void CycleOnce(AppState& app, MainWindow& window, Screen screen) {
@@ -102,7 +99,7 @@ void CycleOnce(AppState& app, MainWindow& window, Screen screen) {
       ShowWindow(window.Handle(), SW_SHOWNA);
       return;
     case Screen::kScales:
-      return CycleScales(window);
+      return CycleScales(app, window);
     case Screen::kCount:
       return;
   }

@@ -10,13 +10,13 @@ namespace quilmark {
 enum class Screen : uint32_t {
   kViews,     // list, small icons, large icons, each painted
   kSidebar,   // filters at the side, and back
-  kThemes,    // dark, and back
+  kThemes,    // the other one
   kEditor,    // over a name, closed without a rename
   kDropList,  // of a preset box
   kCalendar,  // of a date
   kTip,       // beside the mouse
   kHidden,    // and shown again
-  kScales,    // of a screen of 150 %, and back
+  kScales,    // of a screen of 150 % or of 100 %, the other one
   kCount,
 };
 

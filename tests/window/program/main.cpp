@@ -75,7 +75,25 @@ void MapDrives(std::u16string_view only = {}) {
   }
 }
 
+// A thread takes the lock of the system's list of libraries, and keeps it.
+void HoldLoader() {
+  using Lock = LONG(NTAPI*)(ULONG, ULONG*, ULONG_PTR*);
+  static const HANDLE held = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  const auto hold = [](void* lock) -> DWORD {
+    ULONG state = 0;
+    ULONG_PTR cookie = 0;
+    reinterpret_cast<Lock>(lock)(0, &state, &cookie);
+    SetEvent(held);
+    Sleep(INFINITE);
+    return 0;
+  };
+  const auto lock = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "LdrLockLoaderLock");
+  CreateThread(nullptr, 0, hold, reinterpret_cast<void*>(lock), 0, nullptr);
+  WaitForSingleObject(held, INFINITE);
+}
+
 void Crash() {
+  CountsOfSystem().refusesNames = true;  // the report comes from what was asked before
   volatile int* volatile nowhere = nullptr;
   *nowhere = 1;
 }
@@ -276,6 +294,12 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kCrash:
       RunBackground("crashed_by_test", Crash);
       break;
+    case Probe::kCrashWithoutLoader:
+      RunBackground("crashed_by_test", [] {
+        HoldLoader();  // no thread starts from here on
+        Crash();
+      });
+      break;
     case Probe::kCrashInWindow:
       PostMessageW(window.Handle(), kCrashMessage, 0, 0);
       break;
@@ -432,6 +456,10 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CountsOfSystem().reads;
     case Probe::kDiskWrites:
       return CountsOfSystem().writes;
+    case Probe::kOwnTrims:
+      return CountsOfSystem().ownTrims;
+    case Probe::kOtherTrims:
+      return CountsOfSystem().otherTrims;
     case Probe::kAttributesSaved:
       return AttrCacheGeneration == AttrSavedGeneration;
     case Probe::kIconSize:

@@ -60,18 +60,21 @@ enum class Probe : uintptr_t {
   kHandles,  // under Wine, which does not count them, the number of the lowest free one
   kThreads,
   kPrivateKb,  // memory of the process alone
-  kRecords,    // of all volumes, those of deleted files included
+  kOwnTrims,   // of working sets, that the system has done: of this process, and of others
+  kOtherTrims,
+  kRecords,  // of all volumes, those of deleted files included
 
   // Does something; the answer is 1.
-  kSetTrayIcon = 100,  // argument: whether it counts as present
-  kSwitchTheme,        // argument: times
-  kRepaint,            // argument: times; the whole window, at once
-  kTakePreset,         // argument: its index
-  kRequestExit,        // as the menu's "Exit", without the close that follows it
-  kThrowInJob,         // an exception leaves a background job
-  kCrash,              // of a background job
-  kCrashInWindow,      // of the interface thread
-  kSetView,            // argument: 0 list, 1 small icons, 2 large icons
+  kSetTrayIcon = 100,   // argument: whether it counts as present
+  kSwitchTheme,         // argument: times
+  kRepaint,             // argument: times; the whole window, at once
+  kTakePreset,          // argument: its index
+  kRequestExit,         // as the menu's "Exit", without the close that follows it
+  kThrowInJob,          // an exception leaves a background job
+  kCrash,               // of a background job
+  kCrashWithoutLoader,  // of a job, while another thread keeps the loader's lock
+  kCrashInWindow,       // of the interface thread
+  kSetView,             // argument: 0 list, 1 small icons, 2 large icons
   kPostStaleResults,
   kSetSidebar,       // argument: whether the filter tags stand at the side
   kUnmapDrive,       // argument: the letter

@@ -5,6 +5,8 @@
 #include <process.h>
 #include <windows.h>
 
+#include <psapi.h>
+
 #include <algorithm>
 #include <string>
 
@@ -36,10 +38,20 @@ QUILMARK_COUNT(HANDLE, WINAPI, CreateFileW,
                (LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD creation,
                 DWORD flags, HANDLE model),
                (path, access, share, security, creation, flags, model), reads)
-QUILMARK_COUNT(HANDLE, WINAPI, FindFirstFileExW,
-               (LPCWSTR path, FINDEX_INFO_LEVELS level, LPVOID found, FINDEX_SEARCH_OPS operation,
-                LPVOID filter, DWORD flags),
-               (path, level, found, operation, filter, flags), reads)
+extern "C" decltype(&FindFirstFileExW) __real___imp_FindFirstFileExW;
+static HANDLE WINAPI CountedFindFirstFileExW(LPCWSTR path, FINDEX_INFO_LEVELS level, LPVOID found,
+                                             FINDEX_SEARCH_OPS operation, LPVOID filter, DWORD flags) {
+  ++quilmark::CountsOfSystem().reads;
+  if (quilmark::CountsOfSystem().refusesNames) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+  }
+  return __real___imp_FindFirstFileExW(path, level, found, operation, filter, flags);
+}
+extern "C" {
+extern decltype(&FindFirstFileExW) __wrap___imp_FindFirstFileExW;
+decltype(&FindFirstFileExW) __wrap___imp_FindFirstFileExW = CountedFindFirstFileExW;
+}
 QUILMARK_COUNT(BOOL, WINAPI, ReadFile,
                (HANDLE file, LPVOID to, DWORD size, LPDWORD got, LPOVERLAPPED at),
                (file, to, size, got, at), reads)
@@ -72,5 +84,31 @@ QUILMARK_COUNT(BOOL, WINAPI, GetFileAttributesExW,
 QUILMARK_COUNT(BOOL, WINAPI, WriteFile,
                (HANDLE file, LPCVOID from, DWORD size, LPDWORD written, LPOVERLAPPED at),
                (file, from, size, written, at), writes)
+
+static std::atomic<int64_t>& TrimsOf(HANDLE process) {
+  const bool isOwn = GetProcessId(process) == GetCurrentProcessId();
+  return isOwn ? quilmark::CountsOfSystem().ownTrims : quilmark::CountsOfSystem().otherTrims;
+}
+
+// Empties a working set by its limits; the one behind it by name.
+extern "C" decltype(&SetProcessWorkingSetSize) __real___imp_SetProcessWorkingSetSize;
+static thread_local bool hasShrunk = false;
+static BOOL WINAPI CountedSetProcessWorkingSetSize(HANDLE process, SIZE_T least, SIZE_T most) {
+  const BOOL result = __real___imp_SetProcessWorkingSetSize(process, least, most);
+  hasShrunk = result != FALSE && least == SIZE_MAX && most == SIZE_MAX;
+  return result;
+}
+extern "C" BOOL WINAPI __real_K32EmptyWorkingSet(HANDLE process);
+extern "C" BOOL WINAPI __wrap_K32EmptyWorkingSet(HANDLE process) {
+  const BOOL result = __real_K32EmptyWorkingSet(process);
+  if (result && hasShrunk) ++TrimsOf(process);
+  hasShrunk = false;
+  return result;
+}
+extern "C" {
+extern decltype(&SetProcessWorkingSetSize) __wrap___imp_SetProcessWorkingSetSize;
+decltype(&SetProcessWorkingSetSize) __wrap___imp_SetProcessWorkingSetSize =
+    CountedSetProcessWorkingSetSize;
+}
 
 #undef QUILMARK_COUNT
