@@ -7,7 +7,8 @@
 namespace quilmark {
 
 // The user's documents. On a POSIX host XDG_DOCUMENTS_DIR of user-dirs.dirs, if that file names one.
-// Windows names it once and not at each line of a log; a POSIX host is asked at every call.
+// Windows names it once in some seconds and not at each line of a log; a POSIX host is asked at every
+// call.
 std::optional<std::u16string> DocumentsFolder();
 
 // The user's local application data, kept likewise. On a POSIX host $XDG_DATA_HOME, if it is set to an

@@ -17,7 +17,15 @@ constexpr wchar_t kFolders[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 constexpr wchar_t kDocuments[] = L"Personal";
 
+// Whoever is ended in the middle leaves the documents elsewhere: nothing for a user's own system.
+void ExpectWine() {
+  if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr) {
+    throw std::runtime_error("the documents of a real system are not moved");
+  }
+}
+
 std::wstring Place() {
+  ExpectWine();
   wchar_t text[MAX_PATH] = {};
   DWORD bytes = sizeof text;
   const LSTATUS got =

@@ -45,14 +45,16 @@ constexpr DWORD kForms[] = {FILE_NAME_OPENED, FILE_NAME_NORMALIZED};
 // The name that the system has for what is open, with no link left in it; empty where it cannot tell.
 // By the volume's device, as a volume needs no letter.
 std::u16string SystemPathOf(HANDLE file, DWORD form) {
+  constexpr int kMostTries = 3;  // a filter may answer the same whatever the room
   std::u16string path(MAX_PATH, u'\0');
-  for (;;) {
+  for (int tries = 0; tries < kMostTries; ++tries) {
     const DWORD length = GetFinalPathNameByHandleW(
         file, Wide(path.data()), static_cast<DWORD>(path.size()), form | VOLUME_NAME_NT);
     const bool fits = length < path.size();
-    path.resize(length);
+    path.resize(fits ? length : size_t{length} + 1);
     if (fits) return path;
   }
+  return {};
 }
 
 // That of the folder at the end of `longFolder`, whose first `base` units are a shared folder. The

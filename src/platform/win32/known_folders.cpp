@@ -6,6 +6,7 @@
 
 #include <mutex>
 
+#include "platform/clock.h"
 #include "platform/drive_roots.h"
 #include "platform/drives.h"
 #include "platform/utf.h"
@@ -30,21 +31,26 @@ std::optional<std::u16string> SystemFolder(const KNOWNFOLDERID& id) {
   return FromWide(text);
 }
 
-// What the system has named, until it is to be asked again.
+// What the system has named, until it is to be asked again. Long enough for the moves of a frame and the
+// lines of a log; a user who moves the folder is followed after that.
+constexpr uint64_t kKeptMs = 10'000;
 struct KeptFolder {
   const KNOWNFOLDERID& id;
   std::optional<std::u16string> path = {};  // guarded by keptMutex
+  uint64_t askedMs = 0;                     // likewise
 };
 std::mutex keptMutex;  // for a copy only: the question may go to a disk or a server
 KeptFolder keptDocuments = {FOLDERID_Documents}, keptLocalData = {FOLDERID_LocalAppData};
 
 std::optional<std::u16string> PathOf(KeptFolder& kept) {
   std::unique_lock lock(keptMutex);
-  if (kept.path) return kept.path;
+  const uint64_t nowMs = TickMs();
+  if (kept.path && nowMs - kept.askedMs < kKeptMs) return kept.path;
   lock.unlock();
   const std::optional<std::u16string> asked = SystemFolder(kept.id);
   lock.lock();
   kept.path = asked;
+  kept.askedMs = nowMs;
   return asked;
 }
 

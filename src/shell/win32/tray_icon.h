@@ -19,7 +19,7 @@ class TrayIcon {
   // The picture from the next AddOrUpdate on; an empty one changes nothing.
   void TakePicture(UniqueIcon icon);
 
-  // Adds the icon, or gives a present one the tip. True if it is there afterwards.
+  // Adds the icon, or gives a present one the tip; what became of it.
   TrayIconState AddOrUpdate(bool isAdded, const std::u16string& tip);
   void Remove();  // also from memory
 
