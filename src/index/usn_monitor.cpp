@@ -15,6 +15,7 @@
 #include "index/doubtful_records.h"
 #include "index/journal_read.h"
 #include "index/search_engine.h"
+#include "index/tidy_names.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
 #include "platform/usn_record.h"
@@ -211,6 +212,7 @@ void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
     ApplyRecord(volume, *record, name);
   }
   volume.nextUsn = LoadLe<int64_t>(block, 0);
+  TidyNames(volume);
 }
 
 void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {

@@ -8,6 +8,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -54,11 +55,18 @@ using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
 // Names that arrived after their record, with search aids of their own, so that a search runs over them
 // as it does over the names that stand in their own place. `hidden` and `initials` have one bit a text.
 struct RenamedNames {
-  NamePool pool;
-  std::vector<uint32_t> owners;  // the record of each text
-  RecordBits hidden;             // the record is deleted, or has got yet another name
+  NamePool pool{.chunkCapacity = 262'144};  // 512 KiB: most volumes see few renames
+  std::vector<uint32_t> owners;             // the record of each text
+  RecordBits hidden;                        // the record is deleted, or has got yet another name
   RecordBits initials;
   NameSignatures signatures;
+};
+
+// Where TidyNames (tidy_names.h) is.
+struct Tidying {
+  bool isUnderWay = false;
+  size_t nextChunk = 0;  // of VolumeIndex::names
+  uint32_t moves = 0;    // how often names have moved
 };
 
 // Names that hold a NUL, which would shift every later text of a pool that is scanned as one.
@@ -106,7 +114,9 @@ struct VolumeIndex {
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
   RecordStore records;
   NamePool names;  // text n belongs to record n, for good: the scan counts on it
-  RenamedNames renamed;
+  std::array<RenamedNames, 2> renamed;
+  uint8_t renamedInto = 0;  // the one that takes new names, while those of the other get their own place
+  Tidying tidying;
   OddNames odd;
   FrnTable frnToIndex;
   uint64_t deletedCount = 0;
