@@ -10,6 +10,7 @@
 #include "index/journal_read.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "platform/ntfs/mft_facts.h"
 #include "platform/usn_record.h"
@@ -83,13 +84,38 @@ void PutSize(VolumeIndex& volume, uint64_t frn, const DataSizes& sizes) {
   held = {sizes.logical, sizes.allocated};
 }
 
+// Empty for a file that is not known, or gone.
+std::u16string PathOf(const VolumeIndex& volume, uint64_t frn) {
+  const std::shared_lock lock(volume.indexLock);
+  const auto index = IndexOf(volume.frnToIndex, volume.records, frn);
+  if (!index || *index < 0 || volume.records[static_cast<uint32_t>(*index)].deleted) return {};
+  return BuildPath(volume, static_cast<uint32_t>(*index));
+}
+
+// Of a file whose own record does not say: a second one holds its $DATA. As much counts as allocated as
+// there is.
+std::optional<DataSizes> SizesByFacts(const VolumeIndex& volume, VolumeDevice& device, uint64_t frn) {
+  auto facts = device.ReadFacts(frn);
+  const std::u16string path = facts ? std::u16string() : PathOf(volume, frn);
+  if (!path.empty()) facts = ReadFileFacts(path);
+  return facts ? std::optional(DataSizes{facts->size, facts->size}) : std::nullopt;
+}
+
+std::optional<DataSizes> AskForSizes(const VolumeIndex& volume, VolumeDevice& device, uint64_t frn,
+                                     std::span<std::byte> scratch) {
+  const FileRecordRead read = ReadFileRecord(device, frn, scratch);
+  if (read.state != FileState::kThere) return std::nullopt;
+  const auto sizes = SizesInRecord(read.record, frn);
+  return sizes ? sizes : SizesByFacts(volume, device, frn);
+}
+
 // One file at a time: the volume is asked without a lock.
 void PutNewSizes(VolumeIndex& volume, VolumeDevice& device, std::span<const uint64_t> frns,
                  std::span<std::byte> scratch, const std::atomic<bool>& wanted) {
   if (!HoldsSizes(volume)) return;
   for (const uint64_t frn : frns) {
     if (!wanted) return;
-    const auto sizes = SizesInRecord(ReadFileRecord(device, frn, scratch).record, frn);
+    const auto sizes = AskForSizes(volume, device, frn, scratch);
     if (!sizes) continue;
     const std::shared_lock indexLock(volume.indexLock);
     const std::scoped_lock lock(volume.mftSizesLock);

@@ -9,6 +9,7 @@
 #include "config/scratch_config.h"
 #include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
+#include "platform/drives.h"
 #include "platform/file_reference.h"
 #include "platform/files.h"
 #include "platform/usn_record.h"
@@ -19,6 +20,7 @@
 #include "search/attr_replay.h"
 #include "search/folder_sizes.h"
 #include "support/ntfs_builder.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 #include "support/search_harness.h"
 
@@ -237,6 +239,55 @@ TEST_F(DataChangesOfAVolume, ARecordThatDoesNotTellLeavesTheSizeOfAScan) {
   EXPECT_TRUE(LookupMftSize(volume, kFile, size));
   EXPECT_EQ(size.logical, 10u);
   EXPECT_FALSE(volume.folderSizesDirty);
+}
+
+// Its $DATA is in a second record, of which the list tells.
+class SizeInASecondRecord : public DataChangesOfAVolume {
+ protected:
+  SizeInASecondRecord() {
+    Build();
+    InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}});
+  }
+  ~SizeInASecondRecord() override { UnmapDrive(u'N'); }
+  void Change() {
+    const Bytes list = RecordBuilder::ListValue({{kData, 0, MakeReference(60, 1), {}}});
+    const Bytes record = RecordBuilder()
+                             .StandardInformation()
+                             .Resident(kAttributeList, {}, list)
+                             .Finish({.sequence = SequenceOf(kFile)});
+    Bytes data = FileRecordData(kFile);
+    data.resize(12);
+    data.insert(data.end(), record.begin(), record.end());
+    script.Queue(kFsctlGetNtfsFileRecord, {.output = data});
+    JournalSays(2'000, kFile, kExtend);
+  }
+  uint64_t HeldSize() {
+    MftSize size;
+    EXPECT_TRUE(LookupMftSize(volume, kFile, size));
+    return size.logical;
+  }
+};
+
+TEST_F(SizeInASecondRecord, IsThatOfThePath) {
+  script.PlayFacts([](uint64_t) { return std::optional<FileFacts>(); });
+  ScratchFolder folder;
+  folder.MakeFile("Docs/a.txt", std::string(100, 'x'));
+  MapDrive(u'N', folder.PathOf(u""));
+  Change();
+  EXPECT_EQ(HeldSize(), 100u);
+  EXPECT_TRUE(volume.folderSizesDirty);
+}
+
+TEST_F(SizeInASecondRecord, IsThatOfTheImageWhereTheVolumeHasNoPaths) {
+  fileFacts.size = 200;
+  Change();
+  EXPECT_EQ(HeldSize(), 200u);
+}
+
+TEST_F(SizeInASecondRecord, StaysWhereNobodyTells) {
+  script.PlayFacts([](uint64_t) { return std::optional<FileFacts>(); });
+  Change();
+  EXPECT_EQ(HeldSize(), 10u);
 }
 
 TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
