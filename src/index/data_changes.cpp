@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
+#include <utility>
 
 #include "index/file_record_read.h"
 #include "index/journal_read.h"
@@ -27,16 +28,40 @@ constexpr uint32_t kDataReasons = kUsnReasonDataOverwrite | kUsnReasonDataExtend
 constexpr uint32_t kSizeReasons = kDataReasons | kUsnReasonFileCreate | kUsnReasonRenameNewName;
 constexpr int kMostBlocks = 8;  // a look; the rest is for the next
 
-// The files of one look.
-struct Look {
-  std::vector<uint64_t> changed;  // data or dates
-  std::vector<uint64_t> resized;  // those too, and what has a new name
+// Files of journal records, of which a whole journal may have ten millions: it holds at most twice as
+// many as there are different ones, and some thousands.
+class ChangedFiles {
+ public:
+  void Add(uint64_t frn) {
+    if (frns_.size() == most_) {
+      MakeSet();
+      most_ = std::max(kLeast, 2 * frns_.size());
+    }
+    frns_.push_back(frn);
+  }
+  // Sorted, each once. Nothing is left.
+  std::vector<uint64_t> Take() {
+    MakeSet();
+    return std::exchange(frns_, {});
+  }
+
+ private:
+  static constexpr size_t kLeast = 8'192;
+
+  void MakeSet() {
+    std::sort(frns_.begin(), frns_.end());
+    frns_.erase(std::unique(frns_.begin(), frns_.end()), frns_.end());
+  }
+
+  std::vector<uint64_t> frns_;
+  size_t most_ = kLeast;
 };
 
-void MakeSet(std::vector<uint64_t>& frns) {
-  std::sort(frns.begin(), frns.end());
-  frns.erase(std::unique(frns.begin(), frns.end()), frns.end());
-}
+// The files of one look.
+struct Look {
+  ChangedFiles changed;  // data or dates
+  ChangedFiles resized;  // those too, and what has a new name
+};
 
 // Returns where to read on: behind the block, or at its first record that the monitor has yet to apply,
 // which would forget what is taken in here.
@@ -44,8 +69,17 @@ int64_t TakeBlock(std::span<const std::byte> block, int64_t readTo, Look& look) 
   UsnCursor cursor{.block = block};
   while (const auto record = NextUsnRecord(cursor)) {
     if (record->usn >= readTo && (record->reason & kUsnReasonsOfNames) != 0) return record->usn;
-    if ((record->reason & kDataReasons) != 0) look.changed.push_back(record->frn);
-    look.resized.push_back(record->frn);
+    if ((record->reason & kDataReasons) != 0) look.changed.Add(record->frn);
+    look.resized.Add(record->frn);
+  }
+  return LoadLe<int64_t>(block, 0);
+}
+
+// The same where only data and dates count.
+int64_t TakeBlock(std::span<const std::byte> block, ChangedFiles& changed) {
+  UsnCursor cursor{.block = block};
+  while (const auto record = NextUsnRecord(cursor)) {
+    if ((record->reason & kDataReasons) != 0) changed.Add(record->frn);
   }
   return LoadLe<int64_t>(block, 0);
 }
@@ -64,8 +98,6 @@ uint32_t ReadLook(VolumeIndex& volume, VolumeDevice& device, int64_t readTo,
     if (next == usn) break;
     usn = next;
   }
-  MakeSet(look.changed);
-  MakeSet(look.resized);
   return 0;
 }
 
@@ -145,7 +177,7 @@ size_t MarkStaleBefore(VolumeIndex& volume, std::span<const uint64_t> frns, uint
 size_t TakeIn(VolumeIndex& volume, Look look) {
   DataWatch& watch = volume.dataWatch;
   size_t marked = MarkStaleBefore(volume, watch.changed, watch.looks);
-  watch.changed = std::move(look.changed);
+  watch.changed = look.changed.Take();
   if (!watch.changed.empty()) {
     ++watch.looks;
     marked += MarkStale(volume, watch.changed);
@@ -189,7 +221,7 @@ void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::s
     marked = MarkAllStale(volume);
   }
   // Before anyone who asks from now on may take an old size for a new one.
-  PutNewSizes(volume, device, look.resized, scratch, wanted);
+  PutNewSizes(volume, device, look.resized.Take(), scratch, wanted);
   marked += TakeIn(volume, std::move(look));
   watch.believedUsn = from;
   if (const auto tell = attributesBecameStale.load(); marked != 0 && tell != nullptr) tell();
@@ -197,16 +229,14 @@ void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::s
 
 std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn) {
   const auto buffer = std::make_unique<JournalBuffer>();
-  Look look;
+  ChangedFiles changed;
   while (!ShutdownRequested) {
     const auto reply = ReadJournalFrom(
         device, {.startUsn = usn, .reasonMask = kDataReasons, .usnJournalId = journalId}, buffer->bytes);
     if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return std::nullopt;
-    const int64_t next = TakeBlock(std::span(buffer->bytes).first(reply.bytes),
-                                   std::numeric_limits<int64_t>::max(), look);
+    const int64_t next = TakeBlock(std::span(buffer->bytes).first(reply.bytes), changed);
     if (reply.bytes <= kUsnPositionBytes || next <= usn) {
-      MakeSet(look.changed);
-      return DataChanges{.frns = std::move(look.changed), .usn = std::max(next, usn)};
+      return DataChanges{.frns = changed.Take(), .usn = std::max(next, usn)};
     }
     usn = next;
   }

@@ -303,6 +303,23 @@ TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
   EXPECT_EQ(size.logical, 10u);
 }
 
+// 300,000 records of 1,000 files, as those that are written to all day leave them.
+TEST_F(DataChangesOfAVolume, AWholeJournalTakesTheMemoryOfItsDifferentFiles) {
+  constexpr int kBlocks = 300, kRecords = 1'000;
+  for (int block = 1; block <= kBlocks; ++block) {
+    UsnBlockBuilder built(1'000 + block);
+    for (uint64_t file = 0; file < kRecords; ++file) built.Record(kFile + file, kDocs, u"", kExtend);
+    script.Queue(kReadOfDataChanges, {.output = built});
+  }
+  const auto changes = ReadDataChanges(*scripts.Open(u"N:"), 77, 1'000);
+  ASSERT_TRUE(changes);
+  EXPECT_EQ(changes->usn, 1'000 + kBlocks);
+  ASSERT_EQ(changes->frns.size(), size_t{kRecords});
+  EXPECT_EQ(changes->frns.front(), kFile);
+  EXPECT_EQ(changes->frns.back(), kFile + kRecords - 1);
+  EXPECT_LT(changes->frns.capacity(), size_t{20 * kRecords}) << "nothing gives room back on the way";
+}
+
 // The cache of a run, and what the next one believes of it.
 class CacheOverARestart : public DataChangesOfAVolume {
  protected:
