@@ -140,7 +140,9 @@ struct VolumeIndex {
   std::shared_ptr<std::atomic<bool>>
       monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
   Pause monitorPause;
-  std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
+  std::mutex monitorStop;                 // held by whoever stops the monitor, until it has ended
+  std::atomic<int> closes = 0;            // jobs that close the volume, or are about to
+  std::atomic<bool> awaitsClose = false;  // a sync passed the volume over, and comes again behind them
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
   // where somebody listens.
   std::function<void(const VolumeChange&)> onChange;

@@ -75,6 +75,7 @@ std::optional<uint32_t> RebuildWalked(SearchEngine& engine, const WalkedDrive& w
     known = FindVolumeLocked(engine, walked.drive);
   }
   if (known != nullptr) {
+    if (!CloseForBuild(engine, *known)) return std::nullopt;
     if (!BuildWalkVolume(*known, known->drive, walked.fileSystem)) return std::nullopt;
     const std::shared_lock lock(known->indexLock);
     return known->records.size();
