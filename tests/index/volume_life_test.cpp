@@ -514,7 +514,7 @@ TEST_F(ReadOnlyNtfs, StaysInTheListWhileItLetsNobodyAsk) {
   const VolumeInfoReader reader = [](char16_t) { return std::optional<VolumeInfo>(); };
   InstallVolumeInfoReader(reader);
   Refresh();
-  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
   EXPECT_TRUE(HasNonNtfsVolume(engine)) << "without one the next refresh does nothing";
 
   TellNtfs();
@@ -534,7 +534,7 @@ TEST_F(ReadOnlyNtfs, ThatWasLockedInItsWalkComesBackWithASync) {
   InstallVolumeInfoReader([](char16_t) { return std::optional<VolumeInfo>(); });
   Sync();
   Refresh();
-  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
   EXPECT_FALSE(Volume(0).valid);
 
   TellNtfs();
