@@ -12,7 +12,7 @@ namespace {
 
 // Below it a search of the names apart is cheap, whatever their share.
 constexpr uint32_t kLeastRenamed = kTextsPerPage;
-constexpr uint32_t kRenamedShare = 8;  // one in so many
+constexpr uint32_t kRenamedShare = 16;  // one in so many
 
 bool IsDue(const VolumeIndex& volume) {
   const uint32_t renamed = volume.renamed[volume.renamedInto].pool.textCount;

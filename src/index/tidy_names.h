@@ -10,7 +10,7 @@
 
 namespace quilmark {
 
-// One step: writes a chunk anew, where the names that came later have become an eighth of all or that
+// One step: writes a chunk anew, where the names that came later have become a sixteenth of all or that
 // has been begun. Some milliseconds at most; nothing where memory runs out. indexLock held exclusively.
 void TidyNames(VolumeIndex& volume);
 
