@@ -36,6 +36,7 @@ void MarkApart(VolumeIndex& volume, uint32_t index) {
 void Revive(VolumeIndex& volume, uint32_t index) {
   FileRecord& record = volume.records[index];
   if (!record.deleted) return;
+  ++volume.edits;
   record.deleted = 0;
   --volume.deletedCount;
   if (!TestBit(volume.apart, index)) {
@@ -84,6 +85,7 @@ const char16_t* StoreRenamed(RenamedNames& renamed, uint32_t index, std::u16stri
 VolumeIndex::~VolumeIndex() { CloseVolume(*this); }
 
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
+  ++volume.edits;
   name = name.substr(0, kLongestName);
   FileRecord record;
   record.frn = made.frn;
@@ -112,6 +114,7 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
     Revive(volume, index);
     return;
   }
+  ++volume.edits;
   const bool isPlain = IsPlain(name);
   RenamedNames& renamed = volume.renamed[volume.renamedInto];
   const uint32_t number = isPlain ? renamed.pool.textCount : kNoRenamedText;
@@ -128,6 +131,7 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
 void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   FileRecord& record = volume.records[index];
   if (record.deleted) return;
+  ++volume.edits;
   record.deleted = 1;
   ++volume.deletedCount;
   SetBit(volume.hidden, index);
@@ -154,6 +158,7 @@ bool IsNtfs(const VolumeIndex& volume) { return HasFileSystem(volume, kNtfs); }
 
 void ResetVolumeTables(VolumeIndex& volume) {
   ++volume.builds;
+  ++volume.edits;
   volume.records.clear();
   volume.recordsRead = 0;
   ResetNamePool(volume.names);

@@ -109,6 +109,7 @@ struct VolumeIndex {
   std::atomic<bool> goneTold = false;  // whoever asked what is gone knows of this volume
 
   uint64_t builds = 0;                    // indexLock; how often the tables were emptied
+  uint64_t edits = 0;                     // indexLock; of records, as whoever let go of the lock compares
   std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
+#include <future>
 #include <limits>
 #include <random>
 #include <string>
@@ -9,6 +12,7 @@
 #include "index/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/usn_record.h"
+#include "support/gate.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -150,6 +154,58 @@ TEST_F(TidiedVolume, ItIsTriedAgainWhereMemoryRunsOut) {
   EXPECT_FALSE(volume_.tidying.isUnderWay);
   EXPECT_EQ(volume_.apartCount, 0u);
   EXPECT_EQ(FindBrokenInvariant(volume_), "");
+}
+
+TEST_F(TidiedVolume, AStepThatAnEditCameBetweenChangesNothing) {
+  RenameAll(1, 6'000, u"later");
+  MarkDeleted(volume_, 5'000);
+  const std::function<void()> edits[] = {
+      [&] { RenameRecord(volume_, 3, kRootFrnOfTests, u"renamed meanwhile"); },
+      [&] { RenameRecord(volume_, 3, kRootFrnOfTests, std::u16string_view(u"o\0dd", 4)); },
+      [&] { RenameRecord(volume_, 9'000, kRootFrnOfTests, u"renamed meanwhile"); },
+      [&] { MarkDeleted(volume_, 4); },
+      [&] { RenameRecord(volume_, 4, kRootFrnOfTests, u"later"); },  // is back
+      [&] { AddFile(volume_, u"new"); },
+      [&] { ResetVolumeTables(volume_); },
+  };
+  for (const auto& edit : edits) {
+    auto step = PrepareTidying(volume_);
+    ASSERT_TRUE(step.has_value());
+    edit();
+    const uint32_t moves = volume_.tidying.moves;
+    EXPECT_FALSE(FinishTidying(volume_, *step));
+    EXPECT_EQ(volume_.tidying.moves, moves);
+    EXPECT_FALSE(volume_.tidying.isUnderWay);
+    EXPECT_EQ(FindBrokenInvariant(volume_), "");
+  }
+}
+
+TEST_F(TidiedVolume, WhatWasEditedBetweenIsTidiedBehindTheNextBlock) {
+  RenameAll(1, 5'000, u"later");
+  auto step = PrepareTidying(volume_);
+  ASSERT_TRUE(step.has_value());
+  RenameRecord(volume_, 3, kRootFrnOfTests, u"a longer name than before");
+  EXPECT_FALSE(FinishTidying(volume_, *step));
+  TidyToTheEnd();
+  EXPECT_EQ(FindBrokenInvariant(volume_), "");
+  EXPECT_EQ(NameOf(volume_.records[2]), u"later");
+  EXPECT_EQ(NameOf(volume_.records[3]), u"a longer name than before");
+  EXPECT_EQ(volume_.apartCount, 0u);
+}
+
+TEST_F(TidiedVolume, TheWorkOfAStepIsDoneBesideASearch) {
+  RenameAll(1, kFiles, u"later");
+  for (int i = 0; i < 200 && volume_.tidying.nextChunk + 1 < volume_.names.chunks.size(); ++i) {
+    TidyNames(volume_);
+  }
+  // Whether there is memory for a chunk is known where it is written, which is all that happens here.
+  volume_.names.chunkCapacity = std::numeric_limits<size_t>::max() / 4;
+  Gate search(volume_.indexLock, Gate::Stops::kWriters);
+  auto step = std::async(std::launch::async, [&] { TidyNames(volume_); });
+  EXPECT_EQ(step.wait_for(std::chrono::minutes(1)), std::future_status::ready);
+  search.Open();
+  step.wait();
+  EXPECT_TRUE(volume_.tidying.isUnderWay);
 }
 
 TEST_F(TidiedVolume, ANewBuildForgetsWhatWasUnderWay) {

@@ -46,6 +46,21 @@ TEST_F(RenameOfARow, GoesOnWhereNamesHaveMoved) {
   EXPECT_EQ(Name(), u"new");
 }
 
+TEST_F(RenameOfARow, IsNotLostWhereNamesAreAboutToMove) {
+  for (uint32_t i = 0; i < kTextsPerPage; ++i) {
+    RenameRecord(volume_, AddFile(volume_, u"a"), kRootFrnOfTests, u"b");
+  }
+  const RenameTarget target = SeeForRename({&volume_, file_}).value();
+  auto step = PrepareTidying(volume_);
+  ASSERT_TRUE(step.has_value());
+  RenameInIndex(target, u"new");
+  EXPECT_FALSE(FinishTidying(volume_, *step));
+  EXPECT_EQ(Name(), u"new");
+  TidyNames(volume_);
+  EXPECT_EQ(volume_.tidying.moves, 1u);
+  EXPECT_EQ(Name(), u"new");
+}
+
 TEST_F(RenameOfARow, WaitsForNoSearch) {
   const RenameTarget target = SeeForRename({&volume_, file_}).value();
   Gate search(volume_.indexLock, Gate::Stops::kWriters);
