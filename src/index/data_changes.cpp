@@ -5,11 +5,13 @@
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
+#include <utility>
 
 #include "index/file_record_read.h"
 #include "index/journal_read.h"
 #include "index/search_engine.h"
 #include "platform/bytes.h"
+#include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "platform/ntfs/mft_facts.h"
 #include "platform/usn_record.h"
@@ -26,16 +28,40 @@ constexpr uint32_t kDataReasons = kUsnReasonDataOverwrite | kUsnReasonDataExtend
 constexpr uint32_t kSizeReasons = kDataReasons | kUsnReasonFileCreate | kUsnReasonRenameNewName;
 constexpr int kMostBlocks = 8;  // a look; the rest is for the next
 
-// The files of one look.
-struct Look {
-  std::vector<uint64_t> changed;  // data or dates
-  std::vector<uint64_t> resized;  // those too, and what has a new name
+// Files of journal records, of which a whole journal may have ten millions: it holds at most twice as
+// many as there are different ones, and some thousands.
+class ChangedFiles {
+ public:
+  void Add(uint64_t frn) {
+    if (frns_.size() == most_) {
+      MakeSet();
+      most_ = std::max(kLeast, 2 * frns_.size());
+    }
+    frns_.push_back(frn);
+  }
+  // Sorted, each once. Nothing is left.
+  std::vector<uint64_t> Take() {
+    MakeSet();
+    return std::exchange(frns_, {});
+  }
+
+ private:
+  static constexpr size_t kLeast = 8'192;
+
+  void MakeSet() {
+    std::sort(frns_.begin(), frns_.end());
+    frns_.erase(std::unique(frns_.begin(), frns_.end()), frns_.end());
+  }
+
+  std::vector<uint64_t> frns_;
+  size_t most_ = kLeast;
 };
 
-void MakeSet(std::vector<uint64_t>& frns) {
-  std::sort(frns.begin(), frns.end());
-  frns.erase(std::unique(frns.begin(), frns.end()), frns.end());
-}
+// The files of one look.
+struct Look {
+  ChangedFiles changed;  // data or dates
+  ChangedFiles resized;  // those too, and what has a new name
+};
 
 // Returns where to read on: behind the block, or at its first record that the monitor has yet to apply,
 // which would forget what is taken in here.
@@ -43,8 +69,17 @@ int64_t TakeBlock(std::span<const std::byte> block, int64_t readTo, Look& look) 
   UsnCursor cursor{.block = block};
   while (const auto record = NextUsnRecord(cursor)) {
     if (record->usn >= readTo && (record->reason & kUsnReasonsOfNames) != 0) return record->usn;
-    if ((record->reason & kDataReasons) != 0) look.changed.push_back(record->frn);
-    look.resized.push_back(record->frn);
+    if ((record->reason & kDataReasons) != 0) look.changed.Add(record->frn);
+    look.resized.Add(record->frn);
+  }
+  return LoadLe<int64_t>(block, 0);
+}
+
+// The same where only data and dates count.
+int64_t TakeBlock(std::span<const std::byte> block, ChangedFiles& changed) {
+  UsnCursor cursor{.block = block};
+  while (const auto record = NextUsnRecord(cursor)) {
+    if ((record->reason & kDataReasons) != 0) changed.Add(record->frn);
   }
   return LoadLe<int64_t>(block, 0);
 }
@@ -63,8 +98,6 @@ uint32_t ReadLook(VolumeIndex& volume, VolumeDevice& device, int64_t readTo,
     if (next == usn) break;
     usn = next;
   }
-  MakeSet(look.changed);
-  MakeSet(look.resized);
   return 0;
 }
 
@@ -83,13 +116,38 @@ void PutSize(VolumeIndex& volume, uint64_t frn, const DataSizes& sizes) {
   held = {sizes.logical, sizes.allocated};
 }
 
+// Empty for a file that is not known, or gone.
+std::u16string PathOf(const VolumeIndex& volume, uint64_t frn) {
+  const std::shared_lock lock(volume.indexLock);
+  const auto index = IndexOf(volume.frnToIndex, volume.records, frn);
+  if (!index || *index < 0 || volume.records[static_cast<uint32_t>(*index)].deleted) return {};
+  return BuildPath(volume, static_cast<uint32_t>(*index));
+}
+
+// Of a file whose own record does not say: a second one holds its $DATA. As much counts as allocated as
+// there is.
+std::optional<DataSizes> SizesByFacts(const VolumeIndex& volume, VolumeDevice& device, uint64_t frn) {
+  auto facts = device.ReadFacts(frn);
+  const std::u16string path = facts ? std::u16string() : PathOf(volume, frn);
+  if (!path.empty()) facts = ReadFileFacts(path);
+  return facts ? std::optional(DataSizes{facts->size, facts->size}) : std::nullopt;
+}
+
+std::optional<DataSizes> AskForSizes(const VolumeIndex& volume, VolumeDevice& device, uint64_t frn,
+                                     std::span<std::byte> scratch) {
+  const FileRecordRead read = ReadFileRecord(device, frn, scratch);
+  if (read.state != FileState::kThere) return std::nullopt;
+  const auto sizes = SizesInRecord(read.record, frn);
+  return sizes ? sizes : SizesByFacts(volume, device, frn);
+}
+
 // One file at a time: the volume is asked without a lock.
 void PutNewSizes(VolumeIndex& volume, VolumeDevice& device, std::span<const uint64_t> frns,
                  std::span<std::byte> scratch, const std::atomic<bool>& wanted) {
   if (!HoldsSizes(volume)) return;
   for (const uint64_t frn : frns) {
     if (!wanted) return;
-    const auto sizes = SizesInRecord(ReadFileRecord(device, frn, scratch).record, frn);
+    const auto sizes = AskForSizes(volume, device, frn, scratch);
     if (!sizes) continue;
     const std::shared_lock indexLock(volume.indexLock);
     const std::scoped_lock lock(volume.mftSizesLock);
@@ -119,7 +177,7 @@ size_t MarkStaleBefore(VolumeIndex& volume, std::span<const uint64_t> frns, uint
 size_t TakeIn(VolumeIndex& volume, Look look) {
   DataWatch& watch = volume.dataWatch;
   size_t marked = MarkStaleBefore(volume, watch.changed, watch.looks);
-  watch.changed = std::move(look.changed);
+  watch.changed = look.changed.Take();
   if (!watch.changed.empty()) {
     ++watch.looks;
     marked += MarkStale(volume, watch.changed);
@@ -163,7 +221,7 @@ void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::s
     marked = MarkAllStale(volume);
   }
   // Before anyone who asks from now on may take an old size for a new one.
-  PutNewSizes(volume, device, look.resized, scratch, wanted);
+  PutNewSizes(volume, device, look.resized.Take(), scratch, wanted);
   marked += TakeIn(volume, std::move(look));
   watch.believedUsn = from;
   if (const auto tell = attributesBecameStale.load(); marked != 0 && tell != nullptr) tell();
@@ -171,16 +229,14 @@ void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::s
 
 std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn) {
   const auto buffer = std::make_unique<JournalBuffer>();
-  Look look;
+  ChangedFiles changed;
   while (!ShutdownRequested) {
     const auto reply = ReadJournalFrom(
         device, {.startUsn = usn, .reasonMask = kDataReasons, .usnJournalId = journalId}, buffer->bytes);
     if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return std::nullopt;
-    const int64_t next = TakeBlock(std::span(buffer->bytes).first(reply.bytes),
-                                   std::numeric_limits<int64_t>::max(), look);
+    const int64_t next = TakeBlock(std::span(buffer->bytes).first(reply.bytes), changed);
     if (reply.bytes <= kUsnPositionBytes || next <= usn) {
-      MakeSet(look.changed);
-      return DataChanges{.frns = std::move(look.changed), .usn = std::max(next, usn)};
+      return DataChanges{.frns = changed.Take(), .usn = std::max(next, usn)};
     }
     usn = next;
   }

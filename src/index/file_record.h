@@ -7,7 +7,7 @@
 namespace quilmark {
 
 // The name stands elsewhere, as that of nearly every record does.
-inline constexpr uint32_t kNoRenamedText = (1u << 30) - 1;
+inline constexpr uint32_t kNoRenamedText = (1u << 29) - 1;
 
 struct FileRecord {
   uint64_t frn = 0;                // record number in the low 48 bits, sequence number in the high 16
@@ -15,8 +15,9 @@ struct FileRecord {
   const char16_t* name = nullptr;  // on-disk spelling in a NamePool, NUL-terminated
   uint16_t nameLength = 0;         // UTF-16 units, without the NUL
   uint32_t isDirectory : 1 = 0;
-  uint32_t deleted : 1 = 0;  // no longer exists; stays in place so that every index stays good
-  uint32_t renamedText : 30 = kNoRenamedText;  // number of its name in RenamedNames::pool
+  uint32_t deleted : 1 = 0;       // no longer exists; stays in place so that every index stays good
+  uint32_t renamedTable : 1 = 0;  // which of VolumeIndex::renamed holds the name
+  uint32_t renamedText : 29 = kNoRenamedText;  // number of its name in that table's pool
 };
 static_assert(sizeof(FileRecord) == 32, "two records a cache line");
 

@@ -44,9 +44,7 @@ void ResetNamePool(NamePool& pool) {
 
 size_t MemoryOf(const NamePool& pool) {
   size_t bytes = pool.marks.capacity() * sizeof(pool.marks[0]);
-  for (const NameChunk& chunk : pool.chunks) {
-    bytes += (std::max(chunk.used, pool.chunkCapacity) + kChunkSlack) * sizeof(char16_t);
-  }
+  for (const NameChunk& chunk : pool.chunks) bytes += chunk.text.get_deleter().bytes;
   return bytes;
 }
 

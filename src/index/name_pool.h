@@ -1,7 +1,8 @@
 // Names of one volume: each stored once in one run, as on disk and folded.
 //
-// A stored name never moves, so a pointer to it stays good until ResetNamePool; the space of a renamed
-// file is not reclaimed before that. Writers hold the volume's indexLock exclusively, readers shared.
+// A stored name stays where it is, so a pointer to it is good as long as indexLock is held, shared by
+// readers, exclusively by writers. Only TidyNames moves names, and with them the space of former ones
+// is free again.
 //
 // The texts of a chunk follow each other without a gap, which is what lets a search run over a chunk as
 // over one long string: text number n is found by counting NULs, two a text. `marks` says where to start

@@ -1,5 +1,7 @@
 #include "index/name_signatures.h"
 
+#include <algorithm>
+
 #include "platform/initial_letters.h"
 
 namespace quilmark {
@@ -92,6 +94,25 @@ bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_v
 void AddInitialsToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded) {
   const BlockColumn column = ColumnOf(signatures, text);
   ForEachInitialsGram(InitialsStemOf(folded), [&](uint64_t gram) { column.Set(gram); });
+}
+
+void AddSearchAids(NameSignatures& signatures, RecordBits& initials, uint32_t text,
+                   std::u16string_view folded) {
+  const bool aboveAscii = AddToSignatures(signatures, text, folded);
+  if (!aboveAscii || InitialsStemOf(folded).empty()) return;
+  SetBit(initials, text);
+  AddInitialsToSignatures(signatures, text, folded);
+}
+
+void ClearBlocks(NameSignatures& signatures, uint32_t first, uint32_t last) {
+  while (first < last) {
+    const uint32_t page = first / kBlocksPerPage, pageFirst = page * kBlocksPerPage;
+    const uint32_t end = std::min(last - pageFirst, kBlocksPerPage);
+    BlockMask kept = (BlockMask{1} << (first - pageFirst)) - 1;
+    if (end < kBlocksPerPage) kept |= ~BlockMask{0} << end;
+    for (uint32_t row = 0; row < kSignatureRows; ++row) signatures.pages[page][row] &= kept;
+    first = pageFirst + end;
+  }
 }
 
 void AddNeedle(SignatureTest& test, std::u16string_view foldedNeedle) {

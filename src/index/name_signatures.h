@@ -5,7 +5,8 @@
 // its grams. Grams are three units in a row, and single units above ASCII, three rows each. 64 blocks
 // share a page: its 64 KiB stay in the processor's nearest caches while its names are added.
 //
-// Nothing is ever taken out: a signature may promise too much, never too little. 16 bytes a name.
+// A name that is gone stays in until its block is cleared: a signature may promise too much, never too
+// little. 16 bytes a name.
 #pragma once
 
 #include <array>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "index/name_pool.h"
+#include "index/record_bits.h"
 
 namespace quilmark {
 
@@ -39,6 +41,14 @@ bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_v
 
 // Adds the key of initials of the same text. AddToSignatures comes first.
 void AddInitialsToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
+
+// Both at once: what a search needs to know of text number `text`. `initials` tells which texts have a
+// key; the bit of this one is clear before.
+void AddSearchAids(NameSignatures& signatures, RecordBits& initials, uint32_t text,
+                   std::u16string_view folded);
+
+// Takes out whatever was added to the blocks [first, last): text n belongs to block n / kTextsPerMark.
+void ClearBlocks(NameSignatures& signatures, uint32_t first, uint32_t last);
 
 // Rows that a block must have to hold all the needles given to AddNeedle.
 struct SignatureTest {

@@ -15,6 +15,7 @@
 #include "index/doubtful_records.h"
 #include "index/journal_read.h"
 #include "index/search_engine.h"
+#include "index/tidy_names.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
 #include "platform/usn_record.h"
@@ -148,6 +149,18 @@ void ApplyRecord(VolumeIndex& volume, const UsnRecord& record, std::u16string& n
   }
 }
 
+void ApplyRecords(VolumeIndex& volume, std::span<const std::byte> block) {
+  std::u16string name;
+  const std::unique_lock lock(volume.indexLock);
+  UsnCursor cursor{.block = block};
+  while (!ShutdownRequested) {
+    const auto record = NextUsnRecord(cursor);
+    if (!record) break;
+    ApplyRecord(volume, *record, name);
+  }
+  volume.nextUsn = LoadLe<int64_t>(block, 0);
+}
+
 void SettleDoubts(VolumeIndex& volume, VolumeDevice& device, std::span<std::byte> scratch,
                   const std::atomic<bool>& wanted) {
   const auto gone = AskWhatIsGone(volume, device, scratch, wanted);
@@ -202,15 +215,8 @@ bool FollowJournalSafely(VolumeIndex& volume, const std::atomic<bool>& wanted) {
 
 void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block) {
   if (block.size() <= kUsnPositionBytes) return;
-  std::u16string name;
-  const std::unique_lock lock(volume.indexLock);
-  UsnCursor cursor{.block = block};
-  while (!ShutdownRequested) {
-    const auto record = NextUsnRecord(cursor);
-    if (!record) break;
-    ApplyRecord(volume, *record, name);
-  }
-  volume.nextUsn = LoadLe<int64_t>(block, 0);
+  ApplyRecords(volume, block);
+  if (!ShutdownRequested) TidyNames(volume);
 }
 
 void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {

@@ -25,7 +25,7 @@ std::string CheckRecord(const VolumeIndex& volume, uint32_t index, const char16_
     return At(index, "not found by its frn");
   if (!isApart && record.name != poolText) return At(index, "name is not its own text of the pool");
   if (record.renamedText != kNoRenamedText &&
-      (!isApart || volume.renamed.owners.at(record.renamedText) != index)) {
+      (!isApart || volume.renamed[record.renamedTable].owners.at(record.renamedText) != index)) {
     return At(index, "name is another record's renamed text");
   }
   if (TestBit(volume.hidden, index) != (isApart || record.deleted))
@@ -36,14 +36,15 @@ std::string CheckRecord(const VolumeIndex& volume, uint32_t index, const char16_
   return {};
 }
 
-// Each text of `renamed` that is not hidden is the name of its owner, and no other record has one there.
-std::string CheckRenamed(const VolumeIndex& volume) {
-  const RenamedNames& renamed = volume.renamed;
+// Each text of one table of `renamed` that is not hidden is the name of its owner, and no other record
+// has one there.
+std::string CheckRenamed(const VolumeIndex& volume, uint32_t table) {
+  const RenamedNames& renamed = volume.renamed[table];
   if (renamed.owners.size() != renamed.pool.textCount) return "a renamed text without an owner";
   for (uint32_t text = 0; text < renamed.pool.textCount; ++text) {
     const uint32_t owner = renamed.owners[text];
     const FileRecord& record = volume.records[owner];
-    const bool isItsName = record.renamedText == text && !record.deleted;
+    const bool isItsName = record.renamedTable == table && record.renamedText == text && !record.deleted;
     if (TestBit(renamed.hidden, text) == isItsName) return At(owner, "renamed text is hidden wrongly");
   }
   return {};
@@ -75,7 +76,8 @@ std::string FindBrokenInvariant(const VolumeIndex& volume) {
   }
   if (deleted != volume.deletedCount) return "deletedCount is wrong";
   if (apart != volume.apartCount) return "apartCount is wrong";
-  return CheckRenamed(volume);
+  auto broken = CheckRenamed(volume, 0);
+  return broken.empty() ? CheckRenamed(volume, 1) : broken;
 }
 
 }  // namespace quilmark

@@ -36,19 +36,23 @@ void MarkApart(VolumeIndex& volume, uint32_t index) {
 void Revive(VolumeIndex& volume, uint32_t index) {
   FileRecord& record = volume.records[index];
   if (!record.deleted) return;
+  ++volume.edits;
   record.deleted = 0;
   --volume.deletedCount;
-  if (!TestBit(volume.apart, index)) ClearBit(volume.hidden, index);
-  if (record.renamedText != kNoRenamedText) ClearBit(volume.renamed.hidden, record.renamedText);
+  if (!TestBit(volume.apart, index)) {
+    ClearBit(volume.hidden, index);
+    ClearBit(volume.initials, index);
+    AddSearchAids(volume.signatures, volume.initials, index, FoldedNameOf(record));
+  }
+  if (record.renamedText != kNoRenamedText) {
+    ClearBit(volume.renamed[record.renamedTable].hidden, record.renamedText);
+  }
 }
 
-// What a search needs to know of text number `text`, whose bit of `initials` is clear.
-void AddSearchAids(NameSignatures& signatures, RecordBits& initials, uint32_t text,
-                   std::u16string_view folded) {
-  const bool aboveAscii = AddToSignatures(signatures, text, folded);
-  if (!aboveAscii || InitialsStemOf(folded).empty()) return;
-  SetBit(initials, text);
-  AddInitialsToSignatures(signatures, text, folded);
+// A search passes over the record's text of `renamed`, if it has one.
+void HideRenamed(VolumeIndex& volume, const FileRecord& record) {
+  if (record.renamedText == kNoRenamedText) return;
+  SetBit(volume.renamed[record.renamedTable].hidden, record.renamedText);
 }
 
 bool IsPlain(std::u16string_view name) { return name.find(u'\0') == name.npos; }
@@ -81,6 +85,7 @@ const char16_t* StoreRenamed(RenamedNames& renamed, uint32_t index, std::u16stri
 VolumeIndex::~VolumeIndex() { CloseVolume(*this); }
 
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
+  ++volume.edits;
   name = name.substr(0, kLongestName);
   FileRecord record;
   record.frn = made.frn;
@@ -109,10 +114,13 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
     Revive(volume, index);
     return;
   }
+  ++volume.edits;
   const bool isPlain = IsPlain(name);
-  const uint32_t number = isPlain ? volume.renamed.pool.textCount : kNoRenamedText;
-  record.name = isPlain ? StoreRenamed(volume.renamed, index, name) : StoreOdd(volume, index, name);
-  if (record.renamedText != kNoRenamedText) SetBit(volume.renamed.hidden, record.renamedText);
+  RenamedNames& renamed = volume.renamed[volume.renamedInto];
+  const uint32_t number = isPlain ? renamed.pool.textCount : kNoRenamedText;
+  record.name = isPlain ? StoreRenamed(renamed, index, name) : StoreOdd(volume, index, name);
+  HideRenamed(volume, record);
+  record.renamedTable = volume.renamedInto & 1;
   record.renamedText = number & kNoRenamedText;
   record.nameLength = static_cast<uint16_t>(name.size());
   record.parentFrn = parentFrn;
@@ -123,10 +131,11 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
 void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   FileRecord& record = volume.records[index];
   if (record.deleted) return;
+  ++volume.edits;
   record.deleted = 1;
   ++volume.deletedCount;
   SetBit(volume.hidden, index);
-  if (record.renamedText != kNoRenamedText) SetBit(volume.renamed.hidden, record.renamedText);
+  HideRenamed(volume, record);
 }
 
 void NoteBack(VolumeIndex& volume) {
@@ -149,10 +158,13 @@ bool IsNtfs(const VolumeIndex& volume) { return HasFileSystem(volume, kNtfs); }
 
 void ResetVolumeTables(VolumeIndex& volume) {
   ++volume.builds;
+  ++volume.edits;
   volume.records.clear();
   volume.recordsRead = 0;
   ResetNamePool(volume.names);
   volume.renamed = {};
+  volume.renamedInto = 0;
+  volume.tidying = {.moves = volume.tidying.moves + 1};
   volume.odd = {};
   ResetFrnTable(volume.frnToIndex);
   volume.inDoubt = {};
@@ -201,9 +213,10 @@ static size_t MemoryOf(const OddNames& odd) {
 }
 
 size_t MemoryOf(const VolumeIndex& volume) {
-  return volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed) +
-         MemoryOf(volume.odd) + MemoryOf(volume.frnToIndex) + MemoryOf(volume.signatures) +
-         MemoryOf(volume.hidden) + MemoryOf(volume.apart) + MemoryOf(volume.initials);
+  return volume.records.MemoryBytes() + MemoryOf(volume.names) + MemoryOf(volume.renamed[0]) +
+         MemoryOf(volume.renamed[1]) + MemoryOf(volume.odd) + MemoryOf(volume.frnToIndex) +
+         MemoryOf(volume.signatures) + MemoryOf(volume.hidden) + MemoryOf(volume.apart) +
+         MemoryOf(volume.initials);
 }
 
 }  // namespace quilmark

@@ -8,6 +8,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -54,11 +55,18 @@ using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
 // Names that arrived after their record, with search aids of their own, so that a search runs over them
 // as it does over the names that stand in their own place. `hidden` and `initials` have one bit a text.
 struct RenamedNames {
-  NamePool pool;
-  std::vector<uint32_t> owners;  // the record of each text
-  RecordBits hidden;             // the record is deleted, or has got yet another name
+  NamePool pool{.chunkCapacity = 262'144};  // 512 KiB: most volumes see few renames
+  std::vector<uint32_t> owners;             // the record of each text
+  RecordBits hidden;                        // the record is deleted, or has got yet another name
   RecordBits initials;
   NameSignatures signatures;
+};
+
+// Where TidyNames (tidy_names.h) is.
+struct Tidying {
+  bool isUnderWay = false;
+  size_t nextChunk = 0;  // of VolumeIndex::names
+  uint32_t moves = 0;    // how often names have moved
 };
 
 // Names that hold a NUL, which would shift every later text of a pool that is scanned as one.
@@ -101,12 +109,15 @@ struct VolumeIndex {
   std::atomic<bool> goneTold = false;  // whoever asked what is gone knows of this volume
 
   uint64_t builds = 0;                    // indexLock; how often the tables were emptied
+  uint64_t edits = 0;                     // indexLock; of records, as whoever let go of the lock compares
   std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
   RecordStore records;
   NamePool names;  // text n belongs to record n, for good: the scan counts on it
-  RenamedNames renamed;
+  std::array<RenamedNames, 2> renamed;
+  uint8_t renamedInto = 0;  // the one that takes new names, while those of the other get their own place
+  Tidying tidying;
   OddNames odd;
   FrnTable frnToIndex;
   uint64_t deletedCount = 0;
@@ -130,7 +141,9 @@ struct VolumeIndex {
   std::shared_ptr<std::atomic<bool>>
       monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
   Pause monitorPause;
-  std::mutex monitorStop;  // held by whoever stops the monitor, until it has ended
+  std::mutex monitorStop;                 // held by whoever stops the monitor, until it has ended
+  std::atomic<int> closes = 0;            // jobs that close the volume, or are about to
+  std::atomic<bool> awaitsClose = false;  // a sync passed the volume over, and comes again behind them
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
   // where somebody listens.
   std::function<void(const VolumeChange&)> onChange;

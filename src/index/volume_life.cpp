@@ -128,7 +128,8 @@ void SyncDrive(SearchEngine& engine, char16_t letter) {
   if (VolumeIndex* const known = FindVolume(engine, drive)) {
     // Whoever has it for himself lets nobody ask; its notice tells when he is done.
     if (!info && HasNotice(*known)) return;
-    if (!known->valid) BuildByName(*known, known->drive, fileSystem);
+    const bool isToBeBuilt = !known->valid && CloseForBuild(engine, *known);
+    if (isToBeBuilt) BuildByName(*known, known->drive, fileSystem);
     return;
   }
   auto volume = std::make_unique<VolumeIndex>();
@@ -206,11 +207,28 @@ bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
   return volume.valid.exchange(false) || !wasOut || !wasTold;
 }
 
-// On a job each. A disk that does not answer any more holds up its own job, and not the window.
-void ForEachWithin(const std::vector<VolumeIndex*>& volumes, void (*work)(VolumeIndex&)) {
+// The volume counts as being closed from before the job until `work` has ended.
+std::function<void()> ClosingJob(SearchEngine& engine, VolumeIndex& volume, void (*work)(VolumeIndex&)) {
+  ++volume.closes;
+  return [&engine, &volume, work] {
+    RunOrLog([&] { work(volume); });
+    --volume.closes;
+    const bool isAwaited = volume.awaitsClose.exchange(false);
+    if (isAwaited && !ShutdownRequested) SyncCurrentVolumesAsync(engine, engine.window);
+  };
+}
+
+// On a job each. A disk that does not answer any more holds up its own job, and nobody else.
+void CloseWithin(SearchEngine& engine, const std::vector<VolumeIndex*>& volumes,
+                 void (*work)(VolumeIndex&)) {
   std::vector<std::function<void()>> works;
-  for (VolumeIndex* const volume : volumes) works.emplace_back([volume, work] { work(*volume); });
+  for (VolumeIndex* const volume : volumes) works.push_back(ClosingJob(engine, *volume, work));
   RunWithin("close_volume", std::move(works), closeLimits.mostMs);
+}
+
+bool IsOpen(const VolumeIndex& volume) {
+  const std::scoped_lock lock(volume.deviceLock);
+  return volume.volumeHandle != nullptr || volume.monitorThread.joinable();
 }
 
 // volumesMutex held. Null for a number that no volume has.
@@ -244,6 +262,14 @@ void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window) {
   if (!isStarted) engine.syncing = false;
 }
 
+bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume) {
+  if (volume.closes == 0 && IsOpen(volume)) CloseWithin(engine, {&volume}, CloseVolume);
+  if (volume.closes == 0) return true;
+  volume.awaitsClose = true;
+  // One that ended before it could see that does not sync.
+  return volume.closes == 0 && volume.awaitsClose.exchange(false);
+}
+
 bool RemoveUnavailableVolumes(SearchEngine& engine) {
   std::vector<VolumeIndex*> gone;
   {
@@ -255,10 +281,10 @@ bool RemoveUnavailableVolumes(SearchEngine& engine) {
     }
   }
   if (gone.empty()) return false;
-  RunBackground("remove_unavailable_volumes", [gone] {
-    // A letter may be back, and a sync have built its volume again.
-    for (VolumeIndex* const volume : gone) CloseTakenOut(*volume);
-  });
+  std::vector<std::function<void()>> closes;
+  // A letter may be back, and a sync have built its volume again.
+  for (VolumeIndex* const volume : gone) closes.push_back(ClosingJob(engine, *volume, CloseTakenOut));
+  RunWithin("remove_unavailable_volumes", std::move(closes), 0);
   return true;
 }
 
@@ -274,7 +300,7 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
       if (TakeOutReleased(*volume, (bit & mask) == 0)) released.push_back(volume.get());
     }
   }
-  ForEachWithin(released, CloseTakenOut);
+  CloseWithin(engine, released, CloseTakenOut);
   return !released.empty();
 }
 
@@ -287,7 +313,7 @@ bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id) {
     const bool isGone = (BitOfDrive(*volume) & LogicalDriveMask()) == 0;
     if (!TakeOutReleased(*volume, isGone)) return false;
   }
-  ForEachWithin({volume}, CloseTakenOut);
+  CloseWithin(engine, {volume}, CloseTakenOut);
   return true;
 }
 
@@ -304,7 +330,7 @@ void DropAllVolumes(SearchEngine& engine) {
   const std::scoped_lock lock(engine.volumesMutex);
   std::vector<VolumeIndex*> dropped;
   for (const auto& volume : engine.volumes) dropped.push_back(volume.get());
-  ForEachWithin(dropped, StopMonitor);
+  CloseWithin(engine, dropped, StopMonitor);
   std::move(engine.volumes.begin(), engine.volumes.end(), std::back_inserter(engine.dropped));
   engine.volumes.clear();
 }

@@ -32,6 +32,11 @@ void AddUnlessPresent(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume)
 // no `ready`, and a sync that finds nothing usable afterwards has the last word.
 void AddReady(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 
+// Before a build: closes what is open of the volume, on a job. False where that takes longer than
+// closeLimits, or others have yet to be done with it, as with a disk that does not answer: the volume is
+// synced once it is closed.
+bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume);
+
 // What a drive says of itself: ReadVolumeInfo, unless a test installs another. Null puts that back.
 using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
 void InstallVolumeInfoReader(VolumeInfoReader reader);

@@ -75,6 +75,7 @@ std::optional<uint32_t> RebuildWalked(SearchEngine& engine, const WalkedDrive& w
     known = FindVolumeLocked(engine, walked.drive);
   }
   if (known != nullptr) {
+    if (!CloseForBuild(engine, *known)) return std::nullopt;
     if (!BuildWalkVolume(*known, known->drive, walked.fileSystem)) return std::nullopt;
     const std::shared_lock lock(known->indexLock);
     return known->records.size();
@@ -131,9 +132,14 @@ void DropVanished(SearchEngine& engine, const std::vector<WalkedDrive>& drives) 
       return EqualNoCase(walked.drive, volume.drive);
     });
   };
-  const auto gone =
-      std::stable_partition(engine.volumes.begin(), engine.volumes.end(),
-                            [&](const auto& volume) { return IsNtfs(*volume) || isListed(*volume); });
+  // As one with a journal, an NTFS volume without one stays while another program lets nobody ask for
+  // it.
+  const auto isLocked = [mask = LogicalDriveMask()](const VolumeIndex& volume) {
+    return HasFileSystem(volume, kNtfsWithoutJournal) && (BitOfDrive(volume) & mask) != 0;
+  };
+  const auto gone = std::stable_partition(
+      engine.volumes.begin(), engine.volumes.end(),
+      [&](const auto& volume) { return IsNtfs(*volume) || isListed(*volume) || isLocked(*volume); });
   for (auto volume = gone; volume != engine.volumes.end(); ++volume) {
     (*volume)->valid = false;
     engine.dropped.push_back(std::move(*volume));

@@ -9,6 +9,7 @@
 
 #include "config/attr_counters.h"
 #include "index/search_engine.h"
+#include "index/tidy_names.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/search_state.h"
@@ -59,9 +60,9 @@ bool HasDates(const AttrEntry& entry) { return entry.modified != 0 || entry.crea
 struct Sighting {
   uint32_t index = 0;
   uint64_t frn = 0;
-  uint64_t build = 0;              // VolumeIndex::builds
-  uint32_t look = 0;               // DataWatch::looks
-  const char16_t* name = nullptr;  // another one after each change of the name
+  uint64_t build = 0;  // VolumeIndex::builds
+  uint32_t look = 0;   // DataWatch::looks
+  SeenName name;
   uint64_t parentFrn = 0;
 };
 
@@ -69,16 +70,17 @@ std::optional<Sighting> See(const VolumeIndex& volume, uint32_t index) {
   const std::shared_lock lock(volume.indexLock);
   if (index >= volume.records.size()) return std::nullopt;
   const FileRecord& record = volume.records[index];
-  return Sighting{index,       record.frn,      volume.builds, volume.dataWatch.looks,
-                  record.name, record.parentFrn};
+  return Sighting{
+      index,           record.frn, volume.builds, volume.dataWatch.looks, SeeName(volume, record),
+      record.parentFrn};
 }
 
 // REQUIRES indexLock held.
 bool IsStillThere(const VolumeIndex& volume, const Sighting& seen) {
   if (volume.builds != seen.build || seen.index >= volume.records.size()) return false;
   const FileRecord& record = volume.records[seen.index];
-  return !record.deleted && record.frn == seen.frn && record.name == seen.name &&
-         record.parentFrn == seen.parentFrn;
+  return !record.deleted && record.frn == seen.frn && record.parentFrn == seen.parentFrn &&
+         IsNameAsSeen(volume, record, seen.name);
 }
 
 // Empty where another file has the place by now.

@@ -193,8 +193,8 @@ uint64_t HitsOfBlock(const PagedHits& hits, uint32_t block) {
   return hits.blocks[page] == 0 ? 0 : hits.words[hits.places[page]][block % kBlocksPerPage];
 }
 
-bool ScanRenamed(NameScan& scan, const std::function<bool()>& isWanted) {
-  const RenamedNames& renamed = scan.volume.renamed;
+bool ScanRenamed(NameScan& scan, const RenamedNames& renamed, const std::function<bool()>& isWanted) {
+  if (renamed.owners.empty()) return true;
   NameScan later{
       .volume = scan.volume,
       .query = scan.query,
@@ -249,7 +249,10 @@ CompiledQuery CompileQuery(QueryGroups prepared, bool initialsOn) {
 
 bool ScanApart(NameScan& scan, const std::function<bool()>& isWanted) {
   ScanOdd(scan);
-  return ScanRenamed(scan, isWanted);
+  const auto& tables = scan.volume.renamed;
+  return std::all_of(tables.begin(), tables.end(), [&](const RenamedNames& renamed) {
+    return ScanRenamed(scan, renamed, isWanted);
+  });
 }
 
 uint32_t NextGranule(NameScan& scan, uint32_t granule) {

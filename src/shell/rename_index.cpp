@@ -16,8 +16,8 @@ void RenameIfStillThere(const RenameTarget& target, const std::u16string& name) 
   // A volume that is being built, or was, finds the name by itself.
   if (volume.builds != target.build || target.index >= volume.records.size()) return;
   const FileRecord& record = volume.records[target.index];
-  const bool isSame = !record.deleted && record.frn == target.frn && record.name == target.name &&
-                      record.parentFrn == target.parentFrn;
+  const bool isSame = !record.deleted && record.frn == target.frn &&
+                      record.parentFrn == target.parentFrn && IsNameAsSeen(volume, record, target.name);
   if (isSame) RenameRecord(volume, target.index, target.parentFrn, name);
 }
 
@@ -29,8 +29,9 @@ std::optional<RenameTarget> SeeForRename(const MatchItem& hit) {
   if (!lock || hit.index >= hit.volume->records.size()) return std::nullopt;
   const FileRecord& record = hit.volume->records[hit.index];
   if (record.deleted) return std::nullopt;
-  return RenameTarget{hit.volume,         hit.index,   record.frn,
-                      hit.volume->builds, record.name, record.parentFrn};
+  return RenameTarget{
+      hit.volume,      hit.index, record.frn, hit.volume->builds, SeeName(*hit.volume, record),
+      record.parentFrn};
 }
 
 void RenameInIndex(const RenameTarget& target, std::u16string name) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "index/tidy_names.h"
 #include "search/search_state.h"
 
 namespace quilmark {
@@ -13,8 +14,8 @@ struct RenameTarget {
   VolumeIndex* volume = nullptr;
   uint32_t index = 0;
   uint64_t frn = 0;
-  uint64_t build = 0;              // VolumeIndex::builds
-  const char16_t* name = nullptr;  // another one after each change of the name
+  uint64_t build = 0;  // VolumeIndex::builds
+  SeenName name;
   uint64_t parentFrn = 0;
 };
 

@@ -134,7 +134,7 @@ TEST_F(JournalBlock, TheLaterRecordsOfACreatedFileLeaveItsTextWhereItIs) {
                                 .Record(60, 40, u"new.txt", kCreate | 0x8000'0000));
 
   EXPECT_EQ(volume.apartCount, 0u);
-  EXPECT_EQ(volume.renamed.pool.textCount, 0u);
+  EXPECT_EQ(volume.renamed[0].pool.textCount, 0u);
   EXPECT_EQ(PathOf(60), u"N:\\Docs\\new.txt");
 }
 
@@ -155,7 +155,7 @@ TEST_F(JournalBlock, ARenamedFileThatIsBackUnderItsNewNameStaysApart) {
                                 .Record(41, 40, u"c.txt", kCreate));
 
   EXPECT_EQ(volume.apartCount, 1u);
-  EXPECT_EQ(volume.renamed.pool.textCount, 1u);
+  EXPECT_EQ(volume.renamed[0].pool.textCount, 1u);
   EXPECT_EQ(RecordOf(41).deleted, 0u);
   EXPECT_EQ(PathOf(41), u"N:\\Docs\\c.txt");
 }

@@ -1,5 +1,5 @@
 // Closing volumes whose disk does not answer any more.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <chrono>
 #include <future>
@@ -43,6 +43,42 @@ struct VolumeCloseConcurrency : VolumeLife {
 TEST_F(VolumeCloseConcurrency, AnEjectDoesNotWaitForADiskThatHangs) {
   EXPECT_TRUE(ComesBack([&] { EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13)); }));
   EXPECT_FALSE(Volume(0).valid);
+}
+
+TEST_F(VolumeCloseConcurrency, OtherDrivesAreSyncedBesideADiskThatHangs) {
+  ReleaseVolumesByMask(engine, 1u << 13);
+  MapE();
+  for (int i = 0; i < 3; ++i) {
+    SyncCurrentVolumesAsync(engine, window.Target());
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing; }); }));
+  }
+  EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
+  EXPECT_TRUE(Volume(0).valid);
+  EXPECT_FALSE(Volume(1).valid);
+
+  QueueNtfsBuild();
+  answer.release();
+  Finish();
+  EXPECT_TRUE(Volume(1).valid) << "synced once it was closed";
+  CloseVolume(Volume(1));
+}
+
+// As a lost device leaves it.
+TEST_F(VolumeCloseConcurrency, ASyncDoesNotWaitForADiskThatItClosesItself) {
+  Volume(0).valid = false;
+  MapE();
+  for (int i = 0; i < 3; ++i) {
+    SyncCurrentVolumesAsync(engine, window.Target());
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing; }); }));
+  }
+  EXPECT_EQ(Volume(1).closes, 1) << "one job waits, whatever the syncs";
+  EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
+
+  QueueNtfsBuild();
+  answer.release();
+  Finish();
+  EXPECT_TRUE(Volume(1).valid);
+  CloseVolume(Volume(1));
 }
 
 TEST_F(VolumeCloseConcurrency, TheEndDoesNotWaitForADiskThatHangs) {

@@ -13,9 +13,9 @@ namespace {
 TEST(VolumeIndex, RenameKeepsTheIndexAndGrowsThePool) {
   const auto volume = MakeTestVolume();
   const uint32_t index = AddFile(*volume, u"old.txt", kRootFrnOfTests, 77);
-  const size_t before = volume->renamed.pool.textCount;
+  const size_t before = volume->renamed[0].pool.textCount;
   RenameRecord(*volume, index, kRootFrnOfTests, u"New.txt");
-  EXPECT_EQ(volume->renamed.pool.textCount, before + 1);
+  EXPECT_EQ(volume->renamed[0].pool.textCount, before + 1);
   EXPECT_EQ(NameOf(volume->records[index]), u"New.txt");
   EXPECT_EQ(FoldedNameOf(volume->records[index]), u"new.txt");
   EXPECT_EQ(volume->records[index].frn, 77u);
@@ -88,7 +88,7 @@ TEST(VolumeIndex, ResetLeavesNothing) {
   ResetVolumeTables(*volume);
   EXPECT_TRUE(volume->records.empty());
   EXPECT_EQ(volume->names.usedInChunk, volume->names.chunkCapacity);
-  EXPECT_EQ(volume->renamed.pool.usedInChunk, volume->renamed.pool.chunkCapacity);
+  EXPECT_EQ(volume->renamed[0].pool.usedInChunk, volume->renamed[0].pool.chunkCapacity);
   EXPECT_EQ(SizeOf(volume->frnToIndex), 0u);
   EXPECT_TRUE(volume->attrs.empty());
   EXPECT_TRUE(volume->mftSizes.empty());

@@ -460,10 +460,18 @@ TEST_F(VolumeLife, AStickWithoutAJournalThatIsPluggedInIsWalkedAndTold) {
 struct ReadOnlyNtfs : VolumeLife {
   ReadOnlyNtfs() {
     MapE();
-    InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"NTFS"}); });
+    TellNtfs();
     QueueRefusal();
   }
   ~ReadOnlyNtfs() override { InstallVolumeInfoReader(nullptr); }
+
+  static void TellNtfs() {
+    InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"NTFS"}); });
+  }
+  void Refresh() {
+    RefreshAllNonNtfsAsync(engine, window.Target());
+    Finish();
+  }
 
   void QueueRefusal() {
     DeviceScript& script = scripts.Script(u"E:");
@@ -498,6 +506,42 @@ TEST_F(ReadOnlyNtfs, IsWalkedBySyncAndRefresh) {
   EXPECT_EQ(
       debugOutput,
       "[Quilmark][ManualRefresh]Refresh the index of non-NTFS drives.E:(NTFS (no journal)) E::OK(2) \n");
+}
+
+// As while another program has it for himself.
+TEST_F(ReadOnlyNtfs, StaysInTheListWhileItLetsNobodyAsk) {
+  Start();
+  const VolumeInfoReader reader = [](char16_t) { return std::optional<VolumeInfo>(); };
+  InstallVolumeInfoReader(reader);
+  Refresh();
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
+  EXPECT_TRUE(HasNonNtfsVolume(engine)) << "without one the next refresh does nothing";
+
+  TellNtfs();
+  folder.MakeFile("e/later.txt");
+  Refresh();
+  EXPECT_EQ(Volume(0).records.size(), 2u);
+
+  InstallVolumeInfoReader(reader);
+  UnmapDrive(u'E');
+  Refresh();
+  EXPECT_THAT(Drives(), IsEmpty()) << "its letter is gone";
+}
+
+TEST_F(ReadOnlyNtfs, ThatWasLockedInItsWalkComesBackWithASync) {
+  Start();
+  Volume(0).valid = false;
+  InstallVolumeInfoReader([](char16_t) { return std::optional<VolumeInfo>(); });
+  Sync();
+  Refresh();
+  ASSERT_THAT(Drives(), ElementsAre(u"E:"));
+  EXPECT_FALSE(Volume(0).valid);
+
+  TellNtfs();
+  QueueRefusal();
+  Sync();
+  EXPECT_TRUE(Volume(0).valid);
+  EXPECT_TRUE(HasFileSystem(Volume(0), kNtfsWithoutJournal));
 }
 
 TEST_F(ReadOnlyNtfs, StaysOutWhereItsDeviceDoesNotOpen) {

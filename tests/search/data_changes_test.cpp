@@ -9,6 +9,7 @@
 #include "config/scratch_config.h"
 #include "index/ntfs_volume.h"
 #include "index/usn_monitor.h"
+#include "platform/drives.h"
 #include "platform/file_reference.h"
 #include "platform/files.h"
 #include "platform/usn_record.h"
@@ -19,6 +20,7 @@
 #include "search/attr_replay.h"
 #include "search/folder_sizes.h"
 #include "support/ntfs_builder.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 #include "support/search_harness.h"
 
@@ -239,6 +241,55 @@ TEST_F(DataChangesOfAVolume, ARecordThatDoesNotTellLeavesTheSizeOfAScan) {
   EXPECT_FALSE(volume.folderSizesDirty);
 }
 
+// Its $DATA is in a second record, of which the list tells.
+class SizeInASecondRecord : public DataChangesOfAVolume {
+ protected:
+  SizeInASecondRecord() {
+    Build();
+    InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}});
+  }
+  ~SizeInASecondRecord() override { UnmapDrive(u'N'); }
+  void Change() {
+    const Bytes list = RecordBuilder::ListValue({{kData, 0, MakeReference(60, 1), {}}});
+    const Bytes record = RecordBuilder()
+                             .StandardInformation()
+                             .Resident(kAttributeList, {}, list)
+                             .Finish({.sequence = SequenceOf(kFile)});
+    Bytes data = FileRecordData(kFile);
+    data.resize(12);
+    data.insert(data.end(), record.begin(), record.end());
+    script.Queue(kFsctlGetNtfsFileRecord, {.output = data});
+    JournalSays(2'000, kFile, kExtend);
+  }
+  uint64_t HeldSize() {
+    MftSize size;
+    EXPECT_TRUE(LookupMftSize(volume, kFile, size));
+    return size.logical;
+  }
+};
+
+TEST_F(SizeInASecondRecord, IsThatOfThePath) {
+  script.PlayFacts([](uint64_t) { return std::optional<FileFacts>(); });
+  ScratchFolder folder;
+  folder.MakeFile("Docs/a.txt", std::string(100, 'x'));
+  MapDrive(u'N', folder.PathOf(u""));
+  Change();
+  EXPECT_EQ(HeldSize(), 100u);
+  EXPECT_TRUE(volume.folderSizesDirty);
+}
+
+TEST_F(SizeInASecondRecord, IsThatOfTheImageWhereTheVolumeHasNoPaths) {
+  fileFacts.size = 200;
+  Change();
+  EXPECT_EQ(HeldSize(), 200u);
+}
+
+TEST_F(SizeInASecondRecord, StaysWhereNobodyTells) {
+  script.PlayFacts([](uint64_t) { return std::optional<FileFacts>(); });
+  Change();
+  EXPECT_EQ(HeldSize(), 10u);
+}
+
 TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
   Build();
   InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}, {kOther, {.logical = 5}}});
@@ -250,6 +301,23 @@ TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
   MftSize size;
   ASSERT_TRUE(LookupMftSize(volume, kFile, size));
   EXPECT_EQ(size.logical, 10u);
+}
+
+// 300,000 records of 1,000 files, as those that are written to all day leave them.
+TEST_F(DataChangesOfAVolume, AWholeJournalTakesTheMemoryOfItsDifferentFiles) {
+  constexpr int kBlocks = 300, kRecords = 1'000;
+  for (int block = 1; block <= kBlocks; ++block) {
+    UsnBlockBuilder built(1'000 + block);
+    for (uint64_t file = 0; file < kRecords; ++file) built.Record(kFile + file, kDocs, u"", kExtend);
+    script.Queue(kReadOfDataChanges, {.output = built});
+  }
+  const auto changes = ReadDataChanges(*scripts.Open(u"N:"), 77, 1'000);
+  ASSERT_TRUE(changes);
+  EXPECT_EQ(changes->usn, 1'000 + kBlocks);
+  ASSERT_EQ(changes->frns.size(), size_t{kRecords});
+  EXPECT_EQ(changes->frns.front(), kFile);
+  EXPECT_EQ(changes->frns.back(), kFile + kRecords - 1);
+  EXPECT_LT(changes->frns.capacity(), size_t{20 * kRecords}) << "nothing gives room back on the way";
 }
 
 // The cache of a run, and what the next one believes of it.

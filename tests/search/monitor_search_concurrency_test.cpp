@@ -115,6 +115,7 @@ TEST(MonitorSearchConcurrency, ManyChangesUnderSearchesEqualTheModel) {
 
   CloseVolume(volume);
   EXPECT_GT(searches, 0u);
+  EXPECT_GT(volume.tidying.moves, 0u) << "names have moved under the searches";
   ExpectEqualsModel(volume, model);
   monitorPauses = {};
 }

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "index/tidy_names.h"
 #include "platform/utf.h"
 #include "search/initials.h"
 #include "support/volumes.h"
@@ -198,15 +199,49 @@ TEST(NameScan, AgreesWithThePlainTestAfterEachOfManyChanges) {
   std::mt19937 random(8);
   const auto volume = MakeTestVolume();
   volume->names.chunkCapacity = volume->names.usedInChunk = 3'000;
-  volume->renamed.pool.chunkCapacity = volume->renamed.pool.usedInChunk = 2'000;
+  volume->renamed[0].pool.chunkCapacity = volume->renamed[0].pool.usedInChunk = 2'000;
   for (int i = 0; i < 3'000; ++i) AddFile(*volume, NameOfAnyKind(random));
-  for (int round = 0; round < 12; ++round) {
-    for (int i = 0; i < 1'000; ++i) ChangeSomething(*volume, random);
+  for (int round = 0; round < 40; ++round) {
+    for (int i = 0; i < 1'000; ++i) {
+      ChangeSomething(*volume, random);
+      if (i % 8 == 0) TidyNames(*volume);
+    }
     ASSERT_EQ(FindBrokenInvariant(*volume), "");
     for (int i = 0; i < 4; ++i) ExpectReference(*volume, RandomQuery(random), random() % 2 == 0);
     ExpectReference(*volume, u"bj", true);
     ExpectReference(*volume, u"a");
     ExpectReference(*volume, u"\"\"");
+  }
+  EXPECT_GT(volume->tidying.moves, 2 * volume->names.chunks.size());  // of whole rounds, more than two
+}
+
+TEST(NameScan, BlocksOfTidiedNamesHoldNothingOfTheFormerOnes) {
+  const auto volume = MakeTestVolume();
+  for (uint32_t i = 1; i < 2 * kTextsPerPage; ++i) AddFile(*volume, u"former");
+  for (uint32_t i = 1; i < 2 * kTextsPerPage; ++i) RenameRecord(*volume, i, kRootFrnOfTests, u"later");
+  for (uint32_t i = 1; i < 2'000; ++i) MarkDeleted(*volume, i);
+  TidyNames(*volume);
+  const CompiledQuery former = CompileQuery({{u"former"}}, false);
+  const CompiledQuery later = CompileQuery({{u"later"}}, false);
+  NameScan scan{.volume = *volume, .query = former};
+  EXPECT_EQ(NextGranule(scan, 0), GranuleCount(volume->records.size()));
+  NameScan other{.volume = *volume, .query = later};
+  EXPECT_EQ(NextGranule(other, 0), 2'000 / kGranule);
+}
+
+TEST(NameScan, NamesOnBothSidesOfATidiedChunkAreFound) {
+  const auto volume = MakeTestVolume();
+  volume->names.chunkCapacity = volume->names.usedInChunk = 5'000;
+  const auto nameOf = [](uint32_t index) { return u"file " + FromUtf8(std::to_string(index)) + u"."; };
+  for (uint32_t i = 1; i < 2 * kTextsPerPage; ++i) AddFile(*volume, nameOf(i));
+  for (uint32_t i = 1'000; i < 6'000; ++i) {
+    RenameRecord(*volume, i, kRootFrnOfTests, u"longer " + nameOf(i));
+  }
+  for (TidyNames(*volume); volume->tidying.isUnderWay;) TidyNames(*volume);
+  for (const NameChunk& chunk : volume->names.chunks) {
+    if (chunk.firstText < 2) continue;
+    ExpectReference(*volume, nameOf(chunk.firstText - 1));
+    ExpectReference(*volume, nameOf(chunk.firstText));
   }
 }
 

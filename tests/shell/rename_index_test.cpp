@@ -34,6 +34,33 @@ TEST_F(RenameOfARow, IsKnownAtOnce) {
   EXPECT_TRUE(harness_.IsQuiet());
 }
 
+TEST_F(RenameOfARow, GoesOnWhereNamesHaveMoved) {
+  const RenameTarget target = SeeForRename({&volume_, file_}).value();
+  for (uint32_t i = 0; i < kTextsPerPage; ++i) {
+    RenameRecord(volume_, AddFile(volume_, u"a"), kRootFrnOfTests, u"b");
+  }
+  const char16_t* const before = volume_.records[file_].name;
+  TidyNames(volume_);
+  ASSERT_NE(volume_.records[file_].name, before);
+  RenameInIndex(target, u"new");
+  EXPECT_EQ(Name(), u"new");
+}
+
+TEST_F(RenameOfARow, IsNotLostWhereNamesAreAboutToMove) {
+  for (uint32_t i = 0; i < kTextsPerPage; ++i) {
+    RenameRecord(volume_, AddFile(volume_, u"a"), kRootFrnOfTests, u"b");
+  }
+  const RenameTarget target = SeeForRename({&volume_, file_}).value();
+  auto step = PrepareTidying(volume_);
+  ASSERT_TRUE(step.has_value());
+  RenameInIndex(target, u"new");
+  EXPECT_FALSE(FinishTidying(volume_, *step));
+  EXPECT_EQ(Name(), u"new");
+  TidyNames(volume_);
+  EXPECT_EQ(volume_.tidying.moves, 1u);
+  EXPECT_EQ(Name(), u"new");
+}
+
 TEST_F(RenameOfARow, WaitsForNoSearch) {
   const RenameTarget target = SeeForRename({&volume_, file_}).value();
   Gate search(volume_.indexLock, Gate::Stops::kWriters);
