@@ -19,7 +19,7 @@ LINKED.append("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
 
 
 class Font:
-    """The tables of a TrueType or OpenType font that tell widths (the OpenType specification: cmap, hhea, hmtx)."""
+    """The tables of a TrueType or OpenType font that tell widths: cmap, hhea, hmtx."""
 
     def __init__(self, path, face=0):
         with open(path, "rb") as file:
