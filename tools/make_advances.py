@@ -82,30 +82,41 @@ def widths_of(fonts):
     return widths
 
 
-def runs_of(widths):
-    """(first unit, width) wherever the width changes; units of no font are as wide as an ideograph."""
+def runs_of(widths, absent):
+    """(first unit, width) wherever the width changes; `absent` for units that the font has not."""
     runs, former = [], None
     for unit in range(0x10000):
-        width = widths.get(unit, PARTS)
+        width = widths.get(unit, absent)
         if width != former:
             runs.append((unit, width))
             former = width
     return runs
 
 
+def write_table(name, runs):
+    print(f"const AdvanceRun {name}Table[] = {{")
+    for start in range(0, len(runs), 10):
+        print("    " + ", ".join(f"{{{unit}, {width}}}" for unit, width in runs[start:start + 10]) + ",")
+    print("};")
+    print(f"const std::span<const AdvanceRun> {name} = {name}Table;\n")
+
+
 def main():
-    linked = [Font(path) for path in LINKED]
+    faces = {name: Font(CJK.format(name), CJK_FACE) for name in ("Regular", "Bold")}
     print("// Written by tools/make_advances.py from font files; not edited by hand.\n// clang-format off")
     print('#include "canvas/text_advances.h"\n\nnamespace quilmark {\n')
-    regular = Font(CJK.format("Regular"), CJK_FACE)
-    print("const FontHeight kTextHeight = {%d, %d};\n" % regular.ascent_and_descent())
-    for name, font in (("kRegularAdvances", regular), ("kBoldAdvances", Font(CJK.format("Bold"), CJK_FACE))):
-        runs = runs_of(widths_of([font] + linked))
-        print(f"const AdvanceRun {name}Table[] = {{")
-        for start in range(0, len(runs), 10):
-            print("    " + ", ".join(f"{{{unit}, {width}}}" for unit, width in runs[start:start + 10]) + ",")
-        print("};")
-        print(f"const std::span<const AdvanceRun> {name} = {name}Table;\n")
+    print("const FontHeight kTextHeight = {%d, %d};\n" % faces["Regular"].ascent_and_descent())
+    units = set()
+    for name, font in faces.items():
+        widths = widths_of([font])
+        units |= set(widths)
+        write_table(f"k{name}Advances", runs_of(widths, -1))
+    # What the faces have need not be told once more: the runs of the others go on over it.
+    linked = widths_of([Font(path) for path in LINKED])
+    own, last = {}, PARTS
+    for unit in range(0x10000):
+        last = own[unit] = last if unit in units else linked.get(unit, PARTS)
+    write_table("kLinkedAdvances", runs_of(own, PARTS))
     print("}  // namespace quilmark")
 
 

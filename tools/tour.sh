@@ -17,10 +17,10 @@ running=$!
 
 fail() { echo "tour: $1" >&2; exit 1; }
 
-# Waits for a window whose title fits, at most as long as a large disk takes.
+# Waits for a window whose title fits: as many seconds as are given, or as a large disk takes.
 window_titled() {
   local found
-  for _ in $(seq 6000); do
+  for _ in $(seq $((${2:-600} * 10))); do
     found=$(xdotool search --name "$1" 2>/dev/null | tail -n 1)
     [ -n "$found" ] && { echo "$found"; return; }
     kill -0 "$running" 2>/dev/null || break
@@ -53,11 +53,16 @@ search_for() {
   local name=$1 text=$2 title
   xdotool key --clearmodifiers ctrl+a
   xdotool key BackSpace
-  window_titled '^Quilmark - Filter: .* Hits: 0$' >/dev/null || true
+  window_titled '^Quilmark - Filter: .* Hits: 0$' 60 >/dev/null || true
   xdotool type --delay 20 "$text"
-  window=$(window_titled '^Quilmark - Filter: .* Hits: [1-9][0-9]*$') || fail "no results for '$text'"
-  title=$(xdotool getwindowname "$window")
-  echo "$text: ${title##*Hits: } hits"
+  if window=$(window_titled '^Quilmark - Filter: .* Hits: [1-9][0-9]*$' 60); then
+    title=$(xdotool getwindowname "$window")
+    echo "$text: ${title##*Hits: } hits"
+  else
+    kill -0 "$running" 2>/dev/null || fail "the program ended"
+    echo "$text: no hits in a minute"
+    window=$(window_titled '^Quilmark') || fail "no window any more"
+  fi
   picture "$name"
 }
 

@@ -14,6 +14,8 @@ struct Rect {
 constexpr int Width(const Rect& rect) { return rect.right - rect.left; }
 constexpr int Height(const Rect& rect) { return rect.bottom - rect.top; }
 
+constexpr bool IsEmpty(const Rect& rect) { return rect.right <= rect.left || rect.bottom <= rect.top; }
+
 // What both cover; without height or width where they have nothing in common.
 constexpr Rect Intersection(const Rect& one, const Rect& other) {
   const int left = std::max(one.left, other.left), top = std::max(one.top, other.top);
@@ -23,8 +25,8 @@ constexpr Rect Intersection(const Rect& one, const Rect& other) {
 
 // The smallest that holds both; an empty one adds nothing.
 constexpr Rect Union(const Rect& one, const Rect& other) {
-  if (one.left >= one.right || one.top >= one.bottom) return other;
-  if (other.left >= other.right || other.top >= other.bottom) return one;
+  if (IsEmpty(one)) return other;
+  if (IsEmpty(other)) return one;
   return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
           std::max(one.bottom, other.bottom)};
 }
@@ -34,6 +36,10 @@ struct Point {
 
   bool operator==(const Point&) const = default;
 };
+
+constexpr bool Holds(const Rect& rect, Point point) {
+  return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;
+}
 
 // Left and top of a window of this size in the middle of the area; negative where it is larger.
 constexpr Point CentredIn(const Rect& area, int width, int height) {

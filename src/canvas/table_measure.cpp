@@ -18,6 +18,13 @@ int Rounded(int64_t advance, int height) {
   return static_cast<int>((parts + kParts / 2) / kParts);
 }
 
+int64_t AdvanceIn(std::span<const AdvanceRun> runs, char16_t unit) {
+  const auto next =
+      std::upper_bound(runs.begin(), runs.end(), unit,
+                       [](char16_t one, const AdvanceRun& run) { return one < run.first; });
+  return std::prev(next)->advance;
+}
+
 bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 }  // namespace
@@ -25,12 +32,10 @@ bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 // Each character by itself is rounded to whole pixels, as the system does it.
 int TableMeasure::AdvanceOf(FontRole font, char16_t unit) const {
   if (IsSecondHalf(unit)) return 0;
-  const auto runs = RowOf(font).weight < kBoldFrom ? kRegularAdvances : kBoldAdvances;
-  const auto next =
-      std::upper_bound(runs.begin(), runs.end(), unit,
-                       [](char16_t one, const AdvanceRun& run) { return one < run.first; });
-  const int height = ScaleFor(dpi_, RowOf(font).height);
-  return Rounded(int64_t{std::prev(next)->advance} * percent_ / 100, height);
+  const bool isBold = RowOf(font).weight >= kBoldFrom;
+  int64_t advance = AdvanceIn(isBold ? kBoldAdvances : kRegularAdvances, unit);
+  if (advance < 0) advance = AdvanceIn(kLinkedAdvances, unit);
+  return Rounded(advance * percent_ / 100, ScaleFor(dpi_, RowOf(font).height));
 }
 
 int TableMeasure::WidthOf(FontRole font, std::u16string_view text) const {

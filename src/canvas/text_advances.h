@@ -16,9 +16,10 @@ extern const FontHeight kTextHeight;
 
 struct AdvanceRun {
   char16_t first;   // the run ends where the next one begins
-  int32_t advance;  // parts
+  int32_t advance;  // parts; -1: another font has them
 };
-// From 0 on, ascending.
-extern const std::span<const AdvanceRun> kRegularAdvances, kBoldAdvances;
+// From 0 on, ascending. The last: what the two before it lack, as wide as an ideograph where nobody has
+// it.
+extern const std::span<const AdvanceRun> kRegularAdvances, kBoldAdvances, kLinkedAdvances;
 
 }  // namespace quilmark

@@ -37,8 +37,8 @@ Followed TakeMonitor(VolumeIndex& volume);
 void JoinMonitor(VolumeIndex& volume, Followed& followed);
 
 // Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that
-// opens it, then lets go and tidies the names a step further. A malformed record ends the block. A block of eight
-// bytes or fewer changes nothing.
+// opens it, then lets go and tidies the names a step further. A malformed record ends the block. A block
+// of eight bytes or fewer changes nothing.
 void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block);
 
 // The attributes and sizes of the file are not known any more. indexLock held.

@@ -87,8 +87,4 @@ struct BarState {
 // The bar of a drop list, painted over the system's one at `place`. Empty where everything fits.
 std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi);
 
-inline bool Holds(const Rect& rect, Point point) {
-  return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;
-}
-
 }  // namespace quilmark

@@ -6,20 +6,10 @@
 
 #include "config/contrast.h"
 #include "config/system_palette.h"
-#include "config/ui_colors.h"
+#include "shell/preset_palette.h"
 
 namespace quilmark {
 namespace {
-
-Palette PresetPalette(int index) {
-  const UiColorPreset& preset = kUiColorPresetRows[static_cast<size_t>(index)];
-  ColorOverrides overrides;
-  overrides.overrideSet.fill(true);
-  for (size_t role = 0; role < kColorRoles; ++role) {
-    overrides.overrideColor[role] = ColorOfHex(preset.rrggbb[role]);
-  }
-  return WithOverrides(ThemeDefaults(preset.mode == 1), overrides);
-}
 
 // Both themes, then the presets.
 class ListColorsIn : public testing::TestWithParam<int> {

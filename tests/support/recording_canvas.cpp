@@ -6,8 +6,6 @@ namespace quilmark {
 
 namespace {
 
-bool IsEmpty(const Rect& rect) { return Width(rect) <= 0 || Height(rect) <= 0; }
-
 Rect BoxOf(std::span<const Point> points) {
   Rect box = {points[0].x, points[0].y, points[0].x, points[0].y};
   for (const Point& point : points) {

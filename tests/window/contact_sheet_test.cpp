@@ -2,9 +2,9 @@
 // sheet. The names of the pictures are the captions there.
 #include <gtest/gtest.h>
 
-#include "config/ui_colors.h"
 #include "platform/win32/wide.h"
 #include "shell/list_colors.h"
+#include "shell/preset_palette.h"
 #include "window/window_program.h"
 
 namespace quilmark {
@@ -139,13 +139,7 @@ TEST_F(ContactSheet, ThemesAndPresets) {
   for (int index = 0; index < kUiColorPresets; ++index) {
     program.Ask(Probe::kTakePreset, static_cast<uint32_t>(index));
     Picture("3-preset-" + std::to_string(index));
-    const UiColorPreset& preset = kUiColorPresetRows[static_cast<size_t>(index)];
-    ColorOverrides overrides;
-    for (size_t role = 0; role < kColorRoles; ++role) {
-      overrides.overrideColor[role] = ColorOfHex(preset.rrggbb[role]);
-      overrides.overrideSet[role] = true;
-    }
-    ExpectColorsOf(WithOverrides(ThemeDefaults(preset.mode == 1), overrides));
+    ExpectColorsOf(PresetPalette(index));
   }
 }
 

@@ -184,9 +184,7 @@ void PaintIconCell(Canvas& canvas, const RowsPicture& picture, const Rect& cell,
 
 PaintOutcome PaintRow(Canvas& canvas, const RowsPicture& picture, uint64_t index, const MatchItem& hit) {
   const Rect place = PlaceOfRow(picture.layout, picture.scrollY, index);
-  if (const Rect shown = Intersection(place, canvas.Shown()); Width(shown) == 0 || Height(shown) == 0) {
-    return {};
-  }
+  if (IsEmpty(Intersection(place, canvas.Shown()))) return {};
   const RowText text = TextOfRow(hit);
   PaintOutcome outcome{.isLater = text.isLater};
   if (picture.layout.view != ViewMode::kList) {

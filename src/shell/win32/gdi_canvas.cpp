@@ -11,8 +11,6 @@ namespace {
 
 constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
 
-bool IsEmpty(const Rect& rect) { return rect.right <= rect.left || rect.bottom <= rect.top; }
-
 // What of a line is shown, with an ellipsis where the end does not fit.
 std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text) {
   constexpr size_t kRoomForEllipsis = 4;

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "config/system_palette.h"
-#include "config/ui_colors.h"
+#include "shell/preset_palette.h"
 #include "shell/search/search_picture.h"
 #include "shell/view/laws.h"
 
@@ -83,13 +83,7 @@ Palette PaletteOf(int index) {
                                        .grayText = 0x3FF23F,
                                        .hotLight = 0x00FFFF});
   }
-  const UiColorPreset& preset = kUiColorPresetRows[static_cast<size_t>(index - kThemes)];
-  ColorOverrides overrides;
-  overrides.overrideSet.fill(true);
-  for (size_t role = 0; role < kColorRoles; ++role) {
-    overrides.overrideColor[role] = ColorOfHex(preset.rrggbb[role]);
-  }
-  return WithOverrides(ThemeDefaults(preset.mode == 1), overrides);
+  return PresetPalette(index - kThemes);
 }
 
 class SearchPictureIn : public testing::TestWithParam<int> {};

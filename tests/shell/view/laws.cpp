@@ -16,20 +16,11 @@ std::string Told(const Drawn& drawn) {
          std::to_string(place.bottom);
 }
 
-bool Overlap(const Rect& one, const Rect& other) {
-  const Rect both = Intersection(one, other);
-  return Width(both) > 0 && Height(both) > 0;
-}
-
-bool Covers(const Rect& rect, int x, int y) {
-  return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
-}
-
 // What lies under a point where the operation `end` is drawn.
 Color GroundUnder(const RecordingCanvas& canvas, size_t end, int x, int y) {
   for (size_t i = end; i-- > 0;) {
     const Drawn& drawn = canvas.drawn[i];
-    if (drawn.kind == Drawn::kFill && Covers(drawn.shown, x, y)) return drawn.color;
+    if (drawn.kind == Drawn::kFill && Holds(drawn.shown, {x, y})) return drawn.color;
   }
   return 0x01000000;  // nothing: no colour
 }
@@ -63,7 +54,7 @@ std::vector<std::string> TextsOverOthers(const RecordingCanvas& canvas, const Te
     if (drawn.kind != Drawn::kText) continue;
     const Rect ink = Intersection(InkOf(drawn, fonts), drawn.shown);
     for (const Drawn* const one : former) {
-      if (Overlap(ink, Intersection(InkOf(*one, fonts), one->shown))) {
+      if (!IsEmpty(Intersection(ink, Intersection(InkOf(*one, fonts), one->shown)))) {
         faults.push_back(Told(drawn) + " over " + Told(*one));
       }
     }
@@ -79,7 +70,7 @@ std::vector<std::string> UnreadableTexts(const RecordingCanvas& canvas, const Te
     const Drawn& drawn = canvas.drawn[i];
     if (drawn.kind != Drawn::kText) continue;
     const Rect ink = Intersection(InkOf(drawn, fonts), drawn.shown);
-    if (Width(ink) <= 0 || Height(ink) <= 0) continue;
+    if (IsEmpty(ink)) continue;
     const int y = (ink.top + ink.bottom) / 2;
     for (const int x : {ink.left, (ink.left + ink.right) / 2, ink.right - 1}) {
       const Color ground = GroundUnder(canvas, i, x, y);
