@@ -1,6 +1,6 @@
 # One program a fuzz target, fuzz/<layer>/<name>_fuzz.cpp, run by libFuzzer; all of them: fuzz_targets. Each is
 # linked with its layer, so that one of the parsers below waits for nothing above it. The shell is the exception:
-# fuzz/shell/<name>_fuzz.cpp brings src/shell/<name>.cpp along, and the rest of the shell is not compiled for it.
+# fuzz/shell/<name>_fuzz.cpp brings src/shell/<room>/<name>.cpp along, and the rest of the shell is not compiled for it.
 file(GLOB fuzz_sources CONFIGURE_DEPENDS "fuzz/*/*_fuzz.cpp")
 
 # NTFS volumes made by hand, as the tests have them.
@@ -21,7 +21,8 @@ foreach(source ${fuzz_sources})
   add_executable(${name} EXCLUDE_FROM_ALL "${source}")
   if(layer STREQUAL "shell")
     string(REGEX REPLACE "_fuzz$" ".cpp" parser "${name}")
-    target_sources(${name} PRIVATE "src/shell/${parser}")
+    file(GLOB_RECURSE parser "src/shell/${parser}")
+    target_sources(${name} PRIVATE ${parser})
     set(layer search)
   endif()
   target_link_libraries(${name} PRIVATE quilmark_fuzz_support quilmark_${layer})

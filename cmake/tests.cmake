@@ -41,7 +41,7 @@ set(busy_tests
   tests/search/scan_kernel_test.cpp
   tests/search/sort_reference_test.cpp
   tests/search/sort_test.cpp
-  tests/shell/list_rest_test.cpp
+  tests/shell/search/list_rest_test.cpp
   tests/support/churn_volume.cpp
   tests/support/ntfs_builder.cpp
   tests/support/ntfs_samples.cpp

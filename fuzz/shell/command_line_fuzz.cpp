@@ -1,6 +1,6 @@
 // Any arguments, a line each: the two words for a hidden start count behind the program's name, in any
 // case, and a line that cannot be split is searched as a whole.
-#include "shell/command_line.h"
+#include "shell/app/command_line.h"
 
 #include "platform/text.h"
 #include "platform/utf.h"

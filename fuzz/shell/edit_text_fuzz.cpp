@@ -1,6 +1,6 @@
 // Any text that is pasted, and any caret: one line comes out, which is a part of the text, and words
 // begin before the caret, one after another down to the text's start.
-#include "shell/edit_text.h"
+#include "shell/view/edit_text.h"
 
 #include "support/fuzz_input.h"
 

@@ -1,6 +1,6 @@
 // Any text of the search box and any name: what is marked is the term in the name, none over another,
 // and lines share the marks out between them.
-#include "shell/highlight.h"
+#include "shell/search/highlight.h"
 
 #include "platform/text.h"
 #include "platform/utf.h"

@@ -1,6 +1,6 @@
 // Any hotkey of a settings file and any pattern of a translation: there is a text, within the length
 // that the system has room for.
-#include "shell/hotkey_text.h"
+#include "shell/app/hotkey_text.h"
 
 #include "support/fuzz_input.h"
 

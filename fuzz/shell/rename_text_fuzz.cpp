@@ -1,6 +1,6 @@
 // Any text of the editor and any name: what is renamed to is a name that every system takes, and asking
 // again changes nothing; what is selected at first lies within the name.
-#include "shell/rename_text.h"
+#include "shell/actions/rename_text.h"
 
 #include "platform/utf.h"
 #include "search/query.h"

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "shell/app_state.h"
-#include "shell/window_end.h"
-#include "shell/window_port.h"
+#include "shell/app/app_state.h"
+#include "shell/app/window_end.h"
+#include "shell/view/window_port.h"
 
 namespace quilmark {
 
@@ -80,7 +80,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   }
 
   std::vector<std::string> calls;       // but for timers armed and texts set
-  Rect invalidated;  // all of them together
+  Rect invalidated;                     // all of them together
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
   std::u16string title = u"before", status = u"before", searchBox;
   WindowSize size = {900, 600};

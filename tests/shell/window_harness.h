@@ -5,7 +5,7 @@
 #include "config/window_settings.h"
 #include "platform/background.h"
 #include "search/filtered_results.h"
-#include "shell/app_state.h"
+#include "shell/app/app_state.h"
 #include "shell/recording_window.h"
 #include "support/search_harness.h"
 

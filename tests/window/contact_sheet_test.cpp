@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32/wide.h"
-#include "shell/list_colors.h"
+#include "shell/list/list_colors.h"
 #include "shell/preset_palette.h"
 #include "window/window_program.h"
 

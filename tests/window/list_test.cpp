@@ -4,8 +4,8 @@
 
 #include "config/palette.h"
 #include "platform/text_file.h"
-#include "shell/highlight.h"
-#include "shell/list_colors.h"
+#include "shell/list/list_colors.h"
+#include "shell/search/highlight.h"
 #include "window/results_list.h"
 
 namespace quilmark {

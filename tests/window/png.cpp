@@ -4,7 +4,7 @@
 
 #include <gdiplus.h>
 
-#include "shell/win32/gdi.h"
+#include "shell/win32/gdi/gdi.h"
 
 namespace quilmark {
 

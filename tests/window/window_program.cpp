@@ -8,7 +8,7 @@
 
 #include "platform/text_file.h"
 #include "platform/win32/wide.h"
-#include "shell/win32/window_text.h"
+#include "shell/win32/controls/window_text.h"
 #include "window/png.h"
 
 namespace quilmark {

@@ -7,10 +7,10 @@
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
 #include "search/sort.h"
-#include "shell/cell_text.h"
-#include "shell/highlight.h"
-#include "shell/row_cells.h"
-#include "shell/row_text.h"
+#include "shell/list/cell_text.h"
+#include "shell/search/highlight.h"
+#include "shell/search/row_cells.h"
+#include "shell/search/row_text.h"
 #include "shell/view/text_lines.h"
 
 namespace quilmark {

@@ -5,14 +5,14 @@
 
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
-#include "shell/filter_request.h"
-#include "shell/list_input.h"
-#include "shell/list_scroll.h"
-#include "shell/result_messages.h"
+#include "shell/app/window_timers.h"
+#include "shell/search/filter_request.h"
+#include "shell/search/list_input.h"
+#include "shell/search/list_scroll.h"
+#include "shell/search/result_messages.h"
 #include "shell/search/search_places.h"
-#include "shell/tip_text.h"
-#include "shell/window_ids.h"
-#include "shell/window_timers.h"
+#include "shell/search/tip_text.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 

@@ -3,10 +3,10 @@
 
 #include <optional>
 
-#include "shell/app_state.h"
+#include "shell/app/app_state.h"
 #include "shell/view/effects.h"
 #include "shell/view/view_context.h"
-#include "shell/window_port.h"
+#include "shell/view/window_port.h"
 
 namespace quilmark {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "canvas/canvas.h"
-#include "shell/app_state.h"
+#include "shell/app/app_state.h"
 #include "shell/view/view_context.h"
 
 namespace quilmark {

@@ -4,7 +4,7 @@
 
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
-#include "shell/row_text.h"
+#include "shell/search/row_text.h"
 #include "shell/view/tag.h"
 
 namespace quilmark {

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "canvas/text_measure.h"
-#include "shell/app_state.h"
-#include "shell/layout.h"
-#include "shell/list_layout.h"
+#include "shell/app/app_state.h"
+#include "shell/search/layout.h"
+#include "shell/search/list_layout.h"
 
 namespace quilmark {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "shell/highlight.h"
+#include "shell/search/highlight.h"
 
 namespace quilmark {
 

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "shell/win32/quilmark.h"
+#include "shell/win32/window/quilmark.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int showCommand) {
   const int code = quilmark::RunQuilmark(instance, commandLine, showCommand);

@@ -1,8 +1,8 @@
 #include "shell/search/search_mouse.h"
 
 #include "shell/search/search_picture.h"
-#include "shell/tip_text.h"
-#include "shell/window_ids.h"
+#include "shell/search/tip_text.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 namespace {

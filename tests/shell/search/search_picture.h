@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "canvas/table_measure.h"
-#include "shell/filter_request.h"
-#include "shell/list_colors.h"
-#include "shell/result_messages.h"
+#include "shell/list/list_colors.h"
+#include "shell/search/filter_request.h"
+#include "shell/search/result_messages.h"
 #include "shell/search/search_paint.h"
 #include "shell/search/search_places.h"
 #include "shell/view/laws.h"

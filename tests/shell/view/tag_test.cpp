@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "canvas/table_measure.h"
-#include "shell/layout.h"
+#include "shell/search/layout.h"
 #include "shell/view/laws.h"
 
 namespace quilmark {

@@ -5,11 +5,11 @@
 #include <commctrl.h>
 
 #include "config/window_settings.h"
-#include "shell/frame_drag.h"
-#include "shell/win32/rename_editor.h"
-#include "shell/win32/theme.h"
-#include "shell/win32/window_paint.h"
-#include "shell/window_ids.h"
+#include "shell/app/frame_drag.h"
+#include "shell/view/window_ids.h"
+#include "shell/win32/controls/rename_editor.h"
+#include "shell/win32/system/theme.h"
+#include "shell/win32/window/window_paint.h"
 
 namespace quilmark {
 

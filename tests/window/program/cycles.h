@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "shell/win32/main_window.h"
+#include "shell/win32/window/main_window.h"
 
 namespace quilmark {
 

@@ -1,0 +1,131 @@
+#include "shell/app/process_start.h"
+
+#include <array>
+
+#include "config/hotkeys.h"
+#include "config/language_setting.h"
+#include "config/palette.h"
+#include "config/product.h"
+#include "config/translate.h"
+#include "config/ui_colors.h"
+#include "config/window_settings.h"
+#include "index/search_engine.h"
+#include "index/volume_life.h"
+#include "search/filter_categories.h"
+#include "search/search_state.h"
+#include "shell/app/command_line.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kStartPauseMs = 1'000, kEndPauseMs = 500;
+constexpr uint32_t kShellStepMs = 500, kWindowStepMs = 100, kWindowWaitMs = 5'000;
+constexpr int kShellRounds = 6;
+constexpr uint16_t kPrimaryLanguage = 1023, kChinese = 4;
+constexpr int kStartWidth = 1100, kStartHeight = 700;
+
+// Per monitor version 2, per monitor, system, unaware but scaled by GDI.
+constexpr std::array kScaleContexts = {-4, -3, -2, -5};
+
+constexpr std::u16string_view kPrivileges[] = {u"SeBackupPrivilege", u"SeRestorePrivilege",
+                                               u"SeManageVolumePrivilege"};
+
+void TakeScale(AppState& app, ProcessPort& system) {
+  if (system.HasScaleAwareness()) {
+    for (const int context : kScaleContexts) {
+      if (system.SetScaleAwareness(context)) break;
+    }
+  }
+  app.systemDpi = system.SystemDpi();
+}
+
+bool ReadHiddenStart(ProcessPort& system) {
+  const auto arguments = system.Arguments();
+  return arguments ? WantsHiddenStart(*arguments) : WantsHiddenStart(system.CommandLineText());
+}
+
+bool WaitForRunningWindow(ProcessPort& system) {
+  for (uint32_t waited = 0;; waited += kWindowStepMs) {
+    if (system.FindRunningWindow()) return true;
+    if (waited == kWindowWaitMs) return false;
+    system.Pause(kWindowStepMs);
+  }
+}
+
+// This copy ends; the running one comes to the front, unless nobody asked for a window.
+int EndAsSecondCopy(const AppState& app, ProcessPort& system) {
+  if (app.hiddenStart) return 0;
+  if (WaitForRunningWindow(system)) {
+    // First, as raising gives away the foreground that this copy has to hand on.
+    system.LetRunningTakeForeground();
+    system.RaiseRunningWindow();
+    system.AskRunningToShow();
+    return 0;
+  }
+  const std::u16string hotkey = system.HotkeyText(app.hotkeys.showModifiers, app.hotkeys.showKey);
+  system.ShowBox(
+      BoxIcon::kInformation, TranslateOr(u"MsgTitle_Information", u"Information"),
+      TranslateOr(u"Msg_AlreadyRunningPrefix", u"Quilmark is already running.\n\nUse the hotkey \"") +
+          hotkey + TranslateOr(u"Msg_AlreadyRunningSuffix", u"\" to show or hide the main window."));
+  return 0;
+}
+
+void WaitForShell(ProcessPort& system) {
+  for (int round = 0; round < kShellRounds && !system.ShellIsUp(); ++round) system.Pause(kShellStepMs);
+}
+
+void LoadSettings(AppState& app) {
+  app.windowWidth = kStartWidth;
+  app.windowHeight = kStartHeight;
+  LoadWindowSettings(app.windowWidth, app.windowHeight, static_cast<int>(app.systemDpi));
+  initialSearchEnabled = CurrentWindowSettings.initialSearchEnabled;
+  LoadUiColors();
+  ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
+  ApplyColorOverrides();
+}
+
+bool OpenMainWindow(AppState& app, ProcessPort& system) {
+  system.RegisterWindowClass();
+  const Rect area = system.WorkArea().value_or(system.PrimaryScreen());
+  return system.CreateMainWindow(CentredIn(area, app.windowWidth, app.windowHeight), app.windowWidth,
+                                 app.windowHeight,
+                                 TranslateOr(u"Status_InitializingSimple", u"Initializing..."));
+}
+
+int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
+  for (const auto privilege : kPrivileges) system.EnablePrivilege(privilege);
+  if (app.hiddenStart) WaitForShell(system);
+  if (!app.hiddenStart && !system.IsAdministrator()) {
+    system.ShowBox(BoxIcon::kError, TranslateOr(u"App_Name", kProductName),
+                   TranslateOr(u"Msg_AdminRequired", u"Run as administrator required."));
+    return 1;
+  }
+  LoadFilterCategories(app.language, app.uiIsChinese);
+  LoadSettings(app);
+  if (!OpenMainWindow(app, system)) return 1;
+  system.ShowCreatedWindow(app.hiddenStart);
+  system.RunMessageLoop();
+  // Empty already, but for another way out of the loop than the end of the window.
+  DropAllVolumes(Engine());
+  system.Pause(kEndPauseMs);
+  system.CloseMutex();
+  return 0;
+}
+
+}  // namespace
+
+int RunProcess(AppState& app, ProcessPort& system) {
+  TakeScale(app, system);
+  // The pause stands ahead of everything that can be seen, also in a second copy.
+  system.Pause(kStartPauseMs);
+  app.uiIsChinese = (system.UiLanguage() & kPrimaryLanguage) == kChinese;
+  app.hotkeys = LoadHotkeys();
+  app.language = LoadLanguageSetting();
+  if (app.language.empty()) app.language = app.uiIsChinese ? u"zh-cn" : u"en-us";
+  app.hiddenStart = ReadHiddenStart(system);
+  if (!system.TakeMutex(kInstanceMutex)) return EndAsSecondCopy(app, system);
+  return RunAsOnlyCopy(app, system);
+}
+
+}  // namespace quilmark

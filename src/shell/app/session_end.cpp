@@ -1,0 +1,27 @@
+#include "shell/app/session_end.h"
+
+#include "config/attr_counters.h"
+#include "config/log.h"
+#include "platform/bounded_jobs.h"
+#include "search/attr_cache_file.h"
+
+namespace quilmark {
+
+namespace {
+
+// A save that the system cuts off costs the whole file, which without it lacks a few seconds.
+bool IsWorthSaving(uint32_t mostMs) {
+  return AttrCacheGeneration > AttrSavedGeneration && AttrLastSaveMs <= mostMs;
+}
+
+}  // namespace
+
+void SaveAtSessionEnd(const AppState& app, WindowEndPort& end, uint32_t mostMs) {
+  SaveWindowSettings(end.Placement());
+  if (app.features.saveAttributes && IsWorthSaving(mostMs)) {
+    RunWithin("session_end_save", {app.features.saveAttributes}, mostMs);
+  }
+  LogPerfMetric(SummaryMetricText(AttrCounters()));
+}
+
+}  // namespace quilmark

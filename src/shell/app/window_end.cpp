@@ -1,0 +1,40 @@
+#include "shell/app/window_end.h"
+
+#include "config/attr_counters.h"
+#include "config/log.h"
+#include "index/search_engine.h"
+#include "index/volume_life.h"
+#include "platform/clock.h"
+#include "shell/app/window_timers.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kJobsPauseMs = 500;
+
+}  // namespace
+
+void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
+  LogGdiState(u"WM_DESTROY begin");
+  SaveWindowSettings(end.Placement());
+  for (const uint32_t timer : kAllTimers) window.StopTimer(timer);
+  end.CloseOtherWindows();
+  end.RemoveTrayIcon();
+  app.trayIconAdded = false;
+  end.UnregisterHotkeys();
+  ShutdownRequested = true;
+  end.ReleaseBrushes();
+  RunFeature(app.features.saveAttributes);
+  LogPerfMetric(SummaryMetricText(AttrCounters()));
+  end.ReleaseIcons();
+  DropAllVolumes(Engine());
+  end.ReleaseBackBuffer();
+  end.ReleaseFonts();
+  LogGdiState(u"WM_DESTROY end");
+  app.mainWindow = nullptr;
+  SleepMs(kJobsPauseMs);
+  end.QuitMessageLoop();
+}
+
+}  // namespace quilmark

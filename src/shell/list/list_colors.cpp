@@ -1,0 +1,77 @@
+#include "shell/list/list_colors.h"
+
+#include "config/contrast.h"
+
+namespace quilmark {
+
+namespace {
+
+// A row under the mouse is tinted by the letters: in the hue of whatever the user has chosen.
+constexpr int kHoverPercent = 8;
+// Between the bar and its border. A band of its own colour would stand out of a preset.
+constexpr int kBandPercent = 40, kPanelPercent = 50;
+constexpr int kThumbPercent = 45, kGlyphPercent = 65;
+
+// The user's colour, unless a hit cannot be read in it at all.
+Color HitText(Color hit, Color wanted) {
+  constexpr double kLeast = 3;
+  return ContrastRatio(hit, wanted) >= kLeast ? wanted : ReadableOn(hit, wanted);
+}
+
+// `beside`: what a hit has to stand out of. Under the mouse it stays as it was.
+RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) {
+  const Color hit = AdjustHighlightContrast(palette.textHit, palette.searchHit, beside);
+  return {.ground = ground,
+          .text = text,
+          .muted = ReadableOn(ground, palette.muted),
+          .hit = hit,
+          .hitText = HitText(hit, palette.textHit),
+          .folder = palette.accent,
+          .file = MixColor(palette.text, ground, kGlyphPercent)};
+}
+
+struct OnGround {
+  Color ground, text;
+};
+
+RowColors SystemRow(OnGround row, OnGround hit) {
+  return {.ground = row.ground,
+          .text = row.text,
+          .muted = row.text,
+          .hit = hit.ground,
+          .hitText = hit.text,
+          .folder = row.text,
+          .file = row.text};
+}
+
+ListColors SystemListColors(const Palette& palette) {
+  const OnGround plain = {palette.surface, palette.text}, marked = {palette.rowSel, palette.rowSelText};
+  const Color hot = palette.focusRing;
+  return {.plain = SystemRow(plain, marked),
+          .hovered = SystemRow({palette.surface, hot}, marked),
+          .selected = SystemRow(marked, plain),
+          .band = palette.headerBackground,
+          .bandText = palette.header,
+          .panel = palette.panelBackground,
+          .status = palette.text,
+          .thumb = palette.text,
+          .heldThumb = hot};
+}
+
+}  // namespace
+
+ListColors ListColorsOf(const Palette& palette) {
+  if (palette.isSystem) return SystemListColors(palette);
+  const Color hover = MixColor(palette.text, palette.surface, kHoverPercent);
+  return {.plain = RowOf(palette, palette.surface, palette.text, palette.surface),
+          .hovered = RowOf(palette, hover, palette.text, palette.surface),
+          .selected = RowOf(palette, palette.rowSel, palette.rowSelText, palette.rowSel),
+          .band = MixColor(palette.border, palette.toolbar, kBandPercent),
+          .bandText = palette.header,
+          .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),
+          .status = ReadableOn(palette.toolbar, palette.muted),
+          .thumb = MixColor(palette.text, palette.surface, kThumbPercent),
+          .heldThumb = palette.accent};
+}
+
+}  // namespace quilmark

@@ -1,0 +1,44 @@
+#include "shell/search/scope_items.h"
+
+#include "config/translate.h"
+#include "search/search_state.h"
+
+namespace quilmark {
+
+namespace {
+
+// Of the volume with the chosen letter; kScopeAll where there is none that can be searched.
+int PlaceOfChosen(const std::vector<VolumeIndex*>& volumes) {
+  const char16_t letter = scopeDrive;
+  for (size_t i = 0; i < volumes.size(); ++i) {
+    const VolumeIndex& volume = *volumes[i];
+    if (volume.valid && volume.drive.starts_with(letter)) {
+      return kScopeFirstVolume + static_cast<int>(i);
+    }
+  }
+  return kScopeAll;
+}
+
+}  // namespace
+
+std::vector<std::u16string> RenewScopeItems(AppState& app, const SearchEngine& engine) {
+  const std::vector<VolumeIndex*> volumes = CopyVolumes(engine);
+  std::vector<std::u16string> items = {TranslateOr(u"Scope_All", u"All"),
+                                       TranslateOr(u"Scope_Desktop", u"Desktop")};
+  app.scopeDrives.clear();
+  for (const VolumeIndex* const volume : volumes) {
+    items.push_back(volume->drive);
+    app.scopeDrives.push_back(volume->drive.empty() ? u'\0' : volume->drive[0]);
+  }
+  if (scopeIndex >= kScopeFirstVolume) scopeIndex = PlaceOfChosen(volumes);
+  return items;
+}
+
+void ChooseScope(const AppState& app, int index) {
+  const auto entry = static_cast<size_t>(index - kScopeFirstVolume);
+  const bool isDrive = index >= kScopeFirstVolume && entry < app.scopeDrives.size();
+  scopeDrive = isDrive ? app.scopeDrives[entry] : u'\0';
+  scopeIndex = index;
+}
+
+}  // namespace quilmark

@@ -1,0 +1,148 @@
+#include "shell/win32/controls/drop_list.h"
+
+#include <commctrl.h>
+
+#include "config/palette.h"
+#include "config/window_settings.h"
+#include "shell/app/app_state.h"
+#include "shell/search/list_layout.h"
+#include "shell/win32/controls/controls.h"
+#include "shell/win32/gdi/gdi_canvas.h"
+#include "shell/win32/system/system_calls.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+
+bool IsDark() { return CurrentWindowSettings.darkTheme && !CurrentPalette.isSystem; }
+
+HWND ListOf(HWND combo) {
+  COMBOBOXINFO info = {};
+  info.cbSize = sizeof info;
+  return IsWindow(combo) && GetComboBoxInfo(combo, &info) ? info.hwndList : nullptr;
+}
+
+// The system's bar knows no dark colours: ours stands on it after each of its own paints.
+void PaintOverBar(HWND list) {
+  SCROLLBARINFO bar = {};
+  bar.cbSize = sizeof bar;
+  SCROLLINFO range = {};
+  range.cbSize = sizeof range;
+  range.fMask = SIF_ALL;
+  const bool isShown = GetScrollBarInfo(list, OBJID_VSCROLL, &bar) &&
+                       (bar.rgstate[0] & STATE_SYSTEM_INVISIBLE) == 0 &&
+                       GetScrollInfo(list, SB_VERT, &range);
+  if (!isShown) return;
+  RECT window = {};
+  GetWindowRect(list, &window);
+  OffsetRect(&bar.rcScrollBar, -window.left, -window.top);
+  const auto place = DropListBar(FromRECT(bar.rcScrollBar),
+                                 {.minimum = range.nMin,
+                                  .maximum = range.nMax,
+                                  .page = static_cast<int>(range.nPage),
+                                  .position = range.nPos},
+                                 App().systemDpi);
+  if (!place) return;
+  const HDC dc = GetWindowDC(list);
+  {
+    GdiCanvas canvas(dc, CurrentFonts(), place->track);
+    canvas.Fill(place->track, CurrentPalette.surface);
+    canvas.FillRound(place->thumb, Scaled(kThumbRadius), CurrentPalette.separator);
+  }
+  ReleaseDC(list, dc);
+}
+
+// What may make the system draw its bar anew.
+bool MayDrawBar(UINT message) {
+  switch (message) {
+    case WM_PAINT:
+    case WM_NCPAINT:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEMOVE:
+    case WM_NCMOUSEMOVE:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_NCLBUTTONDOWN:
+    case WM_TIMER:
+    case WM_KEYDOWN:
+    case LB_SETTOPINDEX:
+    case LB_SETCURSEL:
+    case LB_SETCARETINDEX:
+      return true;
+    default:
+      return false;
+  }
+}
+
+LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                               DWORD_PTR) {
+  if (message == WM_ERASEBKGND) {
+    FillClient(list, reinterpret_cast<HDC>(wParam), CurrentPalette.editWell);
+    return 1;
+  }
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProcedure, kSubclass);
+  const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
+  if (MayDrawBar(message) && IsWindow(list)) PaintOverBar(list);
+  return result;
+}
+
+LRESULT CALLBACK BarProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                              DWORD_PTR) {
+  if (message == WM_ERASEBKGND) {
+    FillClient(bar, reinterpret_cast<HDC>(wParam), CurrentPalette.surface);
+    return 1;
+  }
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(bar, BarProcedure, kSubclass);
+  return DefSubclassProc(bar, message, wParam, lParam);
+}
+
+// Scrollbars that are windows of their own.
+template <typename Action>
+void ForEachBar(HWND list, const Action& act) {
+  for (HWND bar = FindWindowExW(list, nullptr, L"ScrollBar", nullptr); bar != nullptr;
+       bar = FindWindowExW(list, bar, L"ScrollBar", nullptr)) {
+    act(bar);
+  }
+}
+
+void StyleBar(HWND bar) {
+  ThemePopup(bar);
+  SetWindowSubclass(bar, BarProcedure, kSubclass, 0);
+  const RECT place = RectInParent(bar);
+  const int width = Scaled(kBarWidth);
+  MoveWindow(bar, place.right - width, place.top, width, place.bottom - place.top, TRUE);
+}
+
+}  // namespace
+
+void ThemePopup(HWND popup) {
+  using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+  const auto set = SystemCall<SetTheme>(L"uxtheme.dll", "SetWindowTheme");
+  if (set == nullptr) return;
+  if (IsDark()) {
+    set(popup, L"DarkMode_Explorer", nullptr);
+  } else {
+    set(popup, L"", L"");
+  }
+}
+
+void StyleDropDown(HWND combo) {
+  const HWND list = ListOf(combo);
+  if (!IsWindow(list)) return;
+  DarkenFrame(list, IsDark());
+  ThemePopup(list);
+  SetWindowSubclass(list, ListProcedure, kSubclass, 0);
+  ForEachBar(list, StyleBar);
+}
+
+void UnstyleDropDown(HWND combo) {
+  const HWND list = ListOf(combo);
+  if (!IsWindow(list)) return;
+  ForEachBar(list, [](HWND bar) { RemoveWindowSubclass(bar, BarProcedure, kSubclass); });
+  RemoveWindowSubclass(list, ListProcedure, kSubclass);
+}
+
+}  // namespace quilmark

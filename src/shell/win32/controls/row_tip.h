@@ -1,0 +1,26 @@
+// The tip of a row, which says what does not fit into its cell.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "shell/app/app_state.h"
+
+namespace quilmark {
+
+class RowTip {
+ public:
+  void Open(HWND window);
+  // Beside the cursor; an empty text hides it.
+  void Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font);
+  void Hide();
+  bool IsShown() const { return isShown_; }
+
+ private:
+  HWND tip_ = nullptr;
+  HWND owner_ = nullptr;
+  bool isShown_ = false;
+};
+
+}  // namespace quilmark

@@ -1,0 +1,43 @@
+#include "shell/win32/system/tray_menu.h"
+
+#include "config/translate.h"
+#include "platform/win32/wide.h"
+#include "shell/app/window_events.h"
+#include "shell/view/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+void Append(HMENU menu, int id, std::u16string_view key, std::u16string_view english) {
+  AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), Wide(TranslateOr(key, english)));
+}
+
+int ChooseFromMenu(HWND window) {
+  const HMENU menu = CreatePopupMenu();
+  Append(menu, kTrayShow, u"Menu_ShowMainWindow", u"Show Window");
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  Append(menu, kTrayExit, u"Menu_Exit", u"Exit");
+  POINT cursor = {};
+  GetCursorPos(&cursor);
+  // Without the foreground the menu would stay open after a click elsewhere.
+  SetForegroundWindow(window);
+  const int choice =
+      TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, window, nullptr);
+  DestroyMenu(menu);
+  return choice;
+}
+
+}  // namespace
+
+void ShowTrayMenu(AppState& app, MainWindow& window) {
+  const int choice = ChooseFromMenu(window.Handle());
+  if (choice == kTrayShow) ShowAsAsked(app, window);
+  if (choice == kTrayExit) {
+    app.exitRequested = true;
+    PostMessageW(window.Handle(), WM_CLOSE, 0, 0);
+  }
+  if (choice != 0) window.TrimSelf();
+}
+
+}  // namespace quilmark

@@ -1,0 +1,446 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+
+#include "config/log.h"
+#include "config/palette.h"
+#include "config/window_settings.h"
+#include "platform/clock.h"
+#include "search/filtered_results.h"
+#include "shell/app/frame_drag.h"
+#include "shell/app/scale_change.h"
+#include "shell/app/window_events.h"
+#include "shell/app/window_timers.h"
+#include "shell/search/filter_request.h"
+#include "shell/search/result_messages.h"
+#include "shell/search/search_mouse.h"
+#include "shell/view/window_ids.h"
+#include "shell/win32/controls/combo.h"
+#include "shell/win32/controls/date_picker.h"
+#include "shell/win32/controls/drop_list.h"
+#include "shell/win32/controls/rename_editor.h"
+#include "shell/win32/controls/search_box.h"
+#include "shell/win32/controls/window_text.h"
+#include "shell/win32/system/foreground_file.h"
+#include "shell/win32/system/system_calls.h"
+#include "shell/win32/system/theme.h"
+#include "shell/win32/system/tray_menu.h"
+#include "shell/win32/window/carry_out.h"
+#include "shell/win32/window/main_window.h"
+#include "shell/win32/window/scroll_messages.h"
+#include "shell/win32/window/system_messages.h"
+
+namespace quilmark {
+
+MessageHandler extraMessages = nullptr;
+
+namespace {
+
+using Outcome = std::optional<LRESULT>;
+
+Outcome OnCreate(AppState& app, MainWindow& window, const Message& message) {
+  CreateWindowParts(app, window, message.window);
+  return 0;
+}
+
+Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
+  EndWindow(app, window, window);
+  return 0;
+}
+
+Outcome OnSize(AppState& app, MainWindow& window, const Message& message) {
+  if (!window.Resize(LOWORD(message.lParam), HIWORD(message.lParam))) return 0;
+  if (message.wParam != SIZE_MINIMIZED) SaveWindowSize(app, window);
+  InvalidateRect(message.window, nullptr, FALSE);
+  return 0;
+}
+
+Outcome OnEnterSizeMove(AppState& app, MainWindow&, const Message&) {
+  OnFrameHeld(app);
+  return std::nullopt;
+}
+
+Outcome OnExitSizeMove(AppState& app, MainWindow& window, const Message&) {
+  OnFrameReleased(app, window);
+  return std::nullopt;
+}
+
+Outcome OnActivate(AppState&, MainWindow& window, const Message& message) {
+  const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
+  if (isActive && window.renameEditor != nullptr) {
+    window.StopTimer(kTimerIdleTrim);
+    SetFocus(window.renameEditor);  // back from the message about its text
+    return 0;
+  }
+  OnActivation(window, isActive ? Activation::kActivated : Activation::kDeactivated);
+  // The system's own handling would take the focus to the window itself, which is all that it does.
+  return isActive && window.IsSearchBoxEnabled() ? Outcome(0) : std::nullopt;
+}
+
+Outcome OnPaint(AppState&, MainWindow& window, const Message&) {
+  window.Paint();
+  return 0;
+}
+
+Outcome OnEraseBackground(AppState&, MainWindow&, const Message&) { return 1; }
+
+Outcome OnClose(AppState& app, MainWindow& window, const Message&) {
+  CloseWindowRequest(app, window);
+  return 0;
+}
+
+Outcome OnDrawItem(AppState&, MainWindow&, const Message& message) {
+  const auto* const item = reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
+  if (item == nullptr) return std::nullopt;
+  if (item->CtlType == ODT_BUTTON && item->CtlID >= static_cast<UINT>(kFirstTag)) {
+    DrawTagItem(*item);
+    return TRUE;
+  }
+  if (!IsCustomCombo(item->CtlID)) return std::nullopt;
+  DrawComboItem(*item);
+  return TRUE;
+}
+
+Outcome OnMeasureItem(AppState& app, MainWindow&, const Message& message) {
+  auto* const item = reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam);
+  if (item == nullptr || !IsCustomCombo(item->CtlID)) return std::nullopt;
+  item->itemHeight =
+      static_cast<UINT>(ScaleFor(app.systemDpi, item->itemID == static_cast<UINT>(-1) ? 36 : 28));
+  return TRUE;
+}
+
+Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
+  window.RecreateBackBuffer();
+  InvalidateRect(message.window, nullptr, TRUE);
+  return 0;
+}
+
+// The system goes on with the message: its own controls follow it too.
+Outcome OnSystemColors(AppState&, MainWindow& window, const Message&) {
+  FollowSystemColors(window);
+  return std::nullopt;
+}
+
+int ChosenIn(const Message& message) {
+  return static_cast<int>(SendMessageW(reinterpret_cast<HWND>(message.lParam), CB_GETCURSEL, 0, 0));
+}
+
+void ChoosePreset(AppState& app, MainWindow& window, int& preset, int chosen) {
+  preset = std::max(chosen, 0);
+  // The custom controls come and go.
+  SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
+  ApplyFilters(app, window);
+}
+
+Outcome OnComboChosen(AppState& app, MainWindow& window, const Message& message) {
+  const int chosen = ChosenIn(message);
+  InvalidateRect(reinterpret_cast<HWND>(message.lParam), nullptr, FALSE);
+  switch (LOWORD(message.wParam)) {
+    case kScopeBox:
+      OnScopeChosen(app, window, chosen);
+      return 0;
+    case kSizePreset:
+      ChoosePreset(app, window, CurrentWindowSettings.sizePreset, chosen);
+      return 0;
+    case kTimePreset:
+      ChoosePreset(app, window, CurrentWindowSettings.timePreset, chosen);
+      return 0;
+    case kSizeUnit:
+      CurrentWindowSettings.sizeUnit = chosen < 0 ? 2 : chosen;
+      if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
+  if (id == kSearchBox) {
+    if (!window.settingText) OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
+    return 0;
+  }
+  if (id == kSecondSizeBox) {
+    if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
+    return 0;
+  }
+  if (id != kSizeBox) return std::nullopt;
+  window.filterBar.ReadSizeText();
+  if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
+  return 0;
+}
+
+Outcome OnCommand(AppState& app, MainWindow& window, const Message& message) {
+  const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
+  const bool isCombo = IsCustomCombo(static_cast<UINT>(id));
+  const auto control = reinterpret_cast<HWND>(message.lParam);
+  if (isCombo && event == CBN_SELCHANGE) return OnComboChosen(app, window, message);
+  if (isCombo && event == CBN_DROPDOWN) StyleDropDown(control);
+  if (isCombo && event == CBN_CLOSEUP) UnstyleDropDown(control);
+  if (!isCombo && id < kFirstTag && event == EN_CHANGE) return OnEditChanged(app, window, id);
+  if (id >= kFirstTag && event == BN_CLICKED && message.lParam != 0) {
+    SelectFilterTag(app, window, id - kFirstTag);
+    return 0;
+  }
+  return std::nullopt;
+}
+
+Outcome OnNotify(AppState& app, MainWindow& window, const Message& message) {
+  const auto* const notice = reinterpret_cast<const NMHDR*>(message.lParam);
+  const bool isDate = notice->idFrom == static_cast<UINT_PTR>(kDateFrom) ||
+                      notice->idFrom == static_cast<UINT_PTR>(kDateTo);
+  if (isDate && notice->code == DTN_DROPDOWN) StyleDatePicker(notice->hwndFrom);
+  if (!isDate || notice->code != DTN_DATETIMECHANGE) return std::nullopt;
+  window.filterBar.ReadDates();
+  if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
+  return 0;
+}
+
+Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) {
+  constexpr WPARAM kCommandBits = 0xFFF0;  // the system uses the others
+  const WPARAM command = message.wParam & kCommandBits;
+  if (command == SC_MINIMIZE) {
+    TrimAndHide(window);
+    return 0;
+  }
+  if (command == SC_CLOSE) app.closeBoxPressed = true;
+  return std::nullopt;
+}
+
+Outcome OnTimer(AppState& app, MainWindow& window, const Message& message) {
+  if (!FireTimer(app, window, static_cast<uint32_t>(message.wParam))) return std::nullopt;
+  return 0;
+}
+
+Outcome OnControlColor(AppState&, MainWindow& window, const Message& message) {
+  const HDC dc = reinterpret_cast<HDC>(message.wParam);
+  SetTextColor(dc, CurrentPalette.text);
+  SetBkColor(dc, CurrentPalette.editWell);
+  const HBRUSH brush = window.brushes.well.Get();
+  return reinterpret_cast<LRESULT>(brush != nullptr ? brush : GetStockObject(BLACK_BRUSH));
+}
+
+Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message& message) {
+  UniqueBrush& track = window.brushes.scrollTrack;
+  if (!track) track.Reset(CreateSolidBrush(CurrentPalette.controlBackground));
+  SetBkColor(reinterpret_cast<HDC>(message.wParam), CurrentPalette.controlBackground);
+  return reinterpret_cast<LRESULT>(track.Get());
+}
+
+Point PointOf(const Message& message) {
+  return {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+}
+
+Outcome OnMouse(AppState& app, MainWindow& window, const MouseEvent& event) {
+  CarryOut(app, window, OnSearchMouse(app, window, window.Context(), event));
+  return 0;
+}
+
+// Of a message that says which keys are held.
+MouseEvent EventOf(Mouse kind, Point at, WORD keys, int delta = 0) {
+  return {.kind = kind,
+          .at = at,
+          .delta = delta,
+          .shift = (keys & MK_SHIFT) != 0,
+          .ctrl = (keys & MK_CONTROL) != 0};
+}
+
+template <Mouse kind>
+Outcome OnClientMouse(AppState& app, MainWindow& window, const Message& message) {
+  return OnMouse(app, window, EventOf(kind, PointOf(message), LOWORD(message.wParam)));
+}
+
+template <Mouse kind>
+Outcome OnTurn(AppState& app, MainWindow& window, const Message& message) {
+  POINT cursor = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+  ScreenToClient(message.window, &cursor);
+  return OnMouse(app, window,
+                 EventOf(kind, {cursor.x, cursor.y}, GET_KEYSTATE_WPARAM(message.wParam),
+                         GET_WHEEL_DELTA_WPARAM(message.wParam)));
+}
+
+Outcome OnMouseLeave(AppState& app, MainWindow& window, const Message&) {
+  return OnMouse(app, window, {.kind = Mouse::kLeave});
+}
+
+Outcome OnCaptureChanged(AppState& app, MainWindow& window, const Message&) {
+  OnMouse(app, window, {.kind = Mouse::kLost});
+  return std::nullopt;
+}
+
+Outcome OnSetCursor(AppState& app, MainWindow&, const Message& message) {
+  if (LOWORD(message.lParam) != HTCLIENT || reinterpret_cast<HWND>(message.wParam) != message.window) {
+    return std::nullopt;
+  }
+  POINT cursor = {};
+  GetCursorPos(&cursor);
+  ScreenToClient(message.window, &cursor);
+  if (!HasSizeCursor(app, {cursor.x, cursor.y})) return std::nullopt;
+  SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+  return TRUE;
+}
+
+// The row that has the focus shows it only while the keys are the list's.
+Outcome OnFocus(AppState&, MainWindow& window, const Message&) {
+  window.InvalidateList();
+  return std::nullopt;
+}
+
+Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
+  if (message.wParam == VK_TAB) {
+    window.FocusSearchBox();
+    return 0;
+  }
+  if (message.wParam != VK_F2) return std::nullopt;
+  OpenRenameEditor(app, window);
+  return 0;
+}
+
+Outcome OnPower(AppState&, MainWindow& window, const Message& message) {
+  if (message.wParam != PBT_APMRESUMEAUTOMATIC && message.wParam != PBT_APMRESUMESUSPEND) {
+    return std::nullopt;
+  }
+  LogGdiState(u"WM_POWERBROADCAST resume");
+  window.RecreateBackBuffer();
+  window.AddOrUpdateTrayIcon();
+  InvalidateRect(message.window, nullptr, TRUE);
+  UpdateWindow(message.window);
+  return 1;
+}
+
+Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) {
+  uint32_t dpi = LOWORD(message.wParam);
+  if (dpi == 0) dpi = DpiOfWindow(message.window);
+  if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
+    window.RemakeFonts();
+    window.RemakeIcons();
+    window.PlaceControls();
+    window.RelayoutList();
+  }
+  if (message.lParam != 0) {
+    const auto& rect = *reinterpret_cast<const RECT*>(message.lParam);
+    SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
+                 rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  InvalidateRect(message.window, nullptr, FALSE);  // of the same size no message follows
+  // Last: the shell is waited for, and other messages come in meanwhile.
+  if (app.trayIconAdded) window.AddOrUpdateTrayIcon();
+  return 0;
+}
+
+Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
+  if (message.wParam == static_cast<WPARAM>(kHotkeyShow)) {
+    ToggleWindow(app, window);
+    return 0;
+  }
+  if (message.wParam == static_cast<WPARAM>(kHotkeyForeground)) {
+    ShowForegroundFile(message.window);
+    return 0;
+  }
+  return std::nullopt;
+}
+
+Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
+  if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
+  if (message.lParam == WM_RBUTTONUP) ShowTrayMenu(app, window);
+  return 0;
+}
+
+struct MessageRow {
+  UINT number;
+  MessageHandler handle;
+};
+constexpr MessageRow kMessageRows[] = {
+    {WM_CREATE, OnCreate},
+    {WM_DESTROY, OnDestroy},
+    {WM_SIZE, OnSize},
+    {WM_ENTERSIZEMOVE, OnEnterSizeMove},
+    {WM_EXITSIZEMOVE, OnExitSizeMove},
+    {WM_ACTIVATE, OnActivate},
+    {WM_PAINT, OnPaint},
+    {WM_CLOSE, OnClose},
+    {WM_ERASEBKGND, OnEraseBackground},
+    {WM_DRAWITEM, OnDrawItem},
+    {WM_MEASUREITEM, OnMeasureItem},
+    {WM_DISPLAYCHANGE, OnDisplayChange},
+    {WM_SYSCOLORCHANGE, OnSystemColors},
+    {WM_SETTINGCHANGE, OnSystemColors},
+    {WM_THEMECHANGED, OnSystemColors},
+    {WM_COMMAND, OnCommand},
+    {WM_NOTIFY, OnNotify},
+    {WM_SYSCOMMAND, OnSysCommand},
+    {WM_TIMER, OnTimer},
+    {WM_CTLCOLOREDIT, OnControlColor},
+    {WM_CTLCOLORLISTBOX, OnControlColor},
+    {WM_CTLCOLORSTATIC, OnControlColor},
+    {WM_CTLCOLORSCROLLBAR, OnScrollbarColor},
+    {WM_SETCURSOR, OnSetCursor},
+    {WM_SETFOCUS, OnFocus},
+    {WM_KILLFOCUS, OnFocus},
+    {WM_KEYDOWN, OnKeyDown},
+    {WM_MOUSEMOVE, OnClientMouse<Mouse::kMove>},
+    {WM_LBUTTONDOWN, OnClientMouse<Mouse::kPress>},
+    {WM_LBUTTONUP, OnClientMouse<Mouse::kRelease>},
+    {WM_LBUTTONDBLCLK, OnClientMouse<Mouse::kDouble>},
+    {WM_CAPTURECHANGED, OnCaptureChanged},
+    {WM_MOUSEWHEEL, OnTurn<Mouse::kWheel>},
+    {WM_MOUSEHWHEEL, OnTurn<Mouse::kTilt>},
+    {WM_VSCROLL, OnVerticalScroll},
+    {WM_HSCROLL, OnHorizontalScroll},
+    {WM_GESTURENOTIFY, OnGestureNotify},
+    {WM_GESTURE, OnGesture},
+    {WM_MOUSEHOVER, OnClientMouse<Mouse::kRest>},
+    {WM_MOUSELEAVE, OnMouseLeave},
+    {WM_POWERBROADCAST, OnPower},
+    {WM_DEVICECHANGE, OnDeviceChange},
+    {WM_ENDSESSION, OnSessionEnd},
+    {WM_DPICHANGED, OnDpiChanged},
+    {WM_HOTKEY, OnHotkey},
+    {kTrayCallback, OnTray},
+};
+
+Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
+  for (const MessageRow& row : kMessageRows) {
+    if (row.number == message.number) return row.handle(app, window, message);
+  }
+  if (TakeForeignMessage(app, window, message.number)) return 0;
+  if (TakeResultMessage(app, window, {message.number, message.wParam, message.lParam})) return 0;
+  return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
+}
+
+LRESULT CALLBACK WndProc(HWND handle, UINT number, WPARAM wParam, LPARAM lParam) {
+  const auto outcome = Handle(App(), TheWindow(), {handle, number, wParam, lParam});
+  return outcome ? *outcome : DefWindowProcW(handle, number, wParam, lParam);
+}
+
+HICON ClassIcon(HINSTANCE instance) {
+  const auto icon = static_cast<HICON>(
+      LoadImageW(instance, MAKEINTRESOURCEW(kAppIcon), IMAGE_ICON, 32, 32, LR_DEFAULTCOLOR));
+  return icon != nullptr ? icon : LoadIconW(nullptr, IDI_APPLICATION);
+}
+
+}  // namespace
+
+void RegisterMainWindowClass(MainWindow& window, HINSTANCE instance) {
+  window.classBrush.Reset(CreateSolidBrush(CurrentPalette.surface));
+  WNDCLASSEXW windowClass = {};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.style = CS_DBLCLKS;
+  windowClass.lpfnWndProc = WndProc;
+  windowClass.hInstance = instance;
+  windowClass.hIcon = ClassIcon(instance);
+  windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  windowClass.hbrBackground = window.classBrush.Get();
+  windowClass.lpszClassName = kMainWindowClass;
+  RegisterClassExW(&windowClass);
+}
+
+HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title) {
+  return CreateWindowExW(
+      WS_EX_COMPOSITED, kMainWindowClass, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect.left,
+      rect.top, rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr, instance, nullptr);
+}
+
+}  // namespace quilmark

@@ -1,0 +1,43 @@
+#include "shell/app/scale_change.h"
+
+#include <gtest/gtest.h>
+
+namespace quilmark {
+namespace {
+
+TEST(ScaleChange, RescalesWhatIsKeptInPixels) {
+  AppState app;
+  WindowSettings settings;
+  app.scrollY = 44'000'000'000;
+  EXPECT_TRUE(TakeScaleChange(app, settings, 144));
+  EXPECT_EQ(app.scrollY, 66'000'000'000);
+  EXPECT_EQ(app.systemDpi, 144u);
+  EXPECT_EQ(app.sidebarWidth, 300);
+  EXPECT_EQ(app.headerTop, 135);
+  EXPECT_EQ(settings.columnWidth, (std::array<int, 6>{90, 420, 150, 240, 240, 600}));
+  EXPECT_TRUE(TakeScaleChange(app, settings, 96));
+  EXPECT_EQ(settings.columnWidth, WindowSettings{}.columnWidth);
+}
+
+TEST(ScaleChange, LeavesTheSameScaleAlone) {
+  AppState app;
+  WindowSettings settings;
+  EXPECT_FALSE(TakeScaleChange(app, settings, 96));
+  EXPECT_FALSE(TakeScaleChange(app, settings, 0));
+  app.systemDpi = 0;
+  EXPECT_FALSE(TakeScaleChange(app, settings, 96));
+  EXPECT_EQ(app.sidebarWidth, 200);
+}
+
+TEST(ScaleChange, KeepsTheFileOfAWindowOnAScreenOfAnotherScaleThanTheSystem) {
+  AppState app;
+  const WindowSettings stored;
+  WindowSettings settings = stored;  // as read at the system's 96
+  TakeScaleChange(app, settings, 144);
+  const std::u16string saved =
+      WindowSettingsText(settings, {.restored = {1650, 1050}, .dpi = static_cast<int>(app.systemDpi)});
+  EXPECT_EQ(saved, WindowSettingsText(stored, {.restored = {1100, 700}, .dpi = 96}));
+}
+
+}  // namespace
+}  // namespace quilmark

@@ -1,0 +1,299 @@
+#include "shell/search/result_messages.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/app/window_timers.h"
+#include "shell/view/window_ids.h"
+#include "shell/window_harness.h"
+#include "support/volumes.h"
+
+namespace quilmark {
+namespace {
+
+constexpr int64_t kFinal = 0, kSorted = 1, kPartial = 2;
+
+class ResultMessages : public testing::Test {
+ protected:
+  bool Take(uint32_t message, uint64_t first = 0, int64_t second = 0) {
+    return TakeResultMessage(harness.app, harness.window, {message, first, second});
+  }
+  bool TakeResults(int64_t kind) { return Take(WM_SEARCH_RESULTS, searchGeneration, kind); }
+  // Two of the rows pass a filter that is on.
+  void HoldFiltered() {
+    ActiveCategory = 1;
+    const std::scoped_lock lock(FilteredLock);
+    FilteredResults = std::make_shared<const ResultSet>(2);
+  }
+
+  WindowHarness harness;
+  RecordingWindow& window = harness.window;
+  AppState& app = harness.app;
+};
+
+TEST_F(ResultMessages, FinalResultsShowTheirCount) {
+  harness.HoldResults(1'234);
+  EXPECT_TRUE(TakeResults(kFinal));
+  EXPECT_EQ(window.title, u"Quilmark - 1234 results found");
+  EXPECT_EQ(window.status, u"Filter: All Files | Hits: 1234");
+  EXPECT_EQ(DisplayCount, 1'234u);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 60}, {30011, 1'800}}));
+  EXPECT_EQ(window.calls, (std::vector<std::string>{"CancelRename", "RelayoutList", "InvalidateList"}));
+}
+
+TEST_F(ResultMessages, PartialResultsSayThatMoreAreToCome) {
+  harness.HoldResults(3'000);
+  EXPECT_TRUE(TakeResults(kPartial));
+  EXPECT_EQ(window.title, u"Quilmark - 3000+ results found...");
+  EXPECT_EQ(window.status, u"Searching... showing 3000 results");
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
+  EXPECT_TRUE(app.repaintPending);
+}
+
+TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
+  EXPECT_TRUE(TakeResults(kFinal));
+  EXPECT_EQ(window.title, u"Quilmark - 0 results found");
+  EXPECT_EQ(window.status, u"");
+}
+
+TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
+  harness.HoldResults(10);
+  app.scrollY = 440;
+  SelectOnly(app.list.selection, 7);
+  EXPECT_FALSE(Take(WM_SEARCH_RESULTS, searchGeneration - 1, kFinal));
+  EXPECT_EQ(app.scrollY, 440);
+  EXPECT_EQ(app.list.selection.focusRow, 7);
+  EXPECT_EQ(window.title, u"before");
+  EXPECT_TRUE(window.calls.empty());
+  EXPECT_TRUE(window.timers.empty());
+}
+
+TEST_F(ResultMessages, FinalResultsBeginAtTheTop) {
+  app.scrollY = 440;
+  SelectOnly(app.list.selection, 7);
+  TakeResults(kFinal);
+  EXPECT_EQ(app.scrollY, 0);
+  EXPECT_EQ(app.list.selection.focusRow, -1);
+}
+
+TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPositionAndNoSelection) {
+  for (const int64_t kind : {kPartial, kSorted}) {
+    app.scrollY = 440;
+    SelectOnly(app.list.selection, 2);
+    TakeResults(kind);
+    EXPECT_EQ(app.scrollY, 440);
+    EXPECT_TRUE(app.list.selection.rows.empty()) << "its rows are numbers of the former order";
+  }
+}
+
+TEST_F(ResultMessages, ASavedScrollPositionIsTakenOnceByFinalResults) {
+  app.keepScrollOnce = true;
+  app.savedScrollY = 880;
+  TakeResults(kPartial);
+  EXPECT_TRUE(app.keepScrollOnce);
+  TakeResults(kFinal);
+  EXPECT_EQ(app.scrollY, 880);
+  TakeResults(kFinal);
+  EXPECT_EQ(app.scrollY, 0);
+}
+
+TEST_F(ResultMessages, ASavedScrollPositionIsNeverAboveTheTop) {
+  app.keepScrollOnce = true;
+  app.savedScrollY = -5;
+  TakeResults(kFinal);
+  EXPECT_EQ(app.scrollY, 0);
+}
+
+TEST_F(ResultMessages, SortedResultsKeepTheFilteredCountUntilTheFilterReports) {
+  HoldFiltered();
+  harness.HoldResults(10);
+  EXPECT_TRUE(TakeResults(kSorted));
+  EXPECT_EQ(DisplayCount, 2u);
+  EXPECT_NE(FilteredResults, nullptr);
+  EXPECT_EQ(window.title, u"Quilmark - 2 results found");
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30011, 1'800}}));
+}
+
+TEST_F(ResultMessages, NewResultsDropTheFilteredSet) {
+  HoldFiltered();
+  FilteredKey.category = 1;
+  harness.HoldResults(10);
+  int filtered = 0;
+  app.features.refreshFilter = [&filtered] { ++filtered; };
+  EXPECT_TRUE(TakeResults(kFinal));
+  EXPECT_EQ(DisplayCount, 10u);
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(FilteredKey, FilterKey{});
+  EXPECT_EQ(window.status, u"Filter: Folders | Applying filter...");
+  EXPECT_EQ(filtered, 1);
+}
+
+TEST_F(ResultMessages, SortedResultsWithoutAFilterCountThemselves) {
+  harness.HoldResults(10);
+  TakeResults(kSorted);
+  EXPECT_EQ(DisplayCount, 10u);
+}
+
+TEST_F(ResultMessages, PartialResultsAreFilteredOnlyUnderAFilter) {
+  int filtered = 0;
+  app.features.refreshFilter = [&filtered] { ++filtered; };
+  TakeResults(kPartial);
+  EXPECT_EQ(filtered, 0);
+  CurrentWindowSettings.sizePreset = 1;
+  TakeResults(kPartial);
+  EXPECT_EQ(filtered, 1);
+}
+
+TEST_F(ResultMessages, AFilterIsACategoryASizeOrATime) {
+  EXPECT_FALSE(IsFilterActive());
+  CurrentWindowSettings.timePreset = 2;
+  EXPECT_TRUE(IsFilterActive());
+  CurrentWindowSettings = {};
+  ActiveCategory = 3;
+  EXPECT_TRUE(IsFilterActive());
+}
+
+TEST_F(ResultMessages, AStatusOfTheSearchOfTheMomentBecomesTheTitle) {
+  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration, u"Working"));
+  EXPECT_TRUE(TakeResultMessage(app, window, harness.search.Next()));
+  EXPECT_EQ(window.title, u"Working");
+}
+
+TEST_F(ResultMessages, AStaleStatusIsFreedAndChangesNoTitle) {
+  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration - 1, u"Old"));
+  EXPECT_TRUE(TakeResultMessage(app, window, harness.search.Next()));
+  EXPECT_EQ(window.title, u"before");
+}
+
+TEST_F(ResultMessages, AFirstVolumeOpensTheSearchBox) {
+  EXPECT_FALSE(Take(WM_INDEX_STATE, 0));  // the system's own handling follows
+  EXPECT_TRUE(window.isEnabled);
+  EXPECT_TRUE(window.title.starts_with(u"Quilmark - "));
+  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.Count("FocusSearchBox"), 1u);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30006, 7'000}, {30009, 20'000}}));
+  EXPECT_FALSE(app.firstSearchDeferred);
+  EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
+}
+
+TEST_F(ResultMessages, AHiddenStartLeavesTheFirstSearchToTheFirstShow) {
+  app.hiddenStart = true;
+  window.isVisible = false;
+  Take(WM_INDEX_STATE, 0);
+  EXPECT_TRUE(app.firstSearchDeferred);
+  EXPECT_EQ(window.status,
+            u"Background startup completed. Results and cache warmup will run when window is opened.");
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30009, 20'000}, {30010, 12'000}}));
+  EXPECT_TRUE(harness.search.IsQuiet());
+}
+
+TEST_F(ResultMessages, AHiddenStartThatTheUserHasOpenedSearchesAtOnce) {
+  app.hiddenStart = true;
+  app.shownByUser = true;
+  app.firstSearchDeferred = true;
+  Take(WM_INDEX_STATE, 0);
+  EXPECT_FALSE(app.firstSearchDeferred);
+  EXPECT_EQ(window.timers,
+            (std::map<uint32_t, uint32_t>{{30006, 7'000}, {30009, 20'000}, {30010, 12'000}}));
+}
+
+TEST_F(ResultMessages, AMissingVolumeIsTriedAgain) {
+  Engine().ready = true;  // a new letter appeared: the wording is the same
+  EXPECT_TRUE(Take(WM_INDEX_STATE, 1));
+  EXPECT_EQ(window.status, u"Initialization incomplete. Retrying disk index loading in background...");
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30005, 5'000}}));
+  EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+}
+
+TEST_F(ResultMessages, FilterResultsShowTheirCount) {
+  DisplayCount = 12;
+  SelectOnly(app.list.selection, 3);
+  EXPECT_TRUE(Take(WM_FILTER_RESULTS));
+  EXPECT_EQ(window.title, u"Quilmark - Filter: All Files | Hits: 12");
+  EXPECT_EQ(window.status, u"");
+  EXPECT_EQ(app.list.selection.focusRow, -1);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 80}, {30011, 2'200}, {30014, 60}}));
+}
+
+TEST_F(ResultMessages, AttributesOfTheRowsInViewAreRepaintedUnlessStale) {
+  hydrationGeneration = 5;
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 4));
+  EXPECT_TRUE(window.timers.empty());
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5));
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
+}
+
+TEST_F(ResultMessages, AFileThatChangedOutOfViewPaintsNothing) {
+  hydrationGeneration = 5;
+  bool isInView = false;
+  app.features.showsStale = [&isInView] { return isInView; };
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  EXPECT_TRUE(window.timers.empty());
+  isInView = true;
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
+}
+
+TEST_F(ResultMessages, ARefreshByHandSaysWhatItDid) {
+  window.searchBox = u"x";
+  EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 0));
+  EXPECT_EQ(window.status, u"Refreshed 2 non-NTFS volume indexes, see debug output");
+  EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 1));
+  EXPECT_EQ(window.status, u"Refreshed 2 non-NTFS volumes, 1 failed, see debug output");
+  EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
+  EXPECT_EQ(window.status, u"Failed to refresh non-NTFS volume indexes, see debug output");
+  EXPECT_EQ(window.Count("RebuildScopeBox"), 3u);
+}
+
+TEST_F(ResultMessages, ARefreshByHandHoldsSortingBackWhileItPrewarms) {
+  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
+  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_EQ(window.timers.at(30007), 500u);
+  Engine().prewarming = false;
+  EXPECT_TRUE(FireTimer(app, window, 30007));
+  EXPECT_FALSE(app.prewarmRunning);
+}
+
+TEST_F(ResultMessages, ALostVolumeLeavesTheSearch) {
+  auto volume = MakeTestVolume(u"Q:");  // no such drive
+  AddVolume(Engine(), std::move(volume));
+  EXPECT_TRUE(Take(WM_VOLUME_LOST));
+  EXPECT_FALSE(Engine().volumes.front()->valid);
+  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.status, u"A disconnected disk was detected and its NTFS index was removed.");
+}
+
+TEST_F(ResultMessages, ALossOfNothingChangesNothing) {
+  EXPECT_TRUE(Take(WM_VOLUME_LOST));
+  EXPECT_EQ(window.status, u"before");
+  EXPECT_TRUE(window.calls.empty());
+}
+
+TEST_F(ResultMessages, ANewDriveOpensTheSearchBoxAndSearchesAgain) {
+  Engine().ready = true;
+  EXPECT_TRUE(Take(WM_VOLUMES_SYNCED));
+  EXPECT_TRUE(window.isEnabled);
+  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30006, 5'000}}));
+  EXPECT_EQ(window.status, u"A new disk was detected and the drive list was updated.");
+  EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
+}
+
+TEST_F(ResultMessages, OnlyColumnsOfTheListAreSortedAgain) {
+  std::vector<int> columns;
+  app.features.resort = [&columns](int column) { columns.push_back(column); };
+  EXPECT_FALSE(Take(WM_RESORT_RESULTS, 0, 1));
+  EXPECT_FALSE(Take(WM_RESORT_RESULTS, 6, 1));
+  EXPECT_TRUE(Take(WM_RESORT_RESULTS, 2, 0));
+  EXPECT_FALSE(SortAscending);
+  EXPECT_TRUE(Take(WM_RESORT_RESULTS, 5, 1));
+  EXPECT_TRUE(SortAscending);
+  EXPECT_EQ(columns, (std::vector<int>{2, 5}));
+}
+
+TEST_F(ResultMessages, OtherMessagesAreNotTaken) {
+  for (const uint32_t message : {0u, 1u, 1024u, 1034u, 1063u, 32'768u}) EXPECT_FALSE(Take(message));
+}
+
+}  // namespace
+}  // namespace quilmark

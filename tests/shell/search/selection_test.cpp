@@ -1,0 +1,212 @@
+#include "shell/search/selection.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/search/list_input.h"
+#include "shell/window_harness.h"
+
+namespace quilmark {
+namespace {
+
+using Rows = std::vector<uint64_t>;
+
+TEST(Selection, HoldsOneRow) {
+  Selection selection;
+  SelectOnly(selection, 3);
+  SelectOnly(selection, 5);
+  EXPECT_EQ(SelectedRows(selection, 10), Rows{5});
+  EXPECT_EQ(selection.focusRow, 5);
+  EXPECT_EQ(selection.anchorRow, 5);
+}
+
+TEST(Selection, TakesRowsInAndOut) {
+  Selection selection;
+  SelectToggle(selection, 7);
+  SelectToggle(selection, 2);
+  EXPECT_EQ(SelectedRows(selection, 10), (Rows{2, 7}));
+  SelectToggle(selection, 7);
+  EXPECT_EQ(SelectedRows(selection, 10), Rows{2});
+  EXPECT_EQ(selection.focusRow, 7);
+  SelectToggle(selection, 2);
+  EXPECT_EQ(selection.focusRow, -1);
+  EXPECT_EQ(selection.anchorRow, -1);
+  EXPECT_TRUE(SelectedRows(selection, 10).empty());
+}
+
+TEST(Selection, RangesFromItsAnchor) {
+  Selection selection;
+  SelectRange(selection, 4);
+  EXPECT_EQ(SelectedRows(selection, 10), Rows{4});
+  SelectRange(selection, 6);
+  EXPECT_EQ(SelectedRows(selection, 10), (Rows{4, 5, 6}));
+  SelectRange(selection, 2);
+  EXPECT_EQ(SelectedRows(selection, 10), (Rows{2, 3, 4}));
+  EXPECT_EQ(selection.focusRow, 2);
+  EXPECT_EQ(selection.anchorRow, 4);
+}
+
+TEST(Selection, LeavesOutRowsThatAreGone) {
+  Selection selection;
+  SelectToggle(selection, 2);
+  SelectToggle(selection, 9);
+  EXPECT_EQ(SelectedRows(selection, 9), Rows{2});
+}
+
+TEST(Selection, FallsBackOnTheRowThatHasTheFocus) {
+  Selection selection;
+  selection.focusRow = 3;
+  EXPECT_EQ(SelectedRows(selection, 10), Rows{3});
+  EXPECT_TRUE(SelectedRows(selection, 3).empty());
+}
+
+TEST(PressRow, SelectsByTheModifiersHeld) {
+  ListState list;
+  EXPECT_EQ(PressRow(list, {.row = 2}), PressOutcome::kSelected);
+  PressRow(list, {.row = 5, .shift = true});
+  EXPECT_EQ(SelectedRows(list.selection, 10), (Rows{2, 3, 4, 5}));
+  PressRow(list, {.row = 3, .ctrl = true});
+  EXPECT_EQ(SelectedRows(list.selection, 10), (Rows{2, 4, 5}));
+}
+
+TEST(PressRow, KeepsASetSoThatItCanBeDragged) {
+  ListState list;
+  PressRow(list, {.row = 2});
+  PressRow(list, {.row = 5, .shift = true});
+  PressRow(list, {.row = 4});
+  EXPECT_EQ(list.selection.rows.size(), 4u);
+  EXPECT_EQ(list.selection.focusRow, 4);
+  EXPECT_EQ(list.selection.anchorRow, 4);
+  PressRow(list, {.row = 7});
+  EXPECT_EQ(SelectedRows(list.selection, 10), Rows{7});
+}
+
+TEST(PressRow, ClearsBesideTheRows) {
+  ListState list;
+  PressRow(list, {.row = 2});
+  EXPECT_EQ(PressRow(list, {.row = -1, .ctrl = true}), PressOutcome::kNothing);
+  EXPECT_EQ(list.selection.rows.size(), 1u);
+  PressRow(list, {.row = -1});
+  EXPECT_TRUE(list.selection.rows.empty());
+  EXPECT_EQ(list.selection.focusRow, -1);
+}
+
+TEST(PressRow, RenamesAtASlowSecondClickOnTheName) {
+  for (const auto& [passed, outcome] :
+       {std::pair(499u, PressOutcome::kSelected), std::pair(500u, PressOutcome::kRename),
+        std::pair(1'200u, PressOutcome::kRename), std::pair(1'201u, PressOutcome::kSelected)}) {
+    ListState list;
+    PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
+    EXPECT_EQ(PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000 + passed}), outcome)
+        << passed;
+  }
+}
+
+TEST(PressRow, RenamesOnlyTheNameThatWasClickedLast) {
+  ListState list;
+  PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
+  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 10'700}), PressOutcome::kSelected);
+  PressRow(list, {.row = 3, .isNameColumn = false, .nowMs = 11'300});
+  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 12'000}), PressOutcome::kSelected);
+  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 12'700}), PressOutcome::kRename);
+  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 13'400}), PressOutcome::kSelected);
+}
+
+TEST(DoublePressRow, TakesTheFocusAndKeepsTheNextClickFromARename) {
+  ListState list;
+  PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
+  DoublePressRow(list, 2);
+  EXPECT_EQ(list.selection.focusRow, 2);
+  EXPECT_EQ(SelectedRows(list.selection, 10), Rows{2});
+  EXPECT_EQ(PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'700}), PressOutcome::kSelected);
+}
+
+class ListScrolling : public testing::Test {
+ protected:
+  ListScrolling() { DisplayCount = 1'000; }
+  WindowHarness harness;
+  RecordingWindow& window = harness.window;
+  AppState& app = harness.app;
+  ListLayout layout = LayoutList({.clientWidth = 1'100,
+                                  .clientHeight = 700,
+                                  .headerTop = 90,
+                                  .columns = {60, 280, 100, 160, 160, 1'000}});
+};
+
+TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
+  ScrollByWheel(app, window, layout, -120, 10'000);
+  EXPECT_EQ(app.scrollY, 100);
+  ScrollByWheel(app, window, layout, 60, 10'001);
+  EXPECT_EQ(app.scrollY, 50);
+  ScrollByWheel(app, window, layout, 1'200, 10'002);
+  EXPECT_EQ(app.scrollY, 0);
+}
+
+TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
+  for (int i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000);
+  // No range, no column, no repaint of its own.
+  EXPECT_EQ(window.Count("MoveRename"), window.calls.size());
+  EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
+}
+
+TEST_F(ListScrolling, ShowsAFrameNowAndThenWhileTheWheelTurnsOn) {
+  app.lastScrollTick = 9'999;
+  for (uint64_t i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -12, 10'000 + 5 * i);
+  EXPECT_EQ(window.Count("RelayoutList"), 0u);
+  // 5 seconds: one after 20 ms, since each event comes before the timer has fired.
+  EXPECT_EQ(window.Count("InvalidateList"), 249u);
+}
+
+TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
+  ScrollTo(app, window, layout, 440, 10'000);
+  const std::vector<std::string> calls = {"MoveRename", "RelayoutList", "InvalidateList"};
+  EXPECT_EQ(window.calls, calls);
+  ScrollTo(app, window, layout, 440, 10'000);
+  EXPECT_EQ(window.calls, calls);
+}
+
+TEST_F(ListScrolling, FollowsAHeldThumb) {
+  app.list.dragBar = Bar::kVertical;
+  app.thumbDragging = true;
+  MoveThumb(app, window, layout, {1'090, 100'000}, 10'000);
+  EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
+  EXPECT_EQ(window.Count("RelayoutList"), 1u);
+  app.list.dragBar = Bar::kHorizontal;
+  MoveThumb(app, window, layout, {100'000, 690}, 10'000);
+  EXPECT_EQ(app.scrollX, 1'760 - 1'088);
+}
+
+TEST_F(ListScrolling, MovesSidewaysByFortyPixelsANotch) {
+  ScrollSideways(app, window, layout, 120, 10'000);
+  EXPECT_EQ(app.scrollX, 40);
+  ScrollSideways(app, window, layout, -240, 10'000);
+  EXPECT_EQ(app.scrollX, 0);
+}
+
+TEST_F(ListScrolling, LosesNothingOfATouchpadsSmallTurns) {
+  for (int i = 0; i < 120; ++i) ScrollByWheel(app, window, layout, -1, 10'000);
+  EXPECT_EQ(app.scrollY, 100);
+  for (int i = 0; i < 12; ++i) ScrollSideways(app, window, layout, 10, 10'000);
+  EXPECT_EQ(app.scrollX, 40);
+}
+
+TEST_F(ListScrolling, MarksNoRowAsHoveredThatMovedAway) {
+  app.list.hoverRow = 3;
+  ScrollByWheel(app, window, layout, -120, 10'000);
+  EXPECT_EQ(app.list.hoverRow, -1);
+}
+
+TEST(TakeTurn, GivesWholeStepsAndKeepsTheRest) {
+  int rest = 0;
+  EXPECT_EQ(TakeTurn(rest, 360), 3);
+  EXPECT_EQ(TakeTurn(rest, 50), 0);
+  EXPECT_EQ(TakeTurn(rest, 50), 0);
+  EXPECT_EQ(TakeTurn(rest, 50), 1);
+  EXPECT_EQ(rest, 30);
+  EXPECT_EQ(TakeTurn(rest, -100), 0) << "the other way round begins anew";
+  EXPECT_EQ(TakeTurn(rest, -20), -1);
+  EXPECT_EQ(rest, 0);
+}
+
+}  // namespace
+}  // namespace quilmark
