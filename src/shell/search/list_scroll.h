@@ -6,22 +6,10 @@
 
 #include "shell/app/app_state.h"
 #include "shell/search/list_layout.h"
+#include "shell/view/native_control.h"
 #include "shell/view/window_port.h"
 
 namespace quilmark {
-
-// The SB_ values of winuser.h; any other does nothing.
-enum class ScrollCommand : uint32_t {
-  kLineBack = 0,
-  kLineOn = 1,
-  kPageBack = 2,
-  kPageOn = 3,
-  kTo = 4,
-  kTrackTo = 5,
-  kBegin = 6,
-  kEnd = 7,
-  kDone = 8,
-};
 
 // Rows a line, and a page that keeps one line of the former. `position` is one of the scrollbar that
 // stores the state of the list.
@@ -33,10 +21,7 @@ void ScrollColumns(AppState& app, WindowPort& window, const ListLayout& layout, 
 // Pixels that a step of such a scrollbar stands for: it counts in 32 bits.
 int64_t PixelsOfBarStep(int64_t limit, int page);
 
-// What such a scrollbar is told of the list: its last position is behind the page.
-struct BarRange {
-  int last = 0, page = 0, position = 0;  // in steps
-};
+// What such a scrollbar is told of the list.
 BarRange RangeOfBar(int64_t limit, int page, int64_t position);
 
 // A finger on the rows, which stay under it. A pan that begins sets where it stands.

@@ -1,10 +1,12 @@
 // What a view asks of the pump when it has answered an event.
 //
 // Windows may answer each of these with a message before the call returns: so they are carried out once
-// the view is done with the event and its state is whole, in the order of the fields. What never calls
-// back (timers, title, captions) is asked of the WindowPort at once.
+// the view is done with the event and its state is whole, in the order of the fields. Those of a view
+// that is not shown are dropped. What never calls back (timers, title, texts of controls) is asked of
+// the WindowPort at once.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -13,22 +15,36 @@
 
 namespace quilmark {
 
+enum class Editor : uint8_t { kKeep, kOpen, kMove, kClose };  // of a name in the list
+struct EditorPlace {
+  Rect place;
+  std::u16string text;  // of kOpen
+  size_t selected = 0;  // units from the begin, of kOpen
+};
 enum class Capture : uint8_t {
   kKeep,
   kTake,
   kRelease
-};                                             // of the mouse; kRelease: if it is the window's
-enum class Editor : uint8_t { kKeep, kOpen };  // of the name of the row that has the focus
-enum class Focus : uint8_t { kKeep, kWindow };
+};  // of the mouse; kRelease: if it is the window's
+enum class Focus : uint8_t { kKeep, kWindow, kSearchBox, kEditor };
 
 struct Effects {
+  bool isTaken = true;    // false: the system's own handling follows
+  bool relayout = false;  // the controls are placed anew
   Editor editor = Editor::kKeep;
+  std::optional<EditorPlace> editorPlace;  // of kOpen and kMove
   Capture capture = Capture::kKeep;
   Focus focus = Focus::kKeep;
   bool syncsBars = false;             // the hidden scrollbars, which keep the state of the list
+  bool rehovers = false;              // the view is told where the mouse stands now
   bool tracksMouse = false;           // the window is told when the mouse rests on it and when it leaves
   bool savesSettings = false;         // with the size of the window
   std::optional<std::u16string> tip;  // beside the mouse; empty text: hidden
+  Rect dirty;                         // to be painted again
+  bool paintsNow = false;             // and not with the next pause
+
+  // What comes later counts where both ask for the same.
+  void Join(Effects&& later);
 };
 
 enum class Mouse : uint8_t {
@@ -48,6 +64,12 @@ struct MouseEvent {
   Point at;       // of the client area; not of kLeave and kLost
   int delta = 0;  // of a wheel, 120 a notch
   bool shift = false, ctrl = false;
+};
+
+// Pixels under a finger that moves the content. The first of a gesture says where it stands.
+struct PanEvent {
+  Point at;  // of the client area
+  bool isFirst = false;
 };
 
 }  // namespace quilmark
