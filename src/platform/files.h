@@ -77,6 +77,10 @@ bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::stri
 // False if the file was not there or could not be removed. Files only.
 bool RemoveFile(std::u16string_view path);
 
+// Gives a file or folder another name, in its folder or in another of the same volume; where the new name
+// is taken both stay as they are. 0, or why not, as Windows numbers its errors.
+uint32_t RenamePath(std::u16string_view from, std::u16string_view to);
+
 // `path` as this host writes it in UTF-8 or in its own bytes: drives resolved, "/" on POSIX. For
 // printing.
 std::string HostPathBytes(std::u16string_view path);

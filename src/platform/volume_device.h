@@ -26,14 +26,17 @@ inline constexpr uint32_t kFsctlCreateUsnJournal = 0x0009'00E7;
 inline constexpr uint32_t kFsctlQueryUsnJournal = 0x0009'00F4;
 inline constexpr uint32_t kFsctlDeleteUsnJournal = 0x0009'00F8;
 
-// Error codes of Windows that volumes answer with.
+// Error codes of Windows that volumes and files answer with.
 inline constexpr uint32_t kErrorInvalidFunction = 1;
+inline constexpr uint32_t kErrorFileNotFound = 2;
 inline constexpr uint32_t kErrorAccessDenied = 5;
 inline constexpr uint32_t kErrorInvalidHandle = 6;
 inline constexpr uint32_t kErrorWriteProtect = 19;
 inline constexpr uint32_t kErrorReadFault = 30;
+inline constexpr uint32_t kErrorGeneralFailure = 31;
 inline constexpr uint32_t kErrorHandleEof = 38;
 inline constexpr uint32_t kErrorInvalidParameter = 87;
+inline constexpr uint32_t kErrorAlreadyExists = 183;
 inline constexpr uint32_t kErrorMoreData = 234;
 inline constexpr uint32_t kErrorOperationAborted = 995;
 inline constexpr uint32_t kErrorDeviceNotConnected = 1167;

@@ -1,6 +1,7 @@
-// A main window that writes down what is asked of it.
+// A main window that writes down what is asked of it, and an engine that does.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -8,9 +9,46 @@
 
 #include "shell/app/app_state.h"
 #include "shell/app/window_end.h"
+#include "shell/search/engine_port.h"
 #include "shell/view/window_port.h"
 
 namespace quilmark {
+
+// Answers as a test has it; does nothing by itself.
+struct RecordingEngine : EnginePort {
+  void RequestAttributes(std::shared_ptr<const ResultSet>, RowRange range) override {
+    requested.push_back(range);
+  }
+  bool ShowsStale(const ResultSet&, RowRange) override { return showsStale; }
+  void RefreshFilter(FilterSettings settings) override {
+    ++filtered;
+    if (filters) RefreshFilteredResultsAsync(std::move(settings));
+  }
+  FilterCounts CountByCategory(const FilterSettings&) override {
+    ++recounts;
+    return counts;
+  }
+  void Sort(int column, Direction direction) override {
+    sorts.emplace_back(column, direction);
+    if (runsSorts) DoSortAsync(column, direction);
+  }
+  void PrewarmAttributes() override {
+    ++prewarms;
+    if (prewarmRuns) Engine().prewarming = true;
+  }
+  void AutosaveAttributes() override { ++autosaves; }
+  void SaveAttributes() override {
+    if (save) save();
+  }
+  void LookForVolumesLater() override { ++looks; }
+
+  std::vector<RowRange> requested;
+  bool showsStale = false, filters = false, runsSorts = false, prewarmRuns = false;
+  int filtered = 0, recounts = 0, prewarms = 0, autosaves = 0, looks = 0;
+  FilterCounts counts;
+  std::vector<std::pair<int, Direction>> sorts;
+  std::function<void()> save;
+};
 
 class RecordingWindow : public WindowPort, public WindowEndPort {
  public:
@@ -23,22 +61,44 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   }
   void SetTitle(const std::u16string& text) override { title = text; }
   void SetStatus(const std::u16string& text) override { status = text; }
-  std::u16string SearchBoxText() override { return searchBox; }
-  void ClearSearchBox() override { searchBox.clear(); }
-  bool IsSearchBoxEnabled() override { return isEnabled; }
-  void EnableSearchBox() override { isEnabled = true; }
-  void FocusSearchBox() override { calls.push_back("FocusSearchBox"); }
-  void RebuildScopeBox() override { calls.push_back("RebuildScopeBox"); }
-  void CancelRename() override { calls.push_back("CancelRename"); }
-  void MoveRename() override { calls.push_back("MoveRename"); }
-  void RedrawTags() override { calls.push_back("RedrawTags"); }
-  void InvalidateList() override { calls.push_back("InvalidateList"); }
-  void Invalidate(const Rect& place) override {
-    calls.push_back("Invalidate");
-    invalidated = Union(invalidated, place);
+  void SetText(int id, const std::u16string& text) override { texts[id] = text; }
+  void SetItems(int id, const std::vector<std::u16string>& all, int chosen) override {
+    calls.push_back("SetItems " + std::to_string(id));
+    items[id] = {all, chosen};
   }
-  void RelayoutList() override { calls.push_back("RelayoutList"); }
+  void RedrawTags() override { calls.push_back("RedrawTags"); }
+  std::optional<WindowPlacement> Placement() override {
+    calls.push_back("Placement");
+    return WindowPlacement{.restored = size};
+  }
   bool IsVisible() override { return isVisible; }
+  bool SystemShutsDown() override { return systemShutsDown; }
+  void TrimSelf() override { calls.push_back("TrimSelf"); }
+  void TrimSelfInJob() override { calls.push_back("TrimSelfInJob"); }
+  void TrimOthersInJob() override { calls.push_back("TrimOthersInJob"); }
+
+  // In the order in which the window carries them out.
+  void CarryOut(const Effects& effects) override {
+    if (effects.relayout) calls.push_back("Relayout");
+    if (effects.editor == Editor::kOpen) calls.push_back("OpenEditor");
+    if (effects.editor == Editor::kMove) calls.push_back("MoveEditor");
+    if (effects.editor == Editor::kClose) calls.push_back("CloseEditor");
+    if (effects.capture == Capture::kTake) calls.push_back("TakeCapture");
+    if (effects.capture == Capture::kRelease) calls.push_back("ReleaseCapture");
+    if (effects.focus == Focus::kWindow) calls.push_back("FocusWindow");
+    if (effects.focus == Focus::kSearchBox) calls.push_back("FocusSearchBox");
+    if (effects.focus == Focus::kEditor) calls.push_back("FocusEditor");
+    if (effects.syncsBars) calls.push_back("SyncBars");
+    if (effects.rehovers) calls.push_back("Rehover");
+    if (effects.dirty == ListArea()) calls.push_back("InvalidateList");
+    if (!IsEmpty(effects.dirty) && effects.dirty != ListArea()) calls.push_back("Invalidate");
+    invalidated = Union(invalidated, effects.dirty);
+  }
+  void TellError(const std::u16string& text) override {
+    calls.push_back("TellError");
+    errors.push_back(text);
+    if (whileTold) whileTold();
+  }
   void Hide() override {
     isVisible = false;
     calls.push_back("Hide");
@@ -54,15 +114,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     if (!trayWorks) return TrayIconState::kAbsent;
     return std::exchange(trayStands, true) ? TrayIconState::kStood : TrayIconState::kPut;
   }
-  bool SystemShutsDown() override { return systemShutsDown; }
-  void TrimSelf() override { calls.push_back("TrimSelf"); }
-  void TrimSelfInJob() override { calls.push_back("TrimSelfInJob"); }
-  void TrimOthersInJob() override { calls.push_back("TrimOthersInJob"); }
 
-  std::optional<WindowPlacement> Placement() override {
-    calls.push_back("Placement");
-    return WindowPlacement{.restored = size};
-  }
   void CloseOtherWindows() override { calls.push_back("CloseOtherWindows"); }
   void RemoveTrayIcon() override { calls.push_back("RemoveTrayIcon"); }
   void UnregisterHotkeys() override { calls.push_back("UnregisterHotkeys"); }
@@ -82,12 +134,17 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   std::vector<std::string> calls;       // but for timers armed and texts set
   Rect invalidated;                     // all of them together
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
-  std::u16string title = u"before", status = u"before", searchBox;
+  std::u16string title = u"before", status = u"before";
+  std::map<int, std::u16string> texts;                               // of controls
+  std::map<int, std::pair<std::vector<std::u16string>, int>> items;  // and the chosen one
+  std::vector<std::u16string> errors;
+  std::function<void()> whileTold;  // what comes in while the user reads an error
   WindowSize size = {900, 600};
-  bool isEnabled = false, isVisible = true, trayWorks = true, trayStands = false,
-       systemShutsDown = false;
+  bool isVisible = true, trayWorks = true, trayStands = false, systemShutsDown = false;
 
  private:
+  Rect ListArea() const { return {0, app_.search.headerTop, app_.clientWidth, app_.clientHeight}; }
+
   AppState& app_;
 };
 

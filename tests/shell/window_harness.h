@@ -1,19 +1,24 @@
 // The state that the decisions of the window read and write, afresh for a test.
 #pragma once
 
+#include "canvas/table_measure.h"
 #include "config/scratch_config.h"
 #include "config/window_settings.h"
 #include "platform/background.h"
+#include "platform/clock.h"
 #include "search/filtered_results.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_window.h"
 #include "support/search_harness.h"
+#include "support/volumes.h"
 
 namespace quilmark {
 
 struct WindowHarness {
   WindowHarness() {
-    searchHooks.readSearchBox = [this] { return window.searchBox; };
+    searchHooks.readSearchBox = [this] { return app.search.boxText; };
+    app.clientWidth = 1'100;
+    app.clientHeight = 700;
     app.mainWindow = search.queue.Target();
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
@@ -28,16 +33,40 @@ struct WindowHarness {
   WindowHarness(const WindowHarness&) = delete;
   WindowHarness& operator=(const WindowHarness&) = delete;
 
-  // Holds `count` rows as the results of the generation of the moment.
+  // Holds `count` rows as the results of the generation of the moment; all of one file.
   void HoldResults(size_t count) {
     const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<const ResultSet>(count);
+    CurrentResults = std::make_shared<const ResultSet>(Rows(count));
+  }
+  ResultSet Rows(size_t count) { return ResultSet(count, {volume_.get(), file_}); }
+
+  // At the present moment, or at another one.
+  ViewContext Context(uint64_t nowMs = TickMs()) {
+    return {.dpi = app.systemDpi,
+            .client = {0, 0, app.clientWidth, app.clientHeight},
+            .palette = CurrentPalette,
+            .fonts = fonts,
+            .window = window,
+            .status = window.status,
+            .hasFocus = true,
+            .nowMs = nowMs};
+  }
+  // As the window does when a handler has answered. True if the event was taken.
+  bool Carry(const Effects& effects) {
+    window.CarryOut(effects);
+    return effects.isTaken;
   }
 
   ScratchConfig config;
   SearchHarness search;
-  AppState app;
+  TableMeasure fonts{96};
+  RecordingEngine engine;
+  AppState app{engine};
   RecordingWindow window{app};
+
+ private:
+  std::unique_ptr<VolumeIndex> volume_ = MakeTestVolume(u"Q:");  // not one of the engine
+  uint32_t file_ = AddFile(*volume_, u"row");
 };
 
 }  // namespace quilmark

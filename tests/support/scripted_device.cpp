@@ -15,7 +15,6 @@ namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kErrorFileNotFound = 2;
 
 // The scripts of the drives, for OpenScripted.
 struct Scripts {

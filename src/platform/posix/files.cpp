@@ -6,10 +6,12 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 
 #include "platform/file_rewrite.h"
 #include "platform/posix/host_path.h"
 #include "platform/utf.h"
+#include "platform/volume_device.h"
 
 namespace quilmark {
 
@@ -137,6 +139,24 @@ bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::stri
 bool RemoveFile(std::u16string_view path) {
   const PathEnd end = EndOfPath(HostBytesOf(path));
   return unlinkat(end.folder, end.name, 0) == 0;
+}
+
+uint32_t RenamePath(std::u16string_view from, std::u16string_view to) {
+  const std::string fromBytes = HostBytesOf(from), toBytes = HostBytesOf(to);
+  const PathEnd old = EndOfPath(fromBytes), wanted = EndOfPath(toBytes);
+  if (renameat2(old.folder, old.name, wanted.folder, wanted.name, RENAME_NOREPLACE) == 0) return 0;
+  switch (errno) {
+    case ENOENT:
+      return kErrorFileNotFound;
+    case EEXIST:
+      return kErrorAlreadyExists;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return kErrorAccessDenied;
+    default:
+      return kErrorGeneralFailure;
+  }
 }
 
 std::string HostPathBytes(std::u16string_view path) {

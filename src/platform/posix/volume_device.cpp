@@ -5,8 +5,6 @@
 
 namespace quilmark {
 
-static constexpr uint32_t kErrorFileNotFound = 2;
-
 std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, VolumeAccess access,
                                                uint32_t& error) {
   error = kErrorFileNotFound;

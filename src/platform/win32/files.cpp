@@ -128,6 +128,11 @@ bool AppendFileBytes(std::u16string_view path, std::string_view bytes, std::stri
 
 bool RemoveFile(std::u16string_view path) { return DeleteFileW(Wide(LongPathOf(path))) != 0; }
 
+uint32_t RenamePath(std::u16string_view from, std::u16string_view to) {
+  const std::u16string longFrom = LongPathOf(from), longTo = LongPathOf(to);
+  return MoveFileW(Wide(longFrom), Wide(longTo)) ? 0 : GetLastError();
+}
+
 std::string HostPathBytes(std::u16string_view path) { return ToUtf8(ResolveMappedPath(path)); }
 
 std::u16string PathFromHost(std::string_view typed) {

@@ -3,15 +3,14 @@
 #pragma once
 
 #include "shell/app/app_state.h"
-#include "shell/app/window_end.h"
 
 namespace quilmark {
 
 // The user has taken hold of the frame or the title bar, and has let go of it.
 void OnFrameHeld(AppState& app);
-void OnFrameReleased(AppState& app, WindowEndPort& window);
+void OnFrameReleased(AppState& app, WindowPort& window);
 
 // The window has another size.
-void SaveWindowSize(const AppState& app, WindowEndPort& window);
+void SaveWindowSize(const AppState& app, WindowPort& window);
 
 }  // namespace quilmark

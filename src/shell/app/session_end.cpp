@@ -16,10 +16,10 @@ bool IsWorthSaving(uint32_t mostMs) {
 
 }  // namespace
 
-void SaveAtSessionEnd(const AppState& app, WindowEndPort& end, uint32_t mostMs) {
-  SaveWindowSettings(end.Placement());
-  if (app.features.saveAttributes && IsWorthSaving(mostMs)) {
-    RunWithin("session_end_save", {app.features.saveAttributes}, mostMs);
+void SaveAtSessionEnd(const AppState& app, WindowPort& window, uint32_t mostMs) {
+  SaveWindowSettings(window.Placement());
+  if (IsWorthSaving(mostMs)) {
+    RunWithin("session_end_save", {[&engine = app.search.engine] { engine.SaveAttributes(); }}, mostMs);
   }
   LogPerfMetric(SummaryMetricText(AttrCounters()));
 }

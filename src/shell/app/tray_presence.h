@@ -3,16 +3,12 @@
 
 #include <functional>
 
+#include "shell/view/window_port.h"
+
 namespace quilmark {
 
 // NIM_ADD and NIM_MODIFY.
 enum class TrayCall { kAdd, kModify };
-
-enum class TrayIconState {
-  kAbsent,  // the shell took nothing
-  kPut,     // it is there, and was not
-  kStood,   // it was there, whatever was believed of it
-};
 
 // Puts the icon there, or gives one that is there its tip; `call` asks the shell and says whether it
 // took it.

@@ -17,7 +17,7 @@ constexpr uint32_t kJobsPauseMs = 500;
 
 void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
   LogGdiState(u"WM_DESTROY begin");
-  SaveWindowSettings(end.Placement());
+  SaveWindowSettings(window.Placement());
   for (const uint32_t timer : kAllTimers) window.StopTimer(timer);
   end.CloseOtherWindows();
   end.RemoveTrayIcon();
@@ -25,7 +25,7 @@ void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
   end.UnregisterHotkeys();
   ShutdownRequested = true;
   end.ReleaseBrushes();
-  RunFeature(app.features.saveAttributes);
+  app.search.engine.SaveAttributes();
   LogPerfMetric(SummaryMetricText(AttrCounters()));
   end.ReleaseIcons();
   DropAllVolumes(Engine());

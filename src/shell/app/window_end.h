@@ -1,9 +1,6 @@
 // The end of the main window, in its order. Interface thread.
 #pragma once
 
-#include <optional>
-
-#include "config/window_settings.h"
 #include "shell/app/app_state.h"
 #include "shell/view/window_port.h"
 
@@ -12,7 +9,6 @@ namespace quilmark {
 // What of the end only the window itself can do.
 struct WindowEndPort {
   virtual ~WindowEndPort() = default;
-  virtual std::optional<WindowPlacement> Placement() = 0;
   virtual void CloseOtherWindows() = 0;  // the settings
   virtual void RemoveTrayIcon() = 0;
   virtual void UnregisterHotkeys() = 0;

@@ -8,11 +8,12 @@
 #include "index/volume_life.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
-#include "search/query.h"
 #include "search/search_pipeline.h"
-#include "shell/search/highlight.h"
-#include "shell/search/result_messages.h"
+#include "shell/app/routing.h"
+#include "shell/search/rename.h"
 #include "shell/search/scope_items.h"
+#include "shell/search/search_keys.h"
+#include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -23,18 +24,20 @@ constexpr uint32_t kIdleTrimMs = 30'000, kFirstShowPrewarmMs = 1'200;
 constexpr uint64_t kTaskbarRestMs = 1'000;
 
 // What the next opening finds after the close button: nothing of this one.
-void ResetView(AppState& app, WindowPort& window) {
+Effects ResetView(AppState& app, const ViewContext& context) {
   if (scopeIndex == kScopeDesktop) {
     scopeIndex = kScopeAll;
-    window.RebuildScopeBox();
+    RebuildScopeBox(app.search, context);
   }
-  window.ClearSearchBox();
+  context.window.SetText(kSearchBox, u"");
+  app.search.boxText.clear();
   CurrentQueryText.clear();
-  ClearSelection(app.list.selection);
-  app.scrollY = 0;
-  window.RelayoutList();
+  ClearSelection(app.search.list.selection);
+  app.search.scrollY = 0;
+  Effects effects = RelayoutList(app.search, context);
   SuppressRecentView = false;
   DoSearchAsync(u"", false, true);
+  return OfView(app, AppMode::kSearch, std::move(effects));
 }
 
 void ShowReleased(const AppState& app, WindowPort& window) {
@@ -44,11 +47,11 @@ void ShowReleased(const AppState& app, WindowPort& window) {
       TranslateOr(u"Status_DriveEjectDetected", u"Drive eject detected. Handles released proactively."));
 }
 
-void ShowRemoved(WindowPort& window) {
-  window.RebuildScopeBox();
-  SearchAgain(window);
-  window.SetStatus(TranslateOr(u"Status_DriveRemoved",
-                               u"A disk was removed. The drive selection was updated automatically."));
+void ShowRemoved(AppState& app, const ViewContext& context) {
+  RebuildScopeBox(app.search, context);
+  SearchAgain(app.search);
+  context.window.SetStatus(TranslateOr(
+      u"Status_DriveRemoved", u"A disk was removed. The drive selection was updated automatically."));
 }
 
 }  // namespace
@@ -58,12 +61,13 @@ void TrimAndHide(WindowPort& window) {
   window.Hide();
 }
 
-void CloseWindowRequest(AppState& app, WindowPort& window) {
+void CloseWindowRequest(AppState& app, const ViewContext& context) {
+  WindowPort& window = context.window;
   // An editor that loses the focus to the end would ask about its text.
-  window.CancelRename();
+  window.CarryOut(CancelRename(app.search, context));
   if (app.exitRequested) return window.Destroy();
   if (app.trayIconAdded && Engine().ready) {
-    if (std::exchange(app.closeBoxPressed, false)) ResetView(app, window);
+    if (std::exchange(app.closeBoxPressed, false)) window.CarryOut(ResetView(app, context));
     return TrimAndHide(window);
   }
   app.closeBoxPressed = false;
@@ -102,10 +106,15 @@ void ShowAsAsked(AppState& app, WindowPort& window) {
   ShowMainWindow(app, window);
 }
 
-void OnActivation(WindowPort& window, Activation activation) {
-  if (activation == Activation::kDeactivated) return window.StartTimer(kTimerIdleTrim, kIdleTrimMs);
-  window.FocusSearchBox();
-  window.StopTimer(kTimerIdleTrim);
+Effects OnActivation(AppState& app, const ViewContext& context, Activation activation) {
+  if (activation == Activation::kDeactivated) {
+    context.window.StartTimer(kTimerIdleTrim, kIdleTrimMs);
+    return {.isTaken = false};
+  }
+  context.window.StopTimer(kTimerIdleTrim);
+  if (app.search.renaming) return {.focus = Focus::kEditor};  // back from the message about its text
+  // The system's own handling would take the focus to the window itself, which is all that it does.
+  return {.isTaken = app.search.isBoxEnabled, .focus = Focus::kSearchBox};
 }
 
 void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs) {
@@ -121,45 +130,32 @@ void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs) {
   if (!stood) LogGdiState(u"TaskbarCreated received");
 }
 
-void OnSearchTextChanged(WindowPort& window, std::u16string text) {
-  window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
-  CurrentQueryText = std::move(text);
-  if (marksOthers) window.InvalidateList();
-  if (!IsContentPrefix(CurrentQueryText)) window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
-}
-
-void OnScopeChosen(const AppState& app, WindowPort& window, int index) {
-  window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  if (index >= 0) ChooseScope(app, index);
-  window.FocusSearchBox();
-}
-
-void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::optional<uint32_t> unitMask) {
+void OnDriveEvent(AppState& app, const ViewContext& context, uint32_t event,
+                  std::optional<uint32_t> unitMask) {
   if (ShutdownRequested || !unitMask) return;
   switch (static_cast<DriveEvent>(event)) {
     case DriveEvent::kArrival:
       return SyncArrivedVolumesAsync(Engine(), app.mainWindow, *unitMask);
     case DriveEvent::kQueryRemove:
     case DriveEvent::kRemovePending:
-      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowReleased(app, window);
+      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowReleased(app, context.window);
       return;
     case DriveEvent::kRemoveComplete:
-      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowRemoved(window);
+      if (ReleaseVolumesByMask(Engine(), *unitMask)) ShowRemoved(app, context);
       return;
   }
 }
 
-void OnVolumeNotice(AppState& app, WindowPort& window, VolumeNotice notice, uintptr_t id) {
+void OnVolumeNotice(AppState& app, const ViewContext& context, VolumeNotice notice, uintptr_t id) {
   if (ShutdownRequested) return;
   switch (notice) {
     case VolumeNotice::kWanted:
-      if (ReleaseNoticedVolume(Engine(), id)) ShowReleased(app, window);
+      if (ReleaseNoticedVolume(Engine(), id)) ShowReleased(app, context.window);
       return;
     case VolumeNotice::kFree:
       return ReopenNoticedVolume(Engine(), app.mainWindow, id);
     case VolumeNotice::kGone:
-      if (ReleaseNoticedVolume(Engine(), id)) ShowRemoved(window);
+      if (ReleaseNoticedVolume(Engine(), id)) ShowRemoved(app, context);
       return;
   }
 }

@@ -1,4 +1,4 @@
-// What happens to the window: closing, showing, hiding, drives, scale, the search box. Interface thread.
+// What happens to the window: closing, showing, hiding, drives. Interface thread.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 namespace quilmark {
 
 // A close request, of whatever source: hides the window or destroys it.
-void CloseWindowRequest(AppState& app, WindowPort& window);
+void CloseWindowRequest(AppState& app, const ViewContext& context);
 
 // The window goes away from the screen, not from memory.
 void TrimAndHide(WindowPort& window);
@@ -29,18 +29,12 @@ void ToggleWindow(AppState& app, WindowPort& window);
 // Activation and its loss: the search box has the focus of an active window; a window in the background
 // trims itself after a while.
 enum class Activation { kActivated, kDeactivated };
-void OnActivation(WindowPort& window, Activation activation);
+Effects OnActivation(AppState& app, const ViewContext& context, Activation activation);
 
 // The shell of the system was started again: its notification area knows nothing of us. Any program may
 // say so, as often as it likes: the icon is seen to once a second at most, and there is a line in the
 // log only where it did not stand.
 void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs);
-
-// The text of the search box changed. Content queries wait for Enter.
-void OnSearchTextChanged(WindowPort& window, std::u16string text);
-
-// The scope box has another choice: it holds from the next search on.
-void OnScopeChosen(const AppState& app, WindowPort& window, int index);
 
 // A drive notice. Events of WM_DEVICECHANGE (dbt.h); bit 0 of the mask is A:. Nothing without a volume.
 enum class DriveEvent : uint32_t {
@@ -49,10 +43,11 @@ enum class DriveEvent : uint32_t {
   kRemovePending = 32771,
   kRemoveComplete = 32772,
 };
-void OnDriveEvent(AppState& app, WindowPort& window, uint32_t event, std::optional<uint32_t> unitMask);
+void OnDriveEvent(AppState& app, const ViewContext& context, uint32_t event,
+                  std::optional<uint32_t> unitMask);
 
 // A notice about a volume whose device is open; `id` is that of its DeviceNotice. Comes back within the
 // limit of a close: whoever asks for the volume waits for the answer.
-void OnVolumeNotice(AppState& app, WindowPort& window, VolumeNotice notice, uintptr_t id);
+void OnVolumeNotice(AppState& app, const ViewContext& context, VolumeNotice notice, uintptr_t id);
 
 }  // namespace quilmark

@@ -1,10 +1,35 @@
 #include "shell/search/filter_request.h"
 
+#include <utility>
+
 #include "config/translate.h"
 #include "config/window_settings.h"
 #include "platform/format.h"
+#include "shell/search/search_places.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
+
+namespace {
+
+constexpr uint32_t kAskSoonMs = 60, kCountAgainMs = 250;
+
+// The tags change their widths, and with them perhaps the height of the bar.
+Effects SetTagCaptions(SearchView& view, const ViewContext& context,
+                       std::vector<std::u16string> captions) {
+  if (captions == view.tagCaptions) return {};
+  for (size_t i = 0; i < captions.size(); ++i) {
+    const bool isSame = i < view.tagCaptions.size() && captions[i] == view.tagCaptions[i];
+    if (!isSame) context.window.SetText(kFirstTag + static_cast<int>(i), captions[i]);
+  }
+  view.tagCaptions = std::move(captions);
+  Effects effects = RedrawTags(view, context);
+  effects.relayout = true;
+  if (PlaceTagButtons(view, context).headerTop != view.headerTop) effects.dirty = context.client;
+  return effects;
+}
+
+}  // namespace
 
 FilterSettings CurrentFilterSettings() {
   const WindowSettings& kept = CurrentWindowSettings;
@@ -17,19 +42,38 @@ FilterSettings CurrentFilterSettings() {
           .dateTo = kept.timeEnd};
 }
 
-void ApplyFilters(AppState& app, WindowPort& window) {
-  app.scrollY = 0;
-  RefreshFilteredResultsAsync(CurrentFilterSettings());
-  window.RelayoutList();
-  window.InvalidateList();
+bool IsFilterActive() {
+  return ActiveCategory != 0 || CurrentWindowSettings.sizePreset != 0 ||
+         CurrentWindowSettings.timePreset != 0;
 }
 
-void SelectFilterTag(AppState& app, WindowPort& window, int index) {
+Effects ApplyFilters(SearchView& view, const ViewContext& context) {
+  view.scrollY = 0;
+  view.engine.RefreshFilter(CurrentFilterSettings());
+  Effects effects = RelayoutList(view, context);
+  effects.dirty = ListAreaOf(view, context);
+  return effects;
+}
+
+Effects SelectFilterTag(SearchView& view, const ViewContext& context, int index) {
   const auto rows = static_cast<int>(CurrentCategories()->size());
   ActiveCategory = index >= 0 && index < rows ? index : 0;
-  window.RedrawTags();
-  ApplyFilters(app, window);
-  if (window.IsSearchBoxEnabled()) window.FocusSearchBox();
+  Effects effects = RedrawTags(view, context);
+  effects.Join(ApplyFilters(view, context));
+  if (view.isBoxEnabled) effects.focus = Focus::kSearchBox;
+  return effects;
+}
+
+Effects RefreshFilterCounts(SearchView& view, const ViewContext& context) {
+  const FilterCounts counts = view.engine.CountByCategory(CurrentFilterSettings());
+  if (counts.isIncomplete) context.window.StartTimer(kTimerScrollSettle, kAskSoonMs);
+  if (counts.leavesOutAVolume) RefreshFilterCountsSoon(view, context, kCountAgainMs);
+  return SetTagCaptions(view, context, TagCaptions(counts.byCategory));
+}
+
+void RefreshFilterCountsSoon(SearchView& view, const ViewContext& context, uint32_t delayMs) {
+  view.filterCountsPending = true;
+  context.window.StartTimer(kTimerFilterCounts, delayMs);
 }
 
 std::vector<std::u16string> TagCaptions(const std::vector<uint64_t>& counts) {

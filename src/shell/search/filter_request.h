@@ -5,19 +5,25 @@
 #include <vector>
 
 #include "search/filters.h"
-#include "shell/app/app_state.h"
-#include "shell/view/window_port.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
 // What the bar says now, from the settings and the chosen category.
 FilterSettings CurrentFilterSettings();
 
+// A filter narrows the results: by category, size or time.
+bool IsFilterActive();
+
 // Applies the filters to the held results, from the top of the list.
-void ApplyFilters(AppState& app, WindowPort& window);
+Effects ApplyFilters(SearchView& view, const ViewContext& context);
 
 // A tag was chosen.
-void SelectFilterTag(AppState& app, WindowPort& window, int index);
+Effects SelectFilterTag(SearchView& view, const ViewContext& context, int index);
+
+// Counts the held results by category and gives the tags their captions.
+Effects RefreshFilterCounts(SearchView& view, const ViewContext& context);
+void RefreshFilterCountsSoon(SearchView& view, const ViewContext& context, uint32_t delayMs);
 
 // Names and counts of the tags, as their captions: "name\r\n(count)".
 std::vector<std::u16string> TagCaptions(const std::vector<uint64_t>& counts);

@@ -1,8 +1,9 @@
 #include "shell/search/list_input.h"
 
 #include "search/filtered_results.h"
-#include "shell/app/window_timers.h"
-#include "shell/search/result_messages.h"
+#include "shell/search/list_scroll.h"
+#include "shell/search/rename.h"
+#include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -59,55 +60,42 @@ void DoublePressRow(ListState& list, int64_t row) {
   list.lastClickRow = -1;
 }
 
-void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs) {
-  const int64_t clamped = ClampScroll(layout, y, DisplayCount);
-  if (clamped == app.scrollY) return;
-  app.scrollY = clamped;
-  window.MoveRename();
-  app.list.hoverRow = -1;  // until the list rests: another row stands there now
-  const bool isBurst = !app.thumbDragging && IsScrolling(app, nowMs);
-  if (isBurst) return RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
-  window.RelayoutList();
-  window.InvalidateList();
+Effects ScrollByWheel(SearchView& view, const ViewContext& context, int delta) {
+  view.lastScrollTick = context.nowMs;
+  context.window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
+  const int pixels = TakeTurn(view.list.wheelRest, delta * kNotchPixels);
+  return ScrollTo(view, context, view.scrollY - pixels);
 }
 
-void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
-                   uint64_t nowMs) {
-  app.lastScrollTick = nowMs;
-  window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
-  const int pixels = TakeTurn(app.list.wheelRest, delta * kNotchPixels);
-  ScrollTo(app, window, layout, app.scrollY - pixels, nowMs);
+Effects ScrollSideways(SearchView& view, const ViewContext& context, int delta) {
+  const int pixels = TakeTurn(view.list.tiltRest, delta * kNotchSideways);
+  const int clamped = ClampHorizontal(PlaceList(view, context), view.scrollX + pixels);
+  if (clamped == view.scrollX) return {};
+  view.scrollX = clamped;
+  view.lastScrollTick = context.nowMs;
+  context.window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
+  Effects effects = MoveRename(view, context);
+  effects.Join(RequestListRepaint(view, context, kBurstRepaintMs));
+  return effects;
 }
 
-void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
-                    uint64_t nowMs) {
-  const int pixels = TakeTurn(app.list.tiltRest, delta * kNotchSideways);
-  const int clamped = ClampHorizontal(layout, app.scrollX + pixels);
-  if (clamped == app.scrollX) return;
-  app.scrollX = clamped;
-  window.MoveRename();
-  app.lastScrollTick = nowMs;
-  window.StartTimer(kTimerScrollSettle, kWheelSettleMs);
-  RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
-}
-
-void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Point cursor,
-               uint64_t nowMs) {
-  if (app.list.dragBar == Bar::kVertical) {
-    const auto bar = VerticalBar(layout, app.scrollY, DisplayCount);
-    if (!bar) return;
-    app.lastScrollTick = nowMs;
-    ScrollTo(app, window, layout,
-             DragToOffset(*bar, Bar::kVertical, cursor.y, ScrollLimit(layout, DisplayCount)), nowMs);
-  } else if (app.list.dragBar == Bar::kHorizontal) {
-    const auto bar = HorizontalBar(layout, app.scrollX);
-    if (!bar) return;
-    const int limit = layout.columnsWidth - Width(layout.rows);
-    app.scrollX =
-        ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));
-    window.MoveRename();
-    RequestListRepaint(app, window, kBurstRepaintMs, nowMs);
+Effects MoveThumb(SearchView& view, const ViewContext& context, Point cursor) {
+  const ListLayout layout = PlaceList(view, context);
+  if (view.list.dragBar == Bar::kVertical) {
+    const auto bar = VerticalBar(layout, view.scrollY, DisplayCount);
+    if (!bar) return {};
+    view.lastScrollTick = context.nowMs;
+    return ScrollTo(view, context,
+                    DragToOffset(*bar, Bar::kVertical, cursor.y, ScrollLimit(layout, DisplayCount)));
   }
+  const auto bar = HorizontalBar(layout, view.scrollX);
+  if (view.list.dragBar != Bar::kHorizontal || !bar) return {};
+  const int limit = layout.columnsWidth - Width(layout.rows);
+  view.scrollX =
+      ClampHorizontal(layout, static_cast<int>(DragToOffset(*bar, Bar::kHorizontal, cursor.x, limit)));
+  Effects effects = MoveRename(view, context);
+  effects.Join(RequestListRepaint(view, context, kBurstRepaintMs));
+  return effects;
 }
 
 }  // namespace quilmark

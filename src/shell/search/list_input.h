@@ -3,9 +3,8 @@
 
 #include <cstdint>
 
-#include "shell/app/app_state.h"
 #include "shell/search/list_layout.h"
-#include "shell/view/window_port.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
@@ -24,22 +23,15 @@ PressOutcome PressRow(ListState& list, const RowPress& press);
 // The second press of a double click on a row: it takes the focus, and no click that follows renames it.
 void DoublePressRow(ListState& list, int64_t row);
 
-// Moves the rows so that `y` is the offset of the first line in view, as far as the rows go. In a burst
-// nothing but the offset changes between repaints.
-void ScrollTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t y, uint64_t nowMs);
-
 // Whole steps of a wheel whose notch is 120 of `turned`; what is left is kept in `rest`, so that a
 // touchpad's small turns add up.
 int TakeTurn(int& rest, int64_t turned);
 
 // A wheel's turn in the list; `delta` 120 a notch, positive away from the user.
-void ScrollByWheel(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
-                   uint64_t nowMs);
-void ScrollSideways(AppState& app, WindowPort& window, const ListLayout& layout, int delta,
-                    uint64_t nowMs);
+Effects ScrollByWheel(SearchView& view, const ViewContext& context, int delta);
+Effects ScrollSideways(SearchView& view, const ViewContext& context, int delta);
 
 // Where the thumb goes for a press or a move of the held button on a bar.
-void MoveThumb(AppState& app, WindowPort& window, const ListLayout& layout, Point cursor,
-               uint64_t nowMs);
+Effects MoveThumb(SearchView& view, const ViewContext& context, Point cursor);
 
 }  // namespace quilmark

@@ -6,15 +6,15 @@
 #include <utility>
 
 #include "search/filtered_results.h"
-#include "shell/app/window_timers.h"
-#include "shell/search/list_input.h"
-#include "shell/search/result_messages.h"
+#include "shell/search/rename.h"
+#include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
 
 namespace {
 
+constexpr uint64_t kScrollRestMs = 350;
 constexpr uint32_t kSettleMs = 400, kRepaintMs = 12;
 constexpr int kColumnStep = 40;  // pixels, as a notch of a tilted wheel
 
@@ -45,26 +45,51 @@ std::optional<int64_t> OffsetAfter(ScrollCommand command, const Extent& extent, 
   }
 }
 
-void MarkScroll(AppState& app, WindowPort& window, uint64_t nowMs) {
-  app.lastScrollTick = nowMs;
-  window.StartTimer(kTimerScrollSettle, kSettleMs);
+void MarkScroll(SearchView& view, const ViewContext& context) {
+  view.lastScrollTick = context.nowMs;
+  context.window.StartTimer(kTimerScrollSettle, kSettleMs);
 }
 
 int HorizontalLimit(const ListLayout& layout) {
   return ClampHorizontal(layout, std::numeric_limits<int>::max());
 }
 
-void ScrollColumnsTo(AppState& app, WindowPort& window, const ListLayout& layout, int64_t x,
-                     uint64_t nowMs) {
-  const auto clamped = static_cast<int>(std::clamp<int64_t>(x, 0, HorizontalLimit(layout)));
-  if (clamped == app.scrollX) return;
-  app.scrollX = clamped;
-  window.MoveRename();
-  MarkScroll(app, window, nowMs);
-  RequestListRepaint(app, window, kRepaintMs, nowMs);
+Effects ScrollColumnsTo(SearchView& view, const ViewContext& context, int64_t x) {
+  const int limit = HorizontalLimit(PlaceList(view, context));
+  const auto clamped = static_cast<int>(std::clamp<int64_t>(x, 0, limit));
+  if (clamped == view.scrollX) return {};
+  view.scrollX = clamped;
+  MarkScroll(view, context);
+  Effects effects = MoveRename(view, context);
+  effects.Join(RequestListRepaint(view, context, kRepaintMs));
+  return effects;
 }
 
 }  // namespace
+
+bool IsScrolling(const SearchView& view, uint64_t nowMs) {
+  return view.thumbDragging || nowMs - view.lastScrollTick < kScrollRestMs;
+}
+
+Effects RequestListRepaint(SearchView& view, const ViewContext& context, uint32_t delayMs) {
+  return RequestRepaint(view.repaint, context, ListAreaOf(view, context), delayMs);
+}
+
+Effects ScrollTo(SearchView& view, const ViewContext& context, int64_t y) {
+  const int64_t clamped = ClampScroll(PlaceList(view, context), y, DisplayCount);
+  if (clamped == view.scrollY) return {};
+  view.scrollY = clamped;
+  view.list.hoverRow = -1;  // until the list rests: another row stands there now
+  const bool isBurst = !view.thumbDragging && IsScrolling(view, context.nowMs);
+  if (isBurst) {
+    Effects effects = MoveRename(view, context);
+    effects.Join(RequestListRepaint(view, context, kRepaintMs));
+    return effects;
+  }
+  Effects effects = RelayoutList(view, context);
+  effects.dirty = ListAreaOf(view, context);
+  return effects;
+}
 
 int64_t PixelsOfBarStep(int64_t limit, int page) {
   int64_t step = 1;
@@ -72,24 +97,26 @@ int64_t PixelsOfBarStep(int64_t limit, int page) {
   return step;
 }
 
-void ScrollRows(AppState& app, WindowPort& window, const ListLayout& layout, ScrollCommand command,
-                int64_t position, uint64_t nowMs) {
+Effects ScrollRows(SearchView& view, const ViewContext& context, ScrollCommand command,
+                   int64_t position) {
+  const ListLayout layout = PlaceList(view, context);
   const int64_t limit = ScrollLimit(layout, DisplayCount);
   const int height = Height(layout.rows);
   const int64_t page = std::max(height - layout.pitch, layout.pitch);
   const auto y = OffsetAfter(
-      command, {app.scrollY, limit, layout.pitch, page, PixelsOfBarStep(limit, height)}, position);
-  if (!y) return;
-  MarkScroll(app, window, nowMs);
-  ScrollTo(app, window, layout, *y, nowMs);
+      command, {view.scrollY, limit, layout.pitch, page, PixelsOfBarStep(limit, height)}, position);
+  if (!y) return {};
+  MarkScroll(view, context);
+  return ScrollTo(view, context, *y);
 }
 
-void ScrollColumns(AppState& app, WindowPort& window, const ListLayout& layout, ScrollCommand command,
-                   int64_t position, uint64_t nowMs) {
+Effects ScrollColumns(SearchView& view, const ViewContext& context, ScrollCommand command,
+                      int64_t position) {
+  const ListLayout layout = PlaceList(view, context);
   const int64_t page = std::max(Width(layout.rows) - kColumnStep, kColumnStep);
   const auto x =
-      OffsetAfter(command, {app.scrollX, HorizontalLimit(layout), kColumnStep, page}, position);
-  if (x) ScrollColumnsTo(app, window, layout, *x, nowMs);
+      OffsetAfter(command, {view.scrollX, HorizontalLimit(layout), kColumnStep, page}, position);
+  return x ? ScrollColumnsTo(view, context, *x) : Effects();
 }
 
 BarRange RangeOfBar(int64_t limit, int page, int64_t position) {
@@ -99,13 +126,13 @@ BarRange RangeOfBar(int64_t limit, int page, int64_t position) {
           .position = static_cast<int>(position / step)};
 }
 
-void BeginPan(AppState& app, Point finger) { app.list.panPoint = finger; }
-
-void PanTo(AppState& app, WindowPort& window, const ListLayout& layout, Point finger, uint64_t nowMs) {
-  const Point former = std::exchange(app.list.panPoint, finger);
-  MarkScroll(app, window, nowMs);
-  ScrollTo(app, window, layout, app.scrollY + former.y - finger.y, nowMs);
-  ScrollColumnsTo(app, window, layout, int64_t{app.scrollX} + former.x - finger.x, nowMs);
+Effects PanRows(SearchView& view, const ViewContext& context, const PanEvent& event) {
+  if (event.isFirst) view.list.panPoint = event.at;
+  const Point former = std::exchange(view.list.panPoint, event.at);
+  MarkScroll(view, context);
+  Effects effects = ScrollTo(view, context, view.scrollY + former.y - event.at.y);
+  effects.Join(ScrollColumnsTo(view, context, int64_t{view.scrollX} + former.x - event.at.x));
+  return effects;
 }
 
 }  // namespace quilmark

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "canvas/canvas.h"
-#include "shell/app/app_state.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/list_layout.h"
+#include "shell/search/search_view.h"
 #include "shell/view/view_context.h"
 
 namespace quilmark {

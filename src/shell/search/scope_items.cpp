@@ -2,6 +2,7 @@
 
 #include "config/translate.h"
 #include "search/search_state.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 
@@ -21,23 +22,28 @@ int PlaceOfChosen(const std::vector<VolumeIndex*>& volumes) {
 
 }  // namespace
 
-std::vector<std::u16string> RenewScopeItems(AppState& app, const SearchEngine& engine) {
+std::vector<std::u16string> RenewScopeItems(SearchView& view, const SearchEngine& engine) {
   const std::vector<VolumeIndex*> volumes = CopyVolumes(engine);
   std::vector<std::u16string> items = {TranslateOr(u"Scope_All", u"All"),
                                        TranslateOr(u"Scope_Desktop", u"Desktop")};
-  app.scopeDrives.clear();
+  view.scopeDrives.clear();
   for (const VolumeIndex* const volume : volumes) {
     items.push_back(volume->drive);
-    app.scopeDrives.push_back(volume->drive.empty() ? u'\0' : volume->drive[0]);
+    view.scopeDrives.push_back(volume->drive.empty() ? u'\0' : volume->drive[0]);
   }
   if (scopeIndex >= kScopeFirstVolume) scopeIndex = PlaceOfChosen(volumes);
   return items;
 }
 
-void ChooseScope(const AppState& app, int index) {
+void RebuildScopeBox(SearchView& view, const ViewContext& context) {
+  const auto items = RenewScopeItems(view, Engine());
+  context.window.SetItems(kScopeBox, items, scopeIndex);
+}
+
+void ChooseScope(const SearchView& view, int index) {
   const auto entry = static_cast<size_t>(index - kScopeFirstVolume);
-  const bool isDrive = index >= kScopeFirstVolume && entry < app.scopeDrives.size();
-  scopeDrive = isDrive ? app.scopeDrives[entry] : u'\0';
+  const bool isDrive = index >= kScopeFirstVolume && entry < view.scopeDrives.size();
+  scopeDrive = isDrive ? view.scopeDrives[entry] : u'\0';
   scopeIndex = index;
 }
 

@@ -5,15 +5,18 @@
 #include <vector>
 
 #include "index/search_engine.h"
-#include "shell/app/app_state.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
 // The entries anew, in the order of scopeIndex: all, the desktop, then one a volume of the list. The
 // chosen drive stays chosen at the place that it has now; where it is gone, all are.
-std::vector<std::u16string> RenewScopeItems(AppState& app, const SearchEngine& engine);
+std::vector<std::u16string> RenewScopeItems(SearchView& view, const SearchEngine& engine);
 
-// The entry at `index` of those that were made last is chosen.
-void ChooseScope(const AppState& app, int index);
+// The same into the box of the window.
+void RebuildScopeBox(SearchView& view, const ViewContext& context);
+
+// The entry at `index` of those that were made last is chosen; it holds from the next search on.
+void ChooseScope(const SearchView& view, int index);
 
 }  // namespace quilmark

@@ -1,29 +1,56 @@
 #include "shell/search/search_keys.h"
 
+#include <utility>
+
 #include "config/translate.h"
 #include "search/query.h"
 #include "search/search_pipeline.h"
+#include "shell/search/highlight.h"
+#include "shell/search/rename.h"
+#include "shell/search/search_places.h"
 
 namespace quilmark {
 
-bool TakeSearchKey(WindowPort& window, uint32_t key, std::u16string text) {
+Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text) {
+  view.boxText = text;
+  context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
+  CurrentQueryText = std::move(text);
+  if (!IsContentPrefix(CurrentQueryText)) {
+    context.window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
+  }
+  return {.dirty = marksOthers ? ListAreaOf(view, context) : Rect()};
+}
+
+void StartTypedSearch(const SearchView& view) {
+  DoSearchAsync(CurrentQueryText, false, false);
+  // It asks itself again until a volume is ready; somebody has to look for one.
+  if (!CurrentQueryText.empty() && !Engine().ready) view.engine.LookForVolumesLater();
+}
+
+void SearchAgain(const SearchView& view) { DoSearchAsync(view.boxText, false, view.boxText.empty()); }
+
+Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text) {
   TrimQuery(text);
   if (key == kKeyEnter) {
-    window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+    context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
     if (text.empty()) {
       RefreshSearchResultsAfterIndexUpdate();
     } else {
       DoSearchAsync(std::move(text), false, false);
     }
-    return true;
+    return {};
   }
-  if (key == kKeyEscape && IsContentPrefix(text)) {
-    window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-    ++searchGeneration;
-    window.SetStatus(TranslateOr(u"Status_ContentSearchCanceled", u"Content search canceled."));
-    return true;
-  }
-  return false;
+  if (key != kKeyEscape || !IsContentPrefix(text)) return {.isTaken = false};
+  context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  ++searchGeneration;
+  context.window.SetStatus(TranslateOr(u"Status_ContentSearchCanceled", u"Content search canceled."));
+  return {};
+}
+
+Effects TakeListKey(SearchView& view, const ViewContext& context, uint32_t key) {
+  if (key == kKeyTab) return {.focus = Focus::kSearchBox};
+  return key == kKeyF2 ? OpenRename(view, context) : Effects{.isTaken = false};
 }
 
 }  // namespace quilmark

@@ -1,16 +1,32 @@
-// Keys of the search box. Interface thread.
+// The search box and the keys of the view. Interface thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "shell/view/window_port.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
-inline constexpr uint32_t kKeyEnter = 13, kKeyEscape = 27;  // virtual key codes
+inline constexpr size_t kLongestQuery = 255;  // units that the box takes
+inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27,
+                          kKeyF2 = 113;  // virtual key codes
 
-// Enter searches at once; Escape ends a content search. False for any other key: the edit takes it.
-bool TakeSearchKey(WindowPort& window, uint32_t key, std::u16string text);
+// The text of the search box changed. Content queries wait for Enter.
+Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text);
+
+// The pause after it.
+void StartTypedSearch(const SearchView& view);
+
+// Searches anew after the set of volumes changed; an empty box shows the recent opens.
+void SearchAgain(const SearchView& view);
+
+// A key in the box, which holds the text: Enter searches at once, Escape ends a content search. The edit
+// takes any other.
+Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text);
+
+// A key while the list has the focus.
+Effects TakeListKey(SearchView& view, const ViewContext& context, uint32_t key);
 
 }  // namespace quilmark

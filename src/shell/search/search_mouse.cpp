@@ -5,12 +5,13 @@
 
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
-#include "shell/app/window_timers.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/list_input.h"
 #include "shell/search/list_scroll.h"
+#include "shell/search/rename.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/search_places.h"
+#include "shell/search/sort_request.h"
 #include "shell/search/tip_text.h"
 #include "shell/view/window_ids.h"
 
@@ -21,24 +22,17 @@ namespace {
 constexpr uint64_t kStaleMs = 1'000;
 constexpr uint32_t kTrackSettleMs = 220, kReleaseSettleMs = 350, kDragRepaintMs = 16;
 
-// The parts of one call.
-struct Call {
-  AppState& app;
-  WindowPort& window;
-  const ViewContext& context;
-};
-
-Bar BarAt(const AppState& app, const ListLayout& layout, Point point) {
-  const auto vertical = VerticalBar(layout, app.scrollY, DisplayCount);
+Bar BarAt(const SearchView& view, const ListLayout& layout, Point point) {
+  const auto vertical = VerticalBar(layout, view.scrollY, DisplayCount);
   if (vertical && Holds(vertical->track, point)) return Bar::kVertical;
-  const auto horizontal = HorizontalBar(layout, app.scrollX);
+  const auto horizontal = HorizontalBar(layout, view.scrollX);
   return horizontal && Holds(horizontal->track, point) ? Bar::kHorizontal : Bar::kNone;
 }
 
-std::optional<Scrollbar> PlaceBar(const AppState& app, const ListLayout& layout, Bar kind) {
+std::optional<Scrollbar> PlaceBar(const SearchView& view, const ListLayout& layout, Bar kind) {
   if (kind == Bar::kNone) return std::nullopt;
-  return kind == Bar::kVertical ? VerticalBar(layout, app.scrollY, DisplayCount)
-                                : HorizontalBar(layout, app.scrollX);
+  return kind == Bar::kVertical ? VerticalBar(layout, view.scrollY, DisplayCount)
+                                : HorizontalBar(layout, view.scrollX);
 }
 
 bool IsDragging(const ListState& list) {
@@ -46,9 +40,9 @@ bool IsDragging(const ListState& list) {
 }
 
 // The category of the sidebar under a point, or -1.
-int SidebarTagAt(const AppState& app, Point point) {
+int SidebarTagAt(const SearchView& view, const ViewContext& context, Point point) {
   if (!CurrentWindowSettings.sidebarLayout) return -1;
-  const SidebarLayout sidebar = PlaceSidebar(app);
+  const SidebarLayout sidebar = PlaceSidebar(view, context);
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
     if (Holds(sidebar.rows[i], point)) return sidebar.first + static_cast<int>(i);
   }
@@ -56,273 +50,266 @@ int SidebarTagAt(const AppState& app, Point point) {
 }
 
 // What shows that the mouse is over a row, or over a bar.
-Rect HoverPlace(const AppState& app, const ListLayout& layout) {
-  if (app.list.hoverRow >= 0) {
-    const Rect row = PlaceOfRow(layout, app.scrollY, static_cast<uint64_t>(app.list.hoverRow));
+Rect HoverPlace(const SearchView& view, const ListLayout& layout) {
+  if (view.list.hoverRow >= 0) {
+    const Rect row = PlaceOfRow(layout, view.scrollY, static_cast<uint64_t>(view.list.hoverRow));
     return Intersection(row, layout.rows);
   }
-  const auto bar = PlaceBar(app, layout, app.list.hoverBar);
+  const auto bar = PlaceBar(view, layout, view.list.hoverBar);
   return bar ? bar->track : Rect();
 }
 
-void TakeHover(const Call& call, const ListLayout& layout, Point point, Effects& effects) {
-  ListState& list = call.app.list;
+Effects TakeHover(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
+  ListState& list = view.list;
+  Effects effects;
   if (CurrentWindowSettings.sidebarLayout) {
-    const int tag = SidebarTagAt(call.app, point);
-    if (tag != std::exchange(list.hoverTag, tag)) call.window.RedrawTags();
+    const int tag = SidebarTagAt(view, context, point);
+    if (tag != std::exchange(list.hoverTag, tag)) effects.Join(RedrawTags(view, context));
   }
-  const Bar bar = BarAt(call.app, layout, point);
-  const int64_t row =
-      bar == Bar::kNone ? RowAt(layout, call.app.scrollY, DisplayCount, point) : int64_t{-1};
-  const int column = row >= 0 ? ColumnAt(layout, call.app.scrollX, point.x) : -1;
+  const Bar bar = BarAt(view, layout, point);
+  const int64_t row = bar == Bar::kNone ? RowAt(layout, view.scrollY, DisplayCount, point) : int64_t{-1};
+  const int column = row >= 0 ? ColumnAt(layout, view.scrollX, point.x) : -1;
   const bool isElsewhere = bar != list.hoverBar || row != list.hoverRow;
   if (isElsewhere || column != list.hoverColumn) effects.tip = u"";
-  const Rect former = HoverPlace(call.app, layout);
+  const Rect former = HoverPlace(view, layout);
   list.hoverBar = bar;
   list.hoverRow = row;
   list.hoverColumn = column;
-  if (!isElsewhere) return;
-  const uint64_t nowMs = call.context.nowMs;
+  if (!isElsewhere) return effects;
   // Rows that others have renamed or filled meanwhile tell nobody: now and then all are drawn anew.
-  if (nowMs - call.app.listPaintedMs >= kStaleMs) {
-    return RequestListRepaint(call.app, call.window, kDragRepaintMs, nowMs);
+  if (context.nowMs - view.listPaintedMs >= kStaleMs) {
+    effects.Join(RequestListRepaint(view, context, kDragRepaintMs));
+  } else {
+    effects.Join(RequestRepaintOf(view.repaint, context, ListAreaOf(view, context),
+                                  Union(former, HoverPlace(view, layout)), kDragRepaintMs));
   }
-  RequestRepaintOf(call.app, call.window, Union(former, HoverPlace(call.app, layout)), kDragRepaintMs,
-                   nowMs);
-}
-
-Effects Hover(const Call& call, const ListLayout& layout, Point point) {
-  Effects effects{.tracksMouse = true};
-  TakeHover(call, layout, point, effects);
   return effects;
 }
 
-Effects DragSidebar(const Call& call, Point point) {
-  call.app.sidebarScroll = SidebarDragTo(PlaceSidebar(call.app), point.y);
-  call.window.RedrawTags();
-  return {.syncsBars = true};
+Effects Hover(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
+  Effects effects = TakeHover(view, context, layout, point);
+  effects.tracksMouse = true;
+  return effects;
 }
 
-Effects PressBar(const Call& call, const ListLayout& layout, Bar kind, Point point) {
-  call.app.lastScrollTick = call.context.nowMs;
-  call.window.StartTimer(kTimerScrollSettle, kTrackSettleMs);
-  const auto bar = PlaceBar(call.app, layout, kind);
-  call.app.list.dragBar = kind;
+Effects DragSidebar(SearchView& view, const ViewContext& context, Point point) {
+  view.sidebarScroll = SidebarDragTo(PlaceSidebar(view, context), point.y);
+  Effects effects = RedrawTags(view, context);
+  effects.syncsBars = true;
+  return effects;
+}
+
+Effects PressBar(SearchView& view, const ViewContext& context, const ListLayout& layout, Bar kind,
+                 Point point) {
+  view.lastScrollTick = context.nowMs;
+  context.window.StartTimer(kTimerScrollSettle, kTrackSettleMs);
+  const auto bar = PlaceBar(view, layout, kind);
+  view.list.dragBar = kind;
   if (bar && Holds(bar->thumb, point)) {
-    call.app.thumbDragging = kind == Bar::kVertical;
+    view.thumbDragging = kind == Bar::kVertical;
     return {.capture = Capture::kTake};
   }
-  MoveThumb(call.app, call.window, layout, point, call.context.nowMs);
-  call.app.list.dragBar = Bar::kNone;
-  return {};
+  Effects effects = MoveThumb(view, context, point);
+  view.list.dragBar = Bar::kNone;
+  return effects;
 }
 
-Effects PressHeader(const Call& call, const ListLayout& layout, Point point) {
-  AppState& app = call.app;
-  const int edge = ColumnEdgeAt(layout, app.scrollX, point);
+Effects PressHeader(SearchView& view, const ViewContext& context, const ListLayout& layout,
+                    Point point) {
+  const int edge = ColumnEdgeAt(layout, view.scrollX, point);
   if (edge >= 0) {
-    app.list.dragColumn = edge;
-    app.list.dragColumnX = point.x - layout.rows.left + app.scrollX;
-    app.list.dragColumnWidth = CurrentWindowSettings.columnWidth[static_cast<size_t>(edge)];
+    view.list.dragColumn = edge;
+    view.list.dragColumnX = point.x - layout.rows.left + view.scrollX;
+    view.list.dragColumnWidth = CurrentWindowSettings.columnWidth[static_cast<size_t>(edge)];
     return {.capture = Capture::kTake};
   }
-  const int column = ColumnAt(layout, app.scrollX, point.x);
-  if (column > 0 && app.features.sort) app.features.sort(column);
-  return {};
+  const int column = ColumnAt(layout, view.scrollX, point.x);
+  return column > 0 ? RequestSort(view, context, column, Direction::kByClick) : Effects();
 }
 
-Effects PressRows(const Call& call, const ListLayout& layout, const MouseEvent& event) {
-  const bool isName =
-      layout.view != ViewMode::kList || ColumnAt(layout, call.app.scrollX, event.at.x) == 1;
-  const RowPress press = {.row = RowAt(layout, call.app.scrollY, DisplayCount, event.at),
+Effects PressRows(SearchView& view, const ViewContext& context, const ListLayout& layout,
+                  const MouseEvent& event) {
+  const bool isName = layout.view != ViewMode::kList || ColumnAt(layout, view.scrollX, event.at.x) == 1;
+  const RowPress press = {.row = RowAt(layout, view.scrollY, DisplayCount, event.at),
                           .isNameColumn = isName,
                           .shift = event.shift,
                           .ctrl = event.ctrl,
-                          .nowMs = call.context.nowMs};
-  const PressOutcome outcome = PressRow(call.app.list, press);
-  if (outcome == PressOutcome::kRename) return {.editor = Editor::kOpen};
+                          .nowMs = context.nowMs};
+  const PressOutcome outcome = PressRow(view.list, press);
+  if (outcome == PressOutcome::kRename) return OpenRename(view, context);
   if (outcome != PressOutcome::kSelected) return {};
-  call.window.InvalidateList();
-  return {.focus = press.row >= 0 ? Focus::kWindow : Focus::kKeep};
+  return {.focus = press.row >= 0 ? Focus::kWindow : Focus::kKeep, .dirty = ListAreaOf(view, context)};
 }
 
-Effects Press(const Call& call, const MouseEvent& event) {
-  const ListLayout layout = PlaceList(call.app);
-  if (CurrentWindowSettings.sidebarLayout && Holds(PlaceSidebar(call.app).track, event.at)) {
-    call.app.list.dragsSidebar = true;
-    Effects effects = DragSidebar(call, event.at);
+Effects Press(SearchView& view, const ViewContext& context, const MouseEvent& event) {
+  const ListLayout layout = PlaceList(view, context);
+  if (CurrentWindowSettings.sidebarLayout && Holds(PlaceSidebar(view, context).track, event.at)) {
+    view.list.dragsSidebar = true;
+    Effects effects = DragSidebar(view, context, event.at);
     effects.capture = Capture::kTake;
     return effects;
   }
-  const int tag = SidebarTagAt(call.app, event.at);
-  if (tag >= 0) {
-    SelectFilterTag(call.app, call.window, tag);
-    return {};
-  }
-  const Bar bar = BarAt(call.app, layout, event.at);
-  if (bar != Bar::kNone) return PressBar(call, layout, bar, event.at);
-  if (Holds(layout.header, event.at)) return PressHeader(call, layout, event.at);
+  const int tag = SidebarTagAt(view, context, event.at);
+  if (tag >= 0) return SelectFilterTag(view, context, tag);
+  const Bar bar = BarAt(view, layout, event.at);
+  if (bar != Bar::kNone) return PressBar(view, context, layout, bar, event.at);
+  if (Holds(layout.header, event.at)) return PressHeader(view, context, layout, event.at);
   const bool isBelow = event.at.y >= layout.rows.top && event.at.x >= layout.rows.left;
-  return isBelow ? PressRows(call, layout, event) : Effects();
+  return isBelow ? PressRows(view, context, layout, event) : Effects();
 }
 
-Effects Double(const Call& call, const MouseEvent& event) {
-  const int64_t row = RowAt(PlaceList(call.app), call.app.scrollY, DisplayCount, event.at);
+Effects Double(SearchView& view, const ViewContext& context, const MouseEvent& event) {
+  const int64_t row = RowAt(PlaceList(view, context), view.scrollY, DisplayCount, event.at);
   // Two quick presses of a scrollbar or a header are two presses.
-  if (row < 0) return Press(call, event);
-  DoublePressRow(call.app.list, row);
-  RunFeature(call.app.features.openFocused);
+  if (row < 0) return Press(view, context, event);
+  DoublePressRow(view.list, row);
   return {};
 }
 
-void DragColumn(const Call& call, const ListLayout& layout, Point point) {
-  AppState& app = call.app;
-  int& width = CurrentWindowSettings.columnWidth[static_cast<size_t>(app.list.dragColumn)];
-  const int wanted = DraggedWidth(app.list.dragColumnWidth, app.list.dragColumnX,
-                                  point.x - layout.rows.left + app.scrollX);
-  if (wanted == width) return;
+Effects DragColumn(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
+  int& width = CurrentWindowSettings.columnWidth[static_cast<size_t>(view.list.dragColumn)];
+  const int wanted = DraggedWidth(view.list.dragColumnWidth, view.list.dragColumnX,
+                                  point.x - layout.rows.left + view.scrollX);
+  if (wanted == width) return {};
   width = wanted;
-  call.window.MoveRename();
-  RequestListRepaint(app, call.window, kDragRepaintMs, call.context.nowMs);
+  Effects effects = MoveRename(view, context);
+  effects.Join(RequestListRepaint(view, context, kDragRepaintMs));
+  return effects;
 }
 
-Effects Move(const Call& call, Point point) {
-  ListState& list = call.app.list;
-  if (list.dragsSidebar) return DragSidebar(call, point);
-  const ListLayout layout = PlaceList(call.app);
-  if (list.dragBar == Bar::kNone && list.dragColumn < 0) return Hover(call, layout, point);
-  if (list.dragBar != Bar::kNone) {
-    MoveThumb(call.app, call.window, layout, point, call.context.nowMs);
-  } else {
-    DragColumn(call, layout, point);
-  }
-  return {};
+Effects Move(SearchView& view, const ViewContext& context, Point point) {
+  ListState& list = view.list;
+  if (list.dragsSidebar) return DragSidebar(view, context, point);
+  const ListLayout layout = PlaceList(view, context);
+  if (list.dragBar == Bar::kNone && list.dragColumn < 0) return Hover(view, context, layout, point);
+  return list.dragBar != Bar::kNone ? MoveThumb(view, context, point)
+                                    : DragColumn(view, context, layout, point);
 }
 
 // What was held is let go of.
-Effects EndDrags(const Call& call) {
-  AppState& app = call.app;
+Effects EndDrags(SearchView& view, const ViewContext& context) {
   Effects effects;
-  if (std::exchange(app.list.dragsSidebar, false)) call.window.RedrawTags();
-  if (std::exchange(app.list.dragColumn, -1) >= 0) {
-    call.window.RelayoutList();
-    call.window.InvalidateList();
-    effects.savesSettings = true;
+  if (std::exchange(view.list.dragsSidebar, false)) effects.Join(RedrawTags(view, context));
+  if (std::exchange(view.list.dragColumn, -1) >= 0) {
+    effects.Join(RelayoutList(view, context));
+    effects.dirty = ListAreaOf(view, context);
+    SaveWindowSettings(context.window.Placement());
   }
-  if (std::exchange(app.list.dragBar, Bar::kNone) != Bar::kNone) {
-    app.thumbDragging = false;
-    app.lastScrollTick = call.context.nowMs;
-    call.window.RelayoutList();
-    call.window.StartTimer(kTimerScrollSettle, kReleaseSettleMs);
-    RequestListRepaint(app, call.window, kDragRepaintMs, call.context.nowMs);
+  if (std::exchange(view.list.dragBar, Bar::kNone) != Bar::kNone) {
+    view.thumbDragging = false;
+    view.lastScrollTick = context.nowMs;
+    effects.Join(RelayoutList(view, context));
+    context.window.StartTimer(kTimerScrollSettle, kReleaseSettleMs);
+    effects.Join(RequestListRepaint(view, context, kDragRepaintMs));
   }
   return effects;
 }
 
-Effects Release(const Call& call, Point point) {
+Effects Release(SearchView& view, const ViewContext& context, Point point) {
+  Effects effects;
   // A column ends where the button was let go, which need not be where the last move was.
-  if (call.app.list.dragColumn >= 0) DragColumn(call, PlaceList(call.app), point);
-  Effects effects = EndDrags(call);
+  if (view.list.dragColumn >= 0) {
+    effects = DragColumn(view, context, PlaceList(view, context), point);
+  }
+  effects.Join(EndDrags(view, context));
   effects.capture = Capture::kRelease;
   return effects;
 }
 
-Effects Rest(const Call& call, Point point, bool isTipShown) {
-  Effects effects;
-  if (IsDragging(call.app.list) || isTipShown) return effects;
-  TakeHover(call, PlaceList(call.app), point, effects);
-  const auto view = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
-  const Tip tip = TipOfCell(view, call.app.list.hoverRow, call.app.list.hoverColumn);
+Effects Rest(SearchView& view, const ViewContext& context, Point point) {
+  if (IsDragging(view.list) || context.isTipShown) return {};
+  Effects effects = TakeHover(view, context, PlaceList(view, context), point);
+  const auto kind = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
+  const Tip tip = TipOfCell(kind, view.list.hoverRow, view.list.hoverColumn);
   effects.tip = tip.text;
-  if (tip.isMissing && !IsScrolling(call.app, call.context.nowMs)) {
-    RunFeature(call.app.features.requestAttributes);
-  }
+  if (tip.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view, context);
   return effects;
 }
 
-Effects Leave(const Call& call) {
-  ListState& list = call.app.list;
-  const bool isTagHovered = std::exchange(list.hoverTag, -1) >= 0;
-  const bool isHovered = list.hoverRow >= 0 || list.hoverBar != Bar::kNone;
+Effects Leave(SearchView& view, const ViewContext& context) {
+  ListState& list = view.list;
+  Effects effects{.tip = u""};
+  if (list.hoverRow >= 0 || list.hoverBar != Bar::kNone) effects.dirty = ListAreaOf(view, context);
   list.hoverRow = -1;
   list.hoverColumn = -1;
   list.hoverBar = Bar::kNone;
-  if (isHovered) call.window.InvalidateList();
-  if (isTagHovered) call.window.RedrawTags();
-  call.window.TrimSelf();
-  return {.tip = u""};
-}
-
-// By whole categories, and never the list.
-Effects TurnSidebar(const Call& call, Point point, int delta) {
-  const SidebarLayout sidebar = PlaceSidebar(call.app);
-  const int rows = TakeTurn(call.app.list.sidebarRest, delta);
-  call.app.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
-  Effects effects = Hover(call, PlaceList(call.app), point);
-  effects.syncsBars = true;
-  call.window.RedrawTags();
+  if (std::exchange(list.hoverTag, -1) >= 0) effects.Join(RedrawTags(view, context));
+  context.window.TrimSelf();
   return effects;
 }
 
-Effects Turn(const Call& call, const MouseEvent& event) {
-  AppState& app = call.app;
-  const bool isOverSidebar = CurrentWindowSettings.sidebarLayout && event.at.x < app.sidebarWidth &&
-                             event.at.y >= app.headerTop;
+// By whole categories, and never the list.
+Effects TurnSidebar(SearchView& view, const ViewContext& context, Point point, int delta) {
+  const SidebarLayout sidebar = PlaceSidebar(view, context);
+  const int rows = TakeTurn(view.list.sidebarRest, delta);
+  view.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
+  Effects effects = Hover(view, context, PlaceList(view, context), point);
+  effects.syncsBars = true;
+  effects.Join(RedrawTags(view, context));
+  return effects;
+}
+
+Effects Turn(SearchView& view, const ViewContext& context, const MouseEvent& event) {
+  const bool isOverSidebar = CurrentWindowSettings.sidebarLayout && event.at.x < view.sidebarWidth &&
+                             event.at.y >= view.headerTop;
+  const bool isTable = static_cast<ViewMode>(CurrentWindowSettings.viewMode) == ViewMode::kList;
   Effects effects;
   if (isOverSidebar) {
-    effects = TurnSidebar(call, event.at, event.delta);
-  } else if (const ListLayout layout = PlaceList(app); event.shift && layout.view == ViewMode::kList) {
-    ScrollSideways(app, call.window, layout, -event.delta, call.context.nowMs);
+    effects = TurnSidebar(view, context, event.at, event.delta);
+  } else if (event.shift && isTable) {
+    effects = ScrollSideways(view, context, -event.delta);
   } else {
-    ScrollByWheel(app, call.window, layout, event.delta, call.context.nowMs);
+    effects = ScrollByWheel(view, context, event.delta);
   }
+  effects.tip = u"";
+  return effects;
+}
+
+Effects Tilt(SearchView& view, const ViewContext& context, int delta) {
+  Effects effects = ScrollSideways(view, context, delta);
   effects.tip = u"";
   return effects;
 }
 
 }  // namespace
 
-Effects OnSearchMouse(AppState& app, WindowPort& window, const ViewContext& context,
-                      const MouseEvent& event) {
-  const Call call{app, window, context};
+Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseEvent& event) {
   switch (event.kind) {
     case Mouse::kPress:
-      return Press(call, event);
+      return Press(view, context, event);
     case Mouse::kDouble:
-      return Double(call, event);
+      return Double(view, context, event);
     case Mouse::kRelease:
-      return Release(call, event.at);
+      return Release(view, context, event.at);
     case Mouse::kMove:
-      return Move(call, event.at);
+      return Move(view, context, event.at);
     case Mouse::kRest:
-      return Rest(call, event.at, context.isTipShown);
+      return Rest(view, context, event.at);
     case Mouse::kLeave:
-      return Leave(call);
+      return Leave(view, context);
     case Mouse::kLost:
-      return EndDrags(call);
+      return EndDrags(view, context);
     case Mouse::kWheel:
-      return Turn(call, event);
+      return Turn(view, context, event);
     case Mouse::kTilt:
-      ScrollSideways(app, window, PlaceList(app), event.delta, context.nowMs);
-      return {.tip = u""};
+      return Tilt(view, context, event.delta);
   }
   return {};
 }
 
-Effects RefreshHover(AppState& app, WindowPort& window, const ViewContext& context,
-                     std::optional<Point> mouse) {
-  app.list.hoverRow = -1;
-  app.list.hoverColumn = -1;
+Effects RefreshHover(SearchView& view, const ViewContext& context, std::optional<Point> mouse) {
+  view.list.hoverRow = -1;
+  view.list.hoverColumn = -1;
   Effects effects;
-  if (mouse && !IsDragging(app.list)) effects = Hover({app, window, context}, PlaceList(app), *mouse);
+  if (mouse && !IsDragging(view.list)) effects = Hover(view, context, PlaceList(view, context), *mouse);
   effects.tip = u"";
   return effects;
 }
 
-bool HasSizeCursor(const AppState& app, Point point) {
-  if (app.list.dragColumn >= 0) return true;
-  const ListLayout layout = PlaceList(app);
-  return BarAt(app, layout, point) == Bar::kNone && ColumnEdgeAt(layout, app.scrollX, point) >= 0;
+bool IsColumnEdge(const SearchView& view, const ViewContext& context, Point point) {
+  if (view.list.dragColumn >= 0) return true;
+  const ListLayout layout = PlaceList(view, context);
+  return BarAt(view, layout, point) == Bar::kNone && ColumnEdgeAt(layout, view.scrollX, point) >= 0;
 }
 
 }  // namespace quilmark

@@ -9,6 +9,8 @@
 #include "shell/list/list_colors.h"
 #include "shell/search/empty_state.h"
 #include "shell/search/highlight.h"
+#include "shell/search/list_scroll.h"
+#include "shell/search/result_messages.h"
 #include "shell/search/result_rows.h"
 #include "shell/search/search_places.h"
 #include "shell/view/tag.h"
@@ -33,46 +35,46 @@ void PaintBar(Canvas& canvas, const RowsPicture& picture, const std::optional<Sc
   PaintThumb(canvas, picture.context, bar->thumb, picture.colors, isActive);
 }
 
-void PaintTop(Canvas& canvas, const ViewContext& context, const AppState& app, Color letters) {
+void PaintTop(Canvas& canvas, const ViewContext& context, const SearchView& view, Color letters) {
   const int right = context.client.right;
-  canvas.Fill({0, 0, right, app.headerTop}, context.palette.toolbar);
-  canvas.Fill({0, app.headerTop - 1, right, app.headerTop}, context.palette.border);
+  canvas.Fill({0, 0, right, view.headerTop}, context.palette.toolbar);
+  canvas.Fill({0, view.headerTop - 1, right, view.headerTop}, context.palette.border);
   // Above the line below it, which stands higher beside a sidebar.
-  const int bottom = std::min(context.Scaled(kStatusBottom), app.headerTop - 1);
+  const int bottom = std::min(context.Scaled(kStatusBottom), view.headerTop - 1);
   const int height = std::max(context.Scaled(kStatusHeight), context.fonts.LineHeight(FontRole::kMain));
   const int margin = context.Scaled(kStatusLeft);
-  canvas.Text({margin, bottom - height, right - margin, bottom}, app.statusText,
+  canvas.Text({margin, bottom - height, right - margin, bottom}, context.status,
               {.font = FontRole::kMain, .color = letters});
 }
 
 // The filter categories, where they stand at the side.
-void PaintSidebar(Canvas& canvas, const ViewContext& context, const AppState& app,
+void PaintSidebar(Canvas& canvas, const ViewContext& context, const SearchView& view,
                   const ListColors& colors) {
   if (!CurrentWindowSettings.sidebarLayout) return;
-  const int width = app.sidebarWidth, bottom = context.client.bottom;
-  canvas.Fill({0, app.headerTop, width, bottom}, colors.panel);
-  const SidebarLayout sidebar = PlaceSidebar(app);
+  const int width = view.sidebarWidth, bottom = context.client.bottom;
+  canvas.Fill({0, view.headerTop, width, bottom}, colors.panel);
+  const SidebarLayout sidebar = PlaceSidebar(view, context);
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
     const int tag = sidebar.first + static_cast<int>(i);
-    PaintTag(canvas, context, sidebar.rows[i], SplitCaption(app.tagCaptions[static_cast<size_t>(tag)]),
-             {.isChosen = tag == ActiveCategory, .isHot = tag == app.list.hoverTag});
+    PaintTag(canvas, context, sidebar.rows[i], SplitCaption(view.tagCaptions[static_cast<size_t>(tag)]),
+             {.isChosen = tag == ActiveCategory, .isHot = tag == view.list.hoverTag});
   }
   if (sidebar.scrollLimit > 0) {
     canvas.Fill(sidebar.track, colors.panel);
-    PaintThumb(canvas, context, sidebar.thumb, colors, app.list.dragsSidebar);
+    PaintThumb(canvas, context, sidebar.thumb, colors, view.list.dragsSidebar);
   }
-  canvas.Fill({width - 1, app.headerTop, width, bottom}, context.palette.border);
+  canvas.Fill({width - 1, view.headerTop, width, bottom}, context.palette.border);
 }
 
-Emptiness WhyEmpty(const AppState& app) {
+Emptiness WhyEmpty(const SearchView& view) {
   if (!HeldResults()->empty()) return Emptiness::kFiltered;
-  return app.answeredText.empty() ? Emptiness::kNotAsked : Emptiness::kNotFound;
+  return view.answeredText.empty() ? Emptiness::kNotAsked : Emptiness::kNotFound;
 }
 
 // What to do here, where there is nothing to see.
-void PaintEmptyState(Canvas& canvas, const RowsPicture& picture, const AppState& app) {
+void PaintEmptyState(Canvas& canvas, const RowsPicture& picture, const SearchView& view) {
   if (DisplayCount != 0 || !Engine().ready) return;
-  const EmptyText text = EmptyListText(WhyEmpty(app), CountIndexed(Engine()));
+  const EmptyText text = EmptyListText(WhyEmpty(view), CountIndexed(Engine()));
   const Rect& rows = picture.layout.rows;
   const int middle = (rows.top + rows.bottom) / 2, line = picture.context.Scaled(kEmptyLine);
   const CanvasClip clip(canvas, rows);
@@ -84,33 +86,38 @@ void PaintEmptyState(Canvas& canvas, const RowsPicture& picture, const AppState&
 
 }  // namespace
 
-PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const AppState& app) {
-  const ListLayout layout = PlaceList(app);
+PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const SearchView& view) {
+  const ListLayout layout = PlaceList(view, context);
   const ListColors colors = ListColorsOf(context.palette);
   const std::u16string term = HighlightTerm(CurrentQueryText);
   const RowsPicture picture{.context = context,
                             .layout = layout,
                             .colors = colors,
-                            .list = app.list,
-                            .scrollY = app.scrollY,
-                            .scrollX = app.scrollX,
+                            .list = view.list,
+                            .scrollY = view.scrollY,
+                            .scrollX = view.scrollX,
                             .term = term};
   canvas.Fill(context.client, context.palette.surface);
   const PaintOutcome outcome = PaintRows(canvas, picture);
-  PaintEmptyState(canvas, picture, app);
+  PaintEmptyState(canvas, picture, view);
   PaintHeader(canvas, picture);
-  PaintBar(canvas, picture, VerticalBar(layout, app.scrollY, DisplayCount), Bar::kVertical);
-  PaintBar(canvas, picture, HorizontalBar(layout, app.scrollX), Bar::kHorizontal);
-  PaintSidebar(canvas, context, app, colors);
-  PaintTop(canvas, context, app, colors.status);
+  PaintBar(canvas, picture, VerticalBar(layout, view.scrollY, DisplayCount), Bar::kVertical);
+  PaintBar(canvas, picture, HorizontalBar(layout, view.scrollX), Bar::kHorizontal);
+  PaintSidebar(canvas, context, view, colors);
+  PaintTop(canvas, context, view, colors.status);
   return outcome;
 }
 
-void NotePaint(AppState& app, const Rect& place, const PaintOutcome& outcome, uint64_t nowMs) {
-  const Rect rows = PlaceList(app).rows;
+Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& place,
+                      const PaintOutcome& outcome) {
+  constexpr uint32_t kLaterMs = 100;
+  const Rect rows = PlaceList(view, context).rows;
   const bool isWhole = Intersection(rows, place) == rows;
-  if (isWhole) app.listPaintedMs = nowMs;
-  app.paintedMissing = outcome.isMissing || (app.paintedMissing && !isWhole);
+  if (isWhole) view.listPaintedMs = context.nowMs;
+  view.paintedMissing = outcome.isMissing || (view.paintedMissing && !isWhole);
+  // While the list moves nothing touches the disk; the settle timer comes back to it.
+  if (outcome.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view, context);
+  return outcome.isLater ? RequestListRepaint(view, context, kLaterMs) : Effects();
 }
 
 }  // namespace quilmark

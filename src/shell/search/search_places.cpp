@@ -4,56 +4,86 @@
 
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
+#include "shell/search/rename.h"
 #include "shell/search/row_text.h"
 #include "shell/view/tag.h"
 
 namespace quilmark {
 
-ListLayout PlaceList(const AppState& app) {
+namespace {
+
+// Fits the path column to the rows in view.
+void FitColumns(SearchView& view, const ViewContext& context) {
+  const ListLayout layout = PlaceList(view, context);
+  if (layout.view != ViewMode::kList) return;
+  const auto rows = ShownResults();
+  const RowsInView inView = RowsToPaint(layout, view.scrollY, rows->size());
+  int widest = 0;
+  for (uint64_t row = inView.first; row < inView.end; ++row) {
+    widest = std::max(widest, context.fonts.WidthOf(FontRole::kList, TextOfRow((*rows)[row]).folder));
+  }
+  view.pathColumnWidth = FitPathColumn(layout, widest, CurrentWindowSettings.columnWidth[kPathColumn]);
+}
+
+}  // namespace
+
+ListLayout PlaceList(const SearchView& view, const ViewContext& context) {
   ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
-                  .clientWidth = app.clientWidth,
-                  .clientHeight = app.clientHeight,
-                  .sidebarWidth = CurrentWindowSettings.sidebarLayout ? app.sidebarWidth : 0,
-                  .headerTop = app.headerTop,
-                  .dpi = app.systemDpi,
+                  .clientWidth = context.client.right,
+                  .clientHeight = context.client.bottom,
+                  .sidebarWidth = CurrentWindowSettings.sidebarLayout ? view.sidebarWidth : 0,
+                  .headerTop = view.headerTop,
+                  .dpi = context.dpi,
                   .columns = CurrentWindowSettings.columnWidth};
   // The stored width of the path column is its least; what is shown fits the rows in view.
-  input.columns[kPathColumn] = std::max(input.columns[kPathColumn], app.pathColumnWidth);
+  input.columns[kPathColumn] = std::max(input.columns[kPathColumn], view.pathColumnWidth);
   return LayoutList(input);
 }
 
-SidebarLayout PlaceSidebar(const AppState& app) {
-  return LayoutSidebar({.clientHeight = app.clientHeight,
-                        .headerTop = app.headerTop,
-                        .sidebarWidth = app.sidebarWidth,
-                        .dpi = app.systemDpi,
-                        .tags = static_cast<int>(app.tagCaptions.size()),
-                        .scroll = app.sidebarScroll});
+SidebarLayout PlaceSidebar(const SearchView& view, const ViewContext& context) {
+  return LayoutSidebar({.clientHeight = context.client.bottom,
+                        .headerTop = view.headerTop,
+                        .sidebarWidth = view.sidebarWidth,
+                        .dpi = context.dpi,
+                        .tags = static_cast<int>(view.tagCaptions.size()),
+                        .scroll = view.sidebarScroll});
 }
 
-FilterBarLayout PlaceTagButtons(const AppState& app, const TextMeasure& fonts) {
-  FilterBarInput input{.clientWidth = app.clientWidth,
-                       .dpi = app.systemDpi,
+FilterBarLayout PlaceTagButtons(const SearchView& view, const ViewContext& context) {
+  FilterBarInput input{.clientWidth = context.client.right,
+                       .dpi = context.dpi,
                        .sidebar = CurrentWindowSettings.sidebarLayout,
                        .tagWidths = {}};
-  for (const std::u16string& caption : app.tagCaptions) {
+  for (const std::u16string& caption : view.tagCaptions) {
     const TagText text = SplitCaption(caption);
-    input.tagWidths.push_back(FilterTagWidth(app.systemDpi, fonts.WidthOf(FontRole::kFilter, text.name),
-                                             fonts.WidthOf(FontRole::kFilter, text.count)));
+    input.tagWidths.push_back(FilterTagWidth(context.dpi,
+                                             context.fonts.WidthOf(FontRole::kFilter, text.name),
+                                             context.fonts.WidthOf(FontRole::kFilter, text.count)));
   }
   return LayoutFilterBar(input);
 }
 
-void FitColumns(AppState& app, const TextMeasure& fonts) {
-  const ListLayout layout = PlaceList(app);
-  if (layout.view != ViewMode::kList) return;
-  const auto rows = ShownResults();
-  const RowsInView inView = RowsToPaint(layout, app.scrollY, rows->size());
-  int widest = 0;
-  for (uint64_t row = inView.first; row < inView.end; ++row) {
-    widest = std::max(widest, fonts.WidthOf(FontRole::kList, TextOfRow((*rows)[row]).folder));
-  }
-  app.pathColumnWidth = FitPathColumn(layout, widest, CurrentWindowSettings.columnWidth[kPathColumn]);
+Rect ListAreaOf(const SearchView& view, const ViewContext& context) {
+  return {0, view.headerTop, context.client.right, context.client.bottom};
+}
+
+Effects RelayoutList(SearchView& view, const ViewContext& context) {
+  view.scrollY = ClampScroll(PlaceList(view, context), view.scrollY, DisplayCount);
+  FitColumns(view, context);
+  // A bar came or went with the fit.
+  const ListLayout layout = PlaceList(view, context);
+  view.scrollY = ClampScroll(layout, view.scrollY, DisplayCount);
+  view.scrollX = ClampHorizontal(layout, view.scrollX);
+  Effects effects = MoveRename(view, context);
+  effects.syncsBars = true;
+  effects.rehovers = true;
+  return effects;
+}
+
+Effects RedrawTags(const SearchView& view, const ViewContext& context) {
+  context.window.RedrawTags();
+  if (!CurrentWindowSettings.sidebarLayout) return {};
+  return {.dirty = {0, view.headerTop, view.sidebarWidth, context.client.bottom}};
 }
 
 }  // namespace quilmark

@@ -1,21 +1,27 @@
-// Where the parts of the search view stand now, by the state of the window and the settings. Interface
+// Where the parts of the search view stand now, by its state, the window and the settings. Interface
 // thread.
 #pragma once
 
-#include "canvas/text_measure.h"
-#include "shell/app/app_state.h"
 #include "shell/search/layout.h"
 #include "shell/search/list_layout.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
-ListLayout PlaceList(const AppState& app);
-SidebarLayout PlaceSidebar(const AppState& app);
+ListLayout PlaceList(const SearchView& view, const ViewContext& context);
+SidebarLayout PlaceSidebar(const SearchView& view, const ViewContext& context);
 
 // The buttons of the filter categories, and the height of all that stands above the list.
-FilterBarLayout PlaceTagButtons(const AppState& app, const TextMeasure& fonts);
+FilterBarLayout PlaceTagButtons(const SearchView& view, const ViewContext& context);
 
-// Fits the path column to the rows in view.
-void FitColumns(AppState& app, const TextMeasure& fonts);
+// What shows rows, columns and sidebar: from headerTop down.
+Rect ListAreaOf(const SearchView& view, const ViewContext& context);
+
+// Scroll offsets and path column as the rows in view want them; then the bars, the open editor and what
+// is under the mouse follow.
+Effects RelayoutList(SearchView& view, const ViewContext& context);
+
+// The filter categories are drawn anew, wherever they stand.
+Effects RedrawTags(const SearchView& view, const ViewContext& context);
 
 }  // namespace quilmark

@@ -1,17 +1,19 @@
 #include "shell/search/sort_request.h"
 
 #include "config/translate.h"
+#include "shell/search/search_places.h"
 
 namespace quilmark {
 
-void RequestSort(const AppState& app, WindowPort& window, int column, Direction direction) {
-  if (app.prewarmRunning) {
-    return window.SetStatus(
+Effects RequestSort(SearchView& view, const ViewContext& context, int column, Direction direction) {
+  if (view.prewarmRunning) {
+    context.window.SetStatus(
         TranslateOr(u"Status_PrewarmSortingDisabled",
                     u"Cache prewarming in progress. Sorting is temporarily disabled."));
+    return {};
   }
-  DoSortAsync(column, direction);
-  window.InvalidateList();
+  view.engine.Sort(column, direction);
+  return {.dirty = ListAreaOf(view, context)};
 }
 
 }  // namespace quilmark

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "search/sort.h"
-#include "shell/app/app_state.h"
-#include "shell/view/window_port.h"
+#include "shell/search/search_view.h"
 
 namespace quilmark {
 
 // Refused with a status while the attribute cache is warmed up.
-void RequestSort(const AppState& app, WindowPort& window, int column, Direction direction);
+Effects RequestSort(SearchView& view, const ViewContext& context, int column, Direction direction);
 
 }  // namespace quilmark

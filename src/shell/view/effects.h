@@ -15,7 +15,8 @@
 
 namespace quilmark {
 
-enum class Editor : uint8_t { kKeep, kOpen, kMove, kClose };  // of a name in the list
+// Of a name in the list. kOpen where it is open already: its text is selected, and the keys are its.
+enum class Editor : uint8_t { kKeep, kOpen, kMove, kClose };
 struct EditorPlace {
   Rect place;
   std::u16string text;  // of kOpen
@@ -30,15 +31,14 @@ enum class Focus : uint8_t { kKeep, kWindow, kSearchBox, kEditor };
 
 struct Effects {
   bool isTaken = true;    // false: the system's own handling follows
-  bool relayout = false;  // the controls are placed anew
+  bool relayout = false;  // the view is laid out anew, and its controls placed
   Editor editor = Editor::kKeep;
-  std::optional<EditorPlace> editorPlace;  // of kOpen and kMove
+  std::optional<EditorPlace> editorPlace;  // of kMove and a kOpen that opens
   Capture capture = Capture::kKeep;
   Focus focus = Focus::kKeep;
   bool syncsBars = false;             // the hidden scrollbars, which keep the state of the list
   bool rehovers = false;              // the view is told where the mouse stands now
   bool tracksMouse = false;           // the window is told when the mouse rests on it and when it leaves
-  bool savesSettings = false;         // with the size of the window
   std::optional<std::u16string> tip;  // beside the mouse; empty text: hidden
   Rect dirty;                         // to be painted again
   bool paintsNow = false;             // and not with the next pause

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "canvas/canvas.h"
@@ -21,22 +22,26 @@ class View {
  public:
   virtual ~View() = default;
 
-  // The controls that it needs, made at the start.
-  virtual std::vector<ControlSpec> Controls() const = 0;
+  // The controls that it needs, in the order in which Tab goes through them. Asked once, at the start.
+  virtual std::vector<ControlSpec> Controls() = 0;
   // Lays everything out, and says where its controls stand.
   virtual std::vector<ControlPlace> Layout(const ViewContext& context) = 0;
-  // It is shown from now on, laid out a moment ago.
-  virtual Effects Enter(const ViewContext& context) = 0;
-  virtual void Rescale(uint32_t from, uint32_t to) = 0;  // of all pixels that it remembers
+  // It was laid out a moment ago: the window has another size or scale, or shows it from now on.
+  virtual Effects LaidOut(const ViewContext& context) = 0;
+  virtual Effects Leave(const ViewContext& context) = 0;  // another is shown from now on
+  virtual void Rescale(uint32_t from, uint32_t to) = 0;   // of all pixels that it remembers
 
   // Covers every pixel that the canvas shows.
   virtual PaintOutcome Paint(Canvas& canvas, const ViewContext& context) const = 0;
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control,
                             const ViewContext& context) const = 0;
   // The place has been painted with that outcome.
-  virtual void NotePaint(const Rect& place, const PaintOutcome& outcome, const ViewContext& context) = 0;
+  virtual Effects NotePaint(const Rect& place, const PaintOutcome& outcome,
+                            const ViewContext& context) = 0;
 
   virtual Effects OnMouse(const MouseEvent& event, const ViewContext& context) = 0;
+  // What stands under the mouse may be another; empty: it is over another window.
+  virtual Effects Rehover(std::optional<Point> mouse, const ViewContext& context) = 0;
   virtual Effects OnPan(const PanEvent& event, const ViewContext& context) = 0;
   virtual bool CanPan(Point at, const ViewContext& context) const = 0;
   virtual Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) = 0;  // a virtual key code
@@ -47,6 +52,9 @@ class View {
 
   virtual bool HasSizeCursor(Point at, const ViewContext& context) const = 0;
   virtual std::vector<BarRange> Bars(const ViewContext& context) const = 0;  // of the hidden scrollbars
+  virtual Rect StatusPlace(const ViewContext& context) const = 0;            // empty: it shows no status
+  virtual Rect ListArea(
+      const ViewContext& context) const = 0;  // what a change of the focus concerns too
 };
 
 }  // namespace quilmark

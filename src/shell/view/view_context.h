@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "canvas/rect.h"
 #include "canvas/scale.h"
 #include "canvas/text_measure.h"
 #include "config/palette.h"
+#include "shell/view/window_port.h"
 
 namespace quilmark {
 
@@ -16,7 +18,9 @@ struct ViewContext {
   Rect client;
   const Palette& palette;
   const TextMeasure& fonts;
-  bool hasFocus = false;  // keys go to the window itself, and not to one of its controls
+  WindowPort& window;
+  std::u16string_view status;  // the line that SetStatus has set
+  bool hasFocus = false;       // keys go to the window itself, and not to one of its controls
   bool isTipShown = false;
   uint64_t nowMs = 0;
 

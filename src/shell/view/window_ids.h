@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 #include "index/volume_life.h"
 #include "search/attr_jobs.h"
@@ -29,6 +30,51 @@ inline constexpr uint32_t kTimerCaptureHint = 30013;
 inline constexpr uint32_t kTimerRepaint = 30014;
 inline constexpr uint32_t kTimerTaskbar = 30015;
 
+// Whose a number is. The first three are the modes of the window, by their values.
+enum class Owner : uint8_t { kSearch, kAnalysis, kDuplicates, kShownView, kApp };
+enum class When : uint8_t { kInEveryMode, kInItsMode };
+enum class Firing : uint8_t { kOnce, kRepeating };
+
+// A message or a timer. In every mode: its owner hears of it also while another view is shown.
+struct NumberRow {
+  uint32_t number = 0;
+  Owner owner = Owner::kApp;
+  When when = When::kInEveryMode;
+  Firing firing = Firing::kOnce;  // of a timer
+};
+
+inline constexpr NumberRow kMessageNumbers[] = {
+    {WM_INDEX_STATE, Owner::kApp},        {WM_SEARCH_RESULTS, Owner::kSearch},
+    {WM_SEARCH_STATUS, Owner::kSearch},   {WM_FILTER_RESULTS, Owner::kSearch},
+    {WM_RECENT_LOADED, Owner::kSearch},   {WM_ATTRS_UPDATED, Owner::kSearch},
+    {WM_NON_NTFS_REFRESHED, Owner::kApp}, {WM_VOLUME_LOST, Owner::kApp},
+    {WM_VOLUMES_SYNCED, Owner::kApp},     {WM_RESORT_RESULTS, Owner::kSearch},
+};
+
+inline constexpr NumberRow kTimerNumbers[] = {
+    {ID_TIMER_TRAY_RETRY, Owner::kApp, When::kInEveryMode, Firing::kRepeating},
+    {TIMER_SEARCH_DEBOUNCE, Owner::kSearch},
+    {kTimerScrollSettle, Owner::kSearch},
+    {kTimerHiddenStart, Owner::kApp},
+    {kTimerPrewarm, Owner::kSearch},
+    {kTimerPrewarmPoll, Owner::kSearch, When::kInEveryMode, Firing::kRepeating},
+    {kTimerFilterCounts, Owner::kSearch},
+    {kTimerCacheAutosave, Owner::kApp, When::kInEveryMode, Firing::kRepeating},
+    {kTimerIdleTrim, Owner::kApp},
+    {kTimerWorkTrim, Owner::kApp},
+    {kTimerRepaint, Owner::kShownView},
+    {kTimerTaskbar, Owner::kApp},
+};
+
+// Null for a number of nobody.
+template <size_t rows>
+constexpr const NumberRow* RowOfNumber(const NumberRow (&table)[rows], uint32_t number) {
+  for (const NumberRow& row : table) {
+    if (row.number == number) return &row;
+  }
+  return nullptr;
+}
+
 // Hotkeys.
 inline constexpr int kHotkeyShow = 30001;        // shows or hides the window
 inline constexpr int kHotkeyForeground = 30012;  // shows the foreground program's file
@@ -52,6 +98,27 @@ inline constexpr int kFirstTag = 200;  // and up: a button a filter category
 // Commands of the tray menu.
 inline constexpr int kTrayShow = 20001;
 inline constexpr int kTrayExit = 20002;
+
+// Two things with one number would get each other's messages.
+constexpr bool AreAllDifferent(std::initializer_list<uint32_t> numbers) {
+  for (const uint32_t* one = numbers.begin(); one != numbers.end(); ++one) {
+    for (const uint32_t* other = one + 1; other != numbers.end(); ++other) {
+      if (*one == *other) return false;
+    }
+  }
+  return true;
+}
+static_assert(AreAllDifferent({WM_INDEX_STATE, WM_SEARCH_RESULTS, WM_SEARCH_STATUS, WM_FILTER_RESULTS,
+                               WM_RECENT_LOADED, WM_ATTRS_UPDATED, WM_NON_NTFS_REFRESHED, WM_VOLUME_LOST,
+                               WM_VOLUMES_SYNCED, WM_RESORT_RESULTS, kTrayCallback}));
+static_assert(AreAllDifferent({ID_TIMER_TRAY_RETRY, TIMER_SEARCH_DEBOUNCE, kTimerScrollSettle,
+                               kTimerHiddenStart, kTimerPrewarm, kTimerPrewarmPoll, kTimerFilterCounts,
+                               kTimerCacheAutosave, kTimerIdleTrim, kTimerWorkTrim, kTimerCaptureHint,
+                               kTimerRepaint, kTimerTaskbar, uint32_t{kHotkeyShow},
+                               uint32_t{kHotkeyForeground}}));
+static_assert(AreAllDifferent({kSearchBox, kStatusText, kScopeBox, kVerticalBar, kSizePreset,
+                               kTimePreset, kSizeBox, kSecondSizeBox, kSizeUnit, kDateFrom, kDateTo,
+                               kHorizontalBar, kSidebarBar, kFirstTag, kTrayShow, kTrayExit}));
 
 inline constexpr uint16_t kAppIcon = 104;  // resource
 

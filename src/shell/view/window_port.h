@@ -3,14 +3,23 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "canvas/rect.h"
-#include "shell/app/tray_presence.h"
+#include "config/window_settings.h"
+#include "shell/view/effects.h"
 
 namespace quilmark {
 
-// All calls on the interface thread.
+enum class TrayIconState {
+  kAbsent,  // the shell took nothing
+  kPut,     // it is there, and was not
+  kStood,   // it was there, whatever was believed of it
+};
+
+// All calls on the interface thread. Those of the first part never bring a message before they return.
 struct WindowPort {
   virtual ~WindowPort() = default;
 
@@ -21,32 +30,26 @@ struct WindowPort {
   virtual void SetTitle(const std::u16string& title) = 0;
   virtual void SetStatus(const std::u16string& text) = 0;
 
-  virtual std::u16string SearchBoxText() = 0;
-  virtual void ClearSearchBox() = 0;  // without starting a search
-  virtual bool IsSearchBoxEnabled() = 0;
-  virtual void EnableSearchBox() = 0;
-  virtual void FocusSearchBox() = 0;
-  virtual void RebuildScopeBox() = 0;
+  // Of a control, which does not report what it is told here.
+  virtual void SetText(int id, const std::u16string& text) = 0;
+  virtual void SetItems(int id, const std::vector<std::u16string>& items, int chosen) = 0;
+  virtual void RedrawTags() = 0;
 
-  virtual void CancelRename() = 0;
-  virtual void MoveRename() = 0;      // after its row, which is somewhere else now
-  virtual void RedrawTags() = 0;      // of the filter categories
-  virtual void InvalidateList() = 0;  // from headerTop down
-  virtual void Invalidate(const Rect& place) = 0;
-  // Path column and scrollbars from the rows and the scroll offset; what is under the mouse from both.
-  virtual void RelayoutList() = 0;
-
+  virtual std::optional<WindowPlacement> Placement() = 0;  // empty where the system does not say
   virtual bool IsVisible() = 0;
+  virtual bool SystemShutsDown() = 0;
+  virtual void TrimSelf() = 0;         // subject to the rule of MayTrim
+  virtual void TrimSelfInJob() = 0;    // the same on a background job
+  virtual void TrimOthersInJob() = 0;  // if the user wants it
+
+  // For whoever answers a message of the system itself, and reads all state anew afterwards.
+  virtual void CarryOut(const Effects& effects) = 0;
+  virtual void TellError(const std::u16string& text) = 0;  // comes back when the user has seen it
   virtual void Hide() = 0;
   virtual void ShowAndRaise() = 0;  // restored, on a screen, in front, focus in the search box
   virtual void Destroy() = 0;
   // Sets trayIconAdded; on failure the retry timer.
   virtual TrayIconState AddOrUpdateTrayIcon() = 0;
-  virtual bool SystemShutsDown() = 0;
-
-  virtual void TrimSelf() = 0;         // subject to the rule of MayTrim
-  virtual void TrimSelfInJob() = 0;    // the same on a background job
-  virtual void TrimOthersInJob() = 0;  // if the user wants it
 };
 
 }  // namespace quilmark

@@ -23,7 +23,7 @@ std::u16string TextOf(std::u16string_view name) {
 // How often the attributes were saved at an end that may take a minute for them.
 int SavesAtTheEnd(WindowHarness& harness) {
   auto saves = std::make_shared<std::atomic<int>>(0);
-  harness.app.features.saveAttributes = [saves] { ++*saves; };
+  harness.engine.save = [saves] { ++*saves; };
   SaveAtSessionEnd(harness.app, harness.window, 60'000);
   return *saves;
 }
@@ -69,7 +69,7 @@ TEST(SessionEnd, DoesNotWaitForADiskThatHangs) {
   WindowHarness harness;
   ++AttrCacheGeneration;
   auto disk = std::make_shared<std::binary_semaphore>(0);
-  harness.app.features.saveAttributes = [disk] { disk->acquire(); };
+  harness.engine.save = [disk] { disk->acquire(); };
   SaveAtSessionEnd(harness.app, harness.window, 1);  // comes back
   EXPECT_NE(TextOf(u"perf_metrics.log").find(u"summary hit_ratio="), std::u16string::npos);
   disk->release();

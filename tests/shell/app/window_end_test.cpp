@@ -18,7 +18,7 @@ TEST(WindowEnd, ReleasesEverythingInOrder) {
   AddVolume(Engine(), MakeTestVolume(u"Q:"));
   harness.app.trayIconAdded = true;
   bool shutdownAtSave = false;
-  harness.app.features.saveAttributes = [&] {
+  harness.engine.save = [&] {
     shutdownAtSave = ShutdownRequested;
     harness.window.calls.push_back("saveAttributes");
   };

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/text_file.h"
-#include "shell/app/window_timers.h"
+#include "shell/app/routing.h"
 #include "shell/search/search_keys.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
@@ -18,6 +18,22 @@ using Calls = std::vector<std::string>;
 
 class WindowEvents : public testing::Test {
  protected:
+  // With the editor of a name open.
+  void Close() {
+    app.search.renaming.emplace();
+    CloseWindowRequest(app, harness.Context());
+    EXPECT_FALSE(app.search.renaming);
+  }
+  void Type(const std::u16string& text) {
+    harness.Carry(TakeTypedText(app.search, harness.Context(), text));
+  }
+  bool Press(uint32_t key, const std::u16string& text) {
+    return harness.Carry(TakeSearchKey(harness.Context(), key, text));
+  }
+  void Choose(int scope) {
+    harness.Carry(app.search.OnControl({.kind = ControlEvent::kChosen, .id = kScopeBox, .value = scope},
+                                       harness.Context()));
+  }
   void AddDrive(std::u16string_view drive) { AddVolume(Engine(), MakeTestVolume(drive)); }
 
   WindowHarness harness;
@@ -28,65 +44,68 @@ class WindowEvents : public testing::Test {
 TEST_F(WindowEvents, ACloseHidesWhereTheTrayIconStands) {
   Engine().ready = true;
   app.trayIconAdded = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "TrimSelf", "Hide"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "TrimSelf", "Hide"}));
 }
 
 TEST_F(WindowEvents, ACloseEndsTheProgramWithoutATrayIcon) {
   Engine().ready = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "Destroy"}));
   window.calls.clear();
   OnTaskbarCreated(app, window, 0);
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"AddOrUpdateTrayIcon", "CancelRename", "TrimSelf", "Hide"}));
+  Close();
+  EXPECT_EQ(window.calls,
+            (Calls{"AddOrUpdateTrayIcon", "CloseEditor", "InvalidateList", "TrimSelf", "Hide"}));
 }
 
 TEST_F(WindowEvents, ACloseEndsTheProgramBeforeAVolumeIsReady) {
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "Destroy"}));
   EXPECT_FALSE(app.closeBoxPressed);
 }
 
 TEST_F(WindowEvents, ACloseDuringAHiddenStartKeepsTheRun) {
   app.hiddenStart = true;
   app.closeBoxPressed = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "TrimSelf", "Hide"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "TrimSelf", "Hide"}));
   EXPECT_FALSE(app.closeBoxPressed);
 }
 
 TEST_F(WindowEvents, AHiddenStartEndsWithTheSystem) {
   app.hiddenStart = true;
   window.systemShutsDown = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "Destroy"}));
 }
 
 TEST_F(WindowEvents, TheMenusExitEndsTheProgram) {
   Engine().ready = true;
   app.trayIconAdded = true;
   app.exitRequested = true;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.calls, (Calls{"CancelRename", "Destroy"}));
+  Close();
+  EXPECT_EQ(window.calls, (Calls{"CloseEditor", "InvalidateList", "Destroy"}));
 }
 
 TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   Engine().ready = true;
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
-  app.scrollY = 440;
-  SelectOnly(app.list.selection, 3);
-  window.searchBox = u"needle";
+  harness.HoldResults(100);
+  FollowNewResults(KeepFiltered::kNo, 100);
+  app.search.scrollY = 440;
+  SelectOnly(app.search.list.selection, 3);
+  app.search.boxText = u"needle";
   CurrentQueryText = u"needle";
   scopeIndex = kScopeDesktop;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.searchBox, u"");
+  Close();
+  EXPECT_EQ(app.search.boxText, u"");
   EXPECT_EQ(CurrentQueryText, u"");
-  EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(app.list.selection.focusRow, -1);
+  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.list.selection.focusRow, -1);
   EXPECT_EQ(scopeIndex, kScopeAll);
   EXPECT_FALSE(app.closeBoxPressed);
   EXPECT_FALSE(window.isVisible);
@@ -99,12 +118,12 @@ TEST_F(WindowEvents, TheCloseButtonBringsTheRecentFilesBack) {
   searchHooks.recentResults = [recent] { return recent; };
   Engine().ready = true;
   app.trayIconAdded = true;
-  TakeSearchKey(window, kKeyEnter, u"");
+  Press(kKeyEnter, u"");
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
-  CloseWindowRequest(app, window);  // of another source
+  Close();  // of another source
   EXPECT_TRUE(SuppressRecentView);
   app.closeBoxPressed = true;
-  CloseWindowRequest(app, window);
+  Close();
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
   EXPECT_EQ(HeldResults(), recent);
   EXPECT_FALSE(SuppressRecentView);
@@ -113,12 +132,12 @@ TEST_F(WindowEvents, TheCloseButtonBringsTheRecentFilesBack) {
 TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
   Engine().ready = true;
   app.trayIconAdded = true;
-  app.scrollY = 440;
-  window.searchBox = u"needle";
+  app.search.scrollY = 440;
+  app.search.boxText = u"needle";
   scopeIndex = kScopeDesktop;
-  CloseWindowRequest(app, window);
-  EXPECT_EQ(window.searchBox, u"needle");
-  EXPECT_EQ(app.scrollY, 440);
+  Close();
+  EXPECT_EQ(app.search.boxText, u"needle");
+  EXPECT_EQ(app.search.scrollY, 440);
   EXPECT_EQ(scopeIndex, kScopeDesktop);
 }
 
@@ -127,7 +146,7 @@ TEST_F(WindowEvents, TheCloseButtonKeepsTheScopeOfAVolume) {
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
   scopeIndex = kScopeFirstVolume;
-  CloseWindowRequest(app, window);
+  Close();
   EXPECT_EQ(scopeIndex, kScopeFirstVolume);
 }
 
@@ -153,9 +172,9 @@ TEST_F(WindowEvents, TheFirstShowRunsTheSearchThatAHiddenStartLeft) {
 }
 
 TEST_F(WindowEvents, AnActiveWindowHasTheFocusInTheSearchBox) {
-  OnActivation(window, Activation::kActivated);
-  EXPECT_EQ(window.calls, (Calls{"FocusSearchBox", "StopTimer 30010"}));
-  OnActivation(window, Activation::kDeactivated);
+  harness.Carry(OnActivation(app, harness.Context(), Activation::kActivated));
+  EXPECT_EQ(window.calls, (Calls{"StopTimer 30010", "FocusSearchBox"}));
+  harness.Carry(OnActivation(app, harness.Context(), Activation::kDeactivated));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30010, 30'000}}));
 }
 
@@ -182,7 +201,7 @@ TEST_F(WindowEvents, TheLastWordOfAShellIsNotLost) {
   EXPECT_TRUE(window.timers.empty());
   for (const uint64_t now : {5'400u, 5'900u}) OnTaskbarCreated(app, window, now);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30015, 600}}));
-  EXPECT_TRUE(FireTimer(app, window, 30015));
+  EXPECT_TRUE(harness.Carry(RouteTimer(app, harness.Context(), 30015)));
   EXPECT_EQ(window.Count("AddOrUpdateTrayIcon"), 2u);
   EXPECT_TRUE(window.timers.empty());
 }
@@ -200,7 +219,7 @@ TEST_F(WindowEvents, OnlyAShellThatHadLostTheIconLeavesALine) {
 
 TEST_F(WindowEvents, TypingDebouncesToOneSearch) {
   const uint64_t before = searchGeneration;
-  for (const auto* text : {u"n", u"ne", u"nee"}) OnSearchTextChanged(window, text);
+  for (const auto* text : {u"n", u"ne", u"nee"}) Type(text);
   EXPECT_EQ(CurrentQueryText, u"nee");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30003, 260}}));
   EXPECT_EQ(searchGeneration, before);
@@ -208,18 +227,18 @@ TEST_F(WindowEvents, TypingDebouncesToOneSearch) {
 
 // The names in view are marked by what stands in the box, whenever the results come.
 TEST_F(WindowEvents, AnotherTermDrawsTheNamesAnew) {
-  OnSearchTextChanged(window, u"n");
+  Type(u"n");
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
-  OnSearchTextChanged(window, u" N ");
-  OnSearchTextChanged(window, u"s:n|txt");
+  Type(u" N ");
+  Type(u"s:n|txt");
   EXPECT_EQ(window.Count("InvalidateList"), 1u) << "the same term";
-  OnSearchTextChanged(window, u"s:ne|txt");
+  Type(u"s:ne|txt");
   EXPECT_EQ(window.Count("InvalidateList"), 2u);
 }
 
 TEST_F(WindowEvents, AContentQueryWaitsForEnter) {
-  OnSearchTextChanged(window, u"n");
-  OnSearchTextChanged(window, u" S:needle");
+  Type(u"n");
+  Type(u" S:needle");
   EXPECT_EQ(CurrentQueryText, u" S:needle");
   EXPECT_TRUE(window.timers.empty());
 }
@@ -227,36 +246,36 @@ TEST_F(WindowEvents, AContentQueryWaitsForEnter) {
 TEST_F(WindowEvents, EnterSearchesAtOnce) {
   Engine().ready = true;
   window.timers[30003] = 260;
-  EXPECT_TRUE(TakeSearchKey(window, kKeyEnter, u" needle "));
+  EXPECT_TRUE(Press(kKeyEnter, u" needle "));
   EXPECT_TRUE(window.timers.empty());
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
 TEST_F(WindowEvents, EnterInAnEmptyBoxListsTheWholeIndex) {
   Engine().ready = true;
-  EXPECT_TRUE(TakeSearchKey(window, kKeyEnter, u"  "));
+  EXPECT_TRUE(Press(kKeyEnter, u"  "));
   EXPECT_TRUE(SuppressRecentView);
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
 TEST_F(WindowEvents, EscapeEndsAContentSearchAndNothingElse) {
   const uint64_t before = searchGeneration;
-  EXPECT_FALSE(TakeSearchKey(window, kKeyEscape, u"needle"));
+  EXPECT_FALSE(Press(kKeyEscape, u"needle"));
   EXPECT_EQ(searchGeneration, before);
-  EXPECT_TRUE(TakeSearchKey(window, kKeyEscape, u"s:needle"));
+  EXPECT_TRUE(Press(kKeyEscape, u"s:needle"));
   EXPECT_EQ(searchGeneration, before + 1);
   EXPECT_EQ(window.status, u"Content search canceled.");
-  EXPECT_FALSE(TakeSearchKey(window, u'A', u"s:needle"));
+  EXPECT_FALSE(Press(u'A', u"s:needle"));
 }
 
 TEST_F(WindowEvents, ANewScopeTakesEffectWithTheNextSearch) {
   window.timers[30003] = 260;
   const uint64_t before = searchGeneration;
-  OnScopeChosen(app, window, 2);
+  Choose(2);
   EXPECT_EQ(scopeIndex, 2);
   EXPECT_TRUE(window.timers.empty());
   EXPECT_EQ(searchGeneration, before);
-  OnScopeChosen(app, window, -1);
+  Choose(-1);
   EXPECT_EQ(scopeIndex, 2);
 }
 
@@ -265,7 +284,7 @@ TEST_F(WindowEvents, AnEjectReleasesTheVolumeAtOnce) {
   for (const auto event : {DriveEvent::kQueryRemove, DriveEvent::kRemovePending}) {
     Engine().volumes.front()->valid = true;
     window.status.clear();
-    OnDriveEvent(app, window, static_cast<uint32_t>(event), 1u << 16);
+    OnDriveEvent(app, harness.Context(), static_cast<uint32_t>(event), 1u << 16);
     EXPECT_FALSE(Engine().volumes.front()->valid);
     EXPECT_EQ(window.status, u"Drive eject detected. Handles released proactively.");
     EXPECT_EQ(harness.search.Next().message, WM_VOLUME_LOST);
@@ -274,9 +293,9 @@ TEST_F(WindowEvents, AnEjectReleasesTheVolumeAtOnce) {
 
 TEST_F(WindowEvents, ARemovalSearchesAgain) {
   AddDrive(u"Q:");
-  window.searchBox = u"needle";
-  OnDriveEvent(app, window, static_cast<uint32_t>(DriveEvent::kRemoveComplete), 1u << 16);
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  app.search.boxText = u"needle";
+  OnDriveEvent(app, harness.Context(), static_cast<uint32_t>(DriveEvent::kRemoveComplete), 1u << 16);
+  EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(window.status, u"A disk was removed. The drive selection was updated automatically.");
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
@@ -284,10 +303,10 @@ TEST_F(WindowEvents, ARemovalSearchesAgain) {
 TEST_F(WindowEvents, AnotherDrivesEventsChangeNothing) {
   AddDrive(u"Q:");
   for (const uint32_t event : {32769u, 32771u, 32772u}) {
-    OnDriveEvent(app, window, event, 1u << 15);
-    OnDriveEvent(app, window, event, std::nullopt);
+    OnDriveEvent(app, harness.Context(), event, 1u << 15);
+    OnDriveEvent(app, harness.Context(), event, std::nullopt);
   }
-  OnDriveEvent(app, window, 7, 1u << 16);
+  OnDriveEvent(app, harness.Context(), 7, 1u << 16);
   EXPECT_TRUE(Engine().volumes.front()->valid);
   EXPECT_EQ(window.status, u"before");
   EXPECT_TRUE(window.calls.empty());
@@ -296,7 +315,7 @@ TEST_F(WindowEvents, AnotherDrivesEventsChangeNothing) {
 TEST_F(WindowEvents, DrivesAreLeftAloneDuringTheEnd) {
   AddDrive(u"Q:");
   ShutdownRequested = true;
-  OnDriveEvent(app, window, 32769, 1u << 16);
+  OnDriveEvent(app, harness.Context(), 32769, 1u << 16);
   EXPECT_TRUE(Engine().volumes.front()->valid);
 }
 
@@ -316,33 +335,33 @@ class NoticeEvents : public WindowEvents {
 };
 
 TEST_F(NoticeEvents, AVolumeThatSomebodyWantsIsGivenBackAtOnce) {
-  OnVolumeNotice(app, window, VolumeNotice::kWanted, kNotice);
+  OnVolumeNotice(app, harness.Context(), VolumeNotice::kWanted, kNotice);
   EXPECT_FALSE(IsSearched());
   EXPECT_EQ(window.status, u"Drive eject detected. Handles released proactively.");
   EXPECT_EQ(harness.search.Next().message, WM_VOLUME_LOST);
 }
 
 TEST_F(NoticeEvents, AVolumeThatIsFreeAgainIsLookedForAgain) {
-  OnVolumeNotice(app, window, VolumeNotice::kFree, kNotice);
+  OnVolumeNotice(app, harness.Context(), VolumeNotice::kFree, kNotice);
   EXPECT_TRUE(harness.search.IsQuiet()) << "nobody took it";
   Engine().volumes.front()->valid = false;
-  OnVolumeNotice(app, window, VolumeNotice::kFree, kNotice);
+  OnVolumeNotice(app, harness.Context(), VolumeNotice::kFree, kNotice);
   EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
 }
 
 TEST_F(NoticeEvents, AVolumeThatIsGoneIsSearchedNoMore) {
-  OnVolumeNotice(app, window, VolumeNotice::kGone, kNotice);
+  OnVolumeNotice(app, harness.Context(), VolumeNotice::kGone, kNotice);
   EXPECT_FALSE(IsSearched());
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
 TEST_F(NoticeEvents, AnotherVolumesNoticesChangeNothing) {
   for (const auto notice : {VolumeNotice::kWanted, VolumeNotice::kFree, VolumeNotice::kGone}) {
-    OnVolumeNotice(app, window, notice, kNotice + 1);
+    OnVolumeNotice(app, harness.Context(), notice, kNotice + 1);
   }
   ShutdownRequested = true;
-  OnVolumeNotice(app, window, VolumeNotice::kWanted, kNotice);
+  OnVolumeNotice(app, harness.Context(), VolumeNotice::kWanted, kNotice);
   EXPECT_TRUE(IsSearched());
   EXPECT_EQ(window.status, u"before");
   EXPECT_TRUE(window.calls.empty());

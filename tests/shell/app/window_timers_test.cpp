@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/app/engine_messages.h"
+#include "shell/app/routing.h"
 #include "shell/app/window_events.h"
-#include "shell/search/result_messages.h"
+#include "shell/search/list_scroll.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
 #include "support/mapped_drive.h"
@@ -15,7 +17,15 @@ class WindowTimers : public testing::Test {
  protected:
   bool Fire(uint32_t id) {
     window.timers[id] = 1;  // armed, as a timer that fires is
-    return FireTimer(app, window, id);
+    return harness.Carry(RouteTimer(app, harness.Context(), id));
+  }
+
+  void AskFor(const Rect& part, uint64_t nowMs) {
+    const ViewContext context = harness.Context(nowMs);
+    harness.Carry(RequestRepaintOf(app.search.repaint, context, app.search.ListArea(context), part, 16));
+  }
+  void AskForAll(uint64_t nowMs) {
+    harness.Carry(RequestListRepaint(app.search, harness.Context(nowMs), 16));
   }
 
   WindowHarness harness;
@@ -24,8 +34,8 @@ class WindowTimers : public testing::Test {
 };
 
 TEST_F(WindowTimers, UnknownOnesAreNotTaken) {
-  EXPECT_FALSE(FireTimer(app, window, 30'001));
-  EXPECT_FALSE(FireTimer(app, window, 30'016));
+  EXPECT_FALSE(harness.Carry(RouteTimer(app, harness.Context(), 30'001)));
+  EXPECT_FALSE(harness.Carry(RouteTimer(app, harness.Context(), 30'016)));
   EXPECT_TRUE(window.calls.empty());
 }
 
@@ -63,24 +73,21 @@ TEST_F(WindowTimers, TheDebounceSearchesForTheLastText) {
 }
 
 TEST_F(WindowTimers, AScrollingListSettlesLater) {
-  int asked = 0;
-  app.features.requestAttributes = [&asked] { ++asked; };
-  app.features.requestThumbnails = [&asked] { ++asked; };
-  app.thumbDragging = true;
+  app.search.thumbDragging = true;
   Fire(30004);
   EXPECT_EQ(window.timers.at(30004), 80u);
-  EXPECT_EQ(asked, 0);
-  app.thumbDragging = false;
+  EXPECT_TRUE(harness.engine.requested.empty());
+  app.search.thumbDragging = false;
   Fire(30004);
   EXPECT_EQ(window.timers.count(30004), 0u);
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(harness.engine.requested.size(), 1u);
   EXPECT_EQ(window.timers.at(30014), 80u);
 }
 
 TEST_F(WindowTimers, AListScrollsFor350MillisecondsAfterAStep) {
-  app.lastScrollTick = 1'000;
-  EXPECT_TRUE(IsScrolling(app, 1'349));
-  EXPECT_FALSE(IsScrolling(app, 1'350));
+  app.search.lastScrollTick = 1'000;
+  EXPECT_TRUE(IsScrolling(app.search, 1'349));
+  EXPECT_FALSE(IsScrolling(app.search, 1'350));
 }
 
 TEST_F(WindowTimers, AHiddenStartStaysHiddenAndGoesOnTrying) {
@@ -133,14 +140,14 @@ TEST_F(WindowTimers, TheSearchForAVolumeGoesOnRoundAfterRoundUntilThereIsOne) {
 
 TEST_F(WindowTimers, AShowDoesNotEndTheSearchForAVolume) {
   const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
-  TakeResultMessage(app, window, {.message = WM_INDEX_STATE, .first = 1});
+  harness.Carry(RoutePosted(app, harness.Context(), {.message = WM_INDEX_STATE, .first = 1}));
   EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   ShowMainWindow(app, window);
   EXPECT_EQ(window.timers.count(30005), 0u);
   const PostedMessage settled = harness.search.Next();  // looked at once
   EXPECT_EQ(settled.message, WM_VOLUMES_SYNCED);
-  TakeResultMessage(app, window, settled);
+  harness.Carry(RoutePosted(app, harness.Context(), settled));
   EXPECT_EQ(window.timers.at(30005), 5'000u);
   EXPECT_TRUE(WaitForBackgroundJobs(60'000));
 }
@@ -156,9 +163,11 @@ TEST_F(WindowTimers, AShowAsksForNoVolumeWhereOneIsReadyOrTheStartStillRuns) {
 TEST_F(WindowTimers, ASearchThatWaitsForAVolumeHasTheDrivesLookedForAgain) {
   CurrentQueryText = u"needle";
   Fire(30003);
+  EXPECT_EQ(harness.engine.looks, 1);
+  RetrySyncLater(app, window);
   EXPECT_EQ(window.timers.at(30005), 5'000u);
   window.timers[30005] = 1;  // it runs
-  Fire(30003);
+  RetrySyncLater(app, window);
   EXPECT_EQ(window.timers.at(30005), 1u) << "it would never fire";
 }
 
@@ -170,87 +179,84 @@ TEST_F(WindowTimers, AReadyEngineIsNotSynced) {
 }
 
 TEST_F(WindowTimers, ThePrewarmEndsWithTheEnginesFlag) {
-  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  harness.engine.prewarmRuns = true;
   Fire(30006);
-  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_TRUE(app.search.prewarmRunning);
   EXPECT_EQ(window.timers.at(30007), 500u);
   Fire(30007);
-  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_TRUE(app.search.prewarmRunning);
   Engine().prewarming = false;
   Fire(30007);
-  EXPECT_FALSE(app.prewarmRunning);
-  EXPECT_EQ(app.prewarmRounds, 0);
+  EXPECT_FALSE(app.search.prewarmRunning);
+  EXPECT_EQ(app.search.prewarmRounds, 0);
   EXPECT_EQ(window.timers.count(30007), 0u);
-  EXPECT_FALSE(app.repaintPending) << "nothing was missing";
+  EXPECT_FALSE(app.search.repaint.isPending) << "nothing was missing";
 }
 
 TEST_F(WindowTimers, ThePrewarmBlocksSortingForSixtyRoundsAtMost) {
-  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  harness.engine.prewarmRuns = true;
   Fire(30006);
   for (int round = 1; round < 60; ++round) Fire(30007);
-  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_TRUE(app.search.prewarmRunning);
   Fire(30007);
-  EXPECT_FALSE(app.prewarmRunning);
+  EXPECT_FALSE(app.search.prewarmRunning);
   Engine().prewarming = false;
 }
 
 TEST_F(WindowTimers, APrewarmThatBeginsAnewHasAllItsRounds) {
-  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  harness.engine.prewarmRuns = true;
   Fire(30006);
   for (int round = 1; round < 60; ++round) Fire(30007);
   Fire(30006);  // a drive has come
   for (int round = 1; round < 60; ++round) Fire(30007);
-  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_TRUE(app.search.prewarmRunning);
   Fire(30007);
-  EXPECT_FALSE(app.prewarmRunning);
+  EXPECT_FALSE(app.search.prewarmRunning);
   Engine().prewarming = false;
 }
 
 TEST_F(WindowTimers, ThePrewarmingsEndDrawsWhatWasMissing) {
-  app.features.prewarmAttributes = [] {};
-  app.paintedMissing = true;
+  app.search.paintedMissing = true;
   Fire(30006);
   Fire(30007);
-  EXPECT_TRUE(app.repaintPending);
+  EXPECT_TRUE(app.search.repaint.isPending);
 }
 
 TEST_F(WindowTimers, ARepaintAndARecountNeedARequest) {
-  int recounts = 0;
-  app.features.refreshFilterCounts = [&recounts] { ++recounts; };
   Fire(30014);
   Fire(30008);
   EXPECT_EQ(window.Count("InvalidateList"), 0u);
-  EXPECT_EQ(recounts, 0);
-  app.repaintPending = true;
-  app.filterCountsPending = true;
+  EXPECT_EQ(harness.engine.recounts, 0);
+  app.search.repaint.isPending = true;
+  app.search.filterCountsPending = true;
   for (int i = 0; i < 2; ++i) {
     Fire(30014);
     Fire(30008);
   }
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
-  EXPECT_EQ(recounts, 1);
+  EXPECT_EQ(harness.engine.recounts, 1);
 }
 
 TEST_F(WindowTimers, ARepaintOfPartsIsOfAllThatWasAskedFor) {
   constexpr Rect kRow = {0, 100, 500, 144}, kNext = {0, 144, 500, 188};
-  RequestRepaintOf(app, window, kRow, 16, 1'000);
-  RequestRepaintOf(app, window, kNext, 16, 1'001);
+  AskFor(kRow, 1'000);
+  AskFor(kNext, 1'001);
   Fire(30014);
   EXPECT_EQ(window.invalidated, (Rect{0, 100, 500, 188}));
   EXPECT_EQ(window.Count("InvalidateList"), 0u);
   window.invalidated = {};
-  RequestRepaintOf(app, window, kRow, 16, 1'002);
+  AskFor(kRow, 1'002);
   Fire(30014);
   EXPECT_EQ(window.invalidated, kRow) << "the former request is answered";
 }
 
 TEST_F(WindowTimers, ARepaintOfAPartTakesNothingFromOneOfAll) {
   constexpr Rect kRow = {0, 100, 500, 144};
-  RequestRepaintOf(app, window, kRow, 16, 1'000);
-  RequestListRepaint(app, window, 16, 1'000);
+  AskFor(kRow, 1'000);
+  AskForAll(1'000);
   Fire(30014);
-  RequestListRepaint(app, window, 16, 1'001);
-  RequestRepaintOf(app, window, kRow, 16, 1'001);
+  AskForAll(1'001);
+  AskFor(kRow, 1'001);
   Fire(30014);
   EXPECT_EQ(window.Count("InvalidateList"), 2u);
   EXPECT_EQ(window.Count("Invalidate"), 0u);
@@ -259,26 +265,23 @@ TEST_F(WindowTimers, ARepaintOfAPartTakesNothingFromOneOfAll) {
 // The mouse goes over row after row, and each request puts the answer off.
 TEST_F(WindowTimers, RepaintsOfPartsThatDoNotCeaseAreAnsweredMeanwhile) {
   for (int row = 0; row < 10; ++row) {
-    RequestRepaintOf(app, window, {0, 44 * row, 500, 44 * row + 44}, 16,
-                     1'000 + static_cast<uint64_t>(8 * row));
+    AskFor({0, 44 * row, 500, 44 * row + 44}, 1'000 + static_cast<uint64_t>(8 * row));
   }
   EXPECT_GE(window.Count("Invalidate"), 2u);
   EXPECT_EQ(window.Count("InvalidateList"), 0u);
   window.invalidated = {};
-  RequestRepaintOf(app, window, {0, 440, 500, 484}, 16, 1'090);
+  AskFor({0, 440, 500, 484}, 1'090);
   Fire(30014);
   EXPECT_EQ(window.invalidated.bottom, 484);
   EXPECT_GT(window.invalidated.top, 0) << "what was drawn meanwhile is not drawn again";
 }
 
 TEST_F(WindowTimers, NothingIsSavedDuringTheEnd) {
-  int saves = 0;
-  app.features.autosaveAttributes = [&saves] { ++saves; };
   Fire(30009);
-  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(harness.engine.autosaves, 1);
   ShutdownRequested = true;
   Fire(30009);
-  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(harness.engine.autosaves, 1);
 }
 
 TEST_F(WindowTimers, IdlenessAndDoneWorkTrim) {

@@ -18,8 +18,9 @@ class FilterRequest : public testing::Test {
  protected:
   // Holds a folder, a letter of 1 byte and a table of 2,000,000 bytes.
   FilterRequest() {
-    window.isEnabled = true;
-    app.scrollY = 440;
+    harness.engine.filters = true;
+    app.search.isBoxEnabled = true;
+    app.search.scrollY = 440;
     volume = AddVolume(Engine(), MakeTestVolume());
     auto rows = std::make_shared<ResultSet>();
     rows->push_back({volume, AddFolder(*volume, u"papers")});
@@ -51,26 +52,27 @@ class FilterRequest : public testing::Test {
 };
 
 TEST_F(FilterRequest, ATagNarrowsFromTheTopOfTheListAndGivesTheSearchBoxTheFocus) {
-  SelectFilterTag(app, window, kDocuments);
+  harness.Carry(SelectFilterTag(app.search, harness.Context(), kDocuments));
   EXPECT_EQ(ActiveCategory, kDocuments);
-  EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(window.calls, (Calls{"RedrawTags", "RelayoutList", "InvalidateList", "FocusSearchBox"}));
+  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(window.calls,
+            (Calls{"RedrawTags", "FocusSearchBox", "SyncBars", "Rehover", "InvalidateList"}));
   EXPECT_EQ(NamesAfterTheFilter(), (Names{u"letter.txt", u"table.xlsx"}));
-  SelectFilterTag(app, window, kFolders);
+  harness.Carry(SelectFilterTag(app.search, harness.Context(), kFolders));
   EXPECT_EQ(NamesAfterTheFilter(), Names{u"papers"});
 }
 
 TEST_F(FilterRequest, ATagLeavesASearchBoxAloneThatTakesNoText) {
-  window.isEnabled = false;
-  SelectFilterTag(app, window, kDocuments);
-  EXPECT_EQ(window.calls, (Calls{"RedrawTags", "RelayoutList", "InvalidateList"}));
+  app.search.isBoxEnabled = false;
+  harness.Carry(SelectFilterTag(app.search, harness.Context(), kDocuments));
+  EXPECT_EQ(window.calls, (Calls{"RedrawTags", "SyncBars", "Rehover", "InvalidateList"}));
 }
 
 TEST_F(FilterRequest, ATagThatIsNoneMeansAllFiles) {
   const auto tags = static_cast<int>(CurrentCategories()->size());
   for (const int index : {-1, tags, 100'000}) {
     ActiveCategory = kDocuments;
-    SelectFilterTag(app, window, index);
+    harness.Carry(SelectFilterTag(app.search, harness.Context(), index));
     EXPECT_EQ(ActiveCategory, 0) << index;
     EXPECT_EQ(NamesAfterTheFilter().size(), 3u) << index;
   }
@@ -78,9 +80,9 @@ TEST_F(FilterRequest, ATagThatIsNoneMeansAllFiles) {
 
 TEST_F(FilterRequest, PresetsNarrowFromTheTopOfTheList) {
   CurrentWindowSettings.sizePreset = k1To100MB;
-  ApplyFilters(app, window);
-  EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(window.calls, (Calls{"RelayoutList", "InvalidateList"}));
+  harness.Carry(ApplyFilters(app.search, harness.Context()));
+  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(window.calls, (Calls{"SyncBars", "Rehover", "InvalidateList"}));
   EXPECT_EQ(NamesAfterTheFilter(), Names{u"table.xlsx"});
 }
 

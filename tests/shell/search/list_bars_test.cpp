@@ -53,15 +53,14 @@ TEST(HorizontalBar, KeepsTheThumbUnderTheCursor) {
 TEST(HorizontalBar, TakesTheColumnsToWhereItsThumbIsHeld) {
   WindowHarness harness;
   AppState& app = harness.app;
-  const ListLayout list = WiderThanTheWindow();
-  app.list.dragBar = Bar::kHorizontal;
-  MoveThumb(app, harness.window, list, {kRowsWidth / 2, 690}, 10'000);
-  EXPECT_NEAR(app.scrollX, kLimit / 2, 2);
-  EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(harness.window.Count("MoveRename"), 1u);
+  CurrentWindowSettings.columnWidth = WiderThanTheWindow().columns;
+  app.search.list.dragBar = Bar::kHorizontal;
+  harness.Carry(MoveThumb(app.search, harness.Context(10'000), {kRowsWidth / 2, 690}));
+  EXPECT_NEAR(app.search.scrollX, kLimit / 2, 2);
+  EXPECT_EQ(app.search.scrollY, 0);
   EXPECT_TRUE(harness.window.timers.contains(kTimerRepaint));
-  MoveThumb(app, harness.window, list, {-5, 690}, 10'001);
-  EXPECT_EQ(app.scrollX, 0);
+  harness.Carry(MoveThumb(app.search, harness.Context(10'001), {-5, 690}));
+  EXPECT_EQ(app.search.scrollX, 0);
 }
 
 }  // namespace

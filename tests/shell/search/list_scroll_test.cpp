@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "search/filtered_results.h"
+#include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
 
@@ -15,25 +16,27 @@ constexpr uint64_t kNow = 100'000;
 class ListScrollCommands : public testing::Test {
  protected:
   ListScrollCommands() {
-    layout_.rows = {0, 130, 800, 570};  // ten rows
-    layout_.pitch = 44;
-    layout_.columns = {60, 280, 100, 160, 160, 440};
-    layout_.columnsWidth = 1'200;
+    CurrentWindowSettings.columnWidth = {60, 280, 100, 160, 160, 440};
+    app_.clientWidth = 812;
+    app_.clientHeight = 582;  // ten rows of 44 in 800 x 440
     DisplayCount = 100;
   }
   ~ListScrollCommands() override { DisplayCount = 0; }
   int64_t Rows(ScrollCommand command, int64_t position = 0) {
-    ScrollRows(app_, harness_.window, layout_, command, position, kNow);
-    return app_.scrollY;
+    harness_.Carry(ScrollRows(app_.search, harness_.Context(kNow), command, position));
+    return app_.search.scrollY;
   }
   int64_t Columns(ScrollCommand command, int64_t position = 0) {
-    ScrollColumns(app_, harness_.window, layout_, command, position, kNow);
-    return app_.scrollX;
+    harness_.Carry(ScrollColumns(app_.search, harness_.Context(kNow), command, position));
+    return app_.search.scrollX;
+  }
+
+  void Pan(Point finger, bool isFirst = false) {
+    harness_.Carry(PanRows(app_.search, harness_.Context(kNow), {finger, isFirst}));
   }
 
   WindowHarness harness_;
   AppState& app_ = harness_.app;
-  ListLayout layout_;
 };
 
 TEST_F(ListScrollCommands, MoveTheRowsByLinesAndPages) {
@@ -57,39 +60,39 @@ TEST_F(ListScrollCommands, MoveTheColumns) {
   EXPECT_EQ(Columns(ScrollCommand::kPageOn), 400);
   EXPECT_EQ(Columns(ScrollCommand::kBegin), 0);
   EXPECT_EQ(Columns(ScrollCommand::kEnd), 400);
-  EXPECT_EQ(app_.scrollY, 0);
-  layout_.view = ViewMode::kSmallIcons;
+  EXPECT_EQ(app_.search.scrollY, 0);
+  CurrentWindowSettings.viewMode = static_cast<int>(ViewMode::kSmallIcons);
   EXPECT_EQ(Columns(ScrollCommand::kLineOn), 0) << "icons have no columns";
 }
 
 TEST_F(ListScrollCommands, KeepTheDiskOutOfItUntilTheListRests) {
   Rows(ScrollCommand::kLineOn);
-  EXPECT_EQ(app_.lastScrollTick, kNow);
+  EXPECT_EQ(app_.search.lastScrollTick, kNow);
   EXPECT_TRUE(harness_.window.timers.contains(kTimerScrollSettle));
-  EXPECT_EQ(harness_.window.Count("RelayoutList"), 0u);
+  EXPECT_EQ(harness_.window.Count("SyncBars"), 0u);
 }
 
 TEST_F(ListScrollCommands, ReachEveryRowOfAListThatABarCannotCount) {
   DisplayCount = 1'000'000'000;
-  const int64_t limit = ScrollLimit(layout_, DisplayCount), step = PixelsOfBarStep(limit, 440);
+  const int64_t limit = ScrollLimit(PlaceList(app_.search, harness_.Context()), DisplayCount),
+                step = PixelsOfBarStep(limit, 440);
   EXPECT_EQ(step, 32);
   EXPECT_EQ(Rows(ScrollCommand::kTo, limit / step), limit / step * step);
   EXPECT_EQ(PixelsOfBarStep(1'000, 440), 1);
 }
 
 TEST_F(ListScrollCommands, LeaveTheRowsUnderAFinger) {
-  BeginPan(app_, {400, 500});
-  PanTo(app_, harness_.window, layout_, {400, 500}, kNow);
-  EXPECT_EQ(app_.scrollY, 0);
-  PanTo(app_, harness_.window, layout_, {390, 350}, kNow);
-  EXPECT_EQ(app_.scrollY, 150);
-  EXPECT_EQ(app_.scrollX, 10);
-  PanTo(app_, harness_.window, layout_, {500, 1'000}, kNow);
-  EXPECT_EQ(app_.scrollY, 0);
-  EXPECT_EQ(app_.scrollX, 0);
-  BeginPan(app_, {100, 100});  // another finger
-  PanTo(app_, harness_.window, layout_, {100, 90}, kNow);
-  EXPECT_EQ(app_.scrollY, 10);
+  Pan({400, 500}, true);
+  EXPECT_EQ(app_.search.scrollY, 0);
+  Pan({390, 350});
+  EXPECT_EQ(app_.search.scrollY, 150);
+  EXPECT_EQ(app_.search.scrollX, 10);
+  Pan({500, 1'000});
+  EXPECT_EQ(app_.search.scrollY, 0);
+  EXPECT_EQ(app_.search.scrollX, 0);
+  Pan({100, 100}, true);  // another finger
+  Pan({100, 90});
+  EXPECT_EQ(app_.search.scrollY, 10);
 }
 
 }  // namespace

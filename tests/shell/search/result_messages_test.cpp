@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/app/window_timers.h"
+#include "shell/app/routing.h"
+#include "shell/search/filter_request.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
@@ -10,19 +11,21 @@
 namespace quilmark {
 namespace {
 
+using Sorts = std::vector<std::pair<int, Direction>>;
+
 constexpr int64_t kFinal = 0, kSorted = 1, kPartial = 2;
 
 class ResultMessages : public testing::Test {
  protected:
   bool Take(uint32_t message, uint64_t first = 0, int64_t second = 0) {
-    return TakeResultMessage(harness.app, harness.window, {message, first, second});
+    return harness.Carry(RoutePosted(app, harness.Context(), {message, first, second}));
   }
   bool TakeResults(int64_t kind) { return Take(WM_SEARCH_RESULTS, searchGeneration, kind); }
   // Two of the rows pass a filter that is on.
   void HoldFiltered() {
     ActiveCategory = 1;
     const std::scoped_lock lock(FilteredLock);
-    FilteredResults = std::make_shared<const ResultSet>(2);
+    FilteredResults = std::make_shared<const ResultSet>(harness.Rows(2));
   }
 
   WindowHarness harness;
@@ -37,7 +40,7 @@ TEST_F(ResultMessages, FinalResultsShowTheirCount) {
   EXPECT_EQ(window.status, u"Filter: All Files | Hits: 1234");
   EXPECT_EQ(DisplayCount, 1'234u);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 60}, {30011, 1'800}}));
-  EXPECT_EQ(window.calls, (std::vector<std::string>{"CancelRename", "RelayoutList", "InvalidateList"}));
+  EXPECT_EQ(window.calls, (std::vector<std::string>{"SyncBars", "Rehover", "InvalidateList"}));
 }
 
 TEST_F(ResultMessages, PartialResultsSayThatMoreAreToCome) {
@@ -46,7 +49,7 @@ TEST_F(ResultMessages, PartialResultsSayThatMoreAreToCome) {
   EXPECT_EQ(window.title, u"Quilmark - 3000+ results found...");
   EXPECT_EQ(window.status, u"Searching... showing 3000 results");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
-  EXPECT_TRUE(app.repaintPending);
+  EXPECT_TRUE(app.search.repaint.isPending);
 }
 
 TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
@@ -57,50 +60,52 @@ TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
 
 TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
   harness.HoldResults(10);
-  app.scrollY = 440;
-  SelectOnly(app.list.selection, 7);
+  app.search.scrollY = 440;
+  SelectOnly(app.search.list.selection, 7);
   EXPECT_FALSE(Take(WM_SEARCH_RESULTS, searchGeneration - 1, kFinal));
-  EXPECT_EQ(app.scrollY, 440);
-  EXPECT_EQ(app.list.selection.focusRow, 7);
+  EXPECT_EQ(app.search.scrollY, 440);
+  EXPECT_EQ(app.search.list.selection.focusRow, 7);
   EXPECT_EQ(window.title, u"before");
   EXPECT_TRUE(window.calls.empty());
   EXPECT_TRUE(window.timers.empty());
 }
 
 TEST_F(ResultMessages, FinalResultsBeginAtTheTop) {
-  app.scrollY = 440;
-  SelectOnly(app.list.selection, 7);
+  app.search.scrollY = 440;
+  SelectOnly(app.search.list.selection, 7);
   TakeResults(kFinal);
-  EXPECT_EQ(app.scrollY, 0);
-  EXPECT_EQ(app.list.selection.focusRow, -1);
+  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.list.selection.focusRow, -1);
 }
 
 TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPositionAndNoSelection) {
   for (const int64_t kind : {kPartial, kSorted}) {
-    app.scrollY = 440;
-    SelectOnly(app.list.selection, 2);
+    harness.HoldResults(100);
+    app.search.scrollY = 440;
+    SelectOnly(app.search.list.selection, 2);
     TakeResults(kind);
-    EXPECT_EQ(app.scrollY, 440);
-    EXPECT_TRUE(app.list.selection.rows.empty()) << "its rows are numbers of the former order";
+    EXPECT_EQ(app.search.scrollY, 440);
+    EXPECT_TRUE(app.search.list.selection.rows.empty()) << "its rows are numbers of the former order";
   }
 }
 
 TEST_F(ResultMessages, ASavedScrollPositionIsTakenOnceByFinalResults) {
-  app.keepScrollOnce = true;
-  app.savedScrollY = 880;
+  app.search.keepScrollOnce = true;
+  app.search.savedScrollY = 880;
+  harness.HoldResults(100);
   TakeResults(kPartial);
-  EXPECT_TRUE(app.keepScrollOnce);
+  EXPECT_TRUE(app.search.keepScrollOnce);
   TakeResults(kFinal);
-  EXPECT_EQ(app.scrollY, 880);
+  EXPECT_EQ(app.search.scrollY, 880);
   TakeResults(kFinal);
-  EXPECT_EQ(app.scrollY, 0);
+  EXPECT_EQ(app.search.scrollY, 0);
 }
 
 TEST_F(ResultMessages, ASavedScrollPositionIsNeverAboveTheTop) {
-  app.keepScrollOnce = true;
-  app.savedScrollY = -5;
+  app.search.keepScrollOnce = true;
+  app.search.savedScrollY = -5;
   TakeResults(kFinal);
-  EXPECT_EQ(app.scrollY, 0);
+  EXPECT_EQ(app.search.scrollY, 0);
 }
 
 TEST_F(ResultMessages, SortedResultsKeepTheFilteredCountUntilTheFilterReports) {
@@ -117,14 +122,12 @@ TEST_F(ResultMessages, NewResultsDropTheFilteredSet) {
   HoldFiltered();
   FilteredKey.category = 1;
   harness.HoldResults(10);
-  int filtered = 0;
-  app.features.refreshFilter = [&filtered] { ++filtered; };
   EXPECT_TRUE(TakeResults(kFinal));
   EXPECT_EQ(DisplayCount, 10u);
   EXPECT_EQ(FilteredResults, nullptr);
   EXPECT_EQ(FilteredKey, FilterKey{});
   EXPECT_EQ(window.status, u"Filter: Folders | Applying filter...");
-  EXPECT_EQ(filtered, 1);
+  EXPECT_EQ(harness.engine.filtered, 1);
 }
 
 TEST_F(ResultMessages, SortedResultsWithoutAFilterCountThemselves) {
@@ -134,13 +137,11 @@ TEST_F(ResultMessages, SortedResultsWithoutAFilterCountThemselves) {
 }
 
 TEST_F(ResultMessages, PartialResultsAreFilteredOnlyUnderAFilter) {
-  int filtered = 0;
-  app.features.refreshFilter = [&filtered] { ++filtered; };
   TakeResults(kPartial);
-  EXPECT_EQ(filtered, 0);
+  EXPECT_EQ(harness.engine.filtered, 0);
   CurrentWindowSettings.sizePreset = 1;
   TakeResults(kPartial);
-  EXPECT_EQ(filtered, 1);
+  EXPECT_EQ(harness.engine.filtered, 1);
 }
 
 TEST_F(ResultMessages, AFilterIsACategoryASizeOrATime) {
@@ -154,21 +155,21 @@ TEST_F(ResultMessages, AFilterIsACategoryASizeOrATime) {
 
 TEST_F(ResultMessages, AStatusOfTheSearchOfTheMomentBecomesTheTitle) {
   ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration, u"Working"));
-  EXPECT_TRUE(TakeResultMessage(app, window, harness.search.Next()));
+  EXPECT_TRUE(harness.Carry(RoutePosted(app, harness.Context(), harness.search.Next())));
   EXPECT_EQ(window.title, u"Working");
 }
 
 TEST_F(ResultMessages, AStaleStatusIsFreedAndChangesNoTitle) {
   ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration - 1, u"Old"));
-  EXPECT_TRUE(TakeResultMessage(app, window, harness.search.Next()));
+  EXPECT_TRUE(harness.Carry(RoutePosted(app, harness.Context(), harness.search.Next())));
   EXPECT_EQ(window.title, u"before");
 }
 
 TEST_F(ResultMessages, AFirstVolumeOpensTheSearchBox) {
   EXPECT_FALSE(Take(WM_INDEX_STATE, 0));  // the system's own handling follows
-  EXPECT_TRUE(window.isEnabled);
+  EXPECT_TRUE(app.search.isBoxEnabled);
   EXPECT_TRUE(window.title.starts_with(u"Quilmark - "));
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(window.Count("FocusSearchBox"), 1u);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30006, 7'000}, {30009, 20'000}}));
   EXPECT_FALSE(app.firstSearchDeferred);
@@ -206,11 +207,11 @@ TEST_F(ResultMessages, AMissingVolumeIsTriedAgain) {
 
 TEST_F(ResultMessages, FilterResultsShowTheirCount) {
   DisplayCount = 12;
-  SelectOnly(app.list.selection, 3);
+  SelectOnly(app.search.list.selection, 3);
   EXPECT_TRUE(Take(WM_FILTER_RESULTS));
   EXPECT_EQ(window.title, u"Quilmark - Filter: All Files | Hits: 12");
   EXPECT_EQ(window.status, u"");
-  EXPECT_EQ(app.list.selection.focusRow, -1);
+  EXPECT_EQ(app.search.list.selection.focusRow, -1);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 80}, {30011, 2'200}, {30014, 60}}));
 }
 
@@ -224,34 +225,32 @@ TEST_F(ResultMessages, AttributesOfTheRowsInViewAreRepaintedUnlessStale) {
 
 TEST_F(ResultMessages, AFileThatChangedOutOfViewPaintsNothing) {
   hydrationGeneration = 5;
-  bool isInView = false;
-  app.features.showsStale = [&isInView] { return isInView; };
   EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
   EXPECT_TRUE(window.timers.empty());
-  isInView = true;
+  harness.engine.showsStale = true;
   EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
 }
 
 TEST_F(ResultMessages, ARefreshByHandSaysWhatItDid) {
-  window.searchBox = u"x";
+  app.search.boxText = u"x";
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 0));
   EXPECT_EQ(window.status, u"Refreshed 2 non-NTFS volume indexes, see debug output");
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 1));
   EXPECT_EQ(window.status, u"Refreshed 2 non-NTFS volumes, 1 failed, see debug output");
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
   EXPECT_EQ(window.status, u"Failed to refresh non-NTFS volume indexes, see debug output");
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 3u);
+  EXPECT_EQ(window.Count("SetItems 104"), 3u);
 }
 
 TEST_F(ResultMessages, ARefreshByHandHoldsSortingBackWhileItPrewarms) {
-  app.features.prewarmAttributes = [] { Engine().prewarming = true; };
+  harness.engine.prewarmRuns = true;
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
-  EXPECT_TRUE(app.prewarmRunning);
+  EXPECT_TRUE(app.search.prewarmRunning);
   EXPECT_EQ(window.timers.at(30007), 500u);
   Engine().prewarming = false;
-  EXPECT_TRUE(FireTimer(app, window, 30007));
-  EXPECT_FALSE(app.prewarmRunning);
+  EXPECT_TRUE(harness.Carry(RouteTimer(app, harness.Context(), 30007)));
+  EXPECT_FALSE(app.search.prewarmRunning);
 }
 
 TEST_F(ResultMessages, ALostVolumeLeavesTheSearch) {
@@ -259,7 +258,7 @@ TEST_F(ResultMessages, ALostVolumeLeavesTheSearch) {
   AddVolume(Engine(), std::move(volume));
   EXPECT_TRUE(Take(WM_VOLUME_LOST));
   EXPECT_FALSE(Engine().volumes.front()->valid);
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(window.status, u"A disconnected disk was detected and its NTFS index was removed.");
 }
 
@@ -272,23 +271,21 @@ TEST_F(ResultMessages, ALossOfNothingChangesNothing) {
 TEST_F(ResultMessages, ANewDriveOpensTheSearchBoxAndSearchesAgain) {
   Engine().ready = true;
   EXPECT_TRUE(Take(WM_VOLUMES_SYNCED));
-  EXPECT_TRUE(window.isEnabled);
-  EXPECT_EQ(window.Count("RebuildScopeBox"), 1u);
+  EXPECT_TRUE(app.search.isBoxEnabled);
+  EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30006, 5'000}}));
   EXPECT_EQ(window.status, u"A new disk was detected and the drive list was updated.");
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
 TEST_F(ResultMessages, OnlyColumnsOfTheListAreSortedAgain) {
-  std::vector<int> columns;
-  app.features.resort = [&columns](int column) { columns.push_back(column); };
   EXPECT_FALSE(Take(WM_RESORT_RESULTS, 0, 1));
   EXPECT_FALSE(Take(WM_RESORT_RESULTS, 6, 1));
   EXPECT_TRUE(Take(WM_RESORT_RESULTS, 2, 0));
   EXPECT_FALSE(SortAscending);
   EXPECT_TRUE(Take(WM_RESORT_RESULTS, 5, 1));
   EXPECT_TRUE(SortAscending);
-  EXPECT_EQ(columns, (std::vector<int>{2, 5}));
+  EXPECT_EQ(harness.engine.sorts, (Sorts{{2, Direction::kKeep}, {5, Direction::kKeep}}));
 }
 
 TEST_F(ResultMessages, OtherMessagesAreNotTaken) {

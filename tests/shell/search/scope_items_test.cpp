@@ -18,7 +18,7 @@ class ScopeBox : public testing::Test {
     Add(u"C:");
     Add(u"E:");
     Renew();
-    ChooseScope(app_, kScopeFirstVolume + 1);
+    ChooseScope(app_.search, kScopeFirstVolume + 1);
   }
 
   VolumeIndex& Add(std::u16string_view drive) {
@@ -26,7 +26,7 @@ class ScopeBox : public testing::Test {
     AddFile(*volume, u"x");
     return *AddVolume(Engine(), std::move(volume));
   }
-  Texts Renew() { return RenewScopeItems(app_, Engine()); }
+  Texts Renew() { return RenewScopeItems(app_.search, Engine()); }
   Texts Found() {
     DoSearchAsync(u"x", false, false);
     harness_.search.KindsUntilFinal();
@@ -52,7 +52,7 @@ TEST_F(ScopeBox, ADriveThatJoinsBeforeTheChosenOneMovesItsPlace) {
 
 TEST_F(ScopeBox, TheChoiceIsWhatTheBoxShows) {
   Add(u"A:");  // the box has not heard of it
-  ChooseScope(app_, kScopeFirstVolume);
+  ChooseScope(app_.search, kScopeFirstVolume);
   EXPECT_EQ(Found(), Texts{u"C:\\x"});
   Renew();
   EXPECT_EQ(scopeIndex, kScopeFirstVolume + 1);
@@ -68,7 +68,7 @@ TEST_F(ScopeBox, ADriveThatLeavesTakesTheChoiceToAll) {
 }
 
 TEST_F(ScopeBox, TheDesktopStaysChosen) {
-  ChooseScope(app_, kScopeDesktop);
+  ChooseScope(app_.search, kScopeDesktop);
   Add(u"D:");
   Renew();
   EXPECT_EQ(scopeIndex, kScopeDesktop);

@@ -1,6 +1,7 @@
 #include "shell/search/search_mouse.h"
 
 #include "shell/search/search_picture.h"
+#include "shell/search/search_places.h"
 #include "shell/search/tip_text.h"
 #include "shell/view/window_ids.h"
 
@@ -14,49 +15,51 @@ class SearchMouse : public testing::Test {
   SearchMouse() {
     picture.Hold(1'000);
     window.calls.clear();
-    app.listPaintedMs = nowMs;
-    app.features.sort = [this](int column) { sortedBy.push_back(column); };
-    app.features.openFocused = [this] { ++opened; };
-    app.features.requestAttributes = [this] { ++asked; };
+    app.search.listPaintedMs = nowMs;
   }
 
   Effects Send(MouseEvent event) {
+    const Effects effects = OnSearchMouse(app.search, Context(), event);
+    window.CarryOut(effects);
+    return effects;
+  }
+  ViewContext Context() const {
     ViewContext context = picture.Context();
     context.nowMs = nowMs;
     context.isTipShown = isTipShown;
-    return OnSearchMouse(app, window, context, event);
+    return context;
   }
   Effects Send(Mouse kind, Point at) { return Send({.kind = kind, .at = at}); }
 
-  ListLayout Layout() const { return PlaceList(app); }
+  ListLayout Layout() const { return PlaceList(app.search, Context()); }
   Point InRow(uint64_t row, int x = 150) const {
-    const Rect place = PlaceOfRow(Layout(), app.scrollY, row);
+    const Rect place = PlaceOfRow(Layout(), app.search.scrollY, row);
     return {x, (place.top + place.bottom) / 2};
   }
   static Point MiddleOf(const Rect& place) {
     return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
   }
-  Scrollbar Vertical() const { return *VerticalBar(Layout(), app.scrollY, DisplayCount); }
+  Scrollbar Vertical() const { return *VerticalBar(Layout(), app.search.scrollY, DisplayCount); }
   Point EdgeOf(int column) const {
-    return {ColumnLeft(Layout(), app.scrollX, column + 1), MiddleOf(Layout().header).y};
+    return {ColumnLeft(Layout(), app.search.scrollX, column + 1), MiddleOf(Layout().header).y};
   }
   // What is painted anew at the next timer.
-  std::optional<Rect> Dirty() const { return app.repaintPending ? app.repaintOnly : std::nullopt; }
+  std::optional<Rect> Dirty() const {
+    return app.search.repaint.isPending ? app.search.repaint.only : std::nullopt;
+  }
 
   SearchPicture picture;
   AppState& app = picture.app;
   RecordingWindow& window = picture.window;
   uint64_t nowMs = kLongAgo;
   bool isTipShown = false;
-  std::vector<int> sortedBy;
-  int opened = 0, asked = 0;
 };
 
 TEST_F(SearchMouse, APressOnARowChoosesItAndTakesTheKeys) {
   const Effects effects = Send(Mouse::kPress, InRow(2));
   EXPECT_EQ(effects.focus, Focus::kWindow);
   EXPECT_EQ(effects.capture, Capture::kKeep);
-  EXPECT_EQ(SelectedRows(app.list.selection, DisplayCount), (std::vector<uint64_t>{2}));
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount), (std::vector<uint64_t>{2}));
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
 }
 
@@ -64,14 +67,14 @@ TEST_F(SearchMouse, HeldKeysExtendTheChoice) {
   Send(Mouse::kPress, InRow(1));
   Send({.kind = Mouse::kPress, .at = InRow(3), .shift = true});
   Send({.kind = Mouse::kPress, .at = InRow(6), .ctrl = true});
-  EXPECT_EQ(SelectedRows(app.list.selection, DisplayCount), (std::vector<uint64_t>{1, 2, 3, 6}));
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount), (std::vector<uint64_t>{1, 2, 3, 6}));
 }
 
 TEST_F(SearchMouse, APressBesideTheRowsChoosesNoneAndLeavesTheKeys) {
   picture.Hold(2);
   Send(Mouse::kPress, InRow(1));
   EXPECT_EQ(Send(Mouse::kPress, InRow(5)).focus, Focus::kKeep);
-  EXPECT_TRUE(SelectedRows(app.list.selection, DisplayCount).empty());
+  EXPECT_TRUE(SelectedRows(app.search.list.selection, DisplayCount).empty());
 }
 
 TEST_F(SearchMouse, ASlowSecondPressOnANameOpensItsEditor) {
@@ -82,98 +85,99 @@ TEST_F(SearchMouse, ASlowSecondPressOnANameOpensItsEditor) {
   EXPECT_EQ(second.focus, Focus::kKeep) << "the editor takes it";
 }
 
-TEST_F(SearchMouse, ADoubleClickOpensARowAndIsTwoPressesElsewhere) {
+TEST_F(SearchMouse, ADoubleClickFocusesARowAndIsTwoPressesElsewhere) {
   Send(Mouse::kDouble, InRow(4));
-  EXPECT_EQ(opened, 1);
-  EXPECT_EQ(app.list.selection.focusRow, 4);
+  EXPECT_EQ(app.search.list.selection.focusRow, 4);
   Send(Mouse::kDouble, MiddleOf(Layout().header));
-  EXPECT_EQ(opened, 1);
-  EXPECT_EQ(sortedBy.size(), 1u);
+  EXPECT_EQ(picture.engine.sorts.size(), 1u);
 }
 
 TEST_F(SearchMouse, AThumbIsHeldUntilItIsLetGoOf) {
   const Point thumb = MiddleOf(Vertical().thumb);
   EXPECT_EQ(Send(Mouse::kPress, thumb).capture, Capture::kTake);
-  EXPECT_TRUE(app.thumbDragging);
+  EXPECT_TRUE(app.search.thumbDragging);
   Send(Mouse::kMove, {thumb.x, thumb.y + 100});
-  const int64_t moved = app.scrollY;
+  const int64_t moved = app.search.scrollY;
   EXPECT_GT(moved, 0);
   Send(Mouse::kMove, {0, thumb.y + 150});  // however far beside the bar
-  EXPECT_GT(app.scrollY, moved);
+  EXPECT_GT(app.search.scrollY, moved);
   window.calls.clear();
   const Effects end = Send(Mouse::kRelease, {thumb.x, thumb.y + 150});
   EXPECT_EQ(end.capture, Capture::kRelease);
-  EXPECT_FALSE(app.thumbDragging);
+  EXPECT_FALSE(app.search.thumbDragging);
   EXPECT_EQ(window.timers.at(kTimerScrollSettle), 350u);
-  EXPECT_EQ(window.Count("RelayoutList"), 1u);
+  EXPECT_EQ(window.Count("SyncBars"), 1u);
 }
 
 TEST_F(SearchMouse, ALostCaptureEndsADragAndReleasesNothing) {
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_EQ(Send({.kind = Mouse::kLost}).capture, Capture::kKeep);
-  EXPECT_FALSE(app.thumbDragging);
-  EXPECT_EQ(app.list.dragBar, Bar::kNone);
+  EXPECT_FALSE(app.search.thumbDragging);
+  EXPECT_EQ(app.search.list.dragBar, Bar::kNone);
 }
 
 TEST_F(SearchMouse, APressBesideAThumbMovesItAndHoldsNothing) {
   const Scrollbar bar = Vertical();
   const Effects effects = Send(Mouse::kPress, {bar.track.left + 2, bar.track.bottom - 5});
   EXPECT_EQ(effects.capture, Capture::kKeep);
-  EXPECT_EQ(app.scrollY, ScrollLimit(Layout(), DisplayCount));
-  EXPECT_EQ(app.list.dragBar, Bar::kNone);
+  EXPECT_EQ(app.search.scrollY, ScrollLimit(Layout(), DisplayCount));
+  EXPECT_EQ(app.search.list.dragBar, Bar::kNone);
   EXPECT_EQ(window.timers.at(kTimerScrollSettle), 220u);
 }
 
 TEST_F(SearchMouse, AHeaderSortsByItsColumnAndNeverByTheNumber) {
   Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 2) + 40, MiddleOf(Layout().header).y});
   Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 0) + 30, MiddleOf(Layout().header).y});
-  EXPECT_EQ(sortedBy, (std::vector<int>{2}));
+  ASSERT_EQ(picture.engine.sorts.size(), 1u);
+  EXPECT_EQ(picture.engine.sorts[0], std::pair(2, Direction::kByClick));
 }
 
 TEST_F(SearchMouse, AnEdgeOfAColumnIsDraggedAndKept) {
   const int before = CurrentWindowSettings.columnWidth[1];
   const Point edge = EdgeOf(1);
-  EXPECT_TRUE(HasSizeCursor(app, edge));
-  EXPECT_FALSE(HasSizeCursor(app, {edge.x - 30, edge.y}));
+  EXPECT_TRUE(IsColumnEdge(app.search, Context(), edge));
+  EXPECT_FALSE(IsColumnEdge(app.search, Context(), {edge.x - 30, edge.y}));
   EXPECT_EQ(Send(Mouse::kPress, edge).capture, Capture::kTake);
-  EXPECT_TRUE(HasSizeCursor(app, {5, 600})) << "wherever the mouse is meanwhile";
+  EXPECT_TRUE(IsColumnEdge(app.search, Context(), {5, 600})) << "wherever the mouse is meanwhile";
   Send(Mouse::kMove, {edge.x + 25, edge.y});
   EXPECT_EQ(CurrentWindowSettings.columnWidth[1], before + 25);
   // The last move need not be where the button is let go.
   const Effects end = Send(Mouse::kRelease, {edge.x + 40, edge.y});
   EXPECT_EQ(CurrentWindowSettings.columnWidth[1], before + 40);
-  EXPECT_TRUE(end.savesSettings);
+  EXPECT_EQ(window.Count("Placement"), 1u) << "kept";
   EXPECT_EQ(end.capture, Capture::kRelease);
-  EXPECT_TRUE(sortedBy.empty());
-  EXPECT_FALSE(Send(Mouse::kRelease, edge).savesSettings);
+  EXPECT_TRUE(picture.engine.sorts.empty());
+  Send(Mouse::kRelease, edge);
+  EXPECT_EQ(window.Count("Placement"), 1u);
 }
 
 TEST_F(SearchMouse, WheelsScrollByNotches) {
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -240});
-  EXPECT_EQ(app.scrollY, 200);
+  EXPECT_EQ(app.search.scrollY, 200);
   EXPECT_EQ(Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = 120}).tip, u"");
-  EXPECT_EQ(app.scrollY, 100);
+  EXPECT_EQ(app.search.scrollY, 100);
 }
 
 TEST_F(SearchMouse, WheelsGoSidewaysWithShiftAndByTheirTilt) {
   picture.Resize(500, 700);
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
-  const int once = app.scrollX;
+  const int once = app.search.scrollX;
   EXPECT_GT(once, 0);
   Send({.kind = Mouse::kTilt, .delta = 120});
-  EXPECT_GT(app.scrollX, once);
-  EXPECT_EQ(app.scrollY, 0);
+  EXPECT_GT(app.search.scrollX, once);
+  EXPECT_EQ(app.search.scrollY, 0);
   picture.SetView(ViewMode::kLargeIcons);
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
-  EXPECT_GT(app.scrollY, 0) << "icons have no sideways";
+  EXPECT_GT(app.search.scrollY, 0) << "icons have no sideways";
 }
 
 TEST_F(SearchMouse, AWheelOverTheSidebarTurnsItsCategoriesAlone) {
   picture.SetSidebar(true);
   picture.Resize(1'100, 300);
-  const Effects effects = Send({.kind = Mouse::kWheel, .at = {20, app.headerTop + 10}, .delta = -120});
-  EXPECT_EQ(app.sidebarScroll, 1);
-  EXPECT_EQ(app.scrollY, 0);
+  const Effects effects =
+      Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
+  EXPECT_EQ(app.search.sidebarScroll, 1);
+  EXPECT_EQ(app.search.scrollY, 0);
   EXPECT_TRUE(effects.syncsBars);
   EXPECT_EQ(window.Count("RedrawTags"), 2u) << "another category is under the mouse";
 }
@@ -181,34 +185,34 @@ TEST_F(SearchMouse, AWheelOverTheSidebarTurnsItsCategoriesAlone) {
 TEST_F(SearchMouse, ThumbOfTheSidebarIsDragged) {
   picture.SetSidebar(true);
   picture.Resize(1'100, 300);
-  const SidebarLayout sidebar = PlaceSidebar(app);
+  const SidebarLayout sidebar = PlaceSidebar(app.search, Context());
   const Effects press = Send(Mouse::kPress, MiddleOf(sidebar.thumb));
   EXPECT_EQ(press.capture, Capture::kTake);
   EXPECT_TRUE(press.syncsBars);
   Send(Mouse::kMove, {400, 299});
-  EXPECT_EQ(app.sidebarScroll, sidebar.scrollLimit);
+  EXPECT_EQ(app.search.sidebarScroll, sidebar.scrollLimit);
   EXPECT_EQ(Send(Mouse::kRelease, {400, 299}).capture, Capture::kRelease);
-  EXPECT_FALSE(app.list.dragsSidebar);
+  EXPECT_FALSE(app.search.list.dragsSidebar);
 }
 
 TEST_F(SearchMouse, APressOnACategoryOfTheSidebarFiltersByIt) {
   picture.SetSidebar(true);
-  const SidebarLayout sidebar = PlaceSidebar(app);
+  const SidebarLayout sidebar = PlaceSidebar(app.search, Context());
   Send(Mouse::kPress, MiddleOf(sidebar.rows[2]));
   EXPECT_EQ(ActiveCategory, 2);
 }
 
 TEST_F(SearchMouse, TwoRowsAreDrawnAnewWhereTheMouseGoesFromOneToTheNext) {
   EXPECT_TRUE(Send(Mouse::kMove, InRow(2)).tracksMouse);
-  EXPECT_EQ(app.list.hoverRow, 2);
-  app.repaintPending = false;
-  app.repaintOnly.reset();
+  EXPECT_EQ(app.search.list.hoverRow, 2);
+  app.search.repaint.isPending = false;
+  app.search.repaint.only.reset();
   EXPECT_EQ(Send(Mouse::kMove, InRow(3)).tip, u"") << "that of the former row";
   const ListLayout layout = Layout();
   EXPECT_EQ(Dirty(), Union(PlaceOfRow(layout, 0, 2), PlaceOfRow(layout, 0, 3)));
-  app.repaintPending = false;
+  app.search.repaint.isPending = false;
   EXPECT_FALSE(Send(Mouse::kMove, InRow(3, 160)).tip.has_value());
-  EXPECT_FALSE(app.repaintPending) << "nothing has changed";
+  EXPECT_FALSE(app.search.repaint.isPending) << "nothing has changed";
   EXPECT_EQ(window.Count("InvalidateList"), 0u);
 }
 
@@ -218,35 +222,35 @@ TEST_F(SearchMouse, AllRowsAreDrawnAnewUnderAMouseThatMovesOnceInAWhile) {
   EXPECT_TRUE(Dirty().has_value());
   nowMs += 1'000;
   Send(Mouse::kMove, InRow(3));
-  EXPECT_TRUE(app.repaintPending);
+  EXPECT_TRUE(app.search.repaint.isPending);
   EXPECT_FALSE(Dirty().has_value()) << "all of the list";
-  app.repaintPending = false;
+  app.search.repaint.isPending = false;
   const Rect rows = Layout().rows;
-  NotePaint(app, {rows.left, rows.top, rows.right, rows.top + 44}, {}, nowMs);
+  NoteListPaint(app.search, Context(), {rows.left, rows.top, rows.right, rows.top + 44}, {});
   Send(Mouse::kMove, InRow(4));
   EXPECT_FALSE(Dirty().has_value()) << "a part was painted, which says nothing of the others";
-  app.repaintPending = false;
-  NotePaint(app, picture.Context().client, {}, nowMs);
+  app.search.repaint.isPending = false;
+  NoteListPaint(app.search, Context(), picture.Context().client, {});
   Send(Mouse::kMove, InRow(5));
   EXPECT_TRUE(Dirty().has_value());
 }
 
 TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
   const Rect client = picture.Context().client, part = PlaceOfRow(Layout(), 0, 1);
-  NotePaint(app, client, {.isMissing = true}, nowMs);
-  NotePaint(app, part, {}, nowMs);
-  EXPECT_TRUE(app.paintedMissing);
-  NotePaint(app, client, {}, nowMs);
-  EXPECT_FALSE(app.paintedMissing);
-  NotePaint(app, part, {.isMissing = true}, nowMs);
-  EXPECT_TRUE(app.paintedMissing);
+  NoteListPaint(app.search, Context(), client, {.isMissing = true});
+  NoteListPaint(app.search, Context(), part, {});
+  EXPECT_TRUE(app.search.paintedMissing);
+  NoteListPaint(app.search, Context(), client, {});
+  EXPECT_FALSE(app.search.paintedMissing);
+  NoteListPaint(app.search, Context(), part, {.isMissing = true});
+  EXPECT_TRUE(app.search.paintedMissing);
 }
 
 TEST_F(SearchMouse, ABarUnderTheMouseIsDrawnAnew) {
   const Scrollbar bar = Vertical();
   Send(Mouse::kMove, MiddleOf(bar.track));
-  EXPECT_EQ(app.list.hoverBar, Bar::kVertical);
-  EXPECT_EQ(app.list.hoverRow, -1);
+  EXPECT_EQ(app.search.list.hoverBar, Bar::kVertical);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
   EXPECT_EQ(Dirty(), bar.track);
 }
 
@@ -254,7 +258,7 @@ TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
   Send(Mouse::kMove, InRow(2));
   const Effects effects = Send({.kind = Mouse::kLeave});
   EXPECT_EQ(effects.tip, u"");
-  EXPECT_EQ(app.list.hoverRow, -1);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
   EXPECT_EQ(window.Count("TrimSelf"), 1u);
   Send({.kind = Mouse::kLeave});
@@ -263,7 +267,7 @@ TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
 
 TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
   Effects effects = Send(Mouse::kRest, InRow(4));
-  EXPECT_EQ(app.list.hoverRow, 4);
+  EXPECT_EQ(app.search.list.hoverRow, 4);
   ASSERT_TRUE(effects.tip.has_value());
   EXPECT_EQ(*effects.tip, TipOfCell(ViewMode::kList, 4, 1).text);
   EXPECT_FALSE(effects.tip->empty());
@@ -274,30 +278,29 @@ TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
 TEST_F(SearchMouse, NoTipComesWhileSomethingIsHeld) {
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(Send(Mouse::kRest, InRow(4)).tip.has_value());
-  EXPECT_EQ(app.list.hoverRow, -1);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
 }
 
 TEST_F(SearchMouse, ATipAsksForWhatIsNotKnownOnceTheListRests) {
-  app.lastScrollTick = nowMs - 10;
+  app.search.lastScrollTick = nowMs - 10;
   Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
-  EXPECT_EQ(asked, 0);
-  app.lastScrollTick = 0;
+  EXPECT_TRUE(picture.engine.requested.empty());
+  app.search.lastScrollTick = 0;
   const Tip tip = TipOfCell(ViewMode::kList, 0, 2);
   Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
-  EXPECT_EQ(asked, tip.isMissing ? 1 : 0);
+  EXPECT_EQ(picture.engine.requested.size(), tip.isMissing ? 1u : 0u);
 }
 
 TEST_F(SearchMouse, RowsThatMoveBelowTheMouseTakeTheHoverOver) {
-  const ViewContext context = picture.Context();
-  const Effects effects = RefreshHover(app, window, context, InRow(5));
-  EXPECT_EQ(app.list.hoverRow, 5);
+  const Effects effects = RefreshHover(app.search, Context(), InRow(5));
+  EXPECT_EQ(app.search.list.hoverRow, 5);
   EXPECT_EQ(effects.tip, u"");
   EXPECT_TRUE(effects.tracksMouse);
-  EXPECT_FALSE(RefreshHover(app, window, context, std::nullopt).tracksMouse);
-  EXPECT_EQ(app.list.hoverRow, -1);
+  EXPECT_FALSE(RefreshHover(app.search, Context(), std::nullopt).tracksMouse);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
-  EXPECT_FALSE(RefreshHover(app, window, context, InRow(5)).tracksMouse);
-  EXPECT_EQ(app.list.hoverRow, -1);
+  EXPECT_FALSE(RefreshHover(app.search, Context(), InRow(5)).tracksMouse);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
 }
 
 }  // namespace

@@ -52,9 +52,9 @@ class SearchPictureInTiles : public testing::TestWithParam<uint32_t> {};
 TEST_P(SearchPictureInTiles, IsTheSame) {
   SearchPicture picture(GetParam());
   CurrentWindowSettings.tableGridLines = true;
-  SelectOnly(picture.app.list.selection, 3);
-  picture.app.list.hoverRow = 1;
-  picture.app.scrollY = 17;
+  SelectOnly(picture.app.search.list.selection, 3);
+  picture.app.search.list.hoverRow = 1;
+  picture.app.search.scrollY = 17;
   picture.Resize(ScaleFor(GetParam(), 700), ScaleFor(GetParam(), 420));
   for (const ViewMode view : {ViewMode::kList, ViewMode::kSmallIcons, ViewMode::kLargeIcons}) {
     picture.SetView(view);
@@ -62,7 +62,7 @@ TEST_P(SearchPictureInTiles, IsTheSame) {
       picture.SetSidebar(isAtSide);
       EXPECT_EQ(PixelsThatTilesChange(
                     picture.Context().client, picture.fonts,
-                    [&](Canvas& canvas) { PaintSearch(canvas, picture.Context(), picture.app); }),
+                    [&](Canvas& canvas) { PaintSearch(canvas, picture.Context(), picture.app.search); }),
                 0u);
     }
   }
@@ -91,10 +91,10 @@ class SearchPictureIn : public testing::TestWithParam<int> {};
 TEST_P(SearchPictureIn, CanBeRead) {
   SearchPicture picture;
   CurrentPalette = PaletteOf(GetParam());
-  SelectOnly(picture.app.list.selection, 2);
-  SelectToggle(picture.app.list.selection, 4);
-  picture.app.list.hoverRow = 0;
-  picture.app.list.hoverTag = 2;
+  SelectOnly(picture.app.search.list.selection, 2);
+  SelectToggle(picture.app.search.list.selection, 4);
+  picture.app.search.list.hoverRow = 0;
+  picture.app.search.list.hoverTag = 2;
   for (const bool isAtSide : {false, true}) {
     picture.SetSidebar(isAtSide);
     EXPECT_THAT(picture.Faults(), testing::IsEmpty());
@@ -114,10 +114,10 @@ TEST(SearchPaint, CostsTheRowsInViewHoweverManyThereAre) {
 
 TEST(SearchPaint, DrawsNothingOfRowsThatAreNotShown) {
   SearchPicture picture;
-  const ListLayout layout = PlaceList(picture.app);
+  const ListLayout layout = PlaceList(picture.app.search, picture.Context());
   const Rect third = PlaceOfRow(layout, 0, 2);
   RecordingCanvas canvas(third);
-  PaintSearch(canvas, picture.Context(), picture.app);
+  PaintSearch(canvas, picture.Context(), picture.app.search);
   for (const Drawn& drawn : canvas.drawn) {
     EXPECT_EQ(Intersection(drawn.shown, third), drawn.shown);
     if (drawn.kind == Drawn::kText) EXPECT_GE(drawn.place.top, third.top);

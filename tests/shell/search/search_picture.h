@@ -23,9 +23,9 @@ class SearchPicture {
  public:
   explicit SearchPicture(uint32_t dpi = 96, int percent = 100) : fonts(dpi, percent) {
     app.systemDpi = dpi;
-    app.sidebarWidth = ScaleFor(dpi, 200);
-    app.tagCaptions = TagCaptions({40, 2, 34, 1, 0, 0, 0, 123'456});
-    app.statusText = u"Indexed 1,234,567 files and folders in 2.4 s";
+    app.search.sidebarWidth = ScaleFor(dpi, 200);
+    app.search.tagCaptions = TagCaptions({40, 2, 34, 1, 0, 0, 0, 123'456});
+    window.status = u"Indexed 1,234,567 files and folders in 2.4 s";
     for (const std::u16string_view name :
          {u"ana-banana.txt", u"China-资料-中文名.docx", u"a", u"final-한국어.txt",
           u"name-with-a-very-long-text-that-no-column-holds-at-all-and-no-cell-either.bin"}) {
@@ -57,7 +57,7 @@ class SearchPicture {
   void Resize(int width, int height) {
     app.clientWidth = width;
     app.clientHeight = height;
-    app.headerTop = PlaceTagButtons(app, fonts).headerTop;
+    app.search.Layout(Context());
   }
   void SetView(ViewMode view) { CurrentWindowSettings.viewMode = static_cast<int>(view); }
   void SetSidebar(bool isShown) {
@@ -70,11 +70,13 @@ class SearchPicture {
             .client = {0, 0, app.clientWidth, app.clientHeight},
             .palette = CurrentPalette,
             .fonts = fonts,
+            .window = window,
+            .status = window.status,
             .hasFocus = true};
   }
   RecordingCanvas Painted() const {
     RecordingCanvas canvas(Context().client);
-    PaintSearch(canvas, Context(), app);
+    PaintSearch(canvas, Context(), app.search);
     EXPECT_TRUE(canvas.IsBalanced());
     return canvas;
   }
@@ -96,6 +98,7 @@ class SearchPicture {
 
  public:
   AppState& app = harness_.app;
+  RecordingEngine& engine = harness_.engine;
   RecordingWindow& window = harness_.window;
   TableMeasure fonts;
 };

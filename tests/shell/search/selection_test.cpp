@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "shell/search/list_input.h"
+#include "shell/search/list_scroll.h"
+#include "shell/search/search_places.h"
 #include "shell/window_harness.h"
 
 namespace quilmark {
@@ -122,78 +124,89 @@ TEST(DoublePressRow, TakesTheFocusAndKeepsTheNextClickFromARename) {
 
 class ListScrolling : public testing::Test {
  protected:
-  ListScrolling() { DisplayCount = 1'000; }
+  ListScrolling() {
+    DisplayCount = 1'000;
+    CurrentWindowSettings.columnWidth = {60, 280, 100, 160, 160, 1'000};
+  }
+  void Wheel(int delta, uint64_t nowMs) {
+    harness.Carry(ScrollByWheel(app.search, harness.Context(nowMs), delta));
+  }
+  void Sideways(int delta, uint64_t nowMs) {
+    harness.Carry(ScrollSideways(app.search, harness.Context(nowMs), delta));
+  }
+  void To(int64_t y, uint64_t nowMs) { harness.Carry(ScrollTo(app.search, harness.Context(nowMs), y)); }
+  void Thumb(Point cursor, uint64_t nowMs) {
+    harness.Carry(MoveThumb(app.search, harness.Context(nowMs), cursor));
+  }
+  int64_t Limit() { return ScrollLimit(PlaceList(app.search, harness.Context()), 1'000); }
+
   WindowHarness harness;
   RecordingWindow& window = harness.window;
   AppState& app = harness.app;
-  ListLayout layout = LayoutList({.clientWidth = 1'100,
-                                  .clientHeight = 700,
-                                  .headerTop = 90,
-                                  .columns = {60, 280, 100, 160, 160, 1'000}});
 };
 
 TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
-  ScrollByWheel(app, window, layout, -120, 10'000);
-  EXPECT_EQ(app.scrollY, 100);
-  ScrollByWheel(app, window, layout, 60, 10'001);
-  EXPECT_EQ(app.scrollY, 50);
-  ScrollByWheel(app, window, layout, 1'200, 10'002);
-  EXPECT_EQ(app.scrollY, 0);
+  Wheel(-120, 10'000);
+  EXPECT_EQ(app.search.scrollY, 100);
+  Wheel(60, 10'001);
+  EXPECT_EQ(app.search.scrollY, 50);
+  Wheel(1'200, 10'002);
+  EXPECT_EQ(app.search.scrollY, 0);
 }
 
 TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
-  for (int i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -120, 10'000);
+  for (int i = 0; i < 1'000; ++i) Wheel(-120, 10'000);
   // No range, no column, no repaint of its own.
-  EXPECT_EQ(window.Count("MoveRename"), window.calls.size());
-  EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
+  EXPECT_TRUE(window.calls.empty());
+  EXPECT_EQ(app.search.scrollY, Limit());
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
 }
 
 TEST_F(ListScrolling, ShowsAFrameNowAndThenWhileTheWheelTurnsOn) {
-  app.lastScrollTick = 9'999;
-  for (uint64_t i = 0; i < 1'000; ++i) ScrollByWheel(app, window, layout, -12, 10'000 + 5 * i);
-  EXPECT_EQ(window.Count("RelayoutList"), 0u);
+  app.search.lastScrollTick = 9'999;
+  for (uint64_t i = 0; i < 1'000; ++i) Wheel(-12, 10'000 + 5 * i);
+  EXPECT_EQ(window.Count("SyncBars"), 0u);
   // 5 seconds: one after 20 ms, since each event comes before the timer has fired.
   EXPECT_EQ(window.Count("InvalidateList"), 249u);
 }
 
 TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
-  ScrollTo(app, window, layout, 440, 10'000);
-  const std::vector<std::string> calls = {"MoveRename", "RelayoutList", "InvalidateList"};
+  To(440, 10'000);
+  const std::vector<std::string> calls = {"SyncBars", "Rehover", "InvalidateList"};
   EXPECT_EQ(window.calls, calls);
-  ScrollTo(app, window, layout, 440, 10'000);
+  To(440, 10'000);
   EXPECT_EQ(window.calls, calls);
 }
 
 TEST_F(ListScrolling, FollowsAHeldThumb) {
-  app.list.dragBar = Bar::kVertical;
-  app.thumbDragging = true;
-  MoveThumb(app, window, layout, {1'090, 100'000}, 10'000);
-  EXPECT_EQ(app.scrollY, ScrollLimit(layout, 1'000));
-  EXPECT_EQ(window.Count("RelayoutList"), 1u);
-  app.list.dragBar = Bar::kHorizontal;
-  MoveThumb(app, window, layout, {100'000, 690}, 10'000);
-  EXPECT_EQ(app.scrollX, 1'760 - 1'088);
+  app.search.list.dragBar = Bar::kVertical;
+  app.search.thumbDragging = true;
+  Thumb({1'090, 100'000}, 10'000);
+  EXPECT_EQ(app.search.scrollY, Limit());
+  EXPECT_EQ(window.Count("SyncBars"), 1u);
+  app.search.list.dragBar = Bar::kHorizontal;
+  Thumb({100'000, 690}, 10'000);
+  EXPECT_EQ(app.search.scrollX, 1'760 - 1'088);
 }
 
 TEST_F(ListScrolling, MovesSidewaysByFortyPixelsANotch) {
-  ScrollSideways(app, window, layout, 120, 10'000);
-  EXPECT_EQ(app.scrollX, 40);
-  ScrollSideways(app, window, layout, -240, 10'000);
-  EXPECT_EQ(app.scrollX, 0);
+  Sideways(120, 10'000);
+  EXPECT_EQ(app.search.scrollX, 40);
+  Sideways(-240, 10'000);
+  EXPECT_EQ(app.search.scrollX, 0);
 }
 
 TEST_F(ListScrolling, LosesNothingOfATouchpadsSmallTurns) {
-  for (int i = 0; i < 120; ++i) ScrollByWheel(app, window, layout, -1, 10'000);
-  EXPECT_EQ(app.scrollY, 100);
-  for (int i = 0; i < 12; ++i) ScrollSideways(app, window, layout, 10, 10'000);
-  EXPECT_EQ(app.scrollX, 40);
+  for (int i = 0; i < 120; ++i) Wheel(-1, 10'000);
+  EXPECT_EQ(app.search.scrollY, 100);
+  for (int i = 0; i < 12; ++i) Sideways(10, 10'000);
+  EXPECT_EQ(app.search.scrollX, 40);
 }
 
 TEST_F(ListScrolling, MarksNoRowAsHoveredThatMovedAway) {
-  app.list.hoverRow = 3;
-  ScrollByWheel(app, window, layout, -120, 10'000);
-  EXPECT_EQ(app.list.hoverRow, -1);
+  app.search.list.hoverRow = 3;
+  Wheel(-120, 10'000);
+  EXPECT_EQ(app.search.list.hoverRow, -1);
 }
 
 TEST(TakeTurn, GivesWholeStepsAndKeepsTheRest) {

@@ -13,8 +13,9 @@ TEST(RequestSort, IsRefusedWhileTheCacheIsWarmedUp) {
   WindowHarness harness;
   harness.HoldResults(2);
   const int before = SortColumn;
-  harness.app.prewarmRunning = true;
-  RequestSort(harness.app, harness.window, kColumnName, Direction::kByClick);
+  harness.engine.runsSorts = true;
+  harness.app.search.prewarmRunning = true;
+  harness.Carry(RequestSort(harness.app.search, harness.Context(), kColumnName, Direction::kByClick));
   EXPECT_EQ(harness.window.status, u"Cache prewarming in progress. Sorting is temporarily disabled.");
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_EQ(SortColumn, before);
@@ -32,17 +33,18 @@ TEST(RequestSort, LeavesTheSelectionToTheSortedRows) {
     const std::scoped_lock lock(ResultsLock);
     CurrentResults = rows;
   }
-  SelectOnly(harness.app.list.selection, 3);
-  SelectRange(harness.app.list.selection, 5);
-  RequestSort(harness.app, harness.window, kColumnName, Direction::kByClick);
-  EXPECT_EQ(SelectedRows(harness.app.list.selection, 6), (std::vector<uint64_t>{3, 4, 5}));
-  EXPECT_EQ(harness.app.list.selection.focusRow, 5);
+  harness.engine.runsSorts = true;
+  SelectOnly(harness.app.search.list.selection, 3);
+  SelectRange(harness.app.search.list.selection, 5);
+  harness.Carry(RequestSort(harness.app.search, harness.Context(), kColumnName, Direction::kByClick));
+  EXPECT_EQ(SelectedRows(harness.app.search.list.selection, 6), (std::vector<uint64_t>{3, 4, 5}));
+  EXPECT_EQ(harness.app.search.list.selection.focusRow, 5);
   EXPECT_EQ(harness.window.Count("InvalidateList"), 1u);
   const PostedMessage sorted = harness.search.Next();
   EXPECT_EQ(sorted.message, WM_SEARCH_RESULTS);
-  TakeResultMessage(harness.app, harness.window, sorted);
-  EXPECT_EQ(harness.app.list.selection.focusRow, -1);
-  EXPECT_EQ(SelectedRows(harness.app.list.selection, 6), std::vector<uint64_t>{});
+  harness.Carry(TakeResultMessage(harness.app.search, harness.Context(), sorted));
+  EXPECT_EQ(harness.app.search.list.selection.focusRow, -1);
+  EXPECT_EQ(SelectedRows(harness.app.search.list.selection, 6), std::vector<uint64_t>{});
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "canvas/table_measure.h"
 #include "shell/view/laws.h"
+#include "shell/view/silent_window.h"
 
 namespace quilmark {
 namespace {
@@ -18,9 +19,10 @@ class ComboAt : public testing::TestWithParam<uint32_t> {
     EXPECT_THAT(UnreadableTexts(canvas, fonts, {}), testing::IsEmpty());
   }
   ViewContext Context(const Rect& place) const {
-    return {.dpi = GetParam(), .client = place, .palette = palette, .fonts = fonts};
+    return {.dpi = GetParam(), .client = place, .palette = palette, .fonts = fonts, .window = window};
   }
 
+  mutable SilentWindow window;
   TableMeasure fonts{GetParam(), 125};
   Palette palette;
 };
@@ -59,12 +61,14 @@ TEST_P(ComboAt, ItsRowsObeyTheLaws) {
 INSTANTIATE_TEST_SUITE_P(Scales, ComboAt, testing::Values(96u, 120u, 144u, 192u, 288u));
 
 TEST(ComboField, TellsWhetherItHasTheFocus) {
+  SilentWindow window;
   const TableMeasure fonts(96);
   const Palette palette = ThemeDefaults(true);
   const Rect field = {0, 0, 120, 36};
   for (const bool hasFocus : {false, true}) {
     RecordingCanvas canvas(field);
-    PaintComboField(canvas, {.client = field, .palette = palette, .fonts = fonts}, field, u"", hasFocus);
+    PaintComboField(canvas, {.client = field, .palette = palette, .fonts = fonts, .window = window},
+                    field, u"", hasFocus);
     ASSERT_GE(canvas.drawn.size(), 3u);
     EXPECT_EQ(canvas.drawn[2].kind, Drawn::kOutline);
     EXPECT_EQ(canvas.drawn[2].color, hasFocus ? palette.focusRing : palette.border);

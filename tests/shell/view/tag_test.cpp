@@ -6,6 +6,7 @@
 #include "canvas/table_measure.h"
 #include "shell/search/layout.h"
 #include "shell/view/laws.h"
+#include "shell/view/silent_window.h"
 
 namespace quilmark {
 namespace {
@@ -22,7 +23,7 @@ class TagAt : public testing::TestWithParam<TagCase> {
   RecordingCanvas Painted(int width, const TagText& shown, const TagLook& look) const {
     const Rect place = {0, 0, width, ScaleFor(GetParam().dpi, kHeight)};
     const ViewContext context = {
-        .dpi = GetParam().dpi, .client = place, .palette = palette, .fonts = fonts};
+        .dpi = GetParam().dpi, .client = place, .palette = palette, .fonts = fonts, .window = window};
     RecordingCanvas canvas(place);
     PaintTag(canvas, context, place, shown, look);
     return canvas;
@@ -32,6 +33,7 @@ class TagAt : public testing::TestWithParam<TagCase> {
                           fonts.WidthOf(FontRole::kFilter, text.count));
   }
 
+  mutable SilentWindow window;
   TableMeasure fonts{GetParam().dpi, GetParam().percent};
   Palette palette = ThemeDefaults(GetParam().isDark);
   TagText text = {u"Applications", u"(12,345)"};
@@ -73,10 +75,11 @@ INSTANTIATE_TEST_SUITE_P(Cases, TagAt,
                                          TagCase{288, 100, true}));
 
 TEST(Tag, ShowsTheFocusByALineAroundIt) {
+  SilentWindow window;
   const TableMeasure fonts(96);
   const Palette palette = ThemeDefaults(false);
   const Rect place = {10, 10, 130, 50};
-  const ViewContext context = {.client = place, .palette = palette, .fonts = fonts};
+  const ViewContext context = {.client = place, .palette = palette, .fonts = fonts, .window = window};
   RecordingCanvas plain(place), focused(place);
   PaintTag(plain, context, place, {u"All", u"(1)"}, {});
   PaintTag(focused, context, place, {u"All", u"(1)"}, {.hasFocus = true});

@@ -1,36 +1,41 @@
-#include "shell/app/scale_change.h"
+#include "shell/app/routing.h"
 
 #include <gtest/gtest.h>
+
+#include "shell/window_harness.h"
 
 namespace quilmark {
 namespace {
 
 TEST(ScaleChange, RescalesWhatIsKeptInPixels) {
-  AppState app;
+  WindowHarness harness;
+  AppState& app = harness.app;
   WindowSettings settings;
-  app.scrollY = 44'000'000'000;
+  app.search.scrollY = 44'000'000'000;
   EXPECT_TRUE(TakeScaleChange(app, settings, 144));
-  EXPECT_EQ(app.scrollY, 66'000'000'000);
+  EXPECT_EQ(app.search.scrollY, 66'000'000'000);
   EXPECT_EQ(app.systemDpi, 144u);
-  EXPECT_EQ(app.sidebarWidth, 300);
-  EXPECT_EQ(app.headerTop, 135);
+  EXPECT_EQ(app.search.sidebarWidth, 300);
+  EXPECT_EQ(app.search.headerTop, 135);
   EXPECT_EQ(settings.columnWidth, (std::array<int, 6>{90, 420, 150, 240, 240, 600}));
   EXPECT_TRUE(TakeScaleChange(app, settings, 96));
   EXPECT_EQ(settings.columnWidth, WindowSettings{}.columnWidth);
 }
 
 TEST(ScaleChange, LeavesTheSameScaleAlone) {
-  AppState app;
+  WindowHarness harness;
+  AppState& app = harness.app;
   WindowSettings settings;
   EXPECT_FALSE(TakeScaleChange(app, settings, 96));
   EXPECT_FALSE(TakeScaleChange(app, settings, 0));
   app.systemDpi = 0;
   EXPECT_FALSE(TakeScaleChange(app, settings, 96));
-  EXPECT_EQ(app.sidebarWidth, 200);
+  EXPECT_EQ(app.search.sidebarWidth, 200);
 }
 
 TEST(ScaleChange, KeepsTheFileOfAWindowOnAScreenOfAnotherScaleThanTheSystem) {
-  AppState app;
+  WindowHarness harness;
+  AppState& app = harness.app;
   const WindowSettings stored;
   WindowSettings settings = stored;  // as read at the system's 96
   TakeScaleChange(app, settings, 144);

@@ -1,0 +1,119 @@
+#include "shell/search/rename.h"
+
+#include <utility>
+
+#include "config/translate.h"
+#include "platform/files.h"
+#include "platform/format.h"
+#include "search/filtered_results.h"
+#include "shell/search/filter_request.h"
+#include "shell/search/rename_place.h"
+#include "shell/search/search_places.h"
+
+namespace quilmark {
+
+namespace {
+
+std::optional<Renaming> FocusedRow(const SearchView& view) {
+  const auto rows = ShownResults();
+  const int64_t focus = view.list.selection.focusRow;
+  if (focus < 0 || static_cast<uint64_t>(focus) >= rows->size()) return std::nullopt;
+  const MatchItem hit = (*rows)[static_cast<size_t>(focus)];
+  RowText row = TextOfRow(hit);
+  const auto target = SeeForRename(hit);
+  if (row.name.empty() || row.folder.empty() || !target) return std::nullopt;
+  return Renaming{hit, std::move(row), *target, focus};
+}
+
+// Other results may have come while the name was typed.
+bool IsStillAt(int64_t index, const MatchItem& hit) {
+  const auto rows = ShownResults();
+  return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == hit;
+}
+
+Effects Fail(SearchView& view, const ViewContext& context, const std::u16string& why, CommitEnd end) {
+  const bool isGone = IsMissingPath(PathOfRow(view.renaming->row));
+  const FailedRename next = AfterFailedRename(isGone, end);
+  if (next == FailedRename::kClose) return CancelRename(view, context);
+  if (next == FailedRename::kKeep) return {};
+  context.window.TellError(why);
+  if (!view.renaming) return {};  // what came meanwhile has closed it
+  return {.editor = Editor::kOpen};
+}
+
+Effects Rename(SearchView& view, const ViewContext& context, const std::u16string& name, CommitEnd end) {
+  const Renaming done = *view.renaming;
+  RowText renamed = done.row;
+  renamed.name = name;
+  if (const uint32_t error = RenamePath(PathOfRow(done.row), PathOfRow(renamed)); error != 0) {
+    return Fail(view, context,
+                FormatText(TranslateOr(u"Msg_RenameFailedFormat", u"Rename failed.\nError: %lu"), error),
+                end);
+  }
+  RenameInIndex(done.target, name);
+  Effects effects = CancelRename(view, context);
+  if (end == CommitEnd::kByKey) effects.focus = Focus::kWindow;
+  FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
+  // Under a filter the rows change now, and numbers of rows mean others.
+  const FilterSettings filter = CurrentFilterSettings();
+  if (!filter.IsOff()) {
+    ClearSelection(view.list.selection);
+    view.engine.RefreshFilter(filter);
+  } else if (end == CommitEnd::kByKey && IsStillAt(done.index, done.hit)) {
+    SelectOnly(view.list.selection, done.index);
+  }
+  effects.Join(RelayoutList(view, context));
+  return effects;
+}
+
+}  // namespace
+
+Effects OpenRename(SearchView& view, const ViewContext& context) {
+  if (view.renaming) return {.editor = Editor::kOpen};
+  const ListLayout layout = PlaceList(view, context);
+  auto focused = FocusedRow(view);
+  if (layout.view != ViewMode::kList || !focused) return {};
+  const auto place =
+      PlaceOfRenameEditor(layout, view.scrollY, view.scrollX, static_cast<uint64_t>(focused->index));
+  if (!place) return {};
+  view.renaming = std::move(focused);
+  const RowText& row = view.renaming->row;
+  return {.editor = Editor::kOpen,
+          .editorPlace = EditorPlace{*place, row.name, SelectedStem(row.name, row.isDirectory)}};
+}
+
+Effects MoveRename(const SearchView& view, const ViewContext& context) {
+  if (!view.renaming) return {};
+  return {.editor = Editor::kMove,
+          .editorPlace =
+              EditorPlace{PlaceOfOpenRenameEditor(PlaceList(view, context), view.scrollY, view.scrollX,
+                                                  static_cast<uint64_t>(view.renaming->index))}};
+}
+
+Effects CancelRename(SearchView& view, const ViewContext& context) {
+  if (!view.renaming) return {};
+  view.renaming.reset();
+  return {.editor = Editor::kClose, .dirty = ListAreaOf(view, context)};
+}
+
+Effects CommitRename(SearchView& view, const ViewContext& context, std::u16string text, CommitEnd end) {
+  if (!view.renaming || std::exchange(view.renaming->isCommitting, true)) return {};
+  Effects effects;
+  switch (CheckRename(view.renaming->row.name, text)) {
+    case RenameStep::kClose:
+      effects = CancelRename(view, context);
+      break;
+    case RenameStep::kInvalid:
+      effects =
+          Fail(view, context,
+               TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."), end);
+      break;
+    case RenameStep::kRename:
+      effects = Rename(view, context, text, end);
+      break;
+  }
+  if (view.renaming) view.renaming->isCommitting = false;
+  return effects;
+}
+
+}  // namespace quilmark

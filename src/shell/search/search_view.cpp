@@ -1,0 +1,285 @@
+#include "shell/search/search_view.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "config/translate.h"
+#include "config/window_settings.h"
+#include "platform/mul_div.h"
+#include "search/filtered_results.h"
+#include "shell/search/filter_request.h"
+#include "shell/search/list_scroll.h"
+#include "shell/search/rename.h"
+#include "shell/search/result_messages.h"
+#include "shell/search/scope_items.h"
+#include "shell/search/search_keys.h"
+#include "shell/search/search_mouse.h"
+#include "shell/search/search_paint.h"
+#include "shell/search/search_places.h"
+#include "shell/view/tag.h"
+#include "shell/view/window_ids.h"
+
+namespace quilmark {
+
+namespace {
+
+constexpr size_t kLongestRange = 127;
+
+bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
+bool TimeIsCustom() { return CurrentWindowSettings.timePreset == kCustomTime; }
+
+void AddTags(const std::vector<std::u16string>& captions, std::vector<ControlSpec>& specs) {
+  int id = kFirstTag;
+  for (const std::u16string& caption : captions) {
+    specs.push_back({.kind = ControlKind::kTag, .id = id++, .text = caption});
+  }
+}
+
+// The controls of the custom range come and go with it.
+Effects ChoosePreset(SearchView& view, const ViewContext& context, int& preset, int chosen) {
+  preset = std::max(chosen, 0);
+  Effects effects = CancelRename(view, context);
+  effects.Join(ApplyFilters(view, context));
+  effects.Join({.relayout = true, .dirty = context.client});
+  return effects;
+}
+
+Effects OnScopeChosen(const SearchView& view, const ViewContext& context, int index) {
+  context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  if (index >= 0) ChooseScope(view, index);
+  return {.focus = Focus::kSearchBox};
+}
+
+Effects OnChosen(SearchView& view, const ViewContext& context, const ControlEvent& event) {
+  switch (event.id) {
+    case kScopeBox:
+      return OnScopeChosen(view, context, event.value);
+    case kSizePreset:
+      return ChoosePreset(view, context, CurrentWindowSettings.sizePreset, event.value);
+    case kTimePreset:
+      return ChoosePreset(view, context, CurrentWindowSettings.timePreset, event.value);
+    case kSizeUnit:
+      CurrentWindowSettings.sizeUnit = event.value < 0 ? 2 : event.value;
+      return SizeIsCustom() ? ApplyFilters(view, context) : Effects();
+    default:
+      return {.isTaken = false};
+  }
+}
+
+Effects OnText(SearchView& view, const ViewContext& context, const ControlEvent& event) {
+  if (event.id == kSearchBox) return TakeTypedText(view, context, event.text);
+  if (event.id == kSecondSizeBox) return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
+  if (event.id != kSizeBox) return {.isTaken = false};
+  CurrentWindowSettings.sizeRange = event.text;
+  return SizeIsCustom() ? ApplyFilters(view, context) : Effects();
+}
+
+Effects OnDay(SearchView& view, const ViewContext& context, const ControlEvent& event) {
+  int& day = event.id == kDateFrom ? CurrentWindowSettings.timeStart : CurrentWindowSettings.timeEnd;
+  day = event.value;
+  return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
+}
+
+// Keys and losses of the focus are those of the editor of a name, but in the search box.
+Effects OnEditorEnd(SearchView& view, const ViewContext& context, const ControlEvent& event) {
+  switch (event.kind) {
+    case ControlEvent::kEnter:
+      return CommitRename(view, context, event.text, CommitEnd::kByKey);
+    case ControlEvent::kLeft:
+      return CommitRename(view, context, event.text, CommitEnd::kByLeaving);
+    case ControlEvent::kLeftProgram:
+      return CommitRename(view, context, event.text, CommitEnd::kByLeavingTheProgram);
+    default: {
+      Effects effects = CancelRename(view, context);
+      effects.focus = Focus::kSearchBox;
+      return effects;
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<ControlSpec> SearchView::Controls() {
+  const WindowSettings& kept = CurrentWindowSettings;
+  const std::u16string range = TranslateOr(u"Time_RangeDefault", u"0-7(days ago)");
+  std::vector<ControlSpec> specs = {
+      {.kind = ControlKind::kCombo, .id = kScopeBox},
+      {.kind = ControlKind::kSearchBox, .id = kSearchBox, .isEnabled = false, .longest = kLongestQuery},
+      {.kind = ControlKind::kCombo,
+       .id = kSizePreset,
+       .items = SizePresetItems(),
+       .chosen = kept.sizePreset},
+      {.kind = ControlKind::kCombo,
+       .id = kTimePreset,
+       .items = TimePresetItems(),
+       .chosen = kept.timePreset},
+      {.kind = ControlKind::kEdit, .id = kSizeBox, .text = kept.sizeRange, .longest = kLongestRange},
+      {.kind = ControlKind::kEdit, .id = kSecondSizeBox, .text = range, .longest = kLongestRange},
+      {.kind = ControlKind::kCombo, .id = kSizeUnit, .items = SizeUnitItems(), .chosen = kept.sizeUnit},
+      {.kind = ControlKind::kDay, .id = kDateFrom, .day = kept.timeStart},
+      {.kind = ControlKind::kDay, .id = kDateTo, .day = kept.timeEnd}};
+  tagCaptions = TagCaptions({});
+  AddTags(tagCaptions, specs);
+  return specs;
+}
+
+std::vector<ControlPlace> SearchView::Layout(const ViewContext& context) {
+  const TopRowLayout row = LayoutTopRow({.clientWidth = context.client.right,
+                                         .dpi = context.dpi,
+                                         .sizeCustom = SizeIsCustom(),
+                                         .timeCustom = TimeIsCustom()});
+  std::vector<ControlPlace> places = {{kScopeBox, row.scope},
+                                      {kSearchBox, row.search, isBoxEnabled},
+                                      {kSizePreset, row.sizePreset},
+                                      {kTimePreset, row.timePreset}};
+  if (SizeIsCustom()) {
+    places.push_back({kSizeBox, row.sizeBox});
+    places.push_back({kSizeUnit, row.sizeUnit});
+  }
+  if (TimeIsCustom()) {
+    places.push_back({kDateFrom, row.dateFrom});
+    places.push_back({kDateTo, row.dateTo});
+  }
+  const FilterBarLayout bar = PlaceTagButtons(*this, context);
+  headerTop = bar.headerTop;
+  int id = kFirstTag;
+  for (const Rect& tag : bar.tags) places.push_back({id++, tag});
+  return places;
+}
+
+Effects SearchView::LaidOut(const ViewContext& context) { return RelayoutList(*this, context); }
+
+Effects SearchView::Leave(const ViewContext& context) {
+  Effects effects = OnSearchMouse(*this, context, {.kind = Mouse::kLost});  // what was held
+  list.hoverRow = list.hoverColumn = list.hoverTag = -1;
+  list.hoverBar = Bar::kNone;
+  effects.Join(CancelRename(*this, context));
+  effects.tip = u"";
+  return effects;
+}
+
+void SearchView::Rescale(uint32_t from, uint32_t to) {
+  const auto former = static_cast<int>(from), wanted = static_cast<int>(to);
+  sidebarWidth = MulDiv(sidebarWidth, wanted, former);
+  pathColumnWidth = MulDiv(pathColumnWidth, wanted, former);
+  scrollY = scrollY * wanted / former;  // the same rows stay in view
+  scrollX = MulDiv(scrollX, wanted, former);
+  headerTop = MulDiv(headerTop, wanted, former);
+}
+
+PaintOutcome SearchView::Paint(Canvas& canvas, const ViewContext& context) const {
+  return PaintSearch(canvas, context, *this);
+}
+
+void SearchView::PaintControl(Canvas& canvas, const ControlPicture& control,
+                              const ViewContext& context) const {
+  const int index = control.id - kFirstTag;
+  canvas.Fill(control.place, context.palette.toolbar);
+  if (index < 0 || static_cast<size_t>(index) >= tagCaptions.size()) return;
+  PaintTag(canvas, context, control.place, SplitCaption(tagCaptions[static_cast<size_t>(index)]),
+           {.isChosen = index == ActiveCategory, .isHot = control.isHot, .hasFocus = control.hasFocus});
+}
+
+Effects SearchView::NotePaint(const Rect& place, const PaintOutcome& outcome,
+                              const ViewContext& context) {
+  return NoteListPaint(*this, context, place, outcome);
+}
+
+Effects SearchView::OnMouse(const MouseEvent& event, const ViewContext& context) {
+  return OnSearchMouse(*this, context, event);
+}
+
+Effects SearchView::Rehover(std::optional<Point> mouse, const ViewContext& context) {
+  return RefreshHover(*this, context, mouse);
+}
+
+Effects SearchView::OnPan(const PanEvent& event, const ViewContext& context) {
+  Effects effects = PanRows(*this, context, event);
+  effects.tip = u"";
+  return effects;
+}
+
+bool SearchView::CanPan(Point at, const ViewContext& context) const {
+  return Holds(PlaceList(*this, context).rows, at);
+}
+
+Effects SearchView::OnKey(uint32_t key, bool, const ViewContext& context) {
+  return TakeListKey(*this, context, key);
+}
+
+Effects SearchView::OnScroll(const ScrollEvent& event, const ViewContext& context) {
+  Effects effects = event.isVertical ? ScrollRows(*this, context, event.command, event.position)
+                                     : ScrollColumns(*this, context, event.command, event.position);
+  effects.tip = u"";
+  return effects;
+}
+
+Effects SearchView::OnControl(const ControlEvent& event, const ViewContext& context) {
+  switch (event.kind) {
+    case ControlEvent::kText:
+      return OnText(*this, context, event);
+    case ControlEvent::kChosen:
+      return OnChosen(*this, context, event);
+    case ControlEvent::kClicked:
+      return SelectFilterTag(*this, context, event.id - kFirstTag);
+    case ControlEvent::kDay:
+      return OnDay(*this, context, event);
+    default:
+      break;
+  }
+  if (event.id != kSearchBox) return OnEditorEnd(*this, context, event);
+  return TakeSearchKey(context, event.kind == ControlEvent::kEnter ? kKeyEnter : kKeyEscape, event.text);
+}
+
+Effects SearchView::OnTimer(uint32_t id, const ViewContext& context) {
+  switch (id) {
+    case TIMER_SEARCH_DEBOUNCE:
+      StartTypedSearch(*this);
+      return {};
+    case kTimerScrollSettle:
+      return SettleScroll(*this, context);
+    case kTimerPrewarm:
+      StartPrewarm(*this, context);
+      return {};
+    case kTimerPrewarmPoll:
+      return PollPrewarm(*this, context);
+    case kTimerFilterCounts:
+      if (!std::exchange(filterCountsPending, false)) return {};
+      return RefreshFilterCounts(*this, context);
+    case kTimerRepaint:
+      return {.dirty = TakeRepaint(repaint, ListArea(context))};
+    default:
+      return {.isTaken = false};
+  }
+}
+
+Effects SearchView::OnPosted(const PostedMessage& message, const ViewContext& context) {
+  return TakeResultMessage(*this, context, message);
+}
+
+bool SearchView::HasSizeCursor(Point at, const ViewContext& context) const {
+  return IsColumnEdge(*this, context, at);
+}
+
+std::vector<BarRange> SearchView::Bars(const ViewContext& context) const {
+  const ListLayout layout = PlaceList(*this, context);
+  const SidebarLayout sidebar = PlaceSidebar(*this, context);
+  const int sideways = ClampHorizontal(layout, std::numeric_limits<int>::max());
+  std::vector<BarRange> bars = {
+      RangeOfBar(ScrollLimit(layout, DisplayCount), Height(layout.rows), scrollY),
+      RangeOfBar(sideways, Width(layout.rows), scrollX),
+      RangeOfBar(sidebar.scrollLimit, sidebar.fitting, sidebar.first)};
+  bars[0].id = kVerticalBar;
+  bars[1].id = kHorizontalBar;
+  bars[2].id = kSidebarBar;
+  return bars;
+}
+
+Rect SearchView::StatusPlace(const ViewContext& context) const {
+  return {0, 0, context.client.right, headerTop};
+}
+
+Rect SearchView::ListArea(const ViewContext& context) const { return ListAreaOf(*this, context); }
+
+}  // namespace quilmark

@@ -1,0 +1,14 @@
+// How the rows and the filter categories are shown. Interface thread.
+#pragma once
+
+#include "shell/search/search_view.h"
+
+namespace quilmark {
+
+// Shows the rows in another way, from the top, and keeps the choice.
+Effects SetViewMode(SearchView& view, const ViewContext& context, ViewMode mode);
+
+// Puts the filter categories to the side or into the bar.
+Effects SetFilterLayout(SearchView& view, const ViewContext& context, bool sidebar);
+
+}  // namespace quilmark
