@@ -29,7 +29,7 @@ Effects ResetView(AppState& app, const ViewContext& context) {
     scopeIndex = kScopeAll;
     RebuildScopeBox(app.search, context);
   }
-  context.window.SetText(kSearchBox, u"");
+  context.window.SetText(kQueryBox, u"");
   app.search.boxText.clear();
   CurrentQueryText.clear();
   ClearSelection(app.search.list.selection);

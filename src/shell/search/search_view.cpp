@@ -68,7 +68,7 @@ Effects OnChosen(SearchView& view, const ViewContext& context, const ControlEven
 }
 
 Effects OnText(SearchView& view, const ViewContext& context, const ControlEvent& event) {
-  if (event.id == kSearchBox) return TakeTypedText(view, context, event.text);
+  if (event.id == kQueryBox) return TakeTypedText(view, context, event.text);
   if (event.id == kSecondSizeBox) return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
   if (event.id != kSizeBox) return {.isTaken = false};
   CurrentWindowSettings.sizeRange = event.text;
@@ -105,7 +105,7 @@ std::vector<ControlSpec> SearchView::Controls() {
   const std::u16string range = TranslateOr(u"Time_RangeDefault", u"0-7(days ago)");
   std::vector<ControlSpec> specs = {
       {.kind = ControlKind::kCombo, .id = kScopeBox},
-      {.kind = ControlKind::kSearchBox, .id = kSearchBox, .isEnabled = false, .longest = kLongestQuery},
+      {.kind = ControlKind::kSearchBox, .id = kQueryBox, .isEnabled = false, .longest = kLongestQuery},
       {.kind = ControlKind::kCombo,
        .id = kSizePreset,
        .items = SizePresetItems(),
@@ -130,7 +130,7 @@ std::vector<ControlPlace> SearchView::Layout(const ViewContext& context) {
                                          .sizeCustom = SizeIsCustom(),
                                          .timeCustom = TimeIsCustom()});
   std::vector<ControlPlace> places = {{kScopeBox, row.scope},
-                                      {kSearchBox, row.search, isBoxEnabled},
+                                      {kQueryBox, row.search, isBoxEnabled},
                                       {kSizePreset, row.sizePreset},
                                       {kTimePreset, row.timePreset}};
   if (SizeIsCustom()) {
@@ -228,7 +228,7 @@ Effects SearchView::OnControl(const ControlEvent& event, const ViewContext& cont
     default:
       break;
   }
-  if (event.id != kSearchBox) return OnEditorEnd(*this, context, event);
+  if (event.id != kQueryBox) return OnEditorEnd(*this, context, event);
   return TakeSearchKey(context, event.kind == ControlEvent::kEnter ? kKeyEnter : kKeyEscape, event.text);
 }
 

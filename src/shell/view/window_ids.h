@@ -80,7 +80,7 @@ inline constexpr int kHotkeyShow = 30001;        // shows or hides the window
 inline constexpr int kHotkeyForeground = 30012;  // shows the foreground program's file
 
 // Child controls.
-inline constexpr int kSearchBox = 101;
+inline constexpr int kQueryBox = 101;
 inline constexpr int kStatusText = 103;
 inline constexpr int kScopeBox = 104;
 inline constexpr int kVerticalBar = 105;
@@ -116,9 +116,9 @@ static_assert(AreAllDifferent({ID_TIMER_TRAY_RETRY, TIMER_SEARCH_DEBOUNCE, kTime
                                kTimerCacheAutosave, kTimerIdleTrim, kTimerWorkTrim, kTimerCaptureHint,
                                kTimerRepaint, kTimerTaskbar, uint32_t{kHotkeyShow},
                                uint32_t{kHotkeyForeground}}));
-static_assert(AreAllDifferent({kSearchBox, kStatusText, kScopeBox, kVerticalBar, kSizePreset,
-                               kTimePreset, kSizeBox, kSecondSizeBox, kSizeUnit, kDateFrom, kDateTo,
-                               kHorizontalBar, kSidebarBar, kFirstTag, kTrayShow, kTrayExit}));
+static_assert(AreAllDifferent({kQueryBox, kStatusText, kScopeBox, kVerticalBar, kSizePreset, kTimePreset,
+                               kSizeBox, kSecondSizeBox, kSizeUnit, kDateFrom, kDateTo, kHorizontalBar,
+                               kSidebarBar, kFirstTag, kTrayShow, kTrayExit}));
 
 inline constexpr uint16_t kAppIcon = 104;  // resource
 

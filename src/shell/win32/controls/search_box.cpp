@@ -81,7 +81,7 @@ HWND MakeSearchBox(HWND parent, HFONT font) {
   const HWND edit = MakeControl(
       parent,
       {L"EDIT", WS_VISIBLE | WS_DISABLED | WS_TABSTOP | ES_LEFT | ES_AUTOHSCROLL | ES_MULTILINE,
-       kSearchBox},
+       kQueryBox},
       font);
   SendMessageW(edit, EM_SETLIMITTEXT, kLongestQuery, 0);
   SetWindowSubclass(edit, EditProcedure, kSubclass, 0);
