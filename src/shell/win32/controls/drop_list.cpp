@@ -5,7 +5,7 @@
 #include "config/palette.h"
 #include "config/window_settings.h"
 #include "shell/app/app_state.h"
-#include "shell/search/list_layout.h"
+#include "shell/view/scrollbar.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/gdi/gdi_canvas.h"
 #include "shell/win32/system/system_calls.h"
