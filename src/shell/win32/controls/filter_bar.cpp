@@ -1,7 +1,6 @@
 #include "shell/win32/controls/filter_bar.h"
 
-#include <commctrl.h>
-
+#include <algorithm>
 #include <utility>
 
 #include "config/translate.h"
@@ -10,91 +9,104 @@
 #include "search/filtered_results.h"
 #include "shell/app/app_state.h"
 #include "shell/search/filter_request.h"
+#include "shell/search/search_keys.h"
 #include "shell/search/search_places.h"
 #include "shell/view/tag.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/controls/combo.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/date_picker.h"
-#include "shell/win32/controls/edit_keys.h"
+#include "shell/win32/controls/drop_list.h"
+#include "shell/win32/controls/edit_line.h"
+#include "shell/win32/controls/framed_edit.h"
 #include "shell/win32/controls/search_box.h"
+#include "shell/win32/controls/tag_button.h"
 #include "shell/win32/controls/window_text.h"
-#include "shell/win32/gdi/gdi_canvas.h"
+#include "shell/win32/window/main_window.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr size_t kLongestRange = 127;
-constexpr int kTagHeight = 40;  // pixels at 96 dpi
 
-// True if there was something to do.
-bool Move(HWND control, const Rect& rect, bool isShown) {
-  if (FromRECT(RectInParent(control)) == rect && (IsWindowVisible(control) != FALSE) == isShown)
-    return false;
-  SetWindowPos(control, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
-               SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
-  return true;
+struct DropRow {
+  int id;
+  int width;  // of the drop list, pixels at 96 dpi
+};
+constexpr DropRow kDropRows[] = {
+    {kScopeBox, 460}, {kSizePreset, 160}, {kTimePreset, 160}, {kSizeUnit, 90}};
+
+const DropRow* FindDropRow(int id) {
+  const auto* const row = std::find_if(std::begin(kDropRows), std::end(kDropRows),
+                                       [id](const DropRow& each) { return each.id == id; });
+  return row == std::end(kDropRows) ? nullptr : row;
 }
+
+class Host : public ControlHost {
+ public:
+  ViewContext Context() const override { return TheWindow().Context(); }
+  const GdiFonts& Fonts() const override { return CurrentFonts(); }
+  bool IsDark() const override { return CurrentWindowSettings.darkTheme && !CurrentPalette.isSystem; }
+  bool OnControl(const ControlEvent& event) override {
+    return TakeSearchKey(TheWindow(), event.kind == ControlEvent::kEnter ? kKeyEnter : kKeyEscape,
+                         event.text);
+  }
+  void PaintControl(Canvas& canvas, const ControlPicture& control) const override {
+    const int index = control.id - kFirstTag;
+    PaintTag(
+        canvas, Context(), control.place, SplitCaption(App().tagCaptions[static_cast<size_t>(index)]),
+        {.isChosen = index == ActiveCategory, .isHot = control.isHot, .hasFocus = control.hasFocus});
+  }
+};
 
 bool SizeIsCustom() { return CurrentWindowSettings.sizePreset == kCustomSize; }
 bool TimeIsCustom() { return CurrentWindowSettings.timePreset == kCustomTime; }
 
-LRESULT CALLBACK FramedProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR) {
-  if (const auto taken = TakeEditMessage(control, message, wParam, lParam)) return *taken;
-  if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(control, FramedProcedure, kSubclass);
-  const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
-  if (message == WM_PAINT) FrameClient(control, FrameColorOf(control));
-  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(control, nullptr, FALSE);
-  return result;
+}  // namespace
+
+ControlHost& MainWindowHost() {
+  static Host host;
+  return host;
 }
 
-// Fills what a rounded tag leaves at its corners, and knows whether the mouse is over it.
-LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                              DWORD_PTR) {
-  if (TakeTabKey(tag, message, wParam)) return 0;
-  const int index = GetDlgCtrlID(tag) - kFirstTag;
-  if (message == WM_ERASEBKGND) {
-    FillClient(tag, reinterpret_cast<HDC>(wParam), CurrentPalette.toolbar);
-    return 1;
-  }
-  if (message == WM_MOUSEMOVE && App().list.hoverTag != index) {
-    App().list.hoverTag = index;
-    InvalidateRect(tag, nullptr, FALSE);
-    TRACKMOUSEEVENT track = {};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = tag;
-    TrackMouseEvent(&track);
-  }
-  if (message == WM_MOUSELEAVE) {
-    if (App().list.hoverTag == index) App().list.hoverTag = -1;
-    InvalidateRect(tag, nullptr, FALSE);
-  }
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(tag, TagProcedure, kSubclass);
-  return DefSubclassProc(tag, message, wParam, lParam);
-}
+int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
 
-HWND MakeEdit(HWND parent, int id, HFONT font) {
-  const HWND edit = MakeControl(parent, {L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | ES_MULTILINE, id}, font);
-  SendMessageW(edit, EM_SETLIMITTEXT, kLongestRange, 0);
-  SetWindowSubclass(edit, FramedProcedure, kSubclass, 0);
+bool IsCustomCombo(UINT id) { return FindDropRow(static_cast<int>(id)) != nullptr; }
+
+HWND MakeSearchBox(HWND parent, HFONT) {
+  const HWND edit = MakeSearchBox(parent, kQueryBox, kLongestQuery, MainWindowHost());
+  EnableWindow(edit, FALSE);
+  ShowWindow(edit, SW_SHOWNA);
   return edit;
 }
 
-}  // namespace
+HWND MakeCombo(HWND parent, int id, HFONT) { return MakeCombo(parent, id, MainWindowHost()); }
+
+void PlaceCombo(HWND combo, const Rect& field, bool isShown) {
+  const DropRow* const row = FindDropRow(GetDlgCtrlID(combo));
+  PlaceCombo(combo, {.field = field, .listWidth = row == nullptr ? 0 : row->width, .isShown = isShown},
+             App().systemDpi);
+}
+
+void DrawComboItem(const DRAWITEMSTRUCT& item) { DrawComboItem(item, MainWindowHost()); }
+
+void StyleDropDown(HWND combo) { StyleDropDown(combo, MainWindowHost()); }
+
+void StyleDatePicker(HWND picker) { StyleDatePicker(picker, MainWindowHost()); }
+
+void ApplySearchBoxRect(HWND edit) { CentreField(edit, App().systemDpi); }
+
+void DrawTagItem(const DRAWITEMSTRUCT& item) { DrawTagButton(item, MainWindowHost()); }
 
 void FilterBar::Open(HWND parent, HFONT font, HFONT tagFont) {
   sizePreset_ = MakeCombo(parent, kSizePreset, font);
   timePreset_ = MakeCombo(parent, kTimePreset, font);
-  sizeBox_ = MakeEdit(parent, kSizeBox, font);
-  secondSizeBox_ = MakeEdit(parent, kSecondSizeBox, font);
+  sizeBox_ = MakeFramedEdit(parent, kSizeBox, kLongestRange, MainWindowHost());
+  secondSizeBox_ = MakeFramedEdit(parent, kSecondSizeBox, kLongestRange, MainWindowHost());
   sizeUnit_ = MakeCombo(parent, kSizeUnit, font);
-  dateFrom_ = MakeDatePicker(parent, kDateFrom, font);
-  dateTo_ = MakeDatePicker(parent, kDateTo, font);
+  dateFrom_ = MakeDatePicker(parent, kDateFrom, MainWindowHost());
+  dateTo_ = MakeDatePicker(parent, kDateTo, MainWindowHost());
   FillCombo(sizePreset_, SizePresetItems(), CurrentWindowSettings.sizePreset);
   FillCombo(timePreset_, TimePresetItems(), CurrentWindowSettings.timePreset);
   FillCombo(sizeUnit_, SizeUnitItems(), CurrentWindowSettings.sizeUnit);
@@ -124,13 +136,8 @@ void FilterBar::RebuildTags(HWND parent) {
   App().tagCaptions = TagCaptions({});
   const auto& captions = App().tagCaptions;
   for (size_t i = 0; i < captions.size(); ++i) {
-    const HWND tag = CreateWindowExW(
-        WS_EX_COMPOSITED, L"BUTTON", Wide(captions[i]),
-        WS_CHILD | WS_TABSTOP | BS_OWNERDRAW | BS_MULTILINE, 0, 0, 10, Scaled(kTagHeight), parent,
-        reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstTag) + static_cast<INT_PTR>(i)),
-        GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(tag, WM_SETFONT, reinterpret_cast<WPARAM>(tagFont_), FALSE);
-    SetWindowSubclass(tag, TagProcedure, kSubclass, 0);
+    const HWND tag = MakeTagButton(parent, kFirstTag + static_cast<int>(i), MainWindowHost());
+    SetWindowTextW(tag, Wide(captions[i]));
     tags_.push_back(tag);
   }
 }
@@ -153,17 +160,17 @@ void FilterBar::RedrawTags() const {
 void FilterBar::Place(const TopRowLayout& row) {
   PlaceCombo(sizePreset_, row.sizePreset, true);
   PlaceCombo(timePreset_, row.timePreset, true);
-  if (Move(sizeBox_, row.sizeBox, SizeIsCustom())) ApplySearchBoxRect(sizeBox_);
+  if (MoveControl(sizeBox_, row.sizeBox, SizeIsCustom())) ApplySearchBoxRect(sizeBox_);
   PlaceCombo(sizeUnit_, row.sizeUnit, SizeIsCustom());
-  Move(dateFrom_, row.dateFrom, TimeIsCustom());
-  Move(dateTo_, row.dateTo, TimeIsCustom());
+  MoveControl(dateFrom_, row.dateFrom, TimeIsCustom());
+  MoveControl(dateTo_, row.dateTo, TimeIsCustom());
 }
 
 int FilterBar::PlaceTags() {
   const FilterBarLayout layout = PlaceTagButtons(App(), CurrentFonts());
   for (size_t i = 0; i < tags_.size(); ++i) {
     if (i < layout.tags.size()) {
-      Move(tags_[i], layout.tags[i], true);
+      MoveControl(tags_[i], layout.tags[i], true);
     } else {
       ShowWindow(tags_[i], SW_HIDE);
     }
@@ -178,17 +185,6 @@ void FilterBar::ReadDates() const {
 
 void FilterBar::ReadSizeText() const {
   CurrentWindowSettings.sizeRange = TextOfWindow(sizeBox_, kLongestRange);
-}
-
-void DrawTagItem(const DRAWITEMSTRUCT& item) {
-  const int index = static_cast<int>(item.CtlID) - kFirstTag;
-  const Rect place = FromRECT(item.rcItem);
-  GdiCanvas canvas(item.hDC, CurrentFonts(), place);
-  canvas.Fill(place, CurrentPalette.toolbar);
-  PaintTag(canvas, ContextOf(item.hwndItem), place, SplitCaption(TextOfWindow(item.hwndItem)),
-           {.isChosen = index == ActiveCategory,
-            .isHot = index == App().list.hoverTag,
-            .hasFocus = (item.itemState & ODS_FOCUS) != 0});
 }
 
 }  // namespace quilmark

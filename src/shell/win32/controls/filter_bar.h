@@ -3,10 +3,12 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "shell/search/layout.h"
+#include "shell/win32/controls/control_host.h"
 
 namespace quilmark {
 
@@ -38,5 +40,20 @@ class FilterBar {
 };
 
 void DrawTagItem(const DRAWITEMSTRUCT& item);
+
+// The controls with the state of the main window, whose host this is.
+ControlHost& MainWindowHost();
+
+inline constexpr size_t kLongestQuery = 255;  // units that the search box takes
+
+int Scaled(int n);  // pixels for `n` pixels at 96 dpi
+bool IsCustomCombo(UINT id);
+HWND MakeSearchBox(HWND parent, HFONT font);
+HWND MakeCombo(HWND parent, int id, HFONT font);
+void PlaceCombo(HWND combo, const Rect& field, bool isShown);
+void DrawComboItem(const DRAWITEMSTRUCT& item);
+void StyleDropDown(HWND combo);
+void StyleDatePicker(HWND picker);
+void ApplySearchBoxRect(HWND edit);
 
 }  // namespace quilmark

@@ -20,7 +20,7 @@
 #include "shell/search/row_text.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/edit_keys.h"
-#include "shell/win32/controls/search_box.h"
+#include "shell/win32/controls/edit_line.h"
 #include "shell/win32/controls/window_text.h"
 
 namespace quilmark {
@@ -181,7 +181,7 @@ void OpenRenameEditor(AppState& app, MainWindow& window) {
       nullptr, GetModuleHandleW(nullptr), nullptr);
   SendMessageW(window.renameEditor, WM_SETFONT,
                reinterpret_cast<WPARAM>(CurrentFonts().Of(FontRole::kList)), TRUE);
-  CentreEditLine(window.renameEditor, kTextInset, kTextInset);
+  CentreEditLine(window.renameEditor, kTextInset, kTextInset, app.systemDpi);
   SetWindowSubclass(window.renameEditor, EditorProcedure, kSubclass, 0);
   SetFocus(window.renameEditor);
   SendMessageW(window.renameEditor, EM_SETSEL, 0,
@@ -197,7 +197,7 @@ void MoveRenameEditor(const AppState& app, MainWindow& window) {
   GetClientRect(editor, &former);
   SetWindowPos(editor, nullptr, place.left, place.top, Width(place), Height(place),
                SWP_NOZORDER | SWP_NOACTIVATE);
-  if (Width(place) != former.right) CentreEditLine(editor, kTextInset, kTextInset);
+  if (Width(place) != former.right) CentreEditLine(editor, kTextInset, kTextInset, app.systemDpi);
 }
 
 void CancelRenameEditor(MainWindow& window) {

@@ -158,7 +158,7 @@ Outcome OnComboChosen(AppState& app, MainWindow& window, const Message& message)
 }
 
 Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
-  if (id == kSearchBox) {
+  if (id == kQueryBox) {
     if (!window.settingText) OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
     return 0;
   }
