@@ -156,14 +156,4 @@ std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX) {
                     ScaleFor(layout.dpi, kLeastThumb));
 }
 
-std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi) {
-  constexpr int kLeastWidth = 5, kLeastDropThumb = 18;
-  const int64_t limit = int64_t{state.maximum} - state.minimum + 1 - state.page;
-  if (limit <= 0 || state.page <= 0 || Height(place) <= 0) return std::nullopt;
-  Rect track = place;
-  track.left = std::min(track.left, track.right - ScaleFor(dpi, kLeastWidth));
-  return PlaceThumb(track, Bar::kVertical, {state.page, limit, int64_t{state.position} - state.minimum},
-                    ScaleFor(dpi, kLeastDropThumb));
-}
-
 }  // namespace quilmark

@@ -80,11 +80,4 @@ int FitPathColumn(const ListLayout& layout, int widestText, int storedWidth);
 std::optional<Scrollbar> VerticalBar(const ListLayout& layout, int64_t scrollY, uint64_t rowCount);
 std::optional<Scrollbar> HorizontalBar(const ListLayout& layout, int scrollX);
 
-// What a scrollbar of the system says of itself.
-struct BarState {
-  int minimum = 0, maximum = 0, page = 0, position = 0;
-};
-// The bar of a drop list, painted over the system's one at `place`. Empty where everything fits.
-std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi);
-
 }  // namespace quilmark

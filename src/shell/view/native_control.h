@@ -27,6 +27,7 @@ struct ControlSpec {
   size_t longest = 0;                      // units that an edit takes
   std::vector<std::u16string> items = {};  // of a combo
   int chosen = 0;                          // of a combo
+  int listWidth = 0;                       // of a combo, pixels at 96 dpi; 0: as wide as its field
   int day = 0;                             // as year * 10,000 + month * 100 + day; 0: none, or today
 };
 
@@ -55,6 +56,8 @@ struct ControlEvent {
   int id = 0;
   int value = 0;
   std::u16string text = {};
+
+  bool operator==(const ControlEvent&) const = default;
 };
 
 // A control that the system has painted by its owner.

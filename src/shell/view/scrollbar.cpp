@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "canvas/scale.h"
+
 namespace quilmark {
 
 Scrollbar PlaceThumb(const Rect& track, Bar kind, const ScrollState& state, int least) {
@@ -27,6 +29,16 @@ int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit) 
   if (track <= thumb) return 0;
   const int64_t place = std::clamp<int64_t>(cursor - thumb / 2 - start, 0, track - thumb);
   return place * limit / (track - thumb);
+}
+
+std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi) {
+  constexpr int kLeastWidth = 5, kLeastDropThumb = 18;
+  const int64_t limit = int64_t{state.maximum} - state.minimum + 1 - state.page;
+  if (limit <= 0 || state.page <= 0 || Height(place) <= 0) return std::nullopt;
+  Rect track = place;
+  track.left = std::min(track.left, track.right - ScaleFor(dpi, kLeastWidth));
+  return PlaceThumb(track, Bar::kVertical, {state.page, limit, int64_t{state.position} - state.minimum},
+                    ScaleFor(dpi, kLeastDropThumb));
 }
 
 }  // namespace quilmark

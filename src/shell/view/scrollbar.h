@@ -1,7 +1,8 @@
-// Geometry of the window's own scrollbars. Pixels at the window's own scale.
+// Geometry of the scrollbars that are painted here. Pixels at the window's own scale.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "canvas/rect.h"
 
@@ -28,5 +29,12 @@ Scrollbar PlaceThumb(const Rect& track, Bar kind, const ScrollState& state, int 
 
 // The offset at which the thumb's middle stands under the cursor.
 int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit);
+
+// What a scrollbar of the system says of itself.
+struct BarState {
+  int minimum = 0, maximum = 0, page = 0, position = 0;
+};
+// The bar of a drop list, painted over the system's one at `place`. Empty where everything fits.
+std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi);
 
 }  // namespace quilmark

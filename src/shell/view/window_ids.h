@@ -80,7 +80,7 @@ inline constexpr int kHotkeyShow = 30001;        // shows or hides the window
 inline constexpr int kHotkeyForeground = 30012;  // shows the foreground program's file
 
 // Child controls.
-inline constexpr int kQueryBox = 101;
+inline constexpr int kQueryBox = 101;  // what is searched for
 inline constexpr int kStatusText = 103;
 inline constexpr int kScopeBox = 104;
 inline constexpr int kVerticalBar = 105;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace quilmark {
 namespace {
 
@@ -33,6 +35,39 @@ TEST(PlaceThumb, IsNeverTooSmallToHoldNorLongerThanItsTrack) {
 
 TEST(PlaceThumb, FillsTheTrackWhereAllIsInView) {
   EXPECT_EQ(PlaceThumb(kTrack, Bar::kVertical, {.page = 5, .limit = 0, .offset = 3}, 24).thumb, kTrack);
+}
+
+TEST(DropListBar, HasAThumbInProportionToItsPage) {
+  const Rect place = {83, 0, 100, 200};
+  const Scrollbar bar = *DropListBar(place, {.maximum = 19, .page = 10, .position = 10}, 96);
+  EXPECT_EQ(bar.track, place);
+  EXPECT_EQ(bar.thumb, (Rect{83, 100, 100, 200}));
+  const Scrollbar large = *DropListBar(place, {.maximum = 9'999, .page = 10}, 96);
+  EXPECT_EQ(large.thumb, (Rect{83, 0, 100, 18}));
+}
+
+TEST(DropListBar, IsAtLeastFiveWideAtTheRightEdge) {
+  const Scrollbar bar = *DropListBar({98, 0, 100, 200}, {.maximum = 19, .page = 10}, 192);
+  EXPECT_EQ(bar.track.left, 90);
+  EXPECT_EQ(bar.track.right, 100);
+}
+
+TEST(DropListBar, IsAbsentWhereEverythingFits) {
+  const Rect place = {83, 0, 100, 200};
+  EXPECT_FALSE(DropListBar(place, {.maximum = 9, .page = 10}, 96));
+  EXPECT_FALSE(DropListBar(place, {}, 96));
+  EXPECT_FALSE(DropListBar({83, 10, 100, 10}, {.maximum = 19, .page = 10}, 96));
+}
+
+TEST(DropListBar, StandsWhateverTheSystemSays) {
+  constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
+  for (const BarState& state : {BarState{kLeast, kMost, kMost, kLeast}, BarState{0, kMost, 1, kMost},
+                                BarState{0, -1, -1, 5}, BarState{5, 1, 2, 9}}) {
+    const auto bar = DropListBar({0, 0, 17, 200}, state, 96);
+    if (!bar) continue;
+    EXPECT_GE(bar->thumb.top, 0);
+    EXPECT_LE(bar->thumb.bottom, 200);
+  }
 }
 
 }  // namespace

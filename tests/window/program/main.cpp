@@ -30,6 +30,7 @@
 #include "shell/win32/window/main_window.h"
 #include "shell/win32/window/quilmark.h"
 #include "shell/win32/window/window_paint.h"
+#include "support/object_counts.h"
 #include "window/program/churn_drive.h"
 #include "window/program/cycles.h"
 #include "window/program/probe.h"
@@ -38,20 +39,6 @@
 
 namespace quilmark {
 namespace {
-
-// Wine counts no objects for GetGuiResources. The table of them lies in the process: 24 bytes an entry,
-// the byte at 14 is the kind, 0 for a free one.
-LRESULT CountGdiObjects() {
-  constexpr size_t kTablePointer = 0xF8, kEntries = 16'384, kEntrySize = 24, kKind = 14;
-  const std::byte* peb = nullptr;
-  asm("movq %%gs:0x60, %0" : "=r"(peb));
-  const std::byte* const table = *reinterpret_cast<std::byte* const*>(peb + kTablePointer);
-  LRESULT count = 0;
-  for (size_t entry = 0; entry < kEntries; ++entry) {
-    count += table[entry * kEntrySize + kKind] != std::byte{0} ? 1 : 0;
-  }
-  return count;
-}
 
 LRESULT SizeOfIcon(HICON icon) {
   ICONINFO info = {};
@@ -193,14 +180,6 @@ void FillRows(AppState& app, MainWindow& window, uint32_t count) {
 BOOL CALLBACK PaintNow(HWND window, LPARAM) {
   if (IsWindowVisible(window)) RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
   return TRUE;
-}
-
-LRESULT Handles() {
-  DWORD count = 0;
-  if (GetProcessHandleCount(GetCurrentProcess(), &count) && count != 0) return count;
-  const HANDLE lowestFree = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  CloseHandle(lowestFree);
-  return reinterpret_cast<LRESULT>(lowestFree) / 4;
 }
 
 void DeleteRow(uint32_t row) {
@@ -447,7 +426,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kEditorSelection:
       return SelectionOf(window.renameEditor);
     case Probe::kHandles:
-      return Handles();
+      return CountHandles();
     case Probe::kPaintMessages:
       return paintMessages;
     case Probe::kThreadsStarted:

@@ -1,13 +1,10 @@
 #include "shell/win32/controls/calendar_letters.h"
 
-#include <commctrl.h>
-
 #include <array>
 #include <optional>
 #include <string>
 
 #include "config/contrast.h"
-#include "config/palette.h"
 #include "platform/format.h"
 #include "platform/win32/wide.h"
 #include "shell/win32/controls/controls.h"
@@ -63,9 +60,9 @@ std::u16string NameOfWeekday(int day) {
 
 // Where a theme of the system draws the calendar it has other colours than those it was given.
 // The end of its last line is bare.
-Color GroundOf(HWND calendar, HDC dc, const Rect& names) {
+Color GroundOf(HWND calendar, HDC dc, const Rect& names, const Palette& palette) {
   const COLORREF seen = GetPixel(dc, names.right - 4, ClientRectOf(calendar).bottom - 4);
-  return seen == CLR_INVALID ? CurrentPalette.alternateRow : seen;
+  return seen == CLR_INVALID ? palette.alternateRow : seen;
 }
 
 Rect ColumnOf(const Rect& names, int column) {
@@ -82,14 +79,14 @@ void DrawMiddle(HDC dc, const Rect& place, const std::u16string& text, Color col
             DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
-void DrawNames(HDC dc, HWND calendar, const Rect& names) {
-  const Color ground = GroundOf(calendar, dc, names);
+void DrawNames(HDC dc, HWND calendar, const Rect& names, const Palette& palette) {
+  const Color ground = GroundOf(calendar, dc, names, palette);
   // The line below them is the system's.
   FillWith(dc, {names.left, names.top, names.right, names.bottom - 1}, ground);
   const int first = FirstWeekday(calendar);
   for (int column = 0; column < kDays; ++column) {
     DrawMiddle(dc, ColumnOf(names, column), NameOfWeekday((first + column) % kDays),
-               ReadableOn(ground, CurrentPalette.muted));
+               ReadableOn(ground, palette.muted));
   }
 }
 
@@ -107,26 +104,25 @@ std::optional<Rect> PlaceOfDay(HWND calendar, const Rect& names, const SYSTEMTIM
   return std::nullopt;
 }
 
-void DrawChosenDay(HDC dc, HWND calendar, const Rect& names) {
+void DrawChosenDay(HDC dc, HWND calendar, const Rect& names, const Palette& palette) {
   SYSTEMTIME day = {};
   if (!SendMessageW(calendar, MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&day))) return;
   const auto place = PlaceOfDay(calendar, names, day);
   if (!place) return;
-  FillWith(dc, {place->left + 1, place->top + 1, place->right - 1, place->bottom - 1},
-           CurrentPalette.accent);
-  DrawMiddle(dc, *place, FormatText(u"%d", day.wDay), CurrentPalette.accentText);
+  FillWith(dc, {place->left + 1, place->top + 1, place->right - 1, place->bottom - 1}, palette.accent);
+  DrawMiddle(dc, *place, FormatText(u"%d", day.wDay), palette.accentText);
 }
 
 }  // namespace
 
-void DrawCalendarLetters(HWND calendar) {
+void DrawCalendarLetters(HWND calendar, const Palette& palette) {
   const auto names = PlaceOfNames(calendar);
   if (!names) return;  // months or years are on show
   const WindowDc dc(calendar);
   const SelectScope font(dc.Get(), FontOf(calendar));
   SetBkMode(dc.Get(), TRANSPARENT);
-  DrawNames(dc.Get(), calendar, *names);
-  DrawChosenDay(dc.Get(), calendar, *names);
+  DrawNames(dc.Get(), calendar, *names, palette);
+  DrawChosenDay(dc.Get(), calendar, *names, palette);
 }
 
 }  // namespace quilmark

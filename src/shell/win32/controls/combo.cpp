@@ -1,14 +1,10 @@
 #include "shell/win32/controls/combo.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
-#include "config/palette.h"
+#include "canvas/scale.h"
 #include "platform/win32/wide.h"
-#include "shell/app/app_state.h"
 #include "shell/view/combo_field.h"
-#include "shell/view/window_ids.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/edit_keys.h"
 #include "shell/win32/gdi/gdi_canvas.h"
@@ -17,16 +13,9 @@ namespace quilmark {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 // Pixels at 96 dpi.
 constexpr int kItemHeight = 28, kFieldHeight = 36, kWithList = 280;
-
-struct DropRow {
-  int id;
-  int width;  // of the drop list, pixels at 96 dpi
-};
-constexpr DropRow kDropRows[] = {
-    {kScopeBox, 460}, {kSizePreset, 160}, {kTimePreset, 160}, {kSizeUnit, 90}};
+constexpr UINT kField = static_cast<UINT>(-1);  // as the number of an item
 
 std::u16string ItemText(HWND combo, UINT item) {
   const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, item, 0);
@@ -38,78 +27,71 @@ std::u16string ItemText(HWND combo, UINT item) {
 }
 
 std::u16string ChosenText(HWND combo) {
-  const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-  return chosen == CB_ERR ? std::u16string() : ItemText(combo, static_cast<UINT>(chosen));
+  const int chosen = ChosenIn(combo);
+  return chosen < 0 ? std::u16string() : ItemText(combo, static_cast<UINT>(chosen));
 }
 
-void DrawField(HWND combo, HDC dc) {
-  const ViewContext context = ContextOf(combo);
-  GdiCanvas canvas(dc, CurrentFonts(), context.client);
+void DrawField(HWND combo, HDC dc, const ControlHost& host) {
+  const ViewContext context = ContextOf(host, combo);
+  GdiCanvas canvas(dc, host.Fonts(), context.client);
   PaintComboField(canvas, context, context.client, ChosenText(combo), context.hasFocus);
 }
 
 // The whole field is ours: the control's own theme stays light.
 LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                DWORD_PTR) {
+                                DWORD_PTR reference) {
   if (TakeTabKey(combo, message, wParam)) return 0;
   if (message == WM_PAINT) {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(combo, &paint);
-    DrawField(combo, dc);
+    DrawField(combo, dc, HostOf(reference));
     EndPaint(combo, &paint);
     return 0;
   }
   if (message == WM_ERASEBKGND) return 1;
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) InvalidateRect(combo, nullptr, FALSE);
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(combo, ComboProcedure, kSubclass);
+  if (message == WM_NCDESTROY) LetGo(combo, ComboProcedure);
   return DefSubclassProc(combo, message, wParam, lParam);
 }
 
-// And the width of the drop list.
-void SetComboItemHeights(HWND combo, uint32_t dpi) {
-  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-               std::max(ScaleFor(dpi, 24), ScaleFor(dpi, kFieldHeight)));
+void SetItemHeights(HWND combo, uint32_t dpi) {
+  SendMessageW(combo, CB_SETITEMHEIGHT, kField, ScaleFor(dpi, kFieldHeight));
   SendMessageW(combo, CB_SETITEMHEIGHT, 0, ScaleFor(dpi, kItemHeight));
-  for (const DropRow& row : kDropRows) {
-    if (row.id != GetDlgCtrlID(combo)) continue;
-    SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(ScaleFor(dpi, row.width)), 0);
-  }
 }
 
 // Makes the closed control as high as wanted, which its own arithmetic does not give.
-void FitComboHeight(HWND combo, int height) {
+void FitComboHeight(HWND combo, int height, uint32_t dpi) {
   constexpr int kRounds = 8;
-  const int least = Scaled(20), most = height + Scaled(4);
+  const int least = ScaleFor(dpi, 20), most = height + ScaleFor(dpi, 4);
   // A higher one is no height of a field: the list is in it.
-  const int readable = std::min(height + Scaled(12), Scaled(kWithList - 40));
+  const int readable = std::min(height + ScaleFor(dpi, 12), ScaleFor(dpi, kWithList - 40));
   const int usual = std::max(height - 2, least);
   int item = usual;
   for (int round = 0; round < kRounds; ++round) {
-    SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), item);
+    SendMessageW(combo, CB_SETITEMHEIGHT, kField, item);
     const RECT client = ClientRectOf(combo);
     if (client.bottom == height) return;
     if (client.bottom > readable) break;
     item = std::clamp<int>(item + height - client.bottom, least, most);
   }
-  SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), usual);
+  SendMessageW(combo, CB_SETITEMHEIGHT, kField, usual);
 }
 
-bool IsInPlace(HWND combo, const Rect& field, bool isShown) {
+bool IsInPlace(HWND combo, const ComboPlace& place) {
   const RECT rect = RectInParent(combo), client = ClientRectOf(combo);
+  const Rect& field = place.field;
   return rect.left == field.left && rect.top == field.top && rect.right == field.right &&
-         client.bottom == field.bottom - field.top && (IsWindowVisible(combo) != FALSE) == isShown;
+         client.bottom == Height(field) && IsShown(combo) == place.isShown;
 }
 
 }  // namespace
 
-HWND MakeCombo(HWND parent, int id, HFONT font) {
+HWND MakeCombo(HWND parent, int id, ControlHost& host) {
   const HWND combo = MakeControl(
       parent,
-      {L"COMBOBOX",
-       WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
-       id},
-      font);
-  SetWindowSubclass(combo, ComboProcedure, kSubclass, 0);
+      {L"COMBOBOX", WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS},
+      id, host.Fonts().Of(FontRole::kMain));
+  TakeOver(combo, ComboProcedure, host);
   return combo;
 }
 
@@ -124,29 +106,33 @@ void FillCombo(HWND combo, const std::vector<std::u16string>& items, int chosen)
   InvalidateRect(combo, nullptr, FALSE);
 }
 
-bool IsCustomCombo(UINT id) {
-  return std::any_of(std::begin(kDropRows), std::end(kDropRows),
-                     [id](const DropRow& row) { return row.id == static_cast<int>(id); });
-}
+int ChosenIn(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
 
-void DrawComboItem(const DRAWITEMSTRUCT& item) {
-  if (item.itemID == static_cast<UINT>(-1)) return;
+void DrawComboItem(const DRAWITEMSTRUCT& item, const ControlHost& host) {
+  if (item.itemID == kField) return;
   // The closed field, which some systems draw past the control's own paint, looks as DrawField leaves
   // it.
   const bool isField = (item.itemState & ODS_COMBOBOXEDIT) != 0;
   const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
   const ComboRow kind = isField ? ComboRow::kField : isSelected ? ComboRow::kSelected : ComboRow::kPlain;
   const Rect place = FromRECT(item.rcItem);
-  GdiCanvas canvas(item.hDC, CurrentFonts(), place);
-  PaintComboRow(canvas, ContextOf(item.hwndItem), place, ItemText(item.hwndItem, item.itemID), kind);
+  GdiCanvas canvas(item.hDC, host.Fonts(), place);
+  PaintComboRow(canvas, ContextOf(host, item.hwndItem), place, ItemText(item.hwndItem, item.itemID),
+                kind);
 }
 
-void PlaceCombo(HWND combo, const Rect& field, bool isShown) {
-  if (!IsWindow(combo) || IsInPlace(combo, field, isShown)) return;
-  SetComboItemHeights(combo, App().systemDpi);
-  SetWindowPos(combo, nullptr, field.left, field.top, field.right - field.left, Scaled(kWithList),
-               SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
-  FitComboHeight(combo, field.bottom - field.top);
+void MeasureComboItem(MEASUREITEMSTRUCT& item, uint32_t dpi) {
+  item.itemHeight = static_cast<UINT>(ScaleFor(dpi, item.itemID == kField ? kFieldHeight : kItemHeight));
+}
+
+void PlaceCombo(HWND combo, const ComboPlace& place, uint32_t dpi) {
+  if (!IsWindow(combo) || IsInPlace(combo, place)) return;
+  const Rect& field = place.field;
+  SetItemHeights(combo, dpi);
+  SendMessageW(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(ScaleFor(dpi, place.listWidth)), 0);
+  SetWindowPos(combo, nullptr, field.left, field.top, Width(field), ScaleFor(dpi, kWithList),
+               SWP_NOZORDER | SWP_NOACTIVATE | (place.isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  FitComboHeight(combo, Height(field), dpi);
 }
 
 }  // namespace quilmark

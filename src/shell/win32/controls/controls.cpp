@@ -1,29 +1,34 @@
 #include "shell/win32/controls/controls.h"
 
-#include "config/palette.h"
-#include "shell/app/app_state.h"
-#include "shell/win32/gdi/gdi_fonts.h"
-
 namespace quilmark {
 
-int Scaled(int n) { return ScaleFor(App().systemDpi, n); }
+namespace {
 
-HWND MakeControl(HWND parent, const ControlKind& kind, HFONT font) {
-  const HWND control = CreateWindowExW(0, kind.className, L"", WS_CHILD | kind.style, 0, 0, 10, 10,
-                                       parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
+constexpr UINT_PTR kSubclass = 1;
+
+}  // namespace
+
+HWND MakeControl(HWND parent, const ControlClass& kind, int id, HFONT font) {
+  const HWND control = CreateWindowExW(kind.extendedStyle, kind.name, L"", WS_CHILD | kind.style, 0, 0,
+                                       10, 10, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                        GetModuleHandleW(nullptr), nullptr);
   SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   return control;
 }
 
+void TakeOver(HWND control, SUBCLASSPROC procedure, ControlHost& host) {
+  SetWindowSubclass(control, procedure, kSubclass, reinterpret_cast<DWORD_PTR>(&host));
+}
+
+void LetGo(HWND control, SUBCLASSPROC procedure) { RemoveWindowSubclass(control, procedure, kSubclass); }
+
 HFONT FontOf(HWND control) { return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)); }
 
-ViewContext ContextOf(HWND control) {
-  return {.dpi = App().systemDpi,
-          .client = FromRECT(ClientRectOf(control)),
-          .palette = CurrentPalette,
-          .fonts = CurrentFonts(),
-          .hasFocus = GetFocus() == control};
+ViewContext ContextOf(const ControlHost& host, HWND control) {
+  ViewContext context = host.Context();
+  context.client = FromRECT(ClientRectOf(control));
+  context.hasFocus = GetFocus() == control;
+  return context;
 }
 
 RECT ClientRectOf(HWND window) {
@@ -39,10 +44,24 @@ RECT RectInParent(HWND window) {
   return rect;
 }
 
+bool IsShown(HWND control) { return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
+
+bool HasFocusIn(HWND control) {
+  const HWND focus = GetFocus();
+  return focus != nullptr && (focus == control || IsChild(control, focus));
+}
+
+bool MoveControl(HWND control, const Rect& rect, bool isShown) {
+  if (FromRECT(RectInParent(control)) == rect && IsShown(control) == isShown) return false;
+  SetWindowPos(control, nullptr, rect.left, rect.top, Width(rect), Height(rect),
+               SWP_NOZORDER | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  return true;
+}
+
 void FillClient(HWND window, HDC dc, Color color) { FillWith(dc, ClientRectOf(window), color); }
 
-Color FrameColorOf(HWND control) {
-  return GetFocus() == control ? CurrentPalette.focusRing : CurrentPalette.border;
+Color FrameColorOf(const ViewContext& context) {
+  return context.hasFocus ? context.palette.focusRing : context.palette.border;
 }
 
 void FrameClient(HWND control, Color color) {

@@ -1,11 +1,8 @@
 #include "shell/win32/controls/date_picker.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cstdlib>
 
-#include "config/palette.h"
 #include "shell/win32/controls/calendar_letters.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/drop_list.h"
@@ -15,14 +12,13 @@ namespace quilmark {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr COLORREF kTrailingText = 9'139'300;  // days of the neighbouring months
 constexpr int kWhite = 255;
 
 // The control's own picture is dark on light in every theme: each pixel becomes the shade between text
 // and background that is as light.
-void TakePaletteColors(uint32_t* pixels, size_t count) {
-  const Color text = CurrentPalette.text, well = CurrentPalette.editWell;
+void TakePaletteColors(uint32_t* pixels, size_t count, const Palette& palette) {
+  const Color text = palette.text, well = palette.editWell;
   for (size_t i = 0; i < count; ++i) {
     // A bitmap has blue in the low byte.
     const Color shown = RGB(pixels[i] >> 16 & 0xFF, pixels[i] >> 8 & 0xFF, pixels[i] & 0xFF);
@@ -65,8 +61,8 @@ void CentreDate(HDC dc, const uint32_t* pixels, const RECT& client, int buttonLe
   GdiFlush();
 }
 
-void DrawField(HWND picker, HDC screen) {
-  const RECT client = ClientRectOf(picker);
+void DrawField(HWND picker, HDC screen, const ViewContext& context) {
+  const RECT client = ToRECT(context.client);
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
   info.bmiHeader.biWidth = client.right;
@@ -83,19 +79,20 @@ void DrawField(HWND picker, HDC screen) {
   GdiFlush();
   CentreDate(dc.Get(), static_cast<const uint32_t*>(bits), client, ButtonLeft(picker, client));
   TakePaletteColors(static_cast<uint32_t*>(bits),
-                    static_cast<size_t>(client.right) * static_cast<size_t>(client.bottom));
-  FrameWith(dc.Get(), client, FrameColorOf(picker));
+                    static_cast<size_t>(client.right) * static_cast<size_t>(client.bottom),
+                    context.palette);
+  FrameWith(dc.Get(), client, FrameColorOf(context));
   BitBlt(screen, 0, 0, client.right, client.bottom, dc.Get(), 0, 0, SRCCOPY);
 }
 
 LRESULT CALLBACK PickerProcedure(HWND picker, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR) {
+                                 DWORD_PTR reference) {
   if (TakeTabKey(picker, message, wParam)) return 0;
   switch (message) {
     case WM_PAINT: {
       PAINTSTRUCT paint;
       const HDC dc = BeginPaint(picker, &paint);
-      DrawField(picker, dc);
+      DrawField(picker, dc, ContextOf(HostOf(reference), picker));
       EndPaint(picker, &paint);
       return 0;
     }
@@ -106,7 +103,7 @@ LRESULT CALLBACK PickerProcedure(HWND picker, UINT message, WPARAM wParam, LPARA
       InvalidateRect(picker, nullptr, FALSE);
       break;
     case WM_NCDESTROY:
-      RemoveWindowSubclass(picker, PickerProcedure, kSubclass);
+      LetGo(picker, PickerProcedure);
       break;
     default:
       break;
@@ -119,12 +116,12 @@ struct CalendarColor {
   COLORREF color;
 };
 
-void ColorCalendar(HWND calendar) {
-  const CalendarColor colors[] = {{MCSC_BACKGROUND, CurrentPalette.surface},
-                                  {MCSC_TITLEBK, CurrentPalette.surface},
-                                  {MCSC_TEXT, CurrentPalette.text},
-                                  {MCSC_TITLETEXT, CurrentPalette.text},
-                                  {MCSC_MONTHBK, CurrentPalette.alternateRow},
+void ColorCalendar(HWND calendar, const Palette& palette) {
+  const CalendarColor colors[] = {{MCSC_BACKGROUND, palette.surface},
+                                  {MCSC_TITLEBK, palette.surface},
+                                  {MCSC_TEXT, palette.text},
+                                  {MCSC_TITLETEXT, palette.text},
+                                  {MCSC_MONTHBK, palette.alternateRow},
                                   {MCSC_TRAILINGTEXT, kTrailingText}};
   for (const CalendarColor& row : colors) {
     SendMessageW(calendar, MCM_SETCOLOR, static_cast<WPARAM>(row.part), static_cast<LPARAM>(row.color));
@@ -132,10 +129,10 @@ void ColorCalendar(HWND calendar) {
 }
 
 LRESULT CALLBACK CalendarProcedure(HWND calendar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                   DWORD_PTR) {
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(calendar, CalendarProcedure, kSubclass);
+                                   DWORD_PTR reference) {
+  if (message == WM_NCDESTROY) LetGo(calendar, CalendarProcedure);
   const LRESULT result = DefSubclassProc(calendar, message, wParam, lParam);
-  if (message == WM_PAINT) DrawCalendarLetters(calendar);
+  if (message == WM_PAINT) DrawCalendarLetters(calendar, HostOf(reference).Context().palette);
   return result;
 }
 
@@ -158,21 +155,21 @@ void FitCalendar(HWND picker, HWND calendar) {
 
 }  // namespace
 
-HWND MakeDatePicker(HWND parent, int id, HFONT font) {
-  const HWND picker =
-      MakeControl(parent, {DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATEFORMAT, id}, font);
+HWND MakeDatePicker(HWND parent, int id, ControlHost& host) {
+  const HWND picker = MakeControl(parent, {DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATEFORMAT}, id,
+                                  host.Fonts().Of(FontRole::kMain));
   // The frame is drawn with the field.
   SetWindowLongPtrW(picker, GWL_EXSTYLE, GetWindowLongPtrW(picker, GWL_EXSTYLE) & ~WS_EX_CLIENTEDGE);
-  SetWindowSubclass(picker, PickerProcedure, kSubclass, 0);
+  TakeOver(picker, PickerProcedure, host);
   return picker;
 }
 
-void StyleDatePicker(HWND picker) {
+void StyleDatePicker(HWND picker, ControlHost& host) {
   const auto calendar = reinterpret_cast<HWND>(SendMessageW(picker, DTM_GETMONTHCAL, 0, 0));
   if (!IsWindow(calendar)) return;
-  ThemePopup(calendar);
-  ColorCalendar(calendar);
-  SetWindowSubclass(calendar, CalendarProcedure, kSubclass, 0);
+  ThemePopup(calendar, host.IsDark());
+  ColorCalendar(calendar, host.Context().palette);
+  TakeOver(calendar, CalendarProcedure, host);
   FitCalendar(picker, calendar);
 }
 

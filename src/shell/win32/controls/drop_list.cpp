@@ -1,11 +1,6 @@
 #include "shell/win32/controls/drop_list.h"
 
-#include <commctrl.h>
-
-#include "config/palette.h"
-#include "config/window_settings.h"
-#include "shell/app/app_state.h"
-#include "shell/search/list_layout.h"
+#include "shell/view/scrollbar.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/gdi/gdi_canvas.h"
 #include "shell/win32/system/system_calls.h"
@@ -14,10 +9,6 @@ namespace quilmark {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-
-bool IsDark() { return CurrentWindowSettings.darkTheme && !CurrentPalette.isSystem; }
-
 HWND ListOf(HWND combo) {
   COMBOBOXINFO info = {};
   info.cbSize = sizeof info;
@@ -25,7 +16,7 @@ HWND ListOf(HWND combo) {
 }
 
 // The system's bar knows no dark colours: ours stands on it after each of its own paints.
-void PaintOverBar(HWND list) {
+void PaintOverBar(HWND list, const ControlHost& host) {
   SCROLLBARINFO bar = {};
   bar.cbSize = sizeof bar;
   SCROLLINFO range = {};
@@ -38,18 +29,19 @@ void PaintOverBar(HWND list) {
   RECT window = {};
   GetWindowRect(list, &window);
   OffsetRect(&bar.rcScrollBar, -window.left, -window.top);
+  const ViewContext context = host.Context();
   const auto place = DropListBar(FromRECT(bar.rcScrollBar),
                                  {.minimum = range.nMin,
                                   .maximum = range.nMax,
                                   .page = static_cast<int>(range.nPage),
                                   .position = range.nPos},
-                                 App().systemDpi);
+                                 context.dpi);
   if (!place) return;
   const HDC dc = GetWindowDC(list);
   {
-    GdiCanvas canvas(dc, CurrentFonts(), place->track);
-    canvas.Fill(place->track, CurrentPalette.surface);
-    canvas.FillRound(place->thumb, Scaled(kThumbRadius), CurrentPalette.separator);
+    GdiCanvas canvas(dc, host.Fonts(), place->track);
+    canvas.Fill(place->track, context.palette.surface);
+    canvas.FillRound(place->thumb, context.Scaled(kThumbRadius), context.palette.separator);
   }
   ReleaseDC(list, dc);
 }
@@ -78,24 +70,25 @@ bool MayDrawBar(UINT message) {
 }
 
 LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                               DWORD_PTR) {
+                               DWORD_PTR reference) {
+  ControlHost& host = HostOf(reference);
   if (message == WM_ERASEBKGND) {
-    FillClient(list, reinterpret_cast<HDC>(wParam), CurrentPalette.editWell);
+    FillClient(list, reinterpret_cast<HDC>(wParam), host.Context().palette.editWell);
     return 1;
   }
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProcedure, kSubclass);
+  if (message == WM_NCDESTROY) LetGo(list, ListProcedure);
   const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
-  if (MayDrawBar(message) && IsWindow(list)) PaintOverBar(list);
+  if (MayDrawBar(message) && IsWindow(list)) PaintOverBar(list, host);
   return result;
 }
 
 LRESULT CALLBACK BarProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                              DWORD_PTR) {
+                              DWORD_PTR reference) {
   if (message == WM_ERASEBKGND) {
-    FillClient(bar, reinterpret_cast<HDC>(wParam), CurrentPalette.surface);
+    FillClient(bar, reinterpret_cast<HDC>(wParam), HostOf(reference).Context().palette.surface);
     return 1;
   }
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(bar, BarProcedure, kSubclass);
+  if (message == WM_NCDESTROY) LetGo(bar, BarProcedure);
   return DefSubclassProc(bar, message, wParam, lParam);
 }
 
@@ -108,41 +101,41 @@ void ForEachBar(HWND list, const Action& act) {
   }
 }
 
-void StyleBar(HWND bar) {
-  ThemePopup(bar);
-  SetWindowSubclass(bar, BarProcedure, kSubclass, 0);
+void StyleBar(HWND bar, ControlHost& host) {
+  ThemePopup(bar, host.IsDark());
+  TakeOver(bar, BarProcedure, host);
   const RECT place = RectInParent(bar);
-  const int width = Scaled(kBarWidth);
+  const int width = host.Context().Scaled(kBarWidth);
   MoveWindow(bar, place.right - width, place.top, width, place.bottom - place.top, TRUE);
 }
 
 }  // namespace
 
-void ThemePopup(HWND popup) {
+void ThemePopup(HWND popup, bool isDark) {
   using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
   const auto set = SystemCall<SetTheme>(L"uxtheme.dll", "SetWindowTheme");
   if (set == nullptr) return;
-  if (IsDark()) {
+  if (isDark) {
     set(popup, L"DarkMode_Explorer", nullptr);
   } else {
     set(popup, L"", L"");
   }
 }
 
-void StyleDropDown(HWND combo) {
+void StyleDropDown(HWND combo, ControlHost& host) {
   const HWND list = ListOf(combo);
   if (!IsWindow(list)) return;
-  DarkenFrame(list, IsDark());
-  ThemePopup(list);
-  SetWindowSubclass(list, ListProcedure, kSubclass, 0);
-  ForEachBar(list, StyleBar);
+  DarkenFrame(list, host.IsDark());
+  ThemePopup(list, host.IsDark());
+  TakeOver(list, ListProcedure, host);
+  ForEachBar(list, [&host](HWND bar) { StyleBar(bar, host); });
 }
 
 void UnstyleDropDown(HWND combo) {
   const HWND list = ListOf(combo);
   if (!IsWindow(list)) return;
-  ForEachBar(list, [](HWND bar) { RemoveWindowSubclass(bar, BarProcedure, kSubclass); });
-  RemoveWindowSubclass(list, ListProcedure, kSubclass);
+  ForEachBar(list, [](HWND bar) { LetGo(bar, BarProcedure); });
+  LetGo(list, ListProcedure);
 }
 
 }  // namespace quilmark

@@ -3,12 +3,14 @@
 
 #include <windows.h>
 
+#include "shell/win32/controls/control_host.h"
+
 namespace quilmark {
 
-void StyleDropDown(HWND combo);    // when it opens
-void UnstyleDropDown(HWND combo);  // when it closes
+void StyleDropDown(HWND combo, ControlHost& host);  // when it opens
+void UnstyleDropDown(HWND combo);                   // when it closes
 
 // Scrollbars and frame of a popup of the system, dark or light as the theme is.
-void ThemePopup(HWND popup);
+void ThemePopup(HWND popup, bool isDark);
 
 }  // namespace quilmark

@@ -1,65 +1,53 @@
 #include "shell/win32/controls/search_box.h"
 
-#include <commctrl.h>
-
-#include <algorithm>
-
-#include "config/palette.h"
-#include "shell/search/search_keys.h"
-#include "shell/view/window_ids.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/edit_keys.h"
-#include "shell/win32/controls/window_text.h"
-#include "shell/win32/window/main_window.h"
+#include "shell/win32/controls/edit_line.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-constexpr int kLeftInset = 14, kRightInset = 8, kRadius = 8;  // pixels at 96 dpi
-
-int FontHeight(HWND edit) {
-  const WindowDc dc(edit);
-  const HFONT font = FontOf(edit);
-  if (font == nullptr) return Scaled(13);
-  const SelectScope selected(dc.Get(), font);
-  TEXTMETRICW metrics = {};
-  GetTextMetricsW(dc.Get(), &metrics);
-  return metrics.tmHeight;
-}
+constexpr int kRadius = 8;  // pixels at 96 dpi
 
 // The corners outside the rounded frame show the window behind.
-void DrawFrame(HWND edit) {
+void DrawFrame(HWND edit, const ViewContext& context) {
   const WindowDc dc(edit);
-  const RECT client = ClientRectOf(edit);
-  const UniquePen pen(CreatePen(PS_SOLID, 1, FrameColorOf(edit)));
+  const RECT client = ToRECT(context.client);
+  const int radius = context.Scaled(kRadius);
+  const UniquePen pen(CreatePen(PS_SOLID, 1, FrameColorOf(context)));
   const UniqueRegion all(CreateRectRgnIndirect(&client));
   const UniqueRegion round(
-      CreateRoundRectRgn(0, 0, client.right + 1, client.bottom + 1, Scaled(kRadius), Scaled(kRadius)));
+      CreateRoundRectRgn(0, 0, client.right + 1, client.bottom + 1, radius, radius));
   CombineRgn(all.Get(), all.Get(), round.Get(), RGN_DIFF);
-  SetDCBrushColor(dc.Get(), CurrentPalette.toolbar);
+  SetDCBrushColor(dc.Get(), context.palette.toolbar);
   FillRgn(dc.Get(), all.Get(), static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
   const SelectScope hollow(dc.Get(), GetStockObject(HOLLOW_BRUSH));
   const SelectScope outline(dc.Get(), pen.Get());
-  RoundRect(dc.Get(), 0, 0, client.right, client.bottom, Scaled(kRadius), Scaled(kRadius));
+  RoundRect(dc.Get(), 0, 0, client.right, client.bottom, radius, radius);
 }
 
-LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                               DWORD_PTR) {
+bool TakeKey(HWND edit, WPARAM key, ControlHost& host) {
+  if (key != VK_RETURN && key != VK_ESCAPE) return false;
+  return host.OnControl({.kind = key == VK_RETURN ? ControlEvent::kEnter : ControlEvent::kEscape,
+                         .id = GetDlgCtrlID(edit),
+                         .text = TextOfEdit(edit)});
+}
+
+LRESULT CALLBACK SearchBoxProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                    DWORD_PTR reference) {
+  ControlHost& host = HostOf(reference);
   if (const auto taken = TakeEditMessage(edit, message, wParam, lParam)) return *taken;
   switch (message) {
     case WM_ERASEBKGND:
-      FillClient(edit, reinterpret_cast<HDC>(wParam), CurrentPalette.editWell);
+      FillClient(edit, reinterpret_cast<HDC>(wParam), host.Context().palette.editWell);
       return 1;
     case WM_KEYDOWN:
-      if (TakeSearchKey(TheWindow(), static_cast<uint32_t>(wParam), TextOfWindow(edit, kLongestQuery))) {
-        return 0;
-      }
+      if (TakeKey(edit, wParam, host)) return 0;
       break;
     case WM_PAINT: {
       const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
-      DrawFrame(edit);
+      DrawFrame(edit, ContextOf(host, edit));
       return result;
     }
     case WM_SETFOCUS:
@@ -67,7 +55,7 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
       InvalidateRect(edit, nullptr, FALSE);
       break;
     case WM_NCDESTROY:
-      RemoveWindowSubclass(edit, EditProcedure, kSubclass);
+      LetGo(edit, SearchBoxProcedure);
       break;
     default:
       break;
@@ -77,30 +65,11 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
 
 }  // namespace
 
-HWND MakeSearchBox(HWND parent, HFONT font) {
-  const HWND edit = MakeControl(
-      parent,
-      {L"EDIT", WS_VISIBLE | WS_DISABLED | WS_TABSTOP | ES_LEFT | ES_AUTOHSCROLL | ES_MULTILINE,
-       kQueryBox},
-      font);
-  SendMessageW(edit, EM_SETLIMITTEXT, kLongestQuery, 0);
-  SetWindowSubclass(edit, EditProcedure, kSubclass, 0);
+HWND MakeSearchBox(HWND parent, int id, size_t longest, ControlHost& host) {
+  const HWND edit =
+      MakeEdit(parent, id, WS_TABSTOP | ES_LEFT, longest, host.Fonts().Of(FontRole::kMain));
+  TakeOver(edit, SearchBoxProcedure, host);
   return edit;
-}
-
-void ApplySearchBoxRect(HWND searchBox) { CentreEditLine(searchBox, kLeftInset, kRightInset); }
-
-void CentreEditLine(HWND edit, int leftInset, int rightInset) {
-  if (!IsWindow(edit)) return;
-  SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
-  RECT rect = ClientRectOf(edit);
-  const int inset = std::max<int>((rect.bottom - FontHeight(edit)) / 2, 0);
-  rect.left += Scaled(leftInset);
-  rect.right -= Scaled(rightInset);
-  rect.top += inset;
-  rect.bottom -= inset;
-  SendMessageW(edit, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&rect));
-  SendMessageW(edit, EM_SCROLLCARET, 0, 0);
 }
 
 }  // namespace quilmark

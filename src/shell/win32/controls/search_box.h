@@ -1,20 +1,14 @@
-// The search box: an edit control with a centred line and a frame of its own.
+// A search box: an edit with a rounded frame, of which Enter and Escape are told.
 #pragma once
 
 #include <windows.h>
 
 #include <cstddef>
 
+#include "shell/win32/controls/control_host.h"
+
 namespace quilmark {
 
-inline constexpr size_t kLongestQuery = 255;  // units that the box takes
-
-HWND MakeSearchBox(HWND parent, HFONT font);
-
-// Puts the line of text into the middle of the control; after each change of its size or font.
-void ApplySearchBoxRect(HWND searchBox);
-
-// The same for any multi-line edit; insets in pixels at 96 dpi.
-void CentreEditLine(HWND edit, int leftInset, int rightInset);
+HWND MakeSearchBox(HWND parent, int id, size_t longest, ControlHost& host);
 
 }  // namespace quilmark
