@@ -108,6 +108,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     calls.push_back("ShowAndRaise");
   }
   void Destroy() override { calls.push_back("Destroy"); }
+  void PostClose() override { calls.push_back("PostClose"); }
   TrayIconState AddOrUpdateTrayIcon() override {
     app_.trayIconAdded = trayWorks;
     calls.push_back("AddOrUpdateTrayIcon");

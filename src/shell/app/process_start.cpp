@@ -31,6 +31,8 @@ constexpr std::array kScaleContexts = {-4, -3, -2, -5};
 constexpr std::u16string_view kPrivileges[] = {u"SeBackupPrivilege", u"SeRestorePrivilege",
                                                u"SeManageVolumePrivilege"};
 
+constexpr uint32_t kDesignDpi = 96;  // of what the views begin with
+
 void TakeScale(AppState& app, ProcessPort& system) {
   if (system.HasScaleAwareness()) {
     for (const int context : kScaleContexts) {
@@ -38,6 +40,9 @@ void TakeScale(AppState& app, ProcessPort& system) {
     }
   }
   app.systemDpi = system.SystemDpi();
+  for (View* const view : app.views) {
+    if (view != nullptr) view->Rescale(kDesignDpi, app.systemDpi);
+  }
 }
 
 bool ReadHiddenStart(ProcessPort& system) {

@@ -5,6 +5,7 @@
 #include "platform/mul_div.h"
 #include "shell/app/engine_messages.h"
 #include "shell/app/window_timers.h"
+#include "shell/search/rename.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -50,6 +51,12 @@ Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode) {
   app.appMode = mode;
   effects.Join({.relayout = true, .capture = Capture::kRelease, .dirty = context.client});
   return effects;
+}
+
+Effects CloseEditor(AppState& app, const ViewContext& context) {
+  Effects effects = CancelRename(app.search, context);
+  effects.tip = u"";
+  return OfView(app, AppMode::kSearch, std::move(effects));
 }
 
 Effects OfView(const AppState& app, AppMode owner, Effects effects) {

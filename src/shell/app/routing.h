@@ -18,8 +18,14 @@ Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode);
 // Drops what a view asks of the window while another is shown.
 Effects OfView(const AppState& app, AppMode owner, Effects effects);
 
+// Of a name, and the tip: before the fonts or the place below them change.
+Effects CloseEditor(AppState& app, const ViewContext& context);
+
 // Rescales what the views and the settings remember in pixels. False, and nothing done, where the scale
 // is what it was; 0 counts as 96 on both sides.
 bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi);
+inline bool TakeScaleChange(AppState& app, uint32_t newDpi) {
+  return TakeScaleChange(app, CurrentWindowSettings, newDpi);
+}
 
 }  // namespace quilmark

@@ -15,6 +15,8 @@ constexpr uint32_t kJobsPauseMs = 500;
 
 }  // namespace
 
+bool IsEnding() { return ShutdownRequested; }
+
 void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
   LogGdiState(u"WM_DESTROY begin");
   SaveWindowSettings(window.Placement());

@@ -23,4 +23,7 @@ struct WindowEndPort {
 // and ends the message loop.
 void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end);
 
+// The program ends, or is about to: long work stops. Any thread.
+bool IsEnding();
+
 }  // namespace quilmark

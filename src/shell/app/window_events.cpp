@@ -4,6 +4,7 @@
 
 #include "config/log.h"
 #include "config/translate.h"
+#include "config/window_settings.h"
 #include "index/search_engine.h"
 #include "index/volume_life.h"
 #include "index/volume_list.h"
@@ -95,7 +96,7 @@ void ToggleWindow(AppState& app, WindowPort& window) {
   if (window.IsVisible()) {
     window.Hide();
     window.TrimSelfInJob();
-    window.TrimOthersInJob();
+    if (CurrentWindowSettings.globalTrimOnToggle && !ShutdownRequested) window.TrimOthersInJob();
     return;
   }
   ShowAsAsked(app, window);
@@ -115,6 +116,24 @@ Effects OnActivation(AppState& app, const ViewContext& context, Activation activ
   if (app.search.renaming) return {.focus = Focus::kEditor};  // back from the message about its text
   // The system's own handling would take the focus to the window itself, which is all that it does.
   return {.isTaken = app.search.isBoxEnabled, .focus = Focus::kSearchBox};
+}
+
+void OnTrayChoice(AppState& app, WindowPort& window, int choice) {
+  if (choice == kTrayShow) ShowAsAsked(app, window);
+  if (choice == kTrayExit) {
+    app.exitRequested = true;
+    window.PostClose();
+  }
+  if (choice != 0) window.TrimSelf();
+}
+
+Effects OnResized(AppState& app, const ViewContext& context, int width, int height) {
+  Effects effects = CloseEditor(app, context);
+  app.clientWidth = width;
+  app.clientHeight = height;
+  if (width == 0 || height == 0) return effects;
+  effects.Join({.relayout = true, .dirty = {0, 0, width, height}});
+  return effects;
 }
 
 void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs) {

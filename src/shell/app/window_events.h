@@ -31,6 +31,12 @@ void ToggleWindow(AppState& app, WindowPort& window);
 enum class Activation { kActivated, kDeactivated };
 Effects OnActivation(AppState& app, const ViewContext& context, Activation activation);
 
+// An entry of the notification area's menu; 0 is none.
+void OnTrayChoice(AppState& app, WindowPort& window, int choice);
+
+// The client area has another size. Nothing is laid out in one without width or height.
+Effects OnResized(AppState& app, const ViewContext& context, int width, int height);
+
 // The shell of the system was started again: its notification area knows nothing of us. Any program may
 // say so, as often as it likes: the icon is seen to once a second at most, and there is a line in the
 // log only where it did not stand.

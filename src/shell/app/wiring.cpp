@@ -70,6 +70,11 @@ AppState& App() {
   return state;
 }
 
+void StartEngine(AppState& app) {
+  InitBackground(Engine(), app.mainWindow);
+  StartDriveWatcher(app.mainWindow);
+}
+
 void WireProgram(AppState& app, WindowPort& window) {
   TheEngine().window = &window;
   WireAttributes();

@@ -9,4 +9,7 @@ namespace quilmark {
 // first message of the engine.
 void WireProgram(AppState& app, WindowPort& window);
 
+// The engine looks for volumes and follows drives that come and go. Its messages begin.
+void StartEngine(AppState& app);
+
 }  // namespace quilmark

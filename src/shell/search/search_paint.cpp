@@ -113,6 +113,7 @@ Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& 
   constexpr uint32_t kLaterMs = 100;
   const Rect rows = PlaceList(view, context).rows;
   const bool isWhole = Intersection(rows, place) == rows;
+  view.paintedScrollY = view.scrollY;
   if (isWhole) view.listPaintedMs = context.nowMs;
   view.paintedMissing = outcome.isMissing || (view.paintedMissing && !isWhole);
   // While the list moves nothing touches the disk; the settle timer comes back to it.

@@ -104,7 +104,10 @@ std::vector<ControlSpec> SearchView::Controls() {
   const WindowSettings& kept = CurrentWindowSettings;
   const std::u16string range = TranslateOr(u"Time_RangeDefault", u"0-7(days ago)");
   std::vector<ControlSpec> specs = {
-      {.kind = ControlKind::kCombo, .id = kScopeBox},
+      {.kind = ControlKind::kCombo,
+       .id = kScopeBox,
+       .items = RenewScopeItems(*this, Engine()),
+       .chosen = scopeIndex},
       {.kind = ControlKind::kSearchBox, .id = kQueryBox, .isEnabled = false, .longest = kLongestQuery},
       {.kind = ControlKind::kCombo,
        .id = kSizePreset,

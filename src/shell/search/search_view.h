@@ -99,6 +99,7 @@ struct SearchView final : View {
   // What is still to be done.
   RepaintRequest repaint;       // of the list
   uint64_t listPaintedMs = 0;   // when all of it was
+  int64_t paintedScrollY = 0;   // of the latest paint
   bool paintedMissing = false;  // with rows of which something was not known yet
   bool filterCountsPending = false;
   bool prewarmRunning = false;  // sorting waits

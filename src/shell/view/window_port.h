@@ -38,9 +38,9 @@ struct WindowPort {
   virtual std::optional<WindowPlacement> Placement() = 0;  // empty where the system does not say
   virtual bool IsVisible() = 0;
   virtual bool SystemShutsDown() = 0;
-  virtual void TrimSelf() = 0;         // subject to the rule of MayTrim
-  virtual void TrimSelfInJob() = 0;    // the same on a background job
-  virtual void TrimOthersInJob() = 0;  // if the user wants it
+  virtual void TrimSelf() = 0;       // subject to the rule of MayTrim
+  virtual void TrimSelfInJob() = 0;  // the same on a background job
+  virtual void TrimOthersInJob() = 0;
 
   // For whoever answers a message of the system itself, and reads all state anew afterwards.
   virtual void CarryOut(const Effects& effects) = 0;
@@ -48,6 +48,7 @@ struct WindowPort {
   virtual void Hide() = 0;
   virtual void ShowAndRaise() = 0;  // restored, on a screen, in front, focus in the search box
   virtual void Destroy() = 0;
+  virtual void PostClose() = 0;  // a close request, by the queue
   // Sets trayIconAdded; on failure the retry timer.
   virtual TrayIconState AddOrUpdateTrayIcon() = 0;
 };

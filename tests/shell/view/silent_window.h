@@ -24,6 +24,7 @@ struct SilentWindow : WindowPort {
   void Hide() override {}
   void ShowAndRaise() override {}
   void Destroy() override {}
+  void PostClose() override {}
   TrayIconState AddOrUpdateTrayIcon() override { return TrayIconState::kAbsent; }
 };
 

@@ -6,9 +6,10 @@
 
 #include "config/window_settings.h"
 #include "shell/app/frame_drag.h"
+#include "shell/search/rename.h"
+#include "shell/search/search_places.h"
+#include "shell/search/view_mode.h"
 #include "shell/view/window_ids.h"
-#include "shell/win32/controls/rename_editor.h"
-#include "shell/win32/system/theme.h"
 #include "shell/win32/window/window_paint.h"
 
 namespace quilmark {
@@ -30,7 +31,7 @@ void Paint(const MainWindow& window) {
 void CycleViews(MainWindow& window) {
   for (const ViewMode view : {ViewMode::kSmallIcons, ViewMode::kLargeIcons, ViewMode::kList}) {
     CurrentWindowSettings.viewMode = static_cast<int>(view);
-    window.RelayoutList();
+    window.CarryOut(RelayoutList(App().search, window.Context()));
     Paint(window);
   }
 }
@@ -41,9 +42,9 @@ void CycleThemes(MainWindow& window) {
 }
 
 void CycleEditor(AppState& app, MainWindow& window) {
-  SelectOnly(app.list.selection, 2);
-  OpenRenameEditor(app, window);
-  CancelRenameEditor(window);
+  SelectOnly(app.search.list.selection, 2);
+  window.CarryOut(OpenRename(app.search, window.Context()));
+  window.CarryOut(CancelRename(app.search, window.Context()));
 }
 
 void CycleDropList(const MainWindow& window) {
@@ -65,9 +66,8 @@ void CycleCalendar(const MainWindow& window) {
   }
 }
 
-void CycleTip(const AppState& app, MainWindow& window) {
-  window.tip.Show(window.Handle(), u"C:\\a path that is told", app.systemDpi,
-                  CurrentFonts().Of(FontRole::kMain));
+void CycleTip(MainWindow& window) {
+  window.tip.Show(u"C:\\a path that is told", window.Context(), CurrentFonts().Of(FontRole::kMain));
   window.tip.Hide();
 }
 
@@ -81,9 +81,9 @@ void CycleOnce(AppState& app, MainWindow& window, Screen screen) {
     case Screen::kViews:
       return CycleViews(window);
     case Screen::kSidebar:
-      SetFilterLayout(app, window, true);
+      window.CarryOut(SetFilterLayout(app.search, window.Context(), true));
       Paint(window);
-      return SetFilterLayout(app, window, false);
+      return window.CarryOut(SetFilterLayout(app.search, window.Context(), false));
     case Screen::kThemes:
       return CycleThemes(window);
     case Screen::kEditor:
@@ -93,7 +93,7 @@ void CycleOnce(AppState& app, MainWindow& window, Screen screen) {
     case Screen::kCalendar:
       return CycleCalendar(window);
     case Screen::kTip:
-      return CycleTip(app, window);
+      return CycleTip(window);
     case Screen::kHidden:
       ShowWindow(window.Handle(), SW_HIDE);
       ShowWindow(window.Handle(), SW_SHOWNA);

@@ -24,9 +24,11 @@
 #include "search/attr_cache_file.h"
 #include "search/filtered_results.h"
 #include "search/filters.h"
-#include "shell/search/result_messages.h"
 #include "shell/search/row_text.h"
-#include "shell/win32/system/theme.h"
+#include "shell/search/search_places.h"
+#include "shell/search/view_mode.h"
+#include "shell/view/window_ids.h"
+#include "shell/win32/system/high_contrast.h"
 #include "shell/win32/window/main_window.h"
 #include "shell/win32/window/quilmark.h"
 #include "shell/win32/window/window_paint.h"
@@ -173,8 +175,8 @@ void FillRows(AppState& app, MainWindow& window, uint32_t count) {
     CurrentResults = rows;
   }
   FollowNewResults(KeepFiltered::kNo, count);
-  app.scrollY = 0;
-  window.RelayoutList();
+  app.search.scrollY = 0;
+  window.CarryOut(RelayoutList(app.search, window.Context()));
 }
 
 BOOL CALLBACK PaintNow(HWND window, LPARAM) {
@@ -210,8 +212,9 @@ LRESULT TimePaints(const MainWindow& window, const Rect& place, uint32_t times) 
 }
 
 Rect TwoRows(const MainWindow& window) {
-  const ListLayout layout = window.List();
-  return Union(PlaceOfRow(layout, App().scrollY, 2), PlaceOfRow(layout, App().scrollY, 3));
+  const ListLayout layout = PlaceList(App().search, window.Context());
+  const int64_t scrollY = App().search.scrollY;
+  return Union(PlaceOfRow(layout, scrollY, 2), PlaceOfRow(layout, scrollY, 3));
 }
 
 LRESULT CountThreads() {
@@ -251,10 +254,10 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       app.trayIconAdded = argument != 0;
       break;
     case Probe::kSwitchTheme:
-      for (uint32_t i = 0; i < argument; ++i) SwitchTheme(window);
+      for (uint32_t i = 0; i < argument; ++i) SwitchTheme(window, window);
       break;
     case Probe::kTakePreset:
-      ApplyUiColorPreset(window, static_cast<int>(argument));
+      ApplyUiColorPreset(window, window, static_cast<int>(argument));
       break;
     case Probe::kRepaint:
       for (uint32_t i = 0; i < argument; ++i) {
@@ -283,10 +286,10 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       PostMessageW(window.Handle(), kCrashMessage, 0, 0);
       break;
     case Probe::kSetView:
-      SetViewMode(app, window, static_cast<ViewMode>(argument));
+      window.CarryOut(SetViewMode(app.search, window.Context(), static_cast<ViewMode>(argument)));
       break;
     case Probe::kSetSidebar:
-      SetFilterLayout(app, window, argument != 0);
+      window.CarryOut(SetFilterLayout(app.search, window.Context(), argument != 0));
       break;
     case Probe::kPostStaleResults:
       PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, searchGeneration - 1, 0);
@@ -306,11 +309,11 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       FillRows(app, window, argument);
       break;
     case Probe::kShowRow:
-      app.scrollY = int64_t{argument} * window.List().pitch;
-      window.RelayoutList();
+      app.search.scrollY = int64_t{argument} * PlaceList(app.search, window.Context()).pitch;
+      window.CarryOut(RelayoutList(app.search, window.Context()));
       break;
     case Probe::kSelectRow:
-      SelectOnly(app.list.selection, argument);
+      SelectOnly(app.search.list.selection, argument);
       break;
     case Probe::kPaintAll:
       EnumThreadWindows(GetCurrentThreadId(), PaintNow, 0);
@@ -364,49 +367,49 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kPaints:
       return static_cast<LRESULT>(window.paints);
     case Probe::kHeaderTop:
-      return app.headerTop;
+      return app.search.headerTop;
     case Probe::kClientHeight:
       return app.clientHeight;
     case Probe::kScrollY:
-      return app.scrollY;
+      return app.search.scrollY;
     case Probe::kSelectedRows:
-      return static_cast<LRESULT>(SelectedRows(app.list.selection, DisplayCount).size());
+      return static_cast<LRESULT>(SelectedRows(app.search.list.selection, DisplayCount).size());
     case Probe::kFocusRow:
-      return app.list.selection.focusRow;
+      return app.search.list.selection.focusRow;
     case Probe::kRangeUpdates:
       return static_cast<LRESULT>(window.rangeUpdates);
     case Probe::kPaintedScrollY:
-      return static_cast<LRESULT>(window.paintedScrollY);
+      return static_cast<LRESULT>(app.search.paintedScrollY);
     case Probe::kHoverRow:
-      return app.list.hoverRow;
+      return app.search.list.hoverRow;
     case Probe::kEdgeCursor:
       return GetCursor() == LoadCursorW(nullptr, IDC_SIZEWE);
     case Probe::kTipShown:
       return window.tip.IsShown();
     case Probe::kRenameEditor:
-      return reinterpret_cast<LRESULT>(window.renameEditor);
+      return reinterpret_cast<LRESULT>(window.editor.Handle());
     case Probe::kRenameFocused:
-      return window.renameEditor != nullptr && GetFocus() == window.renameEditor;
+      return window.editor.Handle() != nullptr && GetFocus() == window.editor.Handle();
     case Probe::kFirstRowSize:
       return SizeOfFirstRow();
     case Probe::kShownGeneration:
-      return static_cast<LRESULT>(app.shownGeneration);
+      return static_cast<LRESULT>(app.search.shownGeneration);
     case Probe::kGdiObjects:
       return CountGdiObjects();
     case Probe::kUserObjects:
       return GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
     case Probe::kSearchBoxFocused:
-      return GetFocus() == window.searchBox;
+      return GetFocus() == window.controls.HandleOf(kQueryBox);
     case Probe::kShownByUser:
       return app.shownByUser;
     case Probe::kFirstSearchDeferred:
       return app.firstSearchDeferred;
     case Probe::kPathWidth:
-      return app.pathColumnWidth;
+      return app.search.pathColumnWidth;
     case Probe::kSyncs:
       return syncs;
     case Probe::kScrollX:
-      return app.scrollX;
+      return app.search.scrollX;
     case Probe::kBarPosition:
       return StateOfBar(window, argument).nPos;
     case Probe::kBarLimit: {
@@ -424,7 +427,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kDateTo:
       return CurrentWindowSettings.timeEnd;
     case Probe::kEditorSelection:
-      return SelectionOf(window.renameEditor);
+      return SelectionOf(window.editor.Handle());
     case Probe::kHandles:
       return CountHandles();
     case Probe::kPaintMessages:

@@ -2,9 +2,9 @@
 
 #include <commctrl.h>
 
+#include "canvas/scale.h"
 #include "config/palette.h"
 #include "platform/win32/wide.h"
-#include "shell/search/layout.h"
 #include "shell/view/tooltip_place.h"
 #include "shell/win32/gdi/gdi.h"
 

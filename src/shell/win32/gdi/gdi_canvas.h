@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "canvas/canvas.h"
-#include "shell/search/highlight.h"
 #include "shell/win32/gdi/gdi.h"
 #include "shell/win32/gdi/gdi_fonts.h"
 

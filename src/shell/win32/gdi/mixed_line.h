@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/search/highlight.h"
-
 namespace quilmark {
 
 // True if the units need not stand in the order of the screen: Hebrew, Arabic and their neighbours.

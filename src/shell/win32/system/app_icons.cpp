@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "shell/search/layout.h"
+#include "canvas/scale.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/system/system_calls.h"
 

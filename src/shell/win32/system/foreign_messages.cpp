@@ -1,9 +1,6 @@
 #include "shell/win32/system/foreign_messages.h"
 
-#include "platform/clock.h"
-#include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"
-#include "shell/win32/window/main_window.h"
 
 namespace quilmark {
 
@@ -14,17 +11,6 @@ ForeignMessages OpenToOthers(HWND window) {
     if (number != 0) ChangeWindowMessageFilterEx(window, number, MSGFLT_ALLOW, nullptr);
   }
   return foreign;
-}
-
-bool TakeForeignMessage(AppState& app, MainWindow& window, UINT number) {
-  if (number == 0) return false;
-  if (number == window.foreign.taskbarCreated) {
-    OnTaskbarCreated(app, window, TickMs());
-    return true;
-  }
-  if (number != window.foreign.show) return false;
-  ShowAsAsked(app, window);
-  return true;
 }
 
 }  // namespace quilmark

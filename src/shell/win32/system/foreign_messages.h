@@ -4,9 +4,6 @@
 
 #include <windows.h>
 
-#include "shell/app/app_state.h"
-#include "shell/view/window_port.h"
-
 namespace quilmark {
 
 // Sent by a second copy of the program to have the window shown.
@@ -19,10 +16,5 @@ struct ForeignMessages {  // registered; 0 where the system has no number left
 
 // Registers them, and lets them through to `window` as well as what the notification area reports.
 ForeignMessages OpenToOthers(HWND window);
-
-class MainWindow;
-
-// False for a message that is none of the registered.
-bool TakeForeignMessage(AppState& app, MainWindow& window, UINT number);
 
 }  // namespace quilmark

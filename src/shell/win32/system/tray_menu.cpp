@@ -2,7 +2,6 @@
 
 #include "config/translate.h"
 #include "platform/win32/wide.h"
-#include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -13,7 +12,9 @@ void Append(HMENU menu, int id, std::u16string_view key, std::u16string_view eng
   AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), Wide(TranslateOr(key, english)));
 }
 
-int ChooseFromMenu(HWND window) {
+}  // namespace
+
+int ChooseFromTrayMenu(HWND window) {
   const HMENU menu = CreatePopupMenu();
   Append(menu, kTrayShow, u"Menu_ShowMainWindow", u"Show Window");
   AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -26,18 +27,6 @@ int ChooseFromMenu(HWND window) {
       TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, window, nullptr);
   DestroyMenu(menu);
   return choice;
-}
-
-}  // namespace
-
-void ShowTrayMenu(AppState& app, MainWindow& window) {
-  const int choice = ChooseFromMenu(window.Handle());
-  if (choice == kTrayShow) ShowAsAsked(app, window);
-  if (choice == kTrayExit) {
-    app.exitRequested = true;
-    PostMessageW(window.Handle(), WM_CLOSE, 0, 0);
-  }
-  if (choice != 0) window.TrimSelf();
 }
 
 }  // namespace quilmark

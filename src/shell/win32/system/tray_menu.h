@@ -1,11 +1,11 @@
 // The menu of the icon in the notification area.
 #pragma once
 
-#include "shell/win32/window/main_window.h"
+#include <windows.h>
 
 namespace quilmark {
 
-// Opens it at the cursor and does what was chosen.
-void ShowTrayMenu(AppState& app, MainWindow& window);
+// Shows it at the cursor until the user has chosen: kTrayShow, kTrayExit, or 0 for nothing.
+int ChooseFromTrayMenu(HWND window);
 
 }  // namespace quilmark

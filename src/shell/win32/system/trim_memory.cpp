@@ -5,11 +5,10 @@
 
 #include <atomic>
 
-#include "config/window_settings.h"
-#include "index/search_engine.h"
 #include "platform/win32/file_handle.h"
 #include "shell/app/single_job.h"
 #include "shell/app/trim.h"
+#include "shell/app/window_end.h"
 #include "shell/win32/system/system_calls.h"
 
 namespace quilmark {
@@ -36,7 +35,7 @@ void TrimOthers() {
   PROCESSENTRY32W entry = {};
   entry.dwSize = sizeof entry;
   const DWORD own = GetCurrentProcessId();
-  for (BOOL more = Process32FirstW(snapshot.Get(), &entry); more && !ShutdownRequested;
+  for (BOOL more = Process32FirstW(snapshot.Get(), &entry); more && !IsEnding();
        more = Process32NextW(snapshot.Get(), &entry)) {
     if (entry.th32ProcessID != 0 && entry.th32ProcessID != own) TrimProcess(entry.th32ProcessID);
   }
@@ -57,7 +56,6 @@ void RequestSelfTrim(HWND mainWindow) {
 
 void RequestGlobalTrimAsync() {
   static SingleJob job;
-  if (!CurrentWindowSettings.globalTrimOnToggle || ShutdownRequested) return;
   job.Start("global_trim_all", TrimOthers);
 }
 

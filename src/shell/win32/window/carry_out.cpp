@@ -1,11 +1,8 @@
-#include "shell/win32/window/carry_out.h"
+// What a view asks of the window, done to it.
+#include <utility>
 
-#include <limits>
-
-#include "config/window_settings.h"
-#include "search/filtered_results.h"
-#include "shell/search/list_scroll.h"
-#include "shell/win32/controls/rename_editor.h"
+#include "shell/view/window_ids.h"
+#include "shell/win32/window/main_window.h"
 
 namespace quilmark {
 
@@ -30,24 +27,13 @@ void TrackMouse(HWND window) {
   TrackMouseEvent(&track);
 }
 
-void TakeCapture(const MainWindow& window, Capture capture) {
-  if (capture == Capture::kTake) SetCapture(window.Handle());
+void TakeCapture(HWND window, Capture capture) {
+  if (capture == Capture::kTake) SetCapture(window);
   // Where another window has taken the capture it stays there.
-  if (capture == Capture::kRelease && GetCapture() == window.Handle()) ReleaseCapture();
+  if (capture == Capture::kRelease && GetCapture() == window) ReleaseCapture();
 }
 
-}  // namespace
-
-void SyncBars(const AppState& app, const MainWindow& window) {
-  const ListLayout layout = PlaceList(app);
-  const SidebarLayout sidebar = PlaceSidebar(app);
-  const int sideways = ClampHorizontal(layout, std::numeric_limits<int>::max());
-  SetBar(window.verticalBar,
-         RangeOfBar(ScrollLimit(layout, DisplayCount), Height(layout.rows), app.scrollY));
-  SetBar(window.horizontalBar, RangeOfBar(sideways, Width(layout.rows), app.scrollX));
-  SetBar(window.sidebarBar, RangeOfBar(sidebar.scrollLimit, sidebar.fitting, sidebar.first));
-}
-
+// Where the mouse stands in the client area; empty where another window is under it.
 std::optional<Point> MouseOver(HWND window) {
   POINT cursor = {};
   if (!GetCursorPos(&cursor) || WindowFromPoint(cursor) != window) return std::nullopt;
@@ -55,16 +41,67 @@ std::optional<Point> MouseOver(HWND window) {
   return Point{cursor.x, cursor.y};
 }
 
-void CarryOut(AppState& app, MainWindow& window, const Effects& effects) {
-  if (effects.editor == Editor::kOpen) OpenRenameEditor(app, window);
-  TakeCapture(window, effects.capture);
-  if (effects.focus == Focus::kWindow) SetFocus(window.Handle());
-  if (effects.syncsBars) SyncBars(app, window);
-  if (effects.tracksMouse) TrackMouse(window.Handle());
-  if (effects.savesSettings) SaveWindowSettings(window.Placement());
-  if (effects.tip) {
-    window.tip.Show(window.Handle(), *effects.tip, app.systemDpi, CurrentFonts().Of(FontRole::kMain));
+}  // namespace
+
+// In the order of the fields. Each may bring other messages, and with them other effects, before it
+// returns.
+void MainWindow::CarryOut(const Effects& effects) {
+  if (effects.relayout) Relayout();
+  CarryOutEditor(effects);
+  TakeCapture(window_, effects.capture);
+  TakeFocus(effects.focus);
+  if (effects.syncsBars) SyncBars();
+  if (effects.rehovers) CarryOut(ShownView(App()).Rehover(MouseOver(window_), Context()));
+  if (effects.tracksMouse) TrackMouse(window_);
+  if (effects.tip) tip.Show(*effects.tip, Context(), CurrentFonts().Of(FontRole::kMain));
+  Invalidate(effects.dirty);
+  if (effects.paintsNow) UpdateWindow(window_);
+}
+
+void MainWindow::Relayout() {
+  if (App().clientWidth == 0 || App().clientHeight == 0) return;
+  controls.Place(ShownView(App()).Layout(Context()));
+  CarryOut(ShownView(App()).LaidOut(Context()));
+}
+
+void MainWindow::CarryOutEditor(const Effects& effects) {
+  switch (effects.editor) {
+    case Editor::kOpen:
+      if (effects.editorPlace || editor.IsOpen()) {
+        editor.Open(window_, effects.editorPlace.value_or(EditorPlace()), *this);
+      }
+      break;
+    case Editor::kMove:
+      if (effects.editorPlace) editor.Move(effects.editorPlace->place);
+      break;
+    case Editor::kClose:
+      editor.Close();
+      break;
+    case Editor::kKeep:
+      break;
   }
+}
+
+void MainWindow::TakeFocus(Focus focus) {
+  if (focus == Focus::kWindow) SetFocus(window_);
+  if (focus == Focus::kSearchBox) controls.Focus(kQueryBox);
+  if (focus == Focus::kEditor && editor.IsOpen()) editor.TakeFocus();
+}
+
+// The hidden controls that keep range, page and position of the list for whoever asks the system.
+void MainWindow::SyncBars() {
+  ++rangeUpdates;
+  for (const BarRange& bar : ShownView(App()).Bars(Context())) SetBar(GetDlgItem(window_, bar.id), bar);
+}
+
+bool MainWindow::OnControl(const ControlEvent& event) {
+  const Effects effects = ShownView(App()).OnControl(event, Context());
+  CarryOut(effects);
+  return effects.isTaken;
+}
+
+void MainWindow::PaintControl(Canvas& canvas, const ControlPicture& control) const {
+  ShownView(App()).PaintControl(canvas, control, Context());
 }
 
 }  // namespace quilmark

@@ -3,32 +3,16 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
-#include <algorithm>
-
 #include "config/log.h"
 #include "config/palette.h"
-#include "config/window_settings.h"
 #include "platform/clock.h"
-#include "search/filtered_results.h"
 #include "shell/app/frame_drag.h"
-#include "shell/app/scale_change.h"
+#include "shell/app/routing.h"
 #include "shell/app/window_events.h"
-#include "shell/app/window_timers.h"
-#include "shell/search/filter_request.h"
-#include "shell/search/result_messages.h"
-#include "shell/search/search_mouse.h"
 #include "shell/view/window_ids.h"
-#include "shell/win32/controls/combo.h"
-#include "shell/win32/controls/date_picker.h"
-#include "shell/win32/controls/drop_list.h"
-#include "shell/win32/controls/rename_editor.h"
-#include "shell/win32/controls/search_box.h"
-#include "shell/win32/controls/window_text.h"
 #include "shell/win32/system/foreground_file.h"
 #include "shell/win32/system/system_calls.h"
-#include "shell/win32/system/theme.h"
 #include "shell/win32/system/tray_menu.h"
-#include "shell/win32/window/carry_out.h"
 #include "shell/win32/window/main_window.h"
 #include "shell/win32/window/scroll_messages.h"
 #include "shell/win32/window/system_messages.h"
@@ -52,9 +36,11 @@ Outcome OnDestroy(AppState& app, MainWindow& window, const Message&) {
 }
 
 Outcome OnSize(AppState& app, MainWindow& window, const Message& message) {
-  if (!window.Resize(LOWORD(message.lParam), HIWORD(message.lParam))) return 0;
-  if (message.wParam != SIZE_MINIMIZED) SaveWindowSize(app, window);
-  InvalidateRect(message.window, nullptr, FALSE);
+  const int width = LOWORD(message.lParam), height = HIWORD(message.lParam);
+  const Effects effects = OnResized(app, window.Context(), width, height);
+  window.backBuffer.Resize(window.Handle(), width, height);
+  window.CarryOut(effects);
+  if (effects.relayout && message.wParam != SIZE_MINIMIZED) SaveWindowSize(app, window);
   return 0;
 }
 
@@ -68,16 +54,12 @@ Outcome OnExitSizeMove(AppState& app, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
-Outcome OnActivate(AppState&, MainWindow& window, const Message& message) {
+Outcome OnActivate(AppState& app, MainWindow& window, const Message& message) {
   const bool isActive = LOWORD(message.wParam) != WA_INACTIVE;
-  if (isActive && window.renameEditor != nullptr) {
-    window.StopTimer(kTimerIdleTrim);
-    SetFocus(window.renameEditor);  // back from the message about its text
-    return 0;
-  }
-  OnActivation(window, isActive ? Activation::kActivated : Activation::kDeactivated);
-  // The system's own handling would take the focus to the window itself, which is all that it does.
-  return isActive && window.IsSearchBoxEnabled() ? Outcome(0) : std::nullopt;
+  const Effects effects =
+      OnActivation(app, window.Context(), isActive ? Activation::kActivated : Activation::kDeactivated);
+  window.CarryOut(effects);
+  return effects.isTaken ? Outcome(0) : std::nullopt;
 }
 
 Outcome OnPaint(AppState&, MainWindow& window, const Message&) {
@@ -88,28 +70,8 @@ Outcome OnPaint(AppState&, MainWindow& window, const Message&) {
 Outcome OnEraseBackground(AppState&, MainWindow&, const Message&) { return 1; }
 
 Outcome OnClose(AppState& app, MainWindow& window, const Message&) {
-  CloseWindowRequest(app, window);
+  CloseWindowRequest(app, window.Context());
   return 0;
-}
-
-Outcome OnDrawItem(AppState&, MainWindow&, const Message& message) {
-  const auto* const item = reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
-  if (item == nullptr) return std::nullopt;
-  if (item->CtlType == ODT_BUTTON && item->CtlID >= static_cast<UINT>(kFirstTag)) {
-    DrawTagItem(*item);
-    return TRUE;
-  }
-  if (!IsCustomCombo(item->CtlID)) return std::nullopt;
-  DrawComboItem(*item);
-  return TRUE;
-}
-
-Outcome OnMeasureItem(AppState& app, MainWindow&, const Message& message) {
-  auto* const item = reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam);
-  if (item == nullptr || !IsCustomCombo(item->CtlID)) return std::nullopt;
-  item->itemHeight =
-      static_cast<UINT>(ScaleFor(app.systemDpi, item->itemID == static_cast<UINT>(-1) ? 36 : 28));
-  return TRUE;
 }
 
 Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
@@ -124,78 +86,8 @@ Outcome OnSystemColors(AppState&, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
-int ChosenIn(const Message& message) {
-  return static_cast<int>(SendMessageW(reinterpret_cast<HWND>(message.lParam), CB_GETCURSEL, 0, 0));
-}
-
-void ChoosePreset(AppState& app, MainWindow& window, int& preset, int chosen) {
-  preset = std::max(chosen, 0);
-  // The custom controls come and go.
-  SendMessageW(window.Handle(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(app.clientWidth, app.clientHeight));
-  ApplyFilters(app, window);
-}
-
-Outcome OnComboChosen(AppState& app, MainWindow& window, const Message& message) {
-  const int chosen = ChosenIn(message);
-  InvalidateRect(reinterpret_cast<HWND>(message.lParam), nullptr, FALSE);
-  switch (LOWORD(message.wParam)) {
-    case kScopeBox:
-      OnScopeChosen(app, window, chosen);
-      return 0;
-    case kSizePreset:
-      ChoosePreset(app, window, CurrentWindowSettings.sizePreset, chosen);
-      return 0;
-    case kTimePreset:
-      ChoosePreset(app, window, CurrentWindowSettings.timePreset, chosen);
-      return 0;
-    case kSizeUnit:
-      CurrentWindowSettings.sizeUnit = chosen < 0 ? 2 : chosen;
-      if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
-      return 0;
-    default:
-      return std::nullopt;
-  }
-}
-
-Outcome OnEditChanged(AppState& app, MainWindow& window, int id) {
-  if (id == kQueryBox) {
-    if (!window.settingText) OnSearchTextChanged(window, TextOfWindow(window.searchBox, kLongestQuery));
-    return 0;
-  }
-  if (id == kSecondSizeBox) {
-    if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
-    return 0;
-  }
-  if (id != kSizeBox) return std::nullopt;
-  window.filterBar.ReadSizeText();
-  if (CurrentWindowSettings.sizePreset == kCustomSize) ApplyFilters(app, window);
-  return 0;
-}
-
-Outcome OnCommand(AppState& app, MainWindow& window, const Message& message) {
-  const int id = LOWORD(message.wParam), event = HIWORD(message.wParam);
-  const bool isCombo = IsCustomCombo(static_cast<UINT>(id));
-  const auto control = reinterpret_cast<HWND>(message.lParam);
-  if (isCombo && event == CBN_SELCHANGE) return OnComboChosen(app, window, message);
-  if (isCombo && event == CBN_DROPDOWN) StyleDropDown(control);
-  if (isCombo && event == CBN_CLOSEUP) UnstyleDropDown(control);
-  if (!isCombo && id < kFirstTag && event == EN_CHANGE) return OnEditChanged(app, window, id);
-  if (id >= kFirstTag && event == BN_CLICKED && message.lParam != 0) {
-    SelectFilterTag(app, window, id - kFirstTag);
-    return 0;
-  }
-  return std::nullopt;
-}
-
-Outcome OnNotify(AppState& app, MainWindow& window, const Message& message) {
-  const auto* const notice = reinterpret_cast<const NMHDR*>(message.lParam);
-  const bool isDate = notice->idFrom == static_cast<UINT_PTR>(kDateFrom) ||
-                      notice->idFrom == static_cast<UINT_PTR>(kDateTo);
-  if (isDate && notice->code == DTN_DROPDOWN) StyleDatePicker(notice->hwndFrom);
-  if (!isDate || notice->code != DTN_DATETIMECHANGE) return std::nullopt;
-  window.filterBar.ReadDates();
-  if (CurrentWindowSettings.timePreset == kCustomTime) ApplyFilters(app, window);
-  return 0;
+Outcome OnControlMessage(AppState&, MainWindow& window, const Message& message) {
+  return window.controls.TakeMessage(message.number, message.wParam, message.lParam);
 }
 
 Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) {
@@ -210,20 +102,21 @@ Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) 
 }
 
 Outcome OnTimer(AppState& app, MainWindow& window, const Message& message) {
-  if (!FireTimer(app, window, static_cast<uint32_t>(message.wParam))) return std::nullopt;
-  return 0;
+  const Effects effects = RouteTimer(app, window.Context(), static_cast<uint32_t>(message.wParam));
+  window.CarryOut(effects);
+  return effects.isTaken ? Outcome(0) : std::nullopt;
 }
 
 Outcome OnControlColor(AppState&, MainWindow& window, const Message& message) {
   const HDC dc = reinterpret_cast<HDC>(message.wParam);
   SetTextColor(dc, CurrentPalette.text);
   SetBkColor(dc, CurrentPalette.editWell);
-  const HBRUSH brush = window.brushes.well.Get();
+  const HBRUSH brush = window.well.Get();
   return reinterpret_cast<LRESULT>(brush != nullptr ? brush : GetStockObject(BLACK_BRUSH));
 }
 
 Outcome OnScrollbarColor(AppState&, MainWindow& window, const Message& message) {
-  UniqueBrush& track = window.brushes.scrollTrack;
+  UniqueBrush& track = window.scrollTrack;
   if (!track) track.Reset(CreateSolidBrush(CurrentPalette.controlBackground));
   SetBkColor(reinterpret_cast<HDC>(message.wParam), CurrentPalette.controlBackground);
   return reinterpret_cast<LRESULT>(track.Get());
@@ -234,7 +127,7 @@ Point PointOf(const Message& message) {
 }
 
 Outcome OnMouse(AppState& app, MainWindow& window, const MouseEvent& event) {
-  CarryOut(app, window, OnSearchMouse(app, window, window.Context(), event));
+  window.CarryOut(ShownView(app).OnMouse(event, window.Context()));
   return 0;
 }
 
@@ -270,32 +163,30 @@ Outcome OnCaptureChanged(AppState& app, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
-Outcome OnSetCursor(AppState& app, MainWindow&, const Message& message) {
+Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
   if (LOWORD(message.lParam) != HTCLIENT || reinterpret_cast<HWND>(message.wParam) != message.window) {
     return std::nullopt;
   }
   POINT cursor = {};
   GetCursorPos(&cursor);
   ScreenToClient(message.window, &cursor);
-  if (!HasSizeCursor(app, {cursor.x, cursor.y})) return std::nullopt;
+  if (!ShownView(app).HasSizeCursor({cursor.x, cursor.y}, window.Context())) return std::nullopt;
   SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
   return TRUE;
 }
 
 // The row that has the focus shows it only while the keys are the list's.
-Outcome OnFocus(AppState&, MainWindow& window, const Message&) {
-  window.InvalidateList();
+Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
+  window.Invalidate(ShownView(app).ListArea(window.Context()));
   return std::nullopt;
 }
 
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
-  if (message.wParam == VK_TAB) {
-    window.FocusSearchBox();
-    return 0;
-  }
-  if (message.wParam != VK_F2) return std::nullopt;
-  OpenRenameEditor(app, window);
-  return 0;
+  const bool isCtrlHeld = GetKeyState(VK_CONTROL) < 0;
+  const Effects effects =
+      ShownView(app).OnKey(static_cast<uint32_t>(message.wParam), isCtrlHeld, window.Context());
+  window.CarryOut(effects);
+  return effects.isTaken ? Outcome(0) : std::nullopt;
 }
 
 Outcome OnPower(AppState&, MainWindow& window, const Message& message) {
@@ -313,11 +204,10 @@ Outcome OnPower(AppState&, MainWindow& window, const Message& message) {
 Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) {
   uint32_t dpi = LOWORD(message.wParam);
   if (dpi == 0) dpi = DpiOfWindow(message.window);
-  if (TakeScaleChange(app, CurrentWindowSettings, dpi)) {
+  if (TakeScaleChange(app, dpi)) {
     window.RemakeFonts();
     window.RemakeIcons();
-    window.PlaceControls();
-    window.RelayoutList();
+    window.Relayout();
   }
   if (message.lParam != 0) {
     const auto& rect = *reinterpret_cast<const RECT*>(message.lParam);
@@ -344,7 +234,7 @@ Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
 
 Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
   if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
-  if (message.lParam == WM_RBUTTONUP) ShowTrayMenu(app, window);
+  if (message.lParam == WM_RBUTTONUP) OnTrayChoice(app, window, ChooseFromTrayMenu(window.Handle()));
   return 0;
 }
 
@@ -362,14 +252,14 @@ constexpr MessageRow kMessageRows[] = {
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
     {WM_ERASEBKGND, OnEraseBackground},
-    {WM_DRAWITEM, OnDrawItem},
-    {WM_MEASUREITEM, OnMeasureItem},
+    {WM_DRAWITEM, OnControlMessage},
+    {WM_MEASUREITEM, OnControlMessage},
     {WM_DISPLAYCHANGE, OnDisplayChange},
     {WM_SYSCOLORCHANGE, OnSystemColors},
     {WM_SETTINGCHANGE, OnSystemColors},
     {WM_THEMECHANGED, OnSystemColors},
-    {WM_COMMAND, OnCommand},
-    {WM_NOTIFY, OnNotify},
+    {WM_COMMAND, OnControlMessage},
+    {WM_NOTIFY, OnControlMessage},
     {WM_SYSCOMMAND, OnSysCommand},
     {WM_TIMER, OnTimer},
     {WM_CTLCOLOREDIT, OnControlColor},
@@ -387,8 +277,8 @@ constexpr MessageRow kMessageRows[] = {
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnTurn<Mouse::kWheel>},
     {WM_MOUSEHWHEEL, OnTurn<Mouse::kTilt>},
-    {WM_VSCROLL, OnVerticalScroll},
-    {WM_HSCROLL, OnHorizontalScroll},
+    {WM_VSCROLL, OnBarScroll},
+    {WM_HSCROLL, OnBarScroll},
     {WM_GESTURENOTIFY, OnGestureNotify},
     {WM_GESTURE, OnGesture},
     {WM_MOUSEHOVER, OnClientMouse<Mouse::kRest>},
@@ -401,12 +291,27 @@ constexpr MessageRow kMessageRows[] = {
     {kTrayCallback, OnTray},
 };
 
+// Of those that other programs send.
+bool TakeForeignMessage(AppState& app, MainWindow& window, UINT number) {
+  if (number == 0) return false;
+  if (number == window.foreign.taskbarCreated) {
+    OnTaskbarCreated(app, window, TickMs());
+    return true;
+  }
+  if (number != window.foreign.show) return false;
+  ShowAsAsked(app, window);
+  return true;
+}
+
 Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
   for (const MessageRow& row : kMessageRows) {
     if (row.number == message.number) return row.handle(app, window, message);
   }
   if (TakeForeignMessage(app, window, message.number)) return 0;
-  if (TakeResultMessage(app, window, {message.number, message.wParam, message.lParam})) return 0;
+  const Effects effects =
+      RoutePosted(app, window.Context(), {message.number, message.wParam, message.lParam});
+  window.CarryOut(effects);
+  if (effects.isTaken) return 0;
   return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
 }
 

@@ -2,8 +2,7 @@
 
 #include <array>
 
-#include "platform/clock.h"
-#include "shell/search/list_scroll.h"
+#include "shell/view/window_ids.h"
 #include "shell/win32/gdi/gdi.h"
 #include "shell/win32/system/system_calls.h"
 
@@ -26,8 +25,9 @@ ScrollCommand CommandOf(const Message& message) {
   return static_cast<ScrollCommand>(LOWORD(message.wParam));
 }
 
-bool IsOfBar(const Message& message, HWND bar) {
-  return message.lParam == 0 || reinterpret_cast<HWND>(message.lParam) == bar;
+bool IsOfBar(const Message& message, int bar) {
+  const auto control = reinterpret_cast<HWND>(message.lParam);
+  return control == nullptr || control == GetDlgItem(message.window, bar);
 }
 
 Point InClient(HWND window, POINTS screen) {
@@ -38,26 +38,21 @@ Point InClient(HWND window, POINTS screen) {
 
 }  // namespace
 
-std::optional<LRESULT> OnHorizontalScroll(AppState& app, MainWindow& window, const Message& message) {
-  if (!IsOfBar(message, window.horizontalBar)) return std::nullopt;
-  window.tip.Hide();
-  ScrollColumns(app, window, window.List(), CommandOf(message), PositionOf(message), TickMs());
+std::optional<LRESULT> OnBarScroll(AppState& app, MainWindow& window, const Message& message) {
+  const bool isVertical = message.number == WM_VSCROLL;
+  if (!IsOfBar(message, isVertical ? kVerticalBar : kHorizontalBar)) return std::nullopt;
+  const ScrollEvent event = {isVertical, CommandOf(message), PositionOf(message)};
+  window.CarryOut(ShownView(app).OnScroll(event, window.Context()));
   return 0;
 }
 
-std::optional<LRESULT> OnVerticalScroll(AppState& app, MainWindow& window, const Message& message) {
-  if (!IsOfBar(message, window.verticalBar)) return std::nullopt;
-  window.tip.Hide();
-  ScrollRows(app, window, window.List(), CommandOf(message), PositionOf(message), TickMs());
-  return 0;
-}
-
-std::optional<LRESULT> OnGestureNotify(AppState&, MainWindow& window, const Message& message) {
+std::optional<LRESULT> OnGestureNotify(AppState& app, MainWindow& window, const Message& message) {
   using Configure = BOOL(WINAPI*)(HWND, DWORD, UINT, PGESTURECONFIG, UINT);
   static const auto configure = SystemCall<Configure>(L"user32.dll", "SetGestureConfig");
   const auto* const notice = reinterpret_cast<const GESTURENOTIFYSTRUCT*>(message.lParam);
   if (configure == nullptr || notice == nullptr) return std::nullopt;
-  const bool isOverRows = Holds(window.List().rows, InClient(message.window, notice->ptsLocation));
+  const bool isOverRows =
+      ShownView(app).CanPan(InClient(message.window, notice->ptsLocation), window.Context());
   constexpr DWORD kPan = GC_PAN | GC_PAN_WITH_SINGLE_FINGER_VERTICALLY |
                          GC_PAN_WITH_SINGLE_FINGER_HORIZONTALLY | GC_PAN_WITH_INERTIA;
   GESTURECONFIG config = {};
@@ -79,9 +74,7 @@ std::optional<LRESULT> OnGesture(AppState& app, MainWindow& window, const Messag
   const bool isPan = read != nullptr && close != nullptr && read(gesture, &info) && info.dwID == GID_PAN;
   if (!isPan) return std::nullopt;  // the system closes what it is handed
   const Point finger = InClient(message.window, info.ptsLocation);
-  if ((info.dwFlags & GF_BEGIN) != 0) BeginPan(app, finger);
-  window.tip.Hide();
-  PanTo(app, window, window.List(), finger, TickMs());
+  window.CarryOut(ShownView(app).OnPan({finger, (info.dwFlags & GF_BEGIN) != 0}, window.Context()));
   close(gesture);
   return 0;
 }

@@ -29,7 +29,7 @@ void OnHandleEvent(AppState& app, MainWindow& window, uint32_t event, const DEV_
                        data.dbch_size >= offsetof(DEV_BROADCAST_HANDLE, dbch_eventguid) + sizeof(GUID);
   const auto notice = VolumeNoticeOf(event, hasGuid ? FieldsOf(data.dbch_eventguid) : EventGuid{});
   const auto id = reinterpret_cast<uintptr_t>(data.dbch_hdevnotify);
-  if (notice) OnVolumeNotice(app, window, *notice, id);
+  if (notice) OnVolumeNotice(app, window.Context(), *notice, id);
 }
 
 }  // namespace
@@ -45,7 +45,7 @@ std::optional<LRESULT> OnDeviceChange(AppState& app, MainWindow& window, const M
   // Other events bring other payloads, or none.
   const bool isOurs = event == DBT_DEVICEARRIVAL || event == DBT_DEVICEQUERYREMOVE ||
                       event == DBT_DEVICEREMOVEPENDING || event == DBT_DEVICEREMOVECOMPLETE;
-  if (isOurs) OnDriveEvent(app, window, event, UnitMaskOf(message.lParam));
+  if (isOurs) OnDriveEvent(app, window.Context(), event, UnitMaskOf(message.lParam));
   return 1;
 }
 

@@ -4,12 +4,8 @@
 
 #include "config/log.h"
 #include "config/translate.h"
-#include "index/volume_life.h"
-#include "search/search_state.h"
+#include "shell/app/wiring.h"
 #include "shell/view/window_ids.h"
-#include "shell/win32/controls/combo.h"
-#include "shell/win32/controls/search_box.h"
-#include "shell/win32/system/theme.h"
 #include "shell/win32/window/main_window.h"
 
 namespace quilmark {
@@ -25,36 +21,30 @@ void InitControlClasses() {
   InitCommonControlsEx(&classes);
 }
 
-// The search reaches the window by these.
-void InstallSearchHooks(MainWindow& window) {
-  searchHooks.window = window.Handle();
-  searchHooks.readSearchBox = [&window] { return window.SearchBoxText(); };
-  searchHooks.showStatus = [&window](std::u16string_view key, std::u16string_view english) {
-    window.SetStatus(TranslateOr(key, english));
-  };
-  searchHooks.restartTimer = [&window](uint32_t id, uint32_t delayMs) {
-    window.StopTimer(id);
-    window.StartTimer(id, delayMs);
-  };
+void MakeHidden(HWND parent, const wchar_t* className, int id, DWORD style) {
+  CreateWindowExW(0, className, L"", WS_CHILD | style, 0, 0, 0, 0, parent,
+                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
 }
 
 }  // namespace
 
 void MainWindow::MakeControls() {
-  scopeBox = MakeCombo(window_, kScopeBox, CurrentFonts().Of(FontRole::kMain));
-  RebuildScopeBox();
-  searchBox = MakeSearchBox(window_, CurrentFonts().Of(FontRole::kMain));
-  filterBar.Open(window_, CurrentFonts().Of(FontRole::kMain), CurrentFonts().Of(FontRole::kFilter));
-  const auto hiddenBar = [this](int id, DWORD style) {
-    return CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | style, 0, 0, 0, 0, window_,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
-                           nullptr);
-  };
-  statusText = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, window_,
-                               reinterpret_cast<HMENU>(kStatusText), GetModuleHandleW(nullptr), nullptr);
-  verticalBar = hiddenBar(kVerticalBar, SBS_VERT);
-  horizontalBar = hiddenBar(kHorizontalBar, SBS_HORZ);
-  sidebarBar = hiddenBar(kSidebarBar, SBS_VERT);
+  for (View* const view : App().views) {
+    if (view == nullptr) continue;
+    const std::vector<ControlSpec> specs = view->Controls();
+    controls.Make(window_, specs, *this);
+    for (const ControlSpec& spec : specs) {
+      if (spec.kind != ControlKind::kDay) continue;
+      // A field without a day of its own shows today.
+      const int day = controls.DayOf(spec.id);
+      if (day != spec.day) OnControl({.kind = ControlEvent::kDay, .id = spec.id, .value = day});
+    }
+  }
+  // They keep what others ask for, and are never seen.
+  MakeHidden(window_, L"STATIC", kStatusText, 0);
+  MakeHidden(window_, L"SCROLLBAR", kVerticalBar, SBS_VERT);
+  MakeHidden(window_, L"SCROLLBAR", kHorizontalBar, SBS_HORZ);
+  MakeHidden(window_, L"SCROLLBAR", kSidebarBar, SBS_VERT);
   tip.Open(window_);
 }
 
@@ -65,17 +55,15 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
+  WireProgram(app, window);
   window.MakeControls();
-  InstallSearchHooks(window);
-  InstallFeatures(app, window);
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
   window.RegisterHotkeys();
   if (app.hiddenStart) window.StartTimer(kTimerHiddenStart, kHiddenGuardMs);
   LogGdiState(u"WM_CREATE end");
   window.SetTitle(TranslateOr(u"Status_InitializingIndex", u"Initializing..."));
-  InitBackground(Engine(), handle);
-  StartDriveWatcher(handle);
+  StartEngine(app);
 }
 
 }  // namespace quilmark
