@@ -65,9 +65,8 @@ void CycleCalendar(const MainWindow& window) {
   }
 }
 
-void CycleTip(const AppState& app, MainWindow& window) {
-  window.tip.Show(window.Handle(), u"C:\\a path that is told", app.systemDpi,
-                  CurrentFonts().Of(FontRole::kMain));
+void CycleTip(MainWindow& window) {
+  window.tip.Show(u"C:\\a path that is told", window.Context(), CurrentFonts().Of(FontRole::kMain));
   window.tip.Hide();
 }
 
@@ -93,7 +92,7 @@ void CycleOnce(AppState& app, MainWindow& window, Screen screen) {
     case Screen::kCalendar:
       return CycleCalendar(window);
     case Screen::kTip:
-      return CycleTip(app, window);
+      return CycleTip(window);
     case Screen::kHidden:
       ShowWindow(window.Handle(), SW_HIDE);
       ShowWindow(window.Handle(), SW_SHOWNA);

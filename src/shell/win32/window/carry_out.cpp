@@ -63,7 +63,7 @@ void CarryOut(AppState& app, MainWindow& window, const Effects& effects) {
   if (effects.tracksMouse) TrackMouse(window.Handle());
   if (effects.savesSettings) SaveWindowSettings(window.Placement());
   if (effects.tip) {
-    window.tip.Show(window.Handle(), *effects.tip, app.systemDpi, CurrentFonts().Of(FontRole::kMain));
+    window.tip.Show(*effects.tip, window.Context(), CurrentFonts().Of(FontRole::kMain));
   }
 }
 
