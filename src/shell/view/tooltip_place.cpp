@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "shell/search/layout.h"
+#include "canvas/scale.h"
 
 namespace quilmark {
 

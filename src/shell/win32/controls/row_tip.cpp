@@ -2,8 +2,6 @@
 
 #include <commctrl.h>
 
-#include "canvas/scale.h"
-#include "config/palette.h"
 #include "platform/win32/wide.h"
 #include "shell/view/tooltip_place.h"
 #include "shell/win32/gdi/gdi.h"
@@ -44,13 +42,13 @@ void RowTip::Open(HWND window) {
   SendMessageW(tip_, TTM_SETWINDOWTHEME, 0, reinterpret_cast<LPARAM>(L""));
 }
 
-void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font) {
+void RowTip::Show(const std::u16string& text, const ViewContext& context, HFONT font) {
   if (text.empty()) return Hide();
-  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, ScaleFor(dpi, kMostWidth));
+  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, context.Scaled(kMostWidth));
   SendMessageW(tip_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-  SendMessageW(tip_, TTM_SETTIPBKCOLOR, CurrentPalette.cardBackground, 0);
-  SendMessageW(tip_, TTM_SETTIPTEXTCOLOR, CurrentPalette.text, 0);
-  TTTOOLINFOW tool = ToolOf(window);
+  SendMessageW(tip_, TTM_SETTIPBKCOLOR, context.palette.cardBackground, 0);
+  SendMessageW(tip_, TTM_SETTIPTEXTCOLOR, context.palette.text, 0);
+  TTTOOLINFOW tool = ToolOf(owner_);
   tool.lpszText = const_cast<wchar_t*>(Wide(text));
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
   const LRESULT size = SendMessageW(tip_, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool));
@@ -58,7 +56,7 @@ void RowTip::Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT f
   GetCursorPos(&cursor);
   const Rect area = WorkAreaAt(cursor);
   const auto place = [&](int width, int height) {
-    const Point at = PlaceTip({cursor.x, cursor.y}, width, height, area, dpi);
+    const Point at = PlaceTip({cursor.x, cursor.y}, width, height, area, context.dpi);
     SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(at.x, at.y));
   };
   place(LOWORD(size), HIWORD(size));

@@ -5,15 +5,15 @@
 
 #include <string>
 
-#include "shell/app/app_state.h"
+#include "shell/view/view_context.h"
 
 namespace quilmark {
 
 class RowTip {
  public:
-  void Open(HWND window);
+  void Open(HWND window);  // once
   // Beside the cursor; an empty text hides it.
-  void Show(HWND window, const std::u16string& text, uint32_t dpi, HFONT font);
+  void Show(const std::u16string& text, const ViewContext& context, HFONT font);
   void Hide();
   bool IsShown() const { return isShown_; }
 
