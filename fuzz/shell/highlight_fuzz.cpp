@@ -2,6 +2,7 @@
 // and lines share the marks out between them.
 #include "shell/search/highlight.h"
 
+#include "canvas/line_marks.h"
 #include "platform/text.h"
 #include "platform/utf.h"
 #include "support/fuzz_input.h"

@@ -5,7 +5,7 @@
 #include "config/palette.h"
 #include "platform/text_file.h"
 #include "shell/list/list_colors.h"
-#include "shell/search/highlight.h"
+#include "canvas/line_marks.h"
 #include "window/results_list.h"
 
 namespace quilmark {

@@ -225,20 +225,20 @@ TEST_F(CustomRanges, TakeTheDatesOfTheirPickers) {
   program.StartAndWait();
   program.SearchFor(u"pick");
   WaitForHits(u"All Files", 14);
-  EXPECT_EQ(program.Ask(Probe::kDateFrom), 20'200'601);
-  EXPECT_EQ(program.Ask(Probe::kDateTo), 20'200'701);
+  EXPECT_EQ(program.Ask(Probe::kFirstDay), 20'200'601);
+  EXPECT_EQ(program.Ask(Probe::kLastDay), 20'200'701);
   // Month or year, whichever the key changes: the range grows by one of the groups.
   TurnAtOnce(-WHEEL_DELTA / 20);
   EXPECT_GT(program.Ask(Probe::kScrollY), 0);
   ClickDate(kDateFrom);
   program.Press(VK_DOWN);
   WaitForHits(u"All Files", 28);
-  EXPECT_LT(program.Ask(Probe::kDateFrom), 20'200'601);
+  EXPECT_LT(program.Ask(Probe::kFirstDay), 20'200'601);
   EXPECT_EQ(program.Ask(Probe::kScrollY), 0);
   ClickDate(kDateTo);
   program.Press(VK_UP);
   WaitForHits(u"All Files", 40);
-  EXPECT_GT(program.Ask(Probe::kDateTo), 20'200'701);
+  EXPECT_GT(program.Ask(Probe::kLastDay), 20'200'701);
   program.Ask(Probe::kRepaint, 1);
   program.Screenshot("custom-dates");
 }

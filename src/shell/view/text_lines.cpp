@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "shell/search/highlight.h"
+#include "canvas/line_marks.h"
 
 namespace quilmark {
 

@@ -422,9 +422,9 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return SortedBy();
     case Probe::kFilterGeneration:
       return static_cast<LRESULT>(FilterGeneration.load());
-    case Probe::kDateFrom:
+    case Probe::kFirstDay:
       return CurrentWindowSettings.timeStart;
-    case Probe::kDateTo:
+    case Probe::kLastDay:
       return CurrentWindowSettings.timeEnd;
     case Probe::kEditorSelection:
       return SelectionOf(window.editor.Handle());

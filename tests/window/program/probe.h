@@ -44,8 +44,8 @@ enum class Probe : uintptr_t {
   kRowPath,           // argument: the row; the CustomSizeHash of its path
   kSortedBy,          // the column, with 100 added where it descends; -1: none
   kFilterGeneration,  // raised each time that the filters are applied
-  kDateFrom,          // of the custom time range, as year * 10,000 + month * 100 + day
-  kDateTo,
+  kFirstDay,          // of the custom time range, as year * 10,000 + month * 100 + day
+  kLastDay,
   kEditorSelection,  // of the rename editor: first unit + 65536 * end; -1: no editor
   kAsksForMedia,     // the system may ask the user for a disk
   kIconSize,         // in pixels; argument: 0 in the title bar, 1 on the taskbar

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "canvas/canvas.h"
+#include "canvas/line_marks.h"
 #include "shell/win32/gdi/gdi.h"
 #include "shell/win32/gdi/gdi_fonts.h"
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "canvas/line_marks.h"
+
 namespace quilmark {
 
 // True if the units need not stand in the order of the screen: Hebrew, Arabic and their neighbours.

@@ -67,6 +67,7 @@ ViewContext ControlWindow::Context() const {
           .client = FromRECT(client),
           .palette = palette_,
           .fonts = fonts_,
+          .window = asked_,
           .hasFocus = GetFocus() == window_};
 }
 

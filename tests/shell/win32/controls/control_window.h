@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "config/palette.h"
+#include "shell/view/silent_window.h"
 #include "shell/win32/controls/native_controls.h"
 
 namespace quilmark {
@@ -44,6 +45,7 @@ class ControlWindow : public ControlHost {
   GdiFonts fonts_;
   HWND window_ = nullptr;
   std::vector<ControlEvent> events_;
+  mutable SilentWindow asked_;
   mutable std::vector<ControlPicture> pictures_;
 };
 
