@@ -24,7 +24,7 @@ class ControlWindow : public ControlHost {
 
   ViewContext Context() const override;
   const GdiFonts& Fonts() const override { return fonts_; }
-  bool IsDark() const override { return false; }
+  bool IsDark() const override { return true; }
   bool OnControl(const ControlEvent& event) override;
   void PaintControl(Canvas& canvas, const ControlPicture& control) const override;
 
@@ -41,7 +41,7 @@ class ControlWindow : public ControlHost {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
   uint32_t dpi_;
-  Palette palette_ = ThemeDefaults(false);
+  Palette palette_ = ThemeDefaults(true);
   GdiFonts fonts_;
   HWND window_ = nullptr;
   std::vector<ControlEvent> events_;

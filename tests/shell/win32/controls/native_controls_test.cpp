@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "canvas/scale.h"
 #include "shell/win32/controls/control_window.h"
 #include "shell/win32/controls/controls.h"
@@ -19,7 +21,7 @@ std::vector<ControlSpec> OneOfEach() {
            .id = kChoice,
            .items = {u"all", u"small", u"large"},
            .chosen = 1,
-           .listWidth = 160},
+           .listWidth = 240},
           {.kind = ControlKind::kSearchBox, .id = kBox, .isEnabled = false, .longest = 12},
           {.kind = ControlKind::kEdit, .id = kRange, .text = u"1-7", .longest = 127},
           {.kind = ControlKind::kDay, .id = kFrom, .day = 20'250'314},
@@ -115,7 +117,7 @@ TEST_F(NativeControlsTest, StandWhereTheyAreTold) {
     EXPECT_EQ(ClientRectOf(At(place.id)).bottom, Height(place.place));
     EXPECT_TRUE(window.controls.IsEnabled(place.id));
   }
-  EXPECT_EQ(SendMessageW(At(kChoice), CB_GETDROPPEDWIDTH, 0, 0), 160);
+  EXPECT_EQ(SendMessageW(At(kChoice), CB_GETDROPPEDWIDTH, 0, 0), 240);
   ExpectTold({});
 }
 
@@ -310,6 +312,35 @@ TEST_F(NativeControlsTest, TellNothingOfWhatTheProgramWrites) {
   EXPECT_EQ(window.TakeEvents().size(), 1u);
 }
 
+// Not every system keeps quiet of what is written by a message.
+LRESULT CALLBACK TellAllTheSame(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR code,
+                                DWORD_PTR) {
+  const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
+  const int id = GetDlgCtrlID(control);
+  if (message == DTM_SETSYSTEMTIME) {
+    const NMHDR notice = {control, static_cast<UINT_PTR>(id), static_cast<UINT>(DTN_DATETIMECHANGE)};
+    SendMessageW(GetParent(control), WM_NOTIFY, notice.idFrom, reinterpret_cast<LPARAM>(&notice));
+  }
+  if (message == WM_SETTEXT || message == CB_SETCURSEL) {
+    SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code),
+                 reinterpret_cast<LPARAM>(control));
+  }
+  return result;
+}
+
+TEST_F(NativeControlsTest, TellNothingOfWhatASystemTellsAllTheSame) {
+  Place();
+  SetWindowSubclass(At(kBox), TellAllTheSame, EN_CHANGE, 0);
+  SetWindowSubclass(At(kChoice), TellAllTheSame, CBN_SELCHANGE, 0);
+  SetWindowSubclass(At(kFrom), TellAllTheSame, 0, 0);
+  window.controls.SetText(kBox, u"a search");
+  window.controls.SetItems(kChoice, {u"one", u"two"}, 1);
+  window.controls.SetDay(kFrom, 20'241'231);
+  ExpectTold({});
+  SendMessageW(At(kChoice), CB_SETCURSEL, 0, 0);
+  EXPECT_EQ(window.TakeEvents().size(), 1u);
+}
+
 TEST_F(NativeControlsTest, KeepTheCaretWhereTheTextIsTheSame) {
   Place();
   window.controls.SetText(kBox, u"a search");
@@ -415,15 +446,28 @@ HWND ListOf(HWND combo) {
   return info.hwndList;
 }
 
+// What the list paints where no item stands.
+Color GroundOf(HWND list) {
+  const WindowDc screen(list);
+  const UniqueMemoryDc dc(CreateCompatibleDC(screen.Get()));
+  const UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), 4, 4));
+  const SelectScope selected(dc.Get(), bitmap.Get());
+  SendMessageW(list, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.Get()), 0);
+  return GetPixel(dc.Get(), 2, 2);
+}
+
 TEST_F(NativeControlsTest, DropTheirListDown) {
   Place();
-  const auto cycle = [this] {
+  const HWND list = ListOf(At(kChoice));
+  const auto cycle = [this, list] {
     SendMessageW(At(kChoice), CB_SHOWDROPDOWN, TRUE, 0);
     DispatchAll();
-    EXPECT_TRUE(IsWindowVisible(ListOf(At(kChoice))));
+    EXPECT_TRUE(IsWindowVisible(list));
+    EXPECT_EQ(GroundOf(list), window.Context().palette.editWell);
     SendMessageW(At(kChoice), CB_SHOWDROPDOWN, FALSE, 0);
     DispatchAll();
-    EXPECT_FALSE(IsWindowVisible(ListOf(At(kChoice))));
+    EXPECT_FALSE(IsWindowVisible(list));
+    EXPECT_NE(GroundOf(list), window.Context().palette.editWell);
   };
   for (int warm = 0; warm < 5; ++warm) cycle();
   const int64_t former = CountGdiObjects();
@@ -446,6 +490,16 @@ TEST_F(NativeControlsTest, DropTheirCalendarDown) {
   SendMessageW(At(kFrom), WM_LBUTTONDOWN, MK_LBUTTON, button);
   SendMessageW(At(kFrom), WM_LBUTTONUP, 0, button);
   DispatchAll();
+}
+
+TEST_F(NativeControlsTest, SayHowHighRowsAre) {
+  window.TakeScale(144);
+  for (const auto& [row, height] : {std::pair(UINT{0}, 42u), std::pair(static_cast<UINT>(-1), 54u)}) {
+    MEASUREITEMSTRUCT item = {.CtlType = ODT_COMBOBOX, .CtlID = kChoice, .itemID = row};
+    EXPECT_EQ(window.controls.TakeMessage(WM_MEASUREITEM, kChoice, reinterpret_cast<LPARAM>(&item)),
+              TRUE);
+    EXPECT_EQ(item.itemHeight, height);
+  }
 }
 
 TEST_F(NativeControlsTest, TakeOnlyMessagesOfTheirOwn) {
