@@ -142,6 +142,7 @@ TEST_F(ListViewTest, AThumbIsHeldUntilItIsLetGoOf) {
   EXPECT_EQ(press.effects.capture, Capture::kTake);
   EXPECT_EQ(press.bar, Bar::kVertical);
   EXPECT_EQ(press.row, -1);
+  EXPECT_EQ(Painted(stage.client).drawn.back().color, stage.Bars().heldThumb);
   const Effects moved = list.Move({-500, thumb.y + 60});  // however far beside the bar
   EXPECT_EQ(moved.dirty, list.Area());
   EXPECT_TRUE(moved.syncsBars);
@@ -329,6 +330,10 @@ TEST_F(ListViewTest, KeepsTheSameRowsInViewAtAnotherScale) {
       EXPECT_EQ(list.RowAt({5, 40}), 8'000'000) << pitch << " back from " << to;
     }
   }
+  Style({});
+  list.ScrollTo(50);
+  list.Rescale(96, 192);
+  EXPECT_EQ(list.scrollY, 100) << "and the same part of a row";
   list.scrollX = 100;
   list.Rescale(0, 144);  // 0 counts as 96
   EXPECT_EQ(list.scrollX, 150);
