@@ -9,17 +9,23 @@ namespace quilmark {
 
 namespace {
 
-constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+UINT FormatOf(const TextStyle& style) {
+  constexpr UINT kAligns[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
+  constexpr UINT kCuts[] = {DT_END_ELLIPSIS, DT_PATH_ELLIPSIS};
+  return DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | kAligns[static_cast<size_t>(style.align)] |
+         kCuts[static_cast<size_t>(style.cut)];
+}
 
-// What of a line is shown, with an ellipsis where the end does not fit.
-std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text) {
+// What of a line is shown, with an ellipsis where it does not fit.
+std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text, const TextStyle& style) {
   constexpr size_t kRoomForEllipsis = 4;
   std::u16string shown(text);
   shown.resize(text.size() + kRoomForEllipsis);
   const int saved = SaveDC(dc);
   IntersectClipRect(dc, 0, 0, 0, 0);  // to be told is all: it is drawn in another way
   RECT place = ToRECT(rect);
-  DrawTextW(dc, Wide(shown.data()), static_cast<int>(text.size()), &place, kOneLine | DT_MODIFYSTRING);
+  DrawTextW(dc, Wide(shown.data()), static_cast<int>(text.size()), &place,
+            FormatOf(style) | DT_MODIFYSTRING);
   RestoreDC(dc, saved);
   return shown.c_str();
 }
@@ -81,8 +87,7 @@ void GdiCanvas::Text(const Rect& rect, std::u16string_view text, const TextStyle
 void GdiCanvas::Line(const Rect& rect, std::u16string_view text, const TextStyle& style) const {
   SetTextColor(dc_, style.color);
   RECT place = ToRECT(rect);
-  const UINT align = style.align == Align::kCentre ? DT_CENTER : DT_LEFT;
-  DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, kOneLine | align);
+  DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, FormatOf(style));
 }
 
 template <typename DrawIt>
@@ -116,7 +121,7 @@ void GdiCanvas::MixedText(const Rect& rect, std::u16string_view text, const Text
                           const Marks& marks) {
   // The system takes texts for wider that it draws in other fonts.
   const bool fits = fonts_.WidthOf(style.font, text) <= Width(rect);
-  const std::u16string shown = fits ? std::u16string(text) : ShownPart(dc_, rect, text);
+  const std::u16string shown = fits ? std::u16string(text) : ShownPart(dc_, rect, text, style);
   const MixedLine line(dc_, shown);
   if (!line.IsReady()) return Line(rect, text, style);
   const auto spans = line.SpansOf(RangesOfLine(marks.ranges, 0, ShownUnits(text, shown)));
