@@ -2,7 +2,9 @@
 // it takes nothing from the heap.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
+#include <vector>
 
 #include "shell/allocation_count.h"
 #include "shell/list/list_stage.h"
@@ -104,17 +106,17 @@ TEST(ListDirt, IsTwoRowsForAMouseThatGoesFromOneToTheNext) {
   EXPECT_EQ(painted.rows.painted, 2);
 }
 
+// Operator new[] may take what it gives from operator new: both count then.
 TEST(AllocationCount, CountsAllocations) {
-  size_t counted = 0;
-  {
+  const auto counted = [](const std::function<void()>& take) {
     const AllocationCount count;
-    ::operator delete(::operator new(1));
-    ::operator delete[](::operator new[](1));
-    const std::vector<int> some(3);
-    counted = count.Value();
-  }
-  ::operator delete(::operator new(1));
-  EXPECT_EQ(counted, 3u);
+    take();
+    return count.Value();
+  };
+  EXPECT_EQ(counted([] {}), 0u);
+  EXPECT_EQ(counted([] { ::operator delete(::operator new(1)); }), 1u);
+  EXPECT_GE(counted([] { ::operator delete[](::operator new[](1)); }), 1u);
+  EXPECT_EQ(counted([] { const std::vector<int> some(3); }), 1u);
 }
 
 TEST(ListView, TakesNothingFromTheHeapOnceItWasPainted) {

@@ -79,6 +79,30 @@ int PaintBadge(Canvas& canvas, const ViewContext& context, const Rect& row, uint
   return badge.right;
 }
 
+struct SpaceColors {
+  Color letters, muted;
+};
+
+// Two lines: the name, and its kind beside a bar of its share.
+void PaintNameAndKind(Canvas& canvas, const ViewContext& context, const Rect& at, const SpaceRow& data,
+                      const SpaceColors& colors) {
+  constexpr int kTop = 3, kGap = 8, kBar = 4;
+  const int top = at.top + context.Scaled(kTop);
+  const int middle = top + context.fonts.LineHeight(FontRole::kList);
+  PutText(canvas, {at.left, top, at.right, middle}, data.name, {.color = colors.letters});
+  const std::u16string_view kind = data.isDirectory ? u"folder" : u"file";
+  const int below = middle + context.fonts.LineHeight(FontRole::kSmall);
+  const int kindEnd = at.left + context.fonts.WidthOf(FontRole::kSmall, kind);
+  PutText(canvas, {at.left, middle, std::min(kindEnd, at.right), below}, kind,
+          {.font = FontRole::kSmall, .color = colors.muted});
+  const int barTop = (middle + below - context.Scaled(kBar)) / 2;
+  const Rect track = {kindEnd + context.Scaled(kGap), barTop, at.right, barTop + context.Scaled(kBar)};
+  const int filled = static_cast<int>(Width(track) * std::min(data.percent, 100.0) / 100);
+  const Palette& palette = context.palette;
+  PaintShare(canvas, context, track, filled, MixColor(palette.cardBackground, palette.surface, 75),
+             data.slice);
+}
+
 }  // namespace
 
 SpaceRow SpaceRows::RowOf(uint64_t row) const {
@@ -94,7 +118,7 @@ SpaceRow SpaceRows::RowOf(uint64_t row) const {
 
 void SpaceRows::PaintRead(Canvas& canvas, uint64_t row, const SpaceRow& data, const RowPlace& place,
                           const ViewContext& context) const {
-  constexpr int kInset = 10, kChip = 10, kGap = 8, kSize = 80, kShare = 58, kTop = 3, kBar = 4;
+  constexpr int kInset = 10, kChip = 10, kGap = 8, kSize = 80, kShare = 58;
   const auto scaled = [&](int n) { return context.Scaled(n); };
   const Palette& palette = context.palette;
   const Rect& at = place.row;
@@ -102,31 +126,21 @@ void SpaceRows::PaintRead(Canvas& canvas, uint64_t row, const SpaceRow& data, co
                        : place.isHovered ? MixColor(palette.cardBackground, palette.accent, 88)
                                          : palette.cardBackground;
   if (ground != palette.cardBackground) canvas.Fill(at, ground);
-  const Color letters = ReadableOn(ground, palette.text), muted = ReadableOn(ground, palette.mutedFixed);
+  const SpaceColors colors = {ReadableOn(ground, palette.text), ReadableOn(ground, palette.mutedFixed)};
 
-  const int chipTop = (at.top + at.bottom - scaled(kChip)) / 2, chipLeft = at.left + scaled(kInset);
-  canvas.FillRound({chipLeft, chipTop, chipLeft + scaled(kChip), chipTop + scaled(kChip)}, scaled(3),
-                   data.slice);
+  const int top = (at.top + at.bottom - scaled(kChip)) / 2;
+  const Rect chip = {at.left + scaled(kInset), top, at.left + scaled(kInset) + scaled(kChip),
+                     top + scaled(kChip)};
+  canvas.FillRound(chip, scaled(3), data.slice);
   const int right = at.right - scaled(kInset), sizeLeft = right - scaled(kSize),
             shareLeft = sizeLeft - scaled(kShare);
-  PutText(canvas, {std::max(sizeLeft, chipLeft + scaled(kChip)), at.top, right, at.bottom}, data.size,
-          {.color = letters, .align = Align::kRight});
-  PutText(canvas, {std::max(shareLeft, chipLeft + scaled(kChip)), at.top, sizeLeft, at.bottom},
-          data.share, {.color = muted, .align = Align::kRight});
-
-  const int left = chipLeft + scaled(kChip) + scaled(kGap), end = shareLeft - scaled(kGap);
-  const int middle = at.top + scaled(kTop) + context.fonts.LineHeight(FontRole::kList);
-  PutText(canvas, {left, at.top + scaled(kTop), end, middle}, data.name, {.color = letters});
-  const std::u16string_view kind = data.isDirectory ? u"folder" : u"file";
-  const int below = middle + context.fonts.LineHeight(FontRole::kSmall);
-  const int kindEnd = left + context.fonts.WidthOf(FontRole::kSmall, kind);
-  PutText(canvas, {left, middle, std::min(kindEnd, end), below}, kind,
-          {.font = FontRole::kSmall, .color = muted});
-  const int barTop = (middle + below - scaled(kBar)) / 2;
-  const Rect track = {kindEnd + scaled(kGap), barTop, end, barTop + scaled(kBar)};
-  const int filled = static_cast<int>(Width(track) * std::min(data.percent, 100.0) / 100);
-  PaintShare(canvas, context, track, filled, MixColor(palette.cardBackground, palette.surface, 75),
-             data.slice);
+  PutText(canvas, {std::max(sizeLeft, chip.right), at.top, right, at.bottom}, data.size,
+          {.color = colors.letters, .align = Align::kRight});
+  PutText(canvas, {std::max(shareLeft, chip.right), at.top, sizeLeft, at.bottom}, data.share,
+          {.color = colors.muted, .align = Align::kRight});
+  PaintNameAndKind(canvas, context,
+                   {chip.right + scaled(kGap), at.top, shareLeft - scaled(kGap), at.bottom}, data,
+                   colors);
 }
 
 GroupRow GroupRows::RowOf(uint64_t row) const {

@@ -254,52 +254,61 @@ TEST(RowGridProperty, AThumbStaysOnItsTrackAndItsWayLeadsBack) {
   }
 }
 
+constexpr int64_t kOffsets[] = {0, 1, -1, kMostInt, kLeastInt, kFar64, kBack64, 1'000'000'007};
+constexpr uint64_t kCounts[] = {0, 1, 12, 10'000'000, kAll / 2 + 1, kAll};
+
+void ExpectSpan(const RowSpan& span, uint64_t count) {
+  ASSERT_LE(span.first, span.end);
+  ASSERT_LE(span.end, count);
+}
+
+void ExpectBar(const std::optional<Scrollbar>& bar, Bar kind, int64_t limit) {
+  if (!bar) return;
+  ASSERT_EQ(Intersection(bar->thumb, bar->track), bar->thumb);
+  for (const int cursor : {kLeastInt, bar->track.top, bar->track.right, kMostInt}) {
+    const int64_t offset = OffsetUnder(*bar, kind, cursor, limit);
+    ASSERT_EQ(std::clamp<int64_t>(offset, 0, limit), offset);
+  }
+}
+
+void ExpectAnswers(const RowGrid& grid, int64_t scrollY, uint64_t count) {
+  const int64_t limit = ScrollLimit(grid, count);
+  ASSERT_GE(limit, 0);
+  ASSERT_EQ(ClampScroll(grid, scrollY, count), std::clamp<int64_t>(scrollY, 0, limit));
+  ExpectSpan(RowsToPaint(grid, scrollY, count), count);
+  ExpectSpan(RowsWithin(grid, scrollY, count, {-70'000, -70'000, 130'000, 130'000}), count);
+  for (const uint64_t row : {uint64_t{0}, count, count / 2, kAll}) {
+    const Rect place = PlaceOfRow(grid, scrollY, row);
+    ASSERT_LE(place.left, place.right);
+    ASSERT_LT(place.top, place.bottom);
+  }
+  const int64_t row = RowAt(grid, scrollY, count, {grid.rows.left, grid.rows.top});
+  ASSERT_TRUE(row == -1 || static_cast<uint64_t>(row) < count);
+  ExpectBar(VerticalBar(grid, scrollY, count), Bar::kVertical, limit);
+  const auto scrollX = static_cast<int>(std::clamp<int64_t>(scrollY, kLeastInt, kMostInt));
+  ExpectBar(HorizontalBar(grid, scrollX), Bar::kHorizontal, HorizontalLimit(grid));
+}
+
 // Whatever it is asked, it answers with something that can be drawn and read.
 TEST(RowGridProperty, IsTotal) {
   Draw draw(5);
-  const auto any = [&](int least) { return std::array{least, 0, 1, 7, draw.Int(least, 60'000)}; };
+  const auto any = [&](int least) {
+    const int all[] = {least, 0, 1, 7, draw.Int(least, 60'000)};
+    return all[draw.Int(0, 4)];
+  };
   for (int i = 0; i < 2'000; ++i) {
-    const auto lengths = any(-1'000), sizes = any(-60'000);
-    const auto one = [&](const auto& of) { return of[static_cast<size_t>(draw.Int(0, 4))]; };
-    const int left = one(sizes), top = one(sizes);
-    const RowGrid grid{.rows = {left, top, left + one(sizes), top + one(sizes)},
-                       .pitch = one(lengths),
-                       .cellWidth = one(lengths),
-                       .contentWidth = draw.Int(0, 1) == 0 ? one(sizes) : kMostInt,
-                       .bar = one(lengths),
-                       .leastThumb = one(lengths),
-                       .slack = one(lengths)};
-    const uint64_t counts[] = {0, 1, 12, 10'000'000, kAll / 2 + 1, kAll};
-    const int64_t offsets[] = {0, 1, -1, kMostInt, kLeastInt, kFar64, kBack64, 1'000'000'007};
-    for (const uint64_t count : counts) {
-      const int64_t limit = ScrollLimit(grid, count);
-      ASSERT_GE(limit, 0);
-      for (const int64_t scrollY : offsets) {
-        ASSERT_EQ(ClampScroll(grid, scrollY, count), std::clamp<int64_t>(scrollY, 0, limit));
-        const RowSpan inView = RowsToPaint(grid, scrollY, count);
-        ASSERT_LE(inView.first, inView.end);
-        ASSERT_LE(inView.end, count);
-        const RowSpan all = RowsWithin(grid, scrollY, count, {-70'000, -70'000, 130'000, 130'000});
-        ASSERT_LE(all.first, all.end);
-        ASSERT_LE(all.end, count);
-        for (const uint64_t row : {uint64_t{0}, count, count / 2, kAll}) {
-          const Rect place = PlaceOfRow(grid, scrollY, row);
-          ASSERT_LE(place.left, place.right);
-          ASSERT_LT(place.top, place.bottom);
-        }
-        ASSERT_LT(RowAt(grid, scrollY, count, {left, top}),
-                  static_cast<int64_t>(std::min(count, kAll / 2)));
-        if (const auto bar = VerticalBar(grid, scrollY, count)) {
-          ASSERT_EQ(Intersection(bar->thumb, bar->track), bar->thumb);
-          for (const int cursor : {kLeastInt, bar->track.top, bar->track.bottom, kMostInt}) {
-            const int64_t offset = OffsetUnder(*bar, Bar::kVertical, cursor, limit);
-            ASSERT_EQ(ClampScroll(grid, offset, count), offset);
-          }
-        }
-        const int scrollX = static_cast<int>(std::clamp<int64_t>(scrollY, kLeastInt, kMostInt));
-        if (const auto bar = HorizontalBar(grid, scrollX)) {
-          ASSERT_EQ(Intersection(bar->thumb, bar->track), bar->thumb);
-        }
+    const int left = any(-60'000), top = any(-60'000);
+    const RowGrid grid{.rows = {left, top, left + any(-60'000), top + any(-60'000)},
+                       .pitch = any(-1'000),
+                       .cellWidth = any(-1'000),
+                       .contentWidth = draw.Int(0, 1) == 0 ? any(-60'000) : kMostInt,
+                       .bar = any(-1'000),
+                       .leastThumb = any(-1'000),
+                       .slack = any(-1'000)};
+    for (const uint64_t count : kCounts) {
+      for (const int64_t scrollY : kOffsets) {
+        ExpectAnswers(grid, scrollY, count);
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << i << ": " << count << " rows at " << scrollY;
       }
     }
   }

@@ -90,14 +90,16 @@ void GdiCanvas::Line(const Rect& rect, std::u16string_view text, const TextStyle
   DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, FormatOf(style));
 }
 
-template <typename DrawIt>
-void GdiCanvas::DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans, const TextStyle& style,
+// Takes nothing from the heap: rows with hits are drawn at each turn of the wheel.
+template <typename SpanOf, typename DrawIt>
+void GdiCanvas::DrawMarked(const Rect& rect, size_t spans, SpanOf spanOf, const TextStyle& style,
                            const Marks& marks, DrawIt draw) {
   const CanvasClip clip(*this, rect);
   const int height = fonts_.LineHeight(style.font), top = (rect.top + rect.bottom - height) / 2;
   draw(top, style.color);
   // Drawn once more and cut out, so that both stand on the same pixels.
-  for (const PixelSpan& span : spans) {
+  for (size_t i = 0; i < spans; ++i) {
+    const PixelSpan span = spanOf(i);
     const Rect place = {rect.left + span.left, top, rect.left + span.right, top + height};
     const CanvasClip one(*this, place);
     Fill(place, marks.ground);
@@ -107,12 +109,12 @@ void GdiCanvas::DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans
 
 void GdiCanvas::MarkedLine(const Rect& rect, std::u16string_view text, const TextStyle& style,
                            const Marks& marks) {
-  std::vector<PixelSpan> spans;
-  for (const TextRange& hit : marks.ranges) {
-    spans.push_back({fonts_.WidthOf(style.font, text.substr(0, hit.begin)),
-                     fonts_.WidthOf(style.font, text.substr(0, hit.begin + hit.length))});
-  }
-  DrawMarked(rect, spans, style, marks,
+  const auto spanOf = [&](size_t mark) {
+    const TextRange& hit = marks.ranges[mark];
+    return PixelSpan{fonts_.WidthOf(style.font, text.substr(0, hit.begin)),
+                     fonts_.WidthOf(style.font, text.substr(0, hit.begin + hit.length))};
+  };
+  DrawMarked(rect, marks.ranges.size(), spanOf, style, marks,
              [&](int, Color color) { Line(rect, text, {.font = style.font, .color = color}); });
 }
 
@@ -125,7 +127,8 @@ void GdiCanvas::MixedText(const Rect& rect, std::u16string_view text, const Text
   const MixedLine line(dc_, shown);
   if (!line.IsReady()) return Line(rect, text, style);
   const auto spans = line.SpansOf(RangesOfLine(marks.ranges, 0, ShownUnits(text, shown)));
-  DrawMarked(rect, spans, style, marks, [&](int top, Color color) {
+  const auto spanOf = [&](size_t span) { return spans[span]; };
+  DrawMarked(rect, spans.size(), spanOf, style, marks, [&](int top, Color color) {
     SetTextColor(dc_, color);
     line.Draw(rect.left, top);
   });

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "shell/allocation_count.h"
+
 namespace quilmark {
 namespace {
 
@@ -45,7 +47,16 @@ class Picture {
     }
     return columns;
   }
-  const GdiFonts& Fonts() const { return fonts_; }
+  // What the drawing of a picture takes from the heap.
+  size_t AllocationsOf(std::u16string_view text, const TextStyle& style, const Marks& marks) {
+    const SelectScope selected(dc_.Get(), bitmap_.Get());
+    const AllocationCount count;
+    GdiCanvas canvas(dc_.Get(), fonts_, {0, 0, kWidth, kHeight});
+    const CanvasClip clip(canvas, {0, 0, kWidth, kHeight});
+    canvas.FillRound(kPlace, 8, kLetters);
+    canvas.Text(kPlace, text, style, marks);
+    return count.Value();
+  }
 
  private:
   GdiFonts fonts_;
@@ -102,15 +113,16 @@ TEST_F(GdiCanvasText, APathThatDoesNotFitKeepsItsLastPart) {
   const auto alone = picture.Of(name, {.color = kLetters});
   const PixelSpan inkAlone = InkOf(alone);
   const int width = inkAlone.right - inkAlone.left;
-  EXPECT_EQ(Part(path, {ink.right - width, ink.right}), Part(alone, inkAlone));
+  EXPECT_TRUE(Part(path, {ink.right - width, ink.right}) == Part(alone, inkAlone));
   const auto atEnd =
       picture.Of(u"C:\\Users\\somebody\\Documents\\of the year\\annals.docx", {.color = kLetters});
   const PixelSpan inkAtEnd = InkOf(atEnd);
-  EXPECT_NE(Part(atEnd, {inkAtEnd.right - width, inkAtEnd.right}), Part(alone, inkAlone));
+  EXPECT_FALSE(Part(atEnd, {inkAtEnd.right - width, inkAtEnd.right}) == Part(alone, inkAlone));
 }
 
 TEST_F(GdiCanvasText, APathThatFitsIsWhole) {
-  EXPECT_EQ(Path(u"C:\\docs\\annals.docx"), picture.Of(u"C:\\docs\\annals.docx", {.color = kLetters}));
+  EXPECT_TRUE(Path(u"C:\\docs\\annals.docx") ==
+              picture.Of(u"C:\\docs\\annals.docx", {.color = kLetters}));
 }
 
 TEST_F(GdiCanvasText, APathStaysInItsPlaceHoweverNarrowThatIs) {
@@ -127,6 +139,17 @@ TEST_F(GdiCanvasText, APathStaysInItsPlaceHoweverNarrowThatIs) {
       EXPECT_LE(ink.right, place.right) << width;
     }
   }
+}
+
+TEST_F(GdiCanvasText, TakesNothingFromTheHeap) {
+  const std::u16string_view text = u"C:\\Users\\somebody\\Documents\\of the year\\资料.docx";
+  const TextRange hits[] = {{3, 5}, {9, 8}, {40, 2}};
+  const Marks marks{.ranges = hits, .ground = kGround, .text = kLetters};
+  picture.AllocationsOf(text, {}, marks);  // the fonts are measured on a context of their own
+  EXPECT_EQ(picture.AllocationsOf(text, {}, {}), 0u);
+  EXPECT_EQ(picture.AllocationsOf(text, {}, marks), 0u);
+  EXPECT_EQ(picture.AllocationsOf(text, {.align = Align::kRight}, {}), 0u);
+  EXPECT_EQ(picture.AllocationsOf(text, {.cut = Cut::kPath}, {}), 0u);
 }
 
 }  // namespace
