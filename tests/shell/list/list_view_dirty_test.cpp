@@ -16,7 +16,7 @@ namespace {
 class PaintedList {
  public:
   explicit PaintedList(const ListStyle& style, int contentWidth = 0) : list(rows, style) {
-    list.Place({20, 30, 280, 190}, contentWidth, stage.Context());
+    list.Place({10, 15, 140, 100}, contentWidth, stage.Context());
     canvas_.width = stage.client.right;
     Paint(stage.client, shown);
   }
@@ -31,10 +31,10 @@ class PaintedList {
   }
   void PaintDirty(const Effects& effects) { Paint(effects.dirty, shown); }
 
-  ListStage stage{.client = {0, 0, 300, 210}};
+  ListStage stage{.client = {0, 0, 160, 120}};
   NumberedRows rows;
   ListView list;
-  std::vector<Color> shown = std::vector<Color>(300 * 210);
+  std::vector<Color> shown = std::vector<Color>(160 * 120);
 
  private:
   void Paint(const Rect& place, std::vector<Color>& pixels) {
@@ -52,12 +52,12 @@ Effects AnyEvent(ListView& list, std::mt19937& random) {
   const auto any = [&](int least, int most) {
     return std::uniform_int_distribution<int>(least, most)(random);
   };
-  const Point at = {any(0, 299), any(0, 209)};
+  const Point at = {any(0, 159), any(0, 119)};
   switch (any(0, 9)) {
     case 0:
       return list.Press(at).effects;
     case 1:
-      return list.Press({any(280, 290), any(30, 190)}).effects;
+      return list.Press({any(140, 150), any(15, 100)}).effects;
     case 2:
       return any(0, 1) == 0 ? list.Release() : list.Lose();
     case 3:
@@ -82,9 +82,9 @@ class ListDirt : public testing::TestWithParam<int> {};
 TEST_P(ListDirt, HoldsAllThatLooksDifferent) {
   constexpr ListStyle kStyles[] = {
       {.pitch = 22},
-      {.pitch = 60, .cell = 70},
+      {.pitch = 30, .cell = 40},
       {.pitch = 30, .notchLines = 3, .bar = 11, .barTakesRoom = true, .trackDrags = true}};
-  PaintedList painted(kStyles[GetParam()], 500);
+  PaintedList painted(kStyles[GetParam()], 300);
   std::mt19937 random(static_cast<uint32_t>(GetParam()));
   for (int i = 0; i < 400; ++i) {
     ASSERT_EQ(painted.WrongAfter(AnyEvent(painted.list, random)), 0u) << i;
@@ -98,9 +98,9 @@ INSTANTIATE_TEST_SUITE_P(Styles, ListDirt, testing::Values(0, 1, 2));
 
 TEST(ListDirt, IsTwoRowsForAMouseThatGoesFromOneToTheNext) {
   PaintedList painted({.pitch = 22});
-  painted.list.Move({30, 40});
-  const Rect dirty = painted.list.Move({30, 60}).dirty;
-  EXPECT_EQ(dirty, (Rect{20, 30, 280, 74}));
+  painted.list.Move({30, 20});
+  const Rect dirty = painted.list.Move({30, 40}).dirty;
+  EXPECT_EQ(dirty, (Rect{10, 15, 140, 59}));
   painted.rows.painted = 0;
   painted.PaintDirty({.dirty = dirty});
   EXPECT_EQ(painted.rows.painted, 2);
@@ -120,7 +120,7 @@ TEST(AllocationCount, CountsAllocations) {
 }
 
 TEST(ListView, TakesNothingFromTheHeapOnceItWasPainted) {
-  PaintedList painted({.pitch = 22}, 500);
+  PaintedList painted({.pitch = 22}, 300);
   std::mt19937 random(1);
   size_t taken = 0;
   for (int i = 0; i < 200; ++i) {
