@@ -179,16 +179,17 @@ Effects ListView::MoveThumb(Bar kind, Point cursor) {
 }
 
 ListPress ListView::Press(Point point) {
-  const Bar kind = BarAt(point);
-  if (kind == Bar::kNone) return {.row = RowAt(point)};
-  const auto bar = PlaceBar(Grid(), kind);
+  ListPress press{.effects = EndDrag(), .bar = BarAt(point)};  // of a button whose release got lost
+  if (press.bar == Bar::kNone) {
+    press.row = RowAt(point);
+    return press;
+  }
+  const auto bar = PlaceBar(Grid(), press.bar);
   const bool isOnThumb = Holds(bar->thumb, point);
-  ListPress press{.bar = kind};
-  if (!isOnThumb) press.effects = MoveThumb(kind, point);
+  if (!isOnThumb) press.effects.Join(MoveThumb(press.bar, point));
   if (isOnThumb || style_.trackDrags) {
-    dragBar = kind;
-    press.effects.capture = Capture::kTake;
-    press.effects.dirty = Union(press.effects.dirty, bar->track);
+    dragBar = press.bar;
+    press.effects.Join({.capture = Capture::kTake, .dirty = bar->track});
   }
   return press;
 }

@@ -86,7 +86,7 @@ TEST_P(ListDirt, HoldsAllThatLooksDifferent) {
       {.pitch = 30, .notchLines = 3, .bar = 11, .barTakesRoom = true, .trackDrags = true}};
   PaintedList painted(kStyles[GetParam()], 300);
   std::mt19937 random(static_cast<uint32_t>(GetParam()));
-  for (int i = 0; i < 400; ++i) {
+  for (int i = 0; i < 600; ++i) {
     ASSERT_EQ(painted.WrongAfter(AnyEvent(painted.list, random)), 0u) << i;
     const RowGrid grid = painted.list.Grid();
     ASSERT_EQ(painted.list.scrollY, ClampScroll(grid, painted.list.scrollY, painted.rows.count));
@@ -129,7 +129,7 @@ TEST(ListView, TakesNothingFromTheHeapOnceItWasPainted) {
     taken += count.Value();
   }
   EXPECT_EQ(taken, 0u);
-  EXPECT_GT(painted.rows.painted, 500) << "it was painted";
+  EXPECT_GT(painted.rows.painted, 200) << "it was painted";
 }
 
 }  // namespace

@@ -170,6 +170,14 @@ TEST_F(ListViewTest, ALostCaptureEndsADragAndReleasesNothing) {
   EXPECT_EQ(list.Lose().dirty, Rect());
 }
 
+TEST_F(ListViewTest, APressEndsADragWhoseReleaseGotLost) {
+  list.Press(MiddleOf(Vertical().thumb));
+  const ListPress press = list.Press(InRow(1));
+  EXPECT_EQ(press.row, 1);
+  EXPECT_EQ(press.effects.dirty, Vertical().track);
+  EXPECT_EQ(list.dragBar, Bar::kNone);
+}
+
 TEST_F(ListViewTest, APressBesideAThumbMovesItAndHoldsNothing) {
   const Rect track = Vertical().track;
   const ListPress press = list.Press({track.left + 2, track.bottom - 5});
