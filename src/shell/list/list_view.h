@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "canvas/canvas.h"
 #include "config/palette.h"
