@@ -99,6 +99,13 @@ if("search" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
   target_link_options(search_tests PRIVATE "LINKER:--wrap=$<IF:$<BOOL:${WIN32}>,_Znwy,_Znwm>")
 endif()
 
+# tests/shell/allocation_count.cpp counts what is taken from the heap.
+if("shell" IN_LIST tested_layers)
+  foreach(operator _Znw _Zna)
+    target_link_options(shell_tests PRIVATE "LINKER:--wrap=${operator}$<IF:$<BOOL:${WIN32}>,y,m>")
+  endforeach()
+endif()
+
 if("cli" IN_LIST tested_layers)
   target_compile_definitions(cli_tests PRIVATE QUILMARK_PROGRAM="$<TARGET_FILE:quilmark>")
   add_dependencies(cli_tests quilmark)

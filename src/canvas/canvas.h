@@ -12,12 +12,19 @@
 
 namespace quilmark {
 
-enum class Align : uint8_t { kLeft, kCentre };
+enum class Align : uint8_t { kLeft, kCentre, kRight };
+
+// What an ellipsis stands for where a line does not fit.
+enum class Cut : uint8_t {
+  kEnd,
+  kPath,  // folders within a path, so that its last part is seen
+};
 
 struct TextStyle {
   FontRole font = FontRole::kList;
   Color color = 0;
   Align align = Align::kLeft;
+  Cut cut = Cut::kEnd;
 };
 
 struct TextRange {
@@ -44,8 +51,8 @@ class Canvas {
   virtual void OutlineRound(const Rect& rect, int radius, Color color) = 0;
   virtual void FillPolygon(std::span<const Point> points, Color color) = 0;
 
-  // One line, vertically centred, with an ellipsis where its end does not fit. Marks: of a line that
-  // begins at the left.
+  // One line, vertically centred, with an ellipsis where it does not fit. Marks: of a line that begins
+  // at the left and is cut at its end.
   virtual void Text(const Rect& rect, std::u16string_view text, const TextStyle& style,
                     const Marks& marks = {}) = 0;
 

@@ -32,7 +32,9 @@ Rect InkIn(const Rect& place, std::u16string_view text, const TextStyle& style,
            const TextMeasure& fonts) {
   const int width = std::min(fonts.WidthOf(style.font, text), Width(place));
   const int height = fonts.LineHeight(style.font), top = (place.top + place.bottom - height) / 2;
-  const int left = style.align == Align::kCentre ? (place.left + place.right - width) / 2 : place.left;
+  const int left = style.align == Align::kLeft     ? place.left
+                   : style.align == Align::kCentre ? (place.left + place.right - width) / 2
+                                                   : place.right - width;
   return {left, top, left + width, top + height};
 }
 

@@ -9,17 +9,23 @@ namespace quilmark {
 
 namespace {
 
-constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+UINT FormatOf(const TextStyle& style) {
+  constexpr UINT kAligns[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
+  constexpr UINT kCuts[] = {DT_END_ELLIPSIS, DT_PATH_ELLIPSIS};
+  return DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | kAligns[static_cast<size_t>(style.align)] |
+         kCuts[static_cast<size_t>(style.cut)];
+}
 
-// What of a line is shown, with an ellipsis where the end does not fit.
-std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text) {
+// What of a line is shown, with an ellipsis where it does not fit.
+std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text, const TextStyle& style) {
   constexpr size_t kRoomForEllipsis = 4;
   std::u16string shown(text);
   shown.resize(text.size() + kRoomForEllipsis);
   const int saved = SaveDC(dc);
   IntersectClipRect(dc, 0, 0, 0, 0);  // to be told is all: it is drawn in another way
   RECT place = ToRECT(rect);
-  DrawTextW(dc, Wide(shown.data()), static_cast<int>(text.size()), &place, kOneLine | DT_MODIFYSTRING);
+  DrawTextW(dc, Wide(shown.data()), static_cast<int>(text.size()), &place,
+            FormatOf(style) | DT_MODIFYSTRING);
   RestoreDC(dc, saved);
   return shown.c_str();
 }
@@ -81,18 +87,19 @@ void GdiCanvas::Text(const Rect& rect, std::u16string_view text, const TextStyle
 void GdiCanvas::Line(const Rect& rect, std::u16string_view text, const TextStyle& style) const {
   SetTextColor(dc_, style.color);
   RECT place = ToRECT(rect);
-  const UINT align = style.align == Align::kCentre ? DT_CENTER : DT_LEFT;
-  DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, kOneLine | align);
+  DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, FormatOf(style));
 }
 
-template <typename DrawIt>
-void GdiCanvas::DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans, const TextStyle& style,
+// Takes nothing from the heap: rows with hits are drawn at each turn of the wheel.
+template <typename SpanOf, typename DrawIt>
+void GdiCanvas::DrawMarked(const Rect& rect, size_t spans, SpanOf spanOf, const TextStyle& style,
                            const Marks& marks, DrawIt draw) {
   const CanvasClip clip(*this, rect);
   const int height = fonts_.LineHeight(style.font), top = (rect.top + rect.bottom - height) / 2;
   draw(top, style.color);
   // Drawn once more and cut out, so that both stand on the same pixels.
-  for (const PixelSpan& span : spans) {
+  for (size_t i = 0; i < spans; ++i) {
+    const PixelSpan span = spanOf(i);
     const Rect place = {rect.left + span.left, top, rect.left + span.right, top + height};
     const CanvasClip one(*this, place);
     Fill(place, marks.ground);
@@ -102,12 +109,12 @@ void GdiCanvas::DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans
 
 void GdiCanvas::MarkedLine(const Rect& rect, std::u16string_view text, const TextStyle& style,
                            const Marks& marks) {
-  std::vector<PixelSpan> spans;
-  for (const TextRange& hit : marks.ranges) {
-    spans.push_back({fonts_.WidthOf(style.font, text.substr(0, hit.begin)),
-                     fonts_.WidthOf(style.font, text.substr(0, hit.begin + hit.length))});
-  }
-  DrawMarked(rect, spans, style, marks,
+  const auto spanOf = [&](size_t mark) {
+    const TextRange& hit = marks.ranges[mark];
+    return PixelSpan{fonts_.WidthOf(style.font, text.substr(0, hit.begin)),
+                     fonts_.WidthOf(style.font, text.substr(0, hit.begin + hit.length))};
+  };
+  DrawMarked(rect, marks.ranges.size(), spanOf, style, marks,
              [&](int, Color color) { Line(rect, text, {.font = style.font, .color = color}); });
 }
 
@@ -116,11 +123,12 @@ void GdiCanvas::MixedText(const Rect& rect, std::u16string_view text, const Text
                           const Marks& marks) {
   // The system takes texts for wider that it draws in other fonts.
   const bool fits = fonts_.WidthOf(style.font, text) <= Width(rect);
-  const std::u16string shown = fits ? std::u16string(text) : ShownPart(dc_, rect, text);
+  const std::u16string shown = fits ? std::u16string(text) : ShownPart(dc_, rect, text, style);
   const MixedLine line(dc_, shown);
   if (!line.IsReady()) return Line(rect, text, style);
   const auto spans = line.SpansOf(RangesOfLine(marks.ranges, 0, ShownUnits(text, shown)));
-  DrawMarked(rect, spans, style, marks, [&](int top, Color color) {
+  const auto spanOf = [&](size_t span) { return spans[span]; };
+  DrawMarked(rect, spans.size(), spanOf, style, marks, [&](int top, Color color) {
     SetTextColor(dc_, color);
     line.Draw(rect.left, top);
   });

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <vector>
 
 #include "canvas/canvas.h"
 #include "canvas/line_marks.h"
@@ -42,8 +41,8 @@ class GdiCanvas : public Canvas {
   void MarkedLine(const Rect& rect, std::u16string_view text, const TextStyle& style,
                   const Marks& marks);
   void MixedText(const Rect& rect, std::u16string_view text, const TextStyle& style, const Marks& marks);
-  template <typename DrawIt>
-  void DrawMarked(const Rect& rect, const std::vector<PixelSpan>& spans, const TextStyle& style,
+  template <typename SpanOf, typename DrawIt>
+  void DrawMarked(const Rect& rect, size_t spans, SpanOf spanOf, const TextStyle& style,
                   const Marks& marks, DrawIt draw);
 
   HDC dc_;
