@@ -25,9 +25,9 @@ struct ControlSpec {
   bool isEnabled = true;
   std::u16string text = {};                // of an edit or a tag
   size_t longest = 0;                      // units that an edit takes
+  int listWidth = 0;                       // of a combo, pixels at 96 dpi; 0: as wide as its field
   std::vector<std::u16string> items = {};  // of a combo
   int chosen = 0;                          // of a combo
-  int listWidth = 0;                       // of a combo, pixels at 96 dpi; 0: as wide as its field
   int day = 0;                             // as year * 10,000 + month * 100 + day; 0: none, or today
 };
 

@@ -152,6 +152,11 @@ TEST_F(WindowEvents, TheCloseButtonKeepsTheScopeOfAVolume) {
 
 TEST_F(WindowEvents, TheHotkeyHidesAVisibleWindow) {
   ToggleWindow(app, window);
+  EXPECT_EQ(window.calls, (Calls{"Hide", "TrimSelfInJob"}));
+  CurrentWindowSettings.globalTrimOnToggle = true;
+  window.calls.clear();
+  window.isVisible = true;
+  ToggleWindow(app, window);
   EXPECT_EQ(window.calls, (Calls{"Hide", "TrimSelfInJob", "TrimOthersInJob"}));
 }
 

@@ -10,6 +10,7 @@
 #include "canvas/table_measure.h"
 #include "shell/list/list_colors.h"
 #include "shell/list/list_view.h"
+#include "shell/view/silent_window.h"
 #include "support/recording_canvas.h"
 
 namespace quilmark {
@@ -21,9 +22,10 @@ struct ListStage {
   Rect client = {0, 0, 400, 300};
   Palette palette = ThemeDefaults(false);
   TableMeasure fonts{dpi, percent};
+  mutable SilentWindow window = {};
 
   ViewContext Context() const {
-    return {.dpi = dpi, .client = client, .palette = palette, .fonts = fonts};
+    return {.dpi = dpi, .client = client, .palette = palette, .fonts = fonts, .window = window};
   }
   int Scaled(int n) const { return ScaleFor(dpi, n); }
   BarColors Bars() const { return BarColorsOn(palette, palette.surface); }

@@ -19,9 +19,9 @@ constexpr int kBox = 101, kRange = 108, kChoice = 106, kFrom = 111, kFirst = 200
 std::vector<ControlSpec> OneOfEach() {
   return {{.kind = ControlKind::kCombo,
            .id = kChoice,
+           .listWidth = 240,
            .items = {u"all", u"small", u"large"},
-           .chosen = 1,
-           .listWidth = 240},
+           .chosen = 1},
           {.kind = ControlKind::kSearchBox, .id = kBox, .isEnabled = false, .longest = 12},
           {.kind = ControlKind::kEdit, .id = kRange, .text = u"1-7", .longest = 127},
           {.kind = ControlKind::kDay, .id = kFrom, .day = 20'250'314},
