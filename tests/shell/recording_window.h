@@ -66,6 +66,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     calls.push_back("SetItems " + std::to_string(id));
     items[id] = {all, chosen};
   }
+  void EnableControl(int id) override { calls.push_back("Enable " + std::to_string(id)); }
   void RedrawTags() override { calls.push_back("RedrawTags"); }
   std::optional<WindowPlacement> Placement() override {
     calls.push_back("Placement");

@@ -8,7 +8,6 @@
 #include "index/volume_life.h"
 #include "platform/format.h"
 #include "search/search_pipeline.h"
-#include "shell/app/routing.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/scope_items.h"
 #include "shell/search/search_keys.h"
@@ -35,9 +34,9 @@ Effects StartRetry(AppState& app, const ViewContext& context) {
 }
 
 // The box takes a text from now on.
-Effects EnableSearchBox(AppState& app) {
+void EnableSearchBox(AppState& app, const ViewContext& context) {
   app.search.isBoxEnabled = true;
-  return OfView(app, AppMode::kSearch, {.relayout = true});
+  context.window.EnableControl(kQueryBox);
 }
 
 Effects OnIndexState(AppState& app, const ViewContext& context, const PostedMessage& message) {
@@ -45,9 +44,7 @@ Effects OnIndexState(AppState& app, const ViewContext& context, const PostedMess
   WindowPort& window = context.window;
   RebuildScopeBox(app.search, context);
   window.SetTitle(TranslateOr(u"App_TitleMainLower", kMainTitle));
-  Effects effects = EnableSearchBox(app);
-  effects.isTaken = false;
-  effects.focus = Focus::kSearchBox;
+  EnableSearchBox(app, context);
   if (app.hiddenStart && !app.shownByUser && !window.IsVisible()) {
     app.firstSearchDeferred = true;
     SetStatusOf(
@@ -60,7 +57,7 @@ Effects OnIndexState(AppState& app, const ViewContext& context, const PostedMess
   }
   window.StartTimer(kTimerCacheAutosave, kAutosaveMs);
   if (app.hiddenStart) window.StartTimer(kTimerIdleTrim, kHiddenTrimMs);
-  return effects;
+  return {.isTaken = false, .focus = Focus::kSearchBox};
 }
 
 std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {
@@ -99,7 +96,7 @@ Effects OnVolumeLost(AppState& app, const ViewContext& context, const PostedMess
 
 Effects OnVolumesSynced(AppState& app, const ViewContext& context, const PostedMessage&) {
   if (!Engine().ready) RetrySyncLater(app, context.window);
-  const Effects effects = app.search.isBoxEnabled ? Effects() : EnableSearchBox(app);
+  if (!app.search.isBoxEnabled) EnableSearchBox(app, context);
   RebuildScopeBox(app.search, context);
   context.window.StartTimer(kTimerPrewarm, kAfterNewDiskPrewarmMs);
   if (app.search.boxText.empty()) {
@@ -109,7 +106,7 @@ Effects OnVolumesSynced(AppState& app, const ViewContext& context, const PostedM
   }
   SetStatusOf(context, u"Status_NewDiskDetected",
               u"A new disk was detected and the drive list was updated.");
-  return effects;
+  return {};
 }
 
 }  // namespace

@@ -33,6 +33,7 @@ struct WindowPort {
   // Of a control, which does not report what it is told here.
   virtual void SetText(int id, const std::u16string& text) = 0;
   virtual void SetItems(int id, const std::vector<std::u16string>& items, int chosen) = 0;
+  virtual void EnableControl(int id) = 0;
   virtual void RedrawTags() = 0;
 
   virtual std::optional<WindowPlacement> Placement() = 0;  // empty where the system does not say

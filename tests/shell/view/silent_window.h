@@ -12,6 +12,7 @@ struct SilentWindow : WindowPort {
   void SetStatus(const std::u16string&) override {}
   void SetText(int, const std::u16string&) override {}
   void SetItems(int, const std::vector<std::u16string>&, int) override {}
+  void EnableControl(int) override {}
   void RedrawTags() override {}
   std::optional<WindowPlacement> Placement() override { return std::nullopt; }
   bool IsVisible() override { return true; }

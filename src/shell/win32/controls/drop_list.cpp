@@ -1,5 +1,6 @@
 #include "shell/win32/controls/drop_list.h"
 
+#include "platform/win32/system_function.h"
 #include "shell/view/scrollbar.h"
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/gdi/gdi_canvas.h"

@@ -45,7 +45,7 @@ void Hide(HWND control) {
   ShowWindow(control, SW_HIDE);
 }
 
-void Enable(HWND control, bool isEnabled) {
+void SetEnabled(HWND control, bool isEnabled) {
   if ((IsWindowEnabled(control) != FALSE) == isEnabled) return;
   if (!isEnabled) GiveUpFocus(control);
   EnableWindow(control, isEnabled ? TRUE : FALSE);
@@ -86,7 +86,7 @@ void NativeControls::FillOne(const Control& control, const ControlSpec& spec) {
   if (HasText(spec.kind) && !spec.text.empty()) SetWindowTextW(control.window, Wide(spec.text));
   if (spec.kind == ControlKind::kCombo) FillCombo(control.window, spec.items, spec.chosen);
   if (spec.kind == ControlKind::kDay) quilmark::SetDay(control.window, spec.day);
-  Enable(control.window, spec.isEnabled);
+  SetEnabled(control.window, spec.isEnabled);
 }
 
 void NativeControls::Place(std::span<const ControlPlace> places) {
@@ -103,7 +103,7 @@ void NativeControls::Place(std::span<const ControlPlace> places) {
 }
 
 void NativeControls::PlaceOne(const Control& control, const ControlPlace& place) {
-  Enable(control.window, place.isEnabled);
+  SetEnabled(control.window, place.isEnabled);
   const uint32_t dpi = host_->Context().dpi;
   if (control.kind == ControlKind::kCombo) {
     PlaceCombo(control.window, {.field = place.place, .listWidth = control.listWidth}, dpi);
@@ -133,6 +133,10 @@ void NativeControls::SetDay(int id, int day) {
   if (field == nullptr) return;
   const SetScope writing(isWriting_);
   quilmark::SetDay(field->window, day);
+}
+
+void NativeControls::Enable(int id) {
+  if (const Control* const control = Find(id)) SetEnabled(control->window, true);
 }
 
 void NativeControls::RedrawTags() const {

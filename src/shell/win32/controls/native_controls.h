@@ -30,6 +30,7 @@ class NativeControls {
   void SetItems(int id, const std::vector<std::u16string>& items, int chosen);
   void SetDay(int id, int day);  // 0 changes nothing
 
+  void Enable(int id);
   void RedrawTags() const;
   // The host has other fonts: the former ones are no control's any more when it returns.
   void TakeFonts();

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/win32/system_function.h"
 #include "platform/win32/wide.h"
-#include "shell/win32/system/system_calls.h"
 
 namespace quilmark {
 

@@ -17,8 +17,8 @@
 #include "platform/text_file.h"
 #include "platform/utf.h"
 #include "platform/win32/guarded_write.h"
+#include "platform/win32/system_function.h"
 #include "platform/win32/wide.h"
-#include "shell/win32/system/system_calls.h"
 
 namespace quilmark {
 

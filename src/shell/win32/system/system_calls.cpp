@@ -1,6 +1,7 @@
 #include "shell/win32/system/system_calls.h"
 
 #include "platform/win32/file_handle.h"
+#include "platform/win32/system_function.h"
 
 namespace quilmark {
 
@@ -24,17 +25,6 @@ void SetFrameAttribute(HWND window, DWORD attribute, const void* value, DWORD si
 }
 
 }  // namespace
-
-void HardenLibrarySearch() {
-  SetDllDirectoryW(L"");
-  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-}
-
-FARPROC SystemFunction(const wchar_t* library, const char* name) {
-  HMODULE module = GetModuleHandleW(library);  // a further load would only be counted
-  if (module == nullptr) module = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  return module == nullptr ? nullptr : GetProcAddress(module, name);
-}
 
 void EnableProcessPrivilege(const wchar_t* name) {
   HANDLE opened = nullptr;

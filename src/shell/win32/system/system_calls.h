@@ -1,4 +1,4 @@
-// Functions that not every Windows has, or whose library must come from the system's own folder.
+// What the system says of scales, and takes for frames and privileges.
 #pragma once
 
 #include <windows.h>
@@ -6,17 +6,6 @@
 #include <cstdint>
 
 namespace quilmark {
-
-// Searches libraries in the system's folder alone, from here on.
-void HardenLibrarySearch();
-
-// Of a library in the system's folder, loaded if need be; null without it.
-FARPROC SystemFunction(const wchar_t* library, const char* name);
-
-template <typename Function>
-Function SystemCall(const wchar_t* library, const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(SystemFunction(library, name)));
-}
 
 // For this process; one that cannot be had is passed over.
 void EnableProcessPrivilege(const wchar_t* name);

@@ -31,6 +31,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void SetStatus(const std::u16string& text) override;
   void SetText(int id, const std::u16string& text) override { controls.SetText(id, text); }
   void SetItems(int id, const std::vector<std::u16string>& items, int chosen) override;
+  void EnableControl(int id) override { controls.Enable(id); }
   void RedrawTags() override { controls.RedrawTags(); }
   std::optional<WindowPlacement> Placement() override;
   bool IsVisible() override;

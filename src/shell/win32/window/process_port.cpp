@@ -3,6 +3,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include "platform/win32/system_function.h"
 #include "platform/win32/wide.h"
 #include "shell/app/hotkey_text.h"
 #include "shell/win32/system/foreign_messages.h"

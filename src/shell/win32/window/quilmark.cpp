@@ -2,10 +2,10 @@
 
 #include "config/log.h"
 #include "platform/disk_prompts.h"
+#include "platform/win32/system_function.h"
 #include "platform/win32/wide.h"
 #include "shell/app/process_start.h"
 #include "shell/win32/system/crash_report.h"
-#include "shell/win32/system/system_calls.h"
 #include "shell/win32/window/process_port.h"
 
 namespace quilmark {

@@ -2,9 +2,9 @@
 
 #include <array>
 
+#include "platform/win32/system_function.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/gdi/gdi.h"
-#include "shell/win32/system/system_calls.h"
 
 namespace quilmark {
 
