@@ -68,5 +68,18 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
   EXPECT_EQ(colors.band, system.buttonFace);
 }
 
+// The header wears two colours of the preset as they are, whatever their contrast.
+TEST(HeaderColors, HaveTheContrastOfTheirPreset) {
+  constexpr double kContrasts[kUiColorPresets] = {4.8, 6.7, 4.2, 6.0, 3.9, 5.9, 4.5, 6.1, 3.6, 5.8};
+  for (int index = 0; index < kUiColorPresets; ++index) {
+    const ListColors colors = ListColorsOf(PresetPalette(index));
+    EXPECT_NEAR(ContrastRatio(colors.band, colors.bandText), kContrasts[index], 0.051) << index;
+  }
+  for (const bool isDark : {false, true}) {
+    const ListColors colors = ListColorsOf(ThemeDefaults(isDark));
+    EXPECT_GE(ContrastRatio(colors.band, colors.bandText), kReadableContrast);
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -45,7 +45,9 @@ TEST_P(SearchPictureAtScale, ObeysTheLawsAtEveryHeightWithNothingToShow) {
 
 INSTANTIATE_TEST_SUITE_P(Scales, SearchPictureAtScale,
                          testing::Values(Scale{96, 85}, Scale{96, 100}, Scale{96, 125}, Scale{144, 85},
-                                         Scale{192, 100}, Scale{192, 125}, Scale{288, 125}));
+                                         Scale{144, 100}, Scale{144, 125}, Scale{192, 85},
+                                         Scale{192, 100}, Scale{192, 125}, Scale{288, 85},
+                                         Scale{288, 100}, Scale{288, 125}));
 
 class SearchPictureInTiles : public testing::TestWithParam<uint32_t> {};
 
