@@ -76,6 +76,22 @@ TEST(Files, RemovesFilesAndNothingElse) {
   EXPECT_EQ(EntriesIn(folder.Path()), (EntrySet{{u"sub", EntryKind::kFolder}}));
 }
 
+TEST(Files, GivesAnotherNameWhereNobodyHasIt) {
+  const ScratchFolder folder;
+  folder.MakeFile("a.txt", "x");
+  folder.MakeFile("taken.txt", "y");
+  folder.MakeFolder("sub");
+  EXPECT_EQ(RenamePath(folder.PathOf(u"a.txt"), folder.PathOf(u"b.txt")), 0u);
+  EXPECT_EQ(ReadFileBytes(folder.PathOf(u"b.txt")), "x");
+  EXPECT_EQ(RenamePath(folder.PathOf(u"b.txt"), folder.PathOf(u"taken.txt")), 183u);
+  EXPECT_EQ(ReadFileBytes(folder.PathOf(u"taken.txt")), "y");
+  EXPECT_EQ(RenamePath(folder.PathOf(u"a.txt"), folder.PathOf(u"c.txt")), 2u);
+  EXPECT_EQ(RenamePath(folder.PathOf(u"sub"), folder.PathOf(u"Sub")), 0u) << "letters in another case";
+  EXPECT_EQ(EntriesIn(folder.Path()), (EntrySet{{u"Sub", EntryKind::kFolder},
+                                                {u"b.txt", EntryKind::kFile},
+                                                {u"taken.txt", EntryKind::kFile}}));
+}
+
 TEST(Files, MakesOneLevelOfFolders) {
   const ScratchFolder folder;
   EXPECT_FALSE(MakeFolder(folder.PathOf(u"a\\b")));

@@ -62,6 +62,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void SetTitle(const std::u16string& text) override { title = text; }
   void SetStatus(const std::u16string& text) override { status = text; }
   void SetText(int id, const std::u16string& text) override { texts[id] = text; }
+  std::u16string TextOf(int id) override { return texts[id]; }
   void SetItems(int id, const std::vector<std::u16string>& all, int chosen) override {
     calls.push_back("SetItems " + std::to_string(id));
     items[id] = {all, chosen};
@@ -81,6 +82,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   // In the order in which the window carries them out.
   void CarryOut(const Effects& effects) override {
     if (effects.relayout) calls.push_back("Relayout");
+    if (effects.placesControls) calls.push_back("PlaceControls");
     if (effects.editor == Editor::kOpen) calls.push_back("OpenEditor");
     if (effects.editor == Editor::kMove) calls.push_back("MoveEditor");
     if (effects.editor == Editor::kClose) calls.push_back("CloseEditor");

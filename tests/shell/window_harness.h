@@ -9,6 +9,7 @@
 #include "search/filtered_results.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_window.h"
+#include "shell/view/window_ids.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -16,7 +17,7 @@ namespace quilmark {
 
 struct WindowHarness {
   WindowHarness() {
-    searchHooks.readSearchBox = [this] { return app.search.boxText; };
+    searchHooks.readSearchBox = [this] { return window.TextOf(kQueryBox); };
     app.clientWidth = 1'100;
     app.clientHeight = 700;
     app.mainWindow = search.queue.Target();

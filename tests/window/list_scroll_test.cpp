@@ -167,8 +167,7 @@ TEST_F(ListScroll, HoldsNoMoreObjectsAfterAllThatOpensWasOpened) {
     program.Ask(Probe::kSwitchTheme, 2);
     program.Ask(Probe::kRepaint, 1);
   };
-  openAll();
-  openAll();
+  for (int i = 0; i < 3; ++i) openAll();  // the system keeps some of its own from the first times
   const int64_t before = program.Ask(Probe::kGdiObjects);
   for (int i = 0; i < 3; ++i) openAll();
   EXPECT_LE(program.Ask(Probe::kGdiObjects), before);

@@ -130,7 +130,9 @@ bool RemoveFile(std::u16string_view path) { return DeleteFileW(Wide(LongPathOf(p
 
 uint32_t RenamePath(std::u16string_view from, std::u16string_view to) {
   const std::u16string longFrom = LongPathOf(from), longTo = LongPathOf(to);
-  return MoveFileW(Wide(longFrom), Wide(longTo)) ? 0 : GetLastError();
+  if (MoveFileW(Wide(longFrom), Wide(longTo))) return 0;
+  const DWORD error = GetLastError();
+  return error != 0 ? error : kErrorGeneralFailure;
 }
 
 std::string HostPathBytes(std::u16string_view path) { return ToUtf8(ResolveMappedPath(path)); }

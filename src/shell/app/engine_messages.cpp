@@ -88,7 +88,7 @@ Effects OnNonNtfsRefreshed(AppState& app, const ViewContext& context, const Post
 Effects OnVolumeLost(AppState& app, const ViewContext& context, const PostedMessage&) {
   if (!RemoveUnavailableVolumes(Engine())) return {};
   RebuildScopeBox(app.search, context);
-  SearchAgain(app.search);
+  SearchAgain(context);
   SetStatusOf(context, u"Status_NtfsIndexRemoved",
               u"A disconnected disk was detected and its NTFS index was removed.");
   return {};
@@ -99,7 +99,7 @@ Effects OnVolumesSynced(AppState& app, const ViewContext& context, const PostedM
   if (!app.search.isBoxEnabled) EnableSearchBox(app, context);
   RebuildScopeBox(app.search, context);
   context.window.StartTimer(kTimerPrewarm, kAfterNewDiskPrewarmMs);
-  if (app.search.boxText.empty()) {
+  if (context.window.TextOf(kQueryBox).empty()) {
     DoSearchAsync(u"", false, true);
   } else {
     RefreshSearchResultsAfterIndexUpdate();

@@ -41,7 +41,7 @@ void TakeScale(AppState& app, ProcessPort& system) {
   }
   app.systemDpi = system.SystemDpi();
   for (View* const view : app.views) {
-    if (view != nullptr) view->Rescale(kDesignDpi, app.systemDpi);
+    if (view != nullptr) view->Rescale(kDesignDpi, app.systemDpi == 0 ? kDesignDpi : app.systemDpi);
   }
 }
 

@@ -31,7 +31,6 @@ Effects ResetView(AppState& app, const ViewContext& context) {
     RebuildScopeBox(app.search, context);
   }
   context.window.SetText(kQueryBox, u"");
-  app.search.boxText.clear();
   CurrentQueryText.clear();
   ClearSelection(app.search.list.selection);
   app.search.scrollY = 0;
@@ -50,7 +49,7 @@ void ShowReleased(const AppState& app, WindowPort& window) {
 
 void ShowRemoved(AppState& app, const ViewContext& context) {
   RebuildScopeBox(app.search, context);
-  SearchAgain(app.search);
+  SearchAgain(context);
   context.window.SetStatus(TranslateOr(
       u"Status_DriveRemoved", u"A disk was removed. The drive selection was updated automatically."));
 }

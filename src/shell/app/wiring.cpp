@@ -8,6 +8,7 @@
 #include "search/attr_cache_file.h"
 #include "search/search_state.h"
 #include "shell/app/engine_messages.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 
@@ -53,7 +54,7 @@ void WireAttributes() {
 // The search reaches the window by these.
 void WireSearch(AppState& app, WindowPort& window) {
   searchHooks.window = app.mainWindow;
-  searchHooks.readSearchBox = [&app] { return app.search.boxText; };
+  searchHooks.readSearchBox = [&window] { return window.TextOf(kQueryBox); };
   searchHooks.showStatus = [&window](std::u16string_view key, std::u16string_view english) {
     window.SetStatus(TranslateOr(key, english));
   };

@@ -24,8 +24,11 @@ Effects SetTagCaptions(SearchView& view, const ViewContext& context,
   }
   view.tagCaptions = std::move(captions);
   Effects effects = RedrawTags(view, context);
-  effects.relayout = true;
-  if (PlaceTagButtons(view, context).headerTop != view.headerTop) effects.dirty = context.client;
+  effects.placesControls = true;
+  if (PlaceTagButtons(view, context).headerTop != view.headerTop) {
+    effects.relayout = true;
+    effects.dirty = context.client;
+  }
   return effects;
 }
 

@@ -8,11 +8,11 @@
 #include "shell/search/highlight.h"
 #include "shell/search/rename.h"
 #include "shell/search/search_places.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 
 Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text) {
-  view.boxText = text;
   context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
   const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
   CurrentQueryText = std::move(text);
@@ -28,7 +28,11 @@ void StartTypedSearch(const SearchView& view) {
   if (!CurrentQueryText.empty() && !Engine().ready) view.engine.LookForVolumesLater();
 }
 
-void SearchAgain(const SearchView& view) { DoSearchAsync(view.boxText, false, view.boxText.empty()); }
+void SearchAgain(const ViewContext& context) {
+  const std::u16string text = context.window.TextOf(kQueryBox);
+  const bool isEmpty = text.empty();
+  DoSearchAsync(text, false, isEmpty);
+}
 
 Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text) {
   TrimQuery(text);

@@ -19,8 +19,9 @@ Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16stri
 // The pause after it.
 void StartTypedSearch(const SearchView& view);
 
-// Searches anew after the set of volumes changed; an empty box shows the recent opens.
-void SearchAgain(const SearchView& view);
+// Reads the search box again after the set of volumes changed; an empty box shows the recent opens. A
+// text that a program has put there is told of by nobody.
+void SearchAgain(const ViewContext& context);
 
 // A key in the box, which holds the text: Enter searches at once, Escape ends a content search. The edit
 // takes any other.

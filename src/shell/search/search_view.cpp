@@ -39,6 +39,7 @@ void AddTags(const std::vector<std::u16string>& captions, std::vector<ControlSpe
 // The controls of the custom range come and go with it.
 Effects ChoosePreset(SearchView& view, const ViewContext& context, int& preset, int chosen) {
   preset = std::max(chosen, 0);
+  SaveWindowSettings(context.window.Placement());
   Effects effects = CancelRename(view, context);
   effects.Join(ApplyFilters(view, context));
   effects.Join({.relayout = true, .dirty = context.client});
@@ -78,6 +79,7 @@ Effects OnText(SearchView& view, const ViewContext& context, const ControlEvent&
 Effects OnDay(SearchView& view, const ViewContext& context, const ControlEvent& event) {
   int& day = event.id == kDateFrom ? CurrentWindowSettings.timeStart : CurrentWindowSettings.timeEnd;
   day = event.value;
+  if (IsEmpty(context.client)) return {};  // what a field shows that was made a moment ago
   return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
 }
 
@@ -174,6 +176,7 @@ void SearchView::Rescale(uint32_t from, uint32_t to) {
   sidebarWidth = MulDiv(sidebarWidth, wanted, former);
   pathColumnWidth = MulDiv(pathColumnWidth, wanted, former);
   scrollY = scrollY * wanted / former;  // the same rows stay in view
+  savedScrollY = savedScrollY * wanted / former;
   scrollX = MulDiv(scrollX, wanted, former);
   headerTop = MulDiv(headerTop, wanted, former);
 }

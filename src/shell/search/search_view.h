@@ -74,7 +74,6 @@ struct SearchView final : View {
   EnginePort& engine;
 
   // Box and bar.
-  std::u16string boxText;  // of the search box
   bool isBoxEnabled = false;
   std::vector<char16_t> scopeDrives;  // letters of the entries of the scope box, behind the first two
   std::vector<std::u16string> tagCaptions;  // of the filter categories, see TagCaptions

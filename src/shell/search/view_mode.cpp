@@ -21,6 +21,7 @@ Effects SetViewMode(SearchView& view, const ViewContext& context, ViewMode mode)
 
 Effects SetFilterLayout(SearchView& view, const ViewContext& context, bool sidebar) {
   CurrentWindowSettings.sidebarLayout = sidebar;
+  SaveWindowSettings(context.window.Placement());
   view.sidebarScroll = 0;
   view.list.hoverTag = -1;
   Effects effects = CancelRename(view, context);

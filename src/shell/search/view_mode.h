@@ -8,7 +8,7 @@ namespace quilmark {
 // Shows the rows in another way, from the top, and keeps the choice.
 Effects SetViewMode(SearchView& view, const ViewContext& context, ViewMode mode);
 
-// Puts the filter categories to the side or into the bar.
+// Puts the filter categories to the side or into the bar, and keeps the choice.
 Effects SetFilterLayout(SearchView& view, const ViewContext& context, bool sidebar);
 
 }  // namespace quilmark

@@ -7,6 +7,7 @@ namespace quilmark {
 void Effects::Join(Effects&& later) {
   isTaken = isTaken || later.isTaken;
   relayout = relayout || later.relayout;
+  placesControls = placesControls || later.placesControls;
   if (later.editor != Editor::kKeep) {
     editor = later.editor;
     editorPlace = std::move(later.editorPlace);

@@ -30,8 +30,9 @@ enum class Capture : uint8_t {
 enum class Focus : uint8_t { kKeep, kWindow, kSearchBox, kEditor };
 
 struct Effects {
-  bool isTaken = true;    // false: the system's own handling follows
-  bool relayout = false;  // the view is laid out anew, and its controls placed
+  bool isTaken = true;          // false: the system's own handling follows
+  bool relayout = false;        // the view is laid out anew, and its controls placed
+  bool placesControls = false;  // its controls alone
   Editor editor = Editor::kKeep;
   std::optional<EditorPlace> editorPlace;  // of kMove and a kOpen that opens
   Capture capture = Capture::kKeep;

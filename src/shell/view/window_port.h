@@ -19,7 +19,8 @@ enum class TrayIconState {
   kStood,   // it was there, whatever was believed of it
 };
 
-// All calls on the interface thread. Those of the first part never bring a message before they return.
+// All calls on the interface thread. Those of the first part never bring an event to a view before they
+// return.
 struct WindowPort {
   virtual ~WindowPort() = default;
 
@@ -32,6 +33,7 @@ struct WindowPort {
 
   // Of a control, which does not report what it is told here.
   virtual void SetText(int id, const std::u16string& text) = 0;
+  virtual std::u16string TextOf(int id) = 0;
   virtual void SetItems(int id, const std::vector<std::u16string>& items, int chosen) = 0;
   virtual void EnableControl(int id) = 0;
   virtual void RedrawTags() = 0;

@@ -98,11 +98,11 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   FollowNewResults(KeepFiltered::kNo, 100);
   app.search.scrollY = 440;
   SelectOnly(app.search.list.selection, 3);
-  app.search.boxText = u"needle";
+  window.texts[kQueryBox] = u"needle";
   CurrentQueryText = u"needle";
   scopeIndex = kScopeDesktop;
   Close();
-  EXPECT_EQ(app.search.boxText, u"");
+  EXPECT_EQ(window.texts[kQueryBox], u"");
   EXPECT_EQ(CurrentQueryText, u"");
   EXPECT_EQ(app.search.scrollY, 0);
   EXPECT_EQ(app.search.list.selection.focusRow, -1);
@@ -133,10 +133,10 @@ TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
   Engine().ready = true;
   app.trayIconAdded = true;
   app.search.scrollY = 440;
-  app.search.boxText = u"needle";
+  window.texts[kQueryBox] = u"needle";
   scopeIndex = kScopeDesktop;
   Close();
-  EXPECT_EQ(app.search.boxText, u"needle");
+  EXPECT_EQ(window.texts[kQueryBox], u"needle");
   EXPECT_EQ(app.search.scrollY, 440);
   EXPECT_EQ(scopeIndex, kScopeDesktop);
 }
@@ -298,7 +298,7 @@ TEST_F(WindowEvents, AnEjectReleasesTheVolumeAtOnce) {
 
 TEST_F(WindowEvents, ARemovalSearchesAgain) {
   AddDrive(u"Q:");
-  app.search.boxText = u"needle";
+  window.texts[kQueryBox] = u"needle";
   OnDriveEvent(app, harness.Context(), static_cast<uint32_t>(DriveEvent::kRemoveComplete), 1u << 16);
   EXPECT_EQ(window.Count("SetItems 104"), 1u);
   EXPECT_EQ(window.status, u"A disk was removed. The drive selection was updated automatically.");

@@ -233,7 +233,7 @@ TEST_F(ResultMessages, AFileThatChangedOutOfViewPaintsNothing) {
 }
 
 TEST_F(ResultMessages, ARefreshByHandSaysWhatItDid) {
-  app.search.boxText = u"x";
+  window.texts[kQueryBox] = u"x";
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 0));
   EXPECT_EQ(window.status, u"Refreshed 2 non-NTFS volume indexes, see debug output");
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 2, 1));

@@ -153,9 +153,11 @@ void NativeControls::TakeFonts() {
   }
 }
 
-void NativeControls::Focus(int id) {
+bool NativeControls::Focus(int id) {
   const HWND control = HandleOf(id);
-  if (control != nullptr && IsShown(control) && IsWindowEnabled(control)) SetFocus(control);
+  const bool canTakeIt = control != nullptr && IsShown(control) && IsWindowEnabled(control);
+  if (canTakeIt) SetFocus(control);
+  return canTakeIt;
 }
 
 bool NativeControls::IsEnabled(int id) const {
@@ -185,7 +187,9 @@ const NativeControls::Control* NativeControls::Find(int id, ControlKind kind) co
 }
 
 std::optional<LRESULT> NativeControls::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (lParam == 0) return std::nullopt;  // a command of a menu or a key, or nothing
+  // A command of a menu or a key, or nothing. A script tells of another text like this.
+  const bool isOfText = message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE;
+  if (lParam == 0 && !isOfText) return std::nullopt;
   switch (message) {
     case WM_COMMAND:
       return TakeCommand(LOWORD(wParam), HIWORD(wParam));

@@ -35,7 +35,7 @@ class NativeControls {
   // The host has other fonts: the former ones are no control's any more when it returns.
   void TakeFonts();
 
-  void Focus(int id);  // unless it is hidden or disabled
+  bool Focus(int id);  // false, and nothing done, where it is hidden or disabled
   bool IsEnabled(int id) const;
   int DayOf(int id) const;      // what a field for a day shows: that of the system where none was given
   HWND HandleOf(int id) const;  // null without such a control

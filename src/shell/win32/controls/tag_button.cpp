@@ -39,6 +39,9 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
     case WM_MOUSELEAVE:
       SetHot(tag, false);
       break;
+    case WM_SHOWWINDOW:
+      if (wParam == FALSE) SetHot(tag, false);  // hidden, it is told of no leave
+      break;
     case WM_NCDESTROY:
       LetGo(tag, TagProcedure);
       break;

@@ -43,10 +43,13 @@ std::optional<Point> MouseOver(HWND window) {
 
 }  // namespace
 
-// In the order of the fields. Each may bring other messages, and with them other effects, before it
-// returns.
+// In the order of the fields, but for what is to be painted: that calls nobody back, and stands when the
+// user is asked something. Each of the others may bring other messages, and with them other effects,
+// before it returns.
 void MainWindow::CarryOut(const Effects& effects) {
+  Invalidate(effects.dirty);
   if (effects.relayout) Relayout();
+  if (effects.placesControls) PlaceControls();
   CarryOutEditor(effects);
   TakeCapture(window_, effects.capture);
   TakeFocus(effects.focus);
@@ -54,21 +57,24 @@ void MainWindow::CarryOut(const Effects& effects) {
   if (effects.rehovers) CarryOut(ShownView(App()).Rehover(MouseOver(window_), Context()));
   if (effects.tracksMouse) TrackMouse(window_);
   if (effects.tip) tip.Show(*effects.tip, Context(), CurrentFonts().Of(FontRole::kMain));
-  Invalidate(effects.dirty);
   if (effects.paintsNow) UpdateWindow(window_);
 }
 
 void MainWindow::Relayout() {
   if (App().clientWidth == 0 || App().clientHeight == 0) return;
-  controls.Place(ShownView(App()).Layout(Context()));
+  PlaceControls();
   CarryOut(ShownView(App()).LaidOut(Context()));
 }
+
+void MainWindow::PlaceControls() { controls.Place(ShownView(App()).Layout(Context())); }
 
 void MainWindow::CarryOutEditor(const Effects& effects) {
   switch (effects.editor) {
     case Editor::kOpen:
       if (effects.editorPlace || editor.IsOpen()) {
         editor.Open(window_, effects.editorPlace.value_or(EditorPlace()), *this);
+        // There is no editor to be had.
+        if (!editor.IsOpen()) OnControl({.kind = ControlEvent::kEscape, .id = NameEditor::kId});
       }
       break;
     case Editor::kMove:
@@ -84,7 +90,10 @@ void MainWindow::CarryOutEditor(const Effects& effects) {
 
 void MainWindow::TakeFocus(Focus focus) {
   if (focus == Focus::kWindow) SetFocus(window_);
-  if (focus == Focus::kSearchBox) controls.Focus(kQueryBox);
+  // A box that is not to be had leaves the keys to the window, as the system would.
+  if (focus == Focus::kSearchBox && !controls.Focus(kQueryBox) && GetFocus() == nullptr) {
+    SetFocus(window_);
+  }
   if (focus == Focus::kEditor && editor.IsOpen()) editor.TakeFocus();
 }
 

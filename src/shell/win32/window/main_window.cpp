@@ -12,6 +12,7 @@
 #include "shell/app/hotkey_text.h"
 #include "shell/app/routing.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/controls/window_text.h"
 #include "shell/win32/system/high_contrast.h"
 #include "shell/win32/system/hotkey_names.h"
 #include "shell/win32/system/system_calls.h"
@@ -45,6 +46,8 @@ void MainWindow::SetStatus(const std::u16string& text) {
   SetDlgItemTextW(window_, kStatusText, Wide(text));
   Invalidate(ShownView(App()).StatusPlace(Context()));
 }
+
+std::u16string MainWindow::TextOf(int id) { return TextOfWindow(controls.HandleOf(id)); }
 
 void MainWindow::SetItems(int id, const std::vector<std::u16string>& items, int chosen) {
   controls.SetItems(id, items, chosen);

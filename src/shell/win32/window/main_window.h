@@ -30,6 +30,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void SetTitle(const std::u16string& title) override;
   void SetStatus(const std::u16string& text) override;
   void SetText(int id, const std::u16string& text) override { controls.SetText(id, text); }
+  std::u16string TextOf(int id) override;
   void SetItems(int id, const std::vector<std::u16string>& items, int chosen) override;
   void EnableControl(int id) override { controls.Enable(id); }
   void RedrawTags() override { controls.RedrawTags(); }
@@ -97,7 +98,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   uint64_t rangeUpdates = 0;  // of the scrollbars, since the start
 
  private:
-  void MakeHiddenControls();
+  void PlaceControls();
   void CarryOutEditor(const Effects& effects);
   void TakeFocus(Focus focus);
   void SyncBars();

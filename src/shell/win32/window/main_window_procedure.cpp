@@ -308,10 +308,12 @@ Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
     if (row.number == message.number) return row.handle(app, window, message);
   }
   if (TakeForeignMessage(app, window, message.number)) return 0;
-  const Effects effects =
-      RoutePosted(app, window.Context(), {message.number, message.wParam, message.lParam});
-  window.CarryOut(effects);
-  if (effects.isTaken) return 0;
+  if (RowOfNumber(kMessageNumbers, message.number) != nullptr) {
+    const Effects effects =
+        RoutePosted(app, window.Context(), {message.number, message.wParam, message.lParam});
+    window.CarryOut(effects);
+    if (effects.isTaken) return 0;
+  }
   return extraMessages != nullptr ? extraMessages(app, window, message) : std::nullopt;
 }
 
