@@ -8,6 +8,7 @@
 #include "platform/file_rewrite.h"
 #include "platform/known_folders.h"
 #include "platform/utf.h"
+#include "platform/volume_device.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/guarded_write.h"
 #include "platform/win32/wide.h"
