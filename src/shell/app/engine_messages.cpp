@@ -60,7 +60,7 @@ Effects OnIndexState(AppState& app, const ViewContext& context, const PostedMess
   }
   window.StartTimer(kTimerCacheAutosave, kAutosaveMs);
   if (app.hiddenStart) window.StartTimer(kTimerIdleTrim, kHiddenTrimMs);
-  return effects;
+  return OfView(app, AppMode::kSearch, std::move(effects));
 }
 
 std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {
