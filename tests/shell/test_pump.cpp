@@ -90,7 +90,7 @@ void TestPump::Create() {
 }
 
 void TestPump::PressInEditor(ControlEvent::Kind end) {
-  Control({.kind = end, .id = 0, .text = editor->text});
+  Control({.kind = end, .id = kNameEditor, .text = editor->text});
 }
 
 void TestPump::ClickControl(int id) {
@@ -204,7 +204,7 @@ void TestPump::SetFocusTo(KeysGoTo wanted) {
   trace.push_back(std::string("focus ") + static_cast<char>(former) + ">" + static_cast<char>(wanted));
   if (former != KeysGoTo::kEditor || !editor || isDying_) return;
   const auto kind = isActive ? ControlEvent::kLeft : ControlEvent::kLeftProgram;
-  Control({.kind = kind, .id = 0, .text = editor->text});
+  Control({.kind = kind, .id = kNameEditor, .text = editor->text});
 }
 
 // The box takes the focus, and the user answers it.
@@ -212,7 +212,7 @@ void TestPump::TellError(const std::u16string& text) {
   trace.push_back("ask");
   const KeysGoTo former = std::exchange(focus, KeysGoTo::kElsewhere);
   if (former == KeysGoTo::kEditor && editor) {
-    Control({.kind = ControlEvent::kLeft, .id = 0, .text = editor->text});
+    Control({.kind = ControlEvent::kLeft, .id = kNameEditor, .text = editor->text});
   }
   RecordingWindow::TellError(text);
   Activate(true);

@@ -271,10 +271,18 @@ TEST_F(RenameInTheList, WhatComesLateOfAClosedEditorDoesNothing) {
   Edit(1, u"new.txt");
   pump.PressInEditor(ControlEvent::kEscape);
   pump.trace.clear();
-  pump.Control({.kind = ControlEvent::kLeft, .id = 0, .text = u"new.txt"});
-  pump.Control({.kind = ControlEvent::kEnter, .id = 0, .text = u"new.txt"});
+  pump.Control({.kind = ControlEvent::kLeft, .id = kNameEditor, .text = u"new.txt"});
+  pump.Control({.kind = ControlEvent::kEnter, .id = kNameEditor, .text = u"new.txt"});
   EXPECT_EQ(pump.Trace(), "");
   EXPECT_TRUE(IsThere("file 1.txt"));
+}
+
+TEST_F(RenameInTheList, EnterInAnotherFieldIsNoName) {
+  Edit(1, u"new.txt");
+  EXPECT_FALSE(pump.Control({.kind = ControlEvent::kEnter, .id = kSizeBox, .text = u"0-7"}));
+  EXPECT_TRUE(pump.editor.has_value());
+  EXPECT_TRUE(IsThere("file 1.txt"));
+  EXPECT_FALSE(IsThere("0-7"));
 }
 
 TEST_F(RenameInTheList, UnderAFilterTheRowsChangeAndNoneIsChosen) {

@@ -293,7 +293,7 @@ TEST_F(TwoViews, ASwitchEndsTheEditingOfAName) {
   EXPECT_EQ(pump.errors.size(), 0u);
   EXPECT_EQ(pump.focus, KeysGoTo::kWindow);
   // What it reports late is for nobody.
-  EXPECT_FALSE(pump.Control({.kind = ControlEvent::kLeft, .id = 0, .text = u"bad?"}));
+  EXPECT_FALSE(pump.Control({.kind = ControlEvent::kLeft, .id = kNameEditor, .text = u"bad?"}));
   EXPECT_EQ(pump.errors.size(), 0u);
   pump.Show(AppMode::kSearch);
   EXPECT_FALSE(pump.editor.has_value());
