@@ -127,7 +127,8 @@ endif()
 if(WIN32)
   quilmark_window_program(quilmark_window_test Quilmark-test tests/window/program/main.cpp
     tests/window/program/pseudo_language.cpp tests/window/program/system_counts.cpp
-    tests/window/program/churn_drive.cpp tests/window/program/cycles.cpp)
+    tests/window/program/churn_drive.cpp tests/window/program/cycles.cpp tests/window/program/made_up_probe.cpp
+    tests/shell/view/made_up_view.cpp tests/shell/list/made_up_lists.cpp)
   set(counted_calls _beginthreadex CreateFileW FindFirstFileExW ReadFile GetFileAttributesW GetFileAttributesExW WriteFile
     SetProcessWorkingSetSize)
   list(TRANSFORM counted_calls PREPEND "-Wl,--wrap=__imp_")

@@ -7,12 +7,15 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "config/hotkeys.h"
 #include "platform/window_post.h"
 #include "shell/search/search_view.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 
@@ -45,6 +48,8 @@ struct AppState {
   bool frameHeld = false;                     // its size may change with each move of the mouse
   SearchView search;
   std::array<View*, kAppModes> views = {&search};  // by mode; null: not part of the program
+  std::span<const NumberRow> messageNumbers = kMessageNumbers, timerNumbers = kTimerNumbers;
+  std::map<int, AppMode> controlOwners;  // by number, of the controls that were made
 
   // Timers.
   std::optional<uint64_t> taskbarSeenMs;  // when a new shell was last taken note of

@@ -8,6 +8,7 @@
 #include "index/volume_life.h"
 #include "platform/format.h"
 #include "search/search_pipeline.h"
+#include "shell/app/routing.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/scope_items.h"
 #include "shell/search/search_keys.h"
@@ -57,7 +58,7 @@ Effects OnIndexState(AppState& app, const ViewContext& context, const PostedMess
   }
   window.StartTimer(kTimerCacheAutosave, kAutosaveMs);
   if (app.hiddenStart) window.StartTimer(kTimerIdleTrim, kHiddenTrimMs);
-  return {.isTaken = false, .focus = Focus::kSearchBox};
+  return OfView(app, AppMode::kSearch, {.isTaken = false, .focus = Focus::kSearchBox});
 }
 
 std::u16string RefreshedStatus(uint64_t refreshed, int64_t failed) {

@@ -31,7 +31,7 @@ Effects Route(AppState& app, const NumberRow& row, Hand hand) {
 }  // namespace
 
 Effects RouteTimer(AppState& app, const ViewContext& context, uint32_t id) {
-  const NumberRow* const row = RowOfNumber(kTimerNumbers, id);
+  const NumberRow* const row = RowOfNumber(app.timerNumbers, id);
   if (row == nullptr) return {.isTaken = false};
   if (row->firing == Firing::kOnce) context.window.StopTimer(id);
   if (row->owner == Owner::kApp) return OnAppTimer(app, context, id);
@@ -39,10 +39,24 @@ Effects RouteTimer(AppState& app, const ViewContext& context, uint32_t id) {
 }
 
 Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessage& message) {
-  const NumberRow* const row = RowOfNumber(kMessageNumbers, message.message);
+  const NumberRow* const row = RowOfNumber(app.messageNumbers, message.message);
   if (row == nullptr) return {.isTaken = false};
   if (row->owner == Owner::kApp) return OnEngineMessage(app, context, message);
   return Route(app, *row, [&](View& view) { return view.OnPosted(message, context); });
+}
+
+std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode) {
+  View* const view = app.views[static_cast<size_t>(mode)];
+  if (view == nullptr) return {};
+  std::vector<ControlSpec> specs = view->Controls();
+  for (const ControlSpec& spec : specs) app.controlOwners[spec.id] = mode;
+  return specs;
+}
+
+Effects RouteControl(AppState& app, const ViewContext& context, const ControlEvent& event) {
+  const auto owner = app.controlOwners.find(event.id);
+  const AppMode mode = owner == app.controlOwners.end() ? app.appMode : owner->second;
+  return OfView(app, mode, app.views[static_cast<size_t>(mode)]->OnControl(event, context));
 }
 
 Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode) {

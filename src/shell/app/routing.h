@@ -4,6 +4,8 @@
 // in every mode or in its own alone; what it wants done to the window counts only while it is shown.
 #pragma once
 
+#include <vector>
+
 #include "shell/app/app_state.h"
 
 namespace quilmark {
@@ -11,6 +13,11 @@ namespace quilmark {
 // Both: isTaken is false for a number that nobody owns.
 Effects RouteTimer(AppState& app, const ViewContext& context, uint32_t id);
 Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessage& message);
+
+// The controls that a view needs: what they report goes to it from now on, in every mode.
+std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode);
+// Of a control that no view has asked for, such as the editor of a name: the shown view hears of it.
+Effects RouteControl(AppState& app, const ViewContext& context, const ControlEvent& event);
 
 // Shows another view; the same one, and one that is not there, change nothing.
 Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode);

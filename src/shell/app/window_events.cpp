@@ -114,7 +114,8 @@ Effects OnActivation(AppState& app, const ViewContext& context, Activation activ
   context.window.StopTimer(kTimerIdleTrim);
   if (app.search.renaming) return {.focus = Focus::kEditor};  // back from the message about its text
   // The system's own handling would take the focus to the window itself, which is all that it does.
-  return {.isTaken = app.search.isBoxEnabled, .focus = Focus::kSearchBox};
+  const bool hasBox = app.appMode == AppMode::kSearch && app.search.isBoxEnabled;
+  return OfView(app, AppMode::kSearch, {.isTaken = hasBox, .focus = Focus::kSearchBox});
 }
 
 void OnTrayChoice(AppState& app, WindowPort& window, int choice) {

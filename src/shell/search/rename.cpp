@@ -22,7 +22,7 @@ std::optional<Renaming> FocusedRow(const SearchView& view) {
   RowText row = TextOfRow(hit);
   const auto target = SeeForRename(hit);
   if (row.name.empty() || row.folder.empty() || !target) return std::nullopt;
-  return Renaming{hit, std::move(row), *target, focus};
+  return Renaming{.hit = hit, .row = std::move(row), .target = *target, .index = focus};
 }
 
 // Other results may have come while the name was typed.
@@ -31,13 +31,18 @@ bool IsStillAt(int64_t index, const MatchItem& hit) {
   return static_cast<uint64_t>(index) < rows->size() && (*rows)[static_cast<size_t>(index)] == hit;
 }
 
+bool IsEditing(const SearchView& view, uint64_t number) {
+  return view.renaming && view.renaming->number == number;
+}
+
 Effects Fail(SearchView& view, const ViewContext& context, const std::u16string& why, CommitEnd end) {
   const bool isGone = IsMissingPath(PathOfRow(view.renaming->row));
   const FailedRename next = AfterFailedRename(isGone, end);
   if (next == FailedRename::kClose) return CancelRename(view, context);
   if (next == FailedRename::kKeep) return {};
+  const uint64_t number = view.renaming->number;
   context.window.TellError(why);
-  if (!view.renaming) return {};  // what came meanwhile has closed it
+  if (!IsEditing(view, number)) return {};  // what came meanwhile has closed it
   return {.editor = Editor::kOpen};
 }
 
@@ -77,6 +82,7 @@ Effects OpenRename(SearchView& view, const ViewContext& context) {
       PlaceOfRenameEditor(layout, view.scrollY, view.scrollX, static_cast<uint64_t>(focused->index));
   if (!place) return {};
   view.renaming = std::move(focused);
+  view.renaming->number = ++view.renamings;
   const RowText& row = view.renaming->row;
   return {.editor = Editor::kOpen,
           .editorPlace = EditorPlace{*place, row.name, SelectedStem(row.name, row.isDirectory)}};
@@ -98,6 +104,7 @@ Effects CancelRename(SearchView& view, const ViewContext& context) {
 
 Effects CommitRename(SearchView& view, const ViewContext& context, std::u16string text, CommitEnd end) {
   if (!view.renaming || std::exchange(view.renaming->isCommitting, true)) return {};
+  const uint64_t number = view.renaming->number;
   Effects effects;
   switch (CheckRename(view.renaming->row.name, text)) {
     case RenameStep::kClose:
@@ -112,7 +119,7 @@ Effects CommitRename(SearchView& view, const ViewContext& context, std::u16strin
       effects = Rename(view, context, text, end);
       break;
   }
-  if (view.renaming) view.renaming->isCommitting = false;
+  if (IsEditing(view, number)) view.renaming->isCommitting = false;
   return effects;
 }
 

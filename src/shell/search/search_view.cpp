@@ -83,7 +83,7 @@ Effects OnDay(SearchView& view, const ViewContext& context, const ControlEvent& 
   return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
 }
 
-// Keys and losses of the focus are those of the editor of a name, but in the search box.
+// Keys of the editor of a name, and the loss of its focus.
 Effects OnEditorEnd(SearchView& view, const ViewContext& context, const ControlEvent& event) {
   switch (event.kind) {
     case ControlEvent::kEnter:
@@ -241,7 +241,8 @@ Effects SearchView::OnControl(const ControlEvent& event, const ViewContext& cont
     default:
       break;
   }
-  if (event.id != kQueryBox) return OnEditorEnd(*this, context, event);
+  if (event.id == kNameEditor) return OnEditorEnd(*this, context, event);
+  if (event.id != kQueryBox) return {.isTaken = false};
   return TakeSearchKey(context, event.kind == ControlEvent::kEnter ? kKeyEnter : kKeyEscape, event.text);
 }
 

@@ -39,6 +39,7 @@ struct Renaming {
   RowText row;
   RenameTarget target;
   int64_t index = -1;         // of the row
+  uint64_t number = 0;        // of the editing: another may have begun while a question stood
   bool isCommitting = false;  // its question takes the focus away, which must not commit once more
 };
 
@@ -87,6 +88,7 @@ struct SearchView final : View {
   bool thumbDragging = false;
   ListState list;
   std::optional<Renaming> renaming;
+  uint64_t renamings = 0;       // begun so far
   int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
 
   // Results.

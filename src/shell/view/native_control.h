@@ -40,6 +40,8 @@ struct ControlPlace {
   bool operator==(const ControlPlace&) const = default;
 };
 
+inline constexpr int kNameEditor = 0;  // as its events name the editor over a name, which no view makes
+
 // Says what the control holds, so that nobody asks it.
 struct ControlEvent {
   enum Kind : uint8_t {

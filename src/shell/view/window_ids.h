@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 
 #include "index/volume_life.h"
 #include "search/attr_jobs.h"
@@ -67,8 +68,7 @@ inline constexpr NumberRow kTimerNumbers[] = {
 };
 
 // Null for a number of nobody.
-template <size_t rows>
-constexpr const NumberRow* RowOfNumber(const NumberRow (&table)[rows], uint32_t number) {
+constexpr const NumberRow* RowOfNumber(std::span<const NumberRow> table, uint32_t number) {
   for (const NumberRow& row : table) {
     if (row.number == number) return &row;
   }

@@ -35,6 +35,7 @@
 #include "support/object_counts.h"
 #include "window/program/churn_drive.h"
 #include "window/program/cycles.h"
+#include "window/program/made_up_probe.h"
 #include "window/program/probe.h"
 #include "window/program/pseudo_language.h"
 #include "window/program/system_counts.h"
@@ -467,6 +468,7 @@ std::optional<LRESULT> Answer(AppState& app, MainWindow& window, const Message& 
   const auto probe = static_cast<Probe>(data.dwData);
   uint32_t argument = 0;
   if (data.cbData == sizeof argument) argument = *static_cast<const uint32_t*>(data.lpData);
+  if (const auto answer = AskMadeUpView(app, window, probe, argument)) return answer;
   return probe >= Probe::kSetTrayIcon ? Do(app, window, probe, argument)
                                       : Ask(app, window, probe, argument);
 }
@@ -482,6 +484,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* commandLine, int sho
     MapChurnDrive(static_cast<uint32_t>(std::stoul(ToUtf8(*churn))));
   }
   TakePseudoLanguage(EnvironmentText(kLanguageVariable).value_or(u""));
+  if (EnvironmentText(kMadeUpViewVariable)) OfferMadeUpView(App());
   extraMessages = Answer;
   SetWindowsHookExW(WH_CALLWNDPROC, SeeSent, nullptr, GetCurrentThreadId());
   SetWindowsHookExW(WH_GETMESSAGE, SeePosted, nullptr, GetCurrentThreadId());

@@ -64,6 +64,14 @@ enum class Probe : uintptr_t {
   kOtherTrims,
   kRecords,  // of all volumes, those of deleted files included
 
+  // Of the made-up view, in a program that has it (kMadeUpViewVariable).
+  kMadeUpScrollY,   // argument: 0 groups, 1 files; of the next ones too
+  kMadeUpHoverRow,  // -1: none
+  kMadeUpChosen,
+  kMadeUpHeldBars,  // thumbs that are held
+  kMadeUpScans,     // ticks of its timer
+  kMadeUpDay,       // as the field for a day has told of it
+
   // Does something; the answer is 1.
   kSetTrayIcon = 100,   // argument: whether it counts as present
   kSwitchTheme,         // argument: times
@@ -92,11 +100,15 @@ enum class Probe : uintptr_t {
   kCycleScreen,      // argument: a Screen + 256 * times
   kDeleteRow,        // argument: the row, whose record counts as deleted from now on
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
+  kShowMadeUpView,   // argument: 1, or 0 for the search
 };
 
 // Environment: "T=C:\folder;U=C:\other": the letters that the program sees.
 inline constexpr char kDrivesVariable[] = "QUILMARK_TEST_DRIVES";
 inline constexpr char kChurnVariable[] = "QUILMARK_TEST_CHURN";  // changes a second on drive N:
+
+// Environment: there at all: the made-up view is part of the program, behind the search.
+inline constexpr char kMadeUpViewVariable[] = "QUILMARK_TEST_MADE_UP_VIEW";
 
 // Environment: "long", "ideographs" or "right-to-left": all texts as such a language might have them.
 inline constexpr char kLanguageVariable[] = "QUILMARK_TEST_LANGUAGE";

@@ -11,7 +11,11 @@ namespace {
 LRESULT CALLBACK FramedProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR reference) {
   if (const auto taken = TakeEditMessage(edit, message, wParam, lParam)) return *taken;
-  if (message == WM_KEYDOWN && wParam == VK_RETURN) return 0;
+  if (message == WM_KEYDOWN && wParam == VK_RETURN) {
+    HostOf(reference).OnControl(
+        {.kind = ControlEvent::kEnter, .id = GetDlgCtrlID(edit), .text = TextOfEdit(edit)});
+    return 0;  // it has one line
+  }
   if (message == WM_NCDESTROY) LetGo(edit, FramedProcedure);
   const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
   if (message == WM_PAINT) FrameClient(edit, FrameColorOf(ContextOf(HostOf(reference), edit)));

@@ -14,7 +14,7 @@ namespace quilmark {
 // another.
 class NameEditor {
  public:
-  static constexpr int kId = 0;  // of its events
+  static constexpr int kId = kNameEditor;  // of its events
 
   NameEditor() = default;
   NameEditor(const NameEditor&) = delete;

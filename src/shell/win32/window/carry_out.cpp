@@ -1,6 +1,7 @@
 // What a view asks of the window, done to it.
 #include <utility>
 
+#include "shell/app/routing.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/window/main_window.h"
 
@@ -104,7 +105,7 @@ void MainWindow::SyncBars() {
 }
 
 bool MainWindow::OnControl(const ControlEvent& event) {
-  const Effects effects = ShownView(App()).OnControl(event, Context());
+  const Effects effects = RouteControl(App(), Context(), event);
   CarryOut(effects);
   return effects.isTaken;
 }

@@ -4,6 +4,7 @@
 
 #include "config/log.h"
 #include "config/translate.h"
+#include "shell/app/routing.h"
 #include "shell/app/wiring.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/window/main_window.h"
@@ -29,9 +30,8 @@ void MakeHidden(HWND parent, const wchar_t* className, int id, DWORD style) {
 }  // namespace
 
 void MainWindow::MakeControls() {
-  for (View* const view : App().views) {
-    if (view == nullptr) continue;
-    const std::vector<ControlSpec> specs = view->Controls();
+  for (size_t mode = 0; mode < kAppModes; ++mode) {
+    const std::vector<ControlSpec> specs = TakeControls(App(), static_cast<AppMode>(mode));
     controls.Make(window_, specs, *this);
     for (const ControlSpec& spec : specs) {
       if (spec.kind != ControlKind::kDay) continue;
