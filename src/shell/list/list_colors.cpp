@@ -10,7 +10,7 @@ namespace {
 constexpr int kHoverPercent = 8;
 // Between the bar and its border. A band of its own colour would stand out of a preset.
 constexpr int kBandPercent = 40, kPanelPercent = 50;
-constexpr int kThumbPercent = 45, kGlyphPercent = 65;
+constexpr int kGlyphPercent = 65;
 
 // The user's colour, unless a hit cannot be read in it at all.
 Color HitText(Color hit, Color wanted) {
@@ -44,34 +44,38 @@ RowColors SystemRow(OnGround row, OnGround hit) {
           .file = row.text};
 }
 
-ListColors SystemListColors(const Palette& palette) {
+RowColors SystemRowOf(const Palette& palette, RowState state) {
   const OnGround plain = {palette.surface, palette.text}, marked = {palette.rowSel, palette.rowSelText};
-  const Color hot = palette.focusRing;
-  return {.plain = SystemRow(plain, marked),
-          .hovered = SystemRow({palette.surface, hot}, marked),
-          .selected = SystemRow(marked, plain),
-          .band = palette.headerBackground,
-          .bandText = palette.header,
-          .panel = palette.panelBackground,
-          .status = palette.text,
-          .thumb = palette.text,
-          .heldThumb = hot};
+  if (state == RowState::kSelected) return SystemRow(marked, plain);
+  return SystemRow(state == RowState::kPlain ? plain : OnGround{palette.surface, palette.focusRing},
+                   marked);
 }
 
 }  // namespace
 
-ListColors ListColorsOf(const Palette& palette) {
-  if (palette.isSystem) return SystemListColors(palette);
+RowColors RowColorsOf(const Palette& palette, RowState state) {
+  if (palette.isSystem) return SystemRowOf(palette, state);
+  if (state == RowState::kSelected) {
+    return RowOf(palette, palette.rowSel, palette.rowSelText, palette.rowSel);
+  }
   const Color hover = MixColor(palette.text, palette.surface, kHoverPercent);
-  return {.plain = RowOf(palette, palette.surface, palette.text, palette.surface),
-          .hovered = RowOf(palette, hover, palette.text, palette.surface),
-          .selected = RowOf(palette, palette.rowSel, palette.rowSelText, palette.rowSel),
-          .band = MixColor(palette.border, palette.toolbar, kBandPercent),
-          .bandText = palette.header,
-          .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),
-          .status = ReadableOn(palette.toolbar, palette.muted),
-          .thumb = MixColor(palette.text, palette.surface, kThumbPercent),
-          .heldThumb = palette.accent};
+  return RowOf(palette, state == RowState::kHovered ? hover : palette.surface, palette.text,
+               palette.surface);
+}
+
+ListColors ListColorsOf(const Palette& palette) {
+  ListColors colors{.plain = RowColorsOf(palette, RowState::kPlain),
+                    .hovered = RowColorsOf(palette, RowState::kHovered),
+                    .selected = RowColorsOf(palette, RowState::kSelected),
+                    .band = palette.headerBackground,
+                    .bandText = palette.header,
+                    .panel = palette.panelBackground,
+                    .status = palette.text};
+  if (palette.isSystem) return colors;
+  colors.band = MixColor(palette.border, palette.toolbar, kBandPercent);
+  colors.panel = MixColor(palette.toolbar, palette.surface, kPanelPercent);
+  colors.status = ReadableOn(palette.toolbar, palette.muted);
+  return colors;
 }
 
 }  // namespace quilmark

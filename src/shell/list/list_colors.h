@@ -1,6 +1,8 @@
 // Which colours of the palette the list is drawn in, so that all of it can be read.
 #pragma once
 
+#include <cstdint>
+
 #include "config/palette.h"
 
 namespace quilmark {
@@ -13,15 +15,18 @@ struct RowColors {
   Color folder = 0, file = 0;  // of their glyphs
 };
 
+enum class RowState : uint8_t { kPlain, kHovered, kSelected };
+// As they stand while the system asks for high contrast: then none of its colours is mixed.
+RowColors RowColorsOf(const Palette& palette, RowState state);
+
 struct ListColors {
   RowColors plain, hovered, selected;
-  Color band = 0, bandText = 0;    // of the header
-  Color panel = 0;                 // of the sidebar
-  Color status = 0;                // letters on the bar
-  Color thumb = 0, heldThumb = 0;  // of a scrollbar; held, or under the mouse
+  Color band = 0, bandText = 0;  // of the header
+  Color panel = 0;               // of the sidebar
+  Color status = 0;              // letters on the bar
 };
 
-// As they stand while the system asks for high contrast: then none of its colours is mixed.
+// Likewise.
 ListColors ListColorsOf(const Palette& palette);
 
 }  // namespace quilmark

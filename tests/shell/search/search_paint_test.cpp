@@ -53,11 +53,11 @@ TEST_P(SearchPictureInTiles, IsTheSame) {
   SearchPicture picture(GetParam());
   CurrentWindowSettings.tableGridLines = true;
   SelectOnly(picture.app.search.list.selection, 3);
-  picture.app.search.list.hoverRow = 1;
-  picture.app.search.scrollY = 17;
   picture.Resize(ScaleFor(GetParam(), 700), ScaleFor(GetParam(), 420));
   for (const ViewMode view : {ViewMode::kList, ViewMode::kSmallIcons, ViewMode::kLargeIcons}) {
     picture.SetView(view);
+    picture.app.search.rows.hoverRow = 1;
+    picture.app.search.rows.scrollY = 17;
     for (const bool isAtSide : {false, true}) {
       picture.SetSidebar(isAtSide);
       EXPECT_EQ(PixelsThatTilesChange(
@@ -93,7 +93,7 @@ TEST_P(SearchPictureIn, CanBeRead) {
   CurrentPalette = PaletteOf(GetParam());
   SelectOnly(picture.app.search.list.selection, 2);
   SelectToggle(picture.app.search.list.selection, 4);
-  picture.app.search.list.hoverRow = 0;
+  picture.app.search.rows.hoverRow = 0;
   picture.app.search.list.hoverTag = 2;
   for (const bool isAtSide : {false, true}) {
     picture.SetSidebar(isAtSide);
@@ -114,8 +114,7 @@ TEST(SearchPaint, CostsTheRowsInViewHoweverManyThereAre) {
 
 TEST(SearchPaint, DrawsNothingOfRowsThatAreNotShown) {
   SearchPicture picture;
-  const ListLayout layout = PlaceList(picture.app.search, picture.Context());
-  const Rect third = PlaceOfRow(layout, 0, 2);
+  const Rect third = picture.app.search.rows.PlaceOf(2);
   RecordingCanvas canvas(third);
   PaintSearch(canvas, picture.Context(), picture.app.search);
   for (const Drawn& drawn : canvas.drawn) {
