@@ -1,8 +1,6 @@
 // Which colours of the palette the list is drawn in, so that all of it can be read.
 #pragma once
 
-#include <cstdint>
-
 #include "config/palette.h"
 
 namespace quilmark {
@@ -15,10 +13,6 @@ struct RowColors {
   Color folder = 0, file = 0;  // of their glyphs
 };
 
-enum class RowState : uint8_t { kPlain, kHovered, kSelected };
-// As they stand while the system asks for high contrast: then none of its colours is mixed.
-RowColors RowColorsOf(const Palette& palette, RowState state);
-
 struct ListColors {
   RowColors plain, hovered, selected;
   Color band = 0, bandText = 0;  // of the header
@@ -26,7 +20,8 @@ struct ListColors {
   Color status = 0;              // letters on the bar
 };
 
-// Likewise.
+// As they stand while the system asks for high contrast: then none of its colours is mixed.
+// Cheap while the palette stays the same.
 ListColors ListColorsOf(const Palette& palette);
 
 }  // namespace quilmark

@@ -60,11 +60,10 @@ Rect CellOf(const ColumnsLayout& columns, const RowPlace& place, int column) {
   return {left, place.row.top, left + width, place.row.bottom};
 }
 
-RowColors ColorsOf(const ViewContext& context, bool isChosen, bool isHovered) {
-  const RowState state = isChosen    ? RowState::kSelected
-                         : isHovered ? RowState::kHovered
-                                     : RowState::kPlain;
-  return RowColorsOf(context.palette, state);
+RowColors ColorsOf(const Palette& palette, bool isChosen, bool isHovered) {
+  const ListColors colors = ListColorsOf(palette);
+  if (isChosen) return colors.selected;
+  return isHovered ? colors.hovered : colors.plain;
 }
 
 Rect GroundOf(const RowPicture& picture) {
@@ -215,7 +214,7 @@ void ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
   const RowPicture picture{
       .context = context,
       .columns = PlaceColumns(view_, context),
-      .colors = ColorsOf(context, selection.rows.contains(row), place.isHovered),
+      .colors = ColorsOf(context.palette, selection.rows.contains(row), place.isHovered),
       .place = place,
       .index = row,
       .text = read.text,

@@ -153,6 +153,22 @@ TEST_F(SearchMouse, AnEdgeOfAColumnIsDraggedAndKept) {
   EXPECT_EQ(window.Count("Placement"), 1u);
 }
 
+// Its columns end further left with each move then, and the rows have to stay where they are.
+TEST_F(SearchMouse, AnEdgeIsDraggedFromTheEndOfTheColumnsToo) {
+  picture.Resize(500, 700);
+  app.search.rows.ScrollSidewaysTo(10'000);
+  const int before = CurrentWindowSettings.columnWidth[4], scrollX = app.search.rows.scrollX;
+  const Point edge = EdgeOf(4);
+  Send(Mouse::kPress, edge);
+  for (const int left : {10, 20, 20}) {
+    Send(Mouse::kMove, {edge.x - left, edge.y});
+    EXPECT_EQ(CurrentWindowSettings.columnWidth[4], before - left);
+    EXPECT_EQ(app.search.rows.scrollX, scrollX);
+  }
+  Send(Mouse::kRelease, {edge.x - 20, edge.y});
+  EXPECT_EQ(app.search.rows.scrollX, HorizontalLimit(app.search.rows.Grid())) << "within them again";
+}
+
 TEST_F(SearchMouse, WheelsScrollByNotches) {
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -240});
   EXPECT_EQ(app.search.rows.scrollY, 200);

@@ -112,6 +112,24 @@ TEST(SearchPaint, CostsTheRowsInViewHoweverManyThereAre) {
   EXPECT_EQ(picture.Painted().drawn.size(), drawn);
 }
 
+// The rows are another thread's to replace, and their count follows with its message.
+TEST(SearchPaint, DrawsNothingOfRowsThatAreGone) {
+  SearchPicture picture;
+  picture.Hold(3);
+  const size_t three = picture.Painted().drawn.size();
+  DisplayCount = 8;
+  EXPECT_EQ(picture.Painted().drawn.size(), three);
+}
+
+TEST(SearchPaint, BeginsAtTheTopInAnotherView) {
+  SearchPicture picture;
+  picture.app.search.rows.scrollY = 440;
+  picture.SetView(ViewMode::kList);
+  EXPECT_EQ(picture.app.search.rows.scrollY, 440);
+  picture.SetView(ViewMode::kLargeIcons);
+  EXPECT_EQ(picture.app.search.rows.scrollY, 0);
+}
+
 TEST(SearchPaint, DrawsNothingOfRowsThatAreNotShown) {
   SearchPicture picture;
   const Rect third = picture.app.search.rows.PlaceOf(2);
