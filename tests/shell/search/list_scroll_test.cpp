@@ -77,6 +77,14 @@ TEST_F(ListScrollCommands, KeepTheDiskOutOfItUntilTheListRests) {
   EXPECT_EQ(harness_.window.Count("SyncBars"), 0u);
 }
 
+TEST_F(ListScrollCommands, CountAsScrollingAlsoAtTheEnd) {
+  Rows(ScrollCommand::kDone);
+  Columns(ScrollCommand::kLineBack);
+  EXPECT_EQ(app_.search.lastScrollTick, 0u);
+  Rows(ScrollCommand::kLineBack);
+  EXPECT_EQ(app_.search.lastScrollTick, kNow);
+}
+
 TEST_F(ListScrollCommands, ReachEveryRowOfAListThatABarCannotCount) {
   Hold(1'000'000'000);
   const int64_t limit = ScrollLimit(app_.search.rows.Grid(), DisplayCount),

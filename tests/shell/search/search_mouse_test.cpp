@@ -200,6 +200,18 @@ TEST_F(SearchMouse, AWheelOverTheSidebarTurnsItsCategoriesAlone) {
   EXPECT_EQ(window.Count("RedrawTags"), 2u) << "another category is under the mouse";
 }
 
+TEST_F(SearchMouse, AWheelOverTheSidebarLeavesAHeldThumbWhereItIs) {
+  picture.SetSidebar(true);
+  picture.Resize(1'100, 300);
+  const Point thumb = MiddleOf(Vertical().thumb);
+  Send(Mouse::kPress, thumb);
+  Send(Mouse::kMove, {thumb.x, thumb.y + 50});
+  const int64_t held = app.search.rows.scrollY;
+  Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
+  EXPECT_EQ(app.search.sidebarScroll, 1);
+  EXPECT_EQ(app.search.rows.scrollY, held);
+}
+
 TEST_F(SearchMouse, ThumbOfTheSidebarIsDragged) {
   picture.SetSidebar(true);
   picture.Resize(1'100, 300);
