@@ -33,7 +33,7 @@ Effects ResetView(AppState& app, const ViewContext& context) {
   context.window.SetText(kQueryBox, u"");
   CurrentQueryText.clear();
   ClearSelection(app.search.list.selection);
-  app.search.scrollY = 0;
+  app.search.rows.scrollY = 0;
   Effects effects = RelayoutList(app.search, context);
   SuppressRecentView = false;
   DoSearchAsync(u"", false, true);

@@ -10,7 +10,7 @@ namespace {
 constexpr int kHoverPercent = 8;
 // Between the bar and its border. A band of its own colour would stand out of a preset.
 constexpr int kBandPercent = 40, kPanelPercent = 50;
-constexpr int kThumbPercent = 45, kGlyphPercent = 65;
+constexpr int kGlyphPercent = 65;
 
 // The user's colour, unless a hit cannot be read in it at all.
 Color HitText(Color hit, Color wanted) {
@@ -53,14 +53,10 @@ ListColors SystemListColors(const Palette& palette) {
           .band = palette.headerBackground,
           .bandText = palette.header,
           .panel = palette.panelBackground,
-          .status = palette.text,
-          .thumb = palette.text,
-          .heldThumb = hot};
+          .status = palette.text};
 }
 
-}  // namespace
-
-ListColors ListColorsOf(const Palette& palette) {
+ListColors MixListColors(const Palette& palette) {
   if (palette.isSystem) return SystemListColors(palette);
   const Color hover = MixColor(palette.text, palette.surface, kHoverPercent);
   return {.plain = RowOf(palette, palette.surface, palette.text, palette.surface),
@@ -69,9 +65,20 @@ ListColors ListColorsOf(const Palette& palette) {
           .band = MixColor(palette.border, palette.toolbar, kBandPercent),
           .bandText = palette.header,
           .panel = MixColor(palette.toolbar, palette.surface, kPanelPercent),
-          .status = ReadableOn(palette.toolbar, palette.muted),
-          .thumb = MixColor(palette.text, palette.surface, kThumbPercent),
-          .heldThumb = palette.accent};
+          .status = ReadableOn(palette.toolbar, palette.muted)};
+}
+
+}  // namespace
+
+ListColors ListColorsOf(const Palette& palette) {
+  // Contrasts cost 25 us of powers, a quarter of what two rows cost.
+  thread_local Palette latest;
+  thread_local ListColors colors = MixListColors(latest);
+  if (palette != latest) {
+    colors = MixListColors(palette);
+    latest = palette;
+  }
+  return colors;
 }
 
 }  // namespace quilmark

@@ -15,13 +15,13 @@ struct RowColors {
 
 struct ListColors {
   RowColors plain, hovered, selected;
-  Color band = 0, bandText = 0;    // of the header
-  Color panel = 0;                 // of the sidebar
-  Color status = 0;                // letters on the bar
-  Color thumb = 0, heldThumb = 0;  // of a scrollbar; held, or under the mouse
+  Color band = 0, bandText = 0;  // of the header
+  Color panel = 0;               // of the sidebar
+  Color status = 0;              // letters on the bar
 };
 
 // As they stand while the system asks for high contrast: then none of its colours is mixed.
+// Cheap while the palette stays the same.
 ListColors ListColorsOf(const Palette& palette);
 
 }  // namespace quilmark

@@ -50,6 +50,8 @@ struct ListStyle {
   int slack = 0;  // a vertical bar stands from more than so many pixels too much on, at any scale
   bool barTakesRoom = false;  // of the rows, where it stands; else it stands beside them
   bool trackDrags = false;    // a press beside the thumb holds it there; else it only jumps
+
+  bool operator==(const ListStyle&) const = default;
 };
 
 struct BarColors {
@@ -69,6 +71,7 @@ class ListView {
  public:
   ListView(ListSource& source, const ListStyle& style) : source_(source), style_(style) {}
 
+  const ListStyle& Style() const { return style_; }
   // From the top; placed anew before the next paint.
   void SetStyle(const ListStyle& style);
   // Puts the rows there and the offsets within their limits: whenever the place, the width of a row's

@@ -51,7 +51,7 @@ bool IsFilterActive() {
 }
 
 Effects ApplyFilters(SearchView& view, const ViewContext& context) {
-  view.scrollY = 0;
+  view.rows.scrollY = 0;
   view.engine.RefreshFilter(CurrentFilterSettings());
   Effects effects = RelayoutList(view, context);
   effects.dirty = ListAreaOf(view, context);

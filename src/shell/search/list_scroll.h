@@ -1,10 +1,8 @@
-// How the list moves: to an offset, by the commands that programs and scripts send, under a finger.
-// Interface thread.
+// How the list moves, by whatever moves it, and what follows. Interface thread.
 #pragma once
 
 #include <cstdint>
 
-#include "shell/search/list_layout.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {
@@ -15,23 +13,21 @@ bool IsScrolling(const SearchView& view, uint64_t nowMs);
 // See RequestRepaint.
 Effects RequestListRepaint(SearchView& view, const ViewContext& context, uint32_t delayMs);
 
-// Moves the rows so that `y` is the offset of the first line in view, as far as the rows go. In a burst
+// What follows when the list has answered `moved`: nothing where no offset has changed. In a burst
 // nothing but the offset changes between repaints.
-Effects ScrollTo(SearchView& view, const ViewContext& context, int64_t y);
+Effects FollowScroll(SearchView& view, const ViewContext& context, const Effects& moved);
 
-// Rows a line, and a page that keeps one line of the former.
-Effects ScrollRows(SearchView& view, const ViewContext& context, ScrollCommand command,
-                   int64_t position);
-Effects ScrollColumns(SearchView& view, const ViewContext& context, ScrollCommand command,
-                      int64_t position);
+// A wheel's turn in the list; `delta` 120 a notch, positive away from the user.
+Effects ScrollByWheel(SearchView& view, const ViewContext& context, int delta);
+Effects ScrollSideways(SearchView& view, const ViewContext& context, int delta);
 
-// Pixels that a step of a system's scrollbar stands for: it counts in 32 bits.
-int64_t PixelsOfBarStep(int64_t limit, int page);
+// A command that a program or a script sends.
+Effects ScrollByCommand(SearchView& view, const ViewContext& context, const ScrollEvent& event);
 
-// What such a scrollbar is told of the list.
-BarRange RangeOfBar(int64_t limit, int page, int64_t position);
+// The thumb that is held goes to the mouse.
+Effects MoveThumb(SearchView& view, const ViewContext& context, Point cursor);
 
-// A finger on the rows, which stay under it. A pan that begins sets where it stands.
+// A finger on the rows, which stay under it.
 Effects PanRows(SearchView& view, const ViewContext& context, const PanEvent& event);
 
 }  // namespace quilmark

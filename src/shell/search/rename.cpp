@@ -25,6 +25,10 @@ std::optional<Renaming> FocusedRow(const SearchView& view) {
   return Renaming{.hit = hit, .row = std::move(row), .target = *target, .index = focus};
 }
 
+Rect PlaceOf(const SearchView& view, const Renaming& renaming) {
+  return view.rows.PlaceOf(static_cast<uint64_t>(renaming.index));
+}
+
 // Other results may have come while the name was typed.
 bool IsStillAt(int64_t index, const MatchItem& hit) {
   const auto rows = ShownResults();
@@ -75,11 +79,10 @@ Effects Rename(SearchView& view, const ViewContext& context, const std::u16strin
 
 Effects OpenRename(SearchView& view, const ViewContext& context) {
   if (view.renaming) return {.editor = Editor::kOpen};
-  const ListLayout layout = PlaceList(view, context);
+  const ColumnsLayout layout = PlaceColumns(view, context);
   auto focused = FocusedRow(view);
   if (layout.view != ViewMode::kList || !focused) return {};
-  const auto place =
-      PlaceOfRenameEditor(layout, view.scrollY, view.scrollX, static_cast<uint64_t>(focused->index));
+  const auto place = PlaceOfRenameEditor(layout, PlaceOf(view, *focused), view.rows.scrollX);
   if (!place) return {};
   view.renaming = std::move(focused);
   view.renaming->number = ++view.renamings;
@@ -90,10 +93,9 @@ Effects OpenRename(SearchView& view, const ViewContext& context) {
 
 Effects MoveRename(const SearchView& view, const ViewContext& context) {
   if (!view.renaming) return {};
-  return {.editor = Editor::kMove,
-          .editorPlace =
-              EditorPlace{PlaceOfOpenRenameEditor(PlaceList(view, context), view.scrollY, view.scrollX,
-                                                  static_cast<uint64_t>(view.renaming->index))}};
+  const Rect place = PlaceOfOpenRenameEditor(PlaceColumns(view, context), PlaceOf(view, *view.renaming),
+                                             view.rows.scrollX);
+  return {.editor = Editor::kMove, .editorPlace = EditorPlace{place}};
 }
 
 Effects CancelRename(SearchView& view, const ViewContext& context) {

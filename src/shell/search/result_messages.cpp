@@ -98,7 +98,7 @@ Effects OnSearchResults(SearchView& view, const ViewContext& context, const Post
   }
   if (kind == ResultKind::kFinal) {
     RefreshFilterCountsSoon(view, context, kFinalCountsMs);
-    view.scrollY = keepScroll ? std::max<int64_t>(view.savedScrollY, 0) : 0;
+    view.rows.scrollY = keepScroll ? std::max<int64_t>(view.savedScrollY, 0) : 0;
   }
   effects.Join(ShowWholeResults(view, context));
   return effects;
@@ -127,8 +127,8 @@ Effects OnFilterResults(SearchView& view, const ViewContext& context, const Post
 // The recent opens come into view with the next search of an empty box.
 Effects OnRecentLoaded(SearchView&, const ViewContext&, const PostedMessage&) { return {}; }
 
-RowRange RowsInViewOf(const SearchView& view, const ViewContext& context, const ResultSet& rows) {
-  const RowsInView inView = RowsToPaint(PlaceList(view, context), view.scrollY, rows.size());
+RowRange RowsInViewOf(const SearchView& view, const ResultSet& rows) {
+  const RowSpan inView = RowsToPaint(view.rows.Grid(), view.rows.scrollY, rows.size());
   return {inView.first, inView.end};
 }
 
@@ -136,8 +136,8 @@ Effects OnAttrsUpdated(SearchView& view, const ViewContext& context, const Poste
   if (message.first != hydrationGeneration) return {};
   // A busy volume has stale files all the time, and hardly ever one in view.
   const auto rows = ShownResults();
-  const bool isElsewhere = message.second == kSomeAreStale &&
-                           !view.engine.ShowsStale(*rows, RowsInViewOf(view, context, *rows));
+  const bool isElsewhere =
+      message.second == kSomeAreStale && !view.engine.ShowsStale(*rows, RowsInViewOf(view, *rows));
   return isElsewhere ? Effects() : RequestListRepaint(view, context, 100);
 }
 
@@ -169,9 +169,9 @@ Effects TakeResultMessage(SearchView& view, const ViewContext& context, const Po
   return {.isTaken = false};
 }
 
-void RequestAttributes(const SearchView& view, const ViewContext& context) {
+void RequestAttributes(const SearchView& view) {
   const auto rows = ShownResults();
-  view.engine.RequestAttributes(rows, RowsInViewOf(view, context, *rows));
+  view.engine.RequestAttributes(rows, RowsInViewOf(view, *rows));
 }
 
 Effects SettleScroll(SearchView& view, const ViewContext& context) {
@@ -180,7 +180,7 @@ Effects SettleScroll(SearchView& view, const ViewContext& context) {
     return {};
   }
   Effects effects = RelayoutList(view, context);  // the path column fits the rows that stand still now
-  RequestAttributes(view, context);
+  RequestAttributes(view);
   effects.Join(RequestListRepaint(view, context, 80));
   return effects;
 }

@@ -9,7 +9,7 @@ namespace quilmark {
 Effects TakeResultMessage(SearchView& view, const ViewContext& context, const PostedMessage& message);
 
 // Has the attributes of the rows in view read.
-void RequestAttributes(const SearchView& view, const ViewContext& context);
+void RequestAttributes(const SearchView& view);
 
 // The list has come to rest, or is asked again whether it has.
 Effects SettleScroll(SearchView& view, const ViewContext& context);

@@ -8,9 +8,9 @@
 #include "search/filtered_results.h"
 #include "search/sort.h"
 #include "shell/list/cell_text.h"
+#include "shell/list/list_colors.h"
 #include "shell/search/highlight.h"
-#include "shell/search/row_cells.h"
-#include "shell/search/row_text.h"
+#include "shell/search/search_places.h"
 #include "shell/view/text_lines.h"
 
 namespace quilmark {
@@ -41,59 +41,69 @@ std::u16string HeaderText(int column) {
   return header;
 }
 
-Rect CellOf(const RowsPicture& picture, const Rect& row, int column) {
-  const int left = ColumnLeft(picture.layout, picture.scrollX, column);
-  const int width = picture.layout.columns[static_cast<size_t>(column)];
-  return {left, row.top, left + width, row.bottom};
+// One row that is painted.
+struct RowPicture {
+  const ViewContext& context;
+  ColumnsLayout columns;
+  RowColors colors;
+  RowPlace place;
+  uint64_t index = 0;
+  const RowText& text;
+  const RowCells& cells;
+  std::u16string_view term;
+  bool hasFocus = false;  // the row that F2 renames, which need not be a chosen one
+};
+
+Rect CellOf(const ColumnsLayout& columns, const RowPlace& place, int column) {
+  const int left = ColumnLeft(columns, place.shift, column);
+  const int width = columns.columns[static_cast<size_t>(column)];
+  return {left, place.row.top, left + width, place.row.bottom};
 }
 
-const RowColors& ColorsOf(const RowsPicture& picture, uint64_t index) {
-  if (picture.list.selection.rows.contains(index)) return picture.colors.selected;
-  return static_cast<int64_t>(index) == picture.list.hoverRow ? picture.colors.hovered
-                                                              : picture.colors.plain;
+RowColors ColorsOf(const Palette& palette, bool isChosen, bool isHovered) {
+  const ListColors colors = ListColorsOf(palette);
+  if (isChosen) return colors.selected;
+  return isHovered ? colors.hovered : colors.plain;
 }
 
-Rect GroundOf(const RowsPicture& picture, const Rect& row) {
+Rect GroundOf(const RowPicture& picture) {
+  const Rect& row = picture.place.row;
   const int inset = picture.context.Scaled(kRowInset);
-  return {row.left + inset, row.top, row.right - inset,
-          row.top + picture.layout.pitch - picture.context.Scaled(kRowGap)};
+  return {row.left + inset, row.top, row.right - inset, row.bottom - picture.context.Scaled(kRowGap)};
 }
 
-void PaintGround(Canvas& canvas, const RowsPicture& picture, const Rect& row, Color color) {
-  if (color == picture.colors.plain.ground) return;
-  canvas.FillRound(GroundOf(picture, row), picture.context.Scaled(kRowRadius), color);
+void PaintGround(Canvas& canvas, const RowPicture& picture) {
+  if (picture.colors.ground == picture.context.palette.surface) return;
+  canvas.FillRound(GroundOf(picture), picture.context.Scaled(kRowRadius), picture.colors.ground);
 }
 
-// The row that F2 renames, which need not be a chosen one.
-void PaintFocus(Canvas& canvas, const RowsPicture& picture, const Rect& row, uint64_t index) {
-  const bool hasFocus =
-      picture.context.hasFocus && static_cast<int64_t>(index) == picture.list.selection.focusRow;
-  if (!hasFocus) return;
-  canvas.OutlineRound(GroundOf(picture, row), picture.context.Scaled(kRowRadius),
+void PaintFocus(Canvas& canvas, const RowPicture& picture) {
+  if (!picture.hasFocus) return;
+  canvas.OutlineRound(GroundOf(picture), picture.context.Scaled(kRowRadius),
                       picture.context.palette.focusRing);
 }
 
-std::u16string CellText(const RowText& text, const RowCells& cells, uint64_t index, int column) {
+std::u16string CellText(const RowPicture& picture, int column) {
   switch (column) {
     case 0:
-      return RowNumberText(index);
+      return RowNumberText(picture.index);
     case kColumnSize:
-      return cells.size;
+      return picture.cells.size;
     case kColumnModified:
-      return cells.modified;
+      return picture.cells.modified;
     case kColumnCreated:
-      return cells.created;
+      return picture.cells.created;
     default:
-      return text.folder;
+      return picture.text.folder;
   }
 }
 
-void PaintGrid(Canvas& canvas, const RowsPicture& picture, const Rect& row) {
+void PaintGrid(Canvas& canvas, const RowPicture& picture) {
   if (!CurrentWindowSettings.tableGridLines) return;
-  const Rect& rows = picture.layout.rows;
+  const Rect &rows = picture.columns.rows, &row = picture.place.row;
   const Color color = picture.context.palette.border;
   for (int column = 0; column < kPathColumn; ++column) {
-    const int right = CellOf(picture, row, column).right;
+    const int right = CellOf(picture.columns, picture.place, column).right;
     if (right > rows.left && right < rows.right) {
       canvas.Fill({right - 1, row.top, right, row.bottom}, color);
     }
@@ -131,9 +141,10 @@ void PaintGlyph(Canvas& canvas, Point middle, int size, bool isDirectory, const 
   PaintSheet(canvas, middle, size, colors);
 }
 
-void PaintName(Canvas& canvas, const RowsPicture& picture, const Rect& place, const RowText& text,
-               const RowColors& colors) {
+void PaintName(Canvas& canvas, const RowPicture& picture, const Rect& place) {
   const ViewContext& context = picture.context;
+  const RowColors& colors = picture.colors;
+  const RowText& text = picture.text;
   const int size = context.Scaled(kListIcon);
   const int left = place.left - context.Scaled(kCellTextInset - kCellClipInset);
   const CanvasClip clip(canvas, {left, place.top, place.right, place.bottom});
@@ -143,34 +154,28 @@ void PaintName(Canvas& canvas, const RowsPicture& picture, const Rect& place, co
               {.color = colors.text}, {.ranges = hits, .ground = colors.hit, .text = colors.hitText});
 }
 
-void PaintTableRow(Canvas& canvas, const RowsPicture& picture, const Rect& row, uint64_t index,
-                   const RowText& text, const RowCells& cells) {
-  const RowColors& colors = ColorsOf(picture, index);
-  PaintGround(canvas, picture, row, colors.ground);
-  if (text.name.empty()) return;  // a volume that went away
-  const Rect& rows = picture.layout.rows;
+void PaintTableRow(Canvas& canvas, const RowPicture& picture) {
+  const Rect& rows = picture.columns.rows;
   for (int column = 0; column < kColumns; ++column) {
-    const Rect cell = CellOf(picture, row, column);
+    const Rect cell = CellOf(picture.columns, picture.place, column);
     if (cell.right <= rows.left || cell.left >= rows.right) continue;
-    const Rect place = TextPlaceOf(picture.layout, cell, column);
+    const Rect place = TextPlaceOf(picture.columns, cell, column);
     if (column == 1) {
-      PaintName(canvas, picture, place, text, colors);
+      PaintName(canvas, picture, place);
     } else {
-      canvas.Text(place, CellText(text, cells, index, column), {.color = colors.muted});
+      canvas.Text(place, CellText(picture, column), {.color = picture.colors.muted});
     }
   }
-  PaintGrid(canvas, picture, row);
-  PaintFocus(canvas, picture, row, index);
+  PaintGrid(canvas, picture);
 }
 
-void PaintIconCell(Canvas& canvas, const RowsPicture& picture, const Rect& cell, uint64_t index,
-                   const RowText& text) {
+void PaintIconCell(Canvas& canvas, const RowPicture& picture) {
   const ViewContext& context = picture.context;
-  const RowColors& colors = ColorsOf(picture, index);
-  PaintGround(canvas, picture, cell, colors.ground);
-  if (text.name.empty()) return;
+  const RowColors& colors = picture.colors;
+  const RowText& text = picture.text;
+  const Rect& cell = picture.place.row;
   const int size =
-      context.Scaled(picture.layout.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
+      context.Scaled(picture.columns.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
   const int top = cell.top + context.Scaled(kIconTop), inset = context.Scaled(kCellClipInset);
   PaintGlyph(canvas, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory, colors);
   const auto hits = HighlightRanges(text.name, picture.term);
@@ -179,48 +184,65 @@ void PaintIconCell(Canvas& canvas, const RowsPicture& picture, const Rect& cell,
               cell.bottom - context.Scaled(kRowGap)},
              text.name, {.color = colors.text},
              {.ranges = hits, .ground = colors.hit, .text = colors.hitText});
-  PaintFocus(canvas, picture, cell, index);
-}
-
-PaintOutcome PaintRow(Canvas& canvas, const RowsPicture& picture, uint64_t index, const MatchItem& hit) {
-  const Rect place = PlaceOfRow(picture.layout, picture.scrollY, index);
-  if (IsEmpty(Intersection(place, canvas.Shown()))) return {};
-  const RowText text = TextOfRow(hit);
-  PaintOutcome outcome{.isLater = text.isLater};
-  if (picture.layout.view != ViewMode::kList) {
-    PaintIconCell(canvas, picture, place, index, text);
-    return outcome;
-  }
-  const RowCells cells = CellsOfRow(hit);
-  PaintTableRow(canvas, picture, place, index, text, cells);
-  outcome.Join({.isMissing = cells.isMissing, .isLater = cells.isLater});
-  return outcome;
 }
 
 }  // namespace
 
-PaintOutcome PaintRows(Canvas& canvas, const RowsPicture& picture) {
-  PaintOutcome outcome;
+uint64_t ResultRows::Count() const { return DisplayCount; }
+
+PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
   const auto rows = ShownResults();
-  const RowsInView inView = RowsToPaint(picture.layout, picture.scrollY, rows->size());
-  const CanvasClip clip(canvas, picture.layout.rows);
-  for (uint64_t index = inView.first; index < inView.end; ++index) {
-    outcome.Join(PaintRow(canvas, picture, index, (*rows)[index]));
+  const bool isTable = ViewModeOfSettings() == ViewMode::kList;
+  PaintOutcome outcome;
+  first_ = first;
+  read_.clear();
+  term_ = HighlightTerm(CurrentQueryText);
+  for (uint64_t row = first; row < std::min<uint64_t>(end, rows->size()); ++row) {
+    const MatchItem& hit = (*rows)[row];
+    read_.push_back({TextOfRow(hit), isTable ? CellsOfRow(hit) : RowCells()});
+    const ReadRow& read = read_.back();
+    outcome.Join({read.cells.isMissing, read.cells.isLater || read.text.isLater});
   }
   return outcome;
 }
 
-void PaintHeader(Canvas& canvas, const RowsPicture& picture) {
-  const ViewContext& context = picture.context;
-  const Rect& header = picture.layout.header;
-  if (header.top == header.bottom) return;
-  canvas.Fill(header, picture.colors.band);
-  const CanvasClip clip(canvas, header);
+void ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                          const ViewContext& context) const {
+  if (row - first_ >= read_.size()) return;
+  const ReadRow& read = read_[row - first_];
+  const Selection& selection = view_.list.selection;
+  const RowPicture picture{
+      .context = context,
+      .columns = PlaceColumns(view_, context),
+      .colors = ColorsOf(context.palette, selection.rows.contains(row), place.isHovered),
+      .place = place,
+      .index = row,
+      .text = read.text,
+      .cells = read.cells,
+      .term = term_,
+      .hasFocus = context.hasFocus && static_cast<int64_t>(row) == selection.focusRow};
+  PaintGround(canvas, picture);
+  if (read.text.name.empty()) return;  // a volume that went away
+  if (picture.columns.view == ViewMode::kList) {
+    PaintTableRow(canvas, picture);
+  } else {
+    PaintIconCell(canvas, picture);
+  }
+  PaintFocus(canvas, picture);
+}
+
+void PaintHeader(Canvas& canvas, const ViewContext& context, const SearchView& view,
+                 const ListColors& colors) {
+  const ColumnsLayout columns = PlaceColumns(view, context);
+  const RowPlace header{.row = columns.header, .shift = view.rows.scrollX};
+  if (header.row.top == header.row.bottom) return;
+  canvas.Fill(header.row, colors.band);
+  const CanvasClip clip(canvas, header.row);
   for (int column = 0; column < kColumns; ++column) {
-    const Rect cell = CellOf(picture, header, column);
+    const Rect cell = CellOf(columns, header, column);
     canvas.Text({cell.left + context.Scaled(kHeaderInset), cell.top, cell.right - context.Scaled(2),
                  cell.bottom},
-                HeaderText(column), {.font = FontRole::kHeader, .color = picture.colors.bandText});
+                HeaderText(column), {.font = FontRole::kHeader, .color = colors.bandText});
     if (CurrentWindowSettings.tableGridLines && column < kPathColumn) {
       canvas.Fill({cell.right - 1, cell.top, cell.right, cell.bottom}, context.palette.border);
     }

@@ -1,31 +1,44 @@
-// The rows of the results as they are painted, in all three views.
+// The rows of the results as they are painted, in all three views, and the header above them.
+// Interface thread.
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+#include <string>
+#include <vector>
 
-#include "canvas/canvas.h"
 #include "shell/list/list_colors.h"
-#include "shell/search/list_layout.h"
-#include "shell/search/search_view.h"
-#include "shell/view/view_context.h"
+#include "shell/list/list_view.h"
+#include "shell/search/row_cells.h"
+#include "shell/search/row_text.h"
 
 namespace quilmark {
 
-struct RowsPicture {
-  const ViewContext& context;
-  const ListLayout& layout;
-  const ListColors& colors;
-  const ListState& list;  // what is chosen, and what is under the mouse
-  int64_t scrollY = 0;
-  int scrollX = 0;
-  std::u16string_view term;  // folded, to be marked in names
+struct SearchView;
+
+// As the settings and the view are at each call.
+class ResultRows final : public ListSource {
+ public:
+  explicit ResultRows(const SearchView& view) : view_(view) {}
+
+  uint64_t Count() const override;
+  PaintOutcome Read(uint64_t first, uint64_t end) override;
+  void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                const ViewContext& context) const override;
+
+ private:
+  struct ReadRow {
+    RowText text;
+    RowCells cells;
+  };
+
+  const SearchView& view_;
+  uint64_t first_ = 0;  // of the rows that were read
+  std::vector<ReadRow> read_;
+  std::u16string term_;  // folded, to be marked in names
 };
 
-// Those in view, as far as the canvas shows them.
-PaintOutcome PaintRows(Canvas& canvas, const RowsPicture& picture);
-
 // The columns over the rows; nothing in the icon views.
-void PaintHeader(Canvas& canvas, const RowsPicture& picture);
+void PaintHeader(Canvas& canvas, const ViewContext& context, const SearchView& view,
+                 const ListColors& colors);
 
 }  // namespace quilmark

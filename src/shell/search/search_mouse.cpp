@@ -4,12 +4,11 @@
 #include <utility>
 
 #include "config/window_settings.h"
-#include "search/filtered_results.h"
 #include "shell/search/filter_request.h"
-#include "shell/search/list_input.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
 #include "shell/search/result_messages.h"
+#include "shell/search/row_press.h"
 #include "shell/search/search_places.h"
 #include "shell/search/sort_request.h"
 #include "shell/search/tip_text.h"
@@ -22,21 +21,8 @@ namespace {
 constexpr uint64_t kStaleMs = 1'000;
 constexpr uint32_t kTrackSettleMs = 220, kReleaseSettleMs = 350, kDragRepaintMs = 16;
 
-Bar BarAt(const SearchView& view, const ListLayout& layout, Point point) {
-  const auto vertical = VerticalBar(layout, view.scrollY, DisplayCount);
-  if (vertical && Holds(vertical->track, point)) return Bar::kVertical;
-  const auto horizontal = HorizontalBar(layout, view.scrollX);
-  return horizontal && Holds(horizontal->track, point) ? Bar::kHorizontal : Bar::kNone;
-}
-
-std::optional<Scrollbar> PlaceBar(const SearchView& view, const ListLayout& layout, Bar kind) {
-  if (kind == Bar::kNone) return std::nullopt;
-  return kind == Bar::kVertical ? VerticalBar(layout, view.scrollY, DisplayCount)
-                                : HorizontalBar(layout, view.scrollX);
-}
-
-bool IsDragging(const ListState& list) {
-  return list.dragsSidebar || list.dragColumn >= 0 || list.dragBar != Bar::kNone;
+bool IsDragging(const SearchView& view) {
+  return view.list.dragsSidebar || view.list.dragColumn >= 0 || view.rows.dragBar != Bar::kNone;
 }
 
 // The category of the sidebar under a point, or -1.
@@ -49,45 +35,32 @@ int SidebarTagAt(const SearchView& view, const ViewContext& context, Point point
   return -1;
 }
 
-// What shows that the mouse is over a row, or over a bar.
-Rect HoverPlace(const SearchView& view, const ListLayout& layout) {
-  if (view.list.hoverRow >= 0) {
-    const Rect row = PlaceOfRow(layout, view.scrollY, static_cast<uint64_t>(view.list.hoverRow));
-    return Intersection(row, layout.rows);
-  }
-  const auto bar = PlaceBar(view, layout, view.list.hoverBar);
-  return bar ? bar->track : Rect();
-}
-
-Effects TakeHover(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
+Effects TakeHover(SearchView& view, const ViewContext& context, Point point) {
   ListState& list = view.list;
+  ListView& rows = view.rows;
   Effects effects;
   if (CurrentWindowSettings.sidebarLayout) {
     const int tag = SidebarTagAt(view, context, point);
     if (tag != std::exchange(list.hoverTag, tag)) effects.Join(RedrawTags(view, context));
   }
-  const Bar bar = BarAt(view, layout, point);
-  const int64_t row = bar == Bar::kNone ? RowAt(layout, view.scrollY, DisplayCount, point) : int64_t{-1};
-  const int column = row >= 0 ? ColumnAt(layout, view.scrollX, point.x) : -1;
-  const bool isElsewhere = bar != list.hoverBar || row != list.hoverRow;
-  if (isElsewhere || column != list.hoverColumn) effects.tip = u"";
-  const Rect former = HoverPlace(view, layout);
-  list.hoverBar = bar;
-  list.hoverRow = row;
-  list.hoverColumn = column;
+  if (rows.dragBar != Bar::kNone) return effects;  // a wheel turns over the sidebar meanwhile
+  const std::pair former(rows.hoverRow, rows.hoverBar);
+  const Effects moved = rows.Move(point);
+  const bool isElsewhere = former != std::pair(rows.hoverRow, rows.hoverBar);
+  const int column =
+      rows.hoverRow >= 0 ? ColumnAt(PlaceColumns(view, context), rows.scrollX, point.x) : -1;
+  if (column != std::exchange(list.hoverColumn, column) || isElsewhere) effects.tip = u"";
   if (!isElsewhere) return effects;
   // Rows that others have renamed or filled meanwhile tell nobody: now and then all are drawn anew.
-  if (context.nowMs - view.listPaintedMs >= kStaleMs) {
-    effects.Join(RequestListRepaint(view, context, kDragRepaintMs));
-  } else {
-    effects.Join(RequestRepaintOf(view.repaint, context, ListAreaOf(view, context),
-                                  Union(former, HoverPlace(view, layout)), kDragRepaintMs));
-  }
+  const bool isStale = context.nowMs - view.listPaintedMs >= kStaleMs;
+  effects.Join(isStale ? RequestListRepaint(view, context, kDragRepaintMs)
+                       : RequestRepaintOf(view.repaint, context, ListAreaOf(view, context), moved.dirty,
+                                          kDragRepaintMs));
   return effects;
 }
 
-Effects Hover(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
-  Effects effects = TakeHover(view, context, layout, point);
+Effects Hover(SearchView& view, const ViewContext& context, Point point) {
+  Effects effects = TakeHover(view, context, point);
   effects.tracksMouse = true;
   return effects;
 }
@@ -99,50 +72,52 @@ Effects DragSidebar(SearchView& view, const ViewContext& context, Point point) {
   return effects;
 }
 
-Effects PressBar(SearchView& view, const ViewContext& context, const ListLayout& layout, Bar kind,
-                 Point point) {
+Effects FollowBarPress(SearchView& view, const ViewContext& context, const ListPress& press) {
   view.lastScrollTick = context.nowMs;
   context.window.StartTimer(kTimerScrollSettle, kTrackSettleMs);
-  const auto bar = PlaceBar(view, layout, kind);
-  view.list.dragBar = kind;
-  if (bar && Holds(bar->thumb, point)) {
-    view.thumbDragging = kind == Bar::kVertical;
-    return {.capture = Capture::kTake};
-  }
-  Effects effects = MoveThumb(view, context, point);
-  view.list.dragBar = Bar::kNone;
+  Effects effects = FollowScroll(view, context, press.effects);
+  effects.capture = press.effects.capture;
   return effects;
 }
 
-Effects PressHeader(SearchView& view, const ViewContext& context, const ListLayout& layout,
+Effects PressHeader(SearchView& view, const ViewContext& context, const ColumnsLayout& layout,
                     Point point) {
-  const int edge = ColumnEdgeAt(layout, view.scrollX, point);
+  const int edge = ColumnEdgeAt(layout, view.rows.scrollX, point);
   if (edge >= 0) {
     view.list.dragColumn = edge;
-    view.list.dragColumnX = point.x - layout.rows.left + view.scrollX;
+    view.list.dragColumnX = point.x - layout.rows.left + view.rows.scrollX;
     view.list.dragColumnWidth = CurrentWindowSettings.columnWidth[static_cast<size_t>(edge)];
     return {.capture = Capture::kTake};
   }
-  const int column = ColumnAt(layout, view.scrollX, point.x);
+  const int column = ColumnAt(layout, view.rows.scrollX, point.x);
   return column > 0 ? RequestSort(view, context, column, Direction::kByClick) : Effects();
 }
 
-Effects PressRows(SearchView& view, const ViewContext& context, const ListLayout& layout,
-                  const MouseEvent& event) {
-  const bool isName = layout.view != ViewMode::kList || ColumnAt(layout, view.scrollX, event.at.x) == 1;
-  const RowPress press = {.row = RowAt(layout, view.scrollY, DisplayCount, event.at),
-                          .isNameColumn = isName,
-                          .shift = event.shift,
-                          .ctrl = event.ctrl,
-                          .nowMs = context.nowMs};
-  const PressOutcome outcome = PressRow(view.list, press);
+Effects PressRows(SearchView& view, const ViewContext& context, const ColumnsLayout& layout,
+                  const MouseEvent& event, int64_t row) {
+  const bool isName =
+      layout.view != ViewMode::kList || ColumnAt(layout, view.rows.scrollX, event.at.x) == 1;
+  const PressOutcome outcome = PressRow(view.list, {.row = row,
+                                                    .isNameColumn = isName,
+                                                    .shift = event.shift,
+                                                    .ctrl = event.ctrl,
+                                                    .nowMs = context.nowMs});
   if (outcome == PressOutcome::kRename) return OpenRename(view, context);
   if (outcome != PressOutcome::kSelected) return {};
-  return {.focus = press.row >= 0 ? Focus::kWindow : Focus::kKeep, .dirty = ListAreaOf(view, context)};
+  return {.focus = row >= 0 ? Focus::kWindow : Focus::kKeep, .dirty = ListAreaOf(view, context)};
+}
+
+Effects PressList(SearchView& view, const ViewContext& context, const MouseEvent& event) {
+  const ListPress press = view.rows.Press(event.at);
+  view.thumbDragging = view.rows.dragBar == Bar::kVertical;
+  if (press.bar != Bar::kNone) return FollowBarPress(view, context, press);
+  const ColumnsLayout layout = PlaceColumns(view, context);
+  if (Holds(layout.header, event.at)) return PressHeader(view, context, layout, event.at);
+  const bool isBelow = event.at.y >= layout.rows.top && event.at.x >= layout.rows.left;
+  return isBelow ? PressRows(view, context, layout, event, press.row) : Effects();
 }
 
 Effects Press(SearchView& view, const ViewContext& context, const MouseEvent& event) {
-  const ListLayout layout = PlaceList(view, context);
   if (CurrentWindowSettings.sidebarLayout && Holds(PlaceSidebar(view, context).track, event.at)) {
     view.list.dragsSidebar = true;
     Effects effects = DragSidebar(view, context, event.at);
@@ -150,40 +125,35 @@ Effects Press(SearchView& view, const ViewContext& context, const MouseEvent& ev
     return effects;
   }
   const int tag = SidebarTagAt(view, context, event.at);
-  if (tag >= 0) return SelectFilterTag(view, context, tag);
-  const Bar bar = BarAt(view, layout, event.at);
-  if (bar != Bar::kNone) return PressBar(view, context, layout, bar, event.at);
-  if (Holds(layout.header, event.at)) return PressHeader(view, context, layout, event.at);
-  const bool isBelow = event.at.y >= layout.rows.top && event.at.x >= layout.rows.left;
-  return isBelow ? PressRows(view, context, layout, event) : Effects();
+  return tag >= 0 ? SelectFilterTag(view, context, tag) : PressList(view, context, event);
 }
 
 Effects Double(SearchView& view, const ViewContext& context, const MouseEvent& event) {
-  const int64_t row = RowAt(PlaceList(view, context), view.scrollY, DisplayCount, event.at);
+  const int64_t row = view.rows.RowAt(event.at);
   // Two quick presses of a scrollbar or a header are two presses.
   if (row < 0) return Press(view, context, event);
   DoublePressRow(view.list, row);
   return {};
 }
 
-Effects DragColumn(SearchView& view, const ViewContext& context, const ListLayout& layout, Point point) {
+Effects DragColumn(SearchView& view, const ViewContext& context, Point point) {
   int& width = CurrentWindowSettings.columnWidth[static_cast<size_t>(view.list.dragColumn)];
+  const ListView& rows = view.rows;
   const int wanted = DraggedWidth(view.list.dragColumnWidth, view.list.dragColumnX,
-                                  point.x - layout.rows.left + view.scrollX);
+                                  point.x - rows.Grid().rows.left + rows.scrollX);
   if (wanted == width) return {};
   width = wanted;
+  PlaceList(view, context);
   Effects effects = MoveRename(view, context);
   effects.Join(RequestListRepaint(view, context, kDragRepaintMs));
   return effects;
 }
 
 Effects Move(SearchView& view, const ViewContext& context, Point point) {
-  ListState& list = view.list;
-  if (list.dragsSidebar) return DragSidebar(view, context, point);
-  const ListLayout layout = PlaceList(view, context);
-  if (list.dragBar == Bar::kNone && list.dragColumn < 0) return Hover(view, context, layout, point);
-  return list.dragBar != Bar::kNone ? MoveThumb(view, context, point)
-                                    : DragColumn(view, context, layout, point);
+  if (view.list.dragsSidebar) return DragSidebar(view, context, point);
+  if (view.rows.dragBar != Bar::kNone) return MoveThumb(view, context, point);
+  if (view.list.dragColumn >= 0) return DragColumn(view, context, point);
+  return Hover(view, context, point);
 }
 
 // What was held is let go of.
@@ -195,7 +165,8 @@ Effects EndDrags(SearchView& view, const ViewContext& context) {
     effects.dirty = ListAreaOf(view, context);
     SaveWindowSettings(context.window.Placement());
   }
-  if (std::exchange(view.list.dragBar, Bar::kNone) != Bar::kNone) {
+  if (view.rows.dragBar != Bar::kNone) {
+    view.rows.Lose();
     view.thumbDragging = false;
     view.lastScrollTick = context.nowMs;
     effects.Join(RelayoutList(view, context));
@@ -208,32 +179,26 @@ Effects EndDrags(SearchView& view, const ViewContext& context) {
 Effects Release(SearchView& view, const ViewContext& context, Point point) {
   Effects effects;
   // A column ends where the button was let go, which need not be where the last move was.
-  if (view.list.dragColumn >= 0) {
-    effects = DragColumn(view, context, PlaceList(view, context), point);
-  }
+  if (view.list.dragColumn >= 0) effects = DragColumn(view, context, point);
   effects.Join(EndDrags(view, context));
   effects.capture = Capture::kRelease;
   return effects;
 }
 
 Effects Rest(SearchView& view, const ViewContext& context, Point point) {
-  if (IsDragging(view.list) || context.isTipShown) return {};
-  Effects effects = TakeHover(view, context, PlaceList(view, context), point);
-  const auto kind = static_cast<ViewMode>(CurrentWindowSettings.viewMode);
-  const Tip tip = TipOfCell(kind, view.list.hoverRow, view.list.hoverColumn);
+  if (IsDragging(view) || context.isTipShown) return {};
+  Effects effects = TakeHover(view, context, point);
+  const Tip tip = TipOfCell(ViewModeOfSettings(), view.rows.hoverRow, view.list.hoverColumn);
   effects.tip = tip.text;
-  if (tip.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view, context);
+  if (tip.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view);
   return effects;
 }
 
 Effects Leave(SearchView& view, const ViewContext& context) {
-  ListState& list = view.list;
   Effects effects{.tip = u""};
-  if (list.hoverRow >= 0 || list.hoverBar != Bar::kNone) effects.dirty = ListAreaOf(view, context);
-  list.hoverRow = -1;
-  list.hoverColumn = -1;
-  list.hoverBar = Bar::kNone;
-  if (std::exchange(list.hoverTag, -1) >= 0) effects.Join(RedrawTags(view, context));
+  if (!IsEmpty(view.rows.Leave().dirty)) effects.dirty = ListAreaOf(view, context);
+  view.list.hoverColumn = -1;
+  if (std::exchange(view.list.hoverTag, -1) >= 0) effects.Join(RedrawTags(view, context));
   context.window.TrimSelf();
   return effects;
 }
@@ -241,9 +206,9 @@ Effects Leave(SearchView& view, const ViewContext& context) {
 // By whole categories, and never the list.
 Effects TurnSidebar(SearchView& view, const ViewContext& context, Point point, int delta) {
   const SidebarLayout sidebar = PlaceSidebar(view, context);
-  const int rows = TakeTurn(view.list.sidebarRest, delta);
+  const auto rows = static_cast<int>(TakeTurn(view.list.sidebarRest, delta));
   view.sidebarScroll = std::clamp(sidebar.first - rows, 0, sidebar.scrollLimit);
-  Effects effects = Hover(view, context, PlaceList(view, context), point);
+  Effects effects = Hover(view, context, point);
   effects.syncsBars = true;
   effects.Join(RedrawTags(view, context));
   return effects;
@@ -252,7 +217,7 @@ Effects TurnSidebar(SearchView& view, const ViewContext& context, Point point, i
 Effects Turn(SearchView& view, const ViewContext& context, const MouseEvent& event) {
   const bool isOverSidebar = CurrentWindowSettings.sidebarLayout && event.at.x < view.sidebarWidth &&
                              event.at.y >= view.headerTop;
-  const bool isTable = static_cast<ViewMode>(CurrentWindowSettings.viewMode) == ViewMode::kList;
+  const bool isTable = ViewModeOfSettings() == ViewMode::kList;
   Effects effects;
   if (isOverSidebar) {
     effects = TurnSidebar(view, context, event.at, event.delta);
@@ -298,18 +263,18 @@ Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseE
 }
 
 Effects RefreshHover(SearchView& view, const ViewContext& context, std::optional<Point> mouse) {
-  view.list.hoverRow = -1;
+  view.rows.hoverRow = -1;
   view.list.hoverColumn = -1;
   Effects effects;
-  if (mouse && !IsDragging(view.list)) effects = Hover(view, context, PlaceList(view, context), *mouse);
+  if (mouse && !IsDragging(view)) effects = Hover(view, context, *mouse);
   effects.tip = u"";
   return effects;
 }
 
 bool IsColumnEdge(const SearchView& view, const ViewContext& context, Point point) {
   if (view.list.dragColumn >= 0) return true;
-  const ListLayout layout = PlaceList(view, context);
-  return BarAt(view, layout, point) == Bar::kNone && ColumnEdgeAt(layout, view.scrollX, point) >= 0;
+  return view.rows.BarAt(point) == Bar::kNone &&
+         ColumnEdgeAt(PlaceColumns(view, context), view.rows.scrollX, point) >= 0;
 }
 
 }  // namespace quilmark

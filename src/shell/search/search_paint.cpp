@@ -1,17 +1,14 @@
 #include "shell/search/search_paint.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "config/window_settings.h"
 #include "search/filtered_results.h"
 #include "search/search_state.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/empty_state.h"
-#include "shell/search/highlight.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/result_messages.h"
-#include "shell/search/result_rows.h"
 #include "shell/search/search_places.h"
 #include "shell/view/tag.h"
 
@@ -21,19 +18,6 @@ namespace {
 
 // Pixels at 96 dpi.
 constexpr int kStatusBottom = 72, kStatusHeight = 17, kStatusLeft = 20, kEmptyLine = 30;
-
-void PaintThumb(Canvas& canvas, const ViewContext& context, const Rect& thumb, const ListColors& colors,
-                bool isActive) {
-  canvas.FillRound(thumb, context.Scaled(kThumbRadius), isActive ? colors.heldThumb : colors.thumb);
-}
-
-void PaintBar(Canvas& canvas, const RowsPicture& picture, const std::optional<Scrollbar>& bar,
-              Bar kind) {
-  if (!bar) return;
-  canvas.Fill(bar->track, picture.context.palette.surface);
-  const bool isActive = picture.list.hoverBar == kind || picture.list.dragBar == kind;
-  PaintThumb(canvas, picture.context, bar->thumb, picture.colors, isActive);
-}
 
 void PaintTop(Canvas& canvas, const ViewContext& context, const SearchView& view, Color letters) {
   const int right = context.client.right;
@@ -61,7 +45,9 @@ void PaintSidebar(Canvas& canvas, const ViewContext& context, const SearchView& 
   }
   if (sidebar.scrollLimit > 0) {
     canvas.Fill(sidebar.track, colors.panel);
-    PaintThumb(canvas, context, sidebar.thumb, colors, view.list.dragsSidebar);
+    const BarColors bar = BarColorsOn(context.palette, context.palette.surface);
+    canvas.FillRound(sidebar.thumb, context.Scaled(kThumbRadius),
+                     view.list.dragsSidebar ? bar.heldThumb : bar.thumb);
   }
   canvas.Fill({width - 1, view.headerTop, width, bottom}, context.palette.border);
 }
@@ -72,37 +58,28 @@ Emptiness WhyEmpty(const SearchView& view) {
 }
 
 // What to do here, where there is nothing to see.
-void PaintEmptyState(Canvas& canvas, const RowsPicture& picture, const SearchView& view) {
+void PaintEmptyState(Canvas& canvas, const ViewContext& context, const SearchView& view,
+                     const RowColors& colors) {
   if (DisplayCount != 0 || !Engine().ready) return;
   const EmptyText text = EmptyListText(WhyEmpty(view), CountIndexed(Engine()));
-  const Rect& rows = picture.layout.rows;
-  const int middle = (rows.top + rows.bottom) / 2, line = picture.context.Scaled(kEmptyLine);
+  const Rect rows = view.rows.Grid().rows;
+  const int middle = (rows.top + rows.bottom) / 2, line = context.Scaled(kEmptyLine);
   const CanvasClip clip(canvas, rows);
   canvas.Text({rows.left, middle - line, rows.right, middle}, text.title,
-              {.font = FontRole::kTitle, .color = picture.colors.plain.text, .align = Align::kCentre});
+              {.font = FontRole::kTitle, .color = colors.text, .align = Align::kCentre});
   canvas.Text({rows.left, middle, rows.right, middle + line}, text.detail,
-              {.color = picture.colors.plain.muted, .align = Align::kCentre});
+              {.color = colors.muted, .align = Align::kCentre});
 }
 
 }  // namespace
 
 PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const SearchView& view) {
-  const ListLayout layout = PlaceList(view, context);
   const ListColors colors = ListColorsOf(context.palette);
-  const std::u16string term = HighlightTerm(CurrentQueryText);
-  const RowsPicture picture{.context = context,
-                            .layout = layout,
-                            .colors = colors,
-                            .list = view.list,
-                            .scrollY = view.scrollY,
-                            .scrollX = view.scrollX,
-                            .term = term};
-  canvas.Fill(context.client, context.palette.surface);
-  const PaintOutcome outcome = PaintRows(canvas, picture);
-  PaintEmptyState(canvas, picture, view);
-  PaintHeader(canvas, picture);
-  PaintBar(canvas, picture, VerticalBar(layout, view.scrollY, DisplayCount), Bar::kVertical);
-  PaintBar(canvas, picture, HorizontalBar(layout, view.scrollX), Bar::kHorizontal);
+  const Color ground = context.palette.surface;
+  canvas.Fill(context.client, ground);
+  const PaintOutcome outcome = view.rows.Paint(canvas, context, BarColorsOn(context.palette, ground));
+  PaintEmptyState(canvas, context, view, colors.plain);
+  PaintHeader(canvas, context, view, colors);
   PaintSidebar(canvas, context, view, colors);
   PaintTop(canvas, context, view, colors.status);
   return outcome;
@@ -111,13 +88,13 @@ PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const Searc
 Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& place,
                       const PaintOutcome& outcome) {
   constexpr uint32_t kLaterMs = 100;
-  const Rect rows = PlaceList(view, context).rows;
+  const Rect rows = view.rows.Grid().rows;
   const bool isWhole = Intersection(rows, place) == rows;
-  view.paintedScrollY = view.scrollY;
+  view.paintedScrollY = view.rows.scrollY;
   if (isWhole) view.listPaintedMs = context.nowMs;
   view.paintedMissing = outcome.isMissing || (view.paintedMissing && !isWhole);
   // While the list moves nothing touches the disk; the settle timer comes back to it.
-  if (outcome.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view, context);
+  if (outcome.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view);
   return outcome.isLater ? RequestListRepaint(view, context, kLaterMs) : Effects();
 }
 

@@ -14,10 +14,10 @@ namespace {
 
 // Fits the path column to the rows in view.
 void FitColumns(SearchView& view, const ViewContext& context) {
-  const ListLayout layout = PlaceList(view, context);
+  const ColumnsLayout layout = PlaceColumns(view, context);
   if (layout.view != ViewMode::kList) return;
   const auto rows = ShownResults();
-  const RowsInView inView = RowsToPaint(layout, view.scrollY, rows->size());
+  const RowSpan inView = RowsToPaint(view.rows.Grid(), view.rows.scrollY, rows->size());
   int widest = 0;
   for (uint64_t row = inView.first; row < inView.end; ++row) {
     widest = std::max(widest, context.fonts.WidthOf(FontRole::kList, TextOfRow((*rows)[row]).folder));
@@ -27,17 +27,35 @@ void FitColumns(SearchView& view, const ViewContext& context) {
 
 }  // namespace
 
-ListLayout PlaceList(const SearchView& view, const ViewContext& context) {
-  ListInput input{.view = static_cast<ViewMode>(CurrentWindowSettings.viewMode),
-                  .clientWidth = context.client.right,
-                  .clientHeight = context.client.bottom,
-                  .sidebarWidth = CurrentWindowSettings.sidebarLayout ? view.sidebarWidth : 0,
-                  .headerTop = view.headerTop,
-                  .dpi = context.dpi,
-                  .columns = CurrentWindowSettings.columnWidth};
+ViewMode ViewModeOfSettings() { return static_cast<ViewMode>(CurrentWindowSettings.viewMode); }
+
+ListStyle ListStyleOf(ViewMode mode) {
+  constexpr ListStyle kStyles[] = {
+      {.pitch = 44}, {.pitch = 84, .cell = 110}, {.pitch = 112, .cell = 150}};
+  return kStyles[static_cast<size_t>(mode)];
+}
+
+ColumnsLayout PlaceColumns(const SearchView& view, const ViewContext& context) {
+  ColumnsInput input{.view = ViewModeOfSettings(),
+                     .clientWidth = context.client.right,
+                     .clientHeight = context.client.bottom,
+                     .sidebarWidth = CurrentWindowSettings.sidebarLayout ? view.sidebarWidth : 0,
+                     .headerTop = view.headerTop,
+                     .dpi = context.dpi,
+                     .columns = CurrentWindowSettings.columnWidth};
   // The stored width of the path column is its least; what is shown fits the rows in view.
   input.columns[kPathColumn] = std::max(input.columns[kPathColumn], view.pathColumnWidth);
-  return LayoutList(input);
+  return LayoutColumns(input);
+}
+
+void PlaceList(SearchView& view, const ViewContext& context) {
+  ListView& rows = view.rows;
+  const ListStyle style = ListStyleOf(ViewModeOfSettings());
+  if (style != rows.Style()) rows.SetStyle(style);
+  const ColumnsLayout layout = PlaceColumns(view, context);
+  const int scrollX = rows.scrollX;
+  rows.Place(layout.rows, layout.columnsWidth, context);
+  rows.scrollX = scrollX;
 }
 
 SidebarLayout PlaceSidebar(const SearchView& view, const ViewContext& context) {
@@ -68,12 +86,10 @@ Rect ListAreaOf(const SearchView& view, const ViewContext& context) {
 }
 
 Effects RelayoutList(SearchView& view, const ViewContext& context) {
-  view.scrollY = ClampScroll(PlaceList(view, context), view.scrollY, DisplayCount);
+  PlaceList(view, context);
   FitColumns(view, context);
-  // A bar came or went with the fit.
-  const ListLayout layout = PlaceList(view, context);
-  view.scrollY = ClampScroll(layout, view.scrollY, DisplayCount);
-  view.scrollX = ClampHorizontal(layout, view.scrollX);
+  PlaceList(view, context);  // a bar came or went with the fit
+  view.rows.ScrollSidewaysTo(view.rows.scrollX);
   Effects effects = MoveRename(view, context);
   effects.syncsBars = true;
   effects.rehovers = true;

@@ -2,13 +2,22 @@
 // thread.
 #pragma once
 
+#include "shell/search/columns.h"
 #include "shell/search/layout.h"
-#include "shell/search/list_layout.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {
 
-ListLayout PlaceList(const SearchView& view, const ViewContext& context);
+// How the rows are shown.
+ViewMode ViewModeOfSettings();
+ListStyle ListStyleOf(ViewMode mode);
+
+ColumnsLayout PlaceColumns(const SearchView& view, const ViewContext& context);
+
+// Puts the rows where the columns leave room. How far they stand to the left stays: an edge that is
+// dragged would run away from the mouse.
+void PlaceList(SearchView& view, const ViewContext& context);
+
 SidebarLayout PlaceSidebar(const SearchView& view, const ViewContext& context);
 
 // The buttons of the filter categories, and the height of all that stands above the list.

@@ -1,7 +1,6 @@
 #include "shell/search/search_view.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "config/translate.h"
@@ -155,6 +154,7 @@ std::vector<ControlPlace> SearchView::Layout(const ViewContext& context) {
   }
   const FilterBarLayout bar = PlaceTagButtons(*this, context);
   headerTop = bar.headerTop;
+  PlaceList(*this, context);
   int id = kFirstTag;
   for (const Rect& tag : bar.tags) places.push_back({id++, tag});
   return places;
@@ -164,8 +164,8 @@ Effects SearchView::LaidOut(const ViewContext& context) { return RelayoutList(*t
 
 Effects SearchView::Leave(const ViewContext& context) {
   Effects effects = OnSearchMouse(*this, context, {.kind = Mouse::kLost});  // what was held
-  list.hoverRow = list.hoverColumn = list.hoverTag = -1;
-  list.hoverBar = Bar::kNone;
+  rows.Leave();
+  list.hoverColumn = list.hoverTag = -1;
   effects.Join(CancelRename(*this, context));
   effects.tip = u"";
   return effects;
@@ -175,9 +175,8 @@ void SearchView::Rescale(uint32_t from, uint32_t to) {
   const auto former = static_cast<int>(from), wanted = static_cast<int>(to);
   sidebarWidth = MulDiv(sidebarWidth, wanted, former);
   pathColumnWidth = MulDiv(pathColumnWidth, wanted, former);
-  scrollY = scrollY * wanted / former;  // the same rows stay in view
+  rows.Rescale(from, to);
   savedScrollY = savedScrollY * wanted / former;
-  scrollX = MulDiv(scrollX, wanted, former);
   headerTop = MulDiv(headerTop, wanted, former);
 }
 
@@ -213,17 +212,14 @@ Effects SearchView::OnPan(const PanEvent& event, const ViewContext& context) {
   return effects;
 }
 
-bool SearchView::CanPan(Point at, const ViewContext& context) const {
-  return Holds(PlaceList(*this, context).rows, at);
-}
+bool SearchView::CanPan(Point at, const ViewContext&) const { return Holds(rows.Grid().rows, at); }
 
 Effects SearchView::OnKey(uint32_t key, bool, const ViewContext& context) {
   return TakeListKey(*this, context, key);
 }
 
 Effects SearchView::OnScroll(const ScrollEvent& event, const ViewContext& context) {
-  Effects effects = event.isVertical ? ScrollRows(*this, context, event.command, event.position)
-                                     : ScrollColumns(*this, context, event.command, event.position);
+  Effects effects = ScrollByCommand(*this, context, event);
   effects.tip = u"";
   return effects;
 }
@@ -277,17 +273,9 @@ bool SearchView::HasSizeCursor(Point at, const ViewContext& context) const {
 }
 
 std::vector<BarRange> SearchView::Bars(const ViewContext& context) const {
-  const ListLayout layout = PlaceList(*this, context);
   const SidebarLayout sidebar = PlaceSidebar(*this, context);
-  const int sideways = ClampHorizontal(layout, std::numeric_limits<int>::max());
-  std::vector<BarRange> bars = {
-      RangeOfBar(ScrollLimit(layout, DisplayCount), Height(layout.rows), scrollY),
-      RangeOfBar(sideways, Width(layout.rows), scrollX),
-      RangeOfBar(sidebar.scrollLimit, sidebar.fitting, sidebar.first)};
-  bars[0].id = kVerticalBar;
-  bars[1].id = kHorizontalBar;
-  bars[2].id = kSidebarBar;
-  return bars;
+  return {rows.RangeOf(Bar::kVertical, kVerticalBar), rows.RangeOf(Bar::kHorizontal, kHorizontalBar),
+          RangeOfBar(kSidebarBar, {sidebar.fitting, sidebar.scrollLimit, sidebar.first})};
 }
 
 Rect SearchView::StatusPlace(const ViewContext& context) const {

@@ -10,27 +10,24 @@
 #include "shell/actions/rename_index.h"
 #include "shell/list/repaint_request.h"
 #include "shell/search/engine_port.h"
-#include "shell/search/list_layout.h"
+#include "shell/search/result_rows.h"
 #include "shell/search/row_text.h"
 #include "shell/search/selection.h"
 #include "shell/view/view.h"
 
 namespace quilmark {
 
-// The list under the mouse.
+// What the mouse has chosen and holds, beside the list's own.
 struct ListState {
   Selection selection;
-  int64_t hoverRow = -1;
   int hoverColumn = -1;
   int hoverTag = -1;  // of the sidebar
-  Bar hoverBar = Bar::kNone, dragBar = Bar::kNone;
   uint64_t lastClickMs = 0;
   int64_t lastClickRow = -1;  // on a name; -1: none to follow
   int dragColumn = -1;        // whose edge is held
   int dragColumnX = 0, dragColumnWidth = 0;
-  int wheelRest = 0, tiltRest = 0, sidebarRest = 0;  // of a wheel's turns, see TakeTurn
-  bool dragsSidebar = false;                         // the thumb of its bar is held
-  Point panPoint;                                    // of the finger that moves the rows
+  WheelRest sidebarRest;
+  bool dragsSidebar = false;  // the thumb of its bar is held
 };
 
 // A name that is being edited.
@@ -82,8 +79,8 @@ struct SearchView final : View {
   int32_t sidebarScroll = 0;  // first filter tag in view
 
   // List.
-  int64_t scrollY = 0;
-  int32_t scrollX = 0;
+  ResultRows source{*this};
+  ListView rows{source, {}};
   uint64_t lastScrollTick = 0;  // milliseconds
   bool thumbDragging = false;
   ListState list;

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "shell/search/list_layout.h"
+#include "shell/search/columns.h"
 
 namespace quilmark {
 

@@ -10,7 +10,7 @@ namespace quilmark {
 Effects SetViewMode(SearchView& view, const ViewContext& context, ViewMode mode) {
   constexpr uint32_t kSettleMs = 220;
   CurrentWindowSettings.viewMode = static_cast<int>(mode);
-  view.scrollY = 0;
+  view.rows.scrollY = 0;
   view.lastScrollTick = context.nowMs;
   SaveWindowSettings(context.window.Placement());
   context.window.StartTimer(kTimerScrollSettle, kSettleMs);

@@ -1,6 +1,7 @@
 // How the rows and the filter categories are shown. Interface thread.
 #pragma once
 
+#include "shell/search/columns.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {

@@ -11,9 +11,9 @@ TEST(ScaleChange, RescalesWhatIsKeptInPixels) {
   WindowHarness harness;
   AppState& app = harness.app;
   WindowSettings settings;
-  app.search.scrollY = 44'000'000'000;
+  app.search.rows.scrollY = 44'000'000'000;
   EXPECT_TRUE(TakeScaleChange(app, settings, 144));
-  EXPECT_EQ(app.search.scrollY, 66'000'000'000);
+  EXPECT_EQ(app.search.rows.scrollY, 66'000'000'000);
   EXPECT_EQ(app.systemDpi, 144u);
   EXPECT_EQ(app.search.sidebarWidth, 300);
   EXPECT_EQ(app.search.headerTop, 135);

@@ -96,7 +96,7 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   app.closeBoxPressed = true;
   harness.HoldResults(100);
   FollowNewResults(KeepFiltered::kNo, 100);
-  app.search.scrollY = 440;
+  app.search.rows.scrollY = 440;
   SelectOnly(app.search.list.selection, 3);
   window.texts[kQueryBox] = u"needle";
   CurrentQueryText = u"needle";
@@ -104,7 +104,7 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   Close();
   EXPECT_EQ(window.texts[kQueryBox], u"");
   EXPECT_EQ(CurrentQueryText, u"");
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(app.search.list.selection.focusRow, -1);
   EXPECT_EQ(scopeIndex, kScopeAll);
   EXPECT_FALSE(app.closeBoxPressed);
@@ -132,12 +132,12 @@ TEST_F(WindowEvents, TheCloseButtonBringsTheRecentFilesBack) {
 TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
   Engine().ready = true;
   app.trayIconAdded = true;
-  app.search.scrollY = 440;
+  app.search.rows.scrollY = 440;
   window.texts[kQueryBox] = u"needle";
   scopeIndex = kScopeDesktop;
   Close();
   EXPECT_EQ(window.texts[kQueryBox], u"needle");
-  EXPECT_EQ(app.search.scrollY, 440);
+  EXPECT_EQ(app.search.rows.scrollY, 440);
   EXPECT_EQ(scopeIndex, kScopeDesktop);
 }
 

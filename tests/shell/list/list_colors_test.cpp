@@ -6,6 +6,7 @@
 
 #include "config/contrast.h"
 #include "config/system_palette.h"
+#include "shell/list/list_view.h"
 #include "shell/preset_palette.h"
 
 namespace quilmark {
@@ -40,7 +41,7 @@ TEST_P(ListColorsIn, TellsRowsApart) {
   for (const RowColors& row : {colors.plain, colors.selected}) {
     EXPECT_GE(std::abs(Luminance(row.ground) - Luminance(row.hit)), 18);
   }
-  EXPECT_GE(ContrastRatio(palette.surface, colors.thumb), 2);
+  EXPECT_GE(ContrastRatio(palette.surface, BarColorsOn(palette, palette.surface).thumb), 2);
   EXPECT_GE(ContrastRatio(palette.surface, colors.plain.file), 3);
   EXPECT_EQ(colors.hovered.hit, colors.plain.hit);  // nothing flickers under the mouse
 }
@@ -55,7 +56,8 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
                                .buttonFace = ColorOfHex(0x020202),
                                .grayText = ColorOfHex(0x3FF23F),
                                .hotLight = ColorOfHex(0xFFFF00)};
-  const ListColors colors = ListColorsOf(SystemPalette(system));
+  const Palette palette = SystemPalette(system);
+  const ListColors colors = ListColorsOf(palette);
   EXPECT_EQ(colors.plain.ground, system.window);
   EXPECT_EQ(colors.plain.text, system.windowText);
   EXPECT_EQ(colors.hovered.text, system.hotLight);
@@ -64,7 +66,7 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
   EXPECT_EQ(colors.selected.folder, system.highlightText);
   EXPECT_EQ(colors.plain.hit, system.highlight);
   EXPECT_EQ(colors.plain.hitText, system.highlightText);
-  EXPECT_EQ(colors.thumb, system.windowText);
+  EXPECT_EQ(BarColorsOn(palette, palette.surface).thumb, system.windowText);
   EXPECT_EQ(colors.band, system.buttonFace);
 }
 

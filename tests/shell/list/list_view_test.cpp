@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "config/contrast.h"
 #include "shell/list/list_stage.h"
 
 namespace quilmark {
@@ -409,11 +410,12 @@ TEST_F(ListViewTest, AnswersInAPlaceThatIsInsideOut) {
 TEST(BarColors, StandOutOfTheirGround) {
   for (const bool isDark : {false, true}) {
     const Palette palette = ThemeDefaults(isDark);
-    const BarColors onSurface = BarColorsOn(palette, palette.surface);
-    const ListColors list = ListColorsOf(palette);
-    EXPECT_EQ(onSurface.thumb, list.thumb);
-    EXPECT_EQ(onSurface.heldThumb, list.heldThumb);
-    EXPECT_NE(BarColorsOn(palette, palette.cardBackground).thumb, palette.cardBackground);
+    for (const Color ground : {palette.surface, palette.cardBackground}) {
+      const BarColors bars = BarColorsOn(palette, ground);
+      EXPECT_EQ(bars.track, ground);
+      EXPECT_GE(ContrastRatio(ground, bars.thumb), 2);
+      EXPECT_EQ(bars.heldThumb, palette.accent);
+    }
   }
   Palette system = ThemeDefaults(false);
   system.isSystem = true;

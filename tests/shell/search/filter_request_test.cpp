@@ -20,7 +20,7 @@ class FilterRequest : public testing::Test {
   FilterRequest() {
     harness.engine.filters = true;
     app.search.isBoxEnabled = true;
-    app.search.scrollY = 440;
+    app.search.rows.scrollY = 440;
     volume = AddVolume(Engine(), MakeTestVolume());
     auto rows = std::make_shared<ResultSet>();
     rows->push_back({volume, AddFolder(*volume, u"papers")});
@@ -54,7 +54,7 @@ class FilterRequest : public testing::Test {
 TEST_F(FilterRequest, ATagNarrowsFromTheTopOfTheListAndGivesTheSearchBoxTheFocus) {
   harness.Carry(SelectFilterTag(app.search, harness.Context(), kDocuments));
   EXPECT_EQ(ActiveCategory, kDocuments);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(window.calls,
             (Calls{"RedrawTags", "FocusSearchBox", "SyncBars", "Rehover", "InvalidateList"}));
   EXPECT_EQ(NamesAfterTheFilter(), (Names{u"letter.txt", u"table.xlsx"}));
@@ -81,7 +81,7 @@ TEST_F(FilterRequest, ATagThatIsNoneMeansAllFiles) {
 TEST_F(FilterRequest, PresetsNarrowFromTheTopOfTheList) {
   CurrentWindowSettings.sizePreset = k1To100MB;
   harness.Carry(ApplyFilters(app.search, harness.Context()));
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(window.calls, (Calls{"SyncBars", "Rehover", "InvalidateList"}));
   EXPECT_EQ(NamesAfterTheFilter(), Names{u"table.xlsx"});
 }

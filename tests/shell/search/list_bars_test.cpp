@@ -1,7 +1,8 @@
 // The bars of the list under a mouse that holds their thumbs.
 #include <gtest/gtest.h>
 
-#include "shell/search/list_input.h"
+#include "shell/search/grid_in.h"
+#include "shell/search/list_scroll.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
 
@@ -10,16 +11,16 @@ namespace {
 
 constexpr int kRowsWidth = 1'088, kColumnsWidth = 1'760, kLimit = kColumnsWidth - kRowsWidth;
 
-ListLayout WiderThanTheWindow(int sidebarWidth = 0) {
-  return LayoutList({.clientWidth = 1'100,
-                     .clientHeight = 700,
-                     .sidebarWidth = sidebarWidth,
-                     .headerTop = 90,
-                     .columns = {60, 280, 100, 160, 160, 1'000}});
+ColumnsLayout WiderThanTheWindow(int sidebarWidth = 0) {
+  return LayoutColumns({.clientWidth = 1'100,
+                        .clientHeight = 700,
+                        .sidebarWidth = sidebarWidth,
+                        .headerTop = 90,
+                        .columns = {60, 280, 100, 160, 160, 1'000}});
 }
 
 TEST(HorizontalBar, HasAThumbInProportion) {
-  const ListLayout list = WiderThanTheWindow();
+  const RowGrid list = GridIn(WiderThanTheWindow());
   const int thumb = kRowsWidth * kRowsWidth / kColumnsWidth;
   EXPECT_EQ(HorizontalBar(list, 0)->track, (Rect{0, 688, kRowsWidth, 698}));
   EXPECT_EQ(HorizontalBar(list, 0)->thumb, (Rect{0, 688, thumb, 698}));
@@ -27,7 +28,7 @@ TEST(HorizontalBar, HasAThumbInProportion) {
 }
 
 TEST(HorizontalBar, FollowsTheCursorToBothEnds) {
-  const Scrollbar bar = *HorizontalBar(WiderThanTheWindow(), 0);
+  const Scrollbar bar = *HorizontalBar(GridIn(WiderThanTheWindow()), 0);
   EXPECT_EQ(DragToOffset(bar, Bar::kHorizontal, -10'000, kLimit), 0);
   EXPECT_EQ(DragToOffset(bar, Bar::kHorizontal, 10'000, kLimit), kLimit);
   EXPECT_NEAR(static_cast<double>(DragToOffset(bar, Bar::kHorizontal, kRowsWidth / 2, kLimit)),
@@ -36,7 +37,7 @@ TEST(HorizontalBar, FollowsTheCursorToBothEnds) {
 
 TEST(HorizontalBar, KeepsTheThumbUnderTheCursor) {
   for (const int sidebar : {0, 200}) {
-    const ListLayout list = WiderThanTheWindow(sidebar);
+    const RowGrid list = GridIn(WiderThanTheWindow(sidebar));
     const int limit = kLimit + sidebar;
     // The whole way of the thumb's middle.
     const Rect first = HorizontalBar(list, 0)->thumb, last = HorizontalBar(list, limit)->thumb;
@@ -54,13 +55,14 @@ TEST(HorizontalBar, TakesTheColumnsToWhereItsThumbIsHeld) {
   WindowHarness harness;
   AppState& app = harness.app;
   CurrentWindowSettings.columnWidth = WiderThanTheWindow().columns;
-  app.search.list.dragBar = Bar::kHorizontal;
+  PlaceList(app.search, harness.Context());
+  app.search.rows.dragBar = Bar::kHorizontal;
   harness.Carry(MoveThumb(app.search, harness.Context(10'000), {kRowsWidth / 2, 690}));
-  EXPECT_NEAR(app.search.scrollX, kLimit / 2, 2);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_NEAR(app.search.rows.scrollX, kLimit / 2, 2);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_TRUE(harness.window.timers.contains(kTimerRepaint));
   harness.Carry(MoveThumb(app.search, harness.Context(10'001), {-5, 690}));
-  EXPECT_EQ(app.search.scrollX, 0);
+  EXPECT_EQ(app.search.rows.scrollX, 0);
 }
 
 }  // namespace

@@ -19,16 +19,20 @@ class ListScrollCommands : public testing::Test {
     CurrentWindowSettings.columnWidth = {60, 280, 100, 160, 160, 440};
     app_.clientWidth = 812;
     app_.clientHeight = 582;  // ten rows of 44 in 800 x 440
-    DisplayCount = 100;
+    Hold(100);
   }
   ~ListScrollCommands() override { DisplayCount = 0; }
+  void Hold(uint64_t rows) {
+    DisplayCount = rows;
+    PlaceList(app_.search, harness_.Context());
+  }
   int64_t Rows(ScrollCommand command, int64_t position = 0) {
-    harness_.Carry(ScrollRows(app_.search, harness_.Context(kNow), command, position));
-    return app_.search.scrollY;
+    harness_.Carry(ScrollByCommand(app_.search, harness_.Context(kNow), {true, command, position}));
+    return app_.search.rows.scrollY;
   }
   int64_t Columns(ScrollCommand command, int64_t position = 0) {
-    harness_.Carry(ScrollColumns(app_.search, harness_.Context(kNow), command, position));
-    return app_.search.scrollX;
+    harness_.Carry(ScrollByCommand(app_.search, harness_.Context(kNow), {false, command, position}));
+    return app_.search.rows.scrollX;
   }
 
   void Pan(Point finger, bool isFirst = false) {
@@ -60,8 +64,9 @@ TEST_F(ListScrollCommands, MoveTheColumns) {
   EXPECT_EQ(Columns(ScrollCommand::kPageOn), 400);
   EXPECT_EQ(Columns(ScrollCommand::kBegin), 0);
   EXPECT_EQ(Columns(ScrollCommand::kEnd), 400);
-  EXPECT_EQ(app_.search.scrollY, 0);
+  EXPECT_EQ(app_.search.rows.scrollY, 0);
   CurrentWindowSettings.viewMode = static_cast<int>(ViewMode::kSmallIcons);
+  Hold(100);
   EXPECT_EQ(Columns(ScrollCommand::kLineOn), 0) << "icons have no columns";
 }
 
@@ -72,27 +77,35 @@ TEST_F(ListScrollCommands, KeepTheDiskOutOfItUntilTheListRests) {
   EXPECT_EQ(harness_.window.Count("SyncBars"), 0u);
 }
 
+TEST_F(ListScrollCommands, CountAsScrollingAlsoAtTheEnd) {
+  Rows(ScrollCommand::kDone);
+  Columns(ScrollCommand::kLineBack);
+  EXPECT_EQ(app_.search.lastScrollTick, 0u);
+  Rows(ScrollCommand::kLineBack);
+  EXPECT_EQ(app_.search.lastScrollTick, kNow);
+}
+
 TEST_F(ListScrollCommands, ReachEveryRowOfAListThatABarCannotCount) {
-  DisplayCount = 1'000'000'000;
-  const int64_t limit = ScrollLimit(PlaceList(app_.search, harness_.Context()), DisplayCount),
-                step = PixelsOfBarStep(limit, 440);
+  Hold(1'000'000'000);
+  const int64_t limit = ScrollLimit(app_.search.rows.Grid(), DisplayCount),
+                step = PixelsOfBarStep({440, limit});
   EXPECT_EQ(step, 32);
   EXPECT_EQ(Rows(ScrollCommand::kTo, limit / step), limit / step * step);
-  EXPECT_EQ(PixelsOfBarStep(1'000, 440), 1);
+  EXPECT_EQ(PixelsOfBarStep({440, 1'000}), 1);
 }
 
 TEST_F(ListScrollCommands, LeaveTheRowsUnderAFinger) {
   Pan({400, 500}, true);
-  EXPECT_EQ(app_.search.scrollY, 0);
+  EXPECT_EQ(app_.search.rows.scrollY, 0);
   Pan({390, 350});
-  EXPECT_EQ(app_.search.scrollY, 150);
-  EXPECT_EQ(app_.search.scrollX, 10);
+  EXPECT_EQ(app_.search.rows.scrollY, 150);
+  EXPECT_EQ(app_.search.rows.scrollX, 10);
   Pan({500, 1'000});
-  EXPECT_EQ(app_.search.scrollY, 0);
-  EXPECT_EQ(app_.search.scrollX, 0);
+  EXPECT_EQ(app_.search.rows.scrollY, 0);
+  EXPECT_EQ(app_.search.rows.scrollX, 0);
   Pan({100, 100}, true);  // another finger
   Pan({100, 90});
-  EXPECT_EQ(app_.search.scrollY, 10);
+  EXPECT_EQ(app_.search.rows.scrollY, 10);
 }
 
 }  // namespace

@@ -60,10 +60,10 @@ TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
 
 TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
   harness.HoldResults(10);
-  app.search.scrollY = 440;
+  app.search.rows.scrollY = 440;
   SelectOnly(app.search.list.selection, 7);
   EXPECT_FALSE(Take(WM_SEARCH_RESULTS, searchGeneration - 1, kFinal));
-  EXPECT_EQ(app.search.scrollY, 440);
+  EXPECT_EQ(app.search.rows.scrollY, 440);
   EXPECT_EQ(app.search.list.selection.focusRow, 7);
   EXPECT_EQ(window.title, u"before");
   EXPECT_TRUE(window.calls.empty());
@@ -71,20 +71,20 @@ TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
 }
 
 TEST_F(ResultMessages, FinalResultsBeginAtTheTop) {
-  app.search.scrollY = 440;
+  app.search.rows.scrollY = 440;
   SelectOnly(app.search.list.selection, 7);
   TakeResults(kFinal);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(app.search.list.selection.focusRow, -1);
 }
 
 TEST_F(ResultMessages, PartialAndSortedResultsKeepTheScrollPositionAndNoSelection) {
   for (const int64_t kind : {kPartial, kSorted}) {
     harness.HoldResults(100);
-    app.search.scrollY = 440;
+    app.search.rows.scrollY = 440;
     SelectOnly(app.search.list.selection, 2);
     TakeResults(kind);
-    EXPECT_EQ(app.search.scrollY, 440);
+    EXPECT_EQ(app.search.rows.scrollY, 440);
     EXPECT_TRUE(app.search.list.selection.rows.empty()) << "its rows are numbers of the former order";
   }
 }
@@ -96,16 +96,16 @@ TEST_F(ResultMessages, ASavedScrollPositionIsTakenOnceByFinalResults) {
   TakeResults(kPartial);
   EXPECT_TRUE(app.search.keepScrollOnce);
   TakeResults(kFinal);
-  EXPECT_EQ(app.search.scrollY, 880);
+  EXPECT_EQ(app.search.rows.scrollY, 880);
   TakeResults(kFinal);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
 }
 
 TEST_F(ResultMessages, ASavedScrollPositionIsNeverAboveTheTop) {
   app.search.keepScrollOnce = true;
   app.search.savedScrollY = -5;
   TakeResults(kFinal);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
 }
 
 TEST_F(ResultMessages, SortedResultsKeepTheFilteredCountUntilTheFilterReports) {

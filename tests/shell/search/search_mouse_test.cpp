@@ -31,17 +31,19 @@ class SearchMouse : public testing::Test {
   }
   Effects Send(Mouse kind, Point at) { return Send({.kind = kind, .at = at}); }
 
-  ListLayout Layout() const { return PlaceList(app.search, Context()); }
+  ColumnsLayout Layout() const { return PlaceColumns(app.search, Context()); }
   Point InRow(uint64_t row, int x = 150) const {
-    const Rect place = PlaceOfRow(Layout(), app.search.scrollY, row);
+    const Rect place = app.search.rows.PlaceOf(row);
     return {x, (place.top + place.bottom) / 2};
   }
   static Point MiddleOf(const Rect& place) {
     return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
   }
-  Scrollbar Vertical() const { return *VerticalBar(Layout(), app.search.scrollY, DisplayCount); }
+  Scrollbar Vertical() const {
+    return *VerticalBar(app.search.rows.Grid(), app.search.rows.scrollY, DisplayCount);
+  }
   Point EdgeOf(int column) const {
-    return {ColumnLeft(Layout(), app.search.scrollX, column + 1), MiddleOf(Layout().header).y};
+    return {ColumnLeft(Layout(), app.search.rows.scrollX, column + 1), MiddleOf(Layout().header).y};
   }
   // What is painted anew at the next timer.
   std::optional<Rect> Dirty() const {
@@ -97,10 +99,10 @@ TEST_F(SearchMouse, AThumbIsHeldUntilItIsLetGoOf) {
   EXPECT_EQ(Send(Mouse::kPress, thumb).capture, Capture::kTake);
   EXPECT_TRUE(app.search.thumbDragging);
   Send(Mouse::kMove, {thumb.x, thumb.y + 100});
-  const int64_t moved = app.search.scrollY;
+  const int64_t moved = app.search.rows.scrollY;
   EXPECT_GT(moved, 0);
   Send(Mouse::kMove, {0, thumb.y + 150});  // however far beside the bar
-  EXPECT_GT(app.search.scrollY, moved);
+  EXPECT_GT(app.search.rows.scrollY, moved);
   window.calls.clear();
   const Effects end = Send(Mouse::kRelease, {thumb.x, thumb.y + 150});
   EXPECT_EQ(end.capture, Capture::kRelease);
@@ -113,15 +115,15 @@ TEST_F(SearchMouse, ALostCaptureEndsADragAndReleasesNothing) {
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_EQ(Send({.kind = Mouse::kLost}).capture, Capture::kKeep);
   EXPECT_FALSE(app.search.thumbDragging);
-  EXPECT_EQ(app.search.list.dragBar, Bar::kNone);
+  EXPECT_EQ(app.search.rows.dragBar, Bar::kNone);
 }
 
 TEST_F(SearchMouse, APressBesideAThumbMovesItAndHoldsNothing) {
   const Scrollbar bar = Vertical();
   const Effects effects = Send(Mouse::kPress, {bar.track.left + 2, bar.track.bottom - 5});
   EXPECT_EQ(effects.capture, Capture::kKeep);
-  EXPECT_EQ(app.search.scrollY, ScrollLimit(Layout(), DisplayCount));
-  EXPECT_EQ(app.search.list.dragBar, Bar::kNone);
+  EXPECT_EQ(app.search.rows.scrollY, ScrollLimit(app.search.rows.Grid(), DisplayCount));
+  EXPECT_EQ(app.search.rows.dragBar, Bar::kNone);
   EXPECT_EQ(window.timers.at(kTimerScrollSettle), 220u);
 }
 
@@ -151,24 +153,40 @@ TEST_F(SearchMouse, AnEdgeOfAColumnIsDraggedAndKept) {
   EXPECT_EQ(window.Count("Placement"), 1u);
 }
 
+// Its columns end further left with each move then, and the rows have to stay where they are.
+TEST_F(SearchMouse, AnEdgeIsDraggedFromTheEndOfTheColumnsToo) {
+  picture.Resize(500, 700);
+  app.search.rows.ScrollSidewaysTo(10'000);
+  const int before = CurrentWindowSettings.columnWidth[4], scrollX = app.search.rows.scrollX;
+  const Point edge = EdgeOf(4);
+  Send(Mouse::kPress, edge);
+  for (const int left : {10, 20, 20}) {
+    Send(Mouse::kMove, {edge.x - left, edge.y});
+    EXPECT_EQ(CurrentWindowSettings.columnWidth[4], before - left);
+    EXPECT_EQ(app.search.rows.scrollX, scrollX);
+  }
+  Send(Mouse::kRelease, {edge.x - 20, edge.y});
+  EXPECT_EQ(app.search.rows.scrollX, HorizontalLimit(app.search.rows.Grid())) << "within them again";
+}
+
 TEST_F(SearchMouse, WheelsScrollByNotches) {
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -240});
-  EXPECT_EQ(app.search.scrollY, 200);
+  EXPECT_EQ(app.search.rows.scrollY, 200);
   EXPECT_EQ(Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = 120}).tip, u"");
-  EXPECT_EQ(app.search.scrollY, 100);
+  EXPECT_EQ(app.search.rows.scrollY, 100);
 }
 
 TEST_F(SearchMouse, WheelsGoSidewaysWithShiftAndByTheirTilt) {
   picture.Resize(500, 700);
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
-  const int once = app.search.scrollX;
+  const int once = app.search.rows.scrollX;
   EXPECT_GT(once, 0);
   Send({.kind = Mouse::kTilt, .delta = 120});
-  EXPECT_GT(app.search.scrollX, once);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_GT(app.search.rows.scrollX, once);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   picture.SetView(ViewMode::kLargeIcons);
   Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
-  EXPECT_GT(app.search.scrollY, 0) << "icons have no sideways";
+  EXPECT_GT(app.search.rows.scrollY, 0) << "icons have no sideways";
 }
 
 TEST_F(SearchMouse, AWheelOverTheSidebarTurnsItsCategoriesAlone) {
@@ -177,9 +195,21 @@ TEST_F(SearchMouse, AWheelOverTheSidebarTurnsItsCategoriesAlone) {
   const Effects effects =
       Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
   EXPECT_EQ(app.search.sidebarScroll, 1);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_TRUE(effects.syncsBars);
   EXPECT_EQ(window.Count("RedrawTags"), 2u) << "another category is under the mouse";
+}
+
+TEST_F(SearchMouse, AWheelOverTheSidebarLeavesAHeldThumbWhereItIs) {
+  picture.SetSidebar(true);
+  picture.Resize(1'100, 300);
+  const Point thumb = MiddleOf(Vertical().thumb);
+  Send(Mouse::kPress, thumb);
+  Send(Mouse::kMove, {thumb.x, thumb.y + 50});
+  const int64_t held = app.search.rows.scrollY;
+  Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
+  EXPECT_EQ(app.search.sidebarScroll, 1);
+  EXPECT_EQ(app.search.rows.scrollY, held);
 }
 
 TEST_F(SearchMouse, ThumbOfTheSidebarIsDragged) {
@@ -204,12 +234,11 @@ TEST_F(SearchMouse, APressOnACategoryOfTheSidebarFiltersByIt) {
 
 TEST_F(SearchMouse, TwoRowsAreDrawnAnewWhereTheMouseGoesFromOneToTheNext) {
   EXPECT_TRUE(Send(Mouse::kMove, InRow(2)).tracksMouse);
-  EXPECT_EQ(app.search.list.hoverRow, 2);
+  EXPECT_EQ(app.search.rows.hoverRow, 2);
   app.search.repaint.isPending = false;
   app.search.repaint.only.reset();
   EXPECT_EQ(Send(Mouse::kMove, InRow(3)).tip, u"") << "that of the former row";
-  const ListLayout layout = Layout();
-  EXPECT_EQ(Dirty(), Union(PlaceOfRow(layout, 0, 2), PlaceOfRow(layout, 0, 3)));
+  EXPECT_EQ(Dirty(), Union(app.search.rows.PlaceOf(2), app.search.rows.PlaceOf(3)));
   app.search.repaint.isPending = false;
   EXPECT_FALSE(Send(Mouse::kMove, InRow(3, 160)).tip.has_value());
   EXPECT_FALSE(app.search.repaint.isPending) << "nothing has changed";
@@ -236,7 +265,7 @@ TEST_F(SearchMouse, AllRowsAreDrawnAnewUnderAMouseThatMovesOnceInAWhile) {
 }
 
 TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
-  const Rect client = picture.Context().client, part = PlaceOfRow(Layout(), 0, 1);
+  const Rect client = picture.Context().client, part = app.search.rows.PlaceOf(1);
   NoteListPaint(app.search, Context(), client, {.isMissing = true});
   NoteListPaint(app.search, Context(), part, {});
   EXPECT_TRUE(app.search.paintedMissing);
@@ -249,8 +278,8 @@ TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
 TEST_F(SearchMouse, ABarUnderTheMouseIsDrawnAnew) {
   const Scrollbar bar = Vertical();
   Send(Mouse::kMove, MiddleOf(bar.track));
-  EXPECT_EQ(app.search.list.hoverBar, Bar::kVertical);
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverBar, Bar::kVertical);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
   EXPECT_EQ(Dirty(), bar.track);
 }
 
@@ -258,7 +287,7 @@ TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
   Send(Mouse::kMove, InRow(2));
   const Effects effects = Send({.kind = Mouse::kLeave});
   EXPECT_EQ(effects.tip, u"");
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
   EXPECT_EQ(window.Count("TrimSelf"), 1u);
   Send({.kind = Mouse::kLeave});
@@ -267,7 +296,7 @@ TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
 
 TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
   Effects effects = Send(Mouse::kRest, InRow(4));
-  EXPECT_EQ(app.search.list.hoverRow, 4);
+  EXPECT_EQ(app.search.rows.hoverRow, 4);
   ASSERT_TRUE(effects.tip.has_value());
   EXPECT_EQ(*effects.tip, TipOfCell(ViewMode::kList, 4, 1).text);
   EXPECT_FALSE(effects.tip->empty());
@@ -278,7 +307,7 @@ TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
 TEST_F(SearchMouse, NoTipComesWhileSomethingIsHeld) {
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(Send(Mouse::kRest, InRow(4)).tip.has_value());
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
 }
 
 TEST_F(SearchMouse, ATipAsksForWhatIsNotKnownOnceTheListRests) {
@@ -293,14 +322,14 @@ TEST_F(SearchMouse, ATipAsksForWhatIsNotKnownOnceTheListRests) {
 
 TEST_F(SearchMouse, RowsThatMoveBelowTheMouseTakeTheHoverOver) {
   const Effects effects = RefreshHover(app.search, Context(), InRow(5));
-  EXPECT_EQ(app.search.list.hoverRow, 5);
+  EXPECT_EQ(app.search.rows.hoverRow, 5);
   EXPECT_EQ(effects.tip, u"");
   EXPECT_TRUE(effects.tracksMouse);
   EXPECT_FALSE(RefreshHover(app.search, Context(), std::nullopt).tracksMouse);
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
   Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(RefreshHover(app.search, Context(), InRow(5)).tracksMouse);
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
 }
 
 }  // namespace

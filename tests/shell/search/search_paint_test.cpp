@@ -55,11 +55,11 @@ TEST_P(SearchPictureInTiles, IsTheSame) {
   SearchPicture picture(GetParam());
   CurrentWindowSettings.tableGridLines = true;
   SelectOnly(picture.app.search.list.selection, 3);
-  picture.app.search.list.hoverRow = 1;
-  picture.app.search.scrollY = 17;
   picture.Resize(ScaleFor(GetParam(), 700), ScaleFor(GetParam(), 420));
   for (const ViewMode view : {ViewMode::kList, ViewMode::kSmallIcons, ViewMode::kLargeIcons}) {
     picture.SetView(view);
+    picture.app.search.rows.hoverRow = 1;
+    picture.app.search.rows.scrollY = 17;
     for (const bool isAtSide : {false, true}) {
       picture.SetSidebar(isAtSide);
       EXPECT_EQ(PixelsThatTilesChange(
@@ -95,7 +95,7 @@ TEST_P(SearchPictureIn, CanBeRead) {
   CurrentPalette = PaletteOf(GetParam());
   SelectOnly(picture.app.search.list.selection, 2);
   SelectToggle(picture.app.search.list.selection, 4);
-  picture.app.search.list.hoverRow = 0;
+  picture.app.search.rows.hoverRow = 0;
   picture.app.search.list.hoverTag = 2;
   for (const bool isAtSide : {false, true}) {
     picture.SetSidebar(isAtSide);
@@ -114,10 +114,27 @@ TEST(SearchPaint, CostsTheRowsInViewHoweverManyThereAre) {
   EXPECT_EQ(picture.Painted().drawn.size(), drawn);
 }
 
+// The rows are another thread's to replace, and their count follows with its message.
+TEST(SearchPaint, DrawsNothingOfRowsThatAreGone) {
+  SearchPicture picture;
+  picture.Hold(3);
+  const size_t three = picture.Painted().drawn.size();
+  DisplayCount = 8;
+  EXPECT_EQ(picture.Painted().drawn.size(), three);
+}
+
+TEST(SearchPaint, BeginsAtTheTopInAnotherView) {
+  SearchPicture picture;
+  picture.app.search.rows.scrollY = 440;
+  picture.SetView(ViewMode::kList);
+  EXPECT_EQ(picture.app.search.rows.scrollY, 440);
+  picture.SetView(ViewMode::kLargeIcons);
+  EXPECT_EQ(picture.app.search.rows.scrollY, 0);
+}
+
 TEST(SearchPaint, DrawsNothingOfRowsThatAreNotShown) {
   SearchPicture picture;
-  const ListLayout layout = PlaceList(picture.app.search, picture.Context());
-  const Rect third = PlaceOfRow(layout, 0, 2);
+  const Rect third = picture.app.search.rows.PlaceOf(2);
   RecordingCanvas canvas(third);
   PaintSearch(canvas, picture.Context(), picture.app.search);
   for (const Drawn& drawn : canvas.drawn) {

@@ -59,7 +59,10 @@ class SearchPicture {
     app.clientHeight = height;
     app.search.Layout(Context());
   }
-  void SetView(ViewMode view) { CurrentWindowSettings.viewMode = static_cast<int>(view); }
+  void SetView(ViewMode view) {
+    CurrentWindowSettings.viewMode = static_cast<int>(view);
+    Resize(app.clientWidth, app.clientHeight);
+  }
   void SetSidebar(bool isShown) {
     CurrentWindowSettings.sidebarLayout = isShown;
     Resize(app.clientWidth, app.clientHeight);

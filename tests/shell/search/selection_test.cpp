@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/search/list_input.h"
 #include "shell/search/list_scroll.h"
+#include "shell/search/row_press.h"
 #include "shell/search/search_places.h"
 #include "shell/window_harness.h"
 
@@ -127,6 +127,7 @@ class ListScrolling : public testing::Test {
   ListScrolling() {
     DisplayCount = 1'000;
     CurrentWindowSettings.columnWidth = {60, 280, 100, 160, 160, 1'000};
+    PlaceList(app.search, harness.Context());
   }
   void Wheel(int delta, uint64_t nowMs) {
     harness.Carry(ScrollByWheel(app.search, harness.Context(nowMs), delta));
@@ -134,11 +135,13 @@ class ListScrolling : public testing::Test {
   void Sideways(int delta, uint64_t nowMs) {
     harness.Carry(ScrollSideways(app.search, harness.Context(nowMs), delta));
   }
-  void To(int64_t y, uint64_t nowMs) { harness.Carry(ScrollTo(app.search, harness.Context(nowMs), y)); }
+  void To(int64_t y, uint64_t nowMs) {
+    harness.Carry(FollowScroll(app.search, harness.Context(nowMs), app.search.rows.ScrollTo(y)));
+  }
   void Thumb(Point cursor, uint64_t nowMs) {
     harness.Carry(MoveThumb(app.search, harness.Context(nowMs), cursor));
   }
-  int64_t Limit() { return ScrollLimit(PlaceList(app.search, harness.Context()), 1'000); }
+  int64_t Limit() { return ScrollLimit(app.search.rows.Grid(), 1'000); }
 
   WindowHarness harness;
   RecordingWindow& window = harness.window;
@@ -147,18 +150,18 @@ class ListScrolling : public testing::Test {
 
 TEST_F(ListScrolling, TakesAHundredPixelsANotch) {
   Wheel(-120, 10'000);
-  EXPECT_EQ(app.search.scrollY, 100);
+  EXPECT_EQ(app.search.rows.scrollY, 100);
   Wheel(60, 10'001);
-  EXPECT_EQ(app.search.scrollY, 50);
+  EXPECT_EQ(app.search.rows.scrollY, 50);
   Wheel(1'200, 10'002);
-  EXPECT_EQ(app.search.scrollY, 0);
+  EXPECT_EQ(app.search.rows.scrollY, 0);
 }
 
 TEST_F(ListScrolling, ChangesNothingButTheOffsetInABurst) {
   for (int i = 0; i < 1'000; ++i) Wheel(-120, 10'000);
   // No range, no column, no repaint of its own.
   EXPECT_TRUE(window.calls.empty());
-  EXPECT_EQ(app.search.scrollY, Limit());
+  EXPECT_EQ(app.search.rows.scrollY, Limit());
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30004, 400}, {30014, 12}}));
 }
 
@@ -179,46 +182,46 @@ TEST_F(ListScrolling, BringsTheListUpToDateAtRest) {
 }
 
 TEST_F(ListScrolling, FollowsAHeldThumb) {
-  app.search.list.dragBar = Bar::kVertical;
+  app.search.rows.dragBar = Bar::kVertical;
   app.search.thumbDragging = true;
   Thumb({1'090, 100'000}, 10'000);
-  EXPECT_EQ(app.search.scrollY, Limit());
+  EXPECT_EQ(app.search.rows.scrollY, Limit());
   EXPECT_EQ(window.Count("SyncBars"), 1u);
-  app.search.list.dragBar = Bar::kHorizontal;
+  app.search.rows.dragBar = Bar::kHorizontal;
   Thumb({100'000, 690}, 10'000);
-  EXPECT_EQ(app.search.scrollX, 1'760 - 1'088);
+  EXPECT_EQ(app.search.rows.scrollX, 1'760 - 1'088);
 }
 
 TEST_F(ListScrolling, MovesSidewaysByFortyPixelsANotch) {
   Sideways(120, 10'000);
-  EXPECT_EQ(app.search.scrollX, 40);
+  EXPECT_EQ(app.search.rows.scrollX, 40);
   Sideways(-240, 10'000);
-  EXPECT_EQ(app.search.scrollX, 0);
+  EXPECT_EQ(app.search.rows.scrollX, 0);
 }
 
 TEST_F(ListScrolling, LosesNothingOfATouchpadsSmallTurns) {
   for (int i = 0; i < 120; ++i) Wheel(-1, 10'000);
-  EXPECT_EQ(app.search.scrollY, 100);
+  EXPECT_EQ(app.search.rows.scrollY, 100);
   for (int i = 0; i < 12; ++i) Sideways(10, 10'000);
-  EXPECT_EQ(app.search.scrollX, 40);
+  EXPECT_EQ(app.search.rows.scrollX, 40);
 }
 
 TEST_F(ListScrolling, MarksNoRowAsHoveredThatMovedAway) {
-  app.search.list.hoverRow = 3;
+  app.search.rows.hoverRow = 3;
   Wheel(-120, 10'000);
-  EXPECT_EQ(app.search.list.hoverRow, -1);
+  EXPECT_EQ(app.search.rows.hoverRow, -1);
 }
 
 TEST(TakeTurn, GivesWholeStepsAndKeepsTheRest) {
-  int rest = 0;
+  WheelRest rest;
   EXPECT_EQ(TakeTurn(rest, 360), 3);
   EXPECT_EQ(TakeTurn(rest, 50), 0);
   EXPECT_EQ(TakeTurn(rest, 50), 0);
   EXPECT_EQ(TakeTurn(rest, 50), 1);
-  EXPECT_EQ(rest, 30);
+  EXPECT_EQ(rest.part, 30);
   EXPECT_EQ(TakeTurn(rest, -100), 0) << "the other way round begins anew";
   EXPECT_EQ(TakeTurn(rest, -20), -1);
-  EXPECT_EQ(rest, 0);
+  EXPECT_EQ(rest.part, 0);
 }
 
 }  // namespace

@@ -176,7 +176,7 @@ void FillRows(AppState& app, MainWindow& window, uint32_t count) {
     CurrentResults = rows;
   }
   FollowNewResults(KeepFiltered::kNo, count);
-  app.search.scrollY = 0;
+  app.search.rows.scrollY = 0;
   window.CarryOut(RelayoutList(app.search, window.Context()));
 }
 
@@ -212,10 +212,9 @@ LRESULT TimePaints(const MainWindow& window, const Rect& place, uint32_t times) 
   return (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart / std::max(times, 1u);
 }
 
-Rect TwoRows(const MainWindow& window) {
-  const ListLayout layout = PlaceList(App().search, window.Context());
-  const int64_t scrollY = App().search.scrollY;
-  return Union(PlaceOfRow(layout, scrollY, 2), PlaceOfRow(layout, scrollY, 3));
+Rect TwoRows() {
+  const ListView& rows = App().search.rows;
+  return Union(rows.PlaceOf(2), rows.PlaceOf(3));
 }
 
 LRESULT CountThreads() {
@@ -310,7 +309,7 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       FillRows(app, window, argument);
       break;
     case Probe::kShowRow:
-      app.search.scrollY = int64_t{argument} * PlaceList(app.search, window.Context()).pitch;
+      app.search.rows.scrollY = int64_t{argument} * app.search.rows.Grid().pitch;
       window.CarryOut(RelayoutList(app.search, window.Context()));
       break;
     case Probe::kSelectRow:
@@ -333,7 +332,7 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
     case Probe::kTimePaints:
       return TimePaints(window, window.Context().client, argument);
     case Probe::kTimeHovers:
-      return TimePaints(window, TwoRows(window), argument);
+      return TimePaints(window, TwoRows(), argument);
     case Probe::kSetHighContrast: {
       static const auto asTheSystemSays = readHighContrast;
       readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;
@@ -372,7 +371,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kClientHeight:
       return app.clientHeight;
     case Probe::kScrollY:
-      return app.search.scrollY;
+      return app.search.rows.scrollY;
     case Probe::kSelectedRows:
       return static_cast<LRESULT>(SelectedRows(app.search.list.selection, DisplayCount).size());
     case Probe::kFocusRow:
@@ -382,7 +381,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kPaintedScrollY:
       return static_cast<LRESULT>(app.search.paintedScrollY);
     case Probe::kHoverRow:
-      return app.search.list.hoverRow;
+      return app.search.rows.hoverRow;
     case Probe::kEdgeCursor:
       return GetCursor() == LoadCursorW(nullptr, IDC_SIZEWE);
     case Probe::kTipShown:
@@ -410,7 +409,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kSyncs:
       return syncs;
     case Probe::kScrollX:
-      return app.search.scrollX;
+      return app.search.rows.scrollX;
     case Probe::kBarPosition:
       return StateOfBar(window, argument).nPos;
     case Probe::kBarLimit: {
