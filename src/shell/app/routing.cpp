@@ -14,14 +14,23 @@ namespace {
 
 // Null where that view is not part of the program, or gets the number only while it is shown.
 View* OwnerOf(AppState& app, const NumberRow& row) {
-  if (row.owner == Owner::kShownView) return &ShownView(app);
   const auto mode = static_cast<size_t>(row.owner);
   const bool isShown = mode == static_cast<size_t>(app.appMode);
   return isShown || row.when == When::kInEveryMode ? app.views[mode] : nullptr;
 }
 
+// The hidden ones first; what they want done counts for nothing.
+template <typename Hand>
+Effects RouteToAll(AppState& app, Hand hand) {
+  for (View* const view : app.views) {
+    if (view != nullptr && view != &ShownView(app)) hand(*view);
+  }
+  return hand(ShownView(app));
+}
+
 template <typename Hand>
 Effects Route(AppState& app, const NumberRow& row, Hand hand) {
+  if (row.owner == Owner::kEveryView) return RouteToAll(app, hand);
   View* const owner = OwnerOf(app, row);
   if (owner == nullptr) return {};
   Effects effects = hand(*owner);

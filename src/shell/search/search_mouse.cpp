@@ -35,7 +35,11 @@ int SidebarTagAt(const SearchView& view, const ViewContext& context, Point point
   return -1;
 }
 
-Effects TakeHover(SearchView& view, const ViewContext& context, Point point) {
+enum class Repaint { kAsked, kComes };
+
+// kComes: all of the list is to be painted in a while, and not the sooner for a row of it.
+Effects TakeHover(SearchView& view, const ViewContext& context, Point point,
+                  Repaint repaint = Repaint::kAsked) {
   ListState& list = view.list;
   ListView& rows = view.rows;
   Effects effects;
@@ -50,7 +54,7 @@ Effects TakeHover(SearchView& view, const ViewContext& context, Point point) {
   const int column =
       rows.hoverRow >= 0 ? ColumnAt(PlaceColumns(view, context), rows.scrollX, point.x) : -1;
   if (column != std::exchange(list.hoverColumn, column) || isElsewhere) effects.tip = u"";
-  if (!isElsewhere) return effects;
+  if (!isElsewhere || repaint == Repaint::kComes) return effects;
   // Rows that others have renamed or filled meanwhile tell nobody: now and then all are drawn anew.
   const bool isStale = context.nowMs - view.listPaintedMs >= kStaleMs;
   effects.Join(isStale ? RequestListRepaint(view, context, kDragRepaintMs)
@@ -59,8 +63,9 @@ Effects TakeHover(SearchView& view, const ViewContext& context, Point point) {
   return effects;
 }
 
-Effects Hover(SearchView& view, const ViewContext& context, Point point) {
-  Effects effects = TakeHover(view, context, point);
+Effects Hover(SearchView& view, const ViewContext& context, Point point,
+              Repaint repaint = Repaint::kAsked) {
+  Effects effects = TakeHover(view, context, point, repaint);
   effects.tracksMouse = true;
   return effects;
 }
@@ -265,8 +270,11 @@ Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseE
 Effects RefreshHover(SearchView& view, const ViewContext& context, std::optional<Point> mouse) {
   view.rows.hoverRow = -1;
   view.list.hoverColumn = -1;
+  const bool isDue = view.repaint.isPending && !view.repaint.only;
   Effects effects;
-  if (mouse && !IsDragging(view)) effects = Hover(view, context, *mouse);
+  if (mouse && !IsDragging(view)) {
+    effects = Hover(view, context, *mouse, isDue ? Repaint::kComes : Repaint::kAsked);
+  }
   effects.tip = u"";
   return effects;
 }

@@ -32,7 +32,7 @@ inline constexpr uint32_t kTimerRepaint = 30014;
 inline constexpr uint32_t kTimerTaskbar = 30015;
 
 // Whose a number is. The first three are the modes of the window, by their values.
-enum class Owner : uint8_t { kSearch, kAnalysis, kDuplicates, kShownView, kApp };
+enum class Owner : uint8_t { kSearch, kAnalysis, kDuplicates, kEveryView, kApp };
 enum class When : uint8_t { kInEveryMode, kInItsMode };
 enum class Firing : uint8_t { kOnce, kRepeating };
 
@@ -63,7 +63,7 @@ inline constexpr NumberRow kTimerNumbers[] = {
     {kTimerCacheAutosave, Owner::kApp, When::kInEveryMode, Firing::kRepeating},
     {kTimerIdleTrim, Owner::kApp},
     {kTimerWorkTrim, Owner::kApp},
-    {kTimerRepaint, Owner::kShownView},
+    {kTimerRepaint, Owner::kEveryView},
     {kTimerTaskbar, Owner::kApp},
 };
 

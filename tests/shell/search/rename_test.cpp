@@ -52,8 +52,8 @@ class RenameInTheList : public testing::Test {
 
   // On the name of a row.
   Point InRow(int row) {
-    const ListLayout layout = PlaceList(view, pump.Context());
-    const Rect place = PlaceOfRow(layout, view.scrollY, static_cast<uint64_t>(row));
+    const ColumnsLayout layout = PlaceColumns(view, pump.Context());
+    const Rect place = view.rows.PlaceOf(static_cast<uint64_t>(row));
     return {layout.rows.left + layout.columns[0] + 60, place.top + 20};
   }
   void Edit(int row, const std::u16string& text) {

@@ -1,5 +1,6 @@
 #include "shell/search/search_mouse.h"
 
+#include "shell/search/list_scroll.h"
 #include "shell/search/search_picture.h"
 #include "shell/search/search_places.h"
 #include "shell/search/tip_text.h"
@@ -273,6 +274,17 @@ TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
   EXPECT_FALSE(app.search.paintedMissing);
   NoteListPaint(app.search, Context(), part, {.isMissing = true});
   EXPECT_TRUE(app.search.paintedMissing);
+}
+
+// What comes with the next results is painted with them.
+TEST_F(SearchMouse, RowsThatComeBelowTheMouseHurryNoRepaintOfAll) {
+  RequestListRepaint(app.search, Context(), 100);
+  RefreshHover(app.search, Context(), InRow(2));
+  EXPECT_EQ(app.search.rows.hoverRow, 2);
+  EXPECT_EQ(window.timers.at(kTimerRepaint), 100u);
+  EXPECT_FALSE(Dirty().has_value()) << "all of the list";
+  Send(Mouse::kMove, InRow(3));
+  EXPECT_EQ(window.timers.at(kTimerRepaint), 16u) << "the user waits for that";
 }
 
 TEST_F(SearchMouse, ABarUnderTheMouseIsDrawnAnew) {

@@ -50,9 +50,9 @@ class TwoViews : public testing::Test {
     const Rect area = list.Area();
     return {area.right - 3, area.top + 5};
   }
-  ListLayout SearchList() { return PlaceList(search, pump.Context()); }
+  RowGrid SearchList() { return search.rows.Grid(); }
   Point OnSearchThumb() {
-    const Rect thumb = VerticalBar(SearchList(), search.scrollY, DisplayCount)->thumb;
+    const Rect thumb = VerticalBar(SearchList(), search.rows.scrollY, DisplayCount)->thumb;
     return {thumb.left + 2, thumb.top + 2};
   }
 
@@ -115,14 +115,14 @@ TEST_F(TwoViews, MouseAndKeysAreForTheShownOne) {
   EXPECT_EQ(view.files.scrollY, 90);
   EXPECT_EQ(view.groups.scrollY, 104);
   EXPECT_FALSE(pump.Key(kKeyF2));
-  EXPECT_EQ(search.scrollY, 0);
+  EXPECT_EQ(search.rows.scrollY, 0);
   EXPECT_EQ(search.list.selection.focusRow, -1);
   EXPECT_EQ(pump.timers.count(kTimerScrollSettle), 0u);
 
   ShowSearch();
   pump.Send({.kind = Mouse::kWheel, .at = {300, 400}, .delta = -120});
   pump.Press({300, 400});
-  EXPECT_EQ(search.scrollY, 100);
+  EXPECT_EQ(search.rows.scrollY, 100);
   EXPECT_GE(search.list.selection.focusRow, 0);
   EXPECT_FALSE(pump.Key(kKeyDown));
   EXPECT_EQ(view.groupRows.chosen, 3);
@@ -141,7 +141,7 @@ TEST_F(TwoViews, TheChosenGroupStaysInView) {
 }
 
 TEST_F(TwoViews, FinalResultsOfTheHiddenSearchLeaveTheWindowAlone) {
-  search.scrollY = 20'000;
+  search.rows.scrollY = 20'000;
   SelectOnly(search.list.selection, 500);
   ShowMadeUp();
   pump.dirty = {};
@@ -151,7 +151,7 @@ TEST_F(TwoViews, FinalResultsOfTheHiddenSearchLeaveTheWindowAlone) {
   EXPECT_TRUE(pump.Post({WM_SEARCH_RESULTS, searchGeneration, 0}));
 
   EXPECT_EQ(search.shownGeneration, searchGeneration);
-  EXPECT_EQ(search.scrollY, 0);
+  EXPECT_EQ(search.rows.scrollY, 0);
   EXPECT_EQ(search.list.selection.focusRow, -1);
   EXPECT_EQ(pump.title, u"Quilmark - 30 results found");
   EXPECT_EQ(pump.status, u"Filter: All Files | Hits: 30");
@@ -165,21 +165,21 @@ TEST_F(TwoViews, FinalResultsOfTheHiddenSearchLeaveTheWindowAlone) {
   EXPECT_EQ(view.groupRows.chosen, -1);
 
   pump.Show(AppMode::kSearch);
-  const ListLayout layout = SearchList();
+  const RowGrid layout = SearchList();
   EXPECT_EQ(pump.bars[0].last + 1, 30 * layout.pitch);
   EXPECT_EQ(pump.bars[0].position, 0);
   EXPECT_EQ(pump.dirty, pump.Context().client);
 }
 
 TEST_F(TwoViews, TheHiddenSearchStaysWithinItsRows) {
-  search.scrollY = 40'000;
+  search.rows.scrollY = 40'000;
   search.Layout(pump.Context());
   ShowMadeUp();
   harness_.HoldResults(20);
   pump.Post({WM_SEARCH_RESULTS, searchGeneration, static_cast<int64_t>(ResultKind::kPartial)});
   pump.Show(AppMode::kSearch);
-  EXPECT_EQ(search.scrollY, ScrollLimit(SearchList(), 20));
-  EXPECT_EQ(pump.bars[0].position, search.scrollY);
+  EXPECT_EQ(search.rows.scrollY, ScrollLimit(SearchList(), 20));
+  EXPECT_EQ(pump.bars[0].position, search.rows.scrollY);
 }
 
 TEST_F(TwoViews, StaleResultsAreNobodys) {
@@ -207,7 +207,8 @@ TEST_F(TwoViews, TimersOfTheHiddenSearchGoOn) {
   EXPECT_TRUE(pump.Timer(kTimerPrewarmPoll));
   EXPECT_EQ(pump.timers.count(kTimerPrewarmPoll), 0u);
 
-  EXPECT_FALSE(pump.Timer(kTimerRepaint)) << "of the shown view, which has asked for nothing";
+  EXPECT_FALSE(pump.Timer(kTimerRepaint)) << "the shown view has asked for nothing";
+  EXPECT_FALSE(search.repaint.isPending);
   EXPECT_EQ(pump.Trace(), "");
   EXPECT_EQ(pump.dirty, Rect());
 
@@ -231,7 +232,7 @@ TEST_F(TwoViews, TimersAndMessagesOfTheOtherGoOnBehindTheSearch) {
   EXPECT_EQ(view.groupRows.count, 9u);
   EXPECT_EQ(pump.status, u"Duplicates: some");
   EXPECT_EQ(pump.Trace(), "");
-  EXPECT_EQ(search.scrollY, 0);
+  EXPECT_EQ(search.rows.scrollY, 0);
 
   pump.Show(AppMode::kDuplicates);
   EXPECT_EQ(pump.bars[0].last + 1, std::max(9 * 52, Height(view.groups.Area())));
@@ -266,7 +267,7 @@ TEST_F(TwoViews, AThumbIsLetGoOfByTheSwitch) {
   EXPECT_EQ(view.groups.dragBar, Bar::kNone);
   pump.Send({.kind = Mouse::kMove, .at = {300, 600}});
   pump.Send({.kind = Mouse::kRelease, .at = {300, 600}});
-  EXPECT_EQ(search.scrollY, 0);
+  EXPECT_EQ(search.rows.scrollY, 0);
   EXPECT_EQ(view.groups.scrollY, dragged);
 
   pump.Press(OnSearchThumb());
@@ -275,10 +276,10 @@ TEST_F(TwoViews, AThumbIsLetGoOfByTheSwitch) {
   pump.Show(AppMode::kDuplicates);
   EXPECT_FALSE(pump.hasCapture);
   EXPECT_FALSE(search.thumbDragging);
-  EXPECT_EQ(search.list.dragBar, Bar::kNone);
+  EXPECT_EQ(search.rows.dragBar, Bar::kNone);
   pump.Send({.kind = Mouse::kMove, .at = {300, 600}});
   EXPECT_EQ(view.groups.scrollY, dragged);
-  EXPECT_EQ(search.scrollY, 0);
+  EXPECT_EQ(search.rows.scrollY, 0);
 }
 
 TEST_F(TwoViews, ASwitchEndsTheEditingOfAName) {
@@ -300,7 +301,7 @@ TEST_F(TwoViews, ASwitchEndsTheEditingOfAName) {
 }
 
 TEST_F(TwoViews, BothTakeAnotherScale) {
-  search.scrollY = 440;
+  search.rows.scrollY = 440;
   ShowMadeUp();
   view.groups.ScrollTo(104);
   pump.Press(InRow(view.groups));
@@ -311,19 +312,19 @@ TEST_F(TwoViews, BothTakeAnotherScale) {
   EXPECT_EQ(view.groups.PlaceOf(2).top, view.groups.Area().top) << "the same rows stay in view";
   EXPECT_EQ(Height(view.groups.PlaceOf(2)), 78);
   EXPECT_EQ(pump.shown.at(kMadeUpEdit).place, (Rect{255, 18, 525, 75}));
-  EXPECT_EQ(search.scrollY, 660);
+  EXPECT_EQ(search.rows.scrollY, 660);
   EXPECT_EQ(search.sidebarWidth, 300);
 
   pump.Show(AppMode::kSearch);
   EXPECT_EQ(SearchList().pitch, 66);
-  EXPECT_EQ(search.scrollY, 660);
+  EXPECT_EQ(search.rows.scrollY, 660);
   EXPECT_EQ(pump.bars[0].position, 660);
   EXPECT_EQ(Height(pump.shown.at(kQueryBox).place), 57);
   // The hidden one now.
   app.clientWidth = 1'100;
   app.clientHeight = 700;
   pump.TakeScale(96);
-  EXPECT_EQ(search.scrollY, 440);
+  EXPECT_EQ(search.rows.scrollY, 440);
   pump.Show(AppMode::kDuplicates);
   EXPECT_EQ(view.groups.scrollY, 104);
   EXPECT_EQ(Height(view.groups.PlaceOf(2)), 52);
@@ -345,13 +346,13 @@ TEST_F(TwoViews, AControlReportsToTheViewItBelongsTo) {
   // Another program writes into a control that is hidden.
   ShowMadeUp();
   pump.Control({.kind = ControlEvent::kText, .id = kQueryBox, .text = u"typed"});
-  EXPECT_EQ(search.boxText, u"typed");
+  EXPECT_EQ(CurrentQueryText, u"typed");
   EXPECT_EQ(view.filter, u"");
   EXPECT_EQ(pump.timers.count(TIMER_SEARCH_DEBOUNCE), 1u);
   EXPECT_EQ(pump.Trace(), "");
   pump.Control({.kind = ControlEvent::kText, .id = kMadeUpEdit, .text = u"other"});
   EXPECT_EQ(view.filter, u"other");
-  EXPECT_EQ(search.boxText, u"typed");
+  EXPECT_EQ(CurrentQueryText, u"typed");
 }
 
 TEST_F(TwoViews, AWindowWithoutASearchBoxTakesTheKeysItself) {
@@ -381,11 +382,11 @@ TEST_F(TwoViews, AnIndexThatIsReadyOpensTheHiddenBox) {
 TEST_F(TwoViews, AClosingEmptiesTheHiddenSearch) {
   app.trayIconAdded = true;
   Engine().ready = true;
-  search.boxText = u"typed";
+  pump.texts[kQueryBox] = u"typed";
   ShowMadeUp();
   app.closeBoxPressed = true;
   CloseWindowRequest(app, pump.Context());
-  EXPECT_EQ(search.boxText, u"");
+  EXPECT_EQ(pump.texts[kQueryBox], u"");
   EXPECT_EQ(pump.Trace(), "");
   EXPECT_FALSE(pump.isVisible);
 }
