@@ -118,14 +118,15 @@ void TestPump::Activate(bool isActivated) {
 
 // MainWindow::CarryOut, line by line.
 void TestPump::CarryOut(const Effects& effects) {
+  if (!IsEmpty(effects.dirty)) trace.push_back(Told(effects.dirty));
+  dirty = Union(dirty, effects.dirty);
   if (effects.relayout) Relayout();
+  if (effects.placesControls) Place(ShownView(app_).Layout(Context()));
   CarryOutEditor(effects);
   TakeCapture(effects.capture);
   TakeFocus(effects.focus);
   if (effects.syncsBars) bars = ShownView(app_).Bars(Context());
   if (effects.rehovers) CarryOut(ShownView(app_).Rehover(mouse, Context()));
-  if (!IsEmpty(effects.dirty)) trace.push_back(Told(effects.dirty));
-  dirty = Union(dirty, effects.dirty);
   if (effects.paintsNow) Paint();
 }
 

@@ -107,7 +107,7 @@ TEST_F(RenameInTheList, NothingIsEditedWithoutARow) {
 TEST_F(RenameInTheList, APressOnAnotherRowTakesTheName) {
   Edit(1, u"new.txt");
   pump.Press(InRow(3));
-  EXPECT_EQ(pump.Trace(), "focus e>w | destroy editor | " + Dirty() + " | " + Dirty());
+  EXPECT_EQ(pump.Trace(), Dirty() + " | focus e>w | " + Dirty() + " | destroy editor");
   EXPECT_EQ(pump.focus, KeysGoTo::kWindow);
   EXPECT_EQ(view.list.selection.focusRow, 3) << "the row that was pressed";
   EXPECT_EQ(NameOf(1), u"new.txt");
@@ -119,7 +119,7 @@ TEST_F(RenameInTheList, APressOnAnotherRowTakesTheName) {
 TEST_F(RenameInTheList, APressThatFollowsARefusedNameEndsInTheEditor) {
   Edit(1, u"a?b");
   pump.Press(InRow(6));
-  EXPECT_EQ(pump.Trace(), "focus e>w | ask | focus ->e | " + Dirty());
+  EXPECT_EQ(pump.Trace(), Dirty() + " | focus e>w | ask | focus ->e");
   EXPECT_EQ(pump.focus, KeysGoTo::kEditor);
   EXPECT_EQ(pump.editor->text, u"a?b");
   EXPECT_EQ(pump.editor->selected, 3u);
@@ -135,7 +135,7 @@ TEST_F(RenameInTheList, APressThatFollowsARefusedNameEndsInTheEditor) {
 TEST_F(RenameInTheList, EnterRenamesTheFileAndChoosesItsRow) {
   Edit(1, u"  new name.txt.. ");
   pump.PressInEditor(ControlEvent::kEnter);
-  EXPECT_EQ(pump.Trace(), "destroy editor | focus e>w | " + Dirty());
+  EXPECT_EQ(pump.Trace(), Dirty() + " | destroy editor | focus e>w");
   EXPECT_EQ(pump.focus, KeysGoTo::kWindow);
   EXPECT_TRUE(IsThere("new name.txt"));
   EXPECT_FALSE(IsThere("file 1.txt"));
@@ -147,7 +147,7 @@ TEST_F(RenameInTheList, EnterRenamesTheFileAndChoosesItsRow) {
 TEST_F(RenameInTheList, EnterOnTheSameNameOnlyCloses) {
   Edit(1, u"file 1.txt");
   pump.PressInEditor(ControlEvent::kEnter);
-  EXPECT_EQ(pump.Trace(), "destroy editor | focus e>w | " + Dirty());
+  EXPECT_EQ(pump.Trace(), Dirty() + " | destroy editor | focus e>w");
   EXPECT_TRUE(IsThere("file 1.txt"));
   ExpectNoEditor();
 }
@@ -155,7 +155,7 @@ TEST_F(RenameInTheList, EnterOnTheSameNameOnlyCloses) {
 TEST_F(RenameInTheList, EscapeKeepsTheNameAndTakesTheKeysToTheBox) {
   Edit(1, u"new.txt");
   pump.PressInEditor(ControlEvent::kEscape);
-  EXPECT_EQ(pump.Trace(), "destroy editor | focus e>w | focus w>s | " + Dirty());
+  EXPECT_EQ(pump.Trace(), Dirty() + " | destroy editor | focus e>w | focus w>s");
   EXPECT_TRUE(IsThere("file 1.txt"));
   EXPECT_EQ(NameOf(1), u"file 1.txt");
   ExpectNoEditor();

@@ -238,7 +238,7 @@ TEST_F(TwoViews, TimersAndMessagesOfTheOtherGoOnBehindTheSearch) {
   EXPECT_EQ(pump.bars[0].last + 1, std::max(9 * 52, Height(view.groups.Area())));
   pump.trace.clear();
   pump.Post({kMadeUpResults, 200});
-  EXPECT_EQ(pump.Trace(), "layout | dirty 88..700");
+  EXPECT_EQ(pump.Trace(), "dirty 88..700 | layout");
   EXPECT_EQ(pump.bars[0].last + 1, 200 * 52);
   EXPECT_TRUE(pump.Timer(kMadeUpAnimationTimer));
   EXPECT_EQ(view.frames, 1);

@@ -57,11 +57,6 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   ApplyTheme(window);
   WireProgram(app, window);
   window.MakeControls();
-  // No WM_SIZE comes before the window is shown, and a hidden start has the box opened before.
-  RECT client = {};
-  GetClientRect(handle, &client);
-  app.clientWidth = client.right;
-  app.clientHeight = client.bottom;
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
   window.RegisterHotkeys();
