@@ -5,22 +5,11 @@
 #include "config/translate.h"
 #include "search/query.h"
 #include "search/search_pipeline.h"
-#include "shell/search/highlight.h"
 #include "shell/search/rename.h"
 #include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
-
-Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text) {
-  context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
-  CurrentQueryText = std::move(text);
-  if (!IsContentPrefix(CurrentQueryText)) {
-    context.window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
-  }
-  return {.dirty = marksOthers ? ListAreaOf(view, context) : Rect()};
-}
 
 void StartTypedSearch(const SearchView& view) {
   DoSearchAsync(CurrentQueryText, false, false);

@@ -13,10 +13,7 @@ inline constexpr size_t kLongestQuery = 255;  // units that the box takes
 inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27,
                           kKeyF2 = 113;  // virtual key codes
 
-// The text of the search box changed. Content queries wait for Enter.
-Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text);
-
-// The pause after it.
+// The pause after a text that was typed.
 void StartTypedSearch(const SearchView& view);
 
 // Reads the search box again after the set of volumes changed; an empty box shows the recent opens. A

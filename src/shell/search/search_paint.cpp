@@ -85,6 +85,10 @@ PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const Searc
   return outcome;
 }
 
+PaintOutcome SearchView::Paint(Canvas& canvas, const ViewContext& context) const {
+  return PaintSearch(canvas, context, *this);
+}
+
 Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& place,
                       const PaintOutcome& outcome) {
   constexpr uint32_t kLaterMs = 100;

@@ -4,6 +4,7 @@
 
 #include "platform/text_file.h"
 #include "shell/app/routing.h"
+#include "shell/search/search_controls.h"
 #include "shell/search/search_keys.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"

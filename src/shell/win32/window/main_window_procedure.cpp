@@ -308,7 +308,7 @@ Outcome Handle(AppState& app, MainWindow& window, const Message& message) {
     if (row.number == message.number) return row.handle(app, window, message);
   }
   if (TakeForeignMessage(app, window, message.number)) return 0;
-  if (RowOfNumber(kMessageNumbers, message.number) != nullptr) {
+  if (RowOfNumber(app.messageNumbers, message.number) != nullptr) {
     const Effects effects =
         RoutePosted(app, window.Context(), {message.number, message.wParam, message.lParam});
     window.CarryOut(effects);

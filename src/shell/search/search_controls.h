@@ -1,0 +1,13 @@
+// The controls of the search view: what they are, where they stand, what they report. Interface thread.
+#pragma once
+
+#include <string>
+
+#include "shell/search/search_view.h"
+
+namespace quilmark {
+
+// The text of the search box changed. Content queries wait for Enter.
+Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text);
+
+}  // namespace quilmark
