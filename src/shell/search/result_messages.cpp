@@ -85,7 +85,7 @@ Effects OnSearchResults(SearchView& view, const ViewContext& context, const Post
   if (kind != ResultKind::kPartial) view.shownGeneration = message.first;
   if (kind == ResultKind::kFinal) view.answeredText = CurrentQueryText;
   const bool keepScroll =
-      kind == ResultKind::kPartial ? view.keepScrollOnce : std::exchange(view.keepScrollOnce, false);
+      kind == ResultKind::kPartial ? view.keepScrollOnce.load() : view.keepScrollOnce.exchange(false);
   ClearSelection(view.list.selection);
   const uint64_t count = HeldResults()->size();
   const bool keepsFiltered = kind == ResultKind::kSorted && IsFilterActive();

@@ -81,7 +81,7 @@ struct SearchView final : View {
   // List.
   ResultRows source{*this};
   ListView rows{source, {}};
-  uint64_t lastScrollTick = 0;  // milliseconds
+  std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds
   bool thumbDragging = false;
   ListState list;
   std::optional<Renaming> renaming;
@@ -89,9 +89,9 @@ struct SearchView final : View {
   int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
 
   // Results.
-  uint64_t shownGeneration = 0;  // of the latest results that were final
-  std::u16string answeredText;   // of the search box, when they came
-  bool keepScrollOnce = false;   // the next final results go back to savedScrollY
+  uint64_t shownGeneration = 0;              // of the latest results that were final
+  std::u16string answeredText;               // of the search box, when they came
+  std::atomic<bool> keepScrollOnce = false;  // the next final results go back to savedScrollY
   int64_t savedScrollY = 0;
 
   // What is still to be done.
