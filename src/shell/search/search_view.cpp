@@ -41,7 +41,6 @@ void SearchView::Rescale(uint32_t from, uint32_t to) {
 void SearchView::PaintControl(Canvas& canvas, const ControlPicture& control,
                               const ViewContext& context) const {
   const int index = control.id - kFirstTag;
-  canvas.Fill(control.place, context.palette.toolbar);
   if (index < 0 || static_cast<size_t>(index) >= tagCaptions.size()) return;
   PaintTag(canvas, context, control.place, SplitCaption(tagCaptions[static_cast<size_t>(index)]),
            {.isChosen = index == ActiveCategory, .isHot = control.isHot, .hasFocus = control.hasFocus});

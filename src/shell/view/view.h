@@ -33,6 +33,8 @@ class View {
 
   // Covers every pixel that the canvas shows.
   virtual PaintOutcome Paint(Canvas& canvas, const ViewContext& context) const = 0;
+  // On the ground of the toolbar; its place is in the coordinates of the control, the context is the
+  // window's.
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control,
                             const ViewContext& context) const = 0;
   // The place has been painted with that outcome.

@@ -25,12 +25,11 @@ void TellOfLeave(HWND tag) {
 }
 
 LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                              DWORD_PTR reference) {
+                              DWORD_PTR) {
   if (TakeTabKey(tag, message, wParam)) return 0;
   switch (message) {
-    case WM_ERASEBKGND:  // what a rounded tag leaves at its corners
-      FillClient(tag, reinterpret_cast<HDC>(wParam), HostOf(reference).Context().palette.toolbar);
-      return 1;
+    case WM_ERASEBKGND:
+      return 1;  // its paint covers all of it; a tag that was emptied first would flicker
     case WM_MOUSEMOVE:
       if (IsHot(tag)) break;
       SetHot(tag, true);
