@@ -95,8 +95,8 @@ def runs_of(widths, absent):
 
 def write_table(name, runs):
     print(f"const AdvanceRun {name}Table[] = {{")
-    for start in range(0, len(runs), 10):
-        print("    " + ", ".join(f"{{{unit}, {width}}}" for unit, width in runs[start:start + 10]) + ",")
+    for start in range(0, len(runs), 13):
+        print("    " + ", ".join(f"{{{unit}, {width}}}" for unit, width in runs[start:start + 13]) + ",")
     print("};")
     print(f"const std::span<const AdvanceRun> {name} = {name}Table;\n")
 

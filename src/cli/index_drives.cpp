@@ -92,6 +92,19 @@ void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& e
   if (shown != 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(shown), "");
 }
 
+// The volume into the engine, or what is wrong into the outcome.
+void TakeBuild(Build& build, IndexOutcome& outcome) {
+  if (build.isRefused) TellRefused(build);
+  if (build.missingBytes != 0) TellCutShort(build.planned, build.missingBytes);
+  if (!build.failure.empty()) {
+    outcome.error = ToUtf8(std::u16string(1, build.planned.letter)) + ": " + build.failure;
+  } else if (build.found) {
+    AddVolume(Engine(), std::move(build.volume));
+  } else if (!build.planned.typed.empty() && !ShutdownRequested) {
+    outcome.error = "'" + build.planned.typed + "' has no entries";  // gone since it was looked at
+  }
+}
+
 }  // namespace
 
 IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress,
@@ -121,17 +134,7 @@ IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgr
   for (std::thread& thread : threads) thread.join();
 
   IndexOutcome outcome{.milliseconds = static_cast<double>(TickMs() - start)};
-  for (Build& build : builds) {
-    if (build.isRefused) TellRefused(build);
-    if (build.missingBytes != 0) TellCutShort(build.planned, build.missingBytes);
-    if (!build.failure.empty()) {
-      outcome.error = ToUtf8(std::u16string(1, build.planned.letter)) + ": " + build.failure;
-    } else if (build.found) {
-      AddVolume(Engine(), std::move(build.volume));
-    } else if (!build.planned.typed.empty() && !ShutdownRequested) {
-      outcome.error = "'" + build.planned.typed + "' has no entries";  // gone since it was looked at
-    }
-  }
+  for (Build& build : builds) TakeBuild(build, outcome);
   if (outcome.error.empty() && !Engine().ready && !ShutdownRequested)
     outcome.error = "no drive can be read";
   return outcome;
