@@ -1,7 +1,8 @@
 // Which view an event is for. Interface thread.
 //
 // What the user does goes to the view that is shown. Timers and messages have an owner, which gets them
-// in every mode or in its own alone; what it wants done to the window counts only while it is shown.
+// in every mode or in its own alone, or are every view's; what it wants done to the window counts only
+// while it is shown.
 #pragma once
 
 #include <vector>

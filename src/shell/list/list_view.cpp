@@ -185,6 +185,11 @@ ListPress ListView::Press(Point point) {
     return press;
   }
   const auto bar = PlaceBar(Grid(), press.bar);
+  if (!bar) {  // fewer rows by now
+    press.bar = Bar::kNone;
+    press.row = RowAt(point);
+    return press;
+  }
   const bool isOnThumb = Holds(bar->thumb, point);
   if (!isOnThumb) press.effects.Join(MoveThumb(press.bar, point));
   if (isOnThumb || style_.trackDrags) {

@@ -29,7 +29,7 @@ class ListSource {
  public:
   virtual ~ListSource() = default;
 
-  virtual uint64_t Count() const = 0;
+  virtual uint64_t Count() const = 0;  // may be another with each call
 
   // Takes what the next calls of PaintRow need of the rows from `first` to before `end`. There may be
   // fewer by now: of a row that is gone nothing is painted. No lock outlives the call.

@@ -63,7 +63,7 @@ Effects MoveThumb(SearchView& view, const ViewContext& context, Point cursor) {
 }
 
 Effects PanRows(SearchView& view, const ViewContext& context, const PanEvent& event) {
-  MarkScroll(view, context);
+  if (!event.isFirst) MarkScroll(view, context);
   return FollowScroll(view, context, view.rows.Pan(event));
 }
 

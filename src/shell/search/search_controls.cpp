@@ -80,6 +80,7 @@ Effects OnDay(SearchView& view, const ViewContext& context, const ControlEvent& 
 
 // Keys of the editor of a name, and the loss of its focus.
 Effects OnEditorEnd(SearchView& view, const ViewContext& context, const ControlEvent& event) {
+  if (!view.renaming) return {};  // it was closed meanwhile
   switch (event.kind) {
     case ControlEvent::kEnter:
       return CommitRename(view, context, event.text, CommitEnd::kByKey);

@@ -1,9 +1,9 @@
 // What a view asks of the pump when it has answered an event.
 //
 // Windows may answer each of these with a message before the call returns: so they are carried out once
-// the view is done with the event and its state is whole, in the order of the fields. Those of a view
-// that is not shown are dropped. What never calls back (timers, title, texts of controls) is asked of
-// the WindowPort at once.
+// the view is done with the event and its state is whole, in the order of the fields, but for what is to
+// be painted, which is noted first. Those of a view that is not shown are dropped. What never calls back
+// (timers, title, texts of controls) is asked of the WindowPort at once.
 #pragma once
 
 #include <cstddef>

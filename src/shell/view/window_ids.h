@@ -31,7 +31,8 @@ inline constexpr uint32_t kTimerCaptureHint = 30013;
 inline constexpr uint32_t kTimerRepaint = 30014;
 inline constexpr uint32_t kTimerTaskbar = 30015;
 
-// Whose a number is. The first three are the modes of the window, by their values.
+// Whose a number is. Of kEveryView the hidden ones hear too; what they want done is dropped. The first
+// three are the modes of the window, by their values.
 enum class Owner : uint8_t { kSearch, kAnalysis, kDuplicates, kEveryView, kApp };
 enum class When : uint8_t { kInEveryMode, kInItsMode };
 enum class Firing : uint8_t { kOnce, kRepeating };

@@ -422,5 +422,28 @@ TEST(BarColors, StandOutOfTheirGround) {
   EXPECT_EQ(BarColorsOn(system, system.surface).thumb, system.text);
 }
 
+// The rows of a source may change on another thread.
+class RowsThatGo : public NumberedRows {
+ public:
+  uint64_t Count() const override { return asked_++ < stay ? 1'000 : 1; }
+  int stay = 0;
+
+ private:
+  mutable int asked_ = 0;
+};
+
+TEST(ListViewOfRowsThatGo, IsPressedAtAnyMoment) {
+  for (int stay = 0; stay < 12; ++stay) {
+    const ListStage stage;
+    RowsThatGo rows;
+    rows.stay = stay;
+    ListView list(rows, {});
+    list.Place({0, 0, 380, 300}, 0, stage.Context());
+    const ListPress press = list.Press({383, 200});
+    if (press.bar == Bar::kNone) EXPECT_EQ(press.row, -1) << "beside the rows";
+    EXPECT_EQ(list.dragBar, Bar::kNone) << "a track is not held";
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

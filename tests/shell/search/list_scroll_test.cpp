@@ -96,6 +96,7 @@ TEST_F(ListScrollCommands, ReachEveryRowOfAListThatABarCannotCount) {
 
 TEST_F(ListScrollCommands, LeaveTheRowsUnderAFinger) {
   Pan({400, 500}, true);
+  EXPECT_EQ(app_.search.lastScrollTick, 0u) << "nothing has moved yet";
   EXPECT_EQ(app_.search.rows.scrollY, 0);
   Pan({390, 350});
   EXPECT_EQ(app_.search.rows.scrollY, 150);

@@ -42,6 +42,8 @@ std::optional<Point> MouseOver(HWND window) {
   return Point{cursor.x, cursor.y};
 }
 
+bool HasSize() { return App().clientWidth != 0 && App().clientHeight != 0; }
+
 }  // namespace
 
 // In the order of the fields, but for what is to be painted: that calls nobody back, and stands when the
@@ -49,8 +51,11 @@ std::optional<Point> MouseOver(HWND window) {
 // before it returns.
 void MainWindow::CarryOut(const Effects& effects) {
   Invalidate(effects.dirty);
-  if (effects.relayout) Relayout();
-  if (effects.placesControls) PlaceControls();
+  if (effects.relayout) {
+    Relayout();
+  } else if (effects.placesControls) {
+    PlaceControls();
+  }
   CarryOutEditor(effects);
   TakeCapture(window_, effects.capture);
   TakeFocus(effects.focus);
@@ -62,12 +67,14 @@ void MainWindow::CarryOut(const Effects& effects) {
 }
 
 void MainWindow::Relayout() {
-  if (App().clientWidth == 0 || App().clientHeight == 0) return;
+  if (!HasSize()) return;
   PlaceControls();
   CarryOut(ShownView(App()).LaidOut(Context()));
 }
 
-void MainWindow::PlaceControls() { controls.Place(ShownView(App()).Layout(Context())); }
+void MainWindow::PlaceControls() {
+  if (HasSize()) controls.Place(ShownView(App()).Layout(Context()));
+}
 
 void MainWindow::CarryOutEditor(const Effects& effects) {
   switch (effects.editor) {
