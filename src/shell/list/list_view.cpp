@@ -99,7 +99,7 @@ int64_t ListView::RowAt(Point point) const {
 
 Rect ListView::PlaceOf(uint64_t row) const { return PlaceOfRow(Grid(), scrollY, row); }
 
-RowSpan ListView::InView() const { return RowsToPaint(Grid(), scrollY, source_.Count()); }
+RowSpan ListView::InView(uint64_t rowCount) const { return RowsToPaint(Grid(), scrollY, rowCount); }
 
 Bar ListView::BarAt(Point point) const {
   const RowGrid grid = Grid();

@@ -86,8 +86,8 @@ class ListView {
   RowGrid Grid() const;  // of the moment
   Rect Area() const;     // of rows and bars
   int64_t RowAt(Point point) const;
-  Rect PlaceOf(uint64_t row) const;  // may lie outside the list
-  RowSpan InView() const;
+  Rect PlaceOf(uint64_t row) const;         // may lie outside the list
+  RowSpan InView(uint64_t rowCount) const;  // of so many rows, for whoever holds a copy of them
   Bar BarAt(Point point) const;
   BarRange RangeOf(Bar kind, int id) const;  // of the hidden scrollbar `id`
 

@@ -128,7 +128,7 @@ Effects OnFilterResults(SearchView& view, const ViewContext& context, const Post
 Effects OnRecentLoaded(SearchView&, const ViewContext&, const PostedMessage&) { return {}; }
 
 RowRange RowsInViewOf(const SearchView& view, const ResultSet& rows) {
-  const RowSpan inView = RowsToPaint(view.rows.Grid(), view.rows.scrollY, rows.size());
+  const RowSpan inView = view.rows.InView(rows.size());
   return {inView.first, inView.end};
 }
 

@@ -17,7 +17,7 @@ void FitColumns(SearchView& view, const ViewContext& context) {
   const ColumnsLayout layout = PlaceColumns(view, context);
   if (layout.view != ViewMode::kList) return;
   const auto rows = ShownResults();
-  const RowSpan inView = RowsToPaint(view.rows.Grid(), view.rows.scrollY, rows->size());
+  const RowSpan inView = view.rows.InView(rows->size());
   int widest = 0;
   for (uint64_t row = inView.first; row < inView.end; ++row) {
     widest = std::max(widest, context.fonts.WidthOf(FontRole::kList, TextOfRow((*rows)[row]).folder));
