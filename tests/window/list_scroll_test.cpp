@@ -167,10 +167,18 @@ TEST_F(ListScroll, HoldsNoMoreObjectsAfterAllThatOpensWasOpened) {
     program.Ask(Probe::kSwitchTheme, 2);
     program.Ask(Probe::kRepaint, 1);
   };
-  for (int i = 0; i < 3; ++i) openAll();  // the system keeps some of its own from the first times
-  const int64_t before = program.Ask(Probe::kGdiObjects);
-  for (int i = 0; i < 3; ++i) openAll();
-  EXPECT_LE(program.Ask(Probe::kGdiObjects), before);
+  // The system keeps some objects of its own, such as device contexts that were needed at the same time, three objects
+  // each, and needs one more of them in a later round by chance. A leak grows in each of these.
+  std::string counts;
+  const auto growsInThreeRounds = [&] {
+    const int64_t before = program.Ask(Probe::kGdiObjects);
+    for (int i = 0; i < 3; ++i) openAll();
+    counts += std::to_string(before) + " ";
+    return program.Ask(Probe::kGdiObjects) > before;
+  };
+  int series = 0;
+  while (growsInThreeRounds() && ++series < 6) continue;
+  EXPECT_LT(series, 6) << counts;
 }
 
 TEST(ListWithoutGridLines, HasNoneInRowsAndHeader) {
