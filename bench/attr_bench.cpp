@@ -12,11 +12,11 @@
 
 #include "index/search_engine.h"
 #include "platform/text.h"
-#include "search/attr_cache.h"
-#include "search/attr_jobs.h"
-#include "search/filters.h"
-#include "search/folder_sizes.h"
-#include "search/sort.h"
+#include "search/attributes/attr_cache.h"
+#include "search/attributes/attr_jobs.h"
+#include "search/attributes/folder_sizes.h"
+#include "search/filter/filters.h"
+#include "search/sort/sort.h"
 #include "support/corpus.h"
 
 namespace quilmark {

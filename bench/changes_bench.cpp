@@ -13,7 +13,7 @@
 #include "platform/bytes.h"
 #include "platform/usn_record.h"
 #include "platform/utf.h"
-#include "search/search_pipeline.h"
+#include "search/results/search_pipeline.h"
 #include "support/corpus.h"
 
 namespace quilmark {

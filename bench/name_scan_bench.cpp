@@ -7,9 +7,9 @@
 
 #include "index/search_engine.h"
 #include "platform/utf.h"
-#include "search/initials.h"
-#include "search/name_scan.h"
-#include "search/search_pipeline.h"
+#include "search/results/search_pipeline.h"
+#include "search/scan/initials.h"
+#include "search/scan/name_scan.h"
 #include "support/corpus.h"
 
 namespace quilmark {

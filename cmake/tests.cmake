@@ -32,15 +32,15 @@ set(busy_tests
   tests/index/posix/ntfs_facts_test.cpp
   tests/index/posix/ntfs_image_test.cpp
   tests/index/posix/ntfs_samples_test.cpp
-  tests/search/attr_cache_test.cpp
+  tests/search/attributes/attr_cache_test.cpp
   tests/search/churn_concurrency_test.cpp
   tests/search/churn_test.cpp
-  tests/search/monitor_search_concurrency_test.cpp
-  tests/search/name_scan_test.cpp
-  tests/search/query_test.cpp
-  tests/search/scan_kernel_test.cpp
-  tests/search/sort_reference_test.cpp
-  tests/search/sort_test.cpp
+  tests/search/results/monitor_search_concurrency_test.cpp
+  tests/search/scan/name_scan_test.cpp
+  tests/search/query/query_test.cpp
+  tests/search/scan/scan_kernel_test.cpp
+  tests/search/sort/sort_reference_test.cpp
+  tests/search/sort/sort_test.cpp
   tests/shell/search/list_rest_test.cpp
   tests/support/churn_volume.cpp
   tests/support/ntfs_builder.cpp
@@ -94,7 +94,7 @@ foreach(layer ${tested_layers})
   add_test(NAME ${layer}_tests COMMAND ${layer}_tests)
 endforeach()
 
-# tests/search/search_trouble_test.cpp lets memory run out.
+# tests/search/results/search_trouble_test.cpp lets memory run out.
 if("search" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
   target_link_options(search_tests PRIVATE "LINKER:--wrap=$<IF:$<BOOL:${WIN32}>,_Znwy,_Znwm>")
 endif()

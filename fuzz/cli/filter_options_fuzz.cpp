@@ -3,7 +3,7 @@
 #include "cli/filter_options.h"
 #include "platform/text.h"
 #include "platform/utf.h"
-#include "search/sort.h"
+#include "search/sort/sort.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;

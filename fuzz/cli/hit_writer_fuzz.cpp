@@ -3,7 +3,7 @@
 #include "cli/hit_writer.h"
 #include "platform/drives.h"
 #include "platform/utf.h"
-#include "search/attr_cache.h"
+#include "search/attributes/attr_cache.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;

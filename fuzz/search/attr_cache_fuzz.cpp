@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "search/attr_cache_file.h"
+#include "search/attributes/attr_cache_file.h"
 #include "support/config_folder.h"
 
 using namespace quilmark;

@@ -1,8 +1,9 @@
-// Any bytes as positions of an attribute cache: what is read is written as it was, in memory as in the file.
+// Any bytes as positions of an attribute cache: what is read is written as it was, in memory as in the
+// file.
 #include <cstdint>
 #include <cstdlib>
 
-#include "search/attr_positions.h"
+#include "search/attributes/attr_positions.h"
 #include "support/config_folder.h"
 
 using namespace quilmark;

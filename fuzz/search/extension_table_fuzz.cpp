@@ -1,7 +1,7 @@
 // Any lists of extensions and any name: the table finds the rows that a plain search through the lists
 // finds.
 #include "platform/text.h"
-#include "search/extension_table.h"
+#include "search/filter/extension_table.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;

@@ -2,7 +2,7 @@
 // the table that a start takes is never empty, has its row of folders, and settles.
 #include "platform/text.h"
 #include "platform/text_file.h"
-#include "search/filter_categories.h"
+#include "search/filter/filter_categories.h"
 #include "support/config_folder.h"
 
 using namespace quilmark;

@@ -3,8 +3,8 @@
 #include "platform/background.h"
 #include "platform/text_file.h"
 #include "platform/utf.h"
-#include "search/attr_cache.h"
-#include "search/filters.h"
+#include "search/attributes/attr_cache.h"
+#include "search/filter/filters.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "search/initials.h"
+#include "search/scan/initials.h"
 
 namespace quilmark {
 namespace {

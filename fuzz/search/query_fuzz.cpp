@@ -7,7 +7,7 @@
 
 #include "platform/files.h"
 #include "platform/text.h"
-#include "search/query.h"
+#include "search/query/query.h"
 
 namespace quilmark {
 namespace {

@@ -1,6 +1,6 @@
 // Any names and any needle: every kernel that this processor runs finds the names that a plain search
 // finds.
-#include "search/scan_kernel.h"
+#include "search/scan/scan_kernel.h"
 
 #include "index/name_pool.h"
 #include "platform/text.h"

@@ -2,7 +2,7 @@
 // that are written in bytes read back as they were.
 #include "platform/format.h"
 #include "platform/utf.h"
-#include "search/filters.h"
+#include "search/filter/filters.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;

@@ -3,7 +3,7 @@
 #include "shell/actions/rename_text.h"
 
 #include "platform/utf.h"
-#include "search/query.h"
+#include "search/query/query.h"
 #include "support/fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -10,7 +10,7 @@
 #include "config/extension_list.h"
 #include "platform/text.h"
 #include "platform/utf.h"
-#include "search/sort.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 

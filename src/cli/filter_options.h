@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/clock.h"
-#include "search/filters.h"
+#include "search/filter/filters.h"
 
 namespace quilmark {
 

@@ -18,10 +18,10 @@
 #include "platform/console.h"
 #include "platform/text.h"
 #include "platform/utf.h"
-#include "search/attr_jobs.h"
-#include "search/filter_categories.h"
-#include "search/search_pipeline.h"
-#include "search/sort.h"
+#include "search/attributes/attr_jobs.h"
+#include "search/filter/filter_categories.h"
+#include "search/results/search_pipeline.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <cstdio>
 
-#include "search/attr_cache.h"
-#include "search/folder_sizes.h"
+#include "search/attributes/attr_cache.h"
+#include "search/attributes/folder_sizes.h"
 
 namespace quilmark {
 

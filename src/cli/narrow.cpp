@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "platform/cores.h"
 #include "platform/utf.h"
-#include "search/attr_cache.h"
-#include "search/cores.h"
-#include "search/folder_sizes.h"
-#include "search/sort.h"
+#include "search/attributes/attr_cache.h"
+#include "search/attributes/folder_sizes.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 

@@ -6,7 +6,7 @@
 
 #include "cli/filter_options.h"
 #include "cli/options.h"
-#include "search/search_state.h"
+#include "search/results/search_state.h"
 
 namespace quilmark {
 

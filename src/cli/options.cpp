@@ -8,7 +8,7 @@
 #include "cli/completion.h"
 #include "cli/exit_code.h"
 #include "platform/clock.h"
-#include "search/sort.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 

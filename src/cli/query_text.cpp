@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/utf.h"
-#include "search/query.h"
+#include "search/query/query.h"
 
 namespace quilmark {
 

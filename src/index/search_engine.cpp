@@ -6,7 +6,6 @@
 
 namespace quilmark {
 
-std::atomic<bool> ShutdownRequested = false;
 std::atomic<uint64_t> AttrCacheGeneration = 0;
 
 SearchEngine& Engine() {

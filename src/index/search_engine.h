@@ -8,6 +8,7 @@
 
 #include "index/volume_index.h"
 #include "platform/locks.h"
+#include "platform/shutdown.h"
 #include "platform/window_post.h"
 
 namespace quilmark {
@@ -32,9 +33,6 @@ struct SearchEngine {
 
 // Lives as long as the process.
 SearchEngine& Engine();
-
-// Set once when the program ends; every long loop tests it.
-extern std::atomic<bool> ShutdownRequested;
 
 // Goes up whenever a cached attribute is dropped or replaced.
 extern std::atomic<uint64_t> AttrCacheGeneration;

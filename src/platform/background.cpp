@@ -89,6 +89,36 @@ bool RunBackground(const char* name, std::function<void()> work) {
   }
 }
 
+bool SingleJob::Start(const char* name, std::function<void()> work, std::function<void()> whenAsked) {
+  // Before the try: a job that ends between the two finds it.
+  asked_ = true;
+  if (running_.exchange(true)) return false;
+  asked_ = false;
+  bool isStarted = false;
+  try {
+    isStarted = RunBackground(name, [this, work = std::move(work), whenAsked = std::move(whenAsked)] {
+      Run(work, whenAsked);
+    });
+  } catch (...) {
+    running_ = false;
+    throw;
+  }
+  if (!isStarted) running_ = false;
+  return isStarted;
+}
+
+void SingleJob::Run(const std::function<void()>& work, const std::function<void()>& whenAsked) {
+  std::exception_ptr failure;
+  try {
+    work();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  running_ = false;
+  if (TakeAsked() && whenAsked) whenAsked();
+  if (failure) std::rethrow_exception(failure);
+}
+
 void SetBackgroundExceptionLog(ExceptionLog log) {
   std::scoped_lock lock(Jobs().mutex);
   Jobs().log.swap(log);

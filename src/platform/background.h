@@ -1,6 +1,7 @@
 // Detached work.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 
@@ -12,6 +13,31 @@ namespace quilmark {
 // thread of the library: without its jobs the window would wait for ever. False where memory ran out on
 // the way; `work` then did not run.
 bool RunBackground(const char* name, std::function<void()> work);
+
+// A job of which one runs at a time. Lives as long as the process, or until its job has ended. Any
+// thread.
+class SingleJob {
+ public:
+  SingleJob() = default;
+  SingleJob(const SingleJob&) = delete;
+  SingleJob& operator=(const SingleJob&) = delete;
+
+  // RunBackground, unless the job runs already: then that is remembered. However `work` ends, whoever
+  // was refused meanwhile is answered by `whenAsked`, called on the job's thread when another may start.
+  // False if `work` does not run.
+  bool Start(const char* name, std::function<void()> work, std::function<void()> whenAsked = {});
+
+  // Whether somebody was refused since the job began or since the last call: for work that goes over
+  // its matter once more instead of being started again.
+  [[nodiscard]] bool TakeAsked() { return asked_.exchange(false); }
+
+  bool IsRunning() const { return running_; }
+
+ private:
+  void Run(const std::function<void()>& work, const std::function<void()>& whenAsked);
+
+  std::atomic<bool> running_ = false, asked_ = false;
+};
 
 // Called with the job's name, then ": " and what() where the exception has one. The default drops it.
 void SetBackgroundExceptionLog(std::function<void(const char* what)> log);

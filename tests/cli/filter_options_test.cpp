@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/sort.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "platform/drives.h"
 #include "platform/utf.h"
-#include "search/query.h"
+#include "search/query/query.h"
 #include "support/scratch_folder.h"
 
 namespace quilmark {

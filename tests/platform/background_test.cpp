@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <functional>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -87,6 +89,84 @@ TEST(Background, AJobStartsFurtherJobsThatAreWaitedFor) {
   }));
   ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
   EXPECT_EQ(order, "outer inner");
+}
+
+// A job that waits until it is let go.
+struct HeldJob {
+  std::promise<void> begun, end;
+  std::function<void()> Work() {
+    return [this] {
+      begun.set_value();
+      end.get_future().wait();
+    };
+  }
+};
+
+TEST(SingleJob, RunsOneAtATime) {
+  SingleJob job;
+  HeldJob held;
+  int asked = 0;
+  ASSERT_TRUE(job.Start("sync", held.Work(), [&] { ++asked; }));
+  held.begun.get_future().wait();
+  EXPECT_TRUE(job.IsRunning());
+  bool isRun = false;
+  EXPECT_FALSE(job.Start("sync", [&] { isRun = true; }));
+  EXPECT_FALSE(job.Start("sync", [&] { isRun = true; }));
+  held.end.set_value();
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_FALSE(isRun);
+  EXPECT_EQ(asked, 1) << "for both, once it has ended";
+  EXPECT_FALSE(job.IsRunning());
+  ASSERT_TRUE(job.Start(
+      "sync", [&] { isRun = true; }, [&] { ++asked; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_TRUE(isRun);
+  EXPECT_EQ(asked, 1) << "nobody asked meanwhile";
+}
+
+TEST(SingleJob, MayBeStartedAgainByWhoeverWasRefused) {
+  SingleJob job;
+  HeldJob held;
+  std::atomic<int> runs = 0;
+  const auto again = [&] { EXPECT_TRUE(job.Start("sync", [&] { ++runs; })); };
+  ASSERT_TRUE(job.Start("sync", held.Work(), again));
+  held.begun.get_future().wait();
+  EXPECT_FALSE(job.Start("sync", [] {}));
+  held.end.set_value();
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(runs, 1);
+}
+
+TEST(SingleJob, IsToldOfThoseWhoAskedWhileItRuns) {
+  SingleJob job;
+  std::vector<bool> asked;
+  int refused = 0;
+  const auto work = [&] {
+    asked.push_back(job.TakeAsked());
+    refused += job.Start("sync", [] {}) ? 0 : 1;
+    asked.push_back(job.TakeAsked());
+    asked.push_back(job.TakeAsked());
+  };
+  ASSERT_TRUE(job.Start("sync", work, [&] { ADD_FAILURE() << "it was taken"; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(refused, 1);
+  EXPECT_EQ(asked, (std::vector<bool>{false, true, false}));
+}
+
+TEST(SingleJob, EndsWhenItsWorkThrows) {
+  BackgroundLog log;
+  SingleJob job;
+  bool isAnswered = false;
+  const auto work = [&] {
+    EXPECT_FALSE(job.Start("sync", [] {}));
+    throw std::runtime_error("no more drives");
+  };
+  ASSERT_TRUE(job.Start("sync", work, [&] { isAnswered = true; }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_TRUE(isAnswered);
+  EXPECT_EQ(log.lines, (std::vector<std::string>{"sync: no more drives"}));
+  EXPECT_TRUE(job.Start("sync", [] {}));
+  EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include "config/window_settings.h"
 #include "platform/background.h"
 #include "platform/clock.h"
-#include "search/filtered_results.h"
+#include "search/filter/filtered_results.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"

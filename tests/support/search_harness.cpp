@@ -5,7 +5,7 @@
 #include <mutex>
 
 #include "platform/background.h"
-#include "search/attr_cache_file.h"
+#include "search/attributes/attr_cache_file.h"
 
 namespace quilmark {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "index/search_engine.h"
-#include "search/search_pipeline.h"
-#include "search/search_state.h"
+#include "search/results/search_pipeline.h"
+#include "search/results/search_state.h"
 
 namespace quilmark {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/filter_categories.h"
+#include "search/filter/filter_categories.h"
 #include "window/window_program.h"
 
 namespace quilmark {

@@ -8,7 +8,7 @@
 
 #include "platform/file_reference.h"
 #include "platform/files.h"
-#include "search/attr_cache_file.h"
+#include "search/attributes/attr_cache_file.h"
 #include "support/ntfs_builder.h"
 #include "window/results_list.h"
 

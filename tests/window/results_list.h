@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "search/filters.h"
+#include "search/filter/filters.h"
 #include "window/window_program.h"
 
 namespace quilmark {

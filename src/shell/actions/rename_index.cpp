@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/background.h"
-#include "search/attr_jobs.h"
+#include "search/attributes/attr_jobs.h"
 
 namespace quilmark {
 

@@ -7,7 +7,7 @@
 #include "index/search_engine.h"
 #include "index/volume_life.h"
 #include "platform/format.h"
-#include "search/search_pipeline.h"
+#include "search/results/search_pipeline.h"
 #include "shell/app/routing.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/scope_items.h"

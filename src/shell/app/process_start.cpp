@@ -11,8 +11,8 @@
 #include "config/window_settings.h"
 #include "index/search_engine.h"
 #include "index/volume_life.h"
-#include "search/filter_categories.h"
-#include "search/search_state.h"
+#include "search/filter/filter_categories.h"
+#include "search/results/search_state.h"
 #include "shell/app/command_line.h"
 
 namespace quilmark {

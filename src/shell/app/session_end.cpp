@@ -3,7 +3,7 @@
 #include "config/attr_counters.h"
 #include "config/log.h"
 #include "platform/bounded_jobs.h"
-#include "search/attr_cache_file.h"
+#include "search/attributes/attr_cache_file.h"
 
 namespace quilmark {
 

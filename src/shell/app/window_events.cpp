@@ -9,7 +9,7 @@
 #include "index/volume_life.h"
 #include "index/volume_list.h"
 #include "platform/background.h"
-#include "search/search_pipeline.h"
+#include "search/results/search_pipeline.h"
 #include "shell/app/routing.h"
 #include "shell/search/rename.h"
 #include "shell/search/scope_items.h"

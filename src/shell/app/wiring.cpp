@@ -5,8 +5,8 @@
 #include "config/translate.h"
 #include "index/data_changes.h"
 #include "index/volume_life.h"
-#include "search/attr_cache_file.h"
-#include "search/search_state.h"
+#include "search/attributes/attr_cache_file.h"
+#include "search/results/search_state.h"
 #include "shell/app/engine_messages.h"
 #include "shell/view/window_ids.h"
 

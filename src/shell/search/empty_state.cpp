@@ -2,7 +2,7 @@
 
 #include "config/translate.h"
 #include "platform/format.h"
-#include "search/search_state.h"
+#include "search/results/search_state.h"
 
 namespace quilmark {
 

@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "search/attr_jobs.h"
-#include "search/filters.h"
-#include "search/sort.h"
+#include "search/attributes/attr_jobs.h"
+#include "search/filter/filters.h"
+#include "search/sort/sort.h"
 
 namespace quilmark {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "search/filters.h"
+#include "search/filter/filters.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {

@@ -1,7 +1,7 @@
 #include "shell/search/highlight.h"
 
 #include "platform/text.h"
-#include "search/query.h"
+#include "search/query/query.h"
 
 namespace quilmark {
 

@@ -5,8 +5,8 @@
 
 #include "config/translate.h"
 #include "config/window_settings.h"
-#include "search/filtered_results.h"
-#include "search/sort.h"
+#include "search/filter/filtered_results.h"
+#include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/highlight.h"

@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "search/attr_cache.h"
-#include "search/folder_sizes.h"
-#include "search/search_state.h"
+#include "search/attributes/attr_cache.h"
+#include "search/attributes/folder_sizes.h"
+#include "search/results/search_state.h"
 #include "shell/list/cell_text.h"
 
 namespace quilmark {

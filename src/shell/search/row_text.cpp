@@ -1,6 +1,6 @@
 #include "shell/search/row_text.h"
 
-#include "search/search_state.h"
+#include "search/results/search_state.h"
 
 namespace quilmark {
 

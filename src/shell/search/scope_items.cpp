@@ -1,7 +1,7 @@
 #include "shell/search/scope_items.h"
 
 #include "config/translate.h"
-#include "search/search_state.h"
+#include "search/results/search_state.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {

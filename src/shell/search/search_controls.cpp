@@ -5,8 +5,8 @@
 
 #include "config/translate.h"
 #include "config/window_settings.h"
-#include "search/query.h"
-#include "search/search_pipeline.h"
+#include "search/query/query.h"
+#include "search/results/search_pipeline.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/highlight.h"
 #include "shell/search/rename.h"

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "config/translate.h"
-#include "search/query.h"
-#include "search/search_pipeline.h"
+#include "search/query/query.h"
+#include "search/results/search_pipeline.h"
 #include "shell/search/rename.h"
 #include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "config/window_settings.h"
-#include "search/filtered_results.h"
-#include "search/search_state.h"
+#include "search/filter/filtered_results.h"
+#include "search/results/search_state.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/empty_state.h"
 #include "shell/search/list_scroll.h"

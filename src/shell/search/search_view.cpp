@@ -4,7 +4,7 @@
 
 #include "config/window_settings.h"
 #include "platform/mul_div.h"
-#include "search/filtered_results.h"
+#include "search/filter/filtered_results.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"

@@ -1,7 +1,7 @@
 // A sort that the user asked for. Interface thread.
 #pragma once
 
-#include "search/sort.h"
+#include "search/sort/sort.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {

@@ -1,7 +1,7 @@
 #include "shell/search/tip_text.h"
 
-#include "search/filtered_results.h"
-#include "search/sort.h"
+#include "search/filter/filtered_results.h"
+#include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/search/row_cells.h"
 #include "shell/search/row_text.h"

@@ -7,9 +7,9 @@
 #include <span>
 
 #include "index/volume_life.h"
-#include "search/attr_jobs.h"
-#include "search/filters.h"
-#include "search/search_state.h"
+#include "search/attributes/attr_jobs.h"
+#include "search/filter/filters.h"
+#include "search/results/search_state.h"
 
 namespace quilmark {
 

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "platform/background.h"
-#include "search/attr_jobs.h"
+#include "search/attributes/attr_jobs.h"
 #include "shell/search/row_text.h"
 #include "support/gate.h"
 #include "support/search_harness.h"

@@ -9,7 +9,7 @@
 #include "config/config_directory.h"
 #include "index/search_engine.h"
 #include "platform/text_file.h"
-#include "search/attr_cache_file.h"
+#include "search/attributes/attr_cache_file.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/attr_cache.h"
+#include "search/attributes/attr_cache.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
 

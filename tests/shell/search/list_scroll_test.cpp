@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/filtered_results.h"
+#include "search/filter/filtered_results.h"
 #include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/search_pipeline.h"
+#include "search/results/search_pipeline.h"
 #include "shell/window_harness.h"
 #include "support/volumes.h"
 

@@ -6,10 +6,10 @@
 #include <future>
 #include <memory>
 
-#include "search/attr_cache.h"
-#include "search/filtered_results.h"
-#include "search/folder_sizes.h"
-#include "search/sort.h"
+#include "search/attributes/attr_cache.h"
+#include "search/attributes/folder_sizes.h"
+#include "search/filter/filtered_results.h"
+#include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/search/row_cells.h"
 #include "support/gate.h"

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "search/attr_jobs.h"
+#include "search/attributes/attr_jobs.h"
 #include "shell/app/routing.h"
 #include "shell/app/window_events.h"
 #include "shell/search/search_keys.h"

@@ -1,0 +1,45 @@
+#include "platform/generation.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/shutdown.h"
+
+namespace quilmark {
+namespace {
+
+TEST(Generation, MakesFormerTicketsStale) {
+  Generation generation;
+  const Ticket first = generation.Supersede();
+  EXPECT_TRUE(first.IsCurrent());
+  EXPECT_EQ(first.Number(), 1u);
+  const Ticket second = generation.Supersede();
+  EXPECT_FALSE(first.IsCurrent());
+  EXPECT_TRUE(second.IsCurrent());
+  EXPECT_EQ(generation.Number(), second.Number());
+}
+
+TEST(Generation, GivesTheLatestTicketWithoutMakingItStale) {
+  Generation generation;
+  const Ticket none = generation.Latest();
+  EXPECT_EQ(none.Number(), 0u);
+  EXPECT_TRUE(none.IsCurrent());
+  const Ticket begun = generation.Supersede();
+  EXPECT_FALSE(none.IsCurrent());
+  EXPECT_EQ(generation.Latest().Number(), begun.Number());
+  EXPECT_TRUE(begun.IsCurrent());
+}
+
+TEST(Generation, EndsWithTheProgram) {
+  Generation generation;
+  const Ticket ticket = generation.Supersede();
+  const Ticket ofNone;
+  EXPECT_TRUE(ofNone.IsCurrent());
+  ShutdownRequested = true;
+  EXPECT_FALSE(ticket.IsCurrent());
+  EXPECT_FALSE(ofNone.IsCurrent());
+  ShutdownRequested = false;
+  EXPECT_TRUE(ticket.IsCurrent());
+}
+
+}  // namespace
+}  // namespace quilmark

@@ -1,0 +1,419 @@
+#include "search/filter/filters.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <mutex>
+#include <thread>
+
+#include "config/attr_counters.h"
+#include "platform/background.h"
+#include "search/attributes/attr_cache.h"
+#include "support/gate.h"
+#include "support/mapped_drive.h"
+#include "support/scratch_folder.h"
+#include "support/search_harness.h"
+#include "support/volumes.h"
+
+namespace quilmark {
+namespace {
+
+using Names = std::vector<std::u16string>;
+constexpr int64_t kMB = 0x10'0000;
+constexpr FileTime kDay = 24 * 3'600 * kFileTimePerSecond;
+
+class Filters : public testing::Test {
+ protected:
+  Filters() { volume = AddVolume(Engine(), MakeTestVolume(u"Q:")); }
+  ~Filters() override {
+    FollowNewResults(KeepFiltered::kNo, 0);
+    ActiveCategory = 0;
+  }
+  void Add(std::u16string_view name, int64_t size = 1, FileTime modified = 1, FileTime created = 1) {
+    const uint64_t frn = 1'000 + rows->size();
+    rows->push_back({volume, AddFile(*volume, name, kRootFrnOfTests, frn)});
+    StoreAttr(*volume, frn, {.size = size, .modified = modified, .created = created, .valid = true});
+  }
+  void AddDir(std::u16string_view name) { rows->push_back({volume, AddFolder(*volume, name)}); }
+  void Hold() {
+    const std::scoped_lock lock(ResultsLock);
+    CurrentResults = rows;
+  }
+  // As a sort by the column publishes.
+  void Reorder(int column) {
+    rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
+    const std::scoped_lock lock(ResultsLock);
+    SortColumn = column;
+  }
+  // The names that stay.
+  Names Filter(FilterSettings settings) {
+    Hold();
+    ActiveCategory = settings.category;
+    RefreshFilteredResultsAsync(std::move(settings));
+    EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+    EXPECT_EQ(search.Next().message, WM_FILTER_RESULTS);
+    Names names;
+    for (const MatchItem& hit : *ShownResults()) names.emplace_back(NameOf(volume->records[hit.index]));
+    EXPECT_EQ(DisplayCount, names.size());
+    return names;
+  }
+
+  SearchHarness search;
+  VolumeIndex* volume = nullptr;
+  std::shared_ptr<ResultSet> rows = std::make_shared<ResultSet>();
+};
+
+std::optional<SizeRange> Range(std::u16string_view text) { return ParseCustomSizeRange(text, 2); }
+
+TEST(CustomSizeRange, HasALeastAMostOrBoth) {
+  EXPECT_EQ(Range(u"10-20"), (SizeRange{10 * kMB, 20 * kMB}));
+  EXPECT_EQ(Range(u"-10"), (SizeRange{-1, 10 * kMB}));
+  EXPECT_EQ(Range(u"10-"), (SizeRange{10 * kMB, -1}));
+  EXPECT_EQ(Range(u" 1 0 (MB) - 20 (or so) "), (SizeRange{10 * kMB, 20 * kMB}));
+  EXPECT_EQ(Range(u"0.5-1.5"), (SizeRange{kMB / 2, kMB + kMB / 2}));
+}
+
+TEST(CustomSizeRange, TakesItsUnit) {
+  EXPECT_EQ(ParseCustomSizeRange(u"1-2", 0), (SizeRange{1, 2}));
+  EXPECT_EQ(ParseCustomSizeRange(u"1-2", 1), (SizeRange{1'024, 2'048}));
+  EXPECT_EQ(ParseCustomSizeRange(u"1-2", 3), (SizeRange{1'073'741'824, 2'147'483'648}));
+  EXPECT_EQ(ParseCustomSizeRange(u"1-2", 9), (SizeRange{kMB, 2 * kMB}));
+}
+
+TEST(CustomSizeRange, RefusesWhatIsNoRange) {
+  for (const auto* text :
+       {u"", u"  ", u"10", u"-", u"20-10", u"a-b", u"1-x", u"--5", u"nan-5", u"()-()"}) {
+    EXPECT_FALSE(Range(text).has_value()) << testing::PrintToString(text);
+  }
+  EXPECT_EQ(Range(u"0-1e300")->most, INT64_MAX);
+}
+
+TEST(CustomSizeRange, HasAHash) {
+  EXPECT_EQ(CustomSizeHash(u""), 0x811C'9DC5u);
+  EXPECT_EQ(CustomSizeHash(u"a"), 0xE40C'292Cu);
+}
+
+TEST_F(Filters, KeepFilesOfACategory) {
+  Add(u"a.TXT");
+  Add(u"b.jpg");
+  Add(u"txt");
+  Add(u"c.tar.gz");
+  AddDir(u"d.txt");
+  EXPECT_EQ(Filter({.category = 2}), Names{u"a.TXT"});
+  EXPECT_EQ(Filter({.category = 4}), Names{u"c.tar.gz"});
+}
+
+TEST_F(Filters, KeepFoldersOfTheirRow) {
+  Add(u"a.dir", 1, NowFileTime());
+  AddDir(u"b");
+  EXPECT_EQ(Filter({.category = 1}), Names{u"b"});
+  EXPECT_EQ(Filter({.category = 1, .timePreset = kToday}), Names{});
+}
+
+TEST_F(Filters, DropFoldersUnderASize) {
+  Add(u"a");
+  AddDir(u"b");
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"a"});
+}
+
+TEST_F(Filters, KnowTheBordersOfTheirSizes) {
+  Add(u"below", kMB - 1);
+  Add(u"one", kMB);
+  Add(u"hundred", 100 * kMB);
+  Add(u"above", 100 * kMB + 1);
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"below"});
+  EXPECT_EQ(Filter({.sizePreset = k1To100MB}), (Names{u"one", u"hundred"}));
+  EXPECT_EQ(Filter({.sizePreset = kAbove100MB}), Names{u"above"});
+}
+
+TEST_F(Filters, TakeACustomSizeAndNoneThatIsNone) {
+  Add(u"5", 5 * kMB);
+  Add(u"10", 10 * kMB);
+  Add(u"11", 11 * kMB);
+  EXPECT_EQ(Filter({.sizePreset = kCustomSize, .sizeText = u"-10"}), (Names{u"5", u"10"}));
+  EXPECT_EQ(Filter({.sizePreset = kCustomSize, .sizeText = u"10-"}), (Names{u"10", u"11"}));
+  EXPECT_EQ(Filter({.sizePreset = kCustomSize, .sizeText = u"20-10"}).size(), 3u);
+}
+
+TEST_F(Filters, KnowTodayAndTheLastDays) {
+  const FileTime now = NowFileTime();
+  Add(u"future", 1, now + kDay);
+  Add(u"now", 1, now);
+  Add(u"six", 1, now - 6 * kDay);
+  Add(u"eight", 1, now - 8 * kDay);
+  Add(u"old", 1, now - 31 * kDay);
+  EXPECT_EQ(Filter({.timePreset = kToday}), (Names{u"future", u"now"}));
+  EXPECT_EQ(Filter({.timePreset = k7Days}), (Names{u"future", u"now", u"six"}));
+  EXPECT_EQ(Filter({.timePreset = k30Days}), (Names{u"future", u"now", u"six", u"eight"}));
+}
+
+TEST_F(Filters, TakeCustomDatesInEitherOrder) {
+  Add(u"before", 1, *FileTimeOfLocal({.year = 2024, .month = 12, .day = 31, .hour = 23, .minute = 59}));
+  Add(u"first", 1, *FileTimeOfLocal({.year = 2025, .month = 1, .day = 1}));
+  Add(u"last", 1, *FileTimeOfLocal({.year = 2025, .month = 1, .day = 10, .hour = 23, .minute = 59}));
+  Add(u"after", 1, *FileTimeOfLocal({.year = 2025, .month = 1, .day = 11}));
+  const Names inside = {u"first", u"last"};
+  EXPECT_EQ(Filter({.timePreset = kCustomTime, .dateFrom = 20250101, .dateTo = 20250110}), inside);
+  EXPECT_EQ(Filter({.timePreset = kCustomTime, .dateFrom = 20250110, .dateTo = 20250101}), inside);
+  EXPECT_EQ(Filter({.timePreset = kCustomTime, .dateFrom = 20250100, .dateTo = 20250110}).size(), 4u);
+  EXPECT_EQ(Filter({.timePreset = kCustomTime, .dateFrom = 20250230, .dateTo = 20250301}).size(), 0u);
+}
+
+TEST_F(Filters, MeanTheDateThatTheListIsSortedBy) {
+  const FileTime now = NowFileTime();
+  Add(u"made today", 1, now - 90 * kDay, now);
+  EXPECT_EQ(Filter({.timePreset = kToday}), Names{});
+  Reorder(4);
+  EXPECT_EQ(Filter({.timePreset = kToday}), Names{u"made today"});
+}
+
+TEST_F(Filters, ShowEverythingWhenTheyAreOff) {
+  Add(u"a");
+  AddDir(u"b");
+  EXPECT_EQ(Filter({}).size(), 2u);
+  EXPECT_EQ(FilteredResults, nullptr);
+}
+
+TEST_F(Filters, AnswerARepeatedQuestionFromWhatTheyHold) {
+  Add(u"a.txt");
+  Add(u"b.jpg");
+  Filter({.category = 2});
+  const auto held = FilteredResults;
+  Filter({.category = 2});
+  EXPECT_EQ(FilteredResults, held);
+}
+
+TEST_F(Filters, FollowANewOrderOfTheResults) {
+  Add(u"a.txt");
+  Add(u"b.jpg");
+  Add(u"c.txt");
+  EXPECT_EQ(Filter({.category = 2}), (Names{u"a.txt", u"c.txt"}));
+  const std::weak_ptr<const ResultSet> former = rows;
+  Reorder(1);
+  Hold();
+  EXPECT_TRUE(former.expired()) << "the filtered set does not keep what it was made of";
+  FollowNewResults(KeepFiltered::kIfThere, rows->size());
+  EXPECT_EQ(DisplayCount, 2u) << "until the job reports";
+  EXPECT_EQ(Filter({.category = 2}), (Names{u"c.txt", u"a.txt"}));
+}
+
+// Which date is meant changes with the column, what is on show does not before the job is done.
+TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
+  const FileTime now = NowFileTime();
+  Add(u"a.txt", 1, now, now);
+  Add(u"b.txt", 1, now, now - 90 * kDay);
+  Add(u"c.jpg", 1, now, now);
+  for (const FilterSettings& settings :
+       {FilterSettings{.category = 2}, FilterSettings{.category = 2, .timePreset = kToday}}) {
+    Reorder(3);
+    const size_t before = Filter(settings).size();
+    EXPECT_EQ(before, 2u);
+    for (const int column : {4, 3}) {
+      Reorder(column);
+      Hold();
+      const std::scoped_lock writer(volume->indexLock);  // the job waits
+      FollowNewResults(KeepFiltered::kIfThere, rows->size());
+      RefreshFilteredResultsAsync(settings);
+      EXPECT_EQ(DisplayCount, 2u) << column;
+      EXPECT_EQ(ShownResults()->size(), 2u) << column;
+    }
+    ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+    while (search.queue.Take(0)) {
+    }
+  }
+}
+
+TEST_F(Filters, SayNothingMoreOfFormerResults) {
+  Add(u"a.txt");
+  Hold();
+  ActiveCategory = 2;
+  {
+    const std::scoped_lock writer(volume->indexLock);  // the job waits
+    RefreshFilteredResultsAsync({.category = 2});
+    FollowNewResults(KeepFiltered::kNo, 7);
+  }
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(DisplayCount, 7u);
+}
+
+TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
+  for (int i = 0; i < 2'000; ++i) Add(u"a.txt");
+  Hold();
+  std::atomic<bool> isDone = false;
+  std::thread publisher([&] {
+    while (!isDone) {
+      auto next = std::make_shared<ResultSet>(*rows);
+      const std::scoped_lock lock(ResultsLock);
+      CurrentResults = std::move(next);
+    }
+  });
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).byCategory[0], 2'000u);
+  isDone = true;
+  publisher.join();
+}
+
+TEST_F(Filters, DropRecordsThatAreGone) {
+  Add(u"a.txt");
+  Add(u"b.txt");
+  rows->push_back({volume, 1'000'000});
+  MarkDeleted(*volume, rows->front().index);
+  EXPECT_EQ(Filter({.category = 2}), Names{u"b.txt"});
+}
+
+TEST_F(Filters, PublishNothingForAnotherCategory) {
+  Add(u"a.txt");
+  Hold();
+  ActiveCategory = 3;
+  RefreshFilteredResultsAsync({.category = 2});
+  ASSERT_TRUE(WaitForBackgroundJobs(60'000));
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_EQ(FilteredResults, nullptr);
+}
+
+TEST_F(Filters, CountByCategory) {
+  Add(u"a.txt", 5 * kMB);
+  Add(u"b.jpg");
+  Add(u"c");
+  AddDir(u"d");
+  Hold();
+  using Counts = std::vector<uint64_t>;
+  EXPECT_EQ(UpdateFilterCounts({}).byCategory, (Counts{4, 1, 1, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(UpdateFilterCounts({.sizePreset = k1To100MB}).byCategory, (Counts{1, 0, 1, 0, 0, 0, 0, 0}));
+  EXPECT_FALSE(UpdateFilterCounts({.sizePreset = k1To100MB}).isIncomplete);
+}
+
+// Nothing is asked of rows about which nothing need be known.
+TEST_F(Filters, AskNothingForACustomRangeThatIsNone) {
+  Add(u"warm.txt", 5 * kMB);
+  rows->push_back({volume, AddFile(*volume, u"cold.txt")});
+  AddDir(u"d");
+  const uint64_t reads = AttrCounters().diskReads;
+  for (const FilterSettings& settings :
+       {FilterSettings{.sizePreset = kCustomSize, .sizeText = u"20-10"},
+        FilterSettings{.sizePreset = kCustomSize},
+        FilterSettings{.timePreset = kCustomTime, .dateFrom = 20250100, .dateTo = 20250110}}) {
+    EXPECT_EQ(Filter(settings), (Names{u"warm.txt", u"cold.txt"}));
+    EXPECT_EQ(UpdateFilterCounts(settings).byCategory[0], 2u);
+    EXPECT_FALSE(UpdateFilterCounts(settings).isIncomplete);
+  }
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_EQ(volume->attrs.size(), 1u);
+}
+
+TEST_F(Filters, TakeTheSizeOfAScanAndNotTheDisk) {
+  rows->push_back({volume, AddFile(*volume, u"small", kRootFrnOfTests, 71)});
+  rows->push_back({volume, AddFile(*volume, u"large", kRootFrnOfTests, 72)});
+  volume->mftSizes[71] = {.logical = 1, .allocated = 512};
+  volume->mftSizes[72] = {.logical = 5 * kMB, .allocated = 5 * kMB};
+  const uint64_t reads = AttrCounters().diskReads;
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"small"});
+  EXPECT_EQ(Filter({.sizePreset = k1To100MB}), Names{u"large"});
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_TRUE(volume->attrs.empty());
+}
+
+// Q: is a folder with a file of 2,000 bytes from now.
+class ColdFilters : public Filters {
+ protected:
+  ColdFilters() {
+    folder.MakeFile("real", std::string(2'000, 'x'));
+    rows->push_back({volume, AddFile(*volume, u"real", kRootFrnOfTests, kFrn)});
+  }
+  static constexpr uint64_t kFrn = 71;
+  ScratchFolder folder;
+  MappedDrive drive{u'Q', folder.Path()};
+};
+
+TEST_F(ColdFilters, AskTheDiskForASizeThatNobodyKnows) {
+  const uint64_t reads = AttrCounters().diskReads;
+  const FilterSettings about = {.sizePreset = kCustomSize, .sizeUnit = 0, .sizeText = u"2000-2000"};
+  EXPECT_EQ(Filter(about), Names{u"real"});
+  Reorder(1);
+  EXPECT_EQ(Filter(about), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1);
+}
+
+TEST_F(ColdFilters, AskTheDiskForADateThatIsMissing) {
+  volume->mftSizes[kFrn] = {.logical = 9, .allocated = 512};
+  StoreAttr(*volume, kFrn, {.size = 9, .valid = true});
+  const uint64_t reads = AttrCounters().diskReads;
+  EXPECT_EQ(Filter({.sizePreset = kBelow1MB}), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_EQ(Filter({.timePreset = k7Days}), Names{u"real"});
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1);
+  AttrEntry entry;
+  ASSERT_TRUE(PeekAttr(*volume, kFrn, entry));
+  EXPECT_EQ(entry.size, 2'000);
+}
+
+TEST_F(ColdFilters, PublishNothingOnceTheyAreStaleOnTheirWay) {
+  rows->push_back({volume, AddFile(*volume, u"next")});
+  Hold();
+  const uint64_t reads = AttrCounters().diskReads;
+  Gate gate(volume->attrLock, Gate::Stops::kWriters);  // the job waits with what the disk said
+  RefreshFilteredResultsAsync({.timePreset = k7Days});
+  ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
+  FollowNewResults(KeepFiltered::kNo, 7);
+  gate.Open();
+  EXPECT_TRUE(search.IsQuiet());
+  EXPECT_EQ(AttrCounters().diskReads, reads + 1) << "the next row was not looked at";
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(DisplayCount, 7u);
+}
+
+TEST_F(Filters, ForgetWhatTheyHoldWhereThereAreNoResults) {
+  Add(u"a.txt");
+  Filter({.category = 2});
+  EXPECT_EQ(FilteredKey.category, 2);
+  rows = std::make_shared<ResultSet>();
+  EXPECT_EQ(Filter({.category = 2}), Names{});
+  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(FilteredKey, FilterKey());
+  EXPECT_EQ(DisplayCount, 0u);
+}
+
+TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
+  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
+  Hold();
+  {
+    const Gate writer(volume->indexLock, Gate::Stops::kAll);
+    const FilterCounts counts = UpdateFilterCounts({});
+    EXPECT_EQ(counts.byCategory[0], 0u);
+    EXPECT_TRUE(counts.leavesOutAVolume);
+    EXPECT_FALSE(counts.isIncomplete) << "attributes would change nothing";
+    volume->busy = true;  // built anew: results follow of themselves
+    EXPECT_FALSE(UpdateFilterCounts({}).leavesOutAVolume);
+    volume->busy = false;
+  }
+  const FilterCounts counts = UpdateFilterCounts({});
+  EXPECT_EQ(counts.byCategory[0], 1'000u);
+  EXPECT_FALSE(counts.leavesOutAVolume);
+}
+
+// The window waits for the counts.
+TEST_F(Filters, SayThatAVolumeWhoseAttributesAreWrittenWasLeftOut) {
+  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
+  Hold();
+  Gate writer(volume->attrLock, Gate::Stops::kAll);
+  auto counted = std::async(std::launch::async, [] { return UpdateFilterCounts({.sizePreset = 1}); });
+  const bool isCounted = counted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+  writer.Open();
+  EXPECT_TRUE(isCounted);
+  EXPECT_TRUE(counted.get().leavesOutAVolume);
+  EXPECT_FALSE(UpdateFilterCounts({.sizePreset = 1}).leavesOutAVolume);
+}
+
+TEST_F(Filters, CountWithoutTheDisk) {
+  rows->push_back({volume, AddFile(*volume, u"cold.txt")});
+  Hold();
+  const FilterCounts counts = UpdateFilterCounts({.timePreset = kToday});
+  EXPECT_EQ(counts.byCategory[0], 0u);
+  EXPECT_TRUE(counts.isIncomplete);
+}
+
+}  // namespace
+}  // namespace quilmark
