@@ -5,8 +5,8 @@
 
 #include <atomic>
 
+#include "platform/background.h"
 #include "platform/win32/file_handle.h"
-#include "shell/app/single_job.h"
 #include "shell/app/trim.h"
 #include "shell/app/window_end.h"
 #include "shell/win32/system/system_calls.h"
