@@ -17,6 +17,7 @@
 #include "search/attributes/folder_sizes.h"
 #include "search/filter/filters.h"
 #include "search/sort/sort.h"
+#include "search/sort/sort_rows.h"
 #include "support/corpus.h"
 
 namespace quilmark {
@@ -25,7 +26,6 @@ namespace {
 // With attributes of every file.
 VolumeIndex& Volume() {
   static VolumeIndex* const volume = [] {
-    keepsAttrCacheFile = false;
     VolumeIndex* const made = AddVolume(Engine(), MakeVolume(LoadCorpus(NameCount())));
     for (uint32_t i = 0; i < made->records.size(); ++i) {
       const FileRecord& record = made->records[i];
@@ -65,10 +65,9 @@ bool IsSorted(const std::vector<MatchItem>& rows, int column) {
 
 void SortText(benchmark::State& state, int column) {
   const std::vector<MatchItem> rows = AllRows();
-  const SortJob job{.generation = searchGeneration, .column = column};
-  std::vector<MatchItem> sorted;
-  for (auto _ : state) sorted = SortedByText(rows, job);
-  if (sorted.size() != rows.size() || !IsSorted(sorted, column)) state.SkipWithError("wrong order");
+  std::optional<ResultSet> sorted;
+  for (auto _ : state) sorted = SortedByText(rows, {column, true}, Ticket());
+  if (sorted->size() != rows.size() || !IsSorted(*sorted, column)) state.SkipWithError("wrong order");
   CountRows(state, rows.size());
 }
 
@@ -92,16 +91,9 @@ void SortPlain(benchmark::State& state, int column) {
 // By size or date, with all attributes known.
 void SortValues(benchmark::State& state, int column) {
   const auto rows = std::make_shared<const ResultSet>(AllRows());
-  const SortJob job{.generation = searchGeneration, .column = column};
-  for (auto _ : state) {
-    {
-      const std::scoped_lock lock(ResultsLock);
-      CurrentResults = rows;
-    }
-    RunSort(job);
-  }
-  const auto sorted = HeldResults();
-  if (sorted == rows || sorted->size() != rows->size()) state.SkipWithError("nothing was sorted");
+  std::optional<SortedSet> sorted;
+  for (auto _ : state) sorted = SortRows(rows, {column, true}, Ticket());
+  if (!sorted || sorted->rows.size() != rows->size()) state.SkipWithError("nothing was sorted");
   CountRows(state, rows->size());
 }
 
@@ -109,7 +101,7 @@ void Filter(benchmark::State& state, Order order, const FilterSettings& settings
   const std::vector<MatchItem> rows = AllRows(order);
   const FilterContext context = MakeFilterContext(settings, NowFileTime());
   std::optional<ResultSet> kept;
-  for (auto _ : state) kept = FilterRows(context, rows, FilterGeneration);
+  for (auto _ : state) kept = FilterRows(context, rows, Ticket());
   const auto passes = [&context](const MatchItem& row) { return PassesFilter(context, row); };
   const auto expected = std::count_if(rows.begin(), rows.end(), passes);
   if (!kept || kept->size() != static_cast<size_t>(expected)) state.SkipWithError("wrong rows");
@@ -119,10 +111,7 @@ void Filter(benchmark::State& state, Order order, const FilterSettings& settings
 void Count(benchmark::State& state, Order order, const FilterSettings& settings) {
   auto rows = std::make_shared<const ResultSet>(AllRows(order));
   const size_t size = rows->size();
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::move(rows);
-  }
+  TheSearch().CurrentResults.Change([&rows](SearchResults& held) { held.rows = std::move(rows); });
   FilterCounts counts;
   for (auto _ : state) counts = UpdateFilterCounts(settings);
   if (!settings.HasSizeOrTime() && counts.byCategory[0] != size) state.SkipWithError("rows are missing");

@@ -106,7 +106,7 @@ Volumes& Both() {
 size_t SearchOnce(VolumeIndex& volume, SearchJob& job) {
   Both().changed->valid = &volume == Both().changed;
   Both().rebuilt->valid = &volume == Both().rebuilt;
-  job.generation = ++searchGeneration;
+  job.ticket = SupersedeSearch();
   RunSearch(job);
   return HeldResults()->size();
 }

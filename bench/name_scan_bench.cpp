@@ -44,13 +44,13 @@ void Search(benchmark::State& state, const std::string& query) {
   SearchJob job{.text = FromUtf8(query)};
   const size_t expected = ReferenceHits(query);
   for (auto _ : state) {
-    job.generation = ++searchGeneration;
+    job.ticket = SupersedeSearch();
     RunSearch(job);
   }
   const size_t hits = HeldResults()->size();
   state.counters["hits"] = static_cast<double>(hits);
   const bool mayAdd =
-      IsInitialsQuery(PrepareNameGroups(ParseQueryGroups(job.text))) && initialSearchEnabled;
+      IsInitialsQuery(PrepareNameGroups(ParseQueryGroups(job.text))) && job.options.initials;
   if (hits < expected || (hits > expected && !mayAdd)) state.SkipWithError("wrong answer");
 }
 

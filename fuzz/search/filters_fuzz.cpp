@@ -5,6 +5,7 @@
 #include "platform/utf.h"
 #include "search/attributes/attr_cache.h"
 #include "search/filter/filters.h"
+#include "search/results/columns.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;
@@ -50,17 +51,14 @@ ResultSet FilterPlainly(const FilterContext& context, const ResultSet& rows) {
 }
 
 void CheckJob(const FilterSettings& settings, const std::shared_ptr<const ResultSet>& rows) {
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
-  }
-  ActiveCategory = settings.category;
+  TheSearch().CurrentResults.Change([&rows](SearchResults& held) { held.rows = rows; });
+  TheSearch().ActiveCategory = settings.category;
   const ResultSet expected = FilterPlainly(MakeFilterContext(settings, NowFileTime()), *rows);
   for (int i = 0; i < 2; ++i) {
     RefreshFilteredResultsAsync(settings);
     Require(WaitForBackgroundJobs(60'000));
     const auto shown = ShownResults();
-    Require(DisplayCount == shown->size());
+    Require(DisplayCount() == shown->size());
     Require(*shown == (settings.IsOff() || rows->empty() ? *rows : expected));
   }
   FollowNewResults(KeepFiltered::kNo, 0);
@@ -74,7 +72,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   FilterTable table = ReadCategories(FromUtf8(input.TakeLine()) + u"\n" + FromUtf8(input.TakeLine()));
   table.insert(table.begin(), {.label = u"All", .extensions = {}});
   InstallCategories(table);
-  SortColumn = input.Take<uint8_t>() % 2 == 0 ? -1 : 4;  // by creation: that is the date meant
+  const int column =
+      input.Take<uint8_t>() % 2 == 0 ? -1 : kColumnCreated;  // then that is the date meant
+  TheSearch().CurrentResults.Change([column](SearchResults& held) { held.SortColumn = column; });
 
   VolumeIndex volume;
   volume.drive = u"Q:";
@@ -82,11 +82,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   while (!input.rest.empty() && rows->size() < kMostRows) AddRow(volume, input, *rows);
 
   const FilterContext context = MakeFilterContext(settings, kNow);
-  const auto kept = FilterRows(context, *rows, FilterGeneration);
+  const Ticket stale = TheSearch().FilteredResults.Supersede();
+  const auto kept = FilterRows(context, *rows, TheSearch().FilteredResults.Supersede());
   Require(kept && *kept == FilterPlainly(context, *rows));
-  Require(!FilterRows(context, *rows, FilterGeneration + 1));
+  Require(!FilterRows(context, *rows, stale));
   CheckJob(settings, rows);
-  const std::scoped_lock lock(ResultsLock);
-  CurrentResults = std::make_shared<const ResultSet>();
+  TheSearch().CurrentResults.Change([](SearchResults& held) { held = {}; });
   return 0;
 }

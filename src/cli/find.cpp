@@ -18,7 +18,6 @@
 #include "platform/console.h"
 #include "platform/text.h"
 #include "platform/utf.h"
-#include "search/attributes/attr_jobs.h"
 #include "search/filter/filter_categories.h"
 #include "search/results/search_pipeline.h"
 #include "search/sort/sort.h"
@@ -52,7 +51,8 @@ std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& 
     const bool isEnded = WaitForBackgroundJobs(0);
     const auto message = queue.Take(isEnded ? 0 : kPollMs);
     if (!message && isEnded) break;
-    if (!message || message->message != WM_SEARCH_RESULTS || message->first != searchGeneration)
+    if (!message || message->message != WM_SEARCH_RESULTS ||
+        message->first != TheSearch().CurrentResults.Number())
       continue;
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
     return HeldResults();
@@ -93,17 +93,18 @@ void PrintIndexStats(double milliseconds) {
                static_cast<double>(figures.bytes) / static_cast<double>(records));
 }
 
-// Sets scopeIndex. False if the drive named is not in the index, as a drive without a medium.
+// Chooses where searches look. False if the drive named is not in the index, as a drive without a
+// medium.
 bool ApplyScope(const std::string& scope) {
   if (scope == "all") return true;
   if (scope == "desktop") {
-    scopeIndex = kScopeDesktop;
+    TheSearch().scope = {.scopeIndex = kScopeDesktop};
     return true;
   }
   const auto volumes = CopyVolumes(Engine());
   for (size_t i = 0; i < volumes.size(); ++i) {
     if (!EqualNoCase(volumes[i]->drive, FromUtf8(scope))) continue;
-    scopeIndex = kScopeFirstVolume + static_cast<int>(i);
+    TheSearch().scope = {.scopeIndex = kScopeFirstVolume + static_cast<int>(i)};
     return true;
   }
   return false;
@@ -221,14 +222,12 @@ int IndexAndAnswer(const FindOptions& options, const Narrowing& narrowing) {
   if (options.stats) PrintIndexStats(indexed.milliseconds);
   if (!ApplyScope(options.scope)) return Complain("drive " + options.scope + " cannot be read");
 
-  initialSearchEnabled = options.initials;
+  TheSearch().options = {.initials = options.initials, .waitsForWriters = true};
   PostQueue queue;
-  searchHooks.window = queue.Target();
-  searchHooks.waitsForWriters = true;
-  keepsAttrCacheFile = false;  // it is the window's, which has seen more files than one search
+  TheSearch().hooks.window = queue.Target();
   const int exitCode = options.interactive ? FindInteractively(queue, options, narrowing)
                                            : FindOnce(queue, options, narrowing);
-  ++searchGeneration;  // whatever still runs is stale
+  SupersedeSearch();  // whatever still runs is stale
   return exitCode;
 }
 

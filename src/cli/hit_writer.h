@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "cli/hit_facts.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 

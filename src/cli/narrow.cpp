@@ -73,12 +73,10 @@ void ReadTotals(VolumeIndex& volume) {
   WarnOfFullCache(volume);
 }
 
+// Null if the user interrupted.
 std::shared_ptr<const ResultSet> InOrder(std::shared_ptr<const ResultSet> rows, SortOrder order) {
-  const SortJob job{
-      .generation = searchGeneration, .column = order.column, .ascending = order.ascending};
-  PublishResults(job.generation, ResultKind::kSorted, std::move(rows), true);
-  RunSort(job);
-  return HeldResults();
+  auto sorted = SortRows(std::move(rows), {order.column, order.ascending}, Ticket());
+  return sorted ? std::make_shared<const ResultSet>(std::move(sorted->rows)) : nullptr;
 }
 
 // What both categories select. One of folders and one of files have nothing in common.

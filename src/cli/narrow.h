@@ -6,7 +6,7 @@
 
 #include "cli/filter_options.h"
 #include "cli/options.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 
@@ -19,8 +19,7 @@ struct Narrowing {
   std::optional<SortOrder> order;  // empty: that of the search
 };
 
-// The hits that are left, in their order. May leave them, sorted, in CurrentResults. Null if the user
-// interrupted.
+// The hits that are left, in their order. Null if the user interrupted.
 std::shared_ptr<const ResultSet> NarrowResults(std::shared_ptr<const ResultSet> results,
                                                const Narrowing& narrowing);
 

@@ -36,14 +36,14 @@ class Published {
   }
 
   // Makes all earlier work stale. Returns the ticket of the work that begins now.
-  [[nodiscard]] Ticket Supersede() {
+  Ticket Supersede() {
     const std::scoped_lock lock(lock_);
     return generation_.Supersede();
   }
 
   // The same, and edit(value) in the same hold of the lock: nothing is published between the two.
   template <std::invocable<Value&> Edit>
-  [[nodiscard]] Ticket Supersede(Edit edit) {
+  Ticket Supersede(Edit edit) {
     Value next;
     const std::scoped_lock lock(lock_);
     EditLocked(next, edit);

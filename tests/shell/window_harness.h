@@ -6,7 +6,7 @@
 #include "config/window_settings.h"
 #include "platform/background.h"
 #include "platform/clock.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"
@@ -17,28 +17,25 @@ namespace quilmark {
 
 struct WindowHarness {
   WindowHarness() {
-    searchHooks.readSearchBox = [this] { return window.TextOf(kQueryBox); };
+    TheSearch().hooks.readSearchBox = [this] { return window.TextOf(kQueryBox); };
     app.clientWidth = 1'100;
     app.clientHeight = 700;
     app.mainWindow = search.queue.Target();
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
-    ActiveCategory = 0;
+    TheSearch().ActiveCategory = 0;
   }
   ~WindowHarness() {
     WaitForBackgroundJobs(60'000);
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
-    ActiveCategory = 0;
+    TheSearch().ActiveCategory = 0;
   }
   WindowHarness(const WindowHarness&) = delete;
   WindowHarness& operator=(const WindowHarness&) = delete;
 
   // Holds `count` rows as the results of the generation of the moment; all of one file.
-  void HoldResults(size_t count) {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<const ResultSet>(Rows(count));
-  }
+  void HoldResults(size_t count) { HoldRows(std::make_shared<const ResultSet>(Rows(count))); }
   ResultSet Rows(size_t count) { return ResultSet(count, {volume_.get(), file_}); }
 
   // At the present moment, or at another one.

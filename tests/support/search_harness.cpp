@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <mutex>
+#include <utility>
 
 #include "platform/background.h"
 #include "search/attributes/attr_cache_file.h"
@@ -13,34 +13,62 @@ namespace {
 
 constexpr uint32_t kPatienceMs = 60'000;  // a sanitizer's run on a busy machine is slow
 
+// As at the start of the program, with nothing of a former test.
 void ResetState() {
-  const std::scoped_lock lock(ResultsLock);
-  CurrentResults = std::make_shared<ResultSet>();
-  SortColumn = -1;
-  HeldOrder = {};
-  isAttrCacheLoaded = true;
-  SortAscending = true;
+  SearchSession& session = TheSearch();
+  session.CurrentResults.Supersede([](SearchResults& held) { held = {}; });
+  session.FilteredResults.Supersede([](FilteredRows& shown) { shown = {}; });
+  session.scope = {};
+  session.options = {};
+  session.SuppressRecentView = false;
+  session.CurrentQueryText.clear();
+  session.hooks = {};
+  TheAttrCacheFile().isLoaded = true;
 }
 
 }  // namespace
+
+void HoldRows(std::shared_ptr<const ResultSet> rows) {
+  TheSearch().CurrentResults.Change([&](SearchResults& held) { held.rows = std::move(rows); });
+}
+
+void SetSort(int column, bool ascending) {
+  TheSearch().CurrentResults.Change([&](SearchResults& held) {
+    held.SortColumn = column;
+    held.SortAscending = ascending;
+  });
+}
+
+void SetDisplayCount(uint64_t count) {
+  TheSearch().FilteredResults.Change([count](FilteredRows& shown) { shown.DisplayCount = count; });
+}
+
+uint64_t SearchNumber() { return TheSearch().CurrentResults.Number(); }
+Ticket LatestSearch() { return TheSearch().CurrentResults.Latest(); }
+
+Ticket StaleTicket() {
+  static Generation generation;
+  const Ticket stale = generation.Supersede();
+  generation.Supersede();
+  return stale;
+}
+
+int SortColumn() { return TheSearch().CurrentResults.Get().SortColumn; }
+bool SortAscending() { return TheSearch().CurrentResults.Get().SortAscending; }
+std::shared_ptr<const ResultSet> FilteredSet() { return TheSearch().FilteredResults.Get().rows; }
 
 SearchHarness::SearchHarness() {
   ShutdownRequested = false;
   Engine().volumes.clear();
   Engine().ready = false;
-  scopeIndex = kScopeAll;
-  scopeDrive = 0;
-  SuppressRecentView = false;
-  initialSearchEnabled = true;
-  CurrentQueryText.clear();
   ResetState();
-  searchHooks = {};
-  searchHooks.window = queue.Target();
-  searchHooks.readSearchBox = [this] { return searchBox; };
-  searchHooks.showStatus = [this](std::u16string_view key, std::u16string_view) {
+  SearchHooks& hooks = TheSearch().hooks;
+  hooks.window = queue.Target();
+  hooks.readSearchBox = [this] { return searchBox; };
+  hooks.showStatus = [this](std::u16string_view key, std::u16string_view) {
     statusKeys.emplace_back(key);
   };
-  searchHooks.restartTimer = [this](uint32_t id, uint32_t delayMs) {
+  hooks.restartTimer = [this](uint32_t id, uint32_t delayMs) {
     EXPECT_EQ(id, TIMER_SEARCH_DEBOUNCE);
     timerDelays.push_back(delayMs);
   };
@@ -50,7 +78,6 @@ SearchHarness::~SearchHarness() {
   ShutdownRequested = true;
   EXPECT_TRUE(WaitForBackgroundJobs(kPatienceMs));
   ShutdownRequested = false;
-  searchHooks = {};
   ResetState();
   Engine().volumes.clear();
   Engine().ready = false;
@@ -67,7 +94,7 @@ std::vector<ResultKind> SearchHarness::KindsUntilFinal() {
   while (kinds.empty() || kinds.back() != ResultKind::kFinal) {
     const PostedMessage message = Next();
     if (message.message == 0) break;
-    if (message.message != WM_SEARCH_RESULTS || message.first != searchGeneration) continue;
+    if (message.message != WM_SEARCH_RESULTS || message.first != SearchNumber()) continue;
     kinds.push_back(static_cast<ResultKind>(message.second));
   }
   return kinds;

@@ -8,9 +8,20 @@
 
 #include "index/search_engine.h"
 #include "search/results/search_pipeline.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
+
+// What the list holds and shows, put there without a search, and looked at.
+void HoldRows(std::shared_ptr<const ResultSet> rows);
+void SetSort(int column, bool ascending);
+void SetDisplayCount(uint64_t count);
+uint64_t SearchNumber();  // searchGeneration
+Ticket LatestSearch();    // of the same
+Ticket StaleTicket();
+int SortColumn();
+bool SortAscending();
+std::shared_ptr<const ResultSet> FilteredSet();  // null: none
 
 class SearchHarness {
  public:

@@ -12,7 +12,7 @@
 #include "index/tidy_names.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
-#include "search/results/search_state.h"
+#include "search/results/glance.h"
 
 namespace quilmark {
 

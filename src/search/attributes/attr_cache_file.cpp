@@ -18,9 +18,11 @@
 
 namespace quilmark {
 
-std::atomic<uint64_t> AttrSavedGeneration = 0;
-std::atomic<uint64_t> AttrLastSaveMs = 0;
-std::atomic<bool> isAttrCacheLoaded = false;
+AttrCacheFile& TheAttrCacheFile() {
+  // Never destroyed: a job may save until the process is gone.
+  static auto* const file = new AttrCacheFile;
+  return *file;
+}
 
 namespace {
 
@@ -156,7 +158,7 @@ uint64_t GiveEntries(VolumeIndex& volume, const CachedVolume& cached) {
 // it.
 struct LoadedMark {
   ~LoadedMark() {
-    if (!ShutdownRequested) isAttrCacheLoaded = true;
+    if (!ShutdownRequested) TheAttrCacheFile().isLoaded = true;
   }
 };
 
@@ -164,9 +166,6 @@ void LogCacheMetric(std::u16string_view what, uint64_t ms, uint64_t entries, uin
   LogPerfMetric(
       FormatText(u"%ls ms=%llu path=%ls entries=%llu bytes=%llu", what, ms, FilePath(), entries, bytes));
 }
-
-// The save at the end waits for one that a job has begun: two writers would mix in the file.
-std::mutex oneSaveAtATime;
 
 std::vector<AttrReplay> LeaveOutChanged(const SearchEngine& engine, std::vector<CachedVolume>& cached) {
   const auto positions = LoadAttrPositions();
@@ -181,9 +180,10 @@ std::vector<AttrReplay> LeaveOutChanged(const SearchEngine& engine, std::vector<
   return replays;
 }
 
-// oneSaveAtATime held.
+// AttrCacheFile::saving held.
 void Save(SearchEngine& engine) {
-  if (!isAttrCacheLoaded) return;
+  AttrCacheFile& file = TheAttrCacheFile();
+  if (!file.isLoaded) return;
   const uint64_t start = TickMs();
   const uint64_t generation = AttrCacheGeneration;
   std::vector<CachedVolume> volumes;
@@ -201,8 +201,8 @@ void Save(SearchEngine& engine) {
   SaveAttrPositions(positions);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheSaveMillis += ms;
-  AttrLastSaveMs = ms;
-  if (generation > AttrSavedGeneration) AttrSavedGeneration = generation;
+  file.AttrLastSaveMs = ms;
+  if (generation > file.AttrSavedGeneration) file.AttrSavedGeneration = generation;
   LogCacheMetric(u"cache_save", ms, entries, bytes.size());
 }
 
@@ -273,18 +273,18 @@ void LoadAttrCache(SearchEngine& engine) {
   for (const AttrReplay& replay : replays) MarkChangedSince(replay);
   const uint64_t ms = TickMs() - start;
   AttrCounters().cacheLoadMillis += ms;
-  AttrSavedGeneration = ++AttrCacheGeneration;
+  TheAttrCacheFile().AttrSavedGeneration = ++AttrCacheGeneration;
   LogCacheMetric(u"cache_load", ms, kept, bytes->size());
 }
 
 void SaveAttrCache(SearchEngine& engine) {
-  const std::scoped_lock lock(oneSaveAtATime);
+  const std::scoped_lock lock(TheAttrCacheFile().saving);
   // Asked under the lock: a job that waited for the last save finds no volumes any more.
   if (!ShutdownRequested) Save(engine);
 }
 
 void SaveAttrCacheAtEnd(SearchEngine& engine) {
-  const std::scoped_lock lock(oneSaveAtATime);
+  const std::scoped_lock lock(TheAttrCacheFile().saving);
   Save(engine);
 }
 

@@ -1,26 +1,34 @@
 // attrcache.v1.bin: the attribute cache between runs. See docs/formats.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "index/search_engine.h"
+#include "platform/background.h"
 
 namespace quilmark {
 
-// How often AttrCacheGeneration had been raised when the cache was last saved or loaded.
-extern std::atomic<uint64_t> AttrSavedGeneration;
-
-// How long the last save of this run took, in milliseconds; 0: none has been made.
-extern std::atomic<uint64_t> AttrLastSaveMs;
-
-// Set once the file of the last run has been looked for and taken over: what is saved before would be
-// less than it holds.
-extern std::atomic<bool> isAttrCacheLoaded;
+// What is known of the file. Lives as long as the process; any thread.
+struct AttrCacheFile {
+  std::atomic<uint64_t> AttrSavedGeneration = 0;  // AttrCacheGeneration at the last save or load
+  std::atomic<uint64_t> AttrLastSaveMs = 0;       // how long the last save of this run took; 0: none yet
+  // Set once the file of the last run has been looked for and taken over: what is saved before would be
+  // less than it holds.
+  std::atomic<bool> isLoaded = false;
+  // Held over a save. The one at the end of the program waits for one that a job has begun: two writers
+  // would mix in the file.
+  std::mutex saving;
+  SingleJob saveJob;  // the jobs that save share it: a second one would write the same
+  std::atomic<uint64_t> afterSortMs = 0;  // TickMs of the last save after a sort
+};
+AttrCacheFile& TheAttrCacheFile();
 
 // The bytes of a file, volume after volume.
 struct CachedVolume {
@@ -38,12 +46,12 @@ std::optional<std::vector<CachedVolume>> ReadAttrCacheBytes(std::span<const std:
 uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>& cached);
 
 // From the file in the configuration directory, with a metric line. A file that is missing or foreign
-// counts as absent. Sets isAttrCacheLoaded, whatever came of it.
+// counts as absent. Sets isLoaded, whatever came of it.
 void LoadAttrCache(SearchEngine& engine);
 
-// To that file, with a metric line; nothing before isAttrCacheLoaded. A failed save is ignored. The
-// first is for jobs and does nothing once the program ends, the other has the last word: the volumes go
-// next. Neither waits for a volume that is being built.
+// To that file, with a metric line; nothing before isLoaded. A failed save is ignored: the next one
+// writes all of it again. The first is for jobs and does nothing once the program ends; the other is the
+// last save, made before the volumes go. Neither waits for a volume that is being built.
 void SaveAttrCache(SearchEngine& engine);
 void SaveAttrCacheAtEnd(SearchEngine& engine);
 

@@ -10,20 +10,14 @@
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_cache_file.h"
 #include "search/attributes/folder_sizes.h"
+#include "search/results/glance.h"
 
 namespace quilmark {
-
-std::atomic<uint64_t> hydrationGeneration = 0;
-std::atomic<bool> keepsAttrCacheFile = true;
 
 namespace {
 
 constexpr uint32_t kPrewarmRecords = 3'000, kPrewarmPause = 128;
 constexpr uint64_t kSaveGapMs = 3'000;
-
-std::atomic<bool> hydrationRuns = false;
-std::atomic<bool> isAskedMeanwhile = false;  // while one ran
-std::atomic<bool> saveRuns = false;
 
 // Clears a flag however its job ends.
 struct FlagMark {
@@ -31,22 +25,18 @@ struct FlagMark {
   ~FlagMark() { flag = false; }
 };
 
-// Ends a hydration's turn however its job ends. Whoever was refused meanwhile asks anew when the list is
-// painted.
-struct HydrationTurn {
-  ~HydrationTurn() {
-    hydrationRuns = false;
-    if (isAskedMeanwhile.exchange(false)) TellAttributesChanged();
-  }
-};
-
 struct Hydration {
   std::shared_ptr<const ResultSet> rows;
   RowRange range;
-  uint64_t token = 0, search = 0;
+  Ticket search;  // the rows are those of a search that is still current
+  Ticket ticket = TheSearch().hydrationGeneration.Supersede();
 
-  bool IsCurrentStill() const { return hydrationGeneration == token && IsCurrent(search); }
+  bool IsCurrent() const { return ticket.IsCurrent() && search.IsCurrent(); }
 };
+
+void PostChanged(uint64_t generation, int64_t what) {
+  PostIfAlive(TheSearch().hooks.window, WM_ATTRS_UPDATED, generation, what);
+}
 
 // True if the row has more than before.
 bool HydrateRow(const MatchItem& hit, std::vector<VolumeIndex*>& dirty) {
@@ -70,16 +60,16 @@ void Hydrate(const Hydration& job) {
   bool isChanged = false;
   std::vector<VolumeIndex*> dirty;
   for (uint64_t row = job.range.first; row < job.range.end; ++row) {
-    if (!job.IsCurrentStill()) return;
+    if (!job.IsCurrent()) return;
     isChanged = HydrateRow((*job.rows)[row], dirty) || isChanged;
   }
   for (VolumeIndex* const volume : dirty) {
-    if (!job.IsCurrentStill()) return;
+    if (!job.IsCurrent()) return;
     if (!volume->folderSizesDirty) continue;
     RebuildFolderSizes(*volume);
     isChanged = true;
   }
-  if (isChanged && job.IsCurrentStill()) PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, job.token, 0);
+  if (isChanged && job.IsCurrent()) PostChanged(job.ticket.Number(), 0);
 }
 
 bool HasNoAttributes(const VolumeIndex& volume) {
@@ -110,25 +100,15 @@ void PrewarmVolumes(SearchEngine& engine) {
   }
 }
 
-// Two jobs that save share one flag: the second would write the same.
 void SaveInJob(SearchEngine& engine, const char* name) {
-  if (!keepsAttrCacheFile || saveRuns.exchange(true)) return;
-  const bool isStarted = RunBackground(name, [&engine] {
-    const FlagMark mark{saveRuns};
-    SaveAttrCache(engine);
-  });
-  if (!isStarted) saveRuns = false;
+  TheAttrCacheFile().saveJob.Start(name, [&engine] { SaveAttrCache(engine); });
 }
 
 }  // namespace
 
-void TellAttributesChanged() {
-  PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
-}
+void TellAttributesChanged() { PostChanged(TheSearch().hydrationGeneration.Number(), 0); }
 
-void TellSomeAreStale() {
-  PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, kSomeAreStale);
-}
+void TellSomeAreStale() { PostChanged(TheSearch().hydrationGeneration.Number(), kSomeAreStale); }
 
 bool ShowsStale(const ResultSet& rows, RowRange range) {
   for (uint64_t row = range.first; row < std::min<uint64_t>(range.end, rows.size()); ++row) {
@@ -150,16 +130,11 @@ bool ShowsStale(const ResultSet& rows, RowRange range) {
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
   range.end = std::min<uint64_t>(range.end, rows->size());
   if (range.first >= range.end || ShutdownRequested) return;
-  // Before the try: a job that ends between the two finds it.
-  isAskedMeanwhile = true;
-  if (hydrationRuns.exchange(true)) return;
-  isAskedMeanwhile = false;
-  const Hydration job{std::move(rows), range, ++hydrationGeneration, searchGeneration};
-  const bool isStarted = RunBackground("attr_hydration", [job] {
-    const HydrationTurn turn;
-    Hydrate(job);
-  });
-  if (!isStarted) hydrationRuns = false;
+  const auto hydrate = [rows = std::move(rows), range, search = TheSearch().CurrentResults.Latest()] {
+    Hydrate({.rows = rows, .range = range, .search = search});
+  };
+  // Whoever is refused meanwhile asks anew when the list is painted.
+  TheSearch().hydration.Start("attr_hydration", hydrate, TellAttributesChanged);
 }
 
 void PrewarmAttrCacheAsync(SearchEngine& engine) {
@@ -172,12 +147,12 @@ void PrewarmAttrCacheAsync(SearchEngine& engine) {
 }
 
 void AutosaveAttrCacheAsync(SearchEngine& engine) {
-  if (ShutdownRequested || AttrCacheGeneration <= AttrSavedGeneration) return;
+  if (ShutdownRequested || AttrCacheGeneration <= TheAttrCacheFile().AttrSavedGeneration) return;
   SaveInJob(engine, "cache_autosave");
 }
 
 void SaveAttrCacheAfterSort(uint64_t nowMs) {
-  static std::atomic<uint64_t> lastMs = 0;
+  std::atomic<uint64_t>& lastMs = TheAttrCacheFile().afterSortMs;
   uint64_t last = lastMs;
   if (nowMs - last <= kSaveGapMs || !lastMs.compare_exchange_strong(last, nowMs)) return;
   SaveInJob(Engine(), "sort_attr_cache_save");

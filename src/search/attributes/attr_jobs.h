@@ -1,11 +1,10 @@
 // Background jobs around the attribute cache: rows in view, warming up, saving.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 
@@ -17,8 +16,6 @@ inline constexpr int64_t kSomeAreStale = 1;
 void TellAttributesChanged();
 // The same of files anywhere on a volume.
 void TellSomeAreStale();
-
-extern std::atomic<uint64_t> hydrationGeneration;
 
 struct RowRange {
   uint64_t first = 0, end = 0;  // end: behind the last
@@ -35,11 +32,8 @@ void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range);
 // Engine().prewarming is set meanwhile.
 void PrewarmAttrCacheAsync(SearchEngine& engine);
 
-// Cleared by a program that shares the configuration directory and does not own the cache's file:
-// neither of the two jobs saves then, and sorts leave no line in the metrics log.
-extern std::atomic<bool> keepsAttrCacheFile;
-
-// Job "cache_autosave", if there is something to save and none runs.
+// Job "cache_autosave", if there is something to save and none runs. Of the program that owns the
+// cache's file: another one that shares the configuration directory leaves it alone.
 void AutosaveAttrCacheAsync(SearchEngine& engine);
 
 // The same after a sort that ended at `nowMs` (TickMs), as job "sort_attr_cache_save": whatever there

@@ -1,14 +1,13 @@
 #include "search/filter/filter_categories.h"
 
 #include <algorithm>
-#include <mutex>
 
 #include "config/config_directory.h"
 #include "config/extension_list.h"
 #include "config/settings_file.h"
 #include "config/translate.h"
 #include "platform/files.h"
-#include "platform/locks.h"
+#include "platform/published.h"
 #include "platform/text.h"
 #include "platform/text_file.h"
 
@@ -30,8 +29,8 @@ constexpr DefaultCategory kDefaultCategories[] = {
     {u"音频", u"Audio", u".mp3,.wav,.flac,.aac,.ogg,.m4a"},
 };
 
-OrderedLock tableLock{LockRank::kLeaf, "filter categories"};
-std::shared_ptr<const FilterTable> table = std::make_shared<FilterTable>(DefaultCategories(false));
+Published<std::shared_ptr<const FilterTable>> categoriesInForce{
+    "filter categories", std::make_shared<const FilterTable>(DefaultCategories(false))};
 
 constexpr std::u16string_view kMainFile = u"filters.ini", kBackupFile = u"filters.bak";
 
@@ -116,15 +115,11 @@ std::u16string CategoriesText(const FilterTable& categories) {
   return text;
 }
 
-std::shared_ptr<const FilterTable> CurrentCategories() {
-  const std::scoped_lock lock(tableLock);
-  return table;
-}
+std::shared_ptr<const FilterTable> CurrentCategories() { return categoriesInForce.Get(); }
 
 void InstallCategories(FilterTable categories) {
   auto installed = std::make_shared<const FilterTable>(std::move(categories));
-  const std::scoped_lock lock(tableLock);
-  table.swap(installed);
+  categoriesInForce.Change([&installed](auto& table) { table = std::move(installed); });
 }
 
 void LoadFilterCategories(std::u16string_view language, bool chinese) {

@@ -6,6 +6,7 @@
 #include "search/attributes/attr_cache.h"
 #include "search/filter/extension_table.h"
 #include "search/filter/filters.h"
+#include "search/results/glance.h"
 #include "search/results/row_runs.h"
 
 namespace quilmark {

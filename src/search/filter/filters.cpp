@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <mutex>
 #include <shared_mutex>
 #include <string>
 #include <utility>
@@ -14,8 +13,8 @@
 #include "platform/text_file.h"
 #include "search/attributes/attr_cache.h"
 #include "search/filter/extension_table.h"
+#include "search/results/columns.h"
 #include "search/results/row_runs.h"
-#include "search/sort/sort.h"
 
 namespace quilmark {
 
@@ -120,11 +119,7 @@ FilterKey KeyOf(const FilterContext& context) {
           .sizeHash = CustomSizeHash(settings.sizeText)};
 }
 
-void PostFiltered() { PostIfAlive(searchHooks.window, WM_FILTER_RESULTS, 0, 0); }
-
-bool IsFilterCurrent(uint64_t generation) {
-  return FilterGeneration == generation && !ShutdownRequested;
-}
+void PostFiltered() { PostIfAlive(TheSearch().hooks.window, WM_FILTER_RESULTS, 0, 0); }
 
 using Rows = std::shared_ptr<const ResultSet>;
 
@@ -159,14 +154,14 @@ Verdict Judge(const RecordRule& rule, const FileRecord& record, HasExtensionOf h
 // row.
 class FilterPass {
  public:
-  FilterPass(const FilterContext& context, uint64_t generation)
-      : context_(context), rule_(RecordRuleOf(context)), generation_(generation) {
+  FilterPass(const FilterContext& context, const Ticket& ticket)
+      : context_(context), rule_(RecordRuleOf(context)), ticket_(ticket) {
     if (rule_.category != nullptr) extensions_ = MakeExtensionTable({rule_.category, 1});
   }
 
   // False if the pass went stale.
   bool Add(RowRun run, ResultSet& kept) {
-    if (!IsFilterCurrent(generation_)) return false;
+    if (!ticket_.IsCurrent()) return false;
     if (run[0].volume == nullptr) return true;
     const VolumeIndex& volume = *run[0].volume;
     JudgeRun(volume, run);
@@ -174,7 +169,7 @@ class FilterPass {
     for (size_t i = 0; i < run.size(); ++i) {
       if (verdicts_[i] == Verdict::kDrop) continue;
       if (verdicts_[i] == Verdict::kAskAttributes && !IsWarm(entries_[i])) {
-        if (!IsFilterCurrent(generation_)) return false;
+        if (!ticket_.IsCurrent()) return false;
         if (!PassesAttrFilter(context_, run[i], frns_[i])) continue;
       } else if (verdicts_[i] == Verdict::kAskAttributes &&
                  !PassesPresets(context_, entries_[i].size, DateOf(context_, entries_[i]))) {
@@ -211,44 +206,47 @@ class FilterPass {
 
   const FilterContext& context_;
   const RecordRule rule_;
-  const uint64_t generation_;
+  const Ticket ticket_;
   ExtensionTable extensions_;
   std::array<Verdict, kRowsARun> verdicts_;
   std::array<uint64_t, kRowsARun> frns_;
   std::array<AttrEntry, kRowsARun> entries_;
 };
 
-void RunFilter(uint64_t generation, const FilterContext& context, const Rows& rows) {
-  auto passing = FilterRows(context, *rows, generation);
-  if (!passing) return;
-  Rows shown = std::make_shared<const ResultSet>(std::move(*passing));
-  {
-    const std::scoped_lock lock(FilteredLock);
-    if (!IsFilterCurrent(generation) || ActiveCategory != context.settings.category) return;
-    DisplayCount = shown->size();
-    FilteredResults.swap(shown);
-    FilteredSource = rows;
-    FilteredKey = KeyOf(context);
-  }
-  // The former set dies here, outside the lock, or with its last reader.
-  PostFiltered();
+void RunFilter(const Ticket& ticket, const FilterContext& context, const Rows& rows) {
+  auto passing = FilterRows(context, *rows, ticket);
+  if (!passing || TheSearch().ActiveCategory != context.settings.category) return;
+  const uint64_t count = passing->size();
+  FilteredRows shown{.rows = std::make_shared<const ResultSet>(std::move(*passing)),
+                     .source = rows,
+                     .FilteredKey = KeyOf(context),
+                     .DisplayCount = count};
+  if (TheSearch().FilteredResults.Publish(ticket, std::move(shown))) PostFiltered();
 }
 
-// True if the set that is held is the answer. The same filters over another order of the results go on
-// showing it until the job has theirs, which may mean another date; under other filters it is dropped,
-// and the list shows all.
-bool TakeHeldAnswer(const FilterKey& key, const Rows& rows) {
-  Rows dropped;  // declared first: it dies outside the lock
-  const std::scoped_lock lock(FilteredLock);
-  if (FilteredResults != nullptr && FilteredKey == key && !rows->empty()) {
-    DisplayCount = FilteredResults->size();
-    return FilteredSource.lock() == rows;
-  }
-  dropped = std::exchange(FilteredResults, nullptr);
-  FilteredSource.reset();
-  FilteredKey = {};
-  DisplayCount = rows->size();
-  return false;
+enum class Answer { kHeld, kWanted };
+
+// Makes former filter jobs stale. The set that is held is the answer, or another one is wanted: the same
+// filters over another order of the results go on showing it until the job has theirs, which may mean
+// another date; under other filters it is dropped, and the list shows all.
+struct FilterStart {
+  Ticket ticket;
+  Answer answer = Answer::kWanted;
+};
+
+FilterStart BeginFilter(const FilterKey& key, const Rows& rows) {
+  FilterStart start;
+  Rows source;  // dies outside the lock
+  start.ticket = TheSearch().FilteredResults.Supersede([&](FilteredRows& shown) {
+    if (shown.rows != nullptr && shown.FilteredKey == key && !rows->empty()) {
+      shown.DisplayCount = shown.rows->size();
+      source = shown.source.lock();
+      if (source == rows) start.answer = Answer::kHeld;
+    } else {
+      shown = {.rows = {}, .source = {}, .FilteredKey = {}, .DisplayCount = rows->size()};
+    }
+  });
+  return start;
 }
 
 }  // namespace
@@ -274,10 +272,8 @@ uint32_t CustomSizeHash(std::u16string_view text) {
 
 FilterContext MakeFilterContext(FilterSettings settings, FileTime now) {
   FilterContext context{.settings = std::move(settings), .categories = CurrentCategories(), .now = now};
-  {
-    const std::scoped_lock lock(ResultsLock);
-    context.usesCreated = SortColumn == kColumnCreated;
-  }
+  context.usesCreated = TheSearch().CurrentResults.Read(
+      [](const SearchResults& held) { return held.SortColumn == kColumnCreated; });
   if (context.settings.sizePreset == kCustomSize) {
     context.range = ParseCustomSizeRange(context.settings.sizeText, context.settings.sizeUnit);
   }
@@ -337,22 +333,23 @@ bool PassesFilter(const FilterContext& context, const MatchItem& hit) {
 }
 
 std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
-                                    uint64_t generation) {
+                                    const Ticket& ticket) {
   ResultSet kept;
-  FilterPass pass(context, generation);
+  FilterPass pass(context, ticket);
   const bool isDone = ForEachRun(rows, [&](RowRun run) { return pass.Add(run, kept); });
-  if (!isDone || !IsFilterCurrent(generation)) return std::nullopt;
+  if (!isDone || !ticket.IsCurrent()) return std::nullopt;
   return kept;
 }
 
 void RefreshFilteredResultsAsync(FilterSettings settings) {
-  const uint64_t generation = ++FilterGeneration;
   const FilterContext context = MakeFilterContext(std::move(settings), NowFileTime());
   const auto rows = HeldResults();
-  const bool isAnswered = TakeHeldAnswer(KeyOf(context), rows);
-  if (isAnswered || rows->empty() || context.settings.IsOff()) return PostFiltered();
-  const bool isStarted = RunBackground(
-      "refresh_filtered_results", [generation, context, rows] { RunFilter(generation, context, rows); });
+  const FilterStart start = BeginFilter(KeyOf(context), rows);
+  const bool isAnswered = start.answer == Answer::kHeld || rows->empty() || context.settings.IsOff();
+  if (isAnswered) return PostFiltered();
+  const bool isStarted =
+      RunBackground("refresh_filtered_results",
+                    [ticket = start.ticket, context, rows] { RunFilter(ticket, context, rows); });
   if (!isStarted) PostFiltered();
 }
 

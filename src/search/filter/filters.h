@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "search/filter/filter_categories.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 
@@ -73,10 +73,10 @@ bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64
 // Whether a hit stays, category and all.
 bool PassesFilter(const FilterContext& context, const MatchItem& hit);
 
-// The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once
-// FilterGeneration is no longer `generation`, and at the end of the program.
+// The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once the ticket is
+// stale. A job's work: it may ask the disk for each file.
 std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
-                                    uint64_t generation);
+                                    const Ticket& ticket);
 
 // Job "refresh_filtered_results" for the settings of the moment. Posts WM_FILTER_RESULTS when the rows
 // that the list shows are known. Interface thread.

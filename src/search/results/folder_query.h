@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 

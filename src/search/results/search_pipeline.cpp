@@ -8,6 +8,7 @@
 
 #include "platform/background.h"
 #include "search/results/folder_query.h"
+#include "search/results/glance.h"
 #include "search/scan/name_scan.h"
 
 namespace quilmark {
@@ -50,12 +51,14 @@ void AppendHits(VolumeIndex& volume, uint32_t firstIndex, uint64_t bits, Collect
   }
 }
 
+KeepSort SortOf(const SearchJob& job) { return job.keepScroll ? KeepSort::kYes : KeepSort::kNo; }
+
 // Once a search: the first page, while the scan goes on.
 void PublishFirstPage(Collector& collector) {
   if (collector.partialPublished || collector.results->size() < kPartialResults) return;
   collector.partialPublished =
-      PublishResults(collector.job.generation, ResultKind::kPartial,
-                     std::make_shared<const ResultSet>(*collector.results), collector.job.keepScroll);
+      PublishResults(collector.job.ticket, ResultKind::kPartial,
+                     std::make_shared<const ResultSet>(*collector.results), SortOf(collector.job));
 }
 
 enum class FirstPage { kPublish, kLeaveOut };
@@ -64,7 +67,7 @@ enum class FirstPage { kPublish, kLeaveOut };
 bool ScanVolume(VolumeIndex& volume, const CompiledQuery& query, FirstPage firstPage,
                 Collector& collector) {
   NameScan scan{.volume = volume, .query = query};
-  const auto isWanted = [&] { return IsCurrent(collector.job.generation); };
+  const auto isWanted = [&] { return collector.job.ticket.IsCurrent(); };
   if (!ScanApart(scan, isWanted)) return false;
   const uint32_t count = volume.records.size();
   const uint32_t granules = GranuleCount(count);
@@ -84,8 +87,8 @@ bool ScanVolume(VolumeIndex& volume, const CompiledQuery& query, FirstPage first
 }
 
 // False where a writer holds it: typing never waits, and the next key asks again.
-bool TakeShared(std::shared_lock<OrderedLock>& lock) {
-  if (!searchHooks.waitsForWriters) return lock.try_lock();
+bool TakeShared(std::shared_lock<OrderedLock>& lock, const SearchOptions& options) {
+  if (!options.waitsForWriters) return lock.try_lock();
   lock.lock();
   return true;
 }
@@ -94,21 +97,22 @@ bool TakeShared(std::shared_lock<OrderedLock>& lock) {
 bool ScanVolumes(const std::vector<VolumeIndex*>& volumes, const CompiledQuery& query,
                  FirstPage firstPage, Collector& collector) {
   for (VolumeIndex* const volume : volumes) {
-    if (!IsCurrent(collector.job.generation)) return false;
+    if (!collector.job.ticket.IsCurrent()) return false;
     if (!IsSearchable(*volume)) continue;
     std::shared_lock lock(volume->indexLock, std::defer_lock);
-    if (TakeShared(lock) && !ScanVolume(*volume, query, firstPage, collector)) return false;
+    if (TakeShared(lock, collector.job.options) && !ScanVolume(*volume, query, firstPage, collector))
+      return false;
   }
   return true;
 }
 
 void PublishFinal(const SearchJob& job, std::shared_ptr<const ResultSet> results) {
-  PublishResults(job.generation, ResultKind::kFinal, std::move(results), job.keepScroll);
+  PublishResults(job.ticket, ResultKind::kFinal, std::move(results), SortOf(job));
 }
 
 void RunContentSearch(const SearchJob& job, const ContentQuery& query, const SearchScope& scope) {
   std::shared_ptr<ResultSet> results;
-  if (searchHooks.searchContent) results = searchHooks.searchContent(job, query, scope);
+  if (TheSearch().hooks.searchContent) results = TheSearch().hooks.searchContent(job, query, scope);
   PublishFinal(job, results != nullptr ? std::move(results) : MakeResultSet());
 }
 
@@ -127,7 +131,7 @@ void RunFolderQuery(const SearchJob& job, const std::u16string& folder, const Se
 void RunNameSearch(const SearchJob& job, const std::vector<VolumeIndex*>& volumes,
                    const SearchScope& scope) {
   const CompiledQuery query =
-      CompileQuery(PrepareNameGroups(ParseQueryGroups(job.text)), initialSearchEnabled);
+      CompileQuery(PrepareNameGroups(ParseQueryGroups(job.text)), job.options.initials);
   Collector collector{.job = job, .scope = scope, .results = MakeResultSet(), .path = {}};
   if (ScanVolumes(VolumesInScope(volumes, scope), query, FirstPage::kPublish, collector)) {
     PublishFinal(job, std::move(collector.results));
@@ -136,47 +140,44 @@ void RunNameSearch(const SearchJob& job, const std::vector<VolumeIndex*>& volume
 
 void RunRecentResults(const SearchJob& job) {
   std::shared_ptr<ResultSet> results;
-  if (searchHooks.recentResults) results = searchHooks.recentResults();
+  if (TheSearch().hooks.recentResults) results = TheSearch().hooks.recentResults();
   PublishFinal(job, results != nullptr ? std::move(results) : MakeResultSet());
 }
 
 void RetryWhenReady(std::u16string text) {
-  CurrentQueryText = std::move(text);
-  if (searchHooks.showStatus) {
-    searchHooks.showStatus(u"Status_IndexNotReadyRetry",
-                           u"Index is still initializing. Retrying search shortly...");
+  TheSearch().CurrentQueryText = std::move(text);
+  if (TheSearch().hooks.showStatus) {
+    TheSearch().hooks.showStatus(u"Status_IndexNotReadyRetry",
+                                 u"Index is still initializing. Retrying search shortly...");
   }
-  if (searchHooks.restartTimer) searchHooks.restartTimer(TIMER_SEARCH_DEBOUNCE, kNotReadyRetryMs);
+  if (TheSearch().hooks.restartTimer)
+    TheSearch().hooks.restartTimer(TIMER_SEARCH_DEBOUNCE, kNotReadyRetryMs);
 }
 
-// What the list showed when a rebuild of the whole set began.
+// What the user had sorted by when a rebuild of the whole set began.
 struct HeldSort {
   int column = -1;
   bool ascending = true;
 };
 
 HeldSort CurrentSort() {
-  const std::scoped_lock lock(ResultsLock);
-  return {SortColumn, SortAscending};
+  return TheSearch().CurrentResults.Read([](const SearchResults& held) {
+    return HeldSort{held.SortColumn, held.SortAscending};
+  });
 }
 
-// Publishes with the sort of the former set, and asks for the columns whose order the index does not
-// know.
 void PublishRebuilt(const SearchJob& job, std::shared_ptr<const ResultSet> results, HeldSort sort) {
-  {
-    const std::scoped_lock lock(ResultsLock);
-    if (!IsCurrent(job.generation)) return;
-    CurrentResults.swap(results);
-    HeldOrder = {};
-    SortColumn = sort.column;
-    SortAscending = sort.ascending;
-  }
-  PostIfAlive(searchHooks.window, WM_SEARCH_RESULTS, job.generation,
-              static_cast<int64_t>(ResultKind::kFinal));
+  SearchResults rebuilt{.rows = std::move(results),
+                        .order = {},
+                        .SortColumn = sort.column,
+                        .SortAscending = sort.ascending};
+  const bool isPublished = TheSearch().CurrentResults.Publish(job.ticket, std::move(rebuilt));
+  if (isPublished) PostResults(job.ticket, ResultKind::kFinal);
 }
 
 // Every record in scope.
-void RebuildWholeSet(const SearchJob& job, const SearchScope& scope, HeldSort sort) {
+void RebuildWholeSet(const SearchJob& job, HeldSort sort) {
+  const SearchScope scope = ResolveScope(job.scope);
   const bool hasPlace = !scope.desktopOnly || scope.desktop.has_value();
   Collector collector{.job = job, .scope = scope, .results = MakeResultSet(), .path = {}};
   if (hasPlace) {
@@ -185,22 +186,29 @@ void RebuildWholeSet(const SearchJob& job, const SearchScope& scope, HeldSort so
   }
   PublishRebuilt(job, std::move(collector.results), sort);
   const bool needsAttributes = sort.column >= 2 && sort.column <= 4;
-  if (hasPlace && needsAttributes && IsCurrent(job.generation)) {
-    PostIfAlive(searchHooks.window, WM_RESORT_RESULTS, static_cast<uint64_t>(sort.column),
+  if (hasPlace && needsAttributes && job.ticket.IsCurrent()) {
+    PostIfAlive(TheSearch().hooks.window, WM_RESORT_RESULTS, static_cast<uint64_t>(sort.column),
                 sort.ascending);
   }
+}
+
+// What a search that begins now is started with, but for its text.
+SearchJob BeginSearch() {
+  const SearchSession& session = TheSearch();
+  return {.ticket = SupersedeSearch(), .text = {}, .scope = session.scope, .options = session.options};
 }
 
 }  // namespace
 
 void RunSearch(const SearchJob& job) {
   if (!Engine().ready || ShutdownRequested) return;
-  if (!job.text.empty()) SuppressRecentView = false;
+  if (!job.text.empty()) TheSearch().SuppressRecentView = false;
   const std::vector<VolumeIndex*> volumes = CopyVolumes(Engine());
-  const ContentQuery content = ParseContentQuery(
-      job.text, searchHooks.contentExts ? searchHooks.contentExts() : std::vector<std::u16string>());
+  const ContentQuery content =
+      ParseContentQuery(job.text, TheSearch().hooks.contentExts ? TheSearch().hooks.contentExts()
+                                                                : std::vector<std::u16string>());
 
-  const SearchScope scope = CurrentScope();
+  const SearchScope scope = ResolveScope(job.scope);
   if (scope.desktopOnly && !scope.desktop) return PublishFinal(job, MakeResultSet());
   if (content.Active) return RunContentSearch(job, content, scope);
   std::u16string folder;
@@ -209,28 +217,30 @@ void RunSearch(const SearchJob& job) {
 }
 
 void DoSearchAsync(std::u16string text, bool keepScroll, bool recentView) {
-  SearchJob job{.generation = ++searchGeneration, .text = std::move(text), .keepScroll = keepScroll};
+  SearchJob job = BeginSearch();
+  job.text = std::move(text);
+  job.keepScroll = keepScroll;
   TrimQuery(job.text);
-  if (job.text.empty() && scopeIndex == kScopeDesktop) return RefreshSearchResultsAfterIndexUpdate();
+  if (job.text.empty() && job.scope.scopeIndex == kScopeDesktop) {
+    return RefreshSearchResultsAfterIndexUpdate();
+  }
   if (!job.text.empty() && !recentView) {
     if (!Engine().ready) return RetryWhenReady(std::move(job.text));
     RunBackground("do_search", [job = std::move(job)] { RunSearch(job); });
     return;
   }
-  if (SuppressRecentView) return;
+  if (TheSearch().SuppressRecentView) return;
   RunBackground("search_recent_results", [job = std::move(job)] { RunRecentResults(job); });
 }
 
 void RefreshSearchResultsAfterIndexUpdate() {
-  SuppressRecentView = true;
-  std::u16string text = searchHooks.readSearchBox ? searchHooks.readSearchBox() : std::u16string();
+  SearchSession& session = TheSearch();
+  session.SuppressRecentView = true;
+  std::u16string text = session.hooks.readSearchBox ? session.hooks.readSearchBox() : std::u16string();
   TrimQuery(text);
   if (!text.empty()) return DoSearchAsync(std::move(text), false, false);
-  SearchJob job{.generation = ++searchGeneration};
   RunBackground("refresh_results_after_volume_removal",
-                [job = std::move(job), scope = CurrentScope(), sort = CurrentSort()] {
-                  RebuildWholeSet(job, scope, sort);
-                });
+                [job = BeginSearch(), sort = CurrentSort()] { RebuildWholeSet(job, sort); });
 }
 
 }  // namespace quilmark

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 

@@ -1,49 +1,53 @@
-// Sorting of the held results by a column of the list, on a background job.
+// Sorting of rows by a column of the list.
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <functional>
+#include <memory>
+#include <optional>
 
-#include "search/results/search_state.h"
+#include "search/results/columns.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 
-inline constexpr int kColumnName = 1, kColumnSize = 2, kColumnModified = 3, kColumnCreated = 4,
-                     kColumnOfPath = 5;
-
-// A row of a sort by size or date, with its values beside it: comparing takes no lock.
-struct SortRow {
-  VolumeIndex* volume = nullptr;
-  uint32_t index = 0;
-  bool isDirectory = false;
-  bool hasValue = false;
-  int64_t size = 0;
-  FileTime modified = 0;
-  FileTime created = 0;
+// What a long sort does on its way, for whoever waits. Called on threads of the sort.
+struct SortSteps {
+  // Rows by what is known of their sizes or dates, before the disk is asked for the rest. False ends the
+  // sort. An empty one spares the order.
+  std::function<bool(ResultSet known)> showKnown;
+  // Now and then while the disk is asked about `total` rows, where they are many.
+  std::function<void(size_t done, size_t total)> report;
 };
 
-// Whether `a` stands before `b` in the order of column 2, 3 or 4. A strict order of rows that differ in
-// volume or index.
-bool StandsBefore(const SortRow& a, const SortRow& b, int column, bool ascending);
+struct SortedSet {
+  ResultSet rows;
+  bool hasAskedDisk = false;
+  uint64_t askedMs = 0;  // how long that took
+};
 
+// Those of `rows` whose files are there, by `order`. Empty once the ticket is stale. Publishes nothing.
+// A background thread's work: it uses several more, and may wait for the disk.
+std::optional<SortedSet> SortRows(std::shared_ptr<const ResultSet> rows, SetOrder order,
+                                  const Ticket& ticket, const SortSteps& steps = {});
+
+// One sort of the held results: all that it was started with.
 struct SortJob {
-  uint64_t generation = 0;
-  int column = 0;
-  bool reverse = false;  // the held order the other way round is the answer
-  bool ascending = true;
+  Ticket ticket;
+  SetOrder order;
+  bool reverse = false;  // the held rows the other way round are the answer
+  std::shared_ptr<const ResultSet> rows;
 };
 
 enum class Direction { kByClick, kKeep };
 
-// Starts a sort by a column, which ends a running search. By click the same column again turns around,
-// and another one begins ascending, but sizes with the largest. Column 0 is ignored. Interface thread.
+// Starts a sort of the held results by a column, which ends a running search. By click the same column
+// again turns around, and another one begins ascending, but sizes with the largest. Column 0 is ignored.
+// Interface thread.
 void DoSortAsync(int column, Direction direction);
 
-// The work of one sort, on the calling thread.
-void RunSort(const SortJob& job);
-
-// Rows in the order of their names (column 1) or paths (column 5), ignoring case. Empty if the job went
-// stale on the way.
-std::vector<MatchItem> SortedByText(const std::vector<MatchItem>& rows, const SortJob& job);
+// The work of one sort, on the calling thread. Publishes the rows, twice where the disk had to be asked,
+// and leaves a line in the metrics log.
+void RunSort(SortJob job);
 
 }  // namespace quilmark

@@ -24,11 +24,11 @@ struct PathSort {
   std::vector<size_t> starts;         // in `grouped`, by node; and the last end
 };
 
-// Keys of the names. A row that is gone lies beside the drives, under an empty name. False if the job
-// went stale.
-bool TakeNames(PathSort& sort, const SortJob& job, std::atomic<bool>& hasBackslash) {
+// Keys of the names. A row that is gone lies beside the drives, under an empty name. False if
+// the ticket went stale.
+bool TakeNames(PathSort& sort, const Ticket& ticket, std::atomic<bool>& hasBackslash) {
   return AddRowsOnCores(
-      sort.rows, job, sort.keyed, [&](SortKeys& keys, size_t number, const FileRecord* record) {
+      sort.rows, ticket, sort.keyed, [&](SortKeys& keys, size_t number, const FileRecord* record) {
         const auto name = record != nullptr ? FoldedNameOf(*record) : std::u16string_view();
         if (HasBackslash(name)) hasBackslash = true;
         sort.nodeOf[number] = record != nullptr ? kNotLookedUp : 0;
@@ -100,7 +100,7 @@ void SortGroups(PathSort& sort, bool ascending) {
 }
 
 // What lies in a folder and below. As deep as a path is at most.
-void Emit(const PathSort& sort, size_t node, SortedRows& sorted) {
+void Emit(const PathSort& sort, size_t node, ResultSet& sorted) {
   for (size_t i = sort.starts[node]; i < sort.starts[node + 1]; ++i) {
     const uint32_t number = (*sort.grouped)[i].row;
     if (number < sort.rows.size()) {
@@ -113,14 +113,14 @@ void Emit(const PathSort& sort, size_t node, SortedRows& sorted) {
 
 }  // namespace
 
-std::optional<SortedRows> SortedByPathTree(RowRun rows, const SortJob& job) {
+std::optional<ResultSet> SortedByPathTree(RowRun rows, bool ascending, const Ticket& ticket) {
   PathSort sort(rows);
   std::atomic<bool> hasBackslash = false;
-  if (!TakeNames(sort, job, hasBackslash)) return SortedRows();
-  if (hasBackslash || !FindFolders(sort)) return std::nullopt;
+  const bool isTree = TakeNames(sort, ticket, hasBackslash) && !hasBackslash && FindFolders(sort);
+  if (!isTree) return std::nullopt;
   GroupByFolder(sort);
-  SortGroups(sort, job.ascending);
-  SortedRows sorted;
+  SortGroups(sort, ascending);
+  ResultSet sorted;
   sorted.reserve(rows.size());
   Emit(sort, 0, sorted);
   return sorted;

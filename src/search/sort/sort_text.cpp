@@ -10,30 +10,24 @@ namespace {
 
 // By whatever folded text textOf(row, record) gives.
 template <typename TextOf>
-SortedRows SortedByKey(RowRun rows, const SortJob& job, TextOf textOf) {
+std::optional<ResultSet> SortedByKey(RowRun rows, bool ascending, const Ticket& ticket, TextOf textOf) {
   KeyedRows keyed(rows.size());
   const auto add = [&](SortKeys& keys, size_t number, const FileRecord* record) {
     keyed.entries[number] =
         MakeKeyEntry(keys.Add(textOf(rows[number], record)), static_cast<uint32_t>(number));
   };
-  if (!AddRowsOnCores(rows, job, keyed, add)) return {};
-  const KeyOrder order = {.ascending = job.ascending, .before = IsBeforeInIndex, .context = &rows};
-  SortedRows sorted(rows.size());
+  if (!AddRowsOnCores(rows, ticket, keyed, add)) return std::nullopt;
+  const KeyOrder order = {.ascending = ascending, .before = IsBeforeInIndex, .context = &rows};
+  ResultSet sorted(rows.size());
   SortEntriesOnCores(keyed.entries.All(), order, [&](size_t first, std::span<const KeyEntry> piece) {
     for (const KeyEntry& entry : piece) sorted[first++] = rows[entry.row];
   });
   return sorted;
 }
 
-SortedRows SortedByName(RowRun rows, const SortJob& job) {
-  return SortedByKey(rows, job, [](const MatchItem&, const FileRecord* record) {
+std::optional<ResultSet> SortedByName(RowRun rows, bool ascending, const Ticket& ticket) {
+  return SortedByKey(rows, ascending, ticket, [](const MatchItem&, const FileRecord* record) {
     return record != nullptr ? FoldedNameOf(*record) : std::u16string_view();
-  });
-}
-
-SortedRows SortedByWholePath(RowRun rows, const SortJob& job) {
-  return SortedByKey(rows, job, [](const MatchItem& row, const FileRecord* record) {
-    return record != nullptr ? FoldText(BuildPath(*row.volume, row.index)) : std::u16string();
   });
 }
 
@@ -45,10 +39,16 @@ bool IsBeforeInIndex(const void* context, uint32_t a, uint32_t b) {
   return rows[a].index < rows[b].index;
 }
 
-std::vector<MatchItem> SortedByText(const std::vector<MatchItem>& rows, const SortJob& job) {
-  if (job.column != kColumnOfPath) return SortedByName(rows, job);
-  if (auto sorted = SortedByPathTree(rows, job)) return std::move(*sorted);
-  return SortedByWholePath(rows, job);
+std::optional<ResultSet> SortedByWholePath(RowRun rows, bool ascending, const Ticket& ticket) {
+  return SortedByKey(rows, ascending, ticket, [](const MatchItem& row, const FileRecord* record) {
+    return record != nullptr ? FoldText(BuildPath(*row.volume, row.index)) : std::u16string();
+  });
+}
+
+std::optional<ResultSet> SortedByText(RowRun rows, SetOrder order, const Ticket& ticket) {
+  if (order.column != kColumnOfPath) return SortedByName(rows, order.ascending, ticket);
+  if (auto sorted = SortedByPathTree(rows, order.ascending, ticket)) return sorted;
+  return SortedByWholePath(rows, order.ascending, ticket);
 }
 
 }  // namespace quilmark

@@ -96,8 +96,8 @@ void RefreshFolderTotals(RowRun rows) {
 
 }  // namespace
 
-SortedRows LiveRows(RowRun held) {
-  SortedRows rows;
+ResultSet LiveRows(RowRun held) {
+  ResultSet rows;
   rows.reserve(held.size());
   RunKinds kinds;
   ForEachRun(held, [&](RowRun run) {
@@ -111,22 +111,22 @@ SortedRows LiveRows(RowRun held) {
   return rows;
 }
 
-std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job) {
-  SortedRows missing;
+std::optional<ResultSet> MissingRows(RowRun rows, int column, const Ticket& ticket) {
+  ResultSet missing;
   missing.reserve(rows.size() / 8 + 1024);
   RunKinds kinds;
   std::array<AttrEntry, kRowsARun> entries;
   const bool isDone = ForEachRun(rows, [&](RowRun run) {
-    if (!IsCurrent(job.generation)) return false;
+    if (!ticket.IsCurrent()) return false;
     const VolumeIndex& volume = *run[0].volume;
     ReadKinds(run, kinds);
-    const auto& asked = job.column == kColumnSize ? kinds.fileFrns : kinds.frns;
+    const auto& asked = column == kColumnSize ? kinds.fileFrns : kinds.frns;
     LookupAttrs(volume, std::span(asked).first(run.size()), entries);
     for (size_t i = 0; i < run.size(); ++i) {
       MftSize size;
-      const bool isKnown = job.column != kColumnSize ? DateOf(entries[i], job.column) != 0
-                                                     : entries[i].valid || asked[i] == 0 ||
-                                                           LookupMftSize(volume, asked[i], size);
+      const bool isKnown = column != kColumnSize ? DateOf(entries[i], column) != 0
+                                                 : entries[i].valid || asked[i] == 0 ||
+                                                       LookupMftSize(volume, asked[i], size);
       if (kinds.isLive[i] && !isKnown) missing.push_back(run[i]);
     }
     return true;
@@ -135,30 +135,30 @@ std::optional<SortedRows> MissingRows(RowRun rows, const SortJob& job) {
   return missing;
 }
 
-SortedRows SortedByValue(RowRun rows, const SortJob& job) {
+std::optional<ResultSet> SortedByValue(RowRun rows, SetOrder order, const Ticket& ticket) {
   constexpr size_t kRowsAPiece = 16 * kRowsARun;
   RefreshFolderTotals(rows);
   std::vector<SortRow> sortRows(rows.size());
   OnCores(rows.size(), kRowsAPiece, [&](size_t, size_t first, size_t end) {
     auto place = std::span(sortRows).subspan(first);
     ForEachRun(rows.subspan(first, end - first), [&](RowRun run) {
-      if (!IsCurrent(job.generation)) return false;
-      FillSortRows(run, job.column, place);
+      if (!ticket.IsCurrent()) return false;
+      FillSortRows(run, order.column, place);
       place = place.subspan(run.size());
       return true;
     });
   });
-  if (!IsCurrent(job.generation)) return {};
-  SortOnCores(sortRows.begin(), sortRows.end(), [&job](const SortRow& a, const SortRow& b) {
-    return StandsBefore(a, b, job.column, job.ascending);
-  });
-  SortedRows sorted;
+  if (!ticket.IsCurrent()) return std::nullopt;
+  SortOnCores(sortRows.begin(), sortRows.end(),
+              [order](const SortRow& a, const SortRow& b) { return StandsBefore(a, b, order); });
+  ResultSet sorted;
   sorted.reserve(sortRows.size());
   for (const SortRow& row : sortRows) sorted.push_back({row.volume, row.index});
   return sorted;
 }
 
-bool StandsBefore(const SortRow& a, const SortRow& b, int column, bool ascending) {
+bool StandsBefore(const SortRow& a, const SortRow& b, SetOrder order) {
+  const auto [column, ascending] = order;
   const bool isByDate = column != kColumnSize;
   if (isByDate && a.isDirectory != b.isDirectory) return a.isDirectory == ascending;
   if (a.hasValue != b.hasValue) return a.hasValue;

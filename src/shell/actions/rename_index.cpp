@@ -1,4 +1,5 @@
 #include "shell/actions/rename_index.h"
+#include "search/results/glance.h"
 
 #include <mutex>
 #include <utility>
@@ -46,7 +47,7 @@ void RenameInIndex(const RenameTarget& target, std::u16string name) {
       const std::scoped_lock lock(target.volume->indexLock);
       RenameIfStillThere(target, name);
     }
-    PostIfAlive(searchHooks.window, WM_ATTRS_UPDATED, hydrationGeneration, 0);
+    TellAttributesChanged();
   });
 }
 

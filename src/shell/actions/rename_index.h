@@ -5,7 +5,7 @@
 #include <string>
 
 #include "index/tidy_names.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 

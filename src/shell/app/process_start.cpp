@@ -12,7 +12,7 @@
 #include "index/search_engine.h"
 #include "index/volume_life.h"
 #include "search/filter/filter_categories.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 #include "shell/app/command_line.h"
 
 namespace quilmark {
@@ -84,7 +84,7 @@ void LoadSettings(AppState& app) {
   app.windowWidth = kStartWidth;
   app.windowHeight = kStartHeight;
   LoadWindowSettings(app.windowWidth, app.windowHeight, static_cast<int>(app.systemDpi));
-  initialSearchEnabled = CurrentWindowSettings.initialSearchEnabled;
+  TheSearch().options.initials = CurrentWindowSettings.initialSearchEnabled;
   LoadUiColors();
   ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
   ApplyColorOverrides();

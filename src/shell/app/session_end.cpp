@@ -11,7 +11,8 @@ namespace {
 
 // A save that the system cuts off costs the whole file, which without it lacks a few seconds.
 bool IsWorthSaving(uint32_t mostMs) {
-  return AttrCacheGeneration > AttrSavedGeneration && AttrLastSaveMs <= mostMs;
+  const AttrCacheFile& file = TheAttrCacheFile();
+  return AttrCacheGeneration > file.AttrSavedGeneration && file.AttrLastSaveMs <= mostMs;
 }
 
 }  // namespace

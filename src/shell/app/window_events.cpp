@@ -26,16 +26,17 @@ constexpr uint64_t kTaskbarRestMs = 1'000;
 
 // What the next opening finds after the close button: nothing of this one.
 Effects ResetView(AppState& app, const ViewContext& context) {
-  if (scopeIndex == kScopeDesktop) {
-    scopeIndex = kScopeAll;
+  SearchSession& session = TheSearch();
+  if (session.scope.scopeIndex == kScopeDesktop) {
+    session.scope = {};
     RebuildScopeBox(app.search, context);
   }
   context.window.SetText(kQueryBox, u"");
-  CurrentQueryText.clear();
+  session.CurrentQueryText.clear();
   ClearSelection(app.search.list.selection);
   app.search.rows.scrollY = 0;
   Effects effects = RelayoutList(app.search, context);
-  SuppressRecentView = false;
+  session.SuppressRecentView = false;
   DoSearchAsync(u"", false, true);
   return OfView(app, AppMode::kSearch, std::move(effects));
 }

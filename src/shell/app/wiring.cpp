@@ -6,7 +6,7 @@
 #include "index/data_changes.h"
 #include "index/volume_life.h"
 #include "search/attributes/attr_cache_file.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 #include "shell/app/engine_messages.h"
 #include "shell/view/window_ids.h"
 
@@ -53,12 +53,13 @@ void WireAttributes() {
 
 // The search reaches the window by these.
 void WireSearch(AppState& app, WindowPort& window) {
-  searchHooks.window = app.mainWindow;
-  searchHooks.readSearchBox = [&window] { return window.TextOf(kQueryBox); };
-  searchHooks.showStatus = [&window](std::u16string_view key, std::u16string_view english) {
+  SearchHooks& hooks = TheSearch().hooks;
+  hooks.window = app.mainWindow;
+  hooks.readSearchBox = [&window] { return window.TextOf(kQueryBox); };
+  hooks.showStatus = [&window](std::u16string_view key, std::u16string_view english) {
     window.SetStatus(TranslateOr(key, english));
   };
-  searchHooks.restartTimer = [&window](uint32_t id, uint32_t delayMs) {
+  hooks.restartTimer = [&window](uint32_t id, uint32_t delayMs) {
     window.StopTimer(id);
     window.StartTimer(id, delayMs);
   };

@@ -36,7 +36,7 @@ Effects SetTagCaptions(SearchView& view, const ViewContext& context,
 
 FilterSettings CurrentFilterSettings() {
   const WindowSettings& kept = CurrentWindowSettings;
-  return {.category = ActiveCategory,
+  return {.category = TheSearch().ActiveCategory,
           .sizePreset = kept.sizePreset,
           .timePreset = kept.timePreset,
           .sizeUnit = kept.sizeUnit,
@@ -46,7 +46,7 @@ FilterSettings CurrentFilterSettings() {
 }
 
 bool IsFilterActive() {
-  return ActiveCategory != 0 || CurrentWindowSettings.sizePreset != 0 ||
+  return TheSearch().ActiveCategory != 0 || CurrentWindowSettings.sizePreset != 0 ||
          CurrentWindowSettings.timePreset != 0;
 }
 
@@ -60,7 +60,7 @@ Effects ApplyFilters(SearchView& view, const ViewContext& context) {
 
 Effects SelectFilterTag(SearchView& view, const ViewContext& context, int index) {
   const auto rows = static_cast<int>(CurrentCategories()->size());
-  ActiveCategory = index >= 0 && index < rows ? index : 0;
+  TheSearch().ActiveCategory = index >= 0 && index < rows ? index : 0;
   Effects effects = RedrawTags(view, context);
   effects.Join(ApplyFilters(view, context));
   if (view.isBoxEnabled) effects.focus = Focus::kSearchBox;

@@ -5,7 +5,7 @@
 #include "config/translate.h"
 #include "platform/files.h"
 #include "platform/format.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/rename_place.h"
 #include "shell/search/search_places.h"

@@ -1,14 +1,13 @@
 #include "shell/search/result_messages.h"
 
 #include <algorithm>
-#include <mutex>
 #include <utility>
 
 #include "config/translate.h"
 #include "index/search_engine.h"
 #include "platform/format.h"
-#include "search/filter/filtered_results.h"
 #include "search/filter/filters.h"
+#include "search/results/search_session.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
@@ -37,12 +36,12 @@ std::u16string CountText(uint64_t count) { return FormatText(u"%llu", count); }
 
 std::u16string CategoryName() {
   const auto table = CurrentCategories();
-  const auto row = static_cast<size_t>(std::max(ActiveCategory.load(), 0));
+  const auto row = static_cast<size_t>(std::max(TheSearch().ActiveCategory.load(), 0));
   return row < table->size() ? (*table)[row].label : std::u16string();
 }
 
 void ShowResultTitle(const ViewContext& context, ResultKind kind) {
-  const auto shown = static_cast<int64_t>(DisplayCount.load());
+  const auto shown = static_cast<int64_t>(DisplayCount());
   if (kind == ResultKind::kPartial) {
     return SetTitleFrom(context, u"Title_SearchPartialFmt", u"Quilmark - %lld+ results found...", shown);
   }
@@ -53,14 +52,14 @@ std::u16string ResultStatus(ResultKind kind, uint64_t resultCount) {
   if (resultCount == 0) return {};
   if (kind == ResultKind::kPartial) {
     return TranslateOr(u"Status_SearchingShowingPrefix", u"Searching... showing ") +
-           CountText(DisplayCount) + TranslateOr(u"Status_SearchingShowingSuffix", u" results");
+           CountText(DisplayCount()) + TranslateOr(u"Status_SearchingShowingSuffix", u" results");
   }
-  if (ActiveCategory != 0) {
+  if (TheSearch().ActiveCategory != 0) {
     return TranslateOr(u"Status_FilterApplyingPrefix", u"Filter: ") + CategoryName() +
            TranslateOr(u"Status_FilterApplyingSuffix", u" | Applying filter...");
   }
   return TranslateOr(u"Status_FilterHitsPrefix", u"Filter: ") + CategoryName() +
-         TranslateOr(u"Status_FilterHitsMid", u" | Hits: ") + CountText(DisplayCount);
+         TranslateOr(u"Status_FilterHitsMid", u" | Hits: ") + CountText(DisplayCount());
 }
 
 Effects ShowPartialResults(SearchView& view, const ViewContext& context) {
@@ -79,11 +78,11 @@ Effects ShowWholeResults(SearchView& view, const ViewContext& context) {
 }
 
 Effects OnSearchResults(SearchView& view, const ViewContext& context, const PostedMessage& message) {
-  if (message.first != searchGeneration) return {.isTaken = false};
+  if (message.first != TheSearch().CurrentResults.Number()) return {.isTaken = false};
   const auto kind = static_cast<ResultKind>(message.second);
   Effects effects = CancelRename(view, context);
   if (kind != ResultKind::kPartial) view.shownGeneration = message.first;
-  if (kind == ResultKind::kFinal) view.answeredText = CurrentQueryText;
+  if (kind == ResultKind::kFinal) view.answeredText = TheSearch().CurrentQueryText;
   const bool keepScroll =
       kind == ResultKind::kPartial ? view.keepScrollOnce.load() : view.keepScrollOnce.exchange(false);
   ClearSelection(view.list.selection);
@@ -107,7 +106,8 @@ Effects OnSearchResults(SearchView& view, const ViewContext& context, const Post
 // The receiver frees the text, also when nobody wants it any more.
 Effects OnSearchStatus(SearchView&, const ViewContext& context, const PostedMessage& message) {
   const auto text = TakeText(message);
-  if (text != nullptr && message.first == searchGeneration) context.window.SetTitle(*text);
+  if (text != nullptr && message.first == TheSearch().CurrentResults.Number())
+    context.window.SetTitle(*text);
   return {};
 }
 
@@ -116,7 +116,7 @@ Effects OnFilterResults(SearchView& view, const ViewContext& context, const Post
   RefreshFilterCountsSoon(view, context, kFilterCountsMs);
   context.window.SetTitle(TranslateOr(u"App_FilterTitlePrefix", u"Quilmark - Filter: ") +
                           CategoryName() + TranslateOr(u"App_FilterTitleHitsSeparator", u" | Hits: ") +
-                          CountText(DisplayCount));
+                          CountText(DisplayCount()));
   context.window.SetStatus(u"");
   Effects effects = RelayoutList(view, context);
   effects.Join(RequestListRepaint(view, context, 60));
@@ -133,7 +133,7 @@ RowRange RowsInViewOf(const SearchView& view, const ResultSet& rows) {
 }
 
 Effects OnAttrsUpdated(SearchView& view, const ViewContext& context, const PostedMessage& message) {
-  if (message.first != hydrationGeneration) return {};
+  if (message.first != TheSearch().hydrationGeneration.Number()) return {};
   // A busy volume has stale files all the time, and hardly ever one in view.
   const auto rows = ShownResults();
   const bool isElsewhere =
@@ -143,10 +143,8 @@ Effects OnAttrsUpdated(SearchView& view, const ViewContext& context, const Poste
 
 Effects OnResort(SearchView& view, const ViewContext& context, const PostedMessage& message) {
   if (message.first < 1 || message.first > 5) return {.isTaken = false};
-  {
-    const std::scoped_lock lock(ResultsLock);
-    SortAscending = message.second == 1;
-  }
+  TheSearch().CurrentResults.Change(
+      [&message](SearchResults& held) { held.SortAscending = message.second == 1; });
   return RequestSort(view, context, static_cast<int>(message.first), Direction::kKeep);
 }
 

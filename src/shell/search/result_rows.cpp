@@ -5,7 +5,7 @@
 
 #include "config/translate.h"
 #include "config/window_settings.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/list/list_colors.h"
@@ -36,8 +36,8 @@ std::u16string HeaderText(int column) {
   const ColumnText& text = kColumnTexts[column];
   std::u16string header =
       text.key.empty() ? std::u16string(text.english) : TranslateOr(text.key, text.english);
-  const std::scoped_lock lock(ResultsLock);
-  if (column == SortColumn) header += SortAscending ? u" \u2191" : u" \u2193";
+  const SearchResults held = TheSearch().CurrentResults.Get();
+  if (column == held.SortColumn) header += held.SortAscending ? u" \u2191" : u" \u2193";
   return header;
 }
 
@@ -188,7 +188,7 @@ void PaintIconCell(Canvas& canvas, const RowPicture& picture) {
 
 }  // namespace
 
-uint64_t ResultRows::Count() const { return DisplayCount; }
+uint64_t ResultRows::Count() const { return DisplayCount(); }
 
 PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
   const auto rows = ShownResults();
@@ -196,7 +196,7 @@ PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
   PaintOutcome outcome;
   first_ = first;
   read_.clear();
-  term_ = HighlightTerm(CurrentQueryText);
+  term_ = HighlightTerm(TheSearch().CurrentQueryText);
   for (uint64_t row = first; row < std::min<uint64_t>(end, rows->size()); ++row) {
     const MatchItem& hit = (*rows)[row];
     read_.push_back({TextOfRow(hit), isTable ? CellsOfRow(hit) : RowCells()});

@@ -1,7 +1,7 @@
 #include "shell/search/scope_items.h"
 
 #include "config/translate.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -10,7 +10,7 @@ namespace {
 
 // Of the volume with the chosen letter; kScopeAll where there is none that can be searched.
 int PlaceOfChosen(const std::vector<VolumeIndex*>& volumes) {
-  const char16_t letter = scopeDrive;
+  const char16_t letter = TheSearch().scope.scopeDrive;
   for (size_t i = 0; i < volumes.size(); ++i) {
     const VolumeIndex& volume = *volumes[i];
     if (volume.valid && volume.drive.starts_with(letter)) {
@@ -31,20 +31,20 @@ std::vector<std::u16string> RenewScopeItems(SearchView& view, const SearchEngine
     items.push_back(volume->drive);
     view.scopeDrives.push_back(volume->drive.empty() ? u'\0' : volume->drive[0]);
   }
-  if (scopeIndex >= kScopeFirstVolume) scopeIndex = PlaceOfChosen(volumes);
+  int& chosen = TheSearch().scope.scopeIndex;
+  if (chosen >= kScopeFirstVolume) chosen = PlaceOfChosen(volumes);
   return items;
 }
 
 void RebuildScopeBox(SearchView& view, const ViewContext& context) {
   const auto items = RenewScopeItems(view, Engine());
-  context.window.SetItems(kScopeBox, items, scopeIndex);
+  context.window.SetItems(kScopeBox, items, TheSearch().scope.scopeIndex);
 }
 
 void ChooseScope(const SearchView& view, int index) {
   const auto entry = static_cast<size_t>(index - kScopeFirstVolume);
   const bool isDrive = index >= kScopeFirstVolume && entry < view.scopeDrives.size();
-  scopeDrive = isDrive ? view.scopeDrives[entry] : u'\0';
-  scopeIndex = index;
+  TheSearch().scope = {.scopeIndex = index, .scopeDrive = isDrive ? view.scopeDrives[entry] : u'\0'};
 }
 
 }  // namespace quilmark

@@ -106,7 +106,7 @@ std::vector<ControlSpec> SearchView::Controls() {
        .id = kScopeBox,
        .listWidth = 460,
        .items = RenewScopeItems(*this, Engine()),
-       .chosen = scopeIndex},
+       .chosen = TheSearch().scope.scopeIndex},
       {.kind = ControlKind::kSearchBox, .id = kQueryBox, .isEnabled = false, .longest = kLongestQuery},
       {.kind = ControlKind::kCombo,
        .id = kSizePreset,
@@ -159,9 +159,9 @@ std::vector<ControlPlace> SearchView::Layout(const ViewContext& context) {
 
 Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text) {
   context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  const bool marksOthers = HighlightTerm(text) != HighlightTerm(CurrentQueryText);
-  CurrentQueryText = std::move(text);
-  if (!IsContentPrefix(CurrentQueryText)) {
+  const bool marksOthers = HighlightTerm(text) != HighlightTerm(TheSearch().CurrentQueryText);
+  TheSearch().CurrentQueryText = std::move(text);
+  if (!IsContentPrefix(TheSearch().CurrentQueryText)) {
     context.window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
   }
   return {.dirty = marksOthers ? ListAreaOf(view, context) : Rect()};

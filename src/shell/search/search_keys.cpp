@@ -12,9 +12,9 @@
 namespace quilmark {
 
 void StartTypedSearch(const SearchView& view) {
-  DoSearchAsync(CurrentQueryText, false, false);
+  DoSearchAsync(TheSearch().CurrentQueryText, false, false);
   // It asks itself again until a volume is ready; somebody has to look for one.
-  if (!CurrentQueryText.empty() && !Engine().ready) view.engine.LookForVolumesLater();
+  if (!TheSearch().CurrentQueryText.empty() && !Engine().ready) view.engine.LookForVolumesLater();
 }
 
 void SearchAgain(const ViewContext& context) {
@@ -36,7 +36,7 @@ Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string t
   }
   if (key != kKeyEscape || !IsContentPrefix(text)) return {.isTaken = false};
   context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
-  ++searchGeneration;
+  SupersedeSearch();
   context.window.SetStatus(TranslateOr(u"Status_ContentSearchCanceled", u"Content search canceled."));
   return {};
 }

@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "config/window_settings.h"
-#include "search/filter/filtered_results.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/empty_state.h"
 #include "shell/search/list_scroll.h"
@@ -41,7 +40,7 @@ void PaintSidebar(Canvas& canvas, const ViewContext& context, const SearchView& 
   for (size_t i = 0; i < sidebar.rows.size(); ++i) {
     const int tag = sidebar.first + static_cast<int>(i);
     PaintTag(canvas, context, sidebar.rows[i], SplitCaption(view.tagCaptions[static_cast<size_t>(tag)]),
-             {.isChosen = tag == ActiveCategory, .isHot = tag == view.list.hoverTag});
+             {.isChosen = tag == TheSearch().ActiveCategory, .isHot = tag == view.list.hoverTag});
   }
   if (sidebar.scrollLimit > 0) {
     canvas.Fill(sidebar.track, colors.panel);
@@ -60,7 +59,7 @@ Emptiness WhyEmpty(const SearchView& view) {
 // What to do here, where there is nothing to see.
 void PaintEmptyState(Canvas& canvas, const ViewContext& context, const SearchView& view,
                      const RowColors& colors) {
-  if (DisplayCount != 0 || !Engine().ready) return;
+  if (DisplayCount() != 0 || !Engine().ready) return;
   const EmptyText text = EmptyListText(WhyEmpty(view), CountIndexed(Engine()));
   const Rect rows = view.rows.Grid().rows;
   const int middle = (rows.top + rows.bottom) / 2, line = context.Scaled(kEmptyLine);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "config/window_settings.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/search/rename.h"
 #include "shell/search/row_text.h"
 #include "shell/view/tag.h"

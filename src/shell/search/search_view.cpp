@@ -4,7 +4,7 @@
 
 #include "config/window_settings.h"
 #include "platform/mul_div.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
@@ -43,7 +43,9 @@ void SearchView::PaintControl(Canvas& canvas, const ControlPicture& control,
   const int index = control.id - kFirstTag;
   if (index < 0 || static_cast<size_t>(index) >= tagCaptions.size()) return;
   PaintTag(canvas, context, control.place, SplitCaption(tagCaptions[static_cast<size_t>(index)]),
-           {.isChosen = index == ActiveCategory, .isHot = control.isHot, .hasFocus = control.hasFocus});
+           {.isChosen = index == TheSearch().ActiveCategory,
+            .isHot = control.isHot,
+            .hasFocus = control.hasFocus});
 }
 
 Effects SearchView::NotePaint(const Rect& place, const PaintOutcome& outcome,

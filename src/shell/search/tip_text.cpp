@@ -1,6 +1,6 @@
 #include "shell/search/tip_text.h"
 
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/search/row_cells.h"

@@ -9,7 +9,7 @@
 #include "index/volume_life.h"
 #include "search/attributes/attr_jobs.h"
 #include "search/filter/filters.h"
-#include "search/results/search_state.h"
+#include "search/results/search_session.h"
 
 namespace quilmark {
 

@@ -131,11 +131,11 @@ TEST_F(AttrCacheFile, ComesBackInTheNextRun) {
   StoreAttr(volume, kFrn, kEntry);
   SaveAttrCache(Engine());
   EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
-  EXPECT_EQ(AttrSavedGeneration, AttrCacheGeneration);
+  EXPECT_EQ(TheAttrCacheFile().AttrSavedGeneration, AttrCacheGeneration);
   volume.attrs.clear();
   LoadAttrCache(Engine());
   EXPECT_TRUE(Holds(volume));
-  EXPECT_EQ(AttrSavedGeneration, AttrCacheGeneration);
+  EXPECT_EQ(TheAttrCacheFile().AttrSavedGeneration, AttrCacheGeneration);
   const auto metrics = ReadTextFile(GetConfigDirectory() + u"\\perf_metrics.log");
   EXPECT_NE(metrics->find(u"cache_save ms="), std::u16string::npos);
   EXPECT_NE(metrics->find(u" entries=1 bytes=59\n"), std::u16string::npos);
@@ -246,27 +246,27 @@ TEST_F(AttrCacheFile, CostsItsDamagedEntriesAlone) {
 TEST_F(AttrCacheFile, IsNotWrittenByAJobBeforeThatOfTheLastRunWasLookedFor) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   StoreAttr(volume, kFrn, kEntry);
-  isAttrCacheLoaded = false;
+  TheAttrCacheFile().isLoaded = false;
   AutosaveAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   SaveAttrCacheAtEnd(Engine());
   EXPECT_FALSE(HasFile());
-  isAttrCacheLoaded = true;
+  TheAttrCacheFile().isLoaded = true;
   AutosaveAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(HasFile());
-  const uint64_t saved = AttrSavedGeneration;
+  const uint64_t saved = TheAttrCacheFile().AttrSavedGeneration;
   RemoveFile(Path());
   AutosaveAttrCacheAsync(Engine());  // nothing new
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_FALSE(HasFile());
-  EXPECT_EQ(AttrSavedGeneration, saved);
+  EXPECT_EQ(TheAttrCacheFile().AttrSavedGeneration, saved);
 }
 
 TEST_F(AttrCacheFile, IsNotWrittenWhileThatOfTheLastRunIsTakenOver) {
   VolumeIndex& volume = AddNtfs(u"C:", kJournal);
   ASSERT_TRUE(WriteFileBytes(Path(), FileBytes()));
-  isAttrCacheLoaded = false;
+  TheAttrCacheFile().isLoaded = false;
   const uint64_t before = AttrCacheGeneration;
   Gate gate(volume.attrLock, Gate::Stops::kWriters);
   std::atomic<bool> isDone = false;
@@ -283,19 +283,19 @@ TEST_F(AttrCacheFile, IsNotWrittenWhileThatOfTheLastRunIsTakenOver) {
   EXPECT_EQ(ReadFileBytes(Path()), FileBytes());
   gate.Open();
   load.join();
-  EXPECT_TRUE(isAttrCacheLoaded);
+  EXPECT_TRUE(TheAttrCacheFile().isLoaded);
   EXPECT_TRUE(Holds(volume));
   EXPECT_EQ(AttrCacheGeneration, before + 1);
 }
 
 TEST_F(AttrCacheFile, CountsAsLookedForHoweverTheLookEnds) {
   for (const char* const bytes : {"", "no cache at all", "HCSV\1\0\0\0"}) {
-    isAttrCacheLoaded = false;
+    TheAttrCacheFile().isLoaded = false;
     if (*bytes != 0) {
       ASSERT_TRUE(WriteFileBytes(Path(), bytes));
     }
     LoadAttrCache(Engine());
-    EXPECT_TRUE(isAttrCacheLoaded) << bytes;
+    EXPECT_TRUE(TheAttrCacheFile().isLoaded) << bytes;
   }
 }
 

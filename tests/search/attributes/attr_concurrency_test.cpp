@@ -114,7 +114,7 @@ class AttrConcurrency : public testing::Test {
   AttrConcurrency() { NowLocal(); }
   ~AttrConcurrency() override {
     FollowNewResults(KeepFiltered::kNo, 0);
-    ActiveCategory = 0;
+    TheSearch().ActiveCategory = 0;
   }
   std::shared_ptr<const ResultSet> HoldAllRows() {
     auto rows = std::make_shared<ResultSet>();
@@ -122,8 +122,7 @@ class AttrConcurrency : public testing::Test {
       const std::shared_lock lock(volume.indexLock);
       for (uint32_t i = 0; i < volume.records.size(); ++i) rows->push_back({&volume, i});
     }
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
+    HoldRows(rows);
     return rows;
   }
   // What a user and the timers of the window ask for, one on top of the other.
@@ -137,7 +136,7 @@ class AttrConcurrency : public testing::Test {
     HydrateRowsAsync(rows, {first, first + 50});
     DoSortAsync(1 + round % 5, round % 2 == 0 ? Direction::kByClick : Direction::kKeep);
     const FilterSettings settings = kSettings[round % 4];
-    ActiveCategory = settings.category;
+    TheSearch().ActiveCategory = settings.category;
     RefreshFilteredResultsAsync(settings);
     EXPECT_LE(UpdateFilterCounts(settings).byCategory[0], rows->size());
     AutosaveAttrCacheAsync(Engine());
@@ -145,7 +144,7 @@ class AttrConcurrency : public testing::Test {
   }
   void SortBy(int column, bool ascending) {
     HoldAllRows();
-    RunSort({.generation = searchGeneration, .column = column, .ascending = ascending});
+    RunSort({.ticket = LatestSearch(), .order = {column, ascending}, .rows = HeldResults()});
   }
   const FileRecord& RecordOf(const MatchItem& row) const { return volume.records[row.index]; }
 
@@ -213,7 +212,7 @@ class AttrConcurrency : public testing::Test {
     const auto rows = HoldAllRows();
     const FilterContext context =
         MakeFilterContext({.category = 2, .timePreset = k7Days}, NowFileTime());
-    EXPECT_EQ(FilterRows(context, *rows, FilterGeneration)->size(), texts);
+    EXPECT_EQ(FilterRows(context, *rows, TheSearch().FilteredResults.Latest())->size(), texts);
     const FilterCounts counts = UpdateFilterCounts({.timePreset = k7Days});
     EXPECT_EQ(counts.byCategory[0], files.Sizes().size());
     EXPECT_EQ(counts.byCategory[2], texts);

@@ -37,7 +37,6 @@ class AttrJobs : public testing::Test {
     d = AddFolder(volume, u"d", kRootFrnOfTests, 103);
     c = AddFile(volume, u"c", 103, 104);
   }
-  ~AttrJobs() override { keepsAttrCacheFile = true; }
   std::shared_ptr<const ResultSet> Rows(std::initializer_list<uint32_t> indices) {
     auto rows = std::make_shared<ResultSet>();
     for (const uint32_t index : indices) rows->push_back({&volume, index});
@@ -79,7 +78,7 @@ TEST_F(AttrJobs, HydrationFetchesTheRowsInView) {
   EXPECT_TRUE(Knows(104));
   const PostedMessage message = search.Next();
   EXPECT_EQ(message.message, WM_ATTRS_UPDATED);
-  EXPECT_EQ(message.first, hydrationGeneration);
+  EXPECT_EQ(message.first, TheSearch().hydrationGeneration.Number());
   EXPECT_TRUE(search.IsQuiet());
 }
 
@@ -103,7 +102,8 @@ TEST_F(AttrJobs, HydrationOfAFolderAddsUpWhatLiesBelow) {
 }
 
 TEST_F(AttrJobs, HydrationEndsWhereItIsOutOfDate) {
-  const std::function<void()> ends[] = {[] { ++searchGeneration; }, [] { ++hydrationGeneration; },
+  const std::function<void()> ends[] = {[] { SupersedeSearch(); },
+                                        [] { TheSearch().hydrationGeneration.Supersede(); },
                                         [] { ShutdownRequested = true; }};
   for (const auto& end : ends) {
     volume.attrs.clear();
@@ -121,10 +121,10 @@ TEST_F(AttrJobs, HydrationEndsWhereItIsOutOfDate) {
 TEST_F(AttrJobs, HydrationThatIsRefusedIsAskedForAnew) {
   Gate gate(volume.attrLock, Gate::Stops::kWriters);
   HydrateAndWait(Rows({a}));
-  const uint64_t token = hydrationGeneration;
+  const uint64_t token = TheSearch().hydrationGeneration.Number();
   HydrateRowsAsync(Rows({b}), {0, 1});
   HydrateRowsAsync(Rows({b}), {0, 1});
-  EXPECT_EQ(hydrationGeneration, token);
+  EXPECT_EQ(TheSearch().hydrationGeneration.Number(), token);
   gate.Open();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   for (int i = 0; i < 2; ++i) {  // of what it found, and for whoever was refused
@@ -234,20 +234,17 @@ TEST_F(AttrJobs, PrewarmRunsOnceAtATime) {
 }
 
 TEST_F(AttrJobs, AutosaveWritesOnlyWhatIsNew) {
-  AttrSavedGeneration = AttrCacheGeneration.load();
+  TheAttrCacheFile().AttrSavedGeneration = AttrCacheGeneration.load();
   Autosave();
   EXPECT_FALSE(HasFile());
   StoreAttr(volume, 101, {.size = 10, .modified = 1, .valid = true});
   Autosave();
   EXPECT_TRUE(HasFile());
-  EXPECT_EQ(AttrSavedGeneration, AttrCacheGeneration);
+  EXPECT_EQ(TheAttrCacheFile().AttrSavedGeneration, AttrCacheGeneration);
 }
 
-TEST_F(AttrJobs, AutosaveLeavesTheFileToItsOwnerAndToTheEnd) {
+TEST_F(AttrJobs, AutosaveLeavesTheFileToTheEnd) {
   StoreAttr(volume, 101, {.size = 10, .modified = 1, .valid = true});
-  keepsAttrCacheFile = false;
-  Autosave();
-  keepsAttrCacheFile = true;
   ShutdownRequested = true;
   Autosave();
   ShutdownRequested = false;

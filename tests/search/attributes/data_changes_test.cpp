@@ -327,7 +327,7 @@ class CacheOverARestart : public DataChangesOfAVolume {
     Build(1'000);
     Ask();
     Ask(Insist::kOnDisk, 2);
-    isAttrCacheLoaded = true;
+    TheAttrCacheFile().isLoaded = true;
     SaveAttrCacheAtEnd(Engine());
   }
   // From here on the journal is read by who loads the cache, and by no monitor.

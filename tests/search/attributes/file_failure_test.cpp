@@ -125,7 +125,7 @@ struct AttrCacheFailures : testing::TestWithParam<FaultKind> {
       for (uint64_t i = 0; i < kFiles; ++i) AddFile(*volume, u"a.txt", kRootFrnOfTests, kFirstFrn + i);
       volumes.push_back(AddVolume(Engine(), std::move(volume)));
     }
-    isAttrCacheLoaded = true;
+    TheAttrCacheFile().isLoaded = true;
   }
   // `count` files of C: have `entry`, all of D: another size than any of C:.
   void Store(uint64_t count, const AttrEntry& entry) {
@@ -165,7 +165,7 @@ TEST_P(AttrCacheFailures, ASaveLeavesAWholeCacheOrNone) {
       SaveAttrCache(Engine());
       Store(static_cast<uint64_t>(later), kLater);
       const bool hasFailed = failing([] { SaveAttrCacheAtEnd(Engine()); });
-      const bool isSaved = AttrSavedGeneration == AttrCacheGeneration;
+      const bool isSaved = TheAttrCacheFile().AttrSavedGeneration == AttrCacheGeneration;
       Load();
       const bool isFormer = Held(kFormer) == former, isLater = Held(kLater) == later;
       EXPECT_TRUE(isFormer || isLater || volumes[0]->attrs.empty());
@@ -180,9 +180,9 @@ TEST_P(AttrCacheFailures, ALoadBringsAllOrNothing) {
   SaveAttrCache(Engine());
   FailEachCall(GetParam(), [&](const auto& failing) {
     for (VolumeIndex* const volume : volumes) volume->attrs.clear();
-    isAttrCacheLoaded = false;
+    TheAttrCacheFile().isLoaded = false;
     failing([] { LoadAttrCache(Engine()); });
-    EXPECT_TRUE(isAttrCacheLoaded);
+    EXPECT_TRUE(TheAttrCacheFile().isLoaded);
     const int held = Held(kFormer);
     EXPECT_TRUE(held == 0 || held == static_cast<int>(kFiles)) << held;
     EXPECT_EQ(volumes[1]->attrs.size(), volumes[0]->attrs.size());

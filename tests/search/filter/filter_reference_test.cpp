@@ -145,7 +145,7 @@ TEST_F(RandomFilters, KeepWhatThePlainTestKeeps) {
     for (const MatchItem& row : rows) {
       if (StaysReference(context, row)) expected.push_back(row);
     }
-    const auto actual = FilterRows(context, rows, FilterGeneration);
+    const auto actual = FilterRows(context, rows, TheSearch().FilteredResults.Latest());
     ASSERT_TRUE(actual.has_value());
     ASSERT_EQ(*actual, expected) << "category " << context.settings.category << " size "
                                  << context.settings.sizePreset << " time "
@@ -163,10 +163,7 @@ TEST_F(RandomFilters, KeepWhatThePlainTestKeeps) {
 }
 
 TEST_F(RandomFilters, CountWhatThePlainTestCounts) {
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<const ResultSet>(rows);
-  }
+  HoldRows(std::make_shared<const ResultSet>(rows));
   uint64_t passing = 0;
   for (int round = 0; round < 60; ++round) {
     FilterContext context = AnyContext();
@@ -200,7 +197,7 @@ TEST_F(RandomFilters, CountWhatThePlainTestCounts) {
 }
 
 TEST_F(RandomFilters, EndWhenTheyAreStale) {
-  EXPECT_FALSE(FilterRows(AnyContext(), rows, FilterGeneration + 1).has_value());
+  EXPECT_FALSE(FilterRows(AnyContext(), rows, StaleTicket()).has_value());
 }
 
 TEST(RowRuns, CoverEveryRowInOrder) {

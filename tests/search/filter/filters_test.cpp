@@ -29,7 +29,7 @@ class Filters : public testing::Test {
   Filters() { volume = AddVolume(Engine(), MakeTestVolume(u"Q:")); }
   ~Filters() override {
     FollowNewResults(KeepFiltered::kNo, 0);
-    ActiveCategory = 0;
+    TheSearch().ActiveCategory = 0;
   }
   void Add(std::u16string_view name, int64_t size = 1, FileTime modified = 1, FileTime created = 1) {
     const uint64_t frn = 1'000 + rows->size();
@@ -37,26 +37,22 @@ class Filters : public testing::Test {
     StoreAttr(*volume, frn, {.size = size, .modified = modified, .created = created, .valid = true});
   }
   void AddDir(std::u16string_view name) { rows->push_back({volume, AddFolder(*volume, name)}); }
-  void Hold() {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
-  }
+  void Hold() { HoldRows(rows); }
   // As a sort by the column publishes.
   void Reorder(int column) {
     rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
-    const std::scoped_lock lock(ResultsLock);
-    SortColumn = column;
+    SetSort(column, true);
   }
   // The names that stay.
   Names Filter(FilterSettings settings) {
     Hold();
-    ActiveCategory = settings.category;
+    TheSearch().ActiveCategory = settings.category;
     RefreshFilteredResultsAsync(std::move(settings));
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     EXPECT_EQ(search.Next().message, WM_FILTER_RESULTS);
     Names names;
     for (const MatchItem& hit : *ShownResults()) names.emplace_back(NameOf(volume->records[hit.index]));
-    EXPECT_EQ(DisplayCount, names.size());
+    EXPECT_EQ(DisplayCount(), names.size());
     return names;
   }
 
@@ -173,16 +169,16 @@ TEST_F(Filters, ShowEverythingWhenTheyAreOff) {
   Add(u"a");
   AddDir(u"b");
   EXPECT_EQ(Filter({}).size(), 2u);
-  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(FilteredSet(), nullptr);
 }
 
 TEST_F(Filters, AnswerARepeatedQuestionFromWhatTheyHold) {
   Add(u"a.txt");
   Add(u"b.jpg");
   Filter({.category = 2});
-  const auto held = FilteredResults;
+  const auto held = FilteredSet();
   Filter({.category = 2});
-  EXPECT_EQ(FilteredResults, held);
+  EXPECT_EQ(FilteredSet(), held);
 }
 
 TEST_F(Filters, FollowANewOrderOfTheResults) {
@@ -195,7 +191,7 @@ TEST_F(Filters, FollowANewOrderOfTheResults) {
   Hold();
   EXPECT_TRUE(former.expired()) << "the filtered set does not keep what it was made of";
   FollowNewResults(KeepFiltered::kIfThere, rows->size());
-  EXPECT_EQ(DisplayCount, 2u) << "until the job reports";
+  EXPECT_EQ(DisplayCount(), 2u) << "until the job reports";
   EXPECT_EQ(Filter({.category = 2}), (Names{u"c.txt", u"a.txt"}));
 }
 
@@ -216,7 +212,7 @@ TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
       const std::scoped_lock writer(volume->indexLock);  // the job waits
       FollowNewResults(KeepFiltered::kIfThere, rows->size());
       RefreshFilteredResultsAsync(settings);
-      EXPECT_EQ(DisplayCount, 2u) << column;
+      EXPECT_EQ(DisplayCount(), 2u) << column;
       EXPECT_EQ(ShownResults()->size(), 2u) << column;
     }
     ASSERT_TRUE(WaitForBackgroundJobs(60'000));
@@ -228,7 +224,7 @@ TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
 TEST_F(Filters, SayNothingMoreOfFormerResults) {
   Add(u"a.txt");
   Hold();
-  ActiveCategory = 2;
+  TheSearch().ActiveCategory = 2;
   {
     const std::scoped_lock writer(volume->indexLock);  // the job waits
     RefreshFilteredResultsAsync({.category = 2});
@@ -236,8 +232,8 @@ TEST_F(Filters, SayNothingMoreOfFormerResults) {
   }
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(search.IsQuiet());
-  EXPECT_EQ(FilteredResults, nullptr);
-  EXPECT_EQ(DisplayCount, 7u);
+  EXPECT_EQ(FilteredSet(), nullptr);
+  EXPECT_EQ(DisplayCount(), 7u);
 }
 
 TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
@@ -247,8 +243,7 @@ TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
   std::thread publisher([&] {
     while (!isDone) {
       auto next = std::make_shared<ResultSet>(*rows);
-      const std::scoped_lock lock(ResultsLock);
-      CurrentResults = std::move(next);
+      HoldRows(std::move(next));
     }
   });
   for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).byCategory[0], 2'000u);
@@ -267,11 +262,11 @@ TEST_F(Filters, DropRecordsThatAreGone) {
 TEST_F(Filters, PublishNothingForAnotherCategory) {
   Add(u"a.txt");
   Hold();
-  ActiveCategory = 3;
+  TheSearch().ActiveCategory = 3;
   RefreshFilteredResultsAsync({.category = 2});
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(search.IsQuiet());
-  EXPECT_EQ(FilteredResults, nullptr);
+  EXPECT_EQ(FilteredSet(), nullptr);
 }
 
 TEST_F(Filters, CountByCategory) {
@@ -361,19 +356,19 @@ TEST_F(ColdFilters, PublishNothingOnceTheyAreStaleOnTheirWay) {
   gate.Open();
   EXPECT_TRUE(search.IsQuiet());
   EXPECT_EQ(AttrCounters().diskReads, reads + 1) << "the next row was not looked at";
-  EXPECT_EQ(FilteredResults, nullptr);
-  EXPECT_EQ(DisplayCount, 7u);
+  EXPECT_EQ(FilteredSet(), nullptr);
+  EXPECT_EQ(DisplayCount(), 7u);
 }
 
 TEST_F(Filters, ForgetWhatTheyHoldWhereThereAreNoResults) {
   Add(u"a.txt");
   Filter({.category = 2});
-  EXPECT_EQ(FilteredKey.category, 2);
+  EXPECT_EQ(TheSearch().FilteredResults.Get().FilteredKey.category, 2);
   rows = std::make_shared<ResultSet>();
   EXPECT_EQ(Filter({.category = 2}), Names{});
-  EXPECT_EQ(FilteredResults, nullptr);
-  EXPECT_EQ(FilteredKey, FilterKey());
-  EXPECT_EQ(DisplayCount, 0u);
+  EXPECT_EQ(FilteredSet(), nullptr);
+  EXPECT_EQ(TheSearch().FilteredResults.Get().FilteredKey, FilterKey());
+  EXPECT_EQ(DisplayCount(), 0u);
 }
 
 TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {

@@ -29,7 +29,7 @@ class DesktopScope : public testing::Test {
     const auto desktop = DesktopFolder();
     ASSERT_TRUE(desktop.has_value());
     AddVolumeWithDesktop(*desktop);
-    scopeIndex = kScopeDesktop;
+    TheSearch().scope.scopeIndex = kScopeDesktop;
   }
   void TearDown() override { UnmapDrive(u'C'); }
 
@@ -71,7 +71,7 @@ TEST_F(DesktopScope, NameSearchFindsWhatLiesBelowTheDesktop) {
 TEST_F(DesktopScope, EmptyTextListsTheWholeSubtreeAndTheDesktopItself) {
   DoSearchAsync(u"", false, false);
   EXPECT_EQ(Names(), (Texts{u"Desktop", u"shown.txt", u"sub", u"deep.txt"}));
-  EXPECT_TRUE(SuppressRecentView);
+  EXPECT_TRUE(TheSearch().SuppressRecentView);
 }
 
 TEST_F(DesktopScope, FolderQueryOutsideTheDesktopFindsNothing) {

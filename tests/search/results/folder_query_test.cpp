@@ -92,7 +92,7 @@ TEST(FolderQuery, FolderIsListedWhateverDriveTheScopeNames) {
   auto other = MakeTestVolume(u"D:");
   AddFile(*other, u"sub");
   AddVolume(Engine(), std::move(other));
-  scopeIndex = kScopeFirstVolume + 1;
+  TheSearch().scope.scopeIndex = kScopeFirstVolume + 1;
   DoSearchAsync(u"\"C:/sub/\"", false, false);
   harness.KindsUntilFinal();
   EXPECT_EQ(harness.ShownPaths(), Texts{u"C:\\sub\\a.txt"});

@@ -67,10 +67,10 @@ TEST_F(SearchPipeline, DirectoriesAreFoundLikeFiles) {
 TEST_F(SearchPipeline, ScopeNamesOneVolumeByItsPosition) {
   AddVolumeWith(u"C:", 1, u"x");
   AddVolumeWith(u"D:", 1, u"x");
-  scopeIndex = kScopeFirstVolume + 1;
+  TheSearch().scope.scopeIndex = kScopeFirstVolume + 1;
   Search(u"x");
   EXPECT_EQ(harness.ShownPaths(), std::vector<std::u16string>{u"D:\\x"});
-  scopeIndex = kScopeFirstVolume + 2;
+  TheSearch().scope.scopeIndex = kScopeFirstVolume + 2;
   Search(u"x");
   EXPECT_TRUE(HeldResults()->empty());
 }
@@ -100,18 +100,18 @@ TEST_F(SearchPipeline, VolumeWhoseLockIsTakenIsLeftOut) {
 
 TEST_F(SearchPipeline, NewSearchForgetsTheSortAndARepeatedOneKeepsIt) {
   AddVolumeWith(u"C:", 4'000, u"x");
-  SortColumn = 3;
+  SetSort(3, true);
   Search(u"x", true);
-  EXPECT_EQ(SortColumn, 3);
+  EXPECT_EQ(SortColumn(), 3);
   Search(u"x", false);
-  EXPECT_EQ(SortColumn, -1);
+  EXPECT_EQ(SortColumn(), -1);
 }
 
 TEST_F(SearchPipeline, StaleSearchPublishesNothing) {
   AddVolumeWith(u"C:", 5'000, u"x");
   const auto before = HeldResults();
-  const SearchJob job{.generation = ++searchGeneration, .text = u"x"};
-  ++searchGeneration;
+  const SearchJob job{.ticket = SupersedeSearch(), .text = u"x"};
+  SupersedeSearch();
   RunSearch(job);
   EXPECT_EQ(HeldResults(), before);
   EXPECT_TRUE(harness.IsQuiet());
@@ -119,18 +119,18 @@ TEST_F(SearchPipeline, StaleSearchPublishesNothing) {
 
 TEST_F(SearchPipeline, SearchGoneStaleBetweenPartialAndFinalKeepsThePartialSet) {
   AddVolumeWith(u"C:", 5'000, u"x");
-  const uint64_t generation = ++searchGeneration;
-  EXPECT_TRUE(PublishResults(generation, kPartial, std::make_shared<ResultSet>(3), false));
-  ++searchGeneration;
-  EXPECT_FALSE(PublishResults(generation, kFinal, std::make_shared<ResultSet>(5), false));
+  const Ticket ticket = SupersedeSearch();
+  EXPECT_TRUE(PublishResults(ticket, kPartial, std::make_shared<ResultSet>(3), KeepSort::kNo));
+  SupersedeSearch();
+  EXPECT_FALSE(PublishResults(ticket, kFinal, std::make_shared<ResultSet>(5), KeepSort::kNo));
   EXPECT_EQ(HeldResults()->size(), 3u);
 }
 
 TEST_F(SearchPipeline, NothingIsPublishedAfterTheEndHasBegun) {
   AddVolumeWith(u"C:", 1, u"x");
   ShutdownRequested = true;
-  RunSearch({.generation = ++searchGeneration, .text = u"x"});
-  EXPECT_FALSE(PublishResults(searchGeneration, kFinal, std::make_shared<ResultSet>(), false));
+  RunSearch({.ticket = SupersedeSearch(), .text = u"x"});
+  EXPECT_FALSE(PublishResults(LatestSearch(), kFinal, std::make_shared<ResultSet>(), KeepSort::kNo));
   EXPECT_TRUE(harness.IsQuiet());
 }
 
@@ -138,16 +138,16 @@ TEST_F(SearchPipeline, TextBeforeTheIndexIsReadyIsTriedAgainByTimer) {
   DoSearchAsync(u" x ", false, false);
   EXPECT_EQ(harness.statusKeys, std::vector<std::u16string>{u"Status_IndexNotReadyRetry"});
   EXPECT_EQ(harness.timerDelays, std::vector<uint32_t>{350});
-  EXPECT_EQ(CurrentQueryText, u"x");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u"x");
   AddVolumeWith(u"C:", 1, u"x");
-  DoSearchAsync(CurrentQueryText, false, false);
+  DoSearchAsync(TheSearch().CurrentQueryText, false, false);
   EXPECT_EQ(harness.KindsUntilFinal(), Kinds{kFinal});
   EXPECT_EQ(HeldResults()->size(), 1u);
 }
 
 TEST_F(SearchPipeline, EmptyTextShowsTheRecentFiles) {
   VolumeIndex& volume = AddVolumeWith(u"C:", 9, u"x");
-  searchHooks.recentResults = [&] { return std::make_shared<ResultSet>(ResultSet{{&volume, 4}}); };
+  TheSearch().hooks.recentResults = [&] { return std::make_shared<ResultSet>(ResultSet{{&volume, 4}}); };
   DoSearchAsync(u" \t", false, false);
   EXPECT_EQ(harness.KindsUntilFinal(), Kinds{kFinal});
   ASSERT_EQ(HeldResults()->size(), 1u);
@@ -167,14 +167,14 @@ TEST_F(SearchPipeline, EmptyTextKeepsTheWholeIndexWhileTheRecentViewIsSuppressed
 
 TEST_F(SearchPipeline, SearchWithTextEndsTheSuppression) {
   AddVolumeWith(u"C:", 1, u"x");
-  SuppressRecentView = true;
+  TheSearch().SuppressRecentView = true;
   Search(u"x");
-  EXPECT_FALSE(SuppressRecentView);
+  EXPECT_FALSE(TheSearch().SuppressRecentView);
 }
 
 TEST_F(SearchPipeline, RecentViewIsShownWhateverTheText) {
   AddVolumeWith(u"C:", 1, u"x");
-  searchHooks.recentResults = [] { return std::make_shared<ResultSet>(); };
+  TheSearch().hooks.recentResults = [] { return std::make_shared<ResultSet>(); };
   DoSearchAsync(u"x", false, true);
   EXPECT_EQ(harness.KindsUntilFinal(), Kinds{kFinal});
   EXPECT_TRUE(HeldResults()->empty());
@@ -191,8 +191,7 @@ TEST_F(SearchPipeline, RefreshRunsTheQueryOfTheBox) {
 
 TEST_F(SearchPipeline, RefreshOfAnEmptyBoxKeepsTheSortAndAsksForItAgain) {
   AddVolumeWith(u"C:", 2, u"x");
-  SortColumn = 3;
-  SortAscending = false;
+  SetSort(3, false);
   RefreshSearchResultsAfterIndexUpdate();
   const PostedMessage results = harness.Next();
   EXPECT_EQ(results.message, WM_SEARCH_RESULTS);
@@ -201,14 +200,14 @@ TEST_F(SearchPipeline, RefreshOfAnEmptyBoxKeepsTheSortAndAsksForItAgain) {
   EXPECT_EQ(resort.message, WM_RESORT_RESULTS);
   EXPECT_EQ(resort.first, 3u);
   EXPECT_EQ(resort.second, 0);
-  EXPECT_EQ(SortColumn, 3);
-  EXPECT_FALSE(SortAscending);
+  EXPECT_EQ(SortColumn(), 3);
+  EXPECT_FALSE(SortAscending());
 }
 
 TEST_F(SearchPipeline, RefreshAsksForTheSortsAgainThatNeedTheDiskAlone) {
   AddVolumeWith(u"C:", 2, u"x");
   for (const int column : {0, 1, 2, 3, 4, 5}) {
-    SortColumn = column;
+    SetSort(column, true);
     RefreshSearchResultsAfterIndexUpdate();
     harness.KindsUntilFinal();
     if (column >= 2 && column <= 4) {
@@ -222,7 +221,7 @@ TEST_F(SearchPipeline, RefreshAsksForTheSortsAgainThatNeedTheDiskAlone) {
 
 TEST_F(SearchPipeline, AProgramThatAsksOnceWaitsForAWriter) {
   VolumeIndex& volume = AddVolumeWith(u"C:", 2, u"x");
-  searchHooks.waitsForWriters = true;
+  TheSearch().options.waitsForWriters = true;
   std::unique_lock writer(volume.indexLock);
   DoSearchAsync(u"x", false, false);
   AddFile(volume, u"x");
@@ -234,8 +233,9 @@ TEST_F(SearchPipeline, AProgramThatAsksOnceWaitsForAWriter) {
 TEST_F(SearchPipeline, ContentQueryGoesToItsHook) {
   VolumeIndex& volume = AddVolumeWith(u"C:", 9, u"x.txt");
   ContentQuery asked;
-  searchHooks.contentExts = [] { return std::vector<std::u16string>{u".md"}; };
-  searchHooks.searchContent = [&](const SearchJob&, const ContentQuery& query, const SearchScope&) {
+  TheSearch().hooks.contentExts = [] { return std::vector<std::u16string>{u".md"}; };
+  TheSearch().hooks.searchContent = [&](const SearchJob&, const ContentQuery& query,
+                                        const SearchScope&) {
     asked = query;
     return std::make_shared<ResultSet>(ResultSet{{&volume, 2}});
   };
@@ -249,8 +249,8 @@ TEST_F(SearchPipeline, ExceptionInAScanLeavesTheOldListAndPostsNothing) {
   AddVolumeWith(u"C:", 1, u"x");
   Search(u"x");
   const auto shown = HeldResults();
-  searchHooks.searchContent = [](const SearchJob&, const ContentQuery&,
-                                 const SearchScope&) -> std::shared_ptr<ResultSet> {
+  TheSearch().hooks.searchContent = [](const SearchJob&, const ContentQuery&,
+                                       const SearchScope&) -> std::shared_ptr<ResultSet> {
     throw std::runtime_error("broken");
   };
   DoSearchAsync(u"s:word", false, false);

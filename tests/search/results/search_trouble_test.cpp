@@ -107,7 +107,7 @@ TEST_F(SearchTrouble, ScanThatRunsOutOfMemoryEndsAloneAndFreesItsVolume) {
 
   ASSERT_TRUE(isEnded);
   EXPECT_THAT(logged, testing::HasSubstr("do_search: "));
-  EXPECT_EQ(harness.Next().first, searchGeneration);  // the first page, and no final set behind it
+  EXPECT_EQ(harness.Next().first, SearchNumber());  // the first page, and no final set behind it
   EXPECT_TRUE(harness.IsQuiet());
   EXPECT_EQ(HeldResults()->size() / kGranule, kPartialResults / kGranule);
   EXPECT_TRUE(std::unique_lock(volume.indexLock, std::try_to_lock).owns_lock());

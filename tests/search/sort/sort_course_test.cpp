@@ -18,7 +18,6 @@ namespace {
 
 class SortCourse : public SortFixture {
  protected:
-  ~SortCourse() override { keepsAttrCacheFile = true; }
   static bool ReadTheDisk(uint64_t before) {
     return WaitUntil([before] { return AttrCounters().diskReads > before; });
   }
@@ -33,10 +32,10 @@ TEST_F(SortCourse, ADoubleClickEndsAsItBegan) {
     DoSortAsync(kColumnName, Direction::kByClick);
   }
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_TRUE(SortAscending);
+  EXPECT_TRUE(SortAscending());
   EXPECT_EQ(Names(), (Names16{u"a", u"b", u"c"}));
   SortBy(kColumnName);
-  EXPECT_FALSE(SortAscending);
+  EXPECT_FALSE(SortAscending());
   EXPECT_EQ(Names(), (Names16{u"c", u"b", u"a"}));
 }
 
@@ -51,7 +50,7 @@ TEST_F(SortCourse, AnotherColumnInBetweenLosesNothing) {
     DoSortAsync(kColumnName, Direction::kByClick);
   }
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_FALSE(SortAscending);
+  EXPECT_FALSE(SortAscending());
   EXPECT_EQ(Names(), (Names16{u"c", u"b", u"a"}));
 }
 
@@ -60,25 +59,24 @@ TEST_F(SortCourse, ASetMadeAnewIsNotTakenForSorted) {
   SortBy(kColumnName);
   RefreshSearchResultsAfterIndexUpdate();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_EQ(SortColumn, kColumnName);
+  EXPECT_EQ(SortColumn(), kColumnName);
   SortBy(kColumnName);
-  EXPECT_FALSE(SortAscending);
+  EXPECT_FALSE(SortAscending());
   EXPECT_EQ(Names(), (Names16{u"c", u"b", u"a", u"."}));
 }
 
 TEST_F(SortCourse, AClickIsNotUndoneByASearchThatEnds) {
   Hold({AddWith(u"b", 1), AddWith(u"a", 1)});
   std::atomic<bool> isDone = false;
-  std::atomic<uint64_t> generation = searchGeneration.load();  // of the search
+  Published<Ticket> ofSearch("of the search", LatestSearch());
   std::thread searches([&] {
-    while (!isDone) PublishResults(generation, ResultKind::kFinal, HeldResults(), false);
+    while (!isDone) PublishResults(ofSearch.Get(), ResultKind::kFinal, HeldResults(), KeepSort::kNo);
   });
   int lost = 0;
   for (int click = 0; click < 2'000; ++click) {
-    generation = searchGeneration.load();
+    ofSearch.Change([](Ticket& ticket) { ticket = LatestSearch(); });
     DoSortAsync(kColumnName, Direction::kByClick);
-    const std::scoped_lock lock(ResultsLock);
-    lost += SortColumn == kColumnName ? 0 : 1;
+    lost += SortColumn() == kColumnName ? 0 : 1;
   }
   isDone = true;
   searches.join();
@@ -87,7 +85,7 @@ TEST_F(SortCourse, AClickIsNotUndoneByASearchThatEnds) {
 }
 
 TEST_F(SortCourse, ASearchOnItsWayPublishesNothingMore) {
-  searchHooks.waitsForWriters = true;
+  TheSearch().options.waitsForWriters = true;
   Hold({AddWith(u"b", 1), AddWith(u"a", 1)});
   AddWith(u"ab", 1);
   {
@@ -98,7 +96,7 @@ TEST_F(SortCourse, ASearchOnItsWayPublishesNothingMore) {
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_EQ(search.Next().second, static_cast<int64_t>(ResultKind::kSorted));
   EXPECT_TRUE(search.IsQuiet());
-  EXPECT_EQ(SortColumn, kColumnName);
+  EXPECT_EQ(SortColumn(), kColumnName);
   EXPECT_EQ(Names(), (Names16{u"a", u"b"}));
 }
 
@@ -120,9 +118,7 @@ class ColdSort : public SortCourse {
     disk = AddVolume(Engine(), MakeTestVolume(u"R:"));
     cold = {disk, AddFile(*disk, u"cold")};
     const uint32_t small = AddWith(u"small", 10), large = AddWith(u"large", 90'000);
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults =
-        std::make_shared<const ResultSet>(ResultSet{cold, {volume, small}, {volume, large}});
+    HoldRows(std::make_shared<const ResultSet>(ResultSet{cold, {volume, small}, {volume, large}}));
   }
   // Starts a sort by size and waits until it has shown what is known and asks the disk.
   void SortUpTo(Gate&) {
@@ -154,7 +150,7 @@ TEST_F(ColdSort, ShowsWhatIsKnownAndThenPutsTheRestInItsPlace) {
 TEST_F(ColdSort, PublishesNothingOnceItIsStaleWhileTheDiskIsAsked) {
   Gate gate(disk->attrLock, Gate::Stops::kWriters);
   SortUpTo(gate);
-  ++searchGeneration;
+  SupersedeSearch();
   gate.Open();
   EXPECT_TRUE(search.IsQuiet());
   EXPECT_EQ(Names(), (Names16{u"large", u"small", u"cold"}));
@@ -175,7 +171,7 @@ TEST_F(ColdSort, SavesTheCache) {
   const std::u16string path = GetConfigDirectory() + u"\\attrcache.v1.bin";
   // Not at once if a test before has just done so.
   EXPECT_TRUE(WaitUntil([&] {
-    RunSort({.generation = searchGeneration, .column = kColumnModified});
+    RunSort({.ticket = LatestSearch(), .order = {kColumnModified, true}, .rows = HeldResults()});
     return WaitForBackgroundJobs(60'000) && IsExistingPath(path);
   }));
 }
@@ -189,7 +185,7 @@ TEST_F(SortCourse, PublishesNothingOnceItIsStaleInItsLastStep) {
   volume->folderSizesDirty = false;
   DoSortAsync(kColumnSize, Direction::kByClick);
   ASSERT_TRUE(WaitUntil([hits] { return AttrCounters().hits == hits + 2; }));  // nothing is missing
-  ++searchGeneration;
+  SupersedeSearch();
   gate.Open();
   EXPECT_TRUE(search.IsQuiet());
   EXPECT_EQ(Names(), (Names16{u"b", u"folder", u"c"}));
@@ -199,8 +195,7 @@ TEST_F(SortCourse, PublishesNothingOnceItIsStaleInItsLastStep) {
 TEST_F(SortCourse, AStaleSortByValueHasNoRows) {
   Hold({AddWith(u"b", 1), AddWith(u"a", 1)});
   for (const int column : {kColumnSize, kColumnModified}) {
-    const SortJob job{.generation = searchGeneration + 1, .column = column};
-    EXPECT_TRUE(SortedByValue(*HeldResults(), job).empty());
+    EXPECT_FALSE(SortedByValue(*HeldResults(), {column, true}, StaleTicket()));
   }
 }
 
@@ -208,7 +203,7 @@ TEST_F(SortCourse, AStaleSortByValueHasNoRows) {
 TEST_F(SortCourse, AddsUpFoldersOnceHoweverManySizesArrive) {
   VolumeIndex& first = *AddVolume(Engine(), MakeTestVolume(u"P:"));
   first.folderSizesDirty = false;
-  SortedRows rows = {{&first, 0}};
+  ResultSet rows = {{&first, 0}};
   for (uint64_t frn = 70; frn < 80; ++frn) {
     rows.push_back({volume, AddFolder(*volume, u"folder", kRootFrnOfTests, frn)});
   }
@@ -216,8 +211,7 @@ TEST_F(SortCourse, AddsUpFoldersOnceHoweverManySizesArrive) {
     volume->folderSizesDirty = true;
     Gate gate(first.folderSizesLock, Gate::Stops::kAll);  // at the first row, P:\ itself
     std::thread sort([&] {
-      const SortJob job{.generation = searchGeneration, .column = column};
-      EXPECT_EQ(SortedByValue(rows, job).size(), rows.size());
+      EXPECT_EQ(SortedByValue(rows, {column, true}, LatestSearch())->size(), rows.size());
     });
     EXPECT_TRUE(WaitUntil([this] { return !volume->folderSizesDirty; })) << "the sort adds up first";
     { const std::scoped_lock isDone(volume->folderSizesBuild); }
@@ -230,10 +224,7 @@ TEST_F(SortCourse, AddsUpFoldersOnceHoweverManySizesArrive) {
 
 TEST_F(SortCourse, DropsRowsWithoutAVolume) {
   const MatchItem row = {volume, AddWith(u"a", 1)};
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<const ResultSet>(ResultSet{{nullptr, 7}, row});
-  }
+  HoldRows(std::make_shared<const ResultSet>(ResultSet{{nullptr, 7}, row}));
   for (const int column : {kColumnName, kColumnSize, kColumnOfPath}) {
     SortBy(column);
     EXPECT_EQ(*HeldResults(), ResultSet{row});
@@ -271,7 +262,7 @@ TEST_F(SortCourse, TellsHowFarTheDiskHasComeWithManyRows) {
   size_t reports = 0, last = 0;
   while (const auto message = search.queue.Take(0)) {
     if (message->message != WM_SEARCH_STATUS) continue;
-    EXPECT_EQ(message->first, searchGeneration);
+    EXPECT_EQ(message->first, SearchNumber());
     const auto text = TakeText(*message);
     ASSERT_NE(text, nullptr);
     size_t done = last + kStep;
@@ -286,12 +277,38 @@ TEST_F(SortCourse, TellsHowFarTheDiskHasComeWithManyRows) {
   EXPECT_GE(reports, 1u);
 }
 
-TEST_F(SortCourse, LeavesNoLogWhereTheConfigurationIsTheWindows) {
-  Hold({AddWith(u"b", 2), AddWith(u"a", 1)});
-  keepsAttrCacheFile = false;
-  RunSort({.generation = searchGeneration, .column = kColumnSize});
-  EXPECT_EQ(Names(), (Names16{u"a", u"b"}));
+TEST_F(SortCourse, GivesRowsBackWithoutPublishingThem) {
+  Hold({AddWith(u"b", 2), AddFile(*volume, u"cold"), AddWith(u"a", 1)});
+  const auto held = HeldResults();
+  const uint64_t number = SearchNumber();
+  auto sorted = SortRows(held, {kColumnName, true}, Ticket());
+  ASSERT_TRUE(sorted);
+  EXPECT_EQ(NamesOf(sorted->rows), (Names16{u"a", u"b", u"cold"}));
+  EXPECT_FALSE(sorted->hasAskedDisk);
+  sorted = SortRows(held, {kColumnSize, false}, Ticket());
+  ASSERT_TRUE(sorted);
+  EXPECT_EQ(sorted->rows.size(), 3u);
+  EXPECT_TRUE(sorted->hasAskedDisk);
+  EXPECT_EQ(HeldResults(), held);
+  EXPECT_EQ(SearchNumber(), number);
+  EXPECT_TRUE(search.IsQuiet());
   EXPECT_EQ(Metrics(), u"");
+}
+
+TEST_F(SortCourse, EndsWhereWhoeverIsShownWhatIsKnownEndsIt) {
+  Hold({AddWith(u"b", 2), AddFile(*volume, u"cold")});
+  const uint64_t reads = AttrCounters().diskReads;
+  size_t shown = 0;
+  const SortSteps steps{.showKnown =
+                            [&shown](const ResultSet& known) {
+                              shown = known.size();
+                              return false;
+                            },
+                        .report = {}};
+  EXPECT_FALSE(SortRows(HeldResults(), {kColumnSize, true}, Ticket(), steps));
+  EXPECT_EQ(shown, 2u);
+  EXPECT_EQ(AttrCounters().diskReads, reads);
+  EXPECT_FALSE(SortRows(HeldResults(), {kColumnName, true}, StaleTicket()));
 }
 
 }  // namespace

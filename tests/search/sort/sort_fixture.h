@@ -35,8 +35,7 @@ struct SortFixture : testing::Test {
   void Hold(const std::vector<uint32_t>& indices) {
     auto rows = std::make_shared<ResultSet>();
     for (const uint32_t index : indices) rows->push_back({volume, index});
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
+    HoldRows(rows);
   }
   static Names16 NamesOf(const ResultSet& rows) {
     Names16 names;

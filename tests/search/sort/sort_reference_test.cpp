@@ -202,15 +202,12 @@ class SortedRowsTest : public testing::Test {
   void ExpectPlainOrder() {
     for (const int column : {kColumnName, kColumnOfPath}) {
       for (const bool ascending : {true, false}) {
-        const auto sorted = SortedByText(
-            rows, {.generation = searchGeneration, .column = column, .ascending = ascending});
-        ASSERT_EQ(sorted, PlainSort(column, ascending)) << column << ascending;
+        const auto sorted = SortedByText(rows, {column, ascending}, Ticket());
+        ASSERT_EQ(*sorted, PlainSort(column, ascending)) << column << ascending;
       }
     }
   }
-  bool IsTree() {
-    return SortedByPathTree(rows, {.generation = searchGeneration, .column = kColumnOfPath}).has_value();
-  }
+  bool IsTree() { return SortedByPathTree(rows, true, Ticket()).has_value(); }
 
   SearchHarness search;
   std::mt19937 random{17};
@@ -277,9 +274,8 @@ TEST_F(SortedRowsTest, BySizeAndDateAreThoseOfAPlainSort) {
   AddAttributes();
   for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
     for (const bool ascending : {true, false}) {
-      const auto sorted = SortedByValue(
-          rows, {.generation = searchGeneration, .column = column, .ascending = ascending});
-      ASSERT_EQ(sorted, PlainValueSort(column, ascending)) << column << ascending;
+      const auto sorted = SortedByValue(rows, {column, ascending}, Ticket());
+      ASSERT_EQ(*sorted, PlainValueSort(column, ascending)) << column << ascending;
     }
   }
 }
@@ -307,15 +303,15 @@ TEST_F(SortedRowsTest, LeaveOutWhatIsGoneAndAskForWhatIsMissing) {
       if (!isKnown) expected.push_back(row);
     }
     ASSERT_FALSE(expected.empty());
-    EXPECT_EQ(MissingRows(rows, {.generation = searchGeneration, .column = column}), expected);
+    EXPECT_EQ(MissingRows(rows, column, Ticket()), expected);
   }
-  EXPECT_FALSE(MissingRows(rows, {.generation = searchGeneration + 1, .column = kColumnSize}));
+  EXPECT_FALSE(MissingRows(rows, kColumnSize, StaleTicket()));
 }
 
 TEST_F(SortedRowsTest, AreNoneWhenStale) {
   AddFiles(1'000);
   for (const int column : {kColumnName, kColumnOfPath}) {
-    EXPECT_TRUE(SortedByText(rows, {.generation = searchGeneration + 1, .column = column}).empty());
+    EXPECT_FALSE(SortedByText(rows, {column, true}, StaleTicket()));
   }
 }
 

@@ -93,10 +93,7 @@ TEST_F(Sort, KeepsTiesInTheOrderOfTheIndex) {
   DoSortAsync(kColumnName, Direction::kKeep);
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_EQ(Names(), (Names16{u"same", u"SAME"}));
-  {
-    const std::scoped_lock lock(ResultsLock);
-    SortAscending = false;
-  }
+  SetSort(kColumnName, false);
   DoSortAsync(kColumnName, Direction::kKeep);
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_EQ(Names(), (Names16{u"same", u"SAME"}));
@@ -150,16 +147,15 @@ TEST_F(Sort, MirrorsTiesWhenItTurnsAround) {
 
 TEST_F(Sort, PublishesNothingWhenStale) {
   Hold({AddWith(u"b", 1), AddWith(u"a", 1)});
-  SortJob job{.generation = searchGeneration + 1, .column = kColumnName};
-  RunSort(job);
+  RunSort({.ticket = StaleTicket(), .order = {kColumnName, true}, .rows = HeldResults()});
   EXPECT_EQ(Names(), (Names16{u"b", u"a"}));
   EXPECT_TRUE(search.IsQuiet());
 }
 
 TEST_F(Sort, IgnoresTheNumberColumn) {
-  const uint64_t before = searchGeneration;
+  const uint64_t before = SearchNumber();
   DoSortAsync(0, Direction::kByClick);
-  EXPECT_EQ(searchGeneration, before);
+  EXPECT_EQ(SearchNumber(), before);
 }
 
 SortRow RandomRow(std::mt19937& random, VolumeIndex* volumes) {
@@ -186,7 +182,7 @@ TEST(StandsBefore, IsAStrictWeakOrder) {
     for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
       for (const bool ascending : {false, true}) {
         const auto before = [&](const SortRow& x, const SortRow& y) {
-          return StandsBefore(x, y, column, ascending);
+          return StandsBefore(x, y, {column, ascending});
         };
         ASSERT_FALSE(before(a, a));
         ASSERT_FALSE(before(a, b) && before(b, a));

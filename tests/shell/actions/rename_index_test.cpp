@@ -69,7 +69,7 @@ TEST_F(RenameOfARow, WaitsForNoSearch) {
   search.Open();
   const PostedMessage message = harness_.Next();
   EXPECT_EQ(message.message, WM_ATTRS_UPDATED);
-  EXPECT_EQ(message.first, hydrationGeneration);
+  EXPECT_EQ(message.first, TheSearch().hydrationGeneration.Number());
   EXPECT_EQ(Name(), u"new");
 }
 

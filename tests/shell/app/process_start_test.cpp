@@ -152,7 +152,7 @@ TEST_F(ProcessStart, OpensAsLargeAsItWasLeft) {
   EXPECT_EQ(system.width, 1'500);
   EXPECT_EQ(system.height, 900);
   EXPECT_EQ(system.surfaceAtClass, ThemeDefaults(true).surface);
-  EXPECT_FALSE(initialSearchEnabled);
+  EXPECT_FALSE(TheSearch().options.initials);
 }
 
 TEST_F(ProcessStart, HasTheUsersColoursBeforeTheWindowsClass) {

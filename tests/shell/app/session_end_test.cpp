@@ -39,18 +39,18 @@ TEST(SessionEnd, SavesSettingsAttributesAndSummary) {
 // The system may end the program in the middle of it.
 TEST(SessionEnd, LeavesTheAttributesAloneWhereNothingIsNew) {
   WindowHarness harness;
-  AttrSavedGeneration = AttrCacheGeneration.load();
+  TheAttrCacheFile().AttrSavedGeneration = AttrCacheGeneration.load();
   EXPECT_EQ(SavesAtTheEnd(harness), 0);
 }
 
 TEST(SessionEnd, LeavesTheAttributesAloneWhereTheyTakeTooLong) {
   WindowHarness harness;
   ++AttrCacheGeneration;
-  AttrLastSaveMs = 60'001;
+  TheAttrCacheFile().AttrLastSaveMs = 60'001;
   EXPECT_EQ(SavesAtTheEnd(harness), 0);
-  AttrLastSaveMs = 60'000;
+  TheAttrCacheFile().AttrLastSaveMs = 60'000;
   EXPECT_EQ(SavesAtTheEnd(harness), 1);
-  AttrLastSaveMs = 0;
+  TheAttrCacheFile().AttrLastSaveMs = 0;
 }
 
 // The program may live on for a while, as where another one asks the user whether to end.

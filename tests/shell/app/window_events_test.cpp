@@ -100,14 +100,14 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
   app.search.rows.scrollY = 440;
   SelectOnly(app.search.list.selection, 3);
   window.texts[kQueryBox] = u"needle";
-  CurrentQueryText = u"needle";
-  scopeIndex = kScopeDesktop;
+  TheSearch().CurrentQueryText = u"needle";
+  TheSearch().scope.scopeIndex = kScopeDesktop;
   Close();
   EXPECT_EQ(window.texts[kQueryBox], u"");
-  EXPECT_EQ(CurrentQueryText, u"");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u"");
   EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(app.search.list.selection.focusRow, -1);
-  EXPECT_EQ(scopeIndex, kScopeAll);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeAll);
   EXPECT_FALSE(app.closeBoxPressed);
   EXPECT_FALSE(window.isVisible);
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
@@ -116,18 +116,18 @@ TEST_F(WindowEvents, TheCloseButtonLeavesACleanWindow) {
 // Enter in an empty box lists the whole index, and so do the Desktop and a refresh.
 TEST_F(WindowEvents, TheCloseButtonBringsTheRecentFilesBack) {
   auto recent = std::make_shared<ResultSet>(1);
-  searchHooks.recentResults = [recent] { return recent; };
+  TheSearch().hooks.recentResults = [recent] { return recent; };
   Engine().ready = true;
   app.trayIconAdded = true;
   Press(kKeyEnter, u"");
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
   Close();  // of another source
-  EXPECT_TRUE(SuppressRecentView);
+  EXPECT_TRUE(TheSearch().SuppressRecentView);
   app.closeBoxPressed = true;
   Close();
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
   EXPECT_EQ(HeldResults(), recent);
-  EXPECT_FALSE(SuppressRecentView);
+  EXPECT_FALSE(TheSearch().SuppressRecentView);
 }
 
 TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
@@ -135,20 +135,20 @@ TEST_F(WindowEvents, AnyOtherCloseKeepsTheView) {
   app.trayIconAdded = true;
   app.search.rows.scrollY = 440;
   window.texts[kQueryBox] = u"needle";
-  scopeIndex = kScopeDesktop;
+  TheSearch().scope.scopeIndex = kScopeDesktop;
   Close();
   EXPECT_EQ(window.texts[kQueryBox], u"needle");
   EXPECT_EQ(app.search.rows.scrollY, 440);
-  EXPECT_EQ(scopeIndex, kScopeDesktop);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeDesktop);
 }
 
 TEST_F(WindowEvents, TheCloseButtonKeepsTheScopeOfAVolume) {
   Engine().ready = true;
   app.trayIconAdded = true;
   app.closeBoxPressed = true;
-  scopeIndex = kScopeFirstVolume;
+  TheSearch().scope.scopeIndex = kScopeFirstVolume;
   Close();
-  EXPECT_EQ(scopeIndex, kScopeFirstVolume);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeFirstVolume);
 }
 
 TEST_F(WindowEvents, TheHotkeyHidesAVisibleWindow) {
@@ -224,11 +224,11 @@ TEST_F(WindowEvents, OnlyAShellThatHadLostTheIconLeavesALine) {
 }
 
 TEST_F(WindowEvents, TypingDebouncesToOneSearch) {
-  const uint64_t before = searchGeneration;
+  const uint64_t before = SearchNumber();
   for (const auto* text : {u"n", u"ne", u"nee"}) Type(text);
-  EXPECT_EQ(CurrentQueryText, u"nee");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u"nee");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30003, 260}}));
-  EXPECT_EQ(searchGeneration, before);
+  EXPECT_EQ(SearchNumber(), before);
 }
 
 // The names in view are marked by what stands in the box, whenever the results come.
@@ -245,7 +245,7 @@ TEST_F(WindowEvents, AnotherTermDrawsTheNamesAnew) {
 TEST_F(WindowEvents, AContentQueryWaitsForEnter) {
   Type(u"n");
   Type(u" S:needle");
-  EXPECT_EQ(CurrentQueryText, u" S:needle");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u" S:needle");
   EXPECT_TRUE(window.timers.empty());
 }
 
@@ -260,29 +260,29 @@ TEST_F(WindowEvents, EnterSearchesAtOnce) {
 TEST_F(WindowEvents, EnterInAnEmptyBoxListsTheWholeIndex) {
   Engine().ready = true;
   EXPECT_TRUE(Press(kKeyEnter, u"  "));
-  EXPECT_TRUE(SuppressRecentView);
+  EXPECT_TRUE(TheSearch().SuppressRecentView);
   EXPECT_EQ(harness.search.Next().message, WM_SEARCH_RESULTS);
 }
 
 TEST_F(WindowEvents, EscapeEndsAContentSearchAndNothingElse) {
-  const uint64_t before = searchGeneration;
+  const uint64_t before = SearchNumber();
   EXPECT_FALSE(Press(kKeyEscape, u"needle"));
-  EXPECT_EQ(searchGeneration, before);
+  EXPECT_EQ(SearchNumber(), before);
   EXPECT_TRUE(Press(kKeyEscape, u"s:needle"));
-  EXPECT_EQ(searchGeneration, before + 1);
+  EXPECT_EQ(SearchNumber(), before + 1);
   EXPECT_EQ(window.status, u"Content search canceled.");
   EXPECT_FALSE(Press(u'A', u"s:needle"));
 }
 
 TEST_F(WindowEvents, ANewScopeTakesEffectWithTheNextSearch) {
   window.timers[30003] = 260;
-  const uint64_t before = searchGeneration;
+  const uint64_t before = SearchNumber();
   Choose(2);
-  EXPECT_EQ(scopeIndex, 2);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, 2);
   EXPECT_TRUE(window.timers.empty());
-  EXPECT_EQ(searchGeneration, before);
+  EXPECT_EQ(SearchNumber(), before);
   Choose(-1);
-  EXPECT_EQ(scopeIndex, 2);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, 2);
 }
 
 TEST_F(WindowEvents, AnEjectReleasesTheVolumeAtOnce) {

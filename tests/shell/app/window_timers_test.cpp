@@ -65,10 +65,10 @@ TEST_F(WindowTimers, TheTrayIconIsTriedUntilItIsThere) {
 
 TEST_F(WindowTimers, TheDebounceSearchesForTheLastText) {
   Engine().ready = true;
-  CurrentQueryText = u"needle";
-  const uint64_t before = searchGeneration;
+  TheSearch().CurrentQueryText = u"needle";
+  const uint64_t before = SearchNumber();
   Fire(30003);
-  EXPECT_EQ(searchGeneration, before + 1);
+  EXPECT_EQ(SearchNumber(), before + 1);
   EXPECT_EQ(harness.search.Next().first, before + 1);
 }
 
@@ -161,7 +161,7 @@ TEST_F(WindowTimers, AShowAsksForNoVolumeWhereOneIsReadyOrTheStartStillRuns) {
 }
 
 TEST_F(WindowTimers, ASearchThatWaitsForAVolumeHasTheDrivesLookedForAgain) {
-  CurrentQueryText = u"needle";
+  TheSearch().CurrentQueryText = u"needle";
   Fire(30003);
   EXPECT_EQ(harness.engine.looks, 1);
   RetrySyncLater(app, window);

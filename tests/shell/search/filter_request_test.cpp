@@ -26,8 +26,7 @@ class FilterRequest : public testing::Test {
     rows->push_back({volume, AddFolder(*volume, u"papers")});
     rows->push_back({volume, AddSized(u"letter.txt", 1)});
     rows->push_back({volume, AddSized(u"table.xlsx", 2'000'000)});
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
+    HoldRows(rows);
   }
   uint32_t AddSized(std::u16string_view name, int64_t size) {
     const uint32_t index = AddFile(*volume, name);
@@ -53,7 +52,7 @@ class FilterRequest : public testing::Test {
 
 TEST_F(FilterRequest, ATagNarrowsFromTheTopOfTheListAndGivesTheSearchBoxTheFocus) {
   harness.Carry(SelectFilterTag(app.search, harness.Context(), kDocuments));
-  EXPECT_EQ(ActiveCategory, kDocuments);
+  EXPECT_EQ(TheSearch().ActiveCategory, kDocuments);
   EXPECT_EQ(app.search.rows.scrollY, 0);
   EXPECT_EQ(window.calls,
             (Calls{"RedrawTags", "FocusSearchBox", "SyncBars", "Rehover", "InvalidateList"}));
@@ -71,9 +70,9 @@ TEST_F(FilterRequest, ATagLeavesASearchBoxAloneThatTakesNoText) {
 TEST_F(FilterRequest, ATagThatIsNoneMeansAllFiles) {
   const auto tags = static_cast<int>(CurrentCategories()->size());
   for (const int index : {-1, tags, 100'000}) {
-    ActiveCategory = kDocuments;
+    TheSearch().ActiveCategory = kDocuments;
     harness.Carry(SelectFilterTag(app.search, harness.Context(), index));
-    EXPECT_EQ(ActiveCategory, 0) << index;
+    EXPECT_EQ(TheSearch().ActiveCategory, 0) << index;
     EXPECT_EQ(NamesAfterTheFilter().size(), 3u) << index;
   }
 }
@@ -87,7 +86,7 @@ TEST_F(FilterRequest, PresetsNarrowFromTheTopOfTheList) {
 }
 
 TEST_F(FilterRequest, TakesEveryChoiceOfTheBar) {
-  ActiveCategory = kDocuments;
+  TheSearch().ActiveCategory = kDocuments;
   CurrentWindowSettings.sizePreset = kCustomSize;
   CurrentWindowSettings.timePreset = kCustomTime;
   CurrentWindowSettings.sizeUnit = 3;

@@ -5,7 +5,7 @@
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/list/cell_text.h"
 #include "shell/search/row_cells.h"
 #include "support/mapped_drive.h"
@@ -54,11 +54,11 @@ class ListAtRest : public testing::Test {
 
   // What one more paint costs.
   void ExpectNothingIsAsked() {
-    const uint64_t reads = AttrCounters().diskReads, jobs = hydrationGeneration;
+    const uint64_t reads = AttrCounters().diskReads, jobs = TheSearch().hydrationGeneration.Number();
     const uint64_t entries = AttrCacheGeneration;
     EXPECT_EQ(PaintsUntilRest(), 1);
     EXPECT_EQ(AttrCounters().diskReads, reads);
-    EXPECT_EQ(hydrationGeneration, jobs);
+    EXPECT_EQ(TheSearch().hydrationGeneration.Number(), jobs);
     EXPECT_EQ(AttrCacheGeneration, entries) << "something to save again";
   }
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "shell/search/search_places.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
@@ -21,9 +21,9 @@ class ListScrollCommands : public testing::Test {
     app_.clientHeight = 582;  // ten rows of 44 in 800 x 440
     Hold(100);
   }
-  ~ListScrollCommands() override { DisplayCount = 0; }
+  ~ListScrollCommands() override { SetDisplayCount(0); }
   void Hold(uint64_t rows) {
-    DisplayCount = rows;
+    SetDisplayCount(rows);
     PlaceList(app_.search, harness_.Context());
   }
   int64_t Rows(ScrollCommand command, int64_t position = 0) {
@@ -87,7 +87,7 @@ TEST_F(ListScrollCommands, CountAsScrollingAlsoAtTheEnd) {
 
 TEST_F(ListScrollCommands, ReachEveryRowOfAListThatABarCannotCount) {
   Hold(1'000'000'000);
-  const int64_t limit = ScrollLimit(app_.search.rows.Grid(), DisplayCount),
+  const int64_t limit = ScrollLimit(app_.search.rows.Grid(), DisplayCount()),
                 step = PixelsOfBarStep({440, limit});
   EXPECT_EQ(step, 32);
   EXPECT_EQ(Rows(ScrollCommand::kTo, limit / step), limit / step * step);

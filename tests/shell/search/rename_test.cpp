@@ -37,17 +37,14 @@ class RenameInTheList : public testing::Test {
 
   void Hold(std::shared_ptr<const ResultSet> rows) {
     const size_t count = rows->size();
-    {
-      const std::scoped_lock lock(ResultsLock);
-      CurrentResults = std::move(rows);
-    }
+    HoldRows(std::move(rows));
     FollowNewResults(KeepFiltered::kNo, count);
   }
   // As they come from a search.
   void TakeFinalResults(size_t count) {
-    ++searchGeneration;
+    SupersedeSearch();
     Hold(std::make_shared<const ResultSet>(rows_->end() - static_cast<ptrdiff_t>(count), rows_->end()));
-    pump.Post({WM_SEARCH_RESULTS, searchGeneration, static_cast<int64_t>(ResultKind::kFinal)});
+    pump.Post({WM_SEARCH_RESULTS, SearchNumber(), static_cast<int64_t>(ResultKind::kFinal)});
   }
 
   // On the name of a row.
@@ -187,7 +184,7 @@ TEST_F(RenameInTheList, ResultsThatComeDuringTheQuestionEndTheEditing) {
     ExpectNoEditor();
     EXPECT_EQ(pump.focus, KeysGoTo::kSearchBox);
     EXPECT_EQ(view.list.selection.focusRow, -1);
-    EXPECT_EQ(view.shownGeneration, searchGeneration);
+    EXPECT_EQ(view.shownGeneration, SearchNumber());
     EXPECT_TRUE(IsThere("file 1.txt"));
     pump.errors.clear();
     Hold(rows_);

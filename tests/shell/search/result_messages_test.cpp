@@ -20,12 +20,14 @@ class ResultMessages : public testing::Test {
   bool Take(uint32_t message, uint64_t first = 0, int64_t second = 0) {
     return harness.Carry(RoutePosted(app, harness.Context(), {message, first, second}));
   }
-  bool TakeResults(int64_t kind) { return Take(WM_SEARCH_RESULTS, searchGeneration, kind); }
+  bool TakeResults(int64_t kind) { return Take(WM_SEARCH_RESULTS, SearchNumber(), kind); }
   // Two of the rows pass a filter that is on.
   void HoldFiltered() {
-    ActiveCategory = 1;
-    const std::scoped_lock lock(FilteredLock);
-    FilteredResults = std::make_shared<const ResultSet>(harness.Rows(2));
+    TheSearch().ActiveCategory = 1;
+    TheSearch().FilteredResults.Change([this](FilteredRows& shown) {
+      shown.rows = std::make_shared<const ResultSet>(harness.Rows(2));
+      shown.FilteredKey.category = 1;
+    });
   }
 
   WindowHarness harness;
@@ -38,7 +40,7 @@ TEST_F(ResultMessages, FinalResultsShowTheirCount) {
   EXPECT_TRUE(TakeResults(kFinal));
   EXPECT_EQ(window.title, u"Quilmark - 1234 results found");
   EXPECT_EQ(window.status, u"Filter: All Files | Hits: 1234");
-  EXPECT_EQ(DisplayCount, 1'234u);
+  EXPECT_EQ(DisplayCount(), 1'234u);
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30008, 60}, {30011, 1'800}}));
   EXPECT_EQ(window.calls, (std::vector<std::string>{"SyncBars", "Rehover", "InvalidateList"}));
 }
@@ -62,7 +64,7 @@ TEST_F(ResultMessages, StaleResultsLeaveSelectionAndScrollAlone) {
   harness.HoldResults(10);
   app.search.rows.scrollY = 440;
   SelectOnly(app.search.list.selection, 7);
-  EXPECT_FALSE(Take(WM_SEARCH_RESULTS, searchGeneration - 1, kFinal));
+  EXPECT_FALSE(Take(WM_SEARCH_RESULTS, SearchNumber() - 1, kFinal));
   EXPECT_EQ(app.search.rows.scrollY, 440);
   EXPECT_EQ(app.search.list.selection.focusRow, 7);
   EXPECT_EQ(window.title, u"before");
@@ -112,20 +114,19 @@ TEST_F(ResultMessages, SortedResultsKeepTheFilteredCountUntilTheFilterReports) {
   HoldFiltered();
   harness.HoldResults(10);
   EXPECT_TRUE(TakeResults(kSorted));
-  EXPECT_EQ(DisplayCount, 2u);
-  EXPECT_NE(FilteredResults, nullptr);
+  EXPECT_EQ(DisplayCount(), 2u);
+  EXPECT_NE(FilteredSet(), nullptr);
   EXPECT_EQ(window.title, u"Quilmark - 2 results found");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30011, 1'800}}));
 }
 
 TEST_F(ResultMessages, NewResultsDropTheFilteredSet) {
   HoldFiltered();
-  FilteredKey.category = 1;
   harness.HoldResults(10);
   EXPECT_TRUE(TakeResults(kFinal));
-  EXPECT_EQ(DisplayCount, 10u);
-  EXPECT_EQ(FilteredResults, nullptr);
-  EXPECT_EQ(FilteredKey, FilterKey{});
+  EXPECT_EQ(DisplayCount(), 10u);
+  EXPECT_EQ(FilteredSet(), nullptr);
+  EXPECT_EQ(TheSearch().FilteredResults.Get().FilteredKey, FilterKey{});
   EXPECT_EQ(window.status, u"Filter: Folders | Applying filter...");
   EXPECT_EQ(harness.engine.filtered, 1);
 }
@@ -133,7 +134,7 @@ TEST_F(ResultMessages, NewResultsDropTheFilteredSet) {
 TEST_F(ResultMessages, SortedResultsWithoutAFilterCountThemselves) {
   harness.HoldResults(10);
   TakeResults(kSorted);
-  EXPECT_EQ(DisplayCount, 10u);
+  EXPECT_EQ(DisplayCount(), 10u);
 }
 
 TEST_F(ResultMessages, PartialResultsAreFilteredOnlyUnderAFilter) {
@@ -149,18 +150,18 @@ TEST_F(ResultMessages, AFilterIsACategoryASizeOrATime) {
   CurrentWindowSettings.timePreset = 2;
   EXPECT_TRUE(IsFilterActive());
   CurrentWindowSettings = {};
-  ActiveCategory = 3;
+  TheSearch().ActiveCategory = 3;
   EXPECT_TRUE(IsFilterActive());
 }
 
 TEST_F(ResultMessages, AStatusOfTheSearchOfTheMomentBecomesTheTitle) {
-  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration, u"Working"));
+  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, SearchNumber(), u"Working"));
   EXPECT_TRUE(harness.Carry(RoutePosted(app, harness.Context(), harness.search.Next())));
   EXPECT_EQ(window.title, u"Working");
 }
 
 TEST_F(ResultMessages, AStaleStatusIsFreedAndChangesNoTitle) {
-  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, searchGeneration - 1, u"Old"));
+  ASSERT_TRUE(PostText(harness.search.queue.Target(), WM_SEARCH_STATUS, SearchNumber() - 1, u"Old"));
   EXPECT_TRUE(harness.Carry(RoutePosted(app, harness.Context(), harness.search.Next())));
   EXPECT_EQ(window.title, u"before");
 }
@@ -206,7 +207,7 @@ TEST_F(ResultMessages, AMissingVolumeIsTriedAgain) {
 }
 
 TEST_F(ResultMessages, FilterResultsShowTheirCount) {
-  DisplayCount = 12;
+  SetDisplayCount(12);
   SelectOnly(app.search.list.selection, 3);
   EXPECT_TRUE(Take(WM_FILTER_RESULTS));
   EXPECT_EQ(window.title, u"Quilmark - Filter: All Files | Hits: 12");
@@ -216,19 +217,19 @@ TEST_F(ResultMessages, FilterResultsShowTheirCount) {
 }
 
 TEST_F(ResultMessages, AttributesOfTheRowsInViewAreRepaintedUnlessStale) {
-  hydrationGeneration = 5;
-  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 4));
+  const uint64_t number = TheSearch().hydrationGeneration.Supersede().Number();
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, number - 1));
   EXPECT_TRUE(window.timers.empty());
-  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5));
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, number));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
 }
 
 TEST_F(ResultMessages, AFileThatChangedOutOfViewPaintsNothing) {
-  hydrationGeneration = 5;
-  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  const uint64_t number = TheSearch().hydrationGeneration.Supersede().Number();
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, number, kSomeAreStale));
   EXPECT_TRUE(window.timers.empty());
   harness.engine.showsStale = true;
-  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, 5, kSomeAreStale));
+  EXPECT_TRUE(Take(WM_ATTRS_UPDATED, number, kSomeAreStale));
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
 }
 
@@ -282,9 +283,9 @@ TEST_F(ResultMessages, OnlyColumnsOfTheListAreSortedAgain) {
   EXPECT_FALSE(Take(WM_RESORT_RESULTS, 0, 1));
   EXPECT_FALSE(Take(WM_RESORT_RESULTS, 6, 1));
   EXPECT_TRUE(Take(WM_RESORT_RESULTS, 2, 0));
-  EXPECT_FALSE(SortAscending);
+  EXPECT_FALSE(SortAscending());
   EXPECT_TRUE(Take(WM_RESORT_RESULTS, 5, 1));
-  EXPECT_TRUE(SortAscending);
+  EXPECT_TRUE(SortAscending());
   EXPECT_EQ(harness.engine.sorts, (Sorts{{2, Direction::kKeep}, {5, Direction::kKeep}}));
 }
 

@@ -39,14 +39,14 @@ class ScopeBox : public testing::Test {
 
 TEST_F(ScopeBox, NamesAllTheDesktopAndTheDrives) {
   EXPECT_EQ(Renew(), (Texts{u"All", u"Desktop", u"C:", u"E:"}));
-  EXPECT_EQ(scopeIndex, kScopeFirstVolume + 1);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeFirstVolume + 1);
 }
 
 TEST_F(ScopeBox, ADriveThatJoinsBeforeTheChosenOneMovesItsPlace) {
   Add(u"D:");
   EXPECT_EQ(Found(), Texts{u"E:\\x"}) << "before the box has heard of it";
   EXPECT_EQ(Renew(), (Texts{u"All", u"Desktop", u"C:", u"D:", u"E:"}));
-  EXPECT_EQ(scopeIndex, kScopeFirstVolume + 2);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeFirstVolume + 2);
   EXPECT_EQ(Found(), Texts{u"E:\\x"});
 }
 
@@ -55,23 +55,23 @@ TEST_F(ScopeBox, TheChoiceIsWhatTheBoxShows) {
   ChooseScope(app_.search, kScopeFirstVolume);
   EXPECT_EQ(Found(), Texts{u"C:\\x"});
   Renew();
-  EXPECT_EQ(scopeIndex, kScopeFirstVolume + 1);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeFirstVolume + 1);
 }
 
 TEST_F(ScopeBox, ADriveThatLeavesTakesTheChoiceToAll) {
   Engine().volumes.erase(Engine().volumes.begin());
   Renew();
-  EXPECT_EQ(scopeIndex, kScopeFirstVolume);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeFirstVolume);
   Engine().volumes.back()->valid = false;  // pulled; a volume stays in the list
   Renew();
-  EXPECT_EQ(scopeIndex, kScopeAll);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeAll);
 }
 
 TEST_F(ScopeBox, TheDesktopStaysChosen) {
   ChooseScope(app_.search, kScopeDesktop);
   Add(u"D:");
   Renew();
-  EXPECT_EQ(scopeIndex, kScopeDesktop);
+  EXPECT_EQ(TheSearch().scope.scopeIndex, kScopeDesktop);
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ class SearchMouse : public testing::Test {
     return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
   }
   Scrollbar Vertical() const {
-    return *VerticalBar(app.search.rows.Grid(), app.search.rows.scrollY, DisplayCount);
+    return *VerticalBar(app.search.rows.Grid(), app.search.rows.scrollY, DisplayCount());
   }
   Point EdgeOf(int column) const {
     return {ColumnLeft(Layout(), app.search.rows.scrollX, column + 1), MiddleOf(Layout().header).y};
@@ -62,7 +62,7 @@ TEST_F(SearchMouse, APressOnARowChoosesItAndTakesTheKeys) {
   const Effects effects = Send(Mouse::kPress, InRow(2));
   EXPECT_EQ(effects.focus, Focus::kWindow);
   EXPECT_EQ(effects.capture, Capture::kKeep);
-  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount), (std::vector<uint64_t>{2}));
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()), (std::vector<uint64_t>{2}));
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
 }
 
@@ -70,14 +70,15 @@ TEST_F(SearchMouse, HeldKeysExtendTheChoice) {
   Send(Mouse::kPress, InRow(1));
   Send({.kind = Mouse::kPress, .at = InRow(3), .shift = true});
   Send({.kind = Mouse::kPress, .at = InRow(6), .ctrl = true});
-  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount), (std::vector<uint64_t>{1, 2, 3, 6}));
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()),
+            (std::vector<uint64_t>{1, 2, 3, 6}));
 }
 
 TEST_F(SearchMouse, APressBesideTheRowsChoosesNoneAndLeavesTheKeys) {
   picture.Hold(2);
   Send(Mouse::kPress, InRow(1));
   EXPECT_EQ(Send(Mouse::kPress, InRow(5)).focus, Focus::kKeep);
-  EXPECT_TRUE(SelectedRows(app.search.list.selection, DisplayCount).empty());
+  EXPECT_TRUE(SelectedRows(app.search.list.selection, DisplayCount()).empty());
 }
 
 TEST_F(SearchMouse, ASlowSecondPressOnANameOpensItsEditor) {
@@ -123,7 +124,7 @@ TEST_F(SearchMouse, APressBesideAThumbMovesItAndHoldsNothing) {
   const Scrollbar bar = Vertical();
   const Effects effects = Send(Mouse::kPress, {bar.track.left + 2, bar.track.bottom - 5});
   EXPECT_EQ(effects.capture, Capture::kKeep);
-  EXPECT_EQ(app.search.rows.scrollY, ScrollLimit(app.search.rows.Grid(), DisplayCount));
+  EXPECT_EQ(app.search.rows.scrollY, ScrollLimit(app.search.rows.Grid(), DisplayCount()));
   EXPECT_EQ(app.search.rows.dragBar, Bar::kNone);
   EXPECT_EQ(window.timers.at(kTimerScrollSettle), 220u);
 }
@@ -230,7 +231,7 @@ TEST_F(SearchMouse, APressOnACategoryOfTheSidebarFiltersByIt) {
   picture.SetSidebar(true);
   const SidebarLayout sidebar = PlaceSidebar(app.search, Context());
   Send(Mouse::kPress, MiddleOf(sidebar.rows[2]));
-  EXPECT_EQ(ActiveCategory, 2);
+  EXPECT_EQ(TheSearch().ActiveCategory, 2);
 }
 
 TEST_F(SearchMouse, TwoRowsAreDrawnAnewWhereTheMouseGoesFromOneToTheNext) {

@@ -119,7 +119,7 @@ TEST(SearchPaint, DrawsNothingOfRowsThatAreGone) {
   SearchPicture picture;
   picture.Hold(3);
   const size_t three = picture.Painted().drawn.size();
-  DisplayCount = 8;
+  SetDisplayCount(8);
   EXPECT_EQ(picture.Painted().drawn.size(), three);
 }
 

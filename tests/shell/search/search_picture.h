@@ -33,14 +33,14 @@ class SearchPicture {
     }
     AddFolder(*volume_, u"nature and the folders below it");
     CurrentPalette = ThemeDefaults(false);
-    CurrentQueryText = u"na";
+    TheSearch().CurrentQueryText = u"na";
     Engine().ready = true;
     Hold(40);
     Resize(1'100, 700);
   }
   ~SearchPicture() {
     CurrentPalette = ThemeDefaults(false);
-    CurrentQueryText.clear();
+    TheSearch().CurrentQueryText.clear();
   }
 
   void Hold(size_t rows) {
@@ -48,10 +48,7 @@ class SearchPicture {
     for (size_t i = 0; i < rows; ++i) {
       held->push_back({volume_, static_cast<uint32_t>(1 + i % (volume_->records.size() - 1))});
     }
-    {
-      const std::scoped_lock lock(ResultsLock);
-      CurrentResults = std::move(held);
-    }
+    HoldRows(std::move(held));
     FollowNewResults(KeepFiltered::kNo, rows);
   }
   void Resize(int width, int height) {

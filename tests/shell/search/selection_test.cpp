@@ -125,7 +125,7 @@ TEST(DoublePressRow, TakesTheFocusAndKeepsTheNextClickFromARename) {
 class ListScrolling : public testing::Test {
  protected:
   ListScrolling() {
-    DisplayCount = 1'000;
+    SetDisplayCount(1'000);
     CurrentWindowSettings.columnWidth = {60, 280, 100, 160, 160, 1'000};
     PlaceList(app.search, harness.Context());
   }

@@ -12,13 +12,13 @@ namespace {
 TEST(RequestSort, IsRefusedWhileTheCacheIsWarmedUp) {
   WindowHarness harness;
   harness.HoldResults(2);
-  const int before = SortColumn;
+  const int before = SortColumn();
   harness.engine.runsSorts = true;
   harness.app.search.prewarmRunning = true;
   harness.Carry(RequestSort(harness.app.search, harness.Context(), kColumnName, Direction::kByClick));
   EXPECT_EQ(harness.window.status, u"Cache prewarming in progress. Sorting is temporarily disabled.");
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_EQ(SortColumn, before);
+  EXPECT_EQ(SortColumn(), before);
   EXPECT_TRUE(harness.search.IsQuiet());
 }
 
@@ -29,10 +29,7 @@ TEST(RequestSort, LeavesTheSelectionToTheSortedRows) {
   for (const std::u16string_view name : {u"f", u"e", u"d", u"c", u"b", u"a"}) {
     rows->push_back({volume, AddFile(*volume, name)});
   }
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
-  }
+  HoldRows(rows);
   harness.engine.runsSorts = true;
   SelectOnly(harness.app.search.list.selection, 3);
   SelectRange(harness.app.search.list.selection, 5);

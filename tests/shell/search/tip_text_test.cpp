@@ -8,7 +8,7 @@
 
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/folder_sizes.h"
-#include "search/filter/filtered_results.h"
+#include "search/results/search_session.h"
 #include "search/sort/sort.h"
 #include "shell/list/cell_text.h"
 #include "shell/search/row_cells.h"
@@ -27,9 +27,8 @@ class TipText : public testing::Test {
   TipText() {
     folder_ = AddFolder(*volume_, u"docs", kRootFrnOfTests, 77);
     file_ = AddFile(*volume_, u"a.txt", 77);
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = std::make_shared<ResultSet>(
-        ResultSet{{volume_.get(), file_}, {volume_.get(), folder_}, {volume_.get(), 9'999}, {}});
+    HoldRows(std::make_shared<ResultSet>(
+        ResultSet{{volume_.get(), file_}, {volume_.get(), folder_}, {volume_.get(), 9'999}, {}}));
   }
 
   Tip Of(int64_t row, int column) { return TipOfCell(ViewMode::kList, row, column); }

@@ -39,7 +39,7 @@ class TwoViews : public testing::Test {
     pump.trace.clear();
   }
   void PostFinal() {
-    pump.Post({WM_SEARCH_RESULTS, searchGeneration, static_cast<int64_t>(ResultKind::kFinal)});
+    pump.Post({WM_SEARCH_RESULTS, SearchNumber(), static_cast<int64_t>(ResultKind::kFinal)});
   }
   // A point on the first row of a list in view, and one on its bar's thumb.
   static Point InRow(const ListView& list) {
@@ -52,7 +52,7 @@ class TwoViews : public testing::Test {
   }
   RowGrid SearchList() { return search.rows.Grid(); }
   Point OnSearchThumb() {
-    const Rect thumb = VerticalBar(SearchList(), search.rows.scrollY, DisplayCount)->thumb;
+    const Rect thumb = VerticalBar(SearchList(), search.rows.scrollY, DisplayCount())->thumb;
     return {thumb.left + 2, thumb.top + 2};
   }
 
@@ -146,11 +146,11 @@ TEST_F(TwoViews, FinalResultsOfTheHiddenSearchLeaveTheWindowAlone) {
   ShowMadeUp();
   pump.dirty = {};
   const std::map<int, ControlPlace> shown = pump.shown;
-  ++searchGeneration;
+  SupersedeSearch();
   harness_.HoldResults(30);
-  EXPECT_TRUE(pump.Post({WM_SEARCH_RESULTS, searchGeneration, 0}));
+  EXPECT_TRUE(pump.Post({WM_SEARCH_RESULTS, SearchNumber(), 0}));
 
-  EXPECT_EQ(search.shownGeneration, searchGeneration);
+  EXPECT_EQ(search.shownGeneration, SearchNumber());
   EXPECT_EQ(search.rows.scrollY, 0);
   EXPECT_EQ(search.list.selection.focusRow, -1);
   EXPECT_EQ(pump.title, u"Quilmark - 30 results found");
@@ -176,7 +176,7 @@ TEST_F(TwoViews, TheHiddenSearchStaysWithinItsRows) {
   search.Layout(pump.Context());
   ShowMadeUp();
   harness_.HoldResults(20);
-  pump.Post({WM_SEARCH_RESULTS, searchGeneration, static_cast<int64_t>(ResultKind::kPartial)});
+  pump.Post({WM_SEARCH_RESULTS, SearchNumber(), static_cast<int64_t>(ResultKind::kPartial)});
   pump.Show(AppMode::kSearch);
   EXPECT_EQ(search.rows.scrollY, ScrollLimit(SearchList(), 20));
   EXPECT_EQ(pump.bars[0].position, search.rows.scrollY);
@@ -184,7 +184,7 @@ TEST_F(TwoViews, TheHiddenSearchStaysWithinItsRows) {
 
 TEST_F(TwoViews, StaleResultsAreNobodys) {
   ShowMadeUp();
-  EXPECT_FALSE(pump.Post({WM_SEARCH_RESULTS, searchGeneration - 1, 0}));
+  EXPECT_FALSE(pump.Post({WM_SEARCH_RESULTS, SearchNumber() - 1, 0}));
   EXPECT_EQ(pump.title, u"before");
 }
 
@@ -216,7 +216,7 @@ TEST_F(TwoViews, TimersOfTheHiddenSearchGoOn) {
   ShowSearch();
   pump.Paint();
   pump.nowMs += 10'000;
-  pump.Post({WM_ATTRS_UPDATED, hydrationGeneration, 0});
+  pump.Post({WM_ATTRS_UPDATED, TheSearch().hydrationGeneration.Number(), 0});
   pump.Timer(kTimerRepaint);
   EXPECT_EQ(pump.dirty, search.ListArea(pump.Context()));
 }
@@ -346,13 +346,13 @@ TEST_F(TwoViews, AControlReportsToTheViewItBelongsTo) {
   // Another program writes into a control that is hidden.
   ShowMadeUp();
   pump.Control({.kind = ControlEvent::kText, .id = kQueryBox, .text = u"typed"});
-  EXPECT_EQ(CurrentQueryText, u"typed");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u"typed");
   EXPECT_EQ(view.filter, u"");
   EXPECT_EQ(pump.timers.count(TIMER_SEARCH_DEBOUNCE), 1u);
   EXPECT_EQ(pump.Trace(), "");
   pump.Control({.kind = ControlEvent::kText, .id = kMadeUpEdit, .text = u"other"});
   EXPECT_EQ(view.filter, u"other");
-  EXPECT_EQ(CurrentQueryText, u"typed");
+  EXPECT_EQ(TheSearch().CurrentQueryText, u"typed");
 }
 
 TEST_F(TwoViews, AWindowWithoutASearchBoxTakesTheKeysItself) {

@@ -22,8 +22,8 @@
 #include "platform/utf.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_cache_file.h"
-#include "search/filter/filtered_results.h"
 #include "search/filter/filters.h"
+#include "search/results/search_session.h"
 #include "shell/search/row_text.h"
 #include "shell/search/search_places.h"
 #include "shell/search/view_mode.h"
@@ -103,8 +103,8 @@ LRESULT PathOfShownRow(uint32_t row) {
 }
 
 LRESULT SortedBy() {
-  const std::scoped_lock lock(ResultsLock);
-  return SortColumn + (SortColumn < 0 || SortAscending ? 0 : 100);
+  const SearchResults held = TheSearch().CurrentResults.Get();
+  return held.SortColumn + (held.SortColumn < 0 || held.SortAscending ? 0 : 100);
 }
 
 SCROLLINFO StateOfBar(const MainWindow& window, uint32_t id) {
@@ -171,10 +171,7 @@ void FillRows(AppState& app, MainWindow& window, uint32_t count) {
   rows->reserve(count);
   VolumeIndex* const volume = CopyVolumes(Engine()).front();
   for (uint32_t i = 0; i < count; ++i) rows->push_back({volume, i % volume->records.size()});
-  {
-    const std::scoped_lock lock(ResultsLock);
-    CurrentResults = rows;
-  }
+  TheSearch().CurrentResults.Change([&rows](SearchResults& held) { held.rows = rows; });
   FollowNewResults(KeepFiltered::kNo, count);
   app.search.rows.scrollY = 0;
   window.CarryOut(RelayoutList(app.search, window.Context()));
@@ -292,7 +289,7 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       window.CarryOut(SetFilterLayout(app.search, window.Context(), argument != 0));
       break;
     case Probe::kPostStaleResults:
-      PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, searchGeneration - 1, 0);
+      PostIfAlive(window.Handle(), WM_SEARCH_RESULTS, TheSearch().CurrentResults.Number() - 1, 0);
       break;
     case Probe::kUnmapDrive:
       UnmapDrive(letter[0]);
@@ -347,9 +344,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
 LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
   switch (probe) {
     case Probe::kSearchGeneration:
-      return static_cast<LRESULT>(searchGeneration.load());
+      return static_cast<LRESULT>(TheSearch().CurrentResults.Number());
     case Probe::kRows:
-      return static_cast<LRESULT>(DisplayCount.load());
+      return static_cast<LRESULT>(DisplayCount());
     case Probe::kEngineReady:
       return Engine().ready;
     case Probe::kTrayIconAdded:
@@ -373,7 +370,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kScrollY:
       return app.search.rows.scrollY;
     case Probe::kSelectedRows:
-      return static_cast<LRESULT>(SelectedRows(app.search.list.selection, DisplayCount).size());
+      return static_cast<LRESULT>(SelectedRows(app.search.list.selection, DisplayCount()).size());
     case Probe::kFocusRow:
       return app.search.list.selection.focusRow;
     case Probe::kRangeUpdates:
@@ -421,7 +418,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kSortedBy:
       return SortedBy();
     case Probe::kFilterGeneration:
-      return static_cast<LRESULT>(FilterGeneration.load());
+      return static_cast<LRESULT>(TheSearch().FilteredResults.Number());
     case Probe::kFirstDay:
       return CurrentWindowSettings.timeStart;
     case Probe::kLastDay:
@@ -443,7 +440,7 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
     case Probe::kOtherTrims:
       return CountsOfSystem().otherTrims;
     case Probe::kAttributesSaved:
-      return AttrCacheGeneration == AttrSavedGeneration;
+      return AttrCacheGeneration == TheAttrCacheFile().AttrSavedGeneration;
     case Probe::kIconSize:
       return SizeOfIcon(reinterpret_cast<HICON>(SendMessageW(window.Handle(), WM_GETICON, argument, 0)));
     case Probe::kThreads:
