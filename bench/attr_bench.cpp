@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/text.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"

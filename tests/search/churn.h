@@ -13,10 +13,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "index/data_changes.h"
-#include "index/doubtful_records.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/data_changes.h"
+#include "index/follow/doubtful_records.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"

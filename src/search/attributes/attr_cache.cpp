@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "config/attr_counters.h"
-#include "index/search_engine.h"
-#include "index/tidy_names.h"
+#include "index/engine/search_engine.h"
+#include "index/tables/tidy_names.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/results/search_state.h"

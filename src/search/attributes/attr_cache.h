@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 
 namespace quilmark {
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/locks.h"
 #include "platform/window_post.h"
 #include "search/query/query.h"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "config/translate.h"
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/format.h"
 #include "search/filter/filtered_results.h"
 #include "search/filter/filters.h"

@@ -9,7 +9,7 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/volume_life.h"
+#include "index/life/volume_life.h"
 #include "platform/background.h"
 #include "platform/bounded_jobs.h"
 #include "platform/files.h"

@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "config/attr_counters.h"
-#include "index/ntfs_volume.h"
-#include "index/search_engine.h"
+#include "index/build/ntfs_volume.h"
+#include "index/engine/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/attributes/folder_sizes.h"

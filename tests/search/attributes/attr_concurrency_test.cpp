@@ -10,8 +10,8 @@
 #include <thread>
 
 #include "config/scratch_config.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/text.h"
 #include "platform/usn_record.h"

@@ -8,7 +8,7 @@
 #include "config/attr_counters.h"
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/usn_monitor.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/files.h"
 #include "platform/usn_record.h"

@@ -1,4 +1,4 @@
-#include "index/data_changes.h"
+#include "index/follow/data_changes.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/drives.h"
 #include "platform/file_reference.h"
 #include "platform/files.h"

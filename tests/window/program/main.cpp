@@ -14,8 +14,8 @@
 
 #include "config/ui_colors.h"
 #include "config/window_settings.h"
-#include "index/volume_index.h"
-#include "index/volume_life.h"
+#include "index/life/volume_life.h"
+#include "index/tables/volume_index.h"
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
