@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "index/tables/volume_index.h"
+#include "platform/background.h"
 #include "platform/locks.h"
 #include "platform/shutdown.h"
 #include "platform/window_post.h"
@@ -25,9 +26,8 @@ struct SearchEngine {
   // The start has ended with no volume that could take what the caches hold; the first that is built
   // makes up for it.
   std::atomic<bool> awaitsCaches = false;
-  std::atomic<bool> syncing = false;         // the volumes are being brought in line with the drives
-  std::atomic<bool> syncAgain = false;       // asked for since the sync last read the letters
-  std::atomic<bool> prewarming = false;      // the attribute cache is being filled
+  SingleJob syncing;                         // brings the volumes in line with the drives
+  SingleJob prewarming;                      // fills the attribute cache
   std::atomic<PostTarget> window = nullptr;  // the main window, once it exists
 };
 

@@ -136,12 +136,6 @@ void SyncDrive(SearchEngine& engine, char16_t letter) {
   if (BuildByName(*volume, drive, fileSystem)) AddUnlessPresent(engine, std::move(volume));
 }
 
-// Clears `syncing` however the job ends.
-struct SyncingMark {
-  SearchEngine& engine;
-  ~SyncingMark() { engine.syncing = false; }
-};
-
 void SyncDrives(SearchEngine& engine) {
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
     if (ShutdownRequested) break;
@@ -164,22 +158,13 @@ void EndSync(SearchEngine& engine, PostTarget window) {
   PostUnlessEnding(window, WM_VOLUMES_SYNCED, 0, 0);
 }
 
-// A drive that arrived while the letters were gone through is asked for by a request that found
-// `syncing` set.
-void SyncOnce(SearchEngine& engine, PostTarget window) {
-  const SyncingMark mark{engine};
-  do {
-    engine.syncAgain = false;
-    SyncDrives(engine);
-  } while (engine.syncAgain && !ShutdownRequested);
-  EndSync(engine, window);
-}
-
-// The last look at `syncAgain` comes behind the mark: a request either finds no sync, or is found here.
+// A drive that arrived while the letters were gone through is asked for by a request that found a sync
+// running.
 void RunSync(SearchEngine& engine, PostTarget window) {
   do {
-    SyncOnce(engine, window);
-  } while (engine.syncAgain && !ShutdownRequested && !engine.syncing.exchange(true));
+    SyncDrives(engine);
+  } while (engine.syncing.TakeAsked() && !ShutdownRequested);
+  EndSync(engine, window);
 }
 
 // Its letter is gone: what comes under it next is another volume.
@@ -255,11 +240,11 @@ void InitBackground(SearchEngine& engine, PostTarget window) {
 }
 
 void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window) {
-  engine.syncAgain = true;
-  if (engine.syncing.exchange(true)) return;
-  const bool isStarted =
-      RunBackground("sync_current_volumes", [&engine, window] { RunSync(engine, window); });
-  if (!isStarted) engine.syncing = false;
+  engine.syncing.Start(
+      "sync_current_volumes", [&engine, window] { RunSync(engine, window); },
+      [&engine, window] {
+        if (!ShutdownRequested) SyncCurrentVolumesAsync(engine, window);
+      });
 }
 
 bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume) {

@@ -40,7 +40,7 @@ struct RefreshCounts {
 
 void SyncFirst(SearchEngine& engine, PostTarget window) {
   SyncCurrentVolumesAsync(engine, window);
-  for (int step = 0; step < kMostSyncSteps && engine.syncing && !ShutdownRequested; ++step) {
+  for (int step = 0; step < kMostSyncSteps && engine.syncing.IsRunning() && !ShutdownRequested; ++step) {
     SleepMs(kSyncStepMs);
   }
 }

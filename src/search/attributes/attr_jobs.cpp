@@ -163,12 +163,7 @@ void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
 }
 
 void PrewarmAttrCacheAsync(SearchEngine& engine) {
-  if (engine.prewarming.exchange(true)) return;
-  const bool isStarted = RunBackground("prewarm_attr_cache", [&engine] {
-    const FlagMark mark{engine.prewarming};
-    PrewarmVolumes(engine);
-  });
-  if (!isStarted) engine.prewarming = false;
+  engine.prewarming.Start("prewarm_attr_cache", [&engine] { PrewarmVolumes(engine); });
 }
 
 void AutosaveAttrCacheAsync(SearchEngine& engine) {

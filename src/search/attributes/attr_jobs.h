@@ -32,7 +32,7 @@ bool ShowsStale(const ResultSet& rows, RowRange range);
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range);
 
 // Job "prewarm_attr_cache": the first files of each volume that has no attributes yet.
-// Engine().prewarming is set meanwhile.
+// Engine().prewarming runs meanwhile.
 void PrewarmAttrCacheAsync(SearchEngine& engine);
 
 // Cleared by a program that shares the configuration directory and does not own the cache's file:

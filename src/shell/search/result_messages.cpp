@@ -193,7 +193,7 @@ void StartPrewarm(SearchView& view, const ViewContext& context) {
 }
 
 Effects PollPrewarm(SearchView& view, const ViewContext& context) {
-  if (Engine().prewarming && ++view.prewarmRounds < kMostPrewarmRounds) return {};
+  if (Engine().prewarming.IsRunning() && ++view.prewarmRounds < kMostPrewarmRounds) return {};
   context.window.StopTimer(kTimerPrewarmPoll);
   view.prewarmRunning = false;
   view.prewarmRounds = 0;

@@ -50,7 +50,7 @@ TEST_F(VolumeCloseConcurrency, OtherDrivesAreSyncedBesideADiskThatHangs) {
   MapE();
   for (int i = 0; i < 3; ++i) {
     SyncCurrentVolumesAsync(engine, window.Target());
-    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing; }); }));
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing.IsRunning(); }); }));
   }
   EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
   EXPECT_TRUE(Volume(0).valid);
@@ -69,7 +69,7 @@ TEST_F(VolumeCloseConcurrency, ASyncDoesNotWaitForADiskThatItClosesItself) {
   MapE();
   for (int i = 0; i < 3; ++i) {
     SyncCurrentVolumesAsync(engine, window.Target());
-    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing; }); }));
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing.IsRunning(); }); }));
   }
   EXPECT_EQ(Volume(1).closes, 1) << "one job waits, whatever the syncs";
   EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));

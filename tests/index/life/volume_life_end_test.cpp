@@ -54,7 +54,7 @@ TEST_F(EndInTheMiddle, AShutdownInMidSyncLeavesTheOtherDrives) {
   EXPECT_EQ(asked.letters, u"BEF");
   EXPECT_THAT(Drives(), ElementsAre(u"E:"));
   EXPECT_THAT(Posted(), IsEmpty());
-  EXPECT_FALSE(engine.syncing);
+  EXPECT_FALSE(engine.syncing.IsRunning());
 }
 
 TEST_F(EndInTheMiddle, AShutdownInMidRefreshWalksNoOtherDriveAndPostsNothing) {
@@ -133,7 +133,7 @@ TEST_F(EndInTheMiddle, ADriveThatArrivesDuringASyncIsTakenByIt) {
 
   EXPECT_THAT(Drives(), ElementsAre(u"C:", u"E:", u"F:"));
   EXPECT_EQ(asked.letters, u"BEFBCEF");
-  EXPECT_FALSE(engine.syncing);
+  EXPECT_FALSE(engine.syncing.IsRunning());
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0), std::tuple(1033u, 0u, 0)));
 }
 

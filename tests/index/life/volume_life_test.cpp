@@ -14,6 +14,7 @@
 #include "index/life/volume_life_fixture.h"
 #include "platform/files.h"
 #include "platform/utf.h"
+#include "support/held_job.h"
 #include "support/scripted_device.h"
 
 namespace quilmark {
@@ -170,7 +171,7 @@ TEST_F(VolumeLife, SyncAddsANewDrive) {
 
   EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
-  EXPECT_FALSE(engine.syncing);
+  EXPECT_FALSE(engine.syncing.IsRunning());
 }
 
 TEST_F(VolumeLife, SyncLeavesAValidVolumeAlone) {
@@ -250,12 +251,14 @@ TEST_F(VolumeLife, SyncThatFindsNoValidVolumeIsNotReady) {
 }
 
 TEST_F(VolumeLife, ASecondSyncReturnsAtOnce) {
-  engine.syncing = true;
+  HeldJob running(engine.syncing);
 
-  Sync();
+  SyncCurrentVolumesAsync(engine, window.Target());
 
+  EXPECT_TRUE(engine.syncing.TakeAsked()) << "refused";
+  running.End();
+  Finish();
   EXPECT_THAT(Posted(), IsEmpty());
-  EXPECT_TRUE(engine.syncing) << "the running one clears it";
 }
 
 TEST_F(VolumeLife, AStickThatIsPulledAndPutBackIsRebuiltInPlace) {
@@ -345,8 +348,10 @@ TEST_F(VolumeLife, RefreshAddsADriveThatTheSyncDidNotTakeInItsPlace) {
   Start();
   Posted();
   MapE();
-  engine.syncing = true;  // a sync that hangs
+  HeldJob hanging(engine.syncing);
   RefreshAllNonNtfsAsync(engine, window.Target());
+  ASSERT_TRUE(WaitFor([&] { return CopyVolumes(engine).size() == 2; }));
+  hanging.End();
   Finish();
 
   EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:"));

@@ -16,6 +16,7 @@
 #include "search/attributes/attr_cache_file.h"
 #include "search/attributes/folder_sizes.h"
 #include "support/gate.h"
+#include "support/held_job.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 #include "support/scripted_device.h"
@@ -192,7 +193,7 @@ TEST_F(AttrJobs, PrewarmFillsTheFirstRecordsOfVolumesThatHaveNone) {
   EXPECT_TRUE(Knows(104));
   EXPECT_FALSE(Knows(volume.records[3'000].frn));
   EXPECT_EQ(warm.attrs.size(), 1u);
-  EXPECT_FALSE(Engine().prewarming);
+  EXPECT_FALSE(Engine().prewarming.IsRunning());
 }
 
 TEST_F(AttrJobs, PrewarmTakesTheVolumesThatWereColdWhenItBegan) {
@@ -215,22 +216,23 @@ TEST_F(AttrJobs, PrewarmEndsWithTheProgram) {
   Gate gate(volume.attrLock, Gate::Stops::kWriters);
   PrewarmAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
-  EXPECT_TRUE(Engine().prewarming);
+  EXPECT_TRUE(Engine().prewarming.IsRunning());
   ShutdownRequested = true;
   gate.Open();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   ShutdownRequested = false;
   EXPECT_EQ(volume.attrs.size(), 1u) << "the one that was under way";
   EXPECT_TRUE(next.attrs.empty());
-  EXPECT_FALSE(Engine().prewarming);
+  EXPECT_FALSE(Engine().prewarming.IsRunning());
 }
 
 TEST_F(AttrJobs, PrewarmRunsOnceAtATime) {
-  Engine().prewarming = true;
+  HeldJob running(Engine().prewarming);
   PrewarmAttrCacheAsync(Engine());
+  EXPECT_TRUE(Engine().prewarming.TakeAsked()) << "refused";
+  running.End();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(volume.attrs.empty());
-  Engine().prewarming = false;
 }
 
 TEST_F(AttrJobs, AutosaveWritesOnlyWhatIsNew) {
