@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/text.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"
@@ -129,13 +129,14 @@ void FolderTotals(benchmark::State& state, Sizes sizes) {
   for (auto _ : state) RebuildFolderSizes(volume);
   volume.mftSizes.clear();
   const uint64_t folder = volume.records[volume.records.size() - 1].parentFrn;
-  uint64_t expected = 0, total = 0;
+  uint64_t expected = 0;
   for (uint32_t i = 0; i < volume.records.size(); ++i) {
     const FileRecord& record = volume.records[i];
     const bool isBelow = !record.isDirectory && record.parentFrn == folder;
     if (isBelow) expected += static_cast<uint64_t>(volume.attrs.at(record.frn).size);
   }
-  if (!GetFolderSize(volume, folder, total, IfDirty::kLeave) || total < expected || expected == 0) {
+  const uint64_t total = GetFolderSize(volume, folder, IfDirty::kLeave).value_or(0);
+  if (total < expected || expected == 0) {
     state.SkipWithError("wrong total");
   }
   CountRows(state, volume.records.size());

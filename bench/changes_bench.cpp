@@ -8,8 +8,8 @@
 
 #include <string>
 
-#include "index/search_engine.h"
-#include "index/usn_monitor.h"
+#include "index/engine/search_engine.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/usn_record.h"
 #include "platform/utf.h"

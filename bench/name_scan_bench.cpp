@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/utf.h"
 #include "search/results/search_pipeline.h"
 #include "search/scan/initials.h"

@@ -9,8 +9,8 @@
 #include <mutex>
 #include <string>
 
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/drives.h"
 #include "platform/files.h"

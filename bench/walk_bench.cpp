@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "index/directory_walk.h"
+#include "index/build/directory_walk.h"
 #include "platform/drives.h"
 
 namespace quilmark {

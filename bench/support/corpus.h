@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

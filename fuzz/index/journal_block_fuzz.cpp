@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <shared_mutex>
 
-#include "index/usn_monitor.h"
+#include "index/follow/usn_monitor.h"
 
 using namespace quilmark;
 

@@ -4,8 +4,8 @@
 #include <mutex>
 #include <shared_mutex>
 
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/ntfs/mft_enumeration.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "support/fuzz_input.h"

@@ -83,9 +83,8 @@ void CheckPath(std::u16string_view text) {
   // Quotes within quotes come off one pair a call, and blanks within quotes stay for one.
   if (IsTrimmed(path) && !IsQuoted(path)) Require(NormalizePathQuery(path) == path);
 
-  std::u16string folder = u"untouched";
-  const bool isFolder = IsExistingFolderQuery(text, folder);
-  Require(isFolder ? IsExistingFolder(folder) && path == folder : folder == u"untouched");
+  const auto folder = IsExistingFolderQuery(text);
+  Require(!folder || (IsExistingFolder(*folder) && path == *folder));
 
   Require(PathInDesktop(text, text) == !text.empty());
   if (path.empty()) return;

@@ -2,7 +2,7 @@
 // finds.
 #include "search/scan/scan_kernel.h"
 
-#include "index/name_pool.h"
+#include "index/tables/name_pool.h"
 #include "platform/text.h"
 #include "support/fuzz_input.h"
 

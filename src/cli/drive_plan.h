@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/options.h"
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

@@ -14,15 +14,13 @@ std::optional<uint64_t> SizeOf(const MatchItem& hit, const RecordKind& kind, con
                                FolderTotals totals) {
   if (kind.isDirectory) {
     if (totals == FolderTotals::kUnknown) return std::nullopt;
-    uint64_t total = 0;  // a folder without a byte below it has none
-    GetFolderSize(*hit.volume, kind.frn, total, IfDirty::kLeave);
-    return total;
+    // A folder without a byte below it has no total.
+    return GetFolderSize(*hit.volume, kind.frn, IfDirty::kLeave).value_or(0);
   }
   // An entry of no bytes and no dates may be that of a file that could not be read.
   const bool isRead = entry.modified != 0 || entry.created != 0 || entry.size > 0;
   if (isRead) return static_cast<uint64_t>(entry.size);
-  MftSize size;
-  if (LookupMftSize(*hit.volume, kind.frn, size)) return size.logical;
+  if (const auto size = LookupMftSize(*hit.volume, kind.frn)) return size->logical;
   return std::nullopt;
 }
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/clock.h"
 
 namespace quilmark {

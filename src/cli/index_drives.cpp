@@ -6,9 +6,9 @@
 
 #include "cli/drive_plan.h"
 #include "cli/shared_drive.h"
-#include "index/directory_walk.h"
-#include "index/ntfs_volume.h"
-#include "index/search_engine.h"
+#include "index/build/directory_walk.h"
+#include "index/build/ntfs_volume.h"
+#include "index/engine/search_engine.h"
 #include "platform/clock.h"
 #include "platform/drive_roots.h"
 #include "platform/drives.h"

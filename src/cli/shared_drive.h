@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 #include "platform/files.h"
 
 namespace quilmark {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "cli/options.h"
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

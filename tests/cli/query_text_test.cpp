@@ -7,6 +7,7 @@
 #include "platform/drives.h"
 #include "platform/utf.h"
 #include "search/query/query.h"
+#include "support/gives.h"
 #include "support/scratch_folder.h"
 
 namespace quilmark {
@@ -46,7 +47,7 @@ TEST(QueryText, RelativePathOfAFolderIsText) {
   for (const char* const typed : {"docs", ".", "..", "\"docs\"", "docs and docs"}) {
     const std::u16string text = QueryTextOf(typed);
     std::u16string folder;
-    EXPECT_FALSE(IsExistingFolderQuery(text, folder)) << typed;
+    EXPECT_FALSE(Gives(IsExistingFolderQuery(text), folder)) << typed;
     EXPECT_EQ(ParseQueryGroups(text), ParseQueryGroups(FromUtf8(typed))) << typed;
   }
   fs::current_path(before);

@@ -13,10 +13,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "index/data_changes.h"
-#include "index/doubtful_records.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/data_changes.h"
+#include "index/follow/doubtful_records.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"
@@ -25,6 +25,7 @@
 #include "search/results/search_pipeline.h"
 #include "search/sort/sort.h"
 #include "support/churn_volume.h"
+#include "support/gives.h"
 #include "support/search_harness.h"
 
 namespace quilmark {
@@ -121,7 +122,7 @@ class ChurnedDrive {
     const auto* const file = churn.Find(frn);
     AttrEntry entry;
     MftSize size;
-    if (PeekAttr(volume, frn, entry)) {
+    if (Gives(PeekAttr(volume, frn), entry)) {
       ASSERT_NE(file, nullptr);
       ASSERT_EQ(entry.size, static_cast<int64_t>(file->facts.size));
       if (entry.modified != 0 || entry.created != 0) {
@@ -130,7 +131,7 @@ class ChurnedDrive {
       }
     }
     if (scan_ == Scan::kNone) return;
-    const bool isKnown = LookupMftSize(volume, frn, size);
+    const bool isKnown = Gives(LookupMftSize(volume, frn), size);
     ASSERT_EQ(isKnown && size.logical != 0, file != nullptr && file->facts.size != 0);
     if (isKnown) {
       ASSERT_EQ(size.logical, file->facts.size);

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "shell/app/window_end.h"
 #include "shell/search/engine_port.h"
 #include "shell/view/window_port.h"
+#include "support/held_job.h"
 
 namespace quilmark {
 
@@ -34,7 +36,7 @@ struct RecordingEngine : EnginePort {
   }
   void PrewarmAttributes() override {
     ++prewarms;
-    if (prewarmRuns) Engine().prewarming = true;
+    if (prewarmRuns && !prewarming) prewarming.emplace(Engine().prewarming);
   }
   void AutosaveAttributes() override { ++autosaves; }
   void SaveAttributes() override {
@@ -43,6 +45,7 @@ struct RecordingEngine : EnginePort {
   void LookForVolumesLater() override { ++looks; }
 
   std::vector<RowRange> requested;
+  std::optional<HeldJob> prewarming;
   bool showsStale = false, filters = false, runsSorts = false, prewarmRuns = false;
   int filtered = 0, recounts = 0, prewarms = 0, autosaves = 0, looks = 0;
   FilterCounts counts;

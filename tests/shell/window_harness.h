@@ -26,6 +26,7 @@ struct WindowHarness {
     TheSearch().ActiveCategory = 0;
   }
   ~WindowHarness() {
+    engine.prewarming.reset();
     WaitForBackgroundJobs(60'000);
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "index/ntfs_volume.h"
+#include "index/build/ntfs_volume.h"
 
 namespace quilmark {
 

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <utility>
 
-#include "index/ntfs_volume.h"
+#include "index/build/ntfs_volume.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
 #include "platform/usn_record.h"
@@ -14,7 +14,6 @@
 namespace quilmark {
 
 namespace {
-
 
 // The scripts of the drives, for OpenScripted.
 struct Scripts {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "index/search_engine.h"
-#include "index/volume_index.h"
+#include "index/engine/search_engine.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

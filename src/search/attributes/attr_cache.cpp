@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "config/attr_counters.h"
-#include "index/search_engine.h"
-#include "index/tidy_names.h"
+#include "index/engine/search_engine.h"
+#include "index/tables/tidy_names.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/results/glance.h"
@@ -36,11 +36,11 @@ Lock TimedLock(OrderedLock& lock) {
   return held;
 }
 
-bool CopyEntry(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+// attrLock held.
+std::optional<AttrEntry> CopyEntry(const VolumeIndex& volume, uint64_t frn) {
   const auto found = volume.attrs.find(frn);
-  if (found == volume.attrs.end() || !found->second.valid || found->second.stale) return false;
-  out = found->second;
-  return true;
+  if (found == volume.attrs.end() || !found->second.valid || found->second.stale) return std::nullopt;
+  return found->second;
 }
 
 // attrLock held.
@@ -133,9 +133,9 @@ void StoreSighting(VolumeIndex& volume, const Sighting& seen, AttrEntry entry, S
 }
 
 bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
-  MftSize size;
-  if (!LookupMftSize(volume, frn, size)) return false;
-  out.size = static_cast<int64_t>(size.logical);
+  const auto size = LookupMftSize(volume, frn);
+  if (!size) return false;
+  out.size = static_cast<int64_t>(size->logical);
   out.valid = true;
   return true;
 }
@@ -173,9 +173,10 @@ void FillFromDisk(const VolumeIndex& volume, const Sighting& seen, AttrEntry& ou
 void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
   const auto seen = See(volume, index);
   if (!seen) return;
-  const bool isHeld = LookupAttr(volume, seen->frn, out);
-  if (isHeld && (HasDates(out) || insist == Insist::kNo)) return;
-  const bool takesScan = !isHeld && insist == Insist::kNo;
+  const auto held = LookupAttr(volume, seen->frn);
+  if (held) out = *held;
+  if (held && (HasDates(out) || insist == Insist::kNo)) return;
+  const bool takesScan = !held && insist == Insist::kNo;
   const bool isOfScan = takesScan && TakeMftSize(volume, seen->frn, out);
   if (!isOfScan) FillFromDisk(volume, *seen, out);
   StoreSighting(volume, *seen, out, isOfScan ? Source::kScan : Source::kDisk);
@@ -183,16 +184,16 @@ void Fill(VolumeIndex& volume, uint32_t index, AttrEntry& out, Insist insist) {
 
 }  // namespace
 
-bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+std::optional<AttrEntry> LookupAttr(const VolumeIndex& volume, uint64_t frn) {
   const auto lock = TimedLock<std::shared_lock<OrderedLock>>(volume.attrLock);
-  const bool isHit = CopyEntry(volume, frn, out);
-  ++(isHit ? AttrCounters().hits : AttrCounters().misses);
-  return isHit;
+  const auto entry = CopyEntry(volume, frn);
+  ++(entry ? AttrCounters().hits : AttrCounters().misses);
+  return entry;
 }
 
-bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
+std::optional<AttrEntry> PeekAttr(const VolumeIndex& volume, uint64_t frn) {
   const std::shared_lock lock(volume.attrLock);
-  return CopyEntry(volume, frn, out);
+  return CopyEntry(volume, frn);
 }
 
 void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
@@ -237,14 +238,13 @@ bool IsSameAttr(const AttrEntry& one, const AttrEntry& other) {
          one.valid == other.valid;
 }
 
-bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out) {
+std::optional<MftSize> LookupMftSize(const VolumeIndex& volume, uint64_t frn) {
   const std::shared_lock lock(volume.mftSizesLock);
-  if (volume.mftSizes.empty()) return false;
+  if (volume.mftSizes.empty()) return std::nullopt;
   auto found = volume.mftSizes.find(frn);
   if (found == volume.mftSizes.end()) found = volume.mftSizes.find(RecordNumberOf(frn));
-  if (found == volume.mftSizes.end()) return false;
-  out = found->second;
-  return true;
+  if (found == volume.mftSizes.end()) return std::nullopt;
+  return found->second;
 }
 
 void EnsureFileAttributes(VolumeIndex* volume, uint32_t index, AttrEntry& out, Insist insist) {

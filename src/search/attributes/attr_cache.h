@@ -7,18 +7,19 @@
 #include <optional>
 #include <span>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 
 // Entries of one volume; a file beyond them is asked for on the disk each time.
 inline constexpr size_t kMostAttrEntries = 2'000'000;
 
-// True with a copy of the entry if there is one that carries data. Counts a hit or a miss.
-bool LookupAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
+// A copy of the entry, if there is one that carries data and is not stale. Counts a hit or a miss. Waits
+// for attrLock.
+[[nodiscard]] std::optional<AttrEntry> LookupAttr(const VolumeIndex& volume, uint64_t frn);
 
 // The same without counting.
-bool PeekAttr(const VolumeIndex& volume, uint64_t frn, AttrEntry& out);
+[[nodiscard]] std::optional<AttrEntry> PeekAttr(const VolumeIndex& volume, uint64_t frn);
 
 // The same for several files under one hold of the lock: out[i] of frns[i], not valid where there is
 // none. A frn of 0 is none. What is stale counts as none, or as it was: where rows are put in order, or
@@ -30,12 +31,14 @@ void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::s
 // The same with one hit or miss counted for each file.
 void LookupAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
 
+// Adds the entry, or puts it in place of another one; a full cache takes no further file. Raises
+// AttrCacheGeneration, but for what takes the place of a stale entry.
 void StoreAttr(VolumeIndex& volume, uint64_t frn, const AttrEntry& entry);
 
-// The logical size that a scan of the volume's file table found. False where it found none.
-bool LookupMftSize(const VolumeIndex& volume, uint64_t frn, MftSize& out);
+// The sizes that a scan of the volume's file table found; empty where it found none. Takes mftSizesLock.
+[[nodiscard]] std::optional<MftSize> LookupMftSize(const VolumeIndex& volume, uint64_t frn);
 
-enum class Insist { kNo, kOnDisk };
+enum class Insist : uint8_t { kNo, kOnDisk };
 
 // What the interface thread sees, which waits a moment for the lock and no longer.
 struct AttrGlance {
@@ -43,11 +46,13 @@ struct AttrGlance {
   bool hasRoom = true;  // a file without an entry can get one: the cache is not full
 };
 // Empty where the lock was not to be had.
-std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn);
+[[nodiscard]] std::optional<AttrGlance> GlanceAtAttr(const VolumeIndex& volume, uint64_t frn);
 
 // PeekAttrs, stale entries as they were; false where the lock was not to be had.
-bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out);
+[[nodiscard]] bool GlanceAtAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns,
+                                 std::span<AttrEntry> out);
 
+// Equal in all that a row shows: not in `stale` and `look`.
 bool IsSameAttr(const AttrEntry& one, const AttrEntry& other);
 
 // Fills `out` from the cache, else from the sizes of a scan, else from the disk; kOnDisk wants dates

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/background.h"
 
 namespace quilmark {

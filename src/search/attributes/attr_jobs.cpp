@@ -45,15 +45,15 @@ bool HydrateRow(const MatchItem& hit, std::vector<VolumeIndex*>& dirty) {
   if (!kind || kind->isDeleted) return false;
   const bool isListed = std::find(dirty.begin(), dirty.end(), hit.volume) != dirty.end();
   if (kind->isDirectory && hit.volume->folderSizesDirty && !isListed) dirty.push_back(hit.volume);
-  AttrEntry before, after;
-  if (LookupAttr(*hit.volume, kind->frn, before) && (before.modified != 0 || before.created != 0)) {
-    return false;
-  }
+  const auto held = LookupAttr(*hit.volume, kind->frn);
+  if (held && (held->modified != 0 || held->created != 0)) return false;
+  const AttrEntry before = held.value_or(AttrEntry());
   AttrEntry scratch = before;
   EnsureFileAttributes(hit.volume, hit.index, scratch, Insist::kOnDisk);
   // A full cache takes nothing, and of a file that cannot be read nothing is new: to paint again would
   // only ask again.
-  return PeekAttr(*hit.volume, kind->frn, after) && !IsSameAttr(before, after);
+  const auto after = PeekAttr(*hit.volume, kind->frn);
+  return after && !IsSameAttr(before, *after);
 }
 
 void Hydrate(const Hydration& job) {
@@ -138,12 +138,7 @@ void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
 }
 
 void PrewarmAttrCacheAsync(SearchEngine& engine) {
-  if (engine.prewarming.exchange(true)) return;
-  const bool isStarted = RunBackground("prewarm_attr_cache", [&engine] {
-    const FlagMark mark{engine.prewarming};
-    PrewarmVolumes(engine);
-  });
-  if (!isStarted) engine.prewarming = false;
+  engine.prewarming.Start("prewarm_attr_cache", [&engine] { PrewarmVolumes(engine); });
 }
 
 void AutosaveAttrCacheAsync(SearchEngine& engine) {

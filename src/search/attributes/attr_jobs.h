@@ -29,7 +29,7 @@ bool ShowsStale(const ResultSet& rows, RowRange range);
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range);
 
 // Job "prewarm_attr_cache": the first files of each volume that has no attributes yet.
-// Engine().prewarming is set meanwhile.
+// Engine().prewarming runs meanwhile.
 void PrewarmAttrCacheAsync(SearchEngine& engine);
 
 // Job "cache_autosave", if there is something to save and none runs. Of the program that owns the

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <shared_mutex>
 
-#include "index/data_changes.h"
+#include "index/follow/data_changes.h"
 
 namespace quilmark {
 

@@ -96,13 +96,12 @@ void RebuildFolderSizes(VolumeIndex& volume) {
   volume.folderSizes.swap(totals);
 }
 
-bool GetFolderSize(VolumeIndex& volume, uint64_t frn, uint64_t& out, IfDirty ifDirty) {
+std::optional<uint64_t> GetFolderSize(VolumeIndex& volume, uint64_t frn, IfDirty ifDirty) {
   if (ifDirty == IfDirty::kRebuild && volume.folderSizesDirty) RebuildFolderSizes(volume);
   const std::shared_lock lock(volume.folderSizesLock);
   const auto found = volume.folderSizes.find(frn);
-  if (found == volume.folderSizes.end()) return false;
-  out = found->second;
-  return true;
+  if (found == volume.folderSizes.end()) return std::nullopt;
+  return found->second;
 }
 
 void InstallMftSizes(VolumeIndex& volume, FrnMap<MftSize> sizes) {

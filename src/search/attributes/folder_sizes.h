@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 
@@ -12,10 +13,11 @@ namespace quilmark {
 // indexLock shared meanwhile: searches go on.
 void RebuildFolderSizes(VolumeIndex& volume);
 
-enum class IfDirty { kLeave, kRebuild };
+enum class IfDirty : uint8_t { kLeave, kRebuild };
 
-// True if the folder has a total.
-bool GetFolderSize(VolumeIndex& volume, uint64_t frn, uint64_t& out, IfDirty ifDirty);
+// The total of the folder in bytes; empty if it has none, as one without a byte below it. Takes
+// folderSizesLock; kRebuild adds up first where sizes have arrived since.
+[[nodiscard]] std::optional<uint64_t> GetFolderSize(VolumeIndex& volume, uint64_t frn, IfDirty ifDirty);
 
 // Takes over the sizes of a scan and rebuilds the totals.
 void InstallMftSizes(VolumeIndex& volume, FrnMap<MftSize> sizes);

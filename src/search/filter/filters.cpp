@@ -301,13 +301,13 @@ bool PassesPresets(const FilterContext& context, int64_t size, FileTime date) {
 bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64_t frn) {
   const bool needsDate = ActsOnTime(context);
   if (!needsDate && !ActsOnSize(context)) return true;
-  AttrEntry entry;
-  const bool isHeld = PeekAttr(*hit.volume, frn, entry);
-  MftSize size;
-  if (!isHeld && !needsDate && LookupMftSize(*hit.volume, frn, size)) {
-    return PassesPresets(context, static_cast<int64_t>(size.logical), 0);
+  const auto held = PeekAttr(*hit.volume, frn);
+  if (!held && !needsDate) {
+    const auto size = LookupMftSize(*hit.volume, frn);
+    if (size) return PassesPresets(context, static_cast<int64_t>(size->logical), 0);
   }
-  if (!isHeld || (needsDate && DateOf(context, entry) == 0)) {
+  AttrEntry entry = held.value_or(AttrEntry());
+  if (!held || (needsDate && DateOf(context, entry) == 0)) {
     EnsureFileAttributes(hit.volume, hit.index, entry, needsDate ? Insist::kOnDisk : Insist::kNo);
   }
   return entry.valid && PassesPresets(context, entry.size, DateOf(context, entry));

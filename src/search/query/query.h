@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,9 +42,11 @@ bool IsContentPrefix(std::u16string_view text);
 // Quotes off, "/" to "\", no "\" at the end; a root is "C:".
 std::u16string NormalizePathQuery(std::u16string_view text);
 
-// True with `path` normalised if the text names a folder that exists.
-bool IsExistingFolderQuery(std::u16string_view text, std::u16string& path);
+// The normalised path if the text names a folder that exists, from the root of a drive or of the host
+// on; else empty. Asks the disk.
+std::optional<std::u16string> IsExistingFolderQuery(std::u16string_view text);
 
+// `terms` are folded, and so is `name`.
 bool HoldsAllTerms(std::u16string_view name, const std::vector<std::u16string>& terms);
 
 // One group has every term in it. `lowerName` is the folded name, tested up to its first NUL if it holds

@@ -50,16 +50,15 @@ static bool IsAbsolute(std::u16string_view path) {
   return path.size() >= 2 && path[1] == u':' && (path.size() == 2 || path[2] == u'\\');
 }
 
-bool IsExistingFolderQuery(std::u16string_view text, std::u16string& path) {
-  if (text.empty() || text.starts_with(u"s:")) return false;
+std::optional<std::u16string> IsExistingFolderQuery(std::u16string_view text) {
+  if (text.empty() || text.starts_with(u"s:")) return std::nullopt;
   const std::u16string typed = NormalizePathQuery(text);
-  if (!IsAbsolute(typed)) return false;
+  if (!IsAbsolute(typed)) return std::nullopt;
 
   std::u16string normalized = DrivePathOf(typed);
   const bool isDrive = normalized.size() == 2;
-  if (!IsExistingFolder(isDrive ? normalized + u'\\' : normalized)) return false;
-  path = std::move(normalized);
-  return true;
+  if (!IsExistingFolder(isDrive ? normalized + u'\\' : normalized)) return std::nullopt;
+  return normalized;
 }
 
 static bool SamePathUnit(char16_t a, char16_t b) {

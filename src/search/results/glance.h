@@ -3,7 +3,7 @@
 
 #include <shared_mutex>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 
 namespace quilmark {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 
 namespace quilmark {
 

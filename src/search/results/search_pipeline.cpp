@@ -211,8 +211,7 @@ void RunSearch(const SearchJob& job) {
   const SearchScope scope = ResolveScope(job.scope);
   if (scope.desktopOnly && !scope.desktop) return PublishFinal(job, MakeResultSet());
   if (content.Active) return RunContentSearch(job, content, scope);
-  std::u16string folder;
-  if (IsExistingFolderQuery(job.text, folder)) return RunFolderQuery(job, folder, scope);
+  if (const auto folder = IsExistingFolderQuery(job.text)) return RunFolderQuery(job, *folder, scope);
   RunNameSearch(job, volumes, scope);
 }
 

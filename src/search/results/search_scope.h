@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 
 namespace quilmark {
 

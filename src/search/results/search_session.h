@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/background.h"
 #include "platform/published.h"
 #include "platform/window_post.h"

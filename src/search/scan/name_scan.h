@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "index/volume_index.h"
+#include "index/tables/volume_index.h"
 #include "search/query/query.h"
 #include "search/scan/scan_kernel.h"
 

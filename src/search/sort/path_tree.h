@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "search/sort/sort_key.h"
 
 namespace quilmark {

@@ -48,16 +48,17 @@ void SetFileValue(SortRow& row, const AttrEntry& entry, uint64_t frn, int column
     row.hasValue = entry.valid && DateOf(entry, column) != 0;
     return;
   }
-  MftSize size;
-  if ((entry.valid && entry.size != 0) || !LookupMftSize(*row.volume, frn, size)) return;
-  if (!entry.valid || size.logical > 0) row.size = static_cast<int64_t>(size.logical);
+  if (entry.valid && entry.size != 0) return;
+  const auto size = LookupMftSize(*row.volume, frn);
+  if (!size) return;
+  if (!entry.valid || size->logical > 0) row.size = static_cast<int64_t>(size->logical);
   row.hasValue = true;
 }
 
 void SetFolderValue(SortRow& row, uint64_t frn) {
-  uint64_t size = 0;
-  row.hasValue = GetFolderSize(*row.volume, frn, size, IfDirty::kLeave);
-  row.size = static_cast<int64_t>(size);
+  const auto size = GetFolderSize(*row.volume, frn, IfDirty::kLeave);
+  row.hasValue = size.has_value();
+  row.size = static_cast<int64_t>(size.value_or(0));
 }
 
 void FillSortRows(RowRun run, int column, std::span<SortRow> rows) {
@@ -123,10 +124,9 @@ std::optional<ResultSet> MissingRows(RowRun rows, int column, const Ticket& tick
     const auto& asked = column == kColumnSize ? kinds.fileFrns : kinds.frns;
     LookupAttrs(volume, std::span(asked).first(run.size()), entries);
     for (size_t i = 0; i < run.size(); ++i) {
-      MftSize size;
       const bool isKnown = column != kColumnSize ? DateOf(entries[i], column) != 0
                                                  : entries[i].valid || asked[i] == 0 ||
-                                                       LookupMftSize(volume, asked[i], size);
+                                                       LookupMftSize(volume, asked[i]).has_value();
       if (kinds.isLive[i] && !isKnown) missing.push_back(run[i]);
     }
     return true;

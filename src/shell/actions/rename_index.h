@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "index/tidy_names.h"
+#include "index/tables/tidy_names.h"
 #include "search/results/search_session.h"
 
 namespace quilmark {

@@ -4,8 +4,8 @@
 
 #include "config/product.h"
 #include "config/translate.h"
-#include "index/search_engine.h"
-#include "index/volume_life.h"
+#include "index/engine/search_engine.h"
+#include "index/life/volume_life.h"
 #include "platform/format.h"
 #include "search/results/search_pipeline.h"
 #include "shell/app/routing.h"

@@ -2,8 +2,8 @@
 
 #include "config/attr_counters.h"
 #include "config/log.h"
-#include "index/search_engine.h"
-#include "index/volume_life.h"
+#include "index/engine/search_engine.h"
+#include "index/life/volume_life.h"
 #include "platform/clock.h"
 #include "shell/app/window_timers.h"
 

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "config/log.h"
-#include "index/search_engine.h"
-#include "index/volume_life.h"
+#include "index/engine/search_engine.h"
+#include "index/life/volume_life.h"
 #include "shell/app/engine_messages.h"
 #include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"

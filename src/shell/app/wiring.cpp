@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "config/translate.h"
-#include "index/data_changes.h"
-#include "index/volume_life.h"
+#include "index/follow/data_changes.h"
+#include "index/life/volume_life.h"
 #include "search/attributes/attr_cache_file.h"
 #include "search/results/search_session.h"
 #include "shell/app/engine_messages.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 
 namespace quilmark {
 

@@ -22,7 +22,7 @@ struct EnginePort {
   virtual FilterCounts CountByCategory(const FilterSettings& settings) = 0;
   virtual void Sort(int column, Direction direction) = 0;
 
-  virtual void PrewarmAttributes() = 0;  // raises Engine().prewarming until it is done
+  virtual void PrewarmAttributes() = 0;  // Engine().prewarming runs until it is done
   virtual void AutosaveAttributes() = 0;
   virtual void SaveAttributes() = 0;  // before it returns
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "config/translate.h"
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/format.h"
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"
@@ -191,7 +191,7 @@ void StartPrewarm(SearchView& view, const ViewContext& context) {
 }
 
 Effects PollPrewarm(SearchView& view, const ViewContext& context) {
-  if (Engine().prewarming && ++view.prewarmRounds < kMostPrewarmRounds) return {};
+  if (Engine().prewarming.IsRunning() && ++view.prewarmRounds < kMostPrewarmRounds) return {};
   context.window.StopTimer(kTimerPrewarmPoll);
   view.prewarmRunning = false;
   view.prewarmRounds = 0;

@@ -24,15 +24,13 @@ bool WereNeverAddedUp(const VolumeIndex& volume) {
 }
 
 std::u16string FolderSizeText(VolumeIndex& volume, uint64_t frn) {
-  uint64_t size = 0;
-  if (GetFolderSize(volume, frn, size, IfDirty::kLeave)) return SizeText(size);
+  if (const auto size = GetFolderSize(volume, frn, IfDirty::kLeave)) return SizeText(*size);
   return std::u16string(WereNeverAddedUp(volume) ? kNotKnownYet : kAbsent);
 }
 
 std::u16string FileSizeText(const MatchItem& hit, uint64_t frn, const AttrGlance& known) {
   if (known.entry.valid) return SizeText(static_cast<uint64_t>(known.entry.size));
-  MftSize size;
-  if (LookupMftSize(*hit.volume, frn, size)) return SizeText(size.logical);
+  if (const auto size = LookupMftSize(*hit.volume, frn)) return SizeText(size->logical);
   return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
 }
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 
 namespace quilmark {
 

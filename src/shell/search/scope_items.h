@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "shell/search/search_view.h"
 
 namespace quilmark {

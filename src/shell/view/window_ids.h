@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "index/volume_life.h"
+#include "index/life/volume_life.h"
 #include "search/attributes/attr_jobs.h"
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"

@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "index/directory_walk.h"
-#include "index/search_engine.h"
+#include "index/build/directory_walk.h"
+#include "index/engine/search_engine.h"
 #include "platform/utf.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"

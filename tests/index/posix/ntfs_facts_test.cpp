@@ -11,7 +11,7 @@
 #include <optional>
 #include <shared_mutex>
 
-#include "index/ntfs_volume.h"
+#include "index/build/ntfs_volume.h"
 #include "index/posix/ntfs_mount.h"
 #include "platform/file_reference.h"
 #include "platform/ntfs/mft_reader.h"

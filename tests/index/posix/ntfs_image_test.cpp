@@ -7,7 +7,7 @@
 #include <set>
 #include <shared_mutex>
 
-#include "index/ntfs_volume.h"
+#include "index/build/ntfs_volume.h"
 #include "index/posix/ntfs_mount.h"
 #include "platform/ntfs/mft_reader.h"
 #include "support/mapped_drive.h"

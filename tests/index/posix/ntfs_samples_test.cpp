@@ -9,9 +9,9 @@
 #include <shared_mutex>
 #include <thread>
 
-#include "index/doubtful_records.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/doubtful_records.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
 #include "platform/files.h"

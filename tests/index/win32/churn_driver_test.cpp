@@ -5,9 +5,9 @@
 #include <unordered_set>
 
 #include "driver/test_volume_server.h"
-#include "index/data_changes.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/data_changes.h"
+#include "index/follow/usn_monitor.h"
 #include "support/churn_volume.h"
 
 namespace quilmark {

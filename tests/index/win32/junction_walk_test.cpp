@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "index/directory_walk.h"
-#include "index/folder_reader.h"
-#include "index/search_engine.h"
+#include "index/build/directory_walk.h"
+#include "index/build/folder_reader.h"
+#include "index/engine/search_engine.h"
 #include "support/host_link.h"
 #include "support/mapped_drive.h"
 

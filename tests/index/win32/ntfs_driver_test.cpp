@@ -5,9 +5,9 @@
 
 #include "driver/open_gate.h"
 #include "driver/test_volume_server.h"
-#include "index/ntfs_volume.h"
-#include "index/search_engine.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/engine/search_engine.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/drives.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/usn_record.h"

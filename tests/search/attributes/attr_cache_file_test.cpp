@@ -9,7 +9,7 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/volume_life.h"
+#include "index/life/volume_life.h"
 #include "platform/background.h"
 #include "platform/bounded_jobs.h"
 #include "platform/files.h"
@@ -17,6 +17,7 @@
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"
 #include "support/gate.h"
+#include "support/gives.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -59,7 +60,7 @@ class AttrCacheFile : public testing::Test {
   }
   bool Holds(const VolumeIndex& volume) {
     AttrEntry entry;
-    return PeekAttr(volume, kFrn, entry) && IsSame(entry, kEntry);
+    return Gives(PeekAttr(volume, kFrn), entry) && IsSame(entry, kEntry);
   }
 
   ScratchConfig config;

@@ -6,12 +6,13 @@
 #include <thread>
 
 #include "config/attr_counters.h"
-#include "index/ntfs_volume.h"
-#include "index/search_engine.h"
+#include "index/build/ntfs_volume.h"
+#include "index/engine/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "search/attributes/folder_sizes.h"
 #include "support/gate.h"
+#include "support/gives.h"
 #include "support/mapped_drive.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
@@ -73,9 +74,9 @@ TEST_F(AttrCache, TakesTheSizeOfAScanUnlessDatesAreWanted) {
 TEST_F(AttrCache, FindsTheSizeOfAScanByTheBareRecordNumber) {
   volume->mftSizes[0x64] = {.logical = 77, .allocated = 512};
   MftSize size;
-  EXPECT_TRUE(LookupMftSize(*volume, kFrn, size));
+  EXPECT_TRUE(Gives(LookupMftSize(*volume, kFrn), size));
   EXPECT_EQ(size.logical, 77u);
-  EXPECT_FALSE(LookupMftSize(*volume, kGoneFrn, size));
+  EXPECT_FALSE(Gives(LookupMftSize(*volume, kGoneFrn), size));
 }
 
 TEST_F(AttrCache, TakesTheSizeOfAScanForAFileThatCannotBeRead) {
@@ -104,10 +105,10 @@ TEST_F(AttrCache, LeavesTheOutputForNoRecordAndNoVolume) {
 TEST_F(AttrCache, CountsHitsAndMisses) {
   const uint64_t hits = AttrCounters().hits, misses = AttrCounters().misses;
   AttrEntry entry;
-  EXPECT_FALSE(LookupAttr(*volume, kFrn, entry));
+  EXPECT_FALSE(Gives(LookupAttr(*volume, kFrn), entry));
   StoreAttr(*volume, kFrn, {.size = 1, .valid = true});
-  EXPECT_TRUE(LookupAttr(*volume, kFrn, entry));
-  EXPECT_TRUE(PeekAttr(*volume, kFrn, entry));
+  EXPECT_TRUE(Gives(LookupAttr(*volume, kFrn), entry));
+  EXPECT_TRUE(Gives(PeekAttr(*volume, kFrn), entry));
   EXPECT_EQ(AttrCounters().hits, hits + 1);
   EXPECT_EQ(AttrCounters().misses, misses + 1);
 }
@@ -116,7 +117,7 @@ TEST_F(AttrCache, MeasuresHowLongItWaitsForItsLock) {
   const std::function<void()> uses[] = {
       [this] {
         AttrEntry entry;
-        LookupAttr(*volume, kFrn, entry);
+        Gives(LookupAttr(*volume, kFrn), entry);
       },
       [this] { StoreAttr(*volume, kFrn, {.size = 1, .valid = true}); }};
   for (const auto& use : uses) {
@@ -271,12 +272,12 @@ TEST(FolderSizes, AddUpAlongTheParents) {
   StoreAttr(*volume, 202, {.size = 300, .valid = true});
   StoreAttr(*volume, 203, {.size = 4'000, .valid = false});
   uint64_t size = 0;
-  EXPECT_FALSE(GetFolderSize(*volume, 100, size, IfDirty::kLeave));
-  ASSERT_TRUE(GetFolderSize(*volume, 101, size, IfDirty::kRebuild));
+  EXPECT_FALSE(Gives(GetFolderSize(*volume, 100, IfDirty::kLeave), size));
+  ASSERT_TRUE(Gives(GetFolderSize(*volume, 101, IfDirty::kRebuild), size));
   EXPECT_EQ(size, 21u);
-  ASSERT_TRUE(GetFolderSize(*volume, 100, size, IfDirty::kRebuild));
+  ASSERT_TRUE(Gives(GetFolderSize(*volume, 100, IfDirty::kRebuild), size));
   EXPECT_EQ(size, 321u);
-  ASSERT_TRUE(GetFolderSize(*volume, kRootFrnOfTests, size, IfDirty::kRebuild));
+  ASSERT_TRUE(Gives(GetFolderSize(*volume, kRootFrnOfTests, IfDirty::kRebuild), size));
   EXPECT_EQ(size, 321u);
   EXPECT_FALSE(volume->folderSizesDirty);
 }
@@ -290,7 +291,7 @@ TEST(FolderSizes, PreferTheSizesOfAScan) {
   sizes[0xC8] = {.logical = 500, .allocated = 512};
   InstallMftSizes(*volume, sizes);
   uint64_t size = 0;
-  ASSERT_TRUE(GetFolderSize(*volume, kRootFrnOfTests, size, IfDirty::kLeave));
+  ASSERT_TRUE(Gives(GetFolderSize(*volume, kRootFrnOfTests, IfDirty::kLeave), size));
   EXPECT_EQ(size, 500u);
 }
 
@@ -306,10 +307,10 @@ TEST(FolderSizes, GoNoFurtherThanSixtyFourParents) {
   uint64_t size = 0;
   for (uint64_t frn = 1'099; frn >= 1'099 - 63; --frn) {
     size = 0;
-    EXPECT_TRUE(GetFolderSize(*volume, frn, size, IfDirty::kRebuild));
+    EXPECT_TRUE(Gives(GetFolderSize(*volume, frn, IfDirty::kRebuild), size));
     EXPECT_EQ(size, 9u) << frn;
   }
-  EXPECT_FALSE(GetFolderSize(*volume, 1'099 - 64, size, IfDirty::kRebuild));
+  EXPECT_FALSE(Gives(GetFolderSize(*volume, 1'099 - 64, IfDirty::kRebuild), size));
 }
 
 TEST(FolderSizes, CountParentsThatAreUnknownOrDeletedAndGoNoFurther) {
@@ -321,9 +322,9 @@ TEST(FolderSizes, CountParentsThatAreUnknownOrDeletedAndGoNoFurther) {
   StoreAttr(*volume, 201, {.size = 2, .valid = true});
   MarkDeleted(*volume, folder);
   uint64_t size = 0;
-  EXPECT_TRUE(GetFolderSize(*volume, 100, size, IfDirty::kRebuild));
-  EXPECT_TRUE(GetFolderSize(*volume, 777, size, IfDirty::kRebuild));
-  EXPECT_FALSE(GetFolderSize(*volume, kRootFrnOfTests, size, IfDirty::kRebuild));
+  EXPECT_TRUE(Gives(GetFolderSize(*volume, 100, IfDirty::kRebuild), size));
+  EXPECT_TRUE(Gives(GetFolderSize(*volume, 777, IfDirty::kRebuild), size));
+  EXPECT_FALSE(Gives(GetFolderSize(*volume, kRootFrnOfTests, IfDirty::kRebuild), size));
 }
 
 TEST(FolderSizes, EndOnACircle) {
@@ -333,7 +334,7 @@ TEST(FolderSizes, EndOnACircle) {
   AddFile(*volume, u"1", 100, 200);
   StoreAttr(*volume, 200, {.size = 1, .valid = true});
   uint64_t size = 0;
-  ASSERT_TRUE(GetFolderSize(*volume, 100, size, IfDirty::kRebuild));
+  ASSERT_TRUE(Gives(GetFolderSize(*volume, 100, IfDirty::kRebuild), size));
   EXPECT_EQ(size, 32u);  // each second of 64 steps
 }
 

@@ -10,8 +10,8 @@
 #include <thread>
 
 #include "config/scratch_config.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/text.h"
 #include "platform/usn_record.h"
@@ -21,6 +21,7 @@
 #include "search/attributes/folder_sizes.h"
 #include "search/filter/filters.h"
 #include "search/sort/sort.h"
+#include "support/gives.h"
 #include "support/mapped_drive.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
@@ -182,7 +183,7 @@ class AttrConcurrency : public testing::Test {
     EXPECT_EQ(totals.size(), kFolders + 1);
     for (const auto& [frn, expected] : totals) {
       uint64_t total = 0;
-      ASSERT_TRUE(GetFolderSize(volume, frn, total, IfDirty::kLeave));
+      ASSERT_TRUE(Gives(GetFolderSize(volume, frn, IfDirty::kLeave), total));
       EXPECT_EQ(total, expected);
     }
   }
@@ -226,7 +227,7 @@ class AttrConcurrency : public testing::Test {
     LoadAttrCache(Engine());
     for (const auto& [frn, size] : sizes) {
       AttrEntry entry;
-      ASSERT_TRUE(PeekAttr(volume, frn, entry));
+      ASSERT_TRUE(Gives(PeekAttr(volume, frn), entry));
       ASSERT_EQ(static_cast<uint64_t>(entry.size), size);
     }
   }
@@ -239,7 +240,7 @@ TEST_F(AttrConcurrency, EverythingAtOnceEndsAsAPlainReferenceSays) {
   });
   std::thread totals([&] {
     uint64_t size = 0;
-    while (!done) GetFolderSize(volume, kRootFrnOfTests, size, IfDirty::kRebuild);
+    while (!done) Gives(GetFolderSize(volume, kRootFrnOfTests, IfDirty::kRebuild), size);
   });
   std::thread saver([&] {
     for (int round = 0; !done; ++round) {

@@ -8,7 +8,7 @@
 #include "config/attr_counters.h"
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/usn_monitor.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/background.h"
 #include "platform/files.h"
 #include "platform/usn_record.h"
@@ -16,6 +16,8 @@
 #include "search/attributes/attr_cache_file.h"
 #include "search/attributes/folder_sizes.h"
 #include "support/gate.h"
+#include "support/gives.h"
+#include "support/held_job.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 #include "support/scripted_device.h"
@@ -55,7 +57,7 @@ class AttrJobs : public testing::Test {
   }
   bool Knows(uint64_t frn) {
     AttrEntry entry;
-    return PeekAttr(volume, frn, entry);
+    return Gives(PeekAttr(volume, frn), entry);
   }
   bool HasFile() { return IsExistingPath(GetConfigDirectory() + u"\\attrcache.v1.bin"); }
   void Autosave() {
@@ -94,9 +96,9 @@ TEST_F(AttrJobs, HydrationSaysNothingWhereNothingIsNew) {
 TEST_F(AttrJobs, HydrationOfAFolderAddsUpWhatLiesBelow) {
   Hydrate(Rows({c}), {0, 1});
   uint64_t total = 0;
-  EXPECT_FALSE(GetFolderSize(volume, 103, total, IfDirty::kLeave));
+  EXPECT_FALSE(Gives(GetFolderSize(volume, 103, IfDirty::kLeave), total));
   Hydrate(Rows({d}), {0, 1});
-  ASSERT_TRUE(GetFolderSize(volume, 103, total, IfDirty::kLeave));
+  ASSERT_TRUE(Gives(GetFolderSize(volume, 103, IfDirty::kLeave), total));
   EXPECT_EQ(total, 30u);
   EXPECT_FALSE(volume.folderSizesDirty);
 }
@@ -177,7 +179,7 @@ TEST_F(AttrJobs, ARenamedFileLosesItsEntryAndGetsAFreshOneWhenShown) {
   EXPECT_FALSE(Knows(101));
   Hydrate(Rows({a}), {0, 1});
   AttrEntry entry;
-  ASSERT_TRUE(PeekAttr(volume, 101, entry));
+  ASSERT_TRUE(Gives(PeekAttr(volume, 101), entry));
   EXPECT_EQ(entry.size, 77);
 }
 
@@ -192,7 +194,7 @@ TEST_F(AttrJobs, PrewarmFillsTheFirstRecordsOfVolumesThatHaveNone) {
   EXPECT_TRUE(Knows(104));
   EXPECT_FALSE(Knows(volume.records[3'000].frn));
   EXPECT_EQ(warm.attrs.size(), 1u);
-  EXPECT_FALSE(Engine().prewarming);
+  EXPECT_FALSE(Engine().prewarming.IsRunning());
 }
 
 TEST_F(AttrJobs, PrewarmTakesTheVolumesThatWereColdWhenItBegan) {
@@ -206,7 +208,7 @@ TEST_F(AttrJobs, PrewarmTakesTheVolumesThatWereColdWhenItBegan) {
   gate.Open();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   AttrEntry entry;
-  EXPECT_TRUE(PeekAttr(next, 500, entry));
+  EXPECT_TRUE(Gives(PeekAttr(next, 500), entry));
 }
 
 TEST_F(AttrJobs, PrewarmEndsWithTheProgram) {
@@ -215,22 +217,23 @@ TEST_F(AttrJobs, PrewarmEndsWithTheProgram) {
   Gate gate(volume.attrLock, Gate::Stops::kWriters);
   PrewarmAttrCacheAsync(Engine());
   ASSERT_TRUE(WaitUntil([reads] { return AttrCounters().diskReads > reads; }));
-  EXPECT_TRUE(Engine().prewarming);
+  EXPECT_TRUE(Engine().prewarming.IsRunning());
   ShutdownRequested = true;
   gate.Open();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   ShutdownRequested = false;
   EXPECT_EQ(volume.attrs.size(), 1u) << "the one that was under way";
   EXPECT_TRUE(next.attrs.empty());
-  EXPECT_FALSE(Engine().prewarming);
+  EXPECT_FALSE(Engine().prewarming.IsRunning());
 }
 
 TEST_F(AttrJobs, PrewarmRunsOnceAtATime) {
-  Engine().prewarming = true;
+  HeldJob running(Engine().prewarming);
   PrewarmAttrCacheAsync(Engine());
+  EXPECT_TRUE(Engine().prewarming.TakeAsked()) << "refused";
+  running.End();
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(volume.attrs.empty());
-  Engine().prewarming = false;
 }
 
 TEST_F(AttrJobs, AutosaveWritesOnlyWhatIsNew) {

@@ -1,4 +1,4 @@
-#include "index/data_changes.h"
+#include "index/follow/data_changes.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/drives.h"
 #include "platform/file_reference.h"
 #include "platform/files.h"
@@ -19,6 +19,7 @@
 #include "search/attributes/attr_positions.h"
 #include "search/attributes/attr_replay.h"
 #include "search/attributes/folder_sizes.h"
+#include "support/gives.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
 #include "support/scripted_device.h"
@@ -119,7 +120,7 @@ TEST_F(DataChangesOfAVolume, OtherFilesStayAsTheyAre) {
   Ask(Insist::kOnDisk, 2);
   JournalSays(2'000, kFile, kExtend);
   AttrEntry entry;
-  EXPECT_TRUE(PeekAttr(volume, kOther, entry));
+  EXPECT_TRUE(Gives(PeekAttr(volume, kOther), entry));
   EXPECT_EQ(timesTold, 0) << "nothing that anybody has seen changed";
 }
 
@@ -189,7 +190,7 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
   volume.volumeHandle = scripts.Open(u"N:");
   Ask();
   AttrEntry entry;
-  EXPECT_TRUE(PeekAttr(volume, kFile, entry));
+  EXPECT_TRUE(Gives(PeekAttr(volume, kFile), entry));
   const std::atomic<bool> wanted = true;
   const auto scratch = std::make_unique<ControlBuffer<65'536>>();
 
@@ -197,12 +198,12 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
     WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
   }
 
-  EXPECT_FALSE(PeekAttr(volume, kFile, entry));
+  EXPECT_FALSE(Gives(PeekAttr(volume, kFile), entry));
   Ask();
   for (uint32_t i = 0; i < kTurnsALook; ++i) {
     WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
   }
-  EXPECT_TRUE(PeekAttr(volume, kFile, entry)) << "asked behind the change";
+  EXPECT_TRUE(Gives(PeekAttr(volume, kFile), entry)) << "asked behind the change";
 }
 
 TEST_F(DataChangesOfAVolume, ALookThatLostItsPlaceBelievesNothing) {
@@ -212,22 +213,22 @@ TEST_F(DataChangesOfAVolume, ALookThatLostItsPlaceBelievesNothing) {
   script.QueueError(kReadOfDataChanges, kErrorJournalEntryDeleted);
   Look();
   AttrEntry entry;
-  EXPECT_FALSE(PeekAttr(volume, kFile, entry));
-  EXPECT_FALSE(PeekAttr(volume, kOther, entry));
+  EXPECT_FALSE(Gives(PeekAttr(volume, kFile), entry));
+  EXPECT_FALSE(Gives(PeekAttr(volume, kOther), entry));
 }
 
 TEST_F(DataChangesOfAVolume, TheSizeOfAScanBecomesThatOfTheRecord) {
   Build();
   InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}, {kOther, {.logical = 5}}});
   uint64_t total = 0;
-  ASSERT_TRUE(GetFolderSize(volume, kDocs, total, IfDirty::kLeave));
+  ASSERT_TRUE(Gives(GetFolderSize(volume, kDocs, IfDirty::kLeave), total));
   EXPECT_EQ(total, 15u);
   script.Queue(kFsctlGetNtfsFileRecord, {.output = RecordWithData(kFile, 100)});
 
   JournalSays(2'000, kFile, kExtend);
 
   EXPECT_TRUE(volume.folderSizesDirty);
-  ASSERT_TRUE(GetFolderSize(volume, kDocs, total, IfDirty::kRebuild));
+  ASSERT_TRUE(Gives(GetFolderSize(volume, kDocs, IfDirty::kRebuild), total));
   EXPECT_EQ(total, 105u);
 }
 
@@ -236,7 +237,7 @@ TEST_F(DataChangesOfAVolume, ARecordThatDoesNotTellLeavesTheSizeOfAScan) {
   InstallMftSizes(volume, {{kFile, {.logical = 10, .allocated = 10}}});
   JournalSays(2'000, kFile, kExtend);  // the device has no records
   MftSize size;
-  EXPECT_TRUE(LookupMftSize(volume, kFile, size));
+  EXPECT_TRUE(Gives(LookupMftSize(volume, kFile), size));
   EXPECT_EQ(size.logical, 10u);
   EXPECT_FALSE(volume.folderSizesDirty);
 }
@@ -263,7 +264,7 @@ class SizeInASecondRecord : public DataChangesOfAVolume {
   }
   uint64_t HeldSize() {
     MftSize size;
-    EXPECT_TRUE(LookupMftSize(volume, kFile, size));
+    EXPECT_TRUE(Gives(LookupMftSize(volume, kFile), size));
     return size.logical;
   }
 };
@@ -299,7 +300,7 @@ TEST_F(DataChangesOfAVolume, ANewNameKeepsTheSizeOfAScan) {
   script.Queue(kFsctlGetNtfsFileRecord, {.output = RecordWithData(kFile, 10)});
   JournalSays(2'000, kFile, kUsnReasonRenameNewName);
   MftSize size;
-  ASSERT_TRUE(LookupMftSize(volume, kFile, size));
+  ASSERT_TRUE(Gives(LookupMftSize(volume, kFile), size));
   EXPECT_EQ(size.logical, 10u);
 }
 
@@ -347,7 +348,7 @@ class CacheOverARestart : public DataChangesOfAVolume {
   }
   bool Holds(uint64_t frn) {
     AttrEntry entry;
-    return PeekAttr(volume, frn, entry);
+    return Gives(PeekAttr(volume, frn), entry);
   }
 };
 

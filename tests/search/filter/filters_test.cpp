@@ -12,6 +12,7 @@
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "support/gate.h"
+#include "support/gives.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 #include "support/search_harness.h"
@@ -341,7 +342,7 @@ TEST_F(ColdFilters, AskTheDiskForADateThatIsMissing) {
   EXPECT_EQ(Filter({.timePreset = k7Days}), Names{u"real"});
   EXPECT_EQ(AttrCounters().diskReads, reads + 1);
   AttrEntry entry;
-  ASSERT_TRUE(PeekAttr(*volume, kFrn, entry));
+  ASSERT_TRUE(Gives(PeekAttr(*volume, kFrn), entry));
   EXPECT_EQ(entry.size, 2'000);
 }
 

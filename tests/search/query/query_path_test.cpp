@@ -8,6 +8,7 @@
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "search/query/query.h"
+#include "support/gives.h"
 
 namespace quilmark {
 namespace {
@@ -75,7 +76,7 @@ class IsExistingFolderQueryTest : public testing::Test {
   // The path of the folder that `text` lists; "none" if it lists none.
   static std::u16string Listed(std::u16string_view text) {
     std::u16string path = u"none";
-    return IsExistingFolderQuery(text, path)
+    return Gives(IsExistingFolderQuery(text), path)
                ? path
                : (path == u"none" ? path : u"changed in spite of a refusal");
   }
@@ -164,9 +165,9 @@ TEST(PathInDesktop, AnEmptyPathOrFolderFails) {
 
 TEST(IsExistingFolderQuery, RelativePathIsNoFolder) {
   std::u16string path;
-  EXPECT_FALSE(IsExistingFolderQuery(u".", path));
-  EXPECT_FALSE(IsExistingFolderQuery(u"..", path));
-  EXPECT_FALSE(IsExistingFolderQuery(u"C:relative", path));
+  EXPECT_FALSE(Gives(IsExistingFolderQuery(u"."), path));
+  EXPECT_FALSE(Gives(IsExistingFolderQuery(u".."), path));
+  EXPECT_FALSE(Gives(IsExistingFolderQuery(u"C:relative"), path));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <shared_mutex>
 #include <unordered_map>
 
-#include "index/ntfs_volume.h"
-#include "index/usn_monitor.h"
+#include "index/build/ntfs_volume.h"
+#include "index/follow/usn_monitor.h"
 #include "platform/usn_record.h"
 #include "search/results/search_pipeline.h"
 #include "support/scripted_device.h"

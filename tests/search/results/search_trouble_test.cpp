@@ -6,7 +6,7 @@
 #include <new>
 #include <thread>
 
-#include "index/ntfs_volume.h"
+#include "index/build/ntfs_volume.h"
 #include "platform/background.h"
 #include "search/results/search_pipeline.h"
 #include "search/scan/name_scan.h"

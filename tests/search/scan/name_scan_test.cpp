@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "index/tidy_names.h"
+#include "index/tables/tidy_names.h"
 #include "platform/utf.h"
 #include "search/scan/initials.h"
 #include "support/volumes.h"

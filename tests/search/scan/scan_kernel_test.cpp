@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "index/name_pool.h"
+#include "index/tables/name_pool.h"
 #include "platform/text.h"
 #include "support/volumes.h"
 

@@ -7,7 +7,7 @@
 
 #include "config/attr_counters.h"
 #include "config/config_directory.h"
-#include "index/search_engine.h"
+#include "index/engine/search_engine.h"
 #include "platform/text_file.h"
 #include "search/attributes/attr_cache_file.h"
 #include "shell/window_harness.h"

@@ -40,7 +40,7 @@ TEST_F(WindowTimers, UnknownOnesAreNotTaken) {
 }
 
 TEST_F(WindowTimers, FireOnceUnlessTheyRepeat) {
-  Engine().prewarming = true;
+  const HeldJob prewarming(Engine().prewarming);
   window.trayWorks = false;
   for (const uint32_t id : {30003u, 30008u, 30010u, 30011u, 30014u}) {
     EXPECT_TRUE(Fire(id));
@@ -50,7 +50,6 @@ TEST_F(WindowTimers, FireOnceUnlessTheyRepeat) {
     EXPECT_TRUE(Fire(id));
     EXPECT_EQ(window.timers.count(id), 1u) << id;
   }
-  Engine().prewarming = false;
 }
 
 TEST_F(WindowTimers, TheTrayIconIsTriedUntilItIsThere) {
@@ -185,7 +184,7 @@ TEST_F(WindowTimers, ThePrewarmEndsWithTheEnginesFlag) {
   EXPECT_EQ(window.timers.at(30007), 500u);
   Fire(30007);
   EXPECT_TRUE(app.search.prewarmRunning);
-  Engine().prewarming = false;
+  harness.engine.prewarming.reset();
   Fire(30007);
   EXPECT_FALSE(app.search.prewarmRunning);
   EXPECT_EQ(app.search.prewarmRounds, 0);
@@ -200,7 +199,6 @@ TEST_F(WindowTimers, ThePrewarmBlocksSortingForSixtyRoundsAtMost) {
   EXPECT_TRUE(app.search.prewarmRunning);
   Fire(30007);
   EXPECT_FALSE(app.search.prewarmRunning);
-  Engine().prewarming = false;
 }
 
 TEST_F(WindowTimers, APrewarmThatBeginsAnewHasAllItsRounds) {
@@ -212,7 +210,6 @@ TEST_F(WindowTimers, APrewarmThatBeginsAnewHasAllItsRounds) {
   EXPECT_TRUE(app.search.prewarmRunning);
   Fire(30007);
   EXPECT_FALSE(app.search.prewarmRunning);
-  Engine().prewarming = false;
 }
 
 TEST_F(WindowTimers, ThePrewarmingsEndDrawsWhatWasMissing) {

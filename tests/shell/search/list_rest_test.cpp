@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "config/attr_counters.h"
-#include "index/data_changes.h"
+#include "index/follow/data_changes.h"
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_jobs.h"

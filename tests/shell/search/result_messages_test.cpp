@@ -249,7 +249,7 @@ TEST_F(ResultMessages, ARefreshByHandHoldsSortingBackWhileItPrewarms) {
   EXPECT_TRUE(Take(WM_NON_NTFS_REFRESHED, 0, 3));
   EXPECT_TRUE(app.search.prewarmRunning);
   EXPECT_EQ(window.timers.at(30007), 500u);
-  Engine().prewarming = false;
+  harness.engine.prewarming.reset();
   EXPECT_TRUE(harness.Carry(RouteTimer(app, harness.Context(), 30007)));
   EXPECT_FALSE(app.search.prewarmRunning);
 }

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "index/ntfs_volume.h"
-#include "index/volume_list.h"
+#include "index/build/ntfs_volume.h"
+#include "index/engine/volume_list.h"
 #include "platform/bytes.h"
 #include "platform/clock.h"
 #include "platform/drives.h"

@@ -14,8 +14,8 @@
 
 #include "config/ui_colors.h"
 #include "config/window_settings.h"
-#include "index/volume_index.h"
-#include "index/volume_life.h"
+#include "index/life/volume_life.h"
+#include "index/tables/volume_index.h"
 #include "platform/background.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
@@ -90,11 +90,10 @@ void Crash() {
 
 LRESULT SizeOfFirstRow() {
   const auto rows = ShownResults();
-  AttrEntry entry;
   if (rows->empty()) return -1;
   const MatchItem& first = rows->front();
-  const bool isKnown = PeekAttr(*first.volume, first.volume->records[first.index].frn, entry);
-  return isKnown ? entry.size : -1;
+  const auto entry = PeekAttr(*first.volume, first.volume->records[first.index].frn);
+  return entry ? entry->size : -1;
 }
 
 LRESULT PathOfShownRow(uint32_t row) {

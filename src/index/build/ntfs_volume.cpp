@@ -1,0 +1,330 @@
+#include "index/build/ntfs_volume.h"
+
+#include <atomic>
+#include <exception>
+#include <future>
+#include <mutex>
+#include <thread>
+
+#include "config/log.h"
+#include "index/build/enum_queue.h"
+#include "index/engine/search_engine.h"
+#include "index/follow/data_changes.h"
+#include "index/follow/usn_monitor.h"
+#include "platform/bytes.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/drives.h"
+#include "platform/format.h"
+#include "platform/usn_record.h"
+#include "platform/utf.h"
+
+namespace quilmark {
+
+JournalPauses journalPauses;
+
+namespace {
+
+constexpr uint64_t kJournalMaximumBytes = 0x1000'0000;  // 256 MiB
+constexpr uint64_t kJournalStepBytes = 0x100'0000;      // 16 MiB
+constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
+constexpr int kMostTries = 3;              // of the probe, and of a query
+constexpr uint32_t kDeviceReleaseMs = 50;  // the system may hold a closed device a moment longer
+
+// USN_JOURNAL_DATA of 56 bytes (winioctl.h).
+constexpr size_t kJournalDataBytes = 56, kUsnJournalId = 0, kNextUsn = 16;
+
+// The first form of MFT_ENUM_DATA.
+struct MftEnumData {
+  uint64_t startFileReferenceNumber = 0;
+  int64_t lowUsn = 0;
+  int64_t highUsn = 0;
+};
+static_assert(sizeof(MftEnumData) == 24);
+
+struct CreateUsnJournalData {
+  uint64_t maximumSize = kJournalMaximumBytes;
+  uint64_t allocationDelta = kJournalStepBytes;
+};
+
+struct DeleteUsnJournalData {
+  uint64_t usnJournalId = 0;
+  uint32_t deleteFlags = 1;  // USN_DELETE_FLAG_DELETE
+  uint32_t padding = 0;
+};
+
+std::atomic<VolumeOpener> volumeOpener = OpenVolumeDevice;
+
+template <typename Input>
+std::span<const std::byte> InputBytes(const Input& input) {
+  return std::as_bytes(std::span(&input, 1));
+}
+
+std::shared_ptr<VolumeDevice> OpenForRecords(std::u16string_view drive) {
+  uint32_t error = 0;
+  const VolumeOpener open = volumeOpener;
+  auto device = open(drive, VolumeAccess::kReadWrite, error);
+  if (device == nullptr) device = open(drive, VolumeAccess::kRead, error);
+  return device;
+}
+
+// A cause that passes, as another program at the journal, is waited for before a failure counts.
+template <typename Ask, typename IsAnswer>
+uint32_t AskPatiently(Ask ask, IsAnswer isAnswer) {
+  uint32_t error = ask();
+  for (int tries = 1; tries < kMostTries && !isAnswer(error) && !ShutdownRequested; ++tries) {
+    SleepMs(journalPauses.beforeRetryMs);
+    error = ask();
+  }
+  return error;
+}
+
+// Takes the journal's identity and its position. The error where there is none.
+uint32_t QueryJournal(VolumeIndex& volume, VolumeDevice& device) {
+  ControlBuffer<kJournalDataBytes> data{};
+  const auto query = [&] {
+    const auto reply = device.Control(kFsctlQueryUsnJournal, {}, data.bytes);
+    return reply.error == 0 && reply.bytes < kJournalDataBytes ? kErrorMoreData : reply.error;
+  };
+  const uint32_t error = AskPatiently(
+      query, [](uint32_t answer) { return answer == 0 || answer == kErrorJournalNotActive; });
+  if (error != 0) return error;
+  volume.journalId = LoadLe<uint64_t>(data.bytes, kUsnJournalId);
+  volume.nextUsn = LoadLe<int64_t>(data.bytes, kNextUsn);
+  return 0;
+}
+
+void CreateJournal(VolumeDevice& device) {
+  device.Control(kFsctlCreateUsnJournal, InputBytes(CreateUsnJournalData{}), {});
+}
+
+uint32_t FindOrCreateJournal(VolumeIndex& volume, VolumeDevice& device) {
+  if (QueryJournal(volume, device) == 0) return 0;
+  CreateJournal(device);
+  return QueryJournal(volume, device);
+}
+
+bool IsProbeAnswer(uint32_t error) {
+  return error == 0 || error == kErrorHandleEof || error == kErrorMoreData;
+}
+
+// What the enumeration answers: one of IsProbeAnswer, or why it does not work.
+uint32_t ProbeEnumeration(VolumeDevice& device, const MftEnumData& range) {
+  ControlBuffer<520> scratch;
+  return AskPatiently(
+      [&] { return device.Control(kFsctlEnumUsnData, InputBytes(range), scratch.bytes).error; },
+      IsProbeAnswer);
+}
+
+// A journal that exists and cannot be used gives way to a new one. Others use it too: the log tells why.
+uint32_t ReplaceJournal(VolumeIndex& volume, VolumeDevice& device, uint32_t probeError) {
+  const uint64_t formerId = volume.journalId;
+  const DeleteUsnJournalData former{.usnJournalId = formerId};
+  device.Control(kFsctlDeleteUsnJournal, InputBytes(former), {});
+  CreateJournal(device);
+  const uint32_t error = QueryJournal(volume, device);
+  LogPerfMetric(FormatText(u"journal replaced drive=%s probe_error=%lu former_id=%llu id=%llu",
+                           volume.drive, probeError, formerId,
+                           error == 0 ? volume.journalId.load() : 0));
+  return error;
+}
+
+void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u16string& name) {
+  UsnCursor cursor{.block = block};
+  while (!ShutdownRequested) {
+    const auto record = NextUsnRecord(cursor);
+    if (!record) return;
+    AppendRecord(volume,
+                 {.frn = record->frn,
+                  .parentFrn = record->parentFrn,
+                  .isDirectory = (record->attributes & kFileAttributeDirectory) != 0},
+                 NameUnits(*record, name));
+  }
+}
+
+void ParseBlocks(VolumeIndex& volume, EnumQueue& queue) {
+  std::u16string name;
+  while (!ShutdownRequested) {
+    const auto buffer = queue.Pop();
+    if (buffer == nullptr) return;
+    AppendRecords(volume, buffer->Block(), name);
+    volume.recordsRead = volume.records.size();
+  }
+}
+
+void ReadBlocks(VolumeDevice& device, MftEnumData range, EnumQueue& queue) {
+  while (!ShutdownRequested && !queue.IsAbandoned()) {
+    auto buffer = std::make_unique_for_overwrite<EnumBuffer>();
+    const auto reply = device.Control(kFsctlEnumUsnData, InputBytes(range), buffer->bytes);
+    if (reply.error != 0 || reply.bytes < kUsnPositionBytes) return;
+    buffer->bytesReturned = static_cast<uint32_t>(reply.bytes);
+    range.startFileReferenceNumber = LoadLe<uint64_t>(buffer->bytes, 0);
+    if (reply.bytes > kUsnPositionBytes) queue.Push(std::move(buffer));
+  }
+}
+
+// One pass: this thread reads, another parses, and what fails on either side ends both and leaves here.
+// indexLock is held over both.
+void Enumerate(VolumeIndex& volume, VolumeDevice& device, const MftEnumData& range) {
+  EnumQueue queue;
+  std::exception_ptr parserFailure, readerFailure;
+  std::thread parser([&] {
+    try {
+      ParseBlocks(volume, queue);
+    } catch (...) {
+      parserFailure = std::current_exception();
+      queue.Abandon();
+    }
+  });
+  try {
+    ReadBlocks(device, range, queue);
+  } catch (...) {
+    readerFailure = std::current_exception();
+  }
+  queue.Finish();
+  parser.join();
+  if (readerFailure != nullptr) std::rethrow_exception(readerFailure);
+  if (parserFailure != nullptr) std::rethrow_exception(parserFailure);
+}
+
+void FillTables(VolumeIndex& volume, VolumeDevice& device) {
+  ResetVolumeTables(volume);
+  MftEnumData range{.highUsn = volume.nextUsn};
+  Enumerate(volume, device, range);
+  if (!volume.records.empty() || range.highUsn == kUnbounded || ShutdownRequested) return;
+  // Some volumes deliver nothing under a bounded range.
+  range.highUsn = kUnbounded;
+  Enumerate(volume, device, range);
+}
+
+// In one hold, so that a stop finds all of it or nothing. The build has joined the monitor before.
+void StartMonitor(VolumeIndex& volume) {
+  const std::scoped_lock lock(volume.deviceLock);
+  const auto wanted = std::make_shared<std::atomic<bool>>(true);
+  volume.monitorRunning = true;
+  try {
+    std::packaged_task<void()> follow([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
+    volume.monitorEnded = follow.get_future();
+    volume.monitorThread = std::thread(std::move(follow));
+  } catch (...) {
+    volume.monitorRunning = false;
+    throw;
+  }
+  volume.monitorWanted = wanted;
+}
+
+// The notice of a former device stays until there is another: it tells when the volume is free again.
+void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
+  auto notice = device != nullptr ? device->TellWindow(Engine().window) : nullptr;
+  const std::scoped_lock lock(volume.deviceLock);
+  if (device != nullptr) NoteBack(volume);
+  volume.volumeHandle.swap(device);
+  if (notice != nullptr) volume.notice.swap(notice);
+}
+
+// What a journal that cannot be had means. A volume that is being taken out, or a disk that fails, may
+// still have one.
+NtfsBuild WithoutJournal(const VolumeIndex& volume, uint32_t error) {
+  constexpr uint32_t kErrorNotSupported = 50;
+  const bool saysSo = error == kErrorJournalNotActive || error == kErrorInvalidFunction ||
+                      error == kErrorWriteProtect || error == kErrorNotSupported;
+  return saysSo && !volume.takenOut && !ShutdownRequested ? NtfsBuild::kNoJournal : NtfsBuild::kFailed;
+}
+
+NtfsBuild FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
+  if (const uint32_t error = FindOrCreateJournal(volume, *device); error != 0) {
+    return WithoutJournal(volume, error);
+  }
+  const uint32_t probe = ProbeEnumeration(*device, {.highUsn = volume.nextUsn});
+  if (!IsProbeAnswer(probe)) {
+    const uint32_t error = ReplaceJournal(volume, *device, probe);
+    if (error != 0) return WithoutJournal(volume, error);
+  }
+  FillTables(volume, *device);
+  volume.valid = true;                             // from here on the monitor may clear it
+  if (volume.takenOut) return NtfsBuild::kFailed;  // the device was closed under the enumeration
+  if (ShutdownRequested) return NtfsBuild::kBuilt;
+  FillFrnTable(volume.frnToIndex, volume.records);
+  BeginDataWatch(volume, volume.nextUsn);
+  StartMonitor(volume);
+  return NtfsBuild::kBuilt;
+}
+
+void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
+  SetDevice(volume, nullptr);
+  device.Close();
+}
+
+// With indexLock held.
+NtfsBuild BuildLocked(VolumeIndex& volume) {
+  const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
+  if (device == nullptr) return NtfsBuild::kNoDevice;
+  SetDevice(volume, device);
+  NtfsBuild build = NtfsBuild::kFailed;
+  try {
+    build = FillFromDevice(volume, device);
+  } catch (...) {
+    GiveBack(volume, *device);
+    throw;
+  }
+  if (build != NtfsBuild::kBuilt) GiveBack(volume, *device);
+  return build;
+}
+
+void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
+  WriteDebugOutput(ToUtf8(FormatText(u"[Quilmark] CloseHandle failed, Error: %lu (0x%08X), Drive: %s\n",
+                                     error, error, volume.drive)));
+}
+
+// One look at the volume decides, and takes the monitor and the device as they are then: a build that
+// comes meanwhile keeps its own.
+template <typename Condition>
+void CloseVolumeIf(VolumeIndex& volume, Condition isToBeClosed) {
+  const std::scoped_lock stopping(volume.monitorStop);
+  Followed followed;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    if (!isToBeClosed(volume)) return;
+    followed = TakeMonitor(volume);
+  }
+  JoinMonitor(volume, followed);
+  if (followed.device == nullptr) return;
+  {
+    const std::scoped_lock lock(volume.deviceLock);
+    if (volume.volumeHandle == followed.device) volume.volumeHandle = nullptr;
+  }
+  if (const uint32_t error = followed.device->Close(); error != 0) LogCloseFailure(volume, error);
+  SleepMs(kDeviceReleaseMs);
+}
+
+}  // namespace
+
+void InstallVolumeOpener(VolumeOpener opener) {
+  volumeOpener = opener != nullptr ? opener : OpenVolumeDevice;
+}
+
+bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
+  return TryBuildNtfsVolume(volume, drive) == NtfsBuild::kBuilt;
+}
+
+NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
+  const BusyMark busy(volume);
+  CloseVolume(volume);
+  const std::unique_lock lock(volume.indexLock);
+  NameVolume(volume, drive, kNtfs);
+  volume.valid = true;
+  ValidUnlessFailed outcome{volume};
+  const NtfsBuild build = BuildLocked(volume);
+  outcome.isBuilt = build == NtfsBuild::kBuilt;
+  return build;
+}
+
+void CloseVolume(VolumeIndex& volume) {
+  CloseVolumeIf(volume, [](const VolumeIndex&) { return true; });
+}
+
+void CloseTakenOut(VolumeIndex& volume) {
+  CloseVolumeIf(volume, [](const VolumeIndex& each) { return each.takenOut.load(); });
+}
+
+}  // namespace quilmark

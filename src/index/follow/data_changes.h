@@ -1,0 +1,46 @@
+// Changes of the data and dates of files, which the monitor's own read of the journal leaves out.
+//
+// The monitor reads the journal a second time, about once a second and no name that it has yet to apply
+// itself. What the attribute cache has of a file that changed is stale from then on, and where sizes of
+// a scan are held, the new size comes from the file's record.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "index/tables/volume_index.h"
+
+namespace quilmark {
+
+// Turns of the monitor from one look to the next.
+inline constexpr uint32_t kTurnsALook = 3;
+
+// Called by the monitor where entries became stale; null: nobody wants to know.
+extern std::atomic<void (*)()> attributesBecameStale;
+
+// One turn of the monitor's thread, indexLock not held; every third is a look at the journal up to
+// `readTo`, the position to which the monitor has read. `scratch` has room for a block of the journal.
+void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::span<std::byte> scratch,
+               const std::atomic<bool>& wanted);
+
+// The watch of a volume begins at `usn`. Before the monitor starts.
+void BeginDataWatch(VolumeIndex& volume, int64_t usn);
+
+// What the journal says from `usn` on.
+struct DataChanges {
+  std::vector<uint64_t> frns;  // sorted, each once: files whose data or dates changed
+  int64_t usn = 0;             // where the journal ends
+};
+// Empty if the journal is not `journalId`, has lost that position, or cannot be read. Any thread.
+std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn);
+
+// The entries of these files are not to be believed. Takes attrLock. How many there were. Nothing to
+// save because of them: at the next start the journal tells of them again.
+size_t MarkStale(VolumeIndex& volume, std::span<const uint64_t> frns);
+size_t MarkAllStale(VolumeIndex& volume);
+
+}  // namespace quilmark

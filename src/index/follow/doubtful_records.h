@@ -1,0 +1,26 @@
+// Records of which the journal says in one breath that they came and went.
+//
+// Such a record is taken for alive. The volume itself knows better, and is asked by the monitor between
+// two blocks, without indexLock.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "index/tables/volume_index.h"
+
+namespace quilmark {
+
+// Turns of the monitor in which a file in doubt is asked for: the last is over within two seconds.
+inline constexpr uint8_t kAsksInDoubt = 6;
+
+// Asks once for each file in doubt, and returns those that are gone. One that is there keeps the rest of
+// its turns, since the journal may be ahead of the FILE record. The monitor's thread, indexLock not
+// held.
+std::vector<uint64_t> AskWhatIsGone(VolumeIndex& volume, VolumeDevice& device,
+                                    std::span<std::byte> scratch, const std::atomic<bool>& wanted);
+
+}  // namespace quilmark

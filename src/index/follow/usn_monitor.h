@@ -1,0 +1,53 @@
+// Follows the change journal of one volume and edits its index in place.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <future>
+#include <memory>
+#include <span>
+#include <thread>
+
+#include "index/tables/volume_index.h"
+
+namespace quilmark {
+
+// Thread body: polls the journal from volume.nextUsn while `wanted` is set, with a pause
+// after every read. Ends quietly, the volume searchable as it stands, when it is stopped or the journal
+// is gone; ends as lost, the volume not valid and WM_VOLUME_LOST posted, when the device is.
+void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted);
+
+// Ends and joins the monitor, which may be in the middle of a block or a read. Never from the monitor's
+// own thread.
+void StopMonitor(VolumeIndex& volume);
+
+// The thread that follows a volume, and what it reads.
+struct Followed {
+  std::thread monitor;
+  std::future<void> ended;  // of the monitor
+  std::shared_ptr<VolumeDevice> device;
+};
+
+// Tells the monitor to end and takes its thread. REQUIRES deviceLock and monitorStop held.
+Followed TakeMonitor(VolumeIndex& volume);
+
+// Joins what TakeMonitor returned, cancelling its call until that is out: a cancellation has no effect
+// on a call that has yet to begin. REQUIRES monitorStop held.
+void JoinMonitor(VolumeIndex& volume, Followed& followed);
+
+// Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that
+// opens it, then lets go and tidies the names a step further. A malformed record ends the block. A block
+// of eight bytes or fewer changes nothing.
+void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block);
+
+// The attributes and sizes of the file are not known any more. indexLock held.
+void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn);
+
+struct MonitorPauses {
+  uint32_t afterReadMs = 300;
+  uint32_t afterErrorMs = 1'000;
+};
+extern MonitorPauses monitorPauses;  // set before a monitor starts; tests shorten them
+
+}  // namespace quilmark

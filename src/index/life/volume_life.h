@@ -1,0 +1,91 @@
+// Which volumes exist, and when: start-up, drives that come and go, refresh by hand.
+//
+// The long work runs on jobs of RunBackground and reports by messages to `window`. volumesMutex is never
+// held across a build.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "index/engine/search_engine.h"
+#include "platform/window_post.h"
+
+namespace quilmark {
+
+inline constexpr uint32_t WM_INDEX_STATE = 1025;  // first: 0 a volume is ready, 1 something is missing
+inline constexpr uint32_t WM_NON_NTFS_REFRESHED = 1031;  // first: volumes rebuilt, second: failures
+inline constexpr uint32_t WM_VOLUMES_SYNCED = 1033;      // the set of volumes changed or settled
+
+// How long the window waits before it syncs again while no volume is ready.
+inline constexpr uint32_t kSyncRetryMs = 5'000;
+
+// What higher layers do at the end of start-up, or when the first volume is built after that; null
+// members are left out. Installed before InitBackground.
+struct StartupHooks {
+  void (*loadAttributeCache)() = nullptr;
+  void (*loadSizes)(VolumeIndex& volume) = nullptr;  // of each NTFS volume
+  void (*writeMissingAttributeCache)() = nullptr;
+};
+extern StartupHooks startupHooks;
+
+// Builds an NTFS volume from its journal, or, where it can have none, by a walk under the name of
+// kNtfsWithoutJournal. False, and the volume not valid, if neither works, or if its device does not
+// open.
+bool BuildNtfsOrWalk(VolumeIndex& volume, std::u16string_view drive);
+
+// Job "init_background": indexes every drive at once. Posts WM_INDEX_STATE as soon as the first is
+// searchable and WM_VOLUMES_SYNCED when all are.
+void InitBackground(SearchEngine& engine, PostTarget window);
+
+// Job "sync_current_volumes": builds what is new or not valid, one drive after another, and posts
+// WM_VOLUMES_SYNCED. One that runs already goes through the letters once more before it ends.
+void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window);
+
+// Takes volumes whose letter is gone out of the search and closes them on the job
+// "remove_unavailable_volumes". True if there was one.
+bool RemoveUnavailableVolumes(SearchEngine& engine);
+
+// How long the two below wait for monitors and devices. What takes longer ends on its job.
+struct CloseLimits {
+  uint32_t mostMs = 2'000;
+};
+extern CloseLimits closeLimits;  // tests change it
+
+// Takes the volumes of the letters (bit 0: A:) out of the search and closes their devices before it
+// returns, if they can be closed within closeLimits. True if there was one.
+bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
+
+// The two below: of the volume whose notice has the number `id`, for others who want it for themselves.
+
+// Takes it out of the search and closes its device within closeLimits. True if that was to be done.
+bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id);
+
+// They are done with it, or have failed: builds it again on the job "sync_current_volumes" unless it is
+// valid.
+void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id);
+
+// Stops and joins every monitor, within closeLimits, and empties the list, all with volumesMutex held.
+// The volumes live on as dropped ones, since detached jobs may be in the middle of them. For the end of
+// the program.
+void DropAllVolumes(SearchEngine& engine);
+
+// A volume that only a refresh by hand brings up to date. A volume whose letter is gone stops being
+// valid.
+bool HasNonNtfsVolume(SearchEngine& engine);
+
+// Job "refresh_non_ntfs": walks every such drive again, drops volumes of drives that are gone, posts
+// WM_NON_NTFS_REFRESHED.
+void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window);
+
+// Job "device_change_sync_volume", for the arrival of the letters in `unitMask`: syncs if one of them
+// can be read and the last such sync began more than 500 ms ago.
+void SyncArrivedVolumesAsync(SearchEngine& engine, PostTarget window, uint32_t unitMask);
+
+// One look of the drive watcher: compares the letters that answer now with `known`, posts WM_INDEX_STATE
+// for a new one and WM_VOLUME_LOST for one that is gone, and returns them.
+uint32_t WatchDrivesOnce(uint32_t known, PostTarget window);
+
+// Thread that looks every 2 seconds until shutdown. False if it could not be started.
+bool StartDriveWatcher(PostTarget window);
+
+}  // namespace quilmark

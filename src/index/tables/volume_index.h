@@ -1,0 +1,249 @@
+// The tables of one volume, and the few functions that edit them.
+//
+// indexLock guards everything of the upper part. Readers of a search take it by try_lock_shared and
+// leave the volume out if that fails; writers (build, walk, monitor) hold it exclusively. Every edit
+// goes through the functions below, which keep the search aids (bits, signatures) in step with the
+// records.
+#pragma once
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "index/tables/file_record.h"
+#include "index/tables/frn_table.h"
+#include "index/tables/name_pool.h"
+#include "index/tables/name_signatures.h"
+#include "index/tables/record_bits.h"
+#include "index/tables/record_store.h"
+#include "platform/clock.h"
+#include "platform/locks.h"
+#include "platform/pause.h"
+#include "platform/volume_device.h"
+
+namespace quilmark {
+
+inline constexpr uint64_t kFirstSyntheticFrn = 0x100000;
+
+struct AttrEntry {
+  int64_t size = 0;  // bytes
+  FileTime modified = 0;
+  FileTime created = 0;
+  bool valid = false;  // the entry carries data
+  bool stale = false;  // the file has changed since: nobody but a row on screen believes the entry
+  uint32_t look = 0;   // DataWatch::looks when the file was asked
+};
+
+struct MftSize {
+  uint64_t logical = 0, allocated = 0;  // bytes
+};
+
+template <typename Value>
+using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
+
+// Names that arrived after their record, with search aids of their own, so that a search runs over them
+// as it does over the names that stand in their own place. `hidden` and `initials` have one bit a text.
+struct RenamedNames {
+  NamePool pool{.chunkCapacity = 262'144};  // 512 KiB: most volumes see few renames
+  std::vector<uint32_t> owners;             // the record of each text
+  RecordBits hidden;                        // the record is deleted, or has got yet another name
+  RecordBits initials;
+  NameSignatures signatures;
+};
+
+// Where TidyNames (tidy_names.h) is.
+struct Tidying {
+  bool isUnderWay = false;
+  size_t nextChunk = 0;  // of VolumeIndex::names
+  uint32_t moves = 0;    // how often names have moved
+};
+
+// Names that hold a NUL, which would shift every later text of a pool that is scanned as one.
+struct OddNames {
+  NamePool pool;
+  std::vector<uint32_t> records;  // that have or had such a name
+};
+
+// One change that the journal reported, after it was applied.
+struct VolumeChange {
+  enum Kind { kCreated, kDeleted, kRenamed, kMoved };
+  Kind kind = kCreated;
+  bool isDirectory = false;
+  std::u16string path;
+  std::u16string formerPath;  // of what was renamed or moved
+};
+
+// The second reader of the journal (data_changes.h). Of the monitor's thread, but for the atomics.
+struct DataWatch {
+  int64_t usn = 0;  // where the next look begins
+  uint32_t turns = 0;
+  std::vector<uint64_t> changed;         // what the last look found
+  std::atomic<uint32_t> looks = 0;       // that found something
+  std::atomic<int64_t> believedUsn = 0;  // changes below are taken in, whoever was reading meanwhile
+};
+
+struct VolumeIndex {
+  VolumeIndex() = default;
+  ~VolumeIndex();  // closes the volume
+  VolumeIndex(const VolumeIndex&) = delete;
+  VolumeIndex& operator=(const VolumeIndex&) = delete;
+
+  std::u16string drive;       // "X:", upper-case
+  std::u16string fileSystem;  // nameLock: "NTFS", or the name that the system reports
+  mutable OrderedLock nameLock{LockRank::kLeaf, "nameLock"};  // a build may give another name
+  std::atomic<bool> valid = true;
+  std::atomic<bool> busy = false;  // a build is running: searches skip the volume
+  // Its drive goes: out of the search, and closed or about to be. Both are cleared by the next build.
+  std::atomic<bool> takenOut = false;
+  std::atomic<bool> goneTold = false;  // whoever asked what is gone knows of this volume
+
+  uint64_t builds = 0;  // indexLock; how often the tables were emptied
+  uint64_t edits = 0;   // indexLock; of records, as whoever let go of the lock compares
+  std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
+
+  mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};
+  RecordStore records;
+  NamePool names;  // text n belongs to record n, for good: the scan counts on it
+  std::array<RenamedNames, 2> renamed;
+  uint8_t renamedInto = 0;  // the one that takes new names, while those of the other get their own place
+  Tidying tidying;
+  OddNames odd;
+  FrnTable frnToIndex;
+  uint64_t deletedCount = 0;
+  std::atomic<uint64_t> journalId = 0;  // read without the lock too: by a save, which waits for no build
+  int64_t nextUsn = 0;
+  FrnMap<uint8_t> inDoubt;  // written by the monitor; files that may be gone, and asks to go
+  // Search aids, one bit or a few a record.
+  RecordBits hidden;    // text n of `names` is not to be believed: deleted, or apart
+  RecordBits apart;     // the record's name stands in `renamed` or `odd`
+  RecordBits initials;  // text n of `names` has a key of initials (initial_letters.h)
+  uint64_t apartCount = 0;
+  NameSignatures signatures;
+
+  // The device and the thread that follows it. deviceLock is for a look or a swap, nothing else.
+  mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
+  std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
+  std::shared_ptr<const DeviceNotice> notice;  // deviceLock; of the device that was opened last
+  std::thread monitorThread;                   // deviceLock
+  std::future<void> monitorEnded;              // deviceLock; of monitorThread
+  std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
+  std::shared_ptr<std::atomic<bool>>
+      monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
+  Pause monitorPause;
+  std::mutex monitorStop;                 // held by whoever stops the monitor, until it has ended
+  std::atomic<int> closes = 0;            // jobs that close the volume, or are about to
+  std::atomic<bool> awaitsClose = false;  // a sync passed the volume over, and comes again behind them
+  // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
+  // where somebody listens.
+  std::function<void(const VolumeChange&)> onChange;
+
+  DataWatch dataWatch;
+  mutable OrderedLock attrLock{LockRank::kAttributes, "attrLock"};
+  FrnMap<AttrEntry> attrs;
+  mutable OrderedLock mftSizesLock{LockRank::kAttributes, "mftSizesLock"};
+  FrnMap<MftSize> mftSizes;
+  mutable OrderedLock folderSizesLock{LockRank::kAttributes, "folderSizesLock"};
+  std::mutex folderSizesBuild;   // held over a walk that makes them; taken before any other lock
+  FrnMap<uint64_t> folderSizes;  // bytes below a folder
+  std::atomic<bool> folderSizesDirty = true;
+
+  std::atomic<uint64_t> nextSyntheticFrn = kFirstSyntheticFrn;  // of the next record of a walk
+};
+
+// What is known of a file when its record is made.
+struct NewRecord {
+  uint64_t frn = 0;
+  uint64_t parentFrn = 0;
+  bool isDirectory = false;
+};
+
+// All of these: indexLock held exclusively.
+
+// Stores the name and appends a record for it; returns its index. frnToIndex is left alone, so that a
+// build can fill it once at the end.
+uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
+
+// Gives the record another name and parent, and life if it was deleted. A record that has them already,
+// as a created file has at its later journal records, keeps its text and with it its signatures.
+void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name);
+
+// Flags the record. No effect on one that is flagged already.
+void MarkDeleted(VolumeIndex& volume, uint32_t index);
+
+// Keeps `busy` set for its own lifetime, however a build ends.
+class BusyMark {
+ public:
+  explicit BusyMark(VolumeIndex& volume) : volume_(volume) { volume_.busy = true; }
+  ~BusyMark() { volume_.busy = false; }
+  BusyMark(const BusyMark&) = delete;
+  BusyMark& operator=(const BusyMark&) = delete;
+
+ private:
+  VolumeIndex& volume_;
+};
+
+// Also an exception leaves a volume that searches pass over and the next sync builds again.
+struct ValidUnlessFailed {
+  VolumeIndex& volume;
+  bool isBuilt = false;
+  ~ValidUnlessFailed() {
+    if (!isBuilt) volume.valid = false;
+  }
+};
+
+// The drive is there again: whoever asks what is gone may be told of the volume anew.
+void NoteBack(VolumeIndex& volume);
+
+// Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
+// volumes is searched by it without this lock.
+void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
+
+// Both take nameLock and need no other. IsNtfs: the volume is read by its records, and not by a walk.
+bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem);
+bool IsNtfs(const VolumeIndex& volume);
+
+// Empties every table and map of the volume; takes the three attribute locks one after another.
+void ResetVolumeTables(VolumeIndex& volume);
+
+struct RecordKind {
+  uint64_t frn = 0;
+  bool isDirectory = false;
+  bool isDeleted = false;
+};
+
+// Empty for an index past the end. indexLock held, shared or exclusive.
+std::optional<RecordKind> KindOf(const VolumeIndex& volume, uint32_t index);
+
+// Takes indexLock shared around KindOf.
+std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index);
+
+// Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive.
+// An index past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost
+// part.
+std::u16string BuildPath(const VolumeIndex& volume, uint32_t index);
+
+// Takes indexLock shared around BuildPath.
+std::u16string BuildPathLocked(const VolumeIndex& volume, uint32_t index);
+
+// BuildPath into a string that a loop reuses.
+void BuildPathInto(const VolumeIndex& volume, uint32_t index, std::u16string& path);
+
+// Bytes that the tables take, attribute maps left out. indexLock held.
+size_t MemoryOf(const VolumeIndex& volume);
+
+// Empty if every invariant of the tables holds, else the first that does not. Slow: tests and debug
+// builds.
+std::string FindBrokenInvariant(const VolumeIndex& volume);
+
+}  // namespace quilmark

@@ -1,0 +1,94 @@
+// Closing volumes whose disk does not answer any more.
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <future>
+#include <semaphore>
+
+#include "index/life/volume_life_fixture.h"
+
+namespace quilmark {
+namespace {
+
+// N: is followed by a monitor whose call to the device neither returns nor can be cancelled.
+struct VolumeCloseConcurrency : VolumeLife {
+  VolumeCloseConcurrency() {
+    closeLimits.mostMs = 1;
+    MapN();
+    QueueNtfsBuild();
+    Disk().Queue(kFsctlReadUsnJournal, {.meanwhile = [this] { answer.acquire(); }});
+    Start();
+    EXPECT_TRUE(Disk().WaitForAsked(kFsctlReadUsnJournal, 1));
+  }
+  ~VolumeCloseConcurrency() override {
+    answer.release();
+    EXPECT_TRUE(WaitForBackgroundJobs(60'000));
+    EXPECT_EQ(Disk().OpenDevices(), 0) << "closed once the disk has answered";
+    closeLimits = {};
+  }
+  DeviceScript& Disk() { return scripts.Script(u"N:"); }
+
+  // Runs `work` where it may hang. False if it does: the disk then answers, so that the test ends.
+  template <typename Work>
+  bool ComesBack(Work work) {
+    auto done = std::async(std::launch::async, work);
+    const bool isBack = done.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+    if (!isBack) answer.release();
+    return isBack;
+  }
+
+  std::counting_semaphore<> answer{0};
+};
+
+TEST_F(VolumeCloseConcurrency, AnEjectDoesNotWaitForADiskThatHangs) {
+  EXPECT_TRUE(ComesBack([&] { EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13)); }));
+  EXPECT_FALSE(Volume(0).valid);
+}
+
+TEST_F(VolumeCloseConcurrency, OtherDrivesAreSyncedBesideADiskThatHangs) {
+  ReleaseVolumesByMask(engine, 1u << 13);
+  MapE();
+  for (int i = 0; i < 3; ++i) {
+    SyncCurrentVolumesAsync(engine, window.Target());
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing.IsRunning(); }); }));
+  }
+  EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
+  EXPECT_TRUE(Volume(0).valid);
+  EXPECT_FALSE(Volume(1).valid);
+
+  QueueNtfsBuild();
+  answer.release();
+  Finish();
+  EXPECT_TRUE(Volume(1).valid) << "synced once it was closed";
+  CloseVolume(Volume(1));
+}
+
+// As a lost device leaves it.
+TEST_F(VolumeCloseConcurrency, ASyncDoesNotWaitForADiskThatItClosesItself) {
+  Volume(0).valid = false;
+  MapE();
+  for (int i = 0; i < 3; ++i) {
+    SyncCurrentVolumesAsync(engine, window.Target());
+    EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing.IsRunning(); }); }));
+  }
+  EXPECT_EQ(Volume(1).closes, 1) << "one job waits, whatever the syncs";
+  EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
+
+  QueueNtfsBuild();
+  answer.release();
+  Finish();
+  EXPECT_TRUE(Volume(1).valid);
+  CloseVolume(Volume(1));
+}
+
+TEST_F(VolumeCloseConcurrency, TheEndDoesNotWaitForADiskThatHangs) {
+  VolumeIndex& volume = Volume(0);
+  EXPECT_TRUE(ComesBack([&] { DropAllVolumes(engine); }));
+  EXPECT_TRUE(engine.volumes.empty());
+  answer.release();
+  Finish();
+  CloseVolume(volume);
+}
+
+}  // namespace
+}  // namespace quilmark
