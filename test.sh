@@ -63,6 +63,7 @@ if has_part native || [ "$part" = quick ]; then
   step "native tests, AddressSanitizer and UndefinedBehaviorSanitizer"
   for each in $layers; do add_suite "native-$each" 2 "build/linux-debug/${each}_tests"; done
   run_suites
+  [ -n "$filter$layer" ] || run_check "state of the process" tools/process_state.py posix build/linux-debug
 fi
 
 if has_part native && [ -z "$filter$layer" ]; then
@@ -94,6 +95,7 @@ if has_part windows; then
   step "the engine's tests, under Wine"
   for each in $layers; do add_suite "windows-$each" 1 wine_tests_run "build/windows/${each}_tests.exe"; done
   run_suites
+  [ -n "$filter$layer" ] || run_check "state of the process" tools/process_state.py win32 build/windows
 fi
 
 if has_part window && [ -z "$layer" ]; then

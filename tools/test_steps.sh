@@ -5,6 +5,7 @@
 #   add_fuzz_target PROGRAM      puts a fuzz target in line
 #   end_workers                  for a trap at the script's end
 #   run_suites                   runs what stands in line, two at a time, and prints what each said
+#   run_check NAME COMMAND...    counts a command that looks at what was built as one test
 #   run_scripts_tests            the tests of tools and benchmarks in tests/tools
 #   summarise                    "N passed, N failed" as the last line; the script's exit code
 # Reads `filter` and `part`. A command in line finds in `slot` which of the two it is: 1 or 2.
@@ -146,6 +147,19 @@ end_workers() {
     kill "$worker" $running 2>/dev/null
   done
   rm -rf "$line"
+}
+
+run_check() {
+  local name=$1 log=$logs/check.log
+  shift
+  if timed "$log" "$log.times" "$@"; then
+    passed=$((passed + 1))
+    echo "   $name: $(tail -n 1 "$log") ($(seconds_of "$log.times"))"
+  else
+    failed=$((failed + 1))
+    tail -n 60 "$log"
+    echo "FAILED: $name"
+  fi
 }
 
 run_scripts_tests() {

@@ -1,7 +1,5 @@
 #include "shell/app/process_start.h"
 
-#include <array>
-
 #include "config/hotkeys.h"
 #include "config/language_setting.h"
 #include "config/palette.h"
@@ -26,7 +24,7 @@ constexpr uint16_t kPrimaryLanguage = 1023, kChinese = 4;
 constexpr int kStartWidth = 1100, kStartHeight = 700;
 
 // Per monitor version 2, per monitor, system, unaware but scaled by GDI.
-constexpr std::array kScaleContexts = {-4, -3, -2, -5};
+constexpr int kScaleContexts[] = {-4, -3, -2, -5};
 
 constexpr std::u16string_view kPrivileges[] = {u"SeBackupPrivilege", u"SeRestorePrivilege",
                                                u"SeManageVolumePrivilege"};

@@ -39,9 +39,15 @@ struct ProgramEngine final : EnginePort {
   WindowPort* window = nullptr;
 };
 
-ProgramEngine& TheEngine() {
-  static ProgramEngine engine;
-  return engine;
+// All that the window's side of the program keeps from its start to its end. Interface thread.
+struct Program {
+  ProgramEngine engine;
+  AppState app{engine};
+};
+
+Program& TheProgram() {
+  static Program program;
+  return program;
 }
 
 // The engine's start brings the attributes back; its changes make them stale.
@@ -67,10 +73,7 @@ void WireSearch(AppState& app, WindowPort& window) {
 
 }  // namespace
 
-AppState& App() {
-  static AppState state(TheEngine());
-  return state;
-}
+AppState& App() { return TheProgram().app; }
 
 void StartEngine(AppState& app) {
   InitBackground(Engine(), app.mainWindow);
@@ -78,7 +81,7 @@ void StartEngine(AppState& app) {
 }
 
 void WireProgram(AppState& app, WindowPort& window) {
-  TheEngine().window = &window;
+  TheProgram().engine.window = &window;
   WireAttributes();
   WireSearch(app, window);
 }
