@@ -33,8 +33,8 @@ std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor) {
 
   cursor.malformed = false;
   cursor.offset += recordLength;
-  return UsnRecord{.frn = LoadLe<uint64_t>(record, kFrn),
-                   .parentFrn = LoadLe<uint64_t>(record, kParentFrn),
+  return UsnRecord{.frn = FileReference(LoadLe<uint64_t>(record, kFrn)),
+                   .parentFrn = FileReference(LoadLe<uint64_t>(record, kParentFrn)),
                    .usn = LoadLe<int64_t>(record, kUsn),
                    .reason = LoadLe<uint32_t>(record, kReason),
                    .attributes = LoadLe<uint32_t>(record, kAttributes),
@@ -57,8 +57,8 @@ void PutUsnRecord(std::span<std::byte> to, const UsnRecord& record, uint64_t tim
   std::fill_n(to.begin(), length, std::byte{0});
   StoreLe(to, 0, static_cast<uint32_t>(length));
   StoreLe(to, kMajorVersion, uint16_t{2});
-  StoreLe(to, kFrn, record.frn);
-  StoreLe(to, kParentFrn, record.parentFrn);
+  StoreLe(to, kFrn, record.frn.value);
+  StoreLe(to, kParentFrn, record.parentFrn.value);
   StoreLe(to, kUsn, record.usn);
   StoreLe(to, kTimestamp, timestamp);
   StoreLe(to, kReason, record.reason);

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/file_reference.h"
+
 namespace quilmark {
 
 inline constexpr uint32_t kUsnReasonDataOverwrite = 0x0000'0001;
@@ -27,8 +29,8 @@ inline constexpr uint32_t kUsnReasonsOfNames =
 inline constexpr uint32_t kFileAttributeDirectory = 0x10;
 
 struct UsnRecord {
-  uint64_t frn = 0;  // see file_reference.h
-  uint64_t parentFrn = 0;
+  FileReference frn;
+  FileReference parentFrn;
   int64_t usn = 0;
   uint32_t reason = 0;
   uint32_t attributes = 0;

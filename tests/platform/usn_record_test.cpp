@@ -15,8 +15,8 @@ std::vector<std::byte> BlockOf(const std::vector<std::u16string>& names) {
     const size_t offset = block.size();
     block.resize(offset + UsnRecordLength(names[i].size()));
     PutUsnRecord(std::span(block).subspan(offset),
-                 {.frn = 100 + i,
-                  .parentFrn = 5,
+                 {.frn = FileReference(100 + i),
+                  .parentFrn = FileReference(5),
                   .usn = 4096,
                   .reason = kUsnReasonFileCreate,
                   .attributes = kFileAttributeDirectory,
@@ -34,7 +34,7 @@ TEST(UsnCursor, GivesBackWhatWasWritten) {
     const auto record = NextUsnRecord(cursor);
     ASSERT_TRUE(record.has_value());
     EXPECT_EQ(NameUnits(*record, units), name);
-    EXPECT_EQ(record->parentFrn, 5u);
+    EXPECT_EQ(record->parentFrn, FileReference(5));
     EXPECT_EQ(record->usn, 4096);
     EXPECT_EQ(record->reason, kUsnReasonFileCreate);
     EXPECT_EQ(record->attributes, kFileAttributeDirectory);
@@ -50,7 +50,7 @@ TEST(UsnCursor, BadLengthEndsTheBlockAndKeepsWhatCameBefore) {
     const size_t second = 8 + UsnRecordLength(5);
     StoreLe(std::span(block), second, badLength);
     UsnCursor cursor{.block = block};
-    EXPECT_EQ(NextUsnRecord(cursor)->frn, 100u);
+    EXPECT_EQ(NextUsnRecord(cursor)->frn, FileReference(100));
     EXPECT_FALSE(NextUsnRecord(cursor).has_value());
     EXPECT_TRUE(cursor.malformed);
   }

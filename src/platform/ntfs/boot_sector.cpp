@@ -15,7 +15,6 @@ constexpr size_t kOemId = 3, kSectorBytes = 11, kClusterSectors = 13, kSectors =
 
 constexpr uint32_t kLeastRecord = 512, kMostRecord = 65'536;
 constexpr uint32_t kMostCluster = 2u << 20;
-constexpr uint64_t kMostBytes = uint64_t{1} << 62;
 
 // Sectors a cluster; above 128 a negative exponent.
 uint64_t SectorsPerCluster(uint8_t value) {
@@ -57,12 +56,12 @@ std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector) {
   geometry.recordBytes = static_cast<uint32_t>(record);
   geometry.indexBytes = static_cast<uint32_t>(index);
   geometry.sectors = LoadLe<uint64_t>(sector, kSectors);
-  geometry.mftCluster = LoadLe<uint64_t>(sector, kMft);
-  geometry.mirrorCluster = LoadLe<uint64_t>(sector, kMirror);
+  geometry.mftCluster = ClusterNumber(LoadLe<uint64_t>(sector, kMft));
+  geometry.mirrorCluster = ClusterNumber(LoadLe<uint64_t>(sector, kMirror));
   geometry.serial = LoadLe<uint64_t>(sector, kSerial);
-  // Every place on the volume then has a byte offset of 63 bits.
-  if (geometry.sectors > kMostBytes / geometry.sectorBytes) return std::nullopt;
-  if (geometry.mftCluster >= geometry.Clusters()) return std::nullopt;
+  // Every place on the volume then has a byte offset.
+  if (geometry.sectors > kMostOffset / geometry.sectorBytes) return std::nullopt;
+  if (geometry.mftCluster.value >= geometry.Clusters().value) return std::nullopt;
   return geometry;
 }
 

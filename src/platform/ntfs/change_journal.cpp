@@ -45,13 +45,18 @@ std::optional<ParsedRecord> ParseStored(std::span<const std::byte> bytes) {
         LoadLe<uint64_t>(bytes, at.frn + 8) != 0 || LoadLe<uint64_t>(bytes, at.parentFrn + 8) != 0;
     if (isLong) return std::nullopt;
   }
-  return ParsedRecord{.record = {.frn = LoadLe<uint64_t>(bytes, at.frn),
-                                 .parentFrn = LoadLe<uint64_t>(bytes, at.parentFrn),
+  return ParsedRecord{.record = {.frn = FileReference(LoadLe<uint64_t>(bytes, at.frn)),
+                                 .parentFrn = FileReference(LoadLe<uint64_t>(bytes, at.parentFrn)),
                                  .usn = LoadLe<int64_t>(bytes, at.usn),
                                  .reason = LoadLe<uint32_t>(bytes, at.reason),
                                  .attributes = LoadLe<uint32_t>(bytes, at.attributes),
                                  .name = bytes.subspan(offset, length)},
                       .timestamp = LoadLe<uint64_t>(bytes, at.timestamp)};
+}
+
+// Of the page that holds `offset`.
+StreamOffset StartOfPage(StreamOffset offset) {
+  return StreamOffset(offset.value / kPageBytes * kPageBytes);
 }
 
 bool IsWanted(const UsnRecord& record, const JournalRange& range) {
@@ -61,8 +66,8 @@ bool IsWanted(const UsnRecord& record, const JournalRange& range) {
 
 // Takes records out of `page`, which begins at byte `start` of the journal and ends at a page's end, as
 // long as they have room. False, with `position` at the record that has none, if one does not.
-bool TakeRecords(std::span<const std::byte> page, uint64_t start, const JournalRange& range,
-                 std::span<std::byte> output, size_t& used, uint64_t& position) {
+bool TakeRecords(std::span<const std::byte> page, StreamOffset start, const JournalRange& range,
+                 std::span<std::byte> output, size_t& used, StreamOffset& position) {
   constexpr size_t kLeastRecord = 32;  // length, version and what every version has
   size_t offset = 0;
   while (Fits(page.size(), offset, kLeastRecord)) {
@@ -101,7 +106,7 @@ std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   // The front of the journal is given back to the volume as it grows.
   const auto lowest =
       static_cast<uint64_t>(std::clamp<int64_t>(journal.lowestValidUsn, 0, journal.nextUsn));
-  journal.firstUsn = static_cast<int64_t>(NextStored(*records, lowest));
+  journal.firstUsn = static_cast<int64_t>(NextStored(*records, StreamOffset(lowest)).value);
   journal.records = std::move(*records);
   return journal;
 }
@@ -115,33 +120,32 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
   if (start > journal.nextUsn) return {.error = kErrorInvalidParameter};
 
   std::vector<std::byte> buffer(kReadBytes);
-  const auto end = static_cast<uint64_t>(journal.nextUsn);
+  const StreamOffset end(static_cast<uint64_t>(journal.nextUsn));
   size_t used = kUsnPositionBytes;
-  auto position = static_cast<uint64_t>(start);
+  StreamOffset position(static_cast<uint64_t>(start));
   bool hasRoom = true;
   while (hasRoom && (position = NextStored(journal.records, position)) < end) {
     if (cancelled) return {.error = kErrorOperationAborted};
     // Up to the end of a page: records are looked for page by page.
-    const uint64_t stretchEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);
-    const auto stretch = std::span(buffer).first(static_cast<size_t>(stretchEnd - position));
+    const StreamOffset stretchEnd = std::min(end, StartOfPage(position + kReadBytes));
+    const auto stretch = std::span(buffer).first(BytesBetween(position, stretchEnd));
     const size_t got = ReadStream(source, journal.records, position, stretch);
-    const uint64_t stretchStart = position;
+    const StreamOffset stretchStart = position;
     // What cannot be read is asked for again, and not taken for empty.
-    const uint64_t readEnd =
-        got == stretch.size() ? stretchEnd : (position + got) / kPageBytes * kPageBytes;
+    const StreamOffset readEnd = got == stretch.size() ? stretchEnd : StartOfPage(position + got);
     if (readEnd <= position) {
       if (used == kUsnPositionBytes) return {.error = kErrorReadFault};
       break;
     }
     while (position < readEnd && hasRoom) {
-      const uint64_t pageEnd = std::min(readEnd, (position / kPageBytes + 1) * kPageBytes);
-      const auto page = stretch.subspan(static_cast<size_t>(position - stretchStart),
-                                        static_cast<size_t>(pageEnd - position));
+      const StreamOffset pageEnd = std::min(readEnd, StartOfPage(position + kPageBytes));
+      const auto page =
+          stretch.subspan(BytesBetween(stretchStart, position), BytesBetween(position, pageEnd));
       hasRoom = TakeRecords(page, position, range, output, used, position);
     }
   }
   if (!hasRoom && used == kUsnPositionBytes) return {.error = kErrorMoreData};
-  StoreLe(output, 0, position);
+  StoreLe(output, 0, position.value);
   return {.bytes = used};
 }
 

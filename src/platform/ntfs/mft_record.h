@@ -6,6 +6,9 @@
 #include <optional>
 #include <span>
 
+#include "platform/file_reference.h"
+#include "platform/ntfs/places.h"
+
 namespace quilmark {
 
 // Attribute types.
@@ -20,8 +23,8 @@ struct MftRecordHeader {
   uint16_t sequence = 0;
   bool inUse = false;
   bool isDirectory = false;
-  uint64_t baseReference = 0;  // 0, or of the record that this one extends
-  size_t firstAttribute = 0;   // byte offset
+  FileReference baseReference;  // 0, or of the record that this one extends
+  size_t firstAttribute = 0;    // byte offset
 };
 
 // Empty if the bytes are no FILE record. Fix-ups need not be applied: no field lies at a sector's end.
@@ -34,7 +37,7 @@ struct NtfsAttribute {
   std::span<const std::byte> name;   // UTF-16LE
   std::span<const std::byte> value;  // of a resident one
   std::span<const std::byte> runs;   // mapping pairs
-  uint64_t lowestVcn = 0;
+  StreamCluster lowestVcn;
   uint64_t allocatedBytes = 0, dataBytes = 0, initializedBytes = 0;  // meaningful where lowestVcn is 0
 };
 
@@ -52,7 +55,7 @@ std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
 enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };
 
 struct FileNameValue {
-  uint64_t parent = 0;
+  FileReference parent;
   NameSpace space = NameSpace::kPosix;
   std::span<const std::byte> name;  // UTF-16LE
 };
