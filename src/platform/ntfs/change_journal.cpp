@@ -10,49 +10,13 @@ namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kReasonClose = 0x8000'0000;
-constexpr uint64_t kPageBytes = 4'096;  // no record crosses a page
-constexpr size_t kReadBytes = 64 * 1024;
+constexpr uint32_t kReasonClose = 0x8000'0000;  // USN_REASON_CLOSE of winioctl.h
+constexpr uint64_t kPageBytes = 4'096;          // no record crosses a page (USN_PAGE_SIZE of winioctl.h)
+constexpr size_t kReadBytes = 64 * 1024;        // chosen: the block that callers ask for
 
-// $Max: byte offsets.
+// $Max: byte offsets, by the Linux-NTFS project's documentation of $UsnJrnl.
 constexpr size_t kMaximumSize = 0, kAllocationDelta = 8, kJournalId = 16, kLowestValid = 24,
                  kMaxBytes = 32;
-
-// Where the fields of a record stand, by its major version (USN_RECORD_V2 and _V3 of winioctl.h).
-struct RecordLayout {
-  size_t frn, parentFrn, usn, timestamp, reason, attributes, nameLength, nameOffset, least;
-};
-constexpr RecordLayout kVersion2{8, 16, 24, 32, 40, 52, 56, 58, 60};
-constexpr RecordLayout kVersion3{8, 24, 40, 48, 56, 68, 72, 74, 76};
-
-struct ParsedRecord {
-  UsnRecord record;
-  uint64_t timestamp = 0;
-};
-
-// Empty if the record is of another version, has a reference that does not fit 64 bits, or is damaged.
-std::optional<ParsedRecord> ParseStored(std::span<const std::byte> bytes) {
-  const auto major = LoadLe<uint16_t>(bytes, 4);
-  if (major != 2 && major != 3) return std::nullopt;
-  const RecordLayout& at = major == 2 ? kVersion2 : kVersion3;
-  if (bytes.size() < at.least) return std::nullopt;
-  // Names are whole units; damage may leave half of one.
-  const size_t length = LoadLe<uint16_t>(bytes, at.nameLength) & ~size_t{1};
-  const size_t offset = LoadLe<uint16_t>(bytes, at.nameOffset);
-  if (!Fits(bytes.size(), offset, length)) return std::nullopt;
-  if (major == 3) {
-    const bool isLong =
-        LoadLe<uint64_t>(bytes, at.frn + 8) != 0 || LoadLe<uint64_t>(bytes, at.parentFrn + 8) != 0;
-    if (isLong) return std::nullopt;
-  }
-  return ParsedRecord{.record = {.frn = FileReference(LoadLe<uint64_t>(bytes, at.frn)),
-                                 .parentFrn = FileReference(LoadLe<uint64_t>(bytes, at.parentFrn)),
-                                 .usn = LoadLe<int64_t>(bytes, at.usn),
-                                 .reason = LoadLe<uint32_t>(bytes, at.reason),
-                                 .attributes = LoadLe<uint32_t>(bytes, at.attributes),
-                                 .name = bytes.subspan(offset, length)},
-                      .timestamp = LoadLe<uint64_t>(bytes, at.timestamp)};
-}
 
 // Of the page that holds `offset`.
 StreamOffset StartOfPage(StreamOffset offset) {
@@ -68,21 +32,16 @@ bool IsWanted(const UsnRecord& record, const JournalRange& range) {
 // long as they have room. False, with `position` at the record that has none, if one does not.
 bool TakeRecords(std::span<const std::byte> page, StreamOffset start, const JournalRange& range,
                  std::span<std::byte> output, size_t& used, StreamOffset& position) {
-  constexpr size_t kLeastRecord = 32;  // length, version and what every version has
-  size_t offset = 0;
-  while (Fits(page.size(), offset, kLeastRecord)) {
-    const size_t length = LoadLe<uint32_t>(page, offset);
-    // Zeros fill the rest of a page; anything else that is no length is damage.
-    if (length < kLeastRecord || length % 8 != 0 || !Fits(page.size(), offset, length)) break;
-    const auto stored = ParseStored(page.subspan(offset, length));
-    if (stored && IsWanted(stored->record, range)) {
-      const size_t needed = UsnRecordLength(stored->record.name.size() / sizeof(char16_t));
-      position = start + offset;
-      if (needed > output.size() - used) return false;
-      PutUsnRecord(output.subspan(used), stored->record, stored->timestamp);
-      used += needed;
+  StoredUsnCursor cursor{.page = page};
+  while (const auto stored = NextStoredUsnRecord(cursor)) {
+    if (!IsWanted(stored->record, range)) continue;
+    const size_t needed = UsnRecordLength(stored->record.name.size() / sizeof(char16_t));
+    if (needed > output.size() - used) {
+      position = start + stored->offset;
+      return false;
     }
-    offset += length;
+    PutUsnRecord(output.subspan(used), stored->record, stored->timestamp);
+    used += needed;
   }
   position = start + page.size();
   return true;

@@ -10,8 +10,9 @@ namespace quilmark {
 namespace {
 
 constexpr std::u16string_view kIndexName = u"$I30";
-constexpr uint64_t kMostIndexBytes = 16 << 20;  // $Extend, which is searched, has a handful of files
-constexpr uint32_t kIndexMagic = 0x5844'4E49;   // "INDX"
+// Chosen: $Extend, which is searched, has a handful of files, and a damaged size must not cost minutes.
+constexpr uint64_t kMostIndexBytes = 16 << 20;
+constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
 
 // Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
 constexpr size_t kHeaderInRoot = 16, kHeaderInBlock = 24;

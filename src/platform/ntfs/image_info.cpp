@@ -13,8 +13,8 @@ namespace quilmark {
 namespace {
 
 constexpr RecordNumber kVolumeRecord{3};
-constexpr uint32_t kVolumeName = 0x60;
-constexpr size_t kMostLabelBytes = 2 * 32;
+constexpr uint32_t kVolumeName = 0x60;      // attribute type
+constexpr size_t kMostLabelBytes = 2 * 32;  // Windows takes labels of at most 32 units
 
 // The low half is what Windows shows as the serial of the volume.
 constexpr uint32_t ShownSerial(uint64_t serial) { return static_cast<uint32_t>(serial); }

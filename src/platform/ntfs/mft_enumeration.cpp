@@ -9,12 +9,13 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kStretchBytes = 1 << 20;  // stays in the second-level cache while it is parsed
+constexpr size_t kStretchBytes = 1 << 20;  // chosen: stays in the second-level cache while it is parsed
 
 // Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
 constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
 
-// A list that names more holders of names than this is damage: a file has at most 1,024 links.
+// A list that names more holders of names than this is damage: NTFS gives a file at most 1,024 links
+// (CreateHardLink).
 constexpr int kMostHolders = 1'024;
 
 // Lower is better: any name but the short one will do where a file has several.

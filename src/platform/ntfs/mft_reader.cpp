@@ -9,7 +9,7 @@ namespace quilmark {
 
 namespace {
 
-// NTFS itself stops at 256 KiB.
+// NTFS itself stops at 256 KiB, a limit of the cache manager of Windows.
 constexpr uint64_t kMostAttributeList = 256 * 1024;
 
 // Byte offsets in an entry of an $ATTRIBUTE_LIST.

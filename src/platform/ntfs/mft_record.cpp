@@ -77,6 +77,10 @@ std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> reco
 
 std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor) {
   const auto record = cursor.record;
+  if (!Fits(record.size(), kUsedBytes, sizeof(uint32_t))) {
+    cursor.malformed = true;
+    return std::nullopt;
+  }
   // What lies behind the used bytes is left over from earlier attributes.
   const size_t used = std::min<size_t>(LoadLe<uint32_t>(record, kUsedBytes), record.size());
   const bool hasType = Fits(used, cursor.offset, sizeof(uint32_t));

@@ -1,4 +1,5 @@
-// FILE records of the $MFT and the attributes in them. Everything is tested against the record's bytes.
+// FILE records of the $MFT and the attributes in them, from any bytes: each function tests every length
+// against the bytes it is given before it loads what lies there.
 #pragma once
 
 #include <cstddef>

@@ -167,7 +167,7 @@ class RawNtfsDevice : public VolumeDevice {
   // Its size grows where somebody else writes the volume. False where a journal that was there cannot be
   // read now: half written, or a device that stumbles. One that stays away is gone.
   bool RefreshJournal() {
-    constexpr int kMostTornLooks = 10;
+    constexpr int kMostTornLooks = 10;  // chosen: some seconds, at the pauses of a monitor
     auto fresh = OpenChangeJournal(reader_);
     if (cancelled_) return false;
     isJournalKnown_ = true;
