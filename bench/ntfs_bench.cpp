@@ -52,7 +52,7 @@ class BlockDevice : public VolumeDevice {
     std::memcpy(output.data(), block.data(), block.size());
     return {.bytes = block.size()};
   }
-  Reply ReadAt(uint64_t, std::span<std::byte>) override { return {}; }
+  Reply ReadAt(ByteOffset, std::span<std::byte>) override { return {}; }
   void Cancel() override {}
   uint32_t Close() override { return 0; }
 };
@@ -74,7 +74,7 @@ void BareWalkOfBlocks(benchmark::State& state) {
       while (const auto record = NextUsnRecord(cursor)) {
         std::memcpy(pool.data() + used, record->name.data(), record->name.size());
         used += record->name.size();
-        parents[records++] = record->parentFrn;
+        parents[records++] = record->parentFrn.value;
       }
     }
     benchmark::DoNotOptimize(pool.data());

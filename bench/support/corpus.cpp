@@ -78,8 +78,8 @@ bool AddUsnRecord(std::vector<std::byte>& block, const CorpusEntry& entry, uint3
   if (offset + length > kBlockBytes) return false;
   block.resize(offset + length);
   PutUsnRecord(std::span(block).subspan(offset),
-               {.frn = entry.id,
-                .parentFrn = entry.parent,
+               {.frn = FileReference(entry.id),
+                .parentFrn = FileReference(entry.parent),
                 .reason = reason,
                 .attributes = entry.isDirectory ? kFileAttributeDirectory : 0,
                 .name = std::as_bytes(std::span(entry.name))},

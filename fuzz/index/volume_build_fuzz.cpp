@@ -34,7 +34,7 @@ class FailingDevice : public VolumeDevice {
     }
     return raw_->Control(code, input, output);
   }
-  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     return raw_->ReadAt(offset, buffer);
   }
   void Cancel() override { raw_->Cancel(); }
@@ -69,11 +69,11 @@ std::vector<NamedFile> ListFiles() {
   auto reader = OpenMft(std::make_unique<MftSource>(mft));
   MftEnumeration enumeration;
   std::u16string units;
-  for (uint64_t number = 0; number < reader->recordCount; ++number) {
+  for (RecordNumber number; reader->HasRecord(number); ++number) {
     const auto file = FileAt(*reader, enumeration, number);
     if (!file) continue;
     const auto name = NameUnits(file->record, units);
-    files.push_back({file->record.frn, file->record.parentFrn, std::u16string(name)});
+    files.push_back({file->record.frn.value, file->record.parentFrn.value, std::u16string(name)});
   }
   return files;
 }

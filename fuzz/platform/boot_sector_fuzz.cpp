@@ -32,8 +32,8 @@ std::array<std::byte, kBootSectorBytes> SectorOf(const NtfsGeometry& geometry) {
   StoreLe(std::span(sector), 11, static_cast<uint16_t>(geometry.sectorBytes));
   StoreLe(std::span(sector), 13, static_cast<uint8_t>(perCluster));
   StoreLe(std::span(sector), 40, geometry.sectors);
-  StoreLe(std::span(sector), 48, geometry.mftCluster);
-  StoreLe(std::span(sector), 56, geometry.mirrorCluster);
+  StoreLe(std::span(sector), 48, geometry.mftCluster.value);
+  StoreLe(std::span(sector), 56, geometry.mirrorCluster.value);
   StoreLe(std::span(sector), 64, UnitOf(geometry.recordBytes, geometry.clusterBytes));
   StoreLe(std::span(sector), 68, UnitOf(geometry.indexBytes, geometry.clusterBytes));
   StoreLe(std::span(sector), 72, geometry.serial);
@@ -59,7 +59,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Require(IsPower(geometry->recordBytes, 512, 65'536));
   Require(IsPower(geometry->indexBytes, 512, 2 << 20));
   Require(geometry->sectors <= (uint64_t{1} << 62) / geometry->sectorBytes);
-  Require(geometry->mftCluster < geometry->Clusters());
+  Require(geometry->mftCluster.value < geometry->Clusters().value);
+  const ClusterNumber last(geometry->Clusters().value - 1);
+  Require(OffsetOf(last, geometry->clusterBytes).has_value());
   const auto again = ParseBootSector(SectorOf(*geometry));
   Require(again && IsSame(*again, *geometry));
   return 0;

@@ -70,8 +70,8 @@ std::vector<Seen> WalkPlainly(std::span<const std::byte> bytes, const JournalRan
 void TakeRecords(std::span<const std::byte> block, std::vector<Seen>& all) {
   UsnCursor cursor{.block = block};
   while (const auto record = NextUsnRecord(cursor)) {
-    all.push_back({record->frn, record->parentFrn, record->usn, record->reason, record->attributes,
-                   Copy(record->name)});
+    all.push_back({record->frn.value, record->parentFrn.value, record->usn, record->reason,
+                   record->attributes, Copy(record->name)});
   }
   Require(!cursor.malformed);
 }

@@ -13,7 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   RunCursor cursor{.runs = bytes};
   size_t before = 0;
   while (const auto run = NextRun(cursor)) {
-    if (run->clusters == 0 || cursor.offset <= before || cursor.offset > size) std::abort();
+    if (run->clusters == ClusterCount(0) || cursor.offset <= before || cursor.offset > size)
+      std::abort();
     before = cursor.offset;
   }
 
@@ -21,11 +22,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       .sectorBytes = 512, .clusterBytes = 4'096, .recordBytes = 1'024, .sectors = 80'000};
   NtfsStream stream;
   AppendRuns(stream, {.isResident = false, .runs = bytes}, geometry);
-  uint64_t end = 0;
+  StreamOffset end;
   for (const NtfsExtent& extent : stream.extents) {
     if (extent.start < end || extent.length == 0) std::abort();
-    if (extent.place + extent.length > geometry.Clusters() * geometry.clusterBytes) std::abort();
-    end = extent.start + extent.length;
+    if ((extent.place + extent.length).value > geometry.Clusters().value * geometry.clusterBytes)
+      std::abort();
+    end = extent.End();
   }
   return 0;
 }

@@ -17,7 +17,7 @@ constexpr uint64_t kFolder = 6, kBlocksCluster = 600;
 constexpr size_t kMostRootBytes = 600, kMostBlocks = 4;
 
 struct Entry {
-  uint64_t reference = 0;
+  FileReference reference;
   std::u16string name;
 };
 
@@ -31,7 +31,7 @@ void ListEntries(std::span<const std::byte> bytes, size_t header, std::vector<En
     const bool isLast = (LoadLe<uint16_t>(index, at + 12) & 2) != 0;
     if (isLast || length < 16 + key || !Fits(end, at, length)) return;
     if (const auto value = ParseFileName(index.subspan(at + 16, key))) {
-      entries.push_back({LoadLe<uint64_t>(index, at), UnitsOf(value->name)});
+      entries.push_back({FileReference(LoadLe<uint64_t>(index, at)), UnitsOf(value->name)});
     }
     at += length;
   }
@@ -55,7 +55,7 @@ bool IsAscii(std::u16string_view text) {
   return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
 }
 
-std::optional<uint64_t> FindPlainly(const std::vector<Entry>& entries, std::u16string_view name) {
+std::optional<FileReference> FindPlainly(const std::vector<Entry>& entries, std::u16string_view name) {
   for (const Entry& entry : entries) {
     if (EqualNoCase(entry.name, name)) return entry.reference;
   }
@@ -72,7 +72,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const uint64_t clusters = (blocks.size() + kBuiltClusterBytes - 1) / kBuiltClusterBytes;
 
   RecordBuilder folder;
-  folder.StandardInformation().FileName(kRootRecord, u"folder").Resident(kIndexRoot, u"$I30", root);
+  folder.StandardInformation()
+      .FileName(kRootRecord.value, u"folder")
+      .Resident(kIndexRoot, u"$I30", root);
   if (clusters != 0) {
     const Bytes runs = MappingPairs({{static_cast<int64_t>(kBlocksCluster), clusters}});
     folder.NonResident(kIndexAllocation, u"$I30", runs, clusters * kBuiltClusterBytes);
@@ -88,8 +90,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   ListBlocks(blocks, entries);
   for (const Entry& entry : entries) {
     if (!IsAscii(entry.name)) continue;
-    Require(FindInFolder(reader, kFolder, entry.name) == FindPlainly(entries, entry.name));
+    Require(FindInFolder(reader, RecordNumber(kFolder), entry.name) == FindPlainly(entries, entry.name));
   }
-  Require(FindInFolder(reader, kFolder, u"$UsnJrnl") == FindPlainly(entries, u"$usnjrnl"));
+  Require(FindInFolder(reader, RecordNumber(kFolder), u"$UsnJrnl") == FindPlainly(entries, u"$usnjrnl"));
   return 0;
 }

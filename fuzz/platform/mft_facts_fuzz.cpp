@@ -13,20 +13,22 @@ namespace {
 constexpr uint64_t kMostRecords = 64;
 
 void CheckStream(const NtfsStream& stream, const MftReader& reader) {
-  uint64_t end = 0;
+  StreamOffset end;
   for (const NtfsExtent& extent : stream.extents) {
     Require(extent.start >= end && extent.length != 0);
-    Require(extent.place + extent.length <= reader.geometry.Clusters() * reader.geometry.clusterBytes);
-    end = extent.start + extent.length;
+    Require((extent.place + extent.length).value <=
+            reader.geometry.Clusters().value * reader.geometry.clusterBytes);
+    end = extent.End();
   }
-  for (const uint64_t offset : {uint64_t{0}, uint64_t{1}, end, stream.size}) {
-    const uint64_t stored = NextStored(stream, offset);
-    Require(stored <= stream.size && (stored >= offset || stored == stream.size));
+  const StreamOffset streamEnd(stream.size);
+  for (const StreamOffset offset : {StreamOffset(0), StreamOffset(1), end, streamEnd}) {
+    const StreamOffset stored = NextStored(stream, offset);
+    Require(stored <= streamEnd && (stored >= offset || stored == streamEnd));
   }
 }
 
 // What the record's own unnamed $DATA says, where it stands in no other record.
-void CheckSize(MftReader& reader, std::span<const std::byte> record, uint64_t reference,
+void CheckSize(MftReader& reader, std::span<const std::byte> record, FileReference reference,
                const FileFacts& facts) {
   const auto stream = FindStreamOfFile(reader, reference, kData, {});
   if (!stream) return;
@@ -34,22 +36,22 @@ void CheckSize(MftReader& reader, std::span<const std::byte> record, uint64_t re
   if (facts.isDirectory || stream->size == 0 || !ReadAttributeList(reader, record).empty()) return;
   Require(facts.size == stream->size);
   std::vector<std::byte> contents(4'096);
-  const size_t got = ReadStream(*reader.source, *stream, 0, contents);
+  const size_t got = ReadStream(*reader.source, *stream, StreamOffset(0), contents);
   Require(got <= contents.size() && got <= stream->size);
 }
 
-void CheckFile(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+void CheckFile(MftReader& reader, MftEnumeration& enumeration, RecordNumber number) {
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, number, record);
   if (!header) {
     Require(!ReadMftFacts(reader, MakeReference(number, 1)));
     return;
   }
-  const uint64_t reference = MakeReference(number, header->sequence);
-  Require(!ReadMftFacts(reader, reference ^ uint64_t{1} << 48));
+  const FileReference reference = MakeReference(number, header->sequence);
+  Require(!ReadMftFacts(reader, FileReference(reference.value ^ uint64_t{1} << 48)));
   const auto facts = ReadMftFacts(reader, reference);
   if (!facts) return;
-  Require(header->inUse && header->baseReference == 0);
+  Require(header->inUse && header->baseReference == FileReference(0));
   Require(std::max({facts->size, facts->modified, facts->created}) <= INT64_MAX);
   Require(facts->isDirectory == header->isDirectory && !(facts->isDirectory && facts->size != 0));
   const auto file = FileAt(reader, enumeration, number);
@@ -68,8 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckStream(reader->mft, *reader);
   MftEnumeration enumeration;
   for (uint64_t number = 0; number < std::min(reader->recordCount, kMostRecords); ++number) {
-    CheckFile(*reader, enumeration, number);
+    CheckFile(*reader, enumeration, RecordNumber(number));
   }
-  Require(!ReadMftFacts(*reader, reader->recordCount));
+  Require(!ReadMftFacts(*reader, FileReference(reader->recordCount)));
   return 0;
 }

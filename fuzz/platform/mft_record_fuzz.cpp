@@ -42,7 +42,7 @@ void CheckAttribute(const NtfsAttribute& attribute, std::span<const std::byte> b
   Require(LiesWithin(attribute.name, bytes) && attribute.name.size() % 2 == 0);
   Require(LiesWithin(attribute.value, bytes) && LiesWithin(attribute.runs, bytes));
   if (attribute.isResident) {
-    Require(attribute.runs.empty() && attribute.lowestVcn == 0);
+    Require(attribute.runs.empty() && attribute.lowestVcn == StreamCluster(0));
     Require(attribute.dataBytes == attribute.value.size());
     CheckFileName(attribute.value);
   } else {

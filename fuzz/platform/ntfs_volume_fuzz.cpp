@@ -35,14 +35,17 @@ void CheckRest(VolumeDevice& device) {
   const uint32_t unknown = Ask(device, 0, std::array<uint64_t, 1>(), {}).error;
   if (unknown != kErrorInvalidFunction) std::abort();
   std::array<std::byte, 16> bytes;
-  if (device.ReadAt(3, bytes).bytes != bytes.size() || bytes[0] != std::byte{'N'}) std::abort();
+  if (device.ReadAt(ByteOffset(3), bytes).bytes != bytes.size() || bytes[0] != std::byte{'N'})
+    std::abort();
   // A journal of the volume stays; one that was made in memory goes, once.
   const uint32_t first = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
   const uint32_t second = Ask(device, kFsctlDeleteUsnJournal, std::array<uint64_t, 2>(), {}).error;
   const bool isKept = first == kErrorWriteProtect && second == kErrorWriteProtect;
   if (!isKept && (first != 0 || second != kErrorJournalNotActive)) std::abort();
-  if (device.Close() != 0 || device.ReadAt(3, bytes).error != kErrorInvalidHandle) std::abort();
-  if (device.ReadFacts(0) || Ask(device, kFsctlEnumUsnData, bytes, {}).error != kErrorInvalidHandle) {
+  if (device.Close() != 0 || device.ReadAt(ByteOffset(3), bytes).error != kErrorInvalidHandle)
+    std::abort();
+  if (device.ReadFacts(FileReference(0)) ||
+      Ask(device, kFsctlEnumUsnData, bytes, {}).error != kErrorInvalidHandle) {
     std::abort();
   }
 }
@@ -56,7 +59,7 @@ void Enumerate(VolumeDevice& device) {
     if (reply.error != 0) return;
     UsnCursor cursor{.block = std::span(block).first(reply.bytes)};
     while (const auto record = NextUsnRecord(cursor)) {
-      const uint64_t number = (record->frn & 0xFFFF'FFFF'FFFF) + 1;
+      const uint64_t number = RecordNumberOf(record->frn).value + 1;
       if (number <= before) std::abort();
       before = number;
       ReadFacts(device, record->frn);

@@ -29,9 +29,9 @@ class MftSource : public ByteSource {
     StoreLe(std::span(boot_), 510, uint16_t{0xAA55});
   }
   uint64_t Size() const override { return kMftCluster * kClusterBytes + mft_.size(); }
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     for (size_t done = 0; done < buffer.size();) {
-      const auto stretch = StretchAt(offset + done);
+      const auto stretch = StretchAt(offset.value + done);
       const size_t count = std::min(stretch.size(), buffer.size() - done);
       std::copy_n(stretch.begin(), count, buffer.begin() + static_cast<ptrdiff_t>(done));
       done += count;

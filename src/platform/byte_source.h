@@ -7,16 +7,20 @@
 #include <span>
 #include <string_view>
 
+#include "platform/byte_offset.h"
+
 namespace quilmark {
 
 // One thread at a time.
 struct ByteSource {
   virtual ~ByteSource() = default;
+
+  // In bytes; 0 for a device that does not tell.
   virtual uint64_t Size() const = 0;
 
   // Fills `buffer` from byte `offset`. Returns how many bytes were read: fewer at the end or at a place
   // that cannot be read.
-  virtual size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) = 0;
+  virtual size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
 };
 
 // Opens a file or a block device for reading, by a path of files.h. Null if that fails.

@@ -14,6 +14,7 @@ namespace quilmark {
 
 // Threads that OnCores uses at most, the calling one included.
 inline size_t CoreCount() {
+  // Chosen: two where the system does not tell, and no more than six, which leaves cores to others.
   constexpr unsigned kLeast = 2, kMost = 6;
   return std::clamp(std::thread::hardware_concurrency(), kLeast, kMost);
 }
@@ -58,6 +59,7 @@ void OnCores(size_t count, size_t step, Work work) {
 // As std::sort: the quarters on their own threads, then merged two by two.
 template <typename Iterator, typename Before>
 void SortOnCores(Iterator first, Iterator end, Before before) {
+  // Chosen: fewer are sorted in a few milliseconds by one thread.
   constexpr size_t kWorthThreads = 20'000, kParts = 4;
   const auto count = static_cast<size_t>(end - first);
   if (count < kWorthThreads) return std::sort(first, end, before);

@@ -7,6 +7,7 @@
 
 namespace quilmark {
 
+// Gives pages back to the system.
 struct PagesDeleter {
   size_t bytes = 0;
   void operator()(void* pages) const;
@@ -18,16 +19,16 @@ struct PagesDeleter {
 template <typename Item>
 using Pages = std::unique_ptr<Item[], PagesDeleter>;
 
-// Null if the system has no memory left.
-void* AllocatePages(size_t bytes);
+// `bytes` of zeroed memory. Null if the system has none left.
+std::unique_ptr<void, PagesDeleter> AllocatePages(size_t bytes);
 
 // Room for `count` items of a type that zeroes make valid. Throws std::bad_alloc where memory runs out.
 template <typename Item>
 Pages<Item> MakePages(size_t count) {
   const size_t bytes = count * sizeof(Item);
-  void* const pages = AllocatePages(bytes);
+  auto pages = AllocatePages(bytes);
   if (pages == nullptr) throw std::bad_alloc();
-  return Pages<Item>(static_cast<Item*>(pages), PagesDeleter{bytes});
+  return Pages<Item>(static_cast<Item*>(pages.release()), PagesDeleter{bytes});
 }
 
 }  // namespace quilmark

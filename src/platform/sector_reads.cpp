@@ -7,8 +7,8 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kBlockBytes = 4'096;
-constexpr size_t kLeastSectorBytes = 512;
+constexpr size_t kBlockBytes = 4'096;      // the largest sector that disks have (4Kn)
+constexpr size_t kLeastSectorBytes = 512;  // the smallest
 
 // All at once; from where that ends short, block by block; from where that does, sector by sector.
 size_t ReadWhole(const SectorReader& read, uint64_t offset, std::span<std::byte> buffer) {

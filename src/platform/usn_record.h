@@ -1,5 +1,8 @@
-// Records of the change journal, as FSCTL_READ_USN_JOURNAL and FSCTL_ENUM_USN_DATA deliver them: blocks
-// of eight bytes of position and then USN_RECORD_V2 structures (winioctl.h).
+// Records of the change journal: the one place that knows their layout (winioctl.h).
+//
+// FSCTL_READ_USN_JOURNAL and FSCTL_ENUM_USN_DATA deliver blocks of eight bytes of position and then
+// USN_RECORD_V2 structures. On the volume the journal is a row of pages with records of several
+// versions. Both readers take any bytes, and test every length before they load what it leads to.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +11,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "platform/file_reference.h"
 
 namespace quilmark {
 
@@ -26,13 +31,14 @@ inline constexpr uint32_t kUsnReasonsOfNames =
 
 inline constexpr uint32_t kFileAttributeDirectory = 0x10;
 
+// What one record says. The name lies in the memory that the record was read from.
 struct UsnRecord {
-  uint64_t frn = 0;  // see file_reference.h
-  uint64_t parentFrn = 0;
+  FileReference frn;
+  FileReference parentFrn;
   int64_t usn = 0;
   uint32_t reason = 0;
   uint32_t attributes = 0;
-  std::span<const std::byte> name;  // UTF-16LE at any alignment; an odd last byte is no part of it
+  std::span<const std::byte> name;  // UTF-16LE at any alignment, whole units
 };
 
 // Of the position that stands in front of the records of a block.
@@ -50,15 +56,35 @@ struct UsnCursor {
 // version is not looked at.
 std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor);
 
+// A record as it stands on the volume, where the time is kept too.
+struct StoredUsnRecord {
+  UsnRecord record;
+  uint64_t timestamp = 0;  // FILETIME
+  size_t offset = 0;       // in its page
+};
+
+// Position in a page of the stored journal, or in what was read of one up to its end. `page` must
+// outlive the records.
+struct StoredUsnCursor {
+  std::span<const std::byte> page;
+  size_t offset = 0;
+};
+
+// The next record of version 2 or 3. Passed over are records of other versions, those with references of
+// more than 64 bits, and those whose fields do not fit. Empty at the end of the page, and at what is no
+// length of a record, which costs the rest of the page.
+std::optional<StoredUsnRecord> NextStoredUsnRecord(StoredUsnCursor& cursor);
+
 // Copies a name into `units`, whose memory a loop reuses; the view is of `units`. A backslash, which
 // other systems may have put into it, becomes kNameBackslash (utf.h).
 std::u16string_view NameUnits(const UsnRecord& record, std::u16string& units);
 
-// Bytes that PutUsnRecord writes for a name of so many units.
+// Bytes that PutUsnRecord writes for a name of so many units; a multiple of 8, at least 64.
 size_t UsnRecordLength(size_t nameUnits);
 
-// Writes a record of version 2 at the start of `to`. REQUIRES UsnRecordLength(...) <= to.size() and at
-// most 32,000 units.
+// Writes a record of version 2 at the start of `to`; `timestamp` is a FILETIME. REQUIRES
+// UsnRecordLength(...) <= to.size() and a name of at most 32,767 units, since a record has 16 bits for
+// its length in bytes.
 void PutUsnRecord(std::span<std::byte> to, const UsnRecord& record, uint64_t timestamp);
 
 }  // namespace quilmark

@@ -12,7 +12,9 @@
 #include <span>
 #include <string_view>
 
+#include "platform/byte_offset.h"
 #include "platform/file_facts.h"
+#include "platform/file_reference.h"
 #include "platform/window_post.h"
 
 namespace quilmark {
@@ -70,12 +72,12 @@ struct VolumeDevice {
 
   // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer only at its end. A device of
   // Windows wants both in whole sectors.
-  virtual Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) = 0;
+  virtual Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
 
   // Size and dates of the file that `reference` names, from the records of the volume. Empty where the
   // device leaves that to the system, which knows the file by its path, and where the records do not
   // tell.
-  virtual std::optional<FileFacts> ReadFacts(uint64_t /*reference*/) { return std::nullopt; }
+  virtual std::optional<FileFacts> ReadFacts(FileReference /*reference*/) { return std::nullopt; }
 
   // Null where the system has no such notices, or the device is closed. `window` must be a window.
   virtual std::shared_ptr<const DeviceNotice> TellWindow(PostTarget /*window*/) { return nullptr; }

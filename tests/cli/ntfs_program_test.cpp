@@ -102,8 +102,8 @@ class GrowingImage {
     const size_t offset = journal_.size();
     journal_.resize(offset + UsnRecordLength(name.size()));
     PutUsnRecord(std::span(journal_).subspan(offset),
-                 {.frn = frn,
-                  .parentFrn = parentFrn,
+                 {.frn = FileReference(frn),
+                  .parentFrn = FileReference(parentFrn),
                   .usn = static_cast<int64_t>(kFirstUsn + offset),
                   .reason = reason,
                   .attributes = attributes,

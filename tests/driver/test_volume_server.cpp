@@ -139,7 +139,7 @@ void TestVolumeServer::Serve() {
                                                   std::min<size_t>(asked.outputBytes, kAnswerBytes));
     VolumeDevice::Reply reply{.error = kErrorDeviceNotConnected};
     if (!isLost_) {
-      reply = asked.code == TEST_VOLUME_READ ? answers_.ReadAt(asked.offset, output)
+      reply = asked.code == TEST_VOLUME_READ ? answers_.ReadAt(ByteOffset(asked.offset), output)
                                              : answers_.Control(asked.code, input, output);
     }
     const TestVolumeAnswer header{.id = asked.id,

@@ -53,7 +53,7 @@ TEST(BootSector, LargeClustersAreWrittenAsAnExponent) {
   const auto geometry = ParseBootSector(MakeBootSector(2 << 20, 1'024, 64, 4, 2));
   ASSERT_TRUE(geometry.has_value());
   EXPECT_EQ(geometry->clusterBytes, 2u << 20);
-  EXPECT_EQ(geometry->Clusters(), 64u);
+  EXPECT_EQ(geometry->Clusters(), ClusterCount(64));
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST(ByteSource, AFileOfAnyLengthIsReadToItsLastByte) {
     for (size_t offset = 0; offset <= size; offset += 1 + size / 37) {
       for (const size_t length : {1u, 512u, 4'096u, 20'000u}) {
         std::vector<std::byte> buffer(length);
-        const size_t got = source->ReadAt(offset, buffer);
+        const size_t got = source->ReadAt(ByteOffset(offset), buffer);
         ASSERT_EQ(got, std::min(length, size - offset)) << offset << " " << length;
         const auto wanted = std::as_bytes(std::span(contents)).subspan(offset, got);
         ASSERT_TRUE(std::equal(wanted.begin(), wanted.end(), buffer.begin())) << offset << " " << length;

@@ -16,7 +16,7 @@ Bytes JournalRecord(uint16_t sequence) {
   Bytes max(32);
   StoreLe(std::span(max), 16, kJournalId);
   return RecordBuilder()
-      .FileName(MakeReference(kExtendRecord, 1), u"$UsnJrnl")
+      .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
       .NonResident(kData, u"$J", MappingPairs({{1'000, 1}}), 4'096)
       .Resident(kData, u"$Max", max)
       .Finish({.sequence = sequence});
@@ -64,7 +64,7 @@ struct StoredPages {
     const auto reply = Read(block);
     UsnCursor cursor{.block = std::span(block).first(reply.bytes)};
     std::vector<uint64_t> files;
-    while (const auto record = NextUsnRecord(cursor)) files.push_back(record->frn);
+    while (const auto record = NextUsnRecord(cursor)) files.push_back(record->frn.value);
     return files;
   }
 
@@ -76,7 +76,7 @@ struct StoredPages {
 void PutRecord(Bytes& pages, size_t offset, uint64_t frn) {
   const std::u16string_view name = u"name";
   PutUsnRecord(std::span(pages).subspan(offset),
-               {.frn = frn, .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
+               {.frn = FileReference(frn), .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
 }
 
 using Files = std::vector<uint64_t>;

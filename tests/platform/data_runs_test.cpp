@@ -21,11 +21,11 @@ TEST(DataRuns, FollowOneAnotherByTheirDifferences) {
   RunCursor cursor{.runs = runs};
   const auto first = NextRun(cursor), hole = NextRun(cursor), last = NextRun(cursor);
   ASSERT_TRUE(first && hole && last);
-  EXPECT_EQ(first->cluster, 100u);
-  EXPECT_EQ(first->clusters, 5u);
+  EXPECT_EQ(first->cluster, ClusterNumber(100));
+  EXPECT_EQ(first->clusters, ClusterCount(5));
   EXPECT_EQ(hole->cluster, std::nullopt);
-  EXPECT_EQ(hole->clusters, 3u);
-  EXPECT_EQ(last->cluster, 90u) << "10 below the first";
+  EXPECT_EQ(hole->clusters, ClusterCount(3));
+  EXPECT_EQ(last->cluster, ClusterNumber(90)) << "10 below the first";
   EXPECT_FALSE(NextRun(cursor));
   EXPECT_FALSE(cursor.malformed);
 }

@@ -192,7 +192,8 @@ TEST_P(FileFailures, ASourceOfBytesGivesThemOrFewer) {
     size_t count = 0;
     const bool hasFailed = failing([&] {
       const auto source = OpenByteSource(path);
-      if (source != nullptr) count = source->ReadAt(0, std::as_writable_bytes(std::span(read)));
+      if (source != nullptr)
+        count = source->ReadAt(ByteOffset(0), std::as_writable_bytes(std::span(read)));
     });
     EXPECT_TRUE(hasFailed || count == bytes.size());
     EXPECT_EQ(std::memcmp(read.data(), bytes.data(), count), 0);

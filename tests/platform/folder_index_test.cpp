@@ -8,19 +8,19 @@
 namespace quilmark {
 namespace {
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1), kFolder = 20, kBlocks = 300;
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1), kFolder = 20, kBlocks = 300;
 constexpr uint64_t kAlpha = MakeReference(30, 1), kBeta = MakeReference(31, 1);
 
 using Entries = std::vector<std::pair<uint64_t, std::u16string_view>>;
 
-std::optional<uint64_t> Find(const RecordBuilder& folder, const std::vector<Bytes>& blocks,
-                             std::u16string_view name) {
+std::optional<FileReference> Find(const RecordBuilder& folder, const std::vector<Bytes>& blocks,
+                                  std::u16string_view name) {
   NtfsVolumeBuilder builder;
   builder.Record(kFolder, folder.Finish({.isDirectory = true}));
   for (size_t i = 0; i < blocks.size(); ++i) builder.Cluster(kBlocks + i, blocks[i]);
   const MemoryVolume volume = builder.Build();
   auto reader = OpenMft(volume.Open());
-  return reader ? FindInFolder(*reader, kFolder, name) : std::nullopt;
+  return reader ? FindInFolder(*reader, RecordNumber(kFolder), name) : std::nullopt;
 }
 
 RecordBuilder Folder(const Bytes& root) {
@@ -35,16 +35,16 @@ RecordBuilder FolderWithBlocks(uint64_t count) {
 
 TEST(FolderIndex, FindsANameInTheRootOfTheTree) {
   const auto folder = Folder(IndexRootValue({{kAlpha, u"alpha"}, {kBeta, u"beta"}}));
-  EXPECT_EQ(Find(folder, {}, u"beta"), kBeta);
-  EXPECT_EQ(Find(folder, {}, u"BETA"), kBeta);
+  EXPECT_EQ(Find(folder, {}, u"beta"), FileReference(kBeta));
+  EXPECT_EQ(Find(folder, {}, u"BETA"), FileReference(kBeta));
   EXPECT_EQ(Find(folder, {}, u"gamma"), std::nullopt);
 }
 
 TEST(FolderIndex, FindsANameInTheBlocks) {
   const auto folder = FolderWithBlocks(2);
   const std::vector<Bytes> blocks = {IndexBlock({{kAlpha, u"alpha"}}), IndexBlock({{kBeta, u"beta"}})};
-  EXPECT_EQ(Find(folder, blocks, u"alpha"), kAlpha);
-  EXPECT_EQ(Find(folder, blocks, u"beta"), kBeta);
+  EXPECT_EQ(Find(folder, blocks, u"alpha"), FileReference(kAlpha));
+  EXPECT_EQ(Find(folder, blocks, u"beta"), FileReference(kBeta));
   EXPECT_EQ(Find(folder, blocks, u"gamma"), std::nullopt);
 }
 
@@ -54,7 +54,7 @@ TEST(FolderIndex, PassesOverABlockThatIsNoneOrIsDamaged) {
   torn[kBuiltClusterBytes - 1] ^= std::byte{1};
   for (const Bytes& bad : {foreign, torn}) {
     const std::vector<Bytes> blocks = {bad, IndexBlock({{kAlpha, u"alpha"}})};
-    EXPECT_EQ(Find(FolderWithBlocks(2), blocks, u"alpha"), kAlpha);
+    EXPECT_EQ(Find(FolderWithBlocks(2), blocks, u"alpha"), FileReference(kAlpha));
     EXPECT_EQ(Find(FolderWithBlocks(2), blocks, u"beta"), std::nullopt);
   }
 }
@@ -68,7 +68,7 @@ TEST(FolderIndex, EndsAtABlockThatCannotBeRead) {
   volume.badPlaces = {{kBlocks * kBuiltClusterBytes, kBlocks * kBuiltClusterBytes + 512}};
   auto reader = OpenMft(volume.Open());
   ASSERT_TRUE(reader);
-  EXPECT_EQ(FindInFolder(*reader, kFolder, u"alpha"), std::nullopt);
+  EXPECT_EQ(FindInFolder(*reader, RecordNumber(kFolder), u"alpha"), std::nullopt);
 }
 
 // An entry of the root, by where its fields stand.
@@ -96,7 +96,7 @@ TEST(FolderIndex, AKeyThatIsNoNameIsPassedOver) {
   Bytes root = IndexRootValue({{kAlpha, u"alpha"}, {kBeta, u"beta"}});
   StoreLe(std::span(root), kFirstEntry + kNameUnits, uint8_t{200});
   EXPECT_EQ(Find(Folder(root), {}, u"alpha"), std::nullopt);
-  EXPECT_EQ(Find(Folder(root), {}, u"beta"), kBeta);
+  EXPECT_EQ(Find(Folder(root), {}, u"beta"), FileReference(kBeta));
 }
 
 TEST(FolderIndex, ARootWithoutRoomForItsHeaderHasNoEntry) {

@@ -37,7 +37,7 @@ constexpr RecordBuilder::Listed kDataIn31 = {kData, 0, MakeReference(31, 1), {}}
 std::optional<FileFacts> FactsIn(const NtfsVolumeBuilder& builder, uint64_t reference = kFile) {
   const MemoryVolume volume = builder.Build();
   const auto device = OpenRawNtfs(volume.Open());
-  return device != nullptr ? device->ReadFacts(reference) : std::nullopt;
+  return device != nullptr ? device->ReadFacts(FileReference(reference)) : std::nullopt;
 }
 
 std::optional<FileFacts> FactsOf(const RecordBuilder& record, const RecordBuilder::Header& header = {}) {
@@ -224,9 +224,9 @@ TEST(MftFacts, AClosedDeviceKnowsNothing) {
   const auto device = OpenRawNtfs(volume.Open());
   ASSERT_NE(device, nullptr);
   device->Cancel();  // of a former call: no effect on this one
-  EXPECT_TRUE(device->ReadFacts(kFile));
+  EXPECT_TRUE(device->ReadFacts(FileReference(kFile)));
   device->Close();
-  EXPECT_FALSE(device->ReadFacts(kFile));
+  EXPECT_FALSE(device->ReadFacts(FileReference(kFile)));
 }
 
 TEST(SizesInRecord, AreThoseOfTheUnnamedDataWithFixUpsAppliedOrNot) {
@@ -235,7 +235,7 @@ TEST(SizesInRecord, AreThoseOfTheUnnamedDataWithFixUpsAppliedOrNot) {
                      .NonResident(kData, {}, MappingPairs({{900, 2}}), 5'000)
                      .Finish({});
   for (int turn = 0; turn < 2; ++turn) {
-    const auto sizes = SizesInRecord(record, kFile);
+    const auto sizes = SizesInRecord(record, FileReference(kFile));
     ASSERT_TRUE(sizes.has_value()) << turn;
     EXPECT_EQ(sizes->logical, 5'000u);
     EXPECT_GE(sizes->allocated, 5'000u);
@@ -246,27 +246,29 @@ TEST(SizesInRecord, AreThoseOfTheUnnamedDataWithFixUpsAppliedOrNot) {
 }
 
 TEST(SizesInRecord, OfDataInTheRecordAreBothItsLength) {
-  const auto sizes = SizesInRecord(File().Resident(kData, {}, Bytes(123)).Finish({}), kFile);
+  const auto sizes =
+      SizesInRecord(File().Resident(kData, {}, Bytes(123)).Finish({}), FileReference(kFile));
   ASSERT_TRUE(sizes.has_value());
   EXPECT_EQ(sizes->logical, 123u);
   EXPECT_EQ(sizes->allocated, 123u);
 }
 
 TEST(SizesInRecord, OfAFolderAndWithoutDataAreNone) {
-  EXPECT_EQ(SizesInRecord(File().Finish({.isDirectory = true}), kFile).value().logical, 0u);
-  EXPECT_EQ(SizesInRecord(File().Finish({}), kFile).value().logical, 0u);
+  EXPECT_EQ(SizesInRecord(File().Finish({.isDirectory = true}), FileReference(kFile)).value().logical,
+            0u);
+  EXPECT_EQ(SizesInRecord(File().Finish({}), FileReference(kFile)).value().logical, 0u);
 }
 
 TEST(SizesInRecord, AreNotKnownOfAnotherFileOrWhereAnotherRecordHoldsThem) {
   const Bytes plain = File().Resident(kData, {}, Bytes(123)).Finish({});
-  EXPECT_FALSE(SizesInRecord(plain, MakeReference(30, 2)).has_value());
-  EXPECT_FALSE(SizesInRecord(Bytes(1'024), kFile).has_value());
-  EXPECT_FALSE(SizesInRecord({}, kFile).has_value());
-  EXPECT_FALSE(SizesInRecord(File().Finish({.inUse = false}), kFile).has_value());
-  EXPECT_FALSE(SizesInRecord(ListedFile({kDataIn31}).Finish({}), kFile).has_value());
+  EXPECT_FALSE(SizesInRecord(plain, FileReference(MakeReference(30, 2))).has_value());
+  EXPECT_FALSE(SizesInRecord(Bytes(1'024), FileReference(kFile)).has_value());
+  EXPECT_FALSE(SizesInRecord({}, FileReference(kFile)).has_value());
+  EXPECT_FALSE(SizesInRecord(File().Finish({.inUse = false}), FileReference(kFile)).has_value());
+  EXPECT_FALSE(SizesInRecord(ListedFile({kDataIn31}).Finish({}), FileReference(kFile)).has_value());
   auto tooLarge = File();
   tooLarge.NonResident(kData, {}, MappingPairs({{900, 2}}), kTooLarge);
-  EXPECT_FALSE(SizesInRecord(tooLarge.Finish({}), kFile).has_value());
+  EXPECT_FALSE(SizesInRecord(tooLarge.Finish({}), FileReference(kFile)).has_value());
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 namespace quilmark {
 namespace {
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1), kFile = MakeReference(20, 1),
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1), kFile = MakeReference(20, 1),
                    kHolder = MakeReference(21, 1), kOther = MakeReference(22, 1);
 
 RecordBuilder Listed(const std::vector<RecordBuilder::Listed>& entries) {
@@ -22,7 +22,7 @@ RecordBuilder Listed(const std::vector<RecordBuilder::Listed>& entries) {
 std::optional<NtfsStream> DataOf(const NtfsVolumeBuilder& builder) {
   const MemoryVolume volume = builder.Build();
   auto reader = OpenMft(volume.Open());
-  return reader ? FindStream(*reader, 20, kData, u"wanted") : std::nullopt;
+  return reader ? FindStream(*reader, RecordNumber(20), kData, u"wanted") : std::nullopt;
 }
 
 const std::vector<RecordBuilder::Listed> kEntries = {{kStandardInformation, 0, kFile, u""},
@@ -48,7 +48,7 @@ TEST(MftReader, JoinsThePartsThatAListNames) {
   ASSERT_TRUE(stream);
   EXPECT_EQ(stream->size, 3u * kBuiltClusterBytes);
   ASSERT_EQ(stream->extents.size(), 2u);
-  EXPECT_EQ(stream->extents[1].place, 400u * kBuiltClusterBytes);
+  EXPECT_EQ(stream->extents[1].place, ByteOffset(400 * kBuiltClusterBytes));
 }
 
 TEST(MftReader, AStreamOfWhichAPartIsMissingIsNone) {
@@ -125,10 +125,21 @@ TEST(MftReader, AFirstRecordOfTwoWritesGivesWayToItsCopy) {
                     .Build();
   auto reader = OpenMft(volume.Open());
   ASSERT_TRUE(reader);
-  EXPECT_EQ(reader->mft.extents[0].place, kBuiltMftCluster * kBuiltClusterBytes);
+  EXPECT_EQ(reader->mft.extents[0].place, ByteOffset(kBuiltMftCluster * kBuiltClusterBytes));
   volume.badPlaces = {
       {kBuiltMftCluster * kBuiltClusterBytes, kBuiltMftCluster * kBuiltClusterBytes + 512}};
   EXPECT_TRUE(OpenMft(volume.Open())) << "nor need it be readable";
+}
+
+TEST(MftReader, ACopyThatNoOffsetReachesIsNotLookedFor) {
+  Bytes torn = MftAt(50).Finish({});
+  torn[kBuiltRecordBytes - 1] ^= std::byte{1};
+  auto volume =
+      NtfsVolumeBuilder().Record(0, torn).Cluster(2, MftAt(kBuiltMftCluster).Finish({})).Build();
+  ASSERT_TRUE(OpenMft(volume.Open()));
+  // In bytes this cluster wraps to the place of cluster 2.
+  StoreLe(std::span(volume.stretches[0]), 56, uint64_t{1} << 52 | 2);
+  EXPECT_FALSE(OpenMft(volume.Open()));
 }
 
 // A $MFT of six clusters whose second part, of one cluster at 400, is in record 21.
@@ -151,7 +162,7 @@ std::optional<MftReader> OpenWithPart(const RecordBuilder::Header& header) {
 }
 
 TEST(MftReader, FollowsTheTableToItsPartsAndToNoOthers) {
-  const uint64_t mft = MakeReference(kMftRecord, 1);
+  const uint64_t mft = MakeReference(kMftRecord.value, 1);
   EXPECT_EQ(OpenWithPart({.baseReference = mft})->mft.extents.size(), 2u);
   EXPECT_EQ(OpenWithPart({.inUse = false, .baseReference = mft})->mft.extents.size(), 1u);
   EXPECT_EQ(OpenWithPart({.baseReference = kFile})->mft.extents.size(), 1u);
@@ -160,7 +171,7 @@ TEST(MftReader, FollowsTheTableToItsPartsAndToNoOthers) {
 std::optional<MftFile> FileOf(const NtfsVolumeBuilder& builder, MftEnumeration& enumeration) {
   const MemoryVolume volume = builder.Build();
   auto reader = OpenMft(volume.Open());
-  return reader ? FileAt(*reader, enumeration, 20) : std::nullopt;
+  return reader ? FileAt(*reader, enumeration, RecordNumber(20)) : std::nullopt;
 }
 
 TEST(MftEnumeration, AStandardInformationThatIsTooShortTellsNothing) {

@@ -120,6 +120,16 @@ TEST(MftRecord, AttributesEndWhereTheRecordDoes) {
   EXPECT_TRUE(cursor.malformed);
 }
 
+TEST(MftRecord, BytesThatEndInTheHeaderHaveNoAttributes) {
+  const Bytes whole = Used(RecordBuilder().Resident(kData, {}, Bytes(8)));
+  for (size_t size = 0; size < FirstOf(whole); ++size) {
+    const Bytes part(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
+    AttributeCursor cursor{.record = part, .offset = FirstOf(whole)};
+    EXPECT_FALSE(NextAttribute(cursor)) << size;
+    EXPECT_TRUE(cursor.malformed) << size;
+  }
+}
+
 TEST(MftRecord, AFileNameHasAKnownSpaceAndAllItsUnits) {
   Bytes value(66 + 6);
   value[64] = std::byte{3};

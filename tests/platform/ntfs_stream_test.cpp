@@ -13,15 +13,15 @@
 namespace quilmark {
 namespace {
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1);
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1);
 
 // Two extents with a hole between them on a volume full of 0xAA; bytes from 150 on were never written.
 struct PartlyWritten : testing::Test {
   MemoryVolume volume{.size = 1'000};
   NtfsStream stream{.size = 200,
                     .initialized = 150,
-                    .extents = {{.start = 0, .length = 64, .place = 400},
-                                {.start = 100, .length = 156, .place = 600}}};
+                    .extents = {{.start = StreamOffset(0), .length = 64, .place = ByteOffset(400)},
+                                {.start = StreamOffset(100), .length = 156, .place = ByteOffset(600)}}};
   PartlyWritten() { volume.stretches[0] = Bytes(1'000, std::byte{0xAA}); }
 
   Bytes Expected(uint64_t offset, size_t length) const {
@@ -39,26 +39,26 @@ TEST_F(PartlyWritten, WhatWasNeverWrittenReadsAsZerosWhereverAReadBegins) {
   for (uint64_t offset = 0; offset <= 201; ++offset) {
     for (size_t length = 0; length <= 210; length += 7) {
       Bytes bytes(length, std::byte{0x55});
-      bytes.resize(ReadStream(*source, stream, offset, bytes));
+      bytes.resize(ReadStream(*source, stream, StreamOffset(offset), bytes));
       ASSERT_EQ(bytes, Expected(offset, length)) << offset << " " << length;
     }
   }
 }
 
 TEST_F(PartlyWritten, NothingIsStoredBehindWhatWasWritten) {
-  EXPECT_EQ(NextStored(stream, 10), 10u);
-  EXPECT_EQ(NextStored(stream, 70), 100u);
-  EXPECT_EQ(NextStored(stream, 149), 149u);
-  EXPECT_EQ(NextStored(stream, 150), 200u);
+  EXPECT_EQ(NextStored(stream, StreamOffset(10)), StreamOffset(10));
+  EXPECT_EQ(NextStored(stream, StreamOffset(70)), StreamOffset(100));
+  EXPECT_EQ(NextStored(stream, StreamOffset(149)), StreamOffset(149));
+  EXPECT_EQ(NextStored(stream, StreamOffset(150)), StreamOffset(200));
   stream.initialized = 80;  // ends in the hole
-  EXPECT_EQ(NextStored(stream, 70), 200u);
+  EXPECT_EQ(NextStored(stream, StreamOffset(70)), StreamOffset(200));
 }
 
 TEST_F(PartlyWritten, ABadPlaceBehindWhatWasWrittenIsNotRead) {
   volume.badPlaces = {{650, 1'000}};  // byte 150 and on
   const auto source = volume.Open();
   Bytes bytes(200);
-  EXPECT_EQ(ReadStream(*source, stream, 0, bytes), 200u);
+  EXPECT_EQ(ReadStream(*source, stream, StreamOffset(0), bytes), 200u);
 }
 
 TEST(NtfsTable, RecordsBehindWhatWasWrittenAreNoFiles) {
@@ -77,8 +77,8 @@ TEST(NtfsTable, RecordsBehindWhatWasWrittenAreNoFiles) {
   auto reader = OpenMft(volume.Open());
   ASSERT_TRUE(reader.has_value());
   MftEnumeration enumeration;
-  EXPECT_TRUE(FileAt(*reader, enumeration, 20).has_value());
-  EXPECT_FALSE(FileAt(*reader, enumeration, 21).has_value());
+  EXPECT_TRUE(FileAt(*reader, enumeration, RecordNumber(20)).has_value());
+  EXPECT_FALSE(FileAt(*reader, enumeration, RecordNumber(21)).has_value());
 }
 
 // $J of one cluster, of which `written` bytes hold records.
@@ -86,7 +86,7 @@ NtfsVolumeBuilder VolumeWithJournal(const Bytes& records, uint64_t written) {
   return NtfsVolumeBuilder()
       .Journal(7, 0, records)
       .Record(24, RecordBuilder()
-                      .FileName(MakeReference(kExtendRecord, 1), u"$UsnJrnl")
+                      .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
                       .NonResident(kData, u"$J", MappingPairs({{1'000, 1}}), 4'096)
                       .Initialized(written)
                       .Resident(kData, u"$Max", Bytes(32))
@@ -98,8 +98,9 @@ TEST(ChangeJournal, EndsWhereItIsWrittenAndGoesOnFromThere) {
   const size_t length = UsnRecordLength(name.size());
   Bytes records(2 * length);
   for (const uint64_t number : {0u, 1u}) {
-    PutUsnRecord(std::span(records).subspan(number * length),
-                 {.frn = 40 + number, .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
+    PutUsnRecord(
+        std::span(records).subspan(number * length),
+        {.frn = FileReference(40 + number), .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
   }
   for (const uint64_t recordsWritten : {1u, 2u}) {
     const auto volume = VolumeWithJournal(records, recordsWritten * length).Build();

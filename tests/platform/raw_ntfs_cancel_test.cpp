@@ -11,7 +11,8 @@
 namespace quilmark {
 namespace {
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1), kExtend = MakeReference(kExtendRecord, 1);
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1),
+                   kExtend = MakeReference(kExtendRecord.value, 1);
 constexpr uint64_t kJournalRecord = 24, kJournalId = 0x77;
 
 // What the reads of a source are counted in, and what one of them sets off.
@@ -25,7 +26,7 @@ class WatchedSource : public ByteSource {
  public:
   WatchedSource(const MemoryVolume& volume, Watch& watch) : source_(volume.Open()), watch_(watch) {}
   uint64_t Size() const override { return source_->Size(); }
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     if (watch_.reads++ == watch_.actAt) watch_.act();
     return source_->ReadAt(offset, buffer);
   }
@@ -115,7 +116,7 @@ TEST_F(CancelledCall, AQueryThatLooksForTheJournalInALongFolder) {
   constexpr uint64_t kBlocks = 40, kPlace = 2'000;
   volume =
       NtfsVolumeBuilder()
-          .Record(kExtendRecord,
+          .Record(kExtendRecord.value,
                   RecordBuilder()
                       .FileName(kRoot, u"$Extend")
                       .Resident(kIndexRoot, u"$I30", IndexRootValue({}))
@@ -176,7 +177,7 @@ TEST_F(CancelledCall, AReadOfALongJournal) {
 // A table in 25 parts, each told by a record of the part before.
 MemoryVolume TableInParts() {
   constexpr uint64_t kParts = 25;
-  const uint64_t self = MakeReference(kMftRecord, 1);
+  const uint64_t self = MakeReference(kMftRecord.value, 1);
   std::vector<RecordBuilder::Listed> list = {{kData, 0, self, u""}};
   NtfsVolumeBuilder builder;
   for (uint64_t part = 0; part < kParts; ++part) {
@@ -188,11 +189,12 @@ MemoryVolume TableInParts() {
   }
   const Bytes listed = RecordBuilder::ListValue(list);
   return builder.Cluster(3'000, listed)
-      .Record(kMftRecord, RecordBuilder()
-                              .NonResident(kAttributeList, {}, MappingPairs({{3'000, 1}}), listed.size())
-                              .NonResident(kData, {}, MappingPairs({{kBuiltMftCluster, 10}}),
-                                           (10 + kParts) * kBuiltClusterBytes)
-                              .Finish({}))
+      .Record(kMftRecord.value,
+              RecordBuilder()
+                  .NonResident(kAttributeList, {}, MappingPairs({{3'000, 1}}), listed.size())
+                  .NonResident(kData, {}, MappingPairs({{kBuiltMftCluster, 10}}),
+                               (10 + kParts) * kBuiltClusterBytes)
+                  .Finish({}))
       .Build();
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using testing::AnyOf;
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1);
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1);
 
 uint32_t Ask(VolumeDevice& device, uint32_t code, const std::vector<uint64_t>& input) {
   Bytes block(4'096);
@@ -48,8 +48,8 @@ class SignallingSource : public ByteSource {
   SignallingSource(const MemoryVolume& volume, uint64_t place, std::atomic<bool>& isAsked)
       : source_(volume.Open()), place_(place), isAsked_(isAsked) {}
   uint64_t Size() const override { return source_->Size(); }
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
-    if (offset >= place_) isAsked_ = true;
+  size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
+    if (offset.value >= place_) isAsked_ = true;
     return source_->ReadAt(offset, buffer);
   }
 
@@ -66,7 +66,7 @@ TEST(RawNtfsConcurrency, CloseEndsACallThatWouldGoOnForHours) {
       NtfsVolumeBuilder()
           .Journal(7, 0, {})
           .Record(24, RecordBuilder()
-                          .FileName(MakeReference(kExtendRecord, 1), u"$UsnJrnl")
+                          .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
                           .NonResident(kData, u"$J", MappingPairs({{kPlace, kJournalClusters}}),
                                        kJournalClusters * kBuiltClusterBytes)
                           .Resident(kData, u"$Max", Bytes(32))

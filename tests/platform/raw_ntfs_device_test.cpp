@@ -41,7 +41,8 @@ std::vector<Listed> Enumerate(VolumeDevice& device, uint64_t first = 16, int64_t
     }
     UsnCursor cursor{.block = std::span(block).first(reply.bytes)};
     while (const auto record = NextUsnRecord(cursor)) {
-      files.push_back({record->frn, record->parentFrn, std::u16string(NameUnits(*record, name))});
+      files.push_back(
+          {record->frn.value, record->parentFrn.value, std::u16string(NameUnits(*record, name))});
     }
     first = LoadLe<uint64_t>(block, 0);
   }
@@ -245,8 +246,8 @@ class StoredJournal {
     const size_t offset = bytes_.size();
     bytes_.resize(offset + UsnRecordLength(name.size()));
     PutUsnRecord(std::span(bytes_).subspan(offset),
-                 {.frn = frn,
-                  .parentFrn = kRoot,
+                 {.frn = FileReference(frn),
+                  .parentFrn = FileReference(kRoot),
                   .usn = static_cast<int64_t>(firstUsn_ + offset),
                   .reason = reason,
                   .name = std::as_bytes(std::span(name))},
@@ -539,7 +540,7 @@ TEST(RawNtfsDevice, AfterCloseEveryCallIsRefused) {
   Bytes data(96);
   EXPECT_EQ(device->Close(), 0u);
   EXPECT_EQ(Ask(*device, kFsctlGetNtfsVolumeData, {}, data).error, kErrorInvalidHandle);
-  EXPECT_EQ(device->ReadAt(0, data).error, kErrorInvalidHandle);
+  EXPECT_EQ(device->ReadAt(ByteOffset(0), data).error, kErrorInvalidHandle);
   EXPECT_EQ(device->Close(), 0u);
 }
 

@@ -18,7 +18,7 @@
 namespace quilmark {
 namespace {
 
-constexpr uint64_t kRoot = MakeReference(kRootRecord, 1), kJournalId = 7;
+constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1), kJournalId = 7;
 constexpr FileTime kDate = 133'000'000'000'000'000;
 constexpr size_t kJournalFiles = 200;  // several pages of records
 
@@ -37,8 +37,8 @@ Bytes JournalRecords() {
       used = 0;
     }
     PutUsnRecord(std::span(page).subspan(used),
-                 {.frn = 40 + i,
-                  .parentFrn = kRoot,
+                 {.frn = FileReference(40 + i),
+                  .parentFrn = FileReference(kRoot),
                   .usn = static_cast<int64_t>(records.size() + used),
                   .reason = kUsnReasonFileCreate,
                   .name = std::as_bytes(std::span(name))},
@@ -139,7 +139,7 @@ TEST_P(ImageFailures, AFileIsKnownWholeOrNotAtAll) {
     std::optional<FileFacts> facts;
     const bool hasFailed = failing([&] {
       const auto device = Open();
-      if (device != nullptr) facts = device->ReadFacts(MakeReference(25, 1));
+      if (device != nullptr) facts = device->ReadFacts(MakeReference(RecordNumber(25), 1));
     });
     EXPECT_TRUE(hasFailed || facts.has_value());
     EXPECT_TRUE(!facts || (facts->size == 77 && facts->modified == kDate));

@@ -18,10 +18,10 @@ class FailingDevice : public VolumeDevice {
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     return Answer([&] { return behind_->Control(code, input, output); });
   }
-  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     return Answer([&] { return behind_->ReadAt(offset, buffer); });
   }
-  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+  std::optional<FileFacts> ReadFacts(FileReference reference) override {
     if (faults_.Ask() != DeviceFaults::Verdict::kPass) return std::nullopt;
     return behind_->ReadFacts(reference);
   }

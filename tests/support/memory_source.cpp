@@ -18,7 +18,8 @@ class MemorySource : public ByteSource {
   explicit MemorySource(const MemoryVolume& volume) : volume_(volume) {}
   uint64_t Size() const override { return volume_.size; }
 
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  size_t ReadAt(ByteOffset start, std::span<std::byte> buffer) override {
+    const uint64_t offset = start.value;
     if (offset >= volume_.size) return 0;
     auto count = static_cast<size_t>(std::min<uint64_t>(buffer.size(), volume_.size - offset));
     for (const auto& [first, end] : volume_.badPlaces) {
@@ -99,26 +100,27 @@ MemoryVolume VolumeOfMft(std::vector<std::byte> mft, std::vector<std::byte> boot
   const auto runs = RunsOf(data);
   uint64_t clusters = 0, top = 0;
   for (const DataRun& run : runs) {
-    clusters += run.clusters;
-    top = std::max(top, *run.cluster + run.clusters);
+    clusters += run.clusters.value;
+    top = std::max(top, run.cluster->value + run.clusters.value);
   }
   const uint64_t clusterBytes = data.allocatedBytes / clusters;
-  const uint64_t mirrorCluster = *RunsOf(DataOf(mirror, false)).front().cluster;
+  const uint64_t mirrorCluster = RunsOf(DataOf(mirror, false)).front().cluster->value;
   if (bootSector.empty()) {
     // $BadClus:$Bad is as large as the volume.
     const auto bad = FixedRecord(mft, 8, recordBytes);
     top = std::max({top, mirrorCluster + 1, DataOf(bad, true).allocatedBytes / clusterBytes});
     bootSector = MakeBootSector(static_cast<uint32_t>(clusterBytes), static_cast<uint32_t>(recordBytes),
-                                top, *runs.front().cluster, mirrorCluster);
+                                top, runs.front().cluster->value, mirrorCluster);
   }
   MemoryVolume volume;
   volume.size = LoadLe<uint64_t>(bootSector, 40) * 512 + 512;
   volume.stretches[0] = std::move(bootSector);
   size_t offset = 0;
   for (const DataRun& run : runs) {
-    const size_t count = std::min<size_t>(run.clusters * clusterBytes, mft.size() - offset);
+    const size_t count = std::min<size_t>(run.clusters.value * clusterBytes, mft.size() - offset);
     const auto begin = mft.begin() + static_cast<ptrdiff_t>(offset);
-    volume.stretches[*run.cluster * clusterBytes].assign(begin, begin + static_cast<ptrdiff_t>(count));
+    volume.stretches[run.cluster->value * clusterBytes].assign(begin,
+                                                               begin + static_cast<ptrdiff_t>(count));
     offset += count;
   }
   return volume;

@@ -228,15 +228,16 @@ NtfsVolumeBuilder& NtfsVolumeBuilder::Journal(uint64_t id, uint64_t firstUsn, co
   std::vector<std::pair<int64_t, uint64_t>> runs;
   if (holes != 0) runs.emplace_back(-1, holes);
   if (clusters != 0) runs.emplace_back(kJournalCluster, clusters);
-  Record(kExtendRecord, RecordBuilder()
-                            .StandardInformation()
-                            .FileName(MakeReference(kRootRecord, 1), u"$Extend")
-                            .Resident(kIndexRoot, u"$I30",
-                                      IndexRootValue({{MakeReference(kJournalRecord, 1), u"$UsnJrnl"}}))
-                            .Finish({.isDirectory = true}));
+  Record(kExtendRecord.value,
+         RecordBuilder()
+             .StandardInformation()
+             .FileName(MakeReference(kRootRecord.value, 1), u"$Extend")
+             .Resident(kIndexRoot, u"$I30",
+                       IndexRootValue({{MakeReference(kJournalRecord, 1), u"$UsnJrnl"}}))
+             .Finish({.isDirectory = true}));
   Record(kJournalRecord, RecordBuilder()
                              .StandardInformation()
-                             .FileName(MakeReference(kExtendRecord, 1), u"$UsnJrnl")
+                             .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
                              .NonResident(kData, u"$J", MappingPairs(runs), firstUsn + records.size())
                              .Resident(kData, u"$Max", max)
                              .Finish({}));
@@ -248,17 +249,17 @@ MemoryVolume NtfsVolumeBuilder::Build() const {
   const uint64_t count = std::max<uint64_t>(records.empty() ? 0 : records.rbegin()->first + 1, 16);
   const uint64_t bytes = count * kBuiltRecordBytes;
   const uint64_t clusters = (bytes + kBuiltClusterBytes - 1) / kBuiltClusterBytes;
-  const uint64_t root = MakeReference(kRootRecord, 1);
-  if (!records.contains(kMftRecord)) {
-    records[kMftRecord] =
+  const uint64_t root = MakeReference(kRootRecord.value, 1);
+  if (!records.contains(kMftRecord.value)) {
+    records[kMftRecord.value] =
         RecordBuilder()
             .StandardInformation()
             .FileName(root, u"$MFT")
             .NonResident(kData, {}, MappingPairs({{kBuiltMftCluster, clusters}}), bytes)
             .Finish({});
   }
-  if (!records.contains(kRootRecord)) {
-    records[kRootRecord] =
+  if (!records.contains(kRootRecord.value)) {
+    records[kRootRecord.value] =
         RecordBuilder().StandardInformation().FileName(root, u".").Finish({.isDirectory = true});
   }
   MemoryVolume volume{.size = (kVolumeClusters + 1) * kBuiltClusterBytes};

@@ -84,17 +84,17 @@ class ScriptedDevice : public VolumeDevice {
     return Give(answer, output);
   }
 
-  Reply ReadAt(uint64_t, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
+  Reply ReadAt(ByteOffset, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
 
   std::shared_ptr<const DeviceNotice> TellWindow(PostTarget) override {
     return std::make_shared<ScriptedNotice>(script_);
   }
 
-  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+  std::optional<FileFacts> ReadFacts(FileReference reference) override {
     std::unique_lock lock(script_->mutex_);
     const auto facts = isClosed_ ? nullptr : script_->facts_;
     lock.unlock();
-    return facts != nullptr ? (*facts)(reference) : std::nullopt;
+    return facts != nullptr ? (*facts)(reference.value) : std::nullopt;
   }
 
   void Cancel() override {
@@ -169,8 +169,8 @@ UsnBlockBuilder& UsnBlockBuilder::Record(uint64_t frn, uint64_t parentFrn, std::
   const size_t offset = bytes_.size();
   bytes_.resize(offset + UsnRecordLength(name.size()));
   PutUsnRecord(std::span(bytes_).subspan(offset),
-               {.frn = frn,
-                .parentFrn = parentFrn,
+               {.frn = FileReference(frn),
+                .parentFrn = FileReference(parentFrn),
                 .usn = usn,
                 .reason = reason,
                 .attributes = attributes,

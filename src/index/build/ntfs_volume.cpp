@@ -135,8 +135,8 @@ void AppendRecords(VolumeIndex& volume, std::span<const std::byte> block, std::u
     const auto record = NextUsnRecord(cursor);
     if (!record) return;
     AppendRecord(volume,
-                 {.frn = record->frn,
-                  .parentFrn = record->parentFrn,
+                 {.frn = record->frn.value,
+                  .parentFrn = record->parentFrn.value,
                   .isDirectory = (record->attributes & kFileAttributeDirectory) != 0},
                  NameUnits(*record, name));
   }

@@ -69,8 +69,8 @@ int64_t TakeBlock(std::span<const std::byte> block, int64_t readTo, Look& look) 
   UsnCursor cursor{.block = block};
   while (const auto record = NextUsnRecord(cursor)) {
     if (record->usn >= readTo && (record->reason & kUsnReasonsOfNames) != 0) return record->usn;
-    if ((record->reason & kDataReasons) != 0) look.changed.Add(record->frn);
-    look.resized.Add(record->frn);
+    if ((record->reason & kDataReasons) != 0) look.changed.Add(record->frn.value);
+    look.resized.Add(record->frn.value);
   }
   return LoadLe<int64_t>(block, 0);
 }
@@ -79,7 +79,7 @@ int64_t TakeBlock(std::span<const std::byte> block, int64_t readTo, Look& look) 
 int64_t TakeBlock(std::span<const std::byte> block, ChangedFiles& changed) {
   UsnCursor cursor{.block = block};
   while (const auto record = NextUsnRecord(cursor)) {
-    if ((record->reason & kDataReasons) != 0) changed.Add(record->frn);
+    if ((record->reason & kDataReasons) != 0) changed.Add(record->frn.value);
   }
   return LoadLe<int64_t>(block, 0);
 }
@@ -127,7 +127,7 @@ std::u16string PathOf(const VolumeIndex& volume, uint64_t frn) {
 // Of a file whose own record does not say: a second one holds its $DATA. As much counts as allocated as
 // there is.
 std::optional<DataSizes> SizesByFacts(const VolumeIndex& volume, VolumeDevice& device, uint64_t frn) {
-  auto facts = device.ReadFacts(frn);
+  auto facts = device.ReadFacts(FileReference(frn));
   const std::u16string path = facts ? std::u16string() : PathOf(volume, frn);
   if (!path.empty()) facts = ReadFileFacts(path);
   return facts ? std::optional(DataSizes{facts->size, facts->size}) : std::nullopt;
@@ -137,7 +137,7 @@ std::optional<DataSizes> AskForSizes(const VolumeIndex& volume, VolumeDevice& de
                                      std::span<std::byte> scratch) {
   const FileRecordRead read = ReadFileRecord(device, frn, scratch);
   if (read.state != FileState::kThere) return std::nullopt;
-  const auto sizes = SizesInRecord(read.record, frn);
+  const auto sizes = SizesInRecord(read.record, FileReference(frn));
   return sizes ? sizes : SizesByFacts(volume, device, frn);
 }
 

@@ -119,20 +119,20 @@ void ApplyDelete(VolumeIndex& volume, uint64_t frn) {
 
 // A file that is not known is new; one that is known was renamed, moved, or is back.
 void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view name) {
-  auto index = RecordOf(volume, record.frn);
+  auto index = RecordOf(volume, record.frn.value);
   ChangeReport report(volume, index);
   if (index) {
-    RenameRecord(volume, *index, record.parentFrn, name);
+    RenameRecord(volume, *index, record.parentFrn.value, name);
   } else {
     index = AppendRecord(volume,
-                         {.frn = record.frn,
-                          .parentFrn = record.parentFrn,
+                         {.frn = record.frn.value,
+                          .parentFrn = record.parentFrn.value,
                           .isDirectory = (record.attributes & kFileAttributeDirectory) != 0},
                          name);
-    SetIndexOf(volume.frnToIndex, volume.records, record.frn, *index);
+    SetIndexOf(volume.frnToIndex, volume.records, record.frn.value, *index);
   }
   report.TellNamed(*index);
-  ForgetFileAttributes(volume, record.frn);
+  ForgetFileAttributes(volume, record.frn.value);
 }
 
 // One that came and went under one handle says both, in no order, and ends alive until the volume has
@@ -140,12 +140,12 @@ void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view
 void ApplyRecord(VolumeIndex& volume, const UsnRecord& record, std::u16string& name) {
   const bool isDeleted = (record.reason & kUsnReasonFileDelete) != 0;
   const bool isNamed = (record.reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0;
-  if (isDeleted) ApplyDelete(volume, record.frn);
+  if (isDeleted) ApplyDelete(volume, record.frn.value);
   if (isNamed) ApplyName(volume, record, NameUnits(record, name));
   if (isDeleted && isNamed) {
-    volume.inDoubt[record.frn] = kAsksInDoubt;
+    volume.inDoubt[record.frn.value] = kAsksInDoubt;
   } else if (isDeleted || isNamed) {
-    volume.inDoubt.erase(record.frn);
+    volume.inDoubt.erase(record.frn.value);
   }
 }
 

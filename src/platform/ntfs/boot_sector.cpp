@@ -13,9 +13,11 @@ namespace {
 constexpr size_t kOemId = 3, kSectorBytes = 11, kClusterSectors = 13, kSectors = 40, kMft = 48,
                  kMirror = 56, kRecordSize = 64, kIndexSize = 68, kSerial = 72, kSignature = 510;
 
+// Windows makes records of 1,024 and 4,096 bytes. A record is no shorter than the 512 bytes of a fix-up;
+// the upper limit is chosen, since an attribute tells offsets in 16 bits.
 constexpr uint32_t kLeastRecord = 512, kMostRecord = 65'536;
-constexpr uint32_t kMostCluster = 2u << 20;
-constexpr uint64_t kMostBytes = uint64_t{1} << 62;
+constexpr uint32_t kMostCluster = 2u << 20;  // of Windows 10 1709 and later: "format /A:2048K"
+constexpr uint32_t kLeastSector = 256, kMostSector = 4'096;  // the least that formatters take; 4Kn disks
 
 // Sectors a cluster; above 128 a negative exponent.
 uint64_t SectorsPerCluster(uint8_t value) {
@@ -44,7 +46,7 @@ std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector) {
 
   NtfsGeometry geometry;
   geometry.sectorBytes = LoadLe<uint16_t>(sector, kSectorBytes);
-  if (!IsSize(geometry.sectorBytes, 256, 4'096)) return std::nullopt;
+  if (!IsSize(geometry.sectorBytes, kLeastSector, kMostSector)) return std::nullopt;
   const uint64_t cluster =
       SectorsPerCluster(LoadLe<uint8_t>(sector, kClusterSectors)) * geometry.sectorBytes;
   if (!IsSize(cluster, geometry.sectorBytes, kMostCluster)) return std::nullopt;
@@ -57,12 +59,12 @@ std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector) {
   geometry.recordBytes = static_cast<uint32_t>(record);
   geometry.indexBytes = static_cast<uint32_t>(index);
   geometry.sectors = LoadLe<uint64_t>(sector, kSectors);
-  geometry.mftCluster = LoadLe<uint64_t>(sector, kMft);
-  geometry.mirrorCluster = LoadLe<uint64_t>(sector, kMirror);
+  geometry.mftCluster = ClusterNumber(LoadLe<uint64_t>(sector, kMft));
+  geometry.mirrorCluster = ClusterNumber(LoadLe<uint64_t>(sector, kMirror));
   geometry.serial = LoadLe<uint64_t>(sector, kSerial);
-  // Every place on the volume then has a byte offset of 63 bits.
-  if (geometry.sectors > kMostBytes / geometry.sectorBytes) return std::nullopt;
-  if (geometry.mftCluster >= geometry.Clusters()) return std::nullopt;
+  // Every place on the volume then has a byte offset.
+  if (geometry.sectors > kMostOffset / geometry.sectorBytes) return std::nullopt;
+  if (geometry.mftCluster.value >= geometry.Clusters().value) return std::nullopt;
   return geometry;
 }
 

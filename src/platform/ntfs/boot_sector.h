@@ -6,6 +6,8 @@
 #include <optional>
 #include <span>
 
+#include "platform/ntfs/places.h"
+
 namespace quilmark {
 
 inline constexpr size_t kBootSectorBytes = 512;
@@ -17,11 +19,12 @@ struct NtfsGeometry {
   uint32_t recordBytes = 0;  // of one FILE record
   uint32_t indexBytes = 0;   // of one INDX block
   uint64_t sectors = 0;
-  uint64_t mftCluster = 0;
-  uint64_t mirrorCluster = 0;
+  ClusterNumber mftCluster;
+  ClusterNumber mirrorCluster;
   uint64_t serial = 0;
 
-  uint64_t Clusters() const { return sectors / (clusterBytes / sectorBytes); }
+  // Of the whole volume. REQUIRES a geometry of ParseBootSector, or another with cluster and sector.
+  ClusterCount Clusters() const { return ClusterCount(sectors / (clusterBytes / sectorBytes)); }
 };
 
 // Empty unless all of it makes sense: powers of two in the ranges that NTFS knows.

@@ -10,48 +10,17 @@ namespace quilmark {
 
 namespace {
 
-constexpr uint32_t kReasonClose = 0x8000'0000;
-constexpr uint64_t kPageBytes = 4'096;  // no record crosses a page
-constexpr size_t kReadBytes = 64 * 1024;
+constexpr uint32_t kReasonClose = 0x8000'0000;  // USN_REASON_CLOSE of winioctl.h
+constexpr uint64_t kPageBytes = 4'096;          // no record crosses a page (USN_PAGE_SIZE of winioctl.h)
+constexpr size_t kReadBytes = 64 * 1024;        // chosen: the block that callers ask for
 
-// $Max: byte offsets.
+// $Max: byte offsets, by the Linux-NTFS project's documentation of $UsnJrnl.
 constexpr size_t kMaximumSize = 0, kAllocationDelta = 8, kJournalId = 16, kLowestValid = 24,
                  kMaxBytes = 32;
 
-// Where the fields of a record stand, by its major version (USN_RECORD_V2 and _V3 of winioctl.h).
-struct RecordLayout {
-  size_t frn, parentFrn, usn, timestamp, reason, attributes, nameLength, nameOffset, least;
-};
-constexpr RecordLayout kVersion2{8, 16, 24, 32, 40, 52, 56, 58, 60};
-constexpr RecordLayout kVersion3{8, 24, 40, 48, 56, 68, 72, 74, 76};
-
-struct ParsedRecord {
-  UsnRecord record;
-  uint64_t timestamp = 0;
-};
-
-// Empty if the record is of another version, has a reference that does not fit 64 bits, or is damaged.
-std::optional<ParsedRecord> ParseStored(std::span<const std::byte> bytes) {
-  const auto major = LoadLe<uint16_t>(bytes, 4);
-  if (major != 2 && major != 3) return std::nullopt;
-  const RecordLayout& at = major == 2 ? kVersion2 : kVersion3;
-  if (bytes.size() < at.least) return std::nullopt;
-  // Names are whole units; damage may leave half of one.
-  const size_t length = LoadLe<uint16_t>(bytes, at.nameLength) & ~size_t{1};
-  const size_t offset = LoadLe<uint16_t>(bytes, at.nameOffset);
-  if (!Fits(bytes.size(), offset, length)) return std::nullopt;
-  if (major == 3) {
-    const bool isLong =
-        LoadLe<uint64_t>(bytes, at.frn + 8) != 0 || LoadLe<uint64_t>(bytes, at.parentFrn + 8) != 0;
-    if (isLong) return std::nullopt;
-  }
-  return ParsedRecord{.record = {.frn = LoadLe<uint64_t>(bytes, at.frn),
-                                 .parentFrn = LoadLe<uint64_t>(bytes, at.parentFrn),
-                                 .usn = LoadLe<int64_t>(bytes, at.usn),
-                                 .reason = LoadLe<uint32_t>(bytes, at.reason),
-                                 .attributes = LoadLe<uint32_t>(bytes, at.attributes),
-                                 .name = bytes.subspan(offset, length)},
-                      .timestamp = LoadLe<uint64_t>(bytes, at.timestamp)};
+// Of the page that holds `offset`.
+StreamOffset StartOfPage(StreamOffset offset) {
+  return StreamOffset(offset.value / kPageBytes * kPageBytes);
 }
 
 bool IsWanted(const UsnRecord& record, const JournalRange& range) {
@@ -61,23 +30,18 @@ bool IsWanted(const UsnRecord& record, const JournalRange& range) {
 
 // Takes records out of `page`, which begins at byte `start` of the journal and ends at a page's end, as
 // long as they have room. False, with `position` at the record that has none, if one does not.
-bool TakeRecords(std::span<const std::byte> page, uint64_t start, const JournalRange& range,
-                 std::span<std::byte> output, size_t& used, uint64_t& position) {
-  constexpr size_t kLeastRecord = 32;  // length, version and what every version has
-  size_t offset = 0;
-  while (Fits(page.size(), offset, kLeastRecord)) {
-    const size_t length = LoadLe<uint32_t>(page, offset);
-    // Zeros fill the rest of a page; anything else that is no length is damage.
-    if (length < kLeastRecord || length % 8 != 0 || !Fits(page.size(), offset, length)) break;
-    const auto stored = ParseStored(page.subspan(offset, length));
-    if (stored && IsWanted(stored->record, range)) {
-      const size_t needed = UsnRecordLength(stored->record.name.size() / sizeof(char16_t));
-      position = start + offset;
-      if (needed > output.size() - used) return false;
-      PutUsnRecord(output.subspan(used), stored->record, stored->timestamp);
-      used += needed;
+bool TakeRecords(std::span<const std::byte> page, StreamOffset start, const JournalRange& range,
+                 std::span<std::byte> output, size_t& used, StreamOffset& position) {
+  StoredUsnCursor cursor{.page = page};
+  while (const auto stored = NextStoredUsnRecord(cursor)) {
+    if (!IsWanted(stored->record, range)) continue;
+    const size_t needed = UsnRecordLength(stored->record.name.size() / sizeof(char16_t));
+    if (needed > output.size() - used) {
+      position = start + stored->offset;
+      return false;
     }
-    offset += length;
+    PutUsnRecord(output.subspan(used), stored->record, stored->timestamp);
+    used += needed;
   }
   position = start + page.size();
   return true;
@@ -101,7 +65,7 @@ std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader) {
   // The front of the journal is given back to the volume as it grows.
   const auto lowest =
       static_cast<uint64_t>(std::clamp<int64_t>(journal.lowestValidUsn, 0, journal.nextUsn));
-  journal.firstUsn = static_cast<int64_t>(NextStored(*records, lowest));
+  journal.firstUsn = static_cast<int64_t>(NextStored(*records, StreamOffset(lowest)).value);
   journal.records = std::move(*records);
   return journal;
 }
@@ -115,33 +79,32 @@ VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& j
   if (start > journal.nextUsn) return {.error = kErrorInvalidParameter};
 
   std::vector<std::byte> buffer(kReadBytes);
-  const auto end = static_cast<uint64_t>(journal.nextUsn);
+  const StreamOffset end(static_cast<uint64_t>(journal.nextUsn));
   size_t used = kUsnPositionBytes;
-  auto position = static_cast<uint64_t>(start);
+  StreamOffset position(static_cast<uint64_t>(start));
   bool hasRoom = true;
   while (hasRoom && (position = NextStored(journal.records, position)) < end) {
     if (cancelled) return {.error = kErrorOperationAborted};
     // Up to the end of a page: records are looked for page by page.
-    const uint64_t stretchEnd = std::min(end, (position + kReadBytes) / kPageBytes * kPageBytes);
-    const auto stretch = std::span(buffer).first(static_cast<size_t>(stretchEnd - position));
+    const StreamOffset stretchEnd = std::min(end, StartOfPage(position + kReadBytes));
+    const auto stretch = std::span(buffer).first(BytesBetween(position, stretchEnd));
     const size_t got = ReadStream(source, journal.records, position, stretch);
-    const uint64_t stretchStart = position;
+    const StreamOffset stretchStart = position;
     // What cannot be read is asked for again, and not taken for empty.
-    const uint64_t readEnd =
-        got == stretch.size() ? stretchEnd : (position + got) / kPageBytes * kPageBytes;
+    const StreamOffset readEnd = got == stretch.size() ? stretchEnd : StartOfPage(position + got);
     if (readEnd <= position) {
       if (used == kUsnPositionBytes) return {.error = kErrorReadFault};
       break;
     }
     while (position < readEnd && hasRoom) {
-      const uint64_t pageEnd = std::min(readEnd, (position / kPageBytes + 1) * kPageBytes);
-      const auto page = stretch.subspan(static_cast<size_t>(position - stretchStart),
-                                        static_cast<size_t>(pageEnd - position));
+      const StreamOffset pageEnd = std::min(readEnd, StartOfPage(position + kPageBytes));
+      const auto page =
+          stretch.subspan(BytesBetween(stretchStart, position), BytesBetween(position, pageEnd));
       hasRoom = TakeRecords(page, position, range, output, used, position);
     }
   }
   if (!hasRoom && used == kUsnPositionBytes) return {.error = kErrorMoreData};
-  StoreLe(output, 0, position);
+  StoreLe(output, 0, position.value);
   return {.bytes = used};
 }
 

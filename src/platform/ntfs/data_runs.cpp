@@ -27,11 +27,11 @@ std::optional<DataRun> NextRun(RunCursor& cursor) {
   if (!Fits(cursor.runs.size(), cursor.offset + 1, lengthBytes + offsetBytes)) return std::nullopt;
   const int64_t length = LoadSigned(cursor.runs.subspan(cursor.offset + 1, lengthBytes));
   if (length <= 0) return std::nullopt;
-  DataRun run{.cluster = {}, .clusters = static_cast<uint64_t>(length)};
+  DataRun run{.cluster = {}, .clusters = ClusterCount(static_cast<uint64_t>(length))};
   if (offsetBytes != 0) {
     const int64_t step = LoadSigned(cursor.runs.subspan(cursor.offset + 1 + lengthBytes, offsetBytes));
-    cursor.cluster += static_cast<uint64_t>(step);
-    if (static_cast<int64_t>(cursor.cluster) < 0) return std::nullopt;
+    cursor.cluster.value += static_cast<uint64_t>(step);
+    if (static_cast<int64_t>(cursor.cluster.value) < 0) return std::nullopt;
     run.cluster = cursor.cluster;
   }
   cursor.malformed = false;

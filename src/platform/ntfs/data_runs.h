@@ -6,17 +6,19 @@
 #include <optional>
 #include <span>
 
+#include "platform/ntfs/places.h"
+
 namespace quilmark {
 
 struct DataRun {
-  std::optional<uint64_t> cluster;  // on the volume; empty: a hole, which reads as zeros
-  uint64_t clusters = 0;
+  std::optional<ClusterNumber> cluster;  // on the volume; empty: a hole, which reads as zeros
+  ClusterCount clusters;
 };
 
 struct RunCursor {
   std::span<const std::byte> runs;
   size_t offset = 0;
-  uint64_t cluster = 0;  // of the run before: runs are stored as differences
+  ClusterNumber cluster;  // of the run before: runs are stored as differences
   bool malformed = false;
 };
 

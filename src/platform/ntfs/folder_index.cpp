@@ -10,8 +10,9 @@ namespace quilmark {
 namespace {
 
 constexpr std::u16string_view kIndexName = u"$I30";
-constexpr uint64_t kMostIndexBytes = 16 << 20;  // $Extend, which is searched, has a handful of files
-constexpr uint32_t kIndexMagic = 0x5844'4E49;   // "INDX"
+// Chosen: $Extend, which is searched, has a handful of files, and a damaged size must not cost minutes.
+constexpr uint64_t kMostIndexBytes = 16 << 20;
+constexpr uint32_t kIndexMagic = 0x5844'4E49;  // "INDX"
 
 // Byte offsets of the index header: in the value of $INDEX_ROOT, and in an INDX block.
 constexpr size_t kHeaderInRoot = 16, kHeaderInBlock = 24;
@@ -30,8 +31,8 @@ bool IsName(std::span<const std::byte> key, std::u16string_view wanted) {
 }
 
 // Walks the entries behind the index header at `header`.
-std::optional<uint64_t> FindEntry(std::span<const std::byte> bytes, size_t header,
-                                  std::u16string_view name) {
+std::optional<FileReference> FindEntry(std::span<const std::byte> bytes, size_t header,
+                                       std::u16string_view name) {
   if (!Fits(bytes.size(), header, kLeastHeader)) return std::nullopt;
   const auto index = bytes.subspan(header);
   const auto entries = index.first(std::min<size_t>(index.size(), LoadLe<uint32_t>(index, kUsedBytes)));
@@ -43,19 +44,20 @@ std::optional<uint64_t> FindEntry(std::span<const std::byte> bytes, size_t heade
     const auto flags = LoadLe<uint16_t>(entry, kEntryFlags);
     if ((flags & kFlagLast) != 0 || length < kKey || length > entry.size()) return std::nullopt;
     if (!Fits(length, kKey, keyLength)) return std::nullopt;
-    if (IsName(entry.subspan(kKey, keyLength), name)) return LoadLe<uint64_t>(entry, 0);
+    if (IsName(entry.subspan(kKey, keyLength), name)) return FileReference(LoadLe<uint64_t>(entry, 0));
     offset += length;
   }
   return std::nullopt;
 }
 
-std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks,
-                                     std::u16string_view name) {
+std::optional<FileReference> FindInBlocks(MftReader& reader, const NtfsStream& blocks,
+                                          std::u16string_view name) {
   std::vector<std::byte> block(reader.geometry.indexBytes);
   const uint64_t end = std::min(blocks.size, kMostIndexBytes);
   for (uint64_t offset = 0; offset + block.size() <= end; offset += block.size()) {
     if (reader.IsCancelled()) return std::nullopt;
-    if (ReadStream(*reader.source, blocks, offset, block) != block.size()) return std::nullopt;
+    if (ReadStream(*reader.source, blocks, StreamOffset(offset), block) != block.size())
+      return std::nullopt;
     if (LoadLe<uint32_t>(block, 0) != kIndexMagic || !ApplyFixups(block)) continue;
     if (const auto found = FindEntry(block, kHeaderInBlock, name)) return found;
   }
@@ -64,7 +66,8 @@ std::optional<uint64_t> FindInBlocks(MftReader& reader, const NtfsStream& blocks
 
 }  // namespace
 
-std::optional<uint64_t> FindInFolder(MftReader& reader, uint64_t folder, std::u16string_view name) {
+std::optional<FileReference> FindInFolder(MftReader& reader, RecordNumber folder,
+                                          std::u16string_view name) {
   const auto root = FindStream(reader, folder, kIndexRoot, kIndexName);
   if (!root) return std::nullopt;
   if (const auto found = FindEntry(root->resident, kHeaderInRoot, name)) return found;

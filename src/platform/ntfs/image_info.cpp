@@ -12,9 +12,9 @@ namespace quilmark {
 
 namespace {
 
-constexpr uint64_t kVolumeRecord = 3;
-constexpr uint32_t kVolumeName = 0x60;
-constexpr size_t kMostLabelBytes = 2 * 32;
+constexpr RecordNumber kVolumeRecord{3};
+constexpr uint32_t kVolumeName = 0x60;      // attribute type
+constexpr size_t kMostLabelBytes = 2 * 32;  // Windows takes labels of at most 32 units
 
 // The low half is what Windows shows as the serial of the volume.
 constexpr uint32_t ShownSerial(uint64_t serial) { return static_cast<uint32_t>(serial); }
@@ -40,7 +40,7 @@ std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path) {
 uint64_t MissingBytesOfImage(std::u16string_view path) {
   const auto source = OpenByteSource(path);
   std::array<std::byte, kBootSectorBytes> sector;
-  if (source == nullptr || source->ReadAt(0, sector) < sector.size()) return 0;
+  if (source == nullptr || source->ReadAt(ByteOffset(0), sector) < sector.size()) return 0;
   const auto geometry = ParseBootSector(sector);
   if (!geometry) return 0;
   const uint64_t bytes = geometry->sectors * geometry->sectorBytes;

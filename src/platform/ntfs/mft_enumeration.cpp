@@ -9,12 +9,13 @@ namespace quilmark {
 
 namespace {
 
-constexpr size_t kStretchBytes = 1 << 20;  // stays in the second-level cache while it is parsed
+constexpr size_t kStretchBytes = 1 << 20;  // chosen: stays in the second-level cache while it is parsed
 
 // Byte offsets in a $STANDARD_INFORMATION; the longer form came with NTFS 3.0.
 constexpr size_t kRecordChanged = 16, kAttributes = 32, kUsn = 64, kShortForm = 48, kLongForm = 72;
 
-// A list that names more holders of names than this is damage: a file has at most 1,024 links.
+// A list that names more holders of names than this is damage: NTFS gives a file at most 1,024 links
+// (CreateHardLink).
 constexpr int kMostHolders = 1'024;
 
 // Lower is better: any name but the short one will do where a file has several.
@@ -63,15 +64,15 @@ void TakeAttributes(std::span<const std::byte> record, size_t firstAttribute, Pa
 
 // Names that an attribute list leads to.
 void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<const std::byte> base,
-                     uint64_t number, BestName& name) {
+                     RecordNumber number, BestName& name) {
   const auto list = ReadAttributeList(reader, base);
   AttributeListCursor cursor{.list = list};
-  uint64_t lastHolder = number;
+  RecordNumber lastHolder = number;
   BestName best = name;
   for (int holders = 0; holders < kMostHolders && !best.IsGood();) {
     const auto listed = NextListed(cursor);
     if (!listed || reader.IsCancelled()) break;
-    const uint64_t holder = RecordNumberOf(listed->holder);
+    const RecordNumber holder = RecordNumberOf(listed->holder);
     if (listed->type != kFileName || holder == lastHolder) continue;
     lastHolder = holder;
     ++holders;
@@ -89,24 +90,23 @@ void TakeListedNames(MftReader& reader, MftEnumeration& enumeration, std::span<c
 
 // Brings the stretch that holds `number` into memory. False, with no stretch there, if that was
 // cancelled.
-bool LoadStretch(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
+bool LoadStretch(MftReader& reader, MftEnumeration& enumeration, RecordNumber number) {
   const uint64_t recordBytes = reader.geometry.recordBytes;
-  if (number - enumeration.firstRecord < enumeration.records) return true;  // wraps below the first
+  if (enumeration.Holds(number)) return true;
   enumeration.records = 0;
   const uint64_t perStretch = std::max<uint64_t>(kStretchBytes / recordBytes, 1);
-  enumeration.firstRecord = number / perStretch * perStretch;
-  const uint64_t count = std::min(perStretch, reader.recordCount - enumeration.firstRecord);
+  enumeration.firstRecord = RecordNumber(number.value / perStretch * perStretch);
+  const uint64_t count = std::min(perStretch, reader.recordCount - enumeration.firstRecord.value);
   enumeration.stretch.resize(static_cast<size_t>(perStretch * recordBytes));
   const auto buffer = std::span(enumeration.stretch).first(static_cast<size_t>(count * recordBytes));
-  const size_t got =
-      ReadStream(*reader.source, reader.mft, enumeration.firstRecord * recordBytes, buffer);
+  const StreamOffset start = reader.OffsetOfRecord(enumeration.firstRecord);
+  const size_t got = ReadStream(*reader.source, reader.mft, start, buffer);
   // What cannot be read is no record; a bad place must not cost what lies behind it in the stretch.
   std::fill(buffer.begin() + static_cast<ptrdiff_t>(got), buffer.end(), std::byte{0});
   for (uint64_t lost = got / recordBytes; got < buffer.size() && lost < count; ++lost) {
     if (reader.IsCancelled()) return false;
     const auto record = buffer.subspan(static_cast<size_t>(lost * recordBytes), recordBytes);
-    const uint64_t offset = (enumeration.firstRecord + lost) * recordBytes;
-    const size_t part = ReadStream(*reader.source, reader.mft, offset, record);
+    const size_t part = ReadStream(*reader.source, reader.mft, start + lost * recordBytes, record);
     if (part != record.size()) std::fill(record.begin(), record.end(), std::byte{0});
   }
   enumeration.records = count;
@@ -115,11 +115,11 @@ bool LoadStretch(MftReader& reader, MftEnumeration& enumeration, uint64_t number
 }
 
 // The record with its fix-ups applied; empty if it is of no use. It may be asked for again.
-std::optional<MftRecordHeader> RecordInStretch(MftEnumeration& enumeration, uint64_t number,
+std::optional<MftRecordHeader> RecordInStretch(MftEnumeration& enumeration, RecordNumber number,
                                                std::span<std::byte> record) {
   const auto header = ParseRecordHeader(record);
-  if (!header || !header->inUse || header->baseReference != 0) return std::nullopt;
-  char& isFixed = enumeration.isFixed[static_cast<size_t>(number - enumeration.firstRecord)];
+  if (!header || !header->inUse || header->baseReference != FileReference(0)) return std::nullopt;
+  char& isFixed = enumeration.isFixed[static_cast<size_t>(enumeration.IndexOf(number))];
   if (!isFixed && !ApplyFixups(record)) {
     StoreLe(record, 0, uint32_t{0});  // no FILE record any more
     return std::nullopt;
@@ -129,21 +129,23 @@ std::optional<MftRecordHeader> RecordInStretch(MftEnumeration& enumeration, uint
 }
 
 // `number`, or the first record behind it that lies in no hole of the table. Asked at each new stretch.
-uint64_t NextStoredRecord(const MftReader& reader, const MftEnumeration& enumeration, uint64_t number) {
-  if (number - enumeration.firstRecord < enumeration.records) return number;
-  const uint64_t recordBytes = reader.geometry.recordBytes;
-  return std::max(number, NextStored(reader.mft, number * recordBytes) / recordBytes);
+// REQUIRES reader.HasRecord(number)
+RecordNumber NextStoredRecord(const MftReader& reader, const MftEnumeration& enumeration,
+                              RecordNumber number) {
+  if (enumeration.Holds(number)) return number;
+  const StreamOffset stored = NextStored(reader.mft, reader.OffsetOfRecord(number));
+  return std::max(number, RecordNumber(stored.value / reader.geometry.recordBytes));
 }
 
 }  // namespace
 
-std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number) {
-  if (number >= reader.recordCount) return std::nullopt;
+std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, RecordNumber number) {
+  if (!reader.HasRecord(number)) return std::nullopt;
   if (!LoadStretch(reader, enumeration, number)) return std::nullopt;
   const size_t recordBytes = reader.geometry.recordBytes;
   const auto record =
       std::span(enumeration.stretch)
-          .subspan(static_cast<size_t>(number - enumeration.firstRecord) * recordBytes, recordBytes);
+          .subspan(static_cast<size_t>(enumeration.IndexOf(number)) * recordBytes, recordBytes);
   const auto header = RecordInStretch(enumeration, number, record);
   if (!header) return std::nullopt;
   Parsed parsed;
@@ -168,10 +170,10 @@ VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
                                  std::span<std::byte> output) {
   if (output.size() < kUsnPositionBytes) return {.error = kErrorMoreData};
   size_t used = kUsnPositionBytes;
-  uint64_t number = range.number;
-  for (; number < reader.recordCount; ++number) {
+  RecordNumber number = range.number;
+  for (; reader.HasRecord(number); ++number) {
     number = NextStoredRecord(reader, enumeration, number);
-    if (number >= reader.recordCount) break;
+    if (!reader.HasRecord(number)) break;
     auto file = FileAt(reader, enumeration, number);
     if (reader.IsCancelled()) return {.error = kErrorOperationAborted};
     if (!file) continue;
@@ -182,9 +184,9 @@ VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
     PutUsnRecord(output.subspan(used), file->record, file->changed);
     used += length;
   }
-  StoreLe(output, 0, number);
+  StoreLe(output, 0, number.value);
   if (used > kUsnPositionBytes) return {.bytes = used};
-  return {.error = number < reader.recordCount ? kErrorMoreData : kErrorHandleEof};
+  return {.error = reader.HasRecord(number) ? kErrorMoreData : kErrorHandleEof};
 }
 
 }  // namespace quilmark

@@ -24,21 +24,27 @@ struct MftFile {
 struct MftEnumeration {
   std::vector<std::byte> stretch;
   std::vector<char> isFixed;     // of each record in the stretch: its fix-ups are applied
-  uint64_t firstRecord = 0;      // of the stretch
+  RecordNumber firstRecord;      // of the stretch
   uint64_t records = 0;          // in the stretch
   std::vector<std::byte> other;  // a record elsewhere that holds a name
+
+  bool Holds(RecordNumber number) const { return IndexOf(number) < records; }
+  // Of a record in the stretch. Behind the last one for any other.
+  uint64_t IndexOf(RecordNumber number) const {
+    return number.value - firstRecord.value;
+  }  // wraps below
 };
 
 // The file of record `number`; empty where there is none, where its record is damaged, and where the
 // reader was cancelled.
-std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, uint64_t number);
+std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, RecordNumber number);
 
 // Fills `output` with the next record number and then USN records of files from `number` on, those only
 // whose last journal record lies in [lowUsn, highUsn]. `hasJournal` clear: what files remember of a
 // former journal counts as 0. Error 38 behind the last file, 234 if not even one record has room, 995
 // once the reader is cancelled.
 struct MftRange {
-  uint64_t number = 0;
+  RecordNumber number;
   int64_t lowUsn = 0, highUsn = 0;
   bool hasJournal = false;
 };

@@ -37,7 +37,7 @@ FileTime DateAt(std::span<const std::byte> value, size_t offset) {
 }
 
 void TakeData(const NtfsAttribute& attribute, Parsed& parsed) {
-  const bool isFirstPart = attribute.isResident || attribute.lowestVcn == 0;
+  const bool isFirstPart = attribute.isResident || attribute.lowestVcn == StreamCluster(0);
   if (!isFirstPart) {
     parsed.hasLaterPart = true;
   } else if (!parsed.data) {
@@ -63,7 +63,7 @@ Parsed Parse(std::span<const std::byte> record, size_t firstAttribute) {
 }
 
 // The size by the record that holds the first part of the file's unnamed $DATA.
-std::optional<uint64_t> SizeInHolder(MftReader& reader, uint64_t holder, uint64_t number) {
+std::optional<uint64_t> SizeInHolder(MftReader& reader, RecordNumber holder, RecordNumber number) {
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, holder, record);
   if (!header || !header->inUse || RecordNumberOf(header->baseReference) != number) return std::nullopt;
@@ -72,8 +72,8 @@ std::optional<uint64_t> SizeInHolder(MftReader& reader, uint64_t holder, uint64_
 }
 
 // The size by the record that the list names. 0 if it names none: the file has no unnamed $DATA.
-std::optional<uint64_t> ListedSize(MftReader& reader, std::span<const std::byte> base, uint64_t number,
-                                   uint64_t listBytes) {
+std::optional<uint64_t> ListedSize(MftReader& reader, std::span<const std::byte> base,
+                                   RecordNumber number, uint64_t listBytes) {
   const auto list = ReadAttributeList(reader, base);
   AttributeListCursor cursor{.list = list};
   while (const auto listed = NextListed(cursor)) {
@@ -85,7 +85,7 @@ std::optional<uint64_t> ListedSize(MftReader& reader, std::span<const std::byte>
 }
 
 // Of a file whose base record says `parsed`; empty where that is not known.
-std::optional<uint64_t> SizeOf(MftReader& reader, std::span<const std::byte> base, uint64_t number,
+std::optional<uint64_t> SizeOf(MftReader& reader, std::span<const std::byte> base, RecordNumber number,
                                const Parsed& parsed) {
   if (parsed.data) return parsed.data->logical;
   if (!parsed.isWhole || parsed.hasLaterPart) return std::nullopt;
@@ -93,14 +93,15 @@ std::optional<uint64_t> SizeOf(MftReader& reader, std::span<const std::byte> bas
   return 0;
 }
 
-bool IsBaseOf(const MftRecordHeader& header, uint64_t reference) {
-  return header.inUse && header.baseReference == 0 && header.sequence == SequenceOf(reference);
+bool IsBaseOf(const MftRecordHeader& header, FileReference reference) {
+  return header.inUse && header.baseReference == FileReference(0) &&
+         header.sequence == SequenceOf(reference);
 }
 
 }  // namespace
 
-std::optional<FileFacts> ReadMftFacts(MftReader& reader, uint64_t reference) {
-  const uint64_t number = RecordNumberOf(reference);
+std::optional<FileFacts> ReadMftFacts(MftReader& reader, FileReference reference) {
+  const RecordNumber number = RecordNumberOf(reference);
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, number, record);
   if (!header || !IsBaseOf(*header, reference)) return std::nullopt;
@@ -115,7 +116,7 @@ std::optional<FileFacts> ReadMftFacts(MftReader& reader, uint64_t reference) {
                    .isDirectory = header->isDirectory};
 }
 
-std::optional<DataSizes> SizesInRecord(std::span<const std::byte> record, uint64_t reference) {
+std::optional<DataSizes> SizesInRecord(std::span<const std::byte> record, FileReference reference) {
   const auto header = ParseRecordHeader(record);
   if (!header || !IsBaseOf(*header, reference)) return std::nullopt;
   if (header->isDirectory) return DataSizes{};

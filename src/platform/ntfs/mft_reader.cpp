@@ -9,7 +9,7 @@ namespace quilmark {
 
 namespace {
 
-// NTFS itself stops at 256 KiB.
+// NTFS itself stops at 256 KiB, a limit of the cache manager of Windows.
 constexpr uint64_t kMostAttributeList = 256 * 1024;
 
 // Byte offsets in an entry of an $ATTRIBUTE_LIST.
@@ -29,7 +29,7 @@ bool AddPart(NtfsStream& stream, const NtfsAttribute& part, const NtfsGeometry& 
     stream.initialized = stream.size;
     return true;
   }
-  if (part.lowestVcn == 0) {
+  if (part.lowestVcn == StreamCluster(0)) {
     stream.size = part.dataBytes;
     stream.initialized = std::min(part.initializedBytes, part.dataBytes);
   }
@@ -38,7 +38,8 @@ bool AddPart(NtfsStream& stream, const NtfsAttribute& part, const NtfsGeometry& 
 
 // The part that begins at `lowestVcn`, or the first one of that type and name.
 std::optional<NtfsAttribute> FindAttribute(std::span<const std::byte> record, uint32_t type,
-                                           std::u16string_view name, std::optional<uint64_t> lowestVcn) {
+                                           std::u16string_view name,
+                                           std::optional<StreamCluster> lowestVcn) {
   const auto header = ParseRecordHeader(record);
   if (!header) return std::nullopt;
   AttributeCursor cursor{.record = record, .offset = header->firstAttribute};
@@ -58,7 +59,7 @@ std::optional<NtfsStream> StreamOfRecord(std::span<const std::byte> record, uint
 }
 
 // Joins the parts that the list names.
-bool JoinListed(MftReader& reader, std::span<const std::byte> base, uint64_t baseNumber,
+bool JoinListed(MftReader& reader, std::span<const std::byte> base, RecordNumber baseNumber,
                 std::span<const std::byte> list, uint32_t type, std::u16string_view name,
                 NtfsStream& stream) {
   std::vector<std::byte> other(reader.geometry.recordBytes);
@@ -67,7 +68,7 @@ bool JoinListed(MftReader& reader, std::span<const std::byte> base, uint64_t bas
   while (const auto listed = NextListed(cursor)) {
     if (reader.IsCancelled()) return false;
     if (listed->type != type || !IsNamed(listed->name, name)) continue;
-    const uint64_t holder = RecordNumberOf(listed->holder);
+    const RecordNumber holder = RecordNumberOf(listed->holder);
     std::span<const std::byte> record = base;
     if (holder != baseNumber) {
       const auto header = ReadRecord(reader, holder, other);
@@ -83,11 +84,12 @@ bool JoinListed(MftReader& reader, std::span<const std::byte> base, uint64_t bas
 
 // Record 0, or its copy in the mirror.
 bool ReadFirstRecord(MftReader& reader, std::span<std::byte> record) {
-  for (const uint64_t cluster : {reader.geometry.mftCluster, reader.geometry.mirrorCluster}) {
-    const size_t got = reader.source->ReadAt(cluster * reader.geometry.clusterBytes, record);
-    if (got != record.size() || !ApplyFixups(record)) continue;
+  for (const ClusterNumber cluster : {reader.geometry.mftCluster, reader.geometry.mirrorCluster}) {
+    const auto place = OffsetOf(cluster, reader.geometry.clusterBytes);
+    if (!place || reader.source->ReadAt(*place, record) != record.size() || !ApplyFixups(record))
+      continue;
     const auto header = ParseRecordHeader(record);
-    if (header && header->inUse && FindAttribute(record, kData, {}, uint64_t{0})) return true;
+    if (header && header->inUse && FindAttribute(record, kData, {}, StreamCluster(0))) return true;
   }
   return false;
 }
@@ -100,7 +102,8 @@ void FollowMftParts(MftReader& reader, std::span<const std::byte> first) {
   AttributeListCursor cursor{.list = list};
   while (const auto listed = NextListed(cursor)) {
     if (reader.IsCancelled()) return;
-    if (listed->type != kData || !listed->name.empty() || listed->lowestVcn == 0) continue;
+    if (listed->type != kData || !listed->name.empty() || listed->lowestVcn == StreamCluster(0))
+      continue;
     const auto header = ReadRecord(reader, RecordNumberOf(listed->holder), record);
     if (!header || !header->inUse || RecordNumberOf(header->baseReference) != kMftRecord) return;
     const auto part = FindAttribute(record, kData, {}, listed->lowestVcn);
@@ -119,13 +122,13 @@ uint64_t MftReader::VolumeBytes() const {
 std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
                                  const std::atomic<bool>* cancelled) {
   std::vector<std::byte> sector(kBootSectorBytes);
-  if (source == nullptr || source->ReadAt(0, sector) != sector.size()) return std::nullopt;
+  if (source == nullptr || source->ReadAt(ByteOffset(0), sector) != sector.size()) return std::nullopt;
   const auto geometry = ParseBootSector(sector);
   if (!geometry) return std::nullopt;
   MftReader reader{.source = std::move(source), .geometry = *geometry, .cancelled = cancelled};
   std::vector<std::byte> record(geometry->recordBytes);
   if (!ReadFirstRecord(reader, record)) return std::nullopt;
-  const auto data = FindAttribute(record, kData, {}, uint64_t{0});
+  const auto data = FindAttribute(record, kData, {}, StreamCluster(0));
   AddPart(reader.mft, *data, *geometry);
   const uint64_t fitting =
       std::min(reader.mft.initialized, reader.VolumeBytes()) / geometry->recordBytes;
@@ -135,10 +138,10 @@ std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
   return reader;
 }
 
-std::optional<MftRecordHeader> ReadRecord(MftReader& reader, uint64_t number,
+std::optional<MftRecordHeader> ReadRecord(MftReader& reader, RecordNumber number,
                                           std::span<std::byte> record) {
-  if (number >= reader.recordCount) return std::nullopt;
-  const uint64_t offset = number * reader.geometry.recordBytes;
+  if (!reader.HasRecord(number)) return std::nullopt;
+  const StreamOffset offset = reader.OffsetOfRecord(number);
   if (ReadStream(*reader.source, reader.mft, offset, record) != record.size()) return std::nullopt;
   const auto header = ParseRecordHeader(record);
   if (!header || !ApplyFixups(record)) return std::nullopt;
@@ -156,8 +159,8 @@ std::optional<ListedAttribute> NextListed(AttributeListCursor& cursor) {
   cursor.offset += length;
   return ListedAttribute{
       .type = LoadLe<uint32_t>(rest, 0),
-      .lowestVcn = LoadLe<uint64_t>(rest, kEntryVcn),
-      .holder = LoadLe<uint64_t>(rest, kEntryHolder),
+      .lowestVcn = StreamCluster(LoadLe<uint64_t>(rest, kEntryVcn)),
+      .holder = FileReference(LoadLe<uint64_t>(rest, kEntryHolder)),
       .name = nameBytes != 0 ? rest.subspan(nameOffset, nameBytes) : std::span<const std::byte>()};
 }
 
@@ -165,13 +168,14 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
   const auto list = StreamOfRecord(record, kAttributeList, {}, reader.geometry);
   if (!list) return {};
   std::vector<std::byte> bytes(static_cast<size_t>(std::min(list->size, kMostAttributeList)));
-  bytes.resize(ReadStream(*reader.source, *list, 0, bytes));
+  bytes.resize(ReadStream(*reader.source, *list, StreamOffset(0), bytes));
   return bytes;
 }
 
 // The stream of a record that was read already.
 static std::optional<NtfsStream> StreamOfFile(MftReader& reader, std::span<const std::byte> record,
-                                              uint64_t number, uint32_t type, std::u16string_view name) {
+                                              RecordNumber number, uint32_t type,
+                                              std::u16string_view name) {
   const auto list = ReadAttributeList(reader, record);
   if (list.empty()) return StreamOfRecord(record, type, name, reader.geometry);
   NtfsStream stream;
@@ -179,7 +183,7 @@ static std::optional<NtfsStream> StreamOfFile(MftReader& reader, std::span<const
   return stream;
 }
 
-std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
+std::optional<NtfsStream> FindStream(MftReader& reader, RecordNumber number, uint32_t type,
                                      std::u16string_view name) {
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, number, record);
@@ -187,9 +191,9 @@ std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_
   return StreamOfFile(reader, record, number, type, name);
 }
 
-std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, FileReference reference, uint32_t type,
                                            std::u16string_view name) {
-  const uint64_t number = RecordNumberOf(reference);
+  const RecordNumber number = RecordNumberOf(reference);
   std::vector<std::byte> record(reader.geometry.recordBytes);
   const auto header = ReadRecord(reader, number, record);
   if (!header || !header->inUse || header->sequence != SequenceOf(reference)) return std::nullopt;

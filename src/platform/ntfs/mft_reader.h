@@ -10,13 +10,15 @@
 #include <vector>
 
 #include "platform/byte_source.h"
+#include "platform/file_reference.h"
 #include "platform/ntfs/boot_sector.h"
 #include "platform/ntfs/mft_record.h"
 #include "platform/ntfs/ntfs_stream.h"
 
 namespace quilmark {
 
-inline constexpr uint64_t kMftRecord = 0, kRootRecord = 5, kExtendRecord = 11;
+// Records that every volume has.
+inline constexpr RecordNumber kMftRecord{0}, kRootRecord{5}, kExtendRecord{11};
 
 struct MftReader {
   std::unique_ptr<ByteSource> source;
@@ -27,7 +29,13 @@ struct MftReader {
   // they found so far is of no use.
   const std::atomic<bool>* cancelled = nullptr;
 
+  // Of the volume; no more than its source has, where that tells.
   uint64_t VolumeBytes() const;
+  bool HasRecord(RecordNumber number) const { return number.value < recordCount; }
+  // Where a record begins in the $MFT. REQUIRES HasRecord(number)
+  StreamOffset OffsetOfRecord(RecordNumber number) const {
+    return StreamOffset(number.value * geometry.recordBytes);
+  }
   bool IsCancelled() const { return cancelled != nullptr && *cancelled; }
 };
 
@@ -38,14 +46,14 @@ std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
 
 // Reads record `number` into `record` (geometry.recordBytes), fix-ups applied. Empty if it cannot be
 // read or is damaged.
-std::optional<MftRecordHeader> ReadRecord(MftReader& reader, uint64_t number,
+std::optional<MftRecordHeader> ReadRecord(MftReader& reader, RecordNumber number,
                                           std::span<std::byte> record);
 
 // One entry of an $ATTRIBUTE_LIST.
 struct ListedAttribute {
   uint32_t type = 0;
-  uint64_t lowestVcn = 0;
-  uint64_t holder = 0;              // reference of the record that holds it
+  StreamCluster lowestVcn;
+  FileReference holder;             // of the record that holds it
   std::span<const std::byte> name;  // UTF-16LE
 };
 
@@ -61,12 +69,12 @@ std::vector<std::byte> ReadAttributeList(MftReader& reader, std::span<const std:
 
 // The attribute of record `number` of this type and name, its parts in other records joined. Empty if
 // there is none or a part is missing.
-std::optional<NtfsStream> FindStream(MftReader& reader, uint64_t number, uint32_t type,
+std::optional<NtfsStream> FindStream(MftReader& reader, RecordNumber number, uint32_t type,
                                      std::u16string_view name);
 
 // The same of the file that `reference` names. Empty also where another file has the record by now: the
 // sequence numbers differ.
-std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, uint64_t reference, uint32_t type,
+std::optional<NtfsStream> FindStreamOfFile(MftReader& reader, FileReference reference, uint32_t type,
                                            std::u16string_view name);
 
 }  // namespace quilmark

@@ -41,7 +41,7 @@ bool TakeNonResident(std::span<const std::byte> bytes, NtfsAttribute& attribute)
   if (offset > bytes.size()) return false;
   attribute.isResident = false;
   attribute.runs = bytes.subspan(offset);
-  attribute.lowestVcn = LoadLe<uint64_t>(bytes, kLowestVcn);
+  attribute.lowestVcn = StreamCluster(LoadLe<uint64_t>(bytes, kLowestVcn));
   attribute.allocatedBytes = LoadLe<uint64_t>(bytes, kAllocated);
   attribute.dataBytes = LoadLe<uint64_t>(bytes, kDataBytes);
   attribute.initializedBytes = LoadLe<uint64_t>(bytes, kInitialized);
@@ -71,12 +71,16 @@ std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> reco
   return MftRecordHeader{.sequence = LoadLe<uint16_t>(record, kSequence),
                          .inUse = (flags & kFlagInUse) != 0,
                          .isDirectory = (flags & kFlagDirectory) != 0,
-                         .baseReference = LoadLe<uint64_t>(record, kBaseReference),
+                         .baseReference = FileReference(LoadLe<uint64_t>(record, kBaseReference)),
                          .firstAttribute = LoadLe<uint16_t>(record, kFirstAttribute)};
 }
 
 std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor) {
   const auto record = cursor.record;
+  if (!Fits(record.size(), kUsedBytes, sizeof(uint32_t))) {
+    cursor.malformed = true;
+    return std::nullopt;
+  }
   // What lies behind the used bytes is left over from earlier attributes.
   const size_t used = std::min<size_t>(LoadLe<uint32_t>(record, kUsedBytes), record.size());
   const bool hasType = Fits(used, cursor.offset, sizeof(uint32_t));
@@ -107,7 +111,7 @@ std::optional<FileNameValue> ParseFileName(std::span<const std::byte> value) {
   const size_t nameBytes = size_t{LoadLe<uint8_t>(value, kNameUnits)} * 2;
   const auto space = LoadLe<uint8_t>(value, kNameSpace);
   if (space > 3 || !Fits(value.size(), kName, nameBytes)) return std::nullopt;
-  return FileNameValue{.parent = LoadLe<uint64_t>(value, 0),
+  return FileNameValue{.parent = FileReference(LoadLe<uint64_t>(value, 0)),
                        .space = static_cast<NameSpace>(space),
                        .name = value.subspan(kName, nameBytes)};
 }

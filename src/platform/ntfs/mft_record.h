@@ -1,10 +1,14 @@
-// FILE records of the $MFT and the attributes in them. Everything is tested against the record's bytes.
+// FILE records of the $MFT and the attributes in them, from any bytes: each function tests every length
+// against the bytes it is given before it loads what lies there.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
+
+#include "platform/file_reference.h"
+#include "platform/ntfs/places.h"
 
 namespace quilmark {
 
@@ -20,8 +24,8 @@ struct MftRecordHeader {
   uint16_t sequence = 0;
   bool inUse = false;
   bool isDirectory = false;
-  uint64_t baseReference = 0;  // 0, or of the record that this one extends
-  size_t firstAttribute = 0;   // byte offset
+  FileReference baseReference;  // 0, or of the record that this one extends
+  size_t firstAttribute = 0;    // byte offset
 };
 
 // Empty if the bytes are no FILE record. Fix-ups need not be applied: no field lies at a sector's end.
@@ -34,7 +38,7 @@ struct NtfsAttribute {
   std::span<const std::byte> name;   // UTF-16LE
   std::span<const std::byte> value;  // of a resident one
   std::span<const std::byte> runs;   // mapping pairs
-  uint64_t lowestVcn = 0;
+  StreamCluster lowestVcn;
   uint64_t allocatedBytes = 0, dataBytes = 0, initializedBytes = 0;  // meaningful where lowestVcn is 0
 };
 
@@ -52,7 +56,7 @@ std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
 enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };
 
 struct FileNameValue {
-  uint64_t parent = 0;
+  FileReference parent;
   NameSpace space = NameSpace::kPosix;
   std::span<const std::byte> name;  // UTF-16LE
 };

@@ -9,14 +9,17 @@
 #include "platform/byte_source.h"
 #include "platform/ntfs/boot_sector.h"
 #include "platform/ntfs/mft_record.h"
+#include "platform/ntfs/places.h"
 
 namespace quilmark {
 
 // A stretch that is on the volume; what lies between extents reads as zeros.
 struct NtfsExtent {
-  uint64_t start = 0;   // byte offset in the stream
+  StreamOffset start;
   uint64_t length = 0;  // bytes
-  uint64_t place = 0;   // byte offset on the volume
+  ByteOffset place;     // on the volume
+
+  StreamOffset End() const { return start + length; }
 };
 
 struct NtfsStream {
@@ -32,11 +35,11 @@ bool AppendRuns(NtfsStream& stream, const NtfsAttribute& attribute, const NtfsGe
 
 // `offset`, or the first byte behind it that was written and is no part of a hole; the end of the stream
 // if none is.
-uint64_t NextStored(const NtfsStream& stream, uint64_t offset);
+StreamOffset NextStored(const NtfsStream& stream, StreamOffset offset);
 
 // Fills `buffer` from byte `offset` of the stream. Returns how many bytes are good: fewer at the end of
 // the stream and where the volume cannot be read.
-size_t ReadStream(ByteSource& source, const NtfsStream& stream, uint64_t offset,
+size_t ReadStream(ByteSource& source, const NtfsStream& stream, StreamOffset offset,
                   std::span<std::byte> buffer);
 
 }  // namespace quilmark

@@ -38,13 +38,13 @@ class RawNtfsDevice : public VolumeDevice {
     return cancelled_ ? Reply{.error = kErrorOperationAborted} : reply;
   }
 
-  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     const std::scoped_lock lock(inUse_);
     if (isClosed_) return {.error = kErrorInvalidHandle};
     return {.bytes = reader_.source->ReadAt(offset, buffer)};
   }
 
-  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+  std::optional<FileFacts> ReadFacts(FileReference reference) override {
     const std::scoped_lock lock(inUse_);
     if (isClosed_) return std::nullopt;
     return ReadMftFacts(reader_, reference);
@@ -92,14 +92,14 @@ class RawNtfsDevice : public VolumeDevice {
     std::fill(data.begin(), data.end(), std::byte{0});
     StoreLe(data, 0, geometry.serial);
     StoreLe(data, 8, geometry.sectors);
-    StoreLe(data, 16, geometry.Clusters());
+    StoreLe(data, 16, geometry.Clusters().value);
     StoreLe(data, 40, geometry.sectorBytes);
     StoreLe(data, 44, geometry.clusterBytes);
     StoreLe(data, 48, geometry.recordBytes);
     StoreLe(data, 52, geometry.recordBytes / geometry.clusterBytes);
     StoreLe(data, 56, reader_.mft.initialized);
-    StoreLe(data, 64, geometry.mftCluster);
-    StoreLe(data, 72, geometry.mirrorCluster);
+    StoreLe(data, 64, geometry.mftCluster.value);
+    StoreLe(data, 72, geometry.mirrorCluster.value);
     return {.bytes = kVolumeDataBytes};
   }
 
@@ -110,14 +110,15 @@ class RawNtfsDevice : public VolumeDevice {
     if (output.size() < kRecordOutputBytes + recordBytes) return {.error = kErrorMoreData};
     if (reader_.recordCount == 0) return {.error = kErrorHandleEof};
     const auto record = output.subspan(kRecordOutputBytes, recordBytes);
-    uint64_t number = std::min(RecordNumberOf(LoadLe<uint64_t>(input, 0)), reader_.recordCount - 1);
-    for (;; --number) {
+    const RecordNumber asked = RecordNumberOf(FileReference(LoadLe<uint64_t>(input, 0)));
+    RecordNumber number = std::min(asked, RecordNumber(reader_.recordCount - 1));
+    for (;; --number.value) {
       if (cancelled_) return {.error = kErrorOperationAborted};
       const auto header = ReadRecord(reader_, number, record);
       if (header && header->inUse) break;
-      if (number == 0) return {.error = kErrorHandleEof};
+      if (number == RecordNumber(0)) return {.error = kErrorHandleEof};
     }
-    StoreLe(output, 0, number);
+    StoreLe(output, 0, number.value);
     StoreLe(output, kRecordOutputLength, static_cast<uint32_t>(recordBytes));
     return {.bytes = kRecordOutputBytes + recordBytes};
   }
@@ -126,12 +127,12 @@ class RawNtfsDevice : public VolumeDevice {
     if (input.size() < kEnumInputBytes) return {.error = kErrorInvalidParameter};
     const bool hasJournal = FindJournal();
     if (!hasJournal && !hasEmptyJournal_) return {.error = kErrorJournalNotActive};
-    const MftRange range{.number = RecordNumberOf(LoadLe<uint64_t>(input, 0)),
+    const MftRange range{.number = RecordNumberOf(FileReference(LoadLe<uint64_t>(input, 0))),
                          .lowUsn = LoadLe<int64_t>(input, kEnumLowUsn),
                          .highUsn = LoadLe<int64_t>(input, kEnumHighUsn),
                          .hasJournal = hasJournal};
     // Each pass begins with the bytes as they are now.
-    if (range.number == 0) enumeration_ = {};
+    if (range.number == RecordNumber(0)) enumeration_ = {};
     return EnumerateMft(reader_, enumeration_, range, output);
   }
 
@@ -166,7 +167,7 @@ class RawNtfsDevice : public VolumeDevice {
   // Its size grows where somebody else writes the volume. False where a journal that was there cannot be
   // read now: half written, or a device that stumbles. One that stays away is gone.
   bool RefreshJournal() {
-    constexpr int kMostTornLooks = 10;
+    constexpr int kMostTornLooks = 10;  // chosen: some seconds, at the pauses of a monitor
     auto fresh = OpenChangeJournal(reader_);
     if (cancelled_) return false;
     isJournalKnown_ = true;

@@ -20,11 +20,11 @@ class FileSource : public ByteSource {
 
   uint64_t Size() const override { return size_; }
 
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     size_t done = 0;
     while (done < buffer.size()) {
       const ssize_t count = pread(file_.Get(), buffer.data() + done, buffer.size() - done,
-                                  static_cast<off_t>(offset + done));
+                                  static_cast<off_t>(offset.value + done));
       if (count < 0 && errno == EINTR) continue;
       if (count <= 0) break;
       done += static_cast<size_t>(count);

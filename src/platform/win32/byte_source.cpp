@@ -18,9 +18,9 @@ class FileSource : public ByteSource {
 
   uint64_t Size() const override { return size_; }
 
-  size_t ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     const auto read = [this](uint64_t at, std::span<std::byte> part) { return ReadOnce(at, part); };
-    return ReadBySectors(read, offset, buffer, scratch_);
+    return ReadBySectors(read, offset.value, buffer, scratch_);
   }
 
  private:

@@ -26,10 +26,7 @@ std::optional<FileFacts> FactsFromFolder(const std::u16string& longPath) {
   if (longPath.find_first_of(u"*?", longPath.rfind(u'\\') + 1) != std::u16string::npos)
     return std::nullopt;
   WIN32_FIND_DATAW found = {};
-  const HANDLE find =
-      FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
-  if (find == INVALID_HANDLE_VALUE) return std::nullopt;
-  FindClose(find);
+  if (!FindFirst(longPath, found)) return std::nullopt;
   return FactsFrom(found);
 }
 

@@ -23,6 +23,11 @@ bool IsNameSurrogate(DWORD attributes, DWORD tag) {
   return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag);
 }
 
+UniqueFind FindFirst(const std::u16string& pattern, WIN32_FIND_DATAW& found, DWORD flags) {
+  return UniqueFind(
+      FindFirstFileExW(Wide(pattern), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, flags));
+}
+
 UniqueFile OpenLongPath(const std::u16string& longPath, DWORD access, DWORD disposition, DWORD flags) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   return UniqueFile(

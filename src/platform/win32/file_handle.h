@@ -25,6 +25,13 @@ struct KernelObjectTraits {
 };
 using UniqueKernelObject = Unique<KernelObjectTraits>;
 
+struct FindTraits {
+  using Value = HANDLE;
+  static Value Empty() { return INVALID_HANDLE_VALUE; }
+  static void Close(Value find) { FindClose(find); }
+};
+using UniqueFind = Unique<FindTraits>;
+
 // `path` with its drive resolved, in the form that has no limit of 260 characters where there is one
 // ("\\?\"). Empty, which no call takes, for a path that holds a NUL.
 std::u16string LongPathOf(std::u16string_view path);
@@ -33,7 +40,11 @@ std::u16string LongPathOf(std::u16string_view path);
 // Other reparse points, as those of cloud, packed or deduplicated content, are the file itself.
 bool IsNameSurrogate(DWORD attributes, DWORD tag);
 
-// Sharing everything with others; empty on failure.
+// Begins a listing of what `pattern`, a name of LongPathOf, names, with the first find in `found`.
+// Empty, with GetLastError() set, if nothing is found or the folder cannot be asked.
+UniqueFind FindFirst(const std::u16string& pattern, WIN32_FIND_DATAW& found, DWORD flags = 0);
+
+// Sharing everything with others; empty, with GetLastError() set, on failure.
 UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags = 0);
 
 // The same by a name of LongPathOf: takes no lock.

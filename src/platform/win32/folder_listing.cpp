@@ -10,13 +10,6 @@ namespace quilmark {
 
 namespace {
 
-struct FindTraits {
-  using Value = HANDLE;
-  static Value Empty() { return INVALID_HANDLE_VALUE; }
-  static void Close(Value find) { FindClose(find); }
-};
-using UniqueFind = Unique<FindTraits>;
-
 // A junction and a link to a folder carry the attribute of a folder too. One without a tag is a link of
 // the host below Wine, which may lead out of the drive or back into itself, and is no folder to a POSIX
 // host either.
@@ -45,8 +38,7 @@ bool ListFolder(std::u16string_view path, FolderListing& listing) {
   if (!pattern.ends_with(u'\\')) pattern += u'\\';
   pattern += u'*';
   WIN32_FIND_DATAW found;
-  const UniqueFind find(FindFirstFileExW(Wide(pattern), FindExInfoBasic, &found, FindExSearchNameMatch,
-                                         nullptr, FIND_FIRST_EX_LARGE_FETCH));
+  const UniqueFind find = FindFirst(pattern, found, FIND_FIRST_EX_LARGE_FETCH);
   // The root of an empty drive has not even "." to be found.
   if (!find) return GetLastError() == ERROR_FILE_NOT_FOUND;
   do {

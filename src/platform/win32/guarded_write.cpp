@@ -15,13 +15,10 @@ namespace {
 // What cannot be asked counts as one, what is not there does not.
 bool IsLink(const std::u16string& longPath) {
   WIN32_FIND_DATAW found;
-  const HANDLE find =
-      FindFirstFileExW(Wide(longPath), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
-  if (find == INVALID_HANDLE_VALUE) {
+  if (!FindFirst(longPath, found)) {
     const DWORD error = GetLastError();
     return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
   }
-  FindClose(find);
   return IsNameSurrogate(found.dwFileAttributes, found.dwReserved0);
 }
 

@@ -48,17 +48,17 @@ class Win32VolumeDevice : public VolumeDevice {
     return raw != nullptr ? raw->Control(code, input, output) : reply;
   }
 
-  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
+  Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
     OVERLAPPED at{};
-    at.Offset = static_cast<DWORD>(offset);
-    at.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    at.Offset = static_cast<DWORD>(offset.value);
+    at.OffsetHigh = static_cast<DWORD>(offset.value >> 32);
     return Call([&](DWORD& bytes) {
       return ReadFile(device_.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &bytes, &at);
     });
   }
 
   // By the raw bytes alone, where those are read.
-  std::optional<FileFacts> ReadFacts(uint64_t reference) override {
+  std::optional<FileFacts> ReadFacts(FileReference reference) override {
     const auto raw = raw_.load();
     return raw != nullptr ? raw->ReadFacts(reference) : std::nullopt;
   }

@@ -31,7 +31,7 @@ bool AnswersJournalCodes(char16_t letter) {
 bool HoldsNtfs(char16_t letter) {
   const auto source = OpenByteSource(DevicePathOf(letter));
   std::array<std::byte, kBootSectorBytes> sector;
-  return source != nullptr && source->ReadAt(0, sector) == sector.size() &&
+  return source != nullptr && source->ReadAt(ByteOffset(0), sector) == sector.size() &&
          ParseBootSector(sector).has_value();
 }
 

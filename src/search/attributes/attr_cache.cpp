@@ -151,7 +151,7 @@ std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume, const Sighting
 // By the volume's own records where its device reads them: an image has no paths. Else by the path.
 std::optional<FileFacts> ReadFacts(const VolumeIndex& volume, const Sighting& seen) {
   const auto device = DeviceOf(volume, seen);
-  auto facts = device != nullptr ? device->ReadFacts(seen.frn) : std::nullopt;
+  auto facts = device != nullptr ? device->ReadFacts(FileReference(seen.frn)) : std::nullopt;
   const std::u16string path = facts ? std::u16string() : PathOf(volume, seen);
   if (facts || !path.empty()) ++AttrCounters().diskReads;
   if (!path.empty()) facts = ReadFileFacts(path);

@@ -44,7 +44,7 @@ bool IsCertainFile(const SampleRow& row) {
 void ExpectSizes(VolumeDevice& device, const fs::path& records) {
   size_t files = 0;
   for (const SampleRow& row : ReadSampleTable(records)) {
-    const auto facts = device.ReadFacts(ReferenceOf(row, "record", "seq"));
+    const auto facts = device.ReadFacts(FileReference(ReferenceOf(row, "record", "seq")));
     SCOPED_TRACE("record " + row.at("record"));
     if (!IsCertainFile(row)) {
       const bool isFile =
@@ -114,7 +114,7 @@ void ExpectEqualsMount(VolumeIndex& volume, const NtfsMount& mount, size_t least
     const auto entry = shown.find(BuildPath(volume, i));
     if (entry == shown.end()) continue;
     SCOPED_TRACE(ToUtf8(entry->first));
-    const auto facts = volume.volumeHandle->ReadFacts(volume.records[i].frn);
+    const auto facts = volume.volumeHandle->ReadFacts(FileReference(volume.records[i].frn));
     EXPECT_TRUE(facts.has_value());
     if (!facts) continue;
     EXPECT_EQ(facts->created, entry->second.created);
@@ -165,7 +165,7 @@ size_t CountLists(const std::u16string& image) {
   if (!reader) return 0;
   std::vector<std::byte> record(reader->geometry.recordBytes);
   size_t lists = 0;
-  for (uint64_t number = 24; number < reader->recordCount; ++number) {
+  for (RecordNumber number(24); reader->HasRecord(number); ++number) {
     const auto header = ReadRecord(*reader, number, record);
     lists += header && !ReadAttributeList(*reader, record).empty() ? 1 : 0;
   }

@@ -200,7 +200,7 @@ ChangeJournal JournalOf(uint64_t firstUsn, uint64_t bytes) {
                         .firstUsn = static_cast<int64_t>(firstUsn),
                         .nextUsn = static_cast<int64_t>(firstUsn + bytes)};
   journal.records.size = journal.records.initialized = firstUsn + bytes;
-  journal.records.extents = {{.start = firstUsn, .length = bytes, .place = 0}};
+  journal.records.extents = {{.start = StreamOffset(firstUsn), .length = bytes, .place = ByteOffset(0)}};
   return journal;
 }
 
@@ -247,8 +247,8 @@ TEST_P(SampleJournal, RecordsEqualTheTruth) {
         ASSERT_NE(row, truth.end());
         SCOPED_TRACE(row->at("usn"));
         EXPECT_EQ(record->usn, static_cast<int64_t>(NumberOf(*row, "usn")));
-        EXPECT_EQ(record->frn, ReferenceOf(*row, "record", "seq"));
-        EXPECT_EQ(record->parentFrn, ReferenceOf(*row, "parent_record", "parent_seq"));
+        EXPECT_EQ(record->frn.value, ReferenceOf(*row, "record", "seq"));
+        EXPECT_EQ(record->parentFrn.value, ReferenceOf(*row, "parent_record", "parent_seq"));
         EXPECT_EQ(record->reason, NumberOf(*row, "reason", 16));
         EXPECT_EQ(record->attributes, NumberOf(*row, "attributes", 16));
         EXPECT_EQ(NameUnits(*record, name), NameOfSample(row->at("name")));
@@ -307,13 +307,13 @@ class JournalPlayer {
   void Note(const UsnRecord& record) {
     const bool isDeleted = (record.reason & kUsnReasonFileDelete) != 0;
     const bool isNamed = (record.reason & (kUsnReasonFileCreate | kUsnReasonRenameNewName)) != 0;
-    const uint64_t number = RecordNumberOf(record.frn);
+    const uint64_t frn = record.frn.value, number = RecordNumberOf(frn);
     if (isDeleted) {
       inUse_.erase(number);
-      alive.erase(record.frn);
+      alive.erase(frn);
     } else {
-      inUse_[number] = record.frn;
-      if (isNamed) alive.insert(record.frn);
+      inUse_[number] = frn;
+      if (isNamed) alive.insert(frn);
     }
   }
 

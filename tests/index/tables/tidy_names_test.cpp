@@ -42,8 +42,8 @@ class TidiedVolume : public testing::Test {
     const std::u16string_view name = u"file 1";
     std::vector<std::byte> block(sizeof(uint64_t) + UsnRecordLength(name.size()));
     PutUsnRecord(std::span(block).subspan(sizeof(uint64_t)),
-                 {.frn = volume_.records[1].frn,
-                  .parentFrn = kRootFrnOfTests,
+                 {.frn = FileReference(volume_.records[1].frn),
+                  .parentFrn = FileReference(kRootFrnOfTests),
                   .reason = kUsnReasonFileCreate,
                   .attributes = 0,
                   .name = std::as_bytes(std::span(name))},

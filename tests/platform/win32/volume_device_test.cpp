@@ -151,7 +151,7 @@ TEST_F(VolumeDeviceOverDriver, CloseEndsAWaitingCallAndRefusesLaterOnes) {
   const size_t asked = script.AskedCount(kFsctlReadUsnJournal);
   std::byte sector[512];
   EXPECT_EQ(ReadJournal(), kErrorInvalidHandle);
-  EXPECT_EQ(device->ReadAt(0, sector).error, kErrorInvalidHandle);
+  EXPECT_EQ(device->ReadAt(ByteOffset(0), sector).error, kErrorInvalidHandle);
   EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), asked);
   EXPECT_EQ(device->Close(), 0u);
   device->Cancel();
@@ -204,7 +204,7 @@ TEST_F(VolumeDeviceOverDriver, ALostDeviceAnswersThatItIsNotConnected) {
   server.LoseDevice();
   std::byte sector[512];
   EXPECT_EQ(ReadJournal(), kErrorDeviceNotConnected);
-  EXPECT_EQ(device->ReadAt(0, sector).error, kErrorDeviceNotConnected);
+  EXPECT_EQ(device->ReadAt(ByteOffset(0), sector).error, kErrorDeviceNotConnected);
 }
 
 // Gives back where it was read.
@@ -212,10 +212,10 @@ struct PlaceDevice : VolumeDevice {
   Reply Control(uint32_t, std::span<const std::byte>, std::span<std::byte>) override {
     return {.error = kErrorInvalidFunction};
   }
-  Reply ReadAt(uint64_t offset, std::span<std::byte> buffer) override {
-    if (offset >= kSize) return {.error = kErrorHandleEof};
-    const size_t bytes = std::min<uint64_t>(buffer.size(), kSize - offset);
-    for (size_t i = 0; i < bytes; i += 8) StoreLe(buffer, i, offset + i);
+  Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) override {
+    if (offset.value >= kSize) return {.error = kErrorHandleEof};
+    const size_t bytes = std::min<uint64_t>(buffer.size(), kSize - offset.value);
+    for (size_t i = 0; i < bytes; i += 8) StoreLe(buffer, i, offset.value + i);
     return {.bytes = bytes};
   }
   void Cancel() override {}
@@ -233,7 +233,7 @@ TEST(VolumeDevice, BytesAreReadAtTheirPlace) {
                                 uint64_t{0x2'FFFF'F000}, uint64_t{0x200}}) {
     SCOPED_TRACE(offset);
     Bytes buffer(1'024);
-    const auto reply = device->ReadAt(offset, buffer);
+    const auto reply = device->ReadAt(ByteOffset(offset), buffer);
     ASSERT_EQ(reply.error, 0u);
     ASSERT_EQ(reply.bytes, buffer.size());
     EXPECT_EQ(LoadLe<uint64_t>(buffer, 0), offset);
@@ -248,7 +248,7 @@ TEST(VolumeDevice, AReadAcrossTheEndIsShort) {
   ASSERT_NE(device, nullptr);
   Bytes buffer(4'096, kUntouched);
 
-  const auto reply = device->ReadAt(PlaceDevice::kSize - 512, buffer);
+  const auto reply = device->ReadAt(ByteOffset(PlaceDevice::kSize - 512), buffer);
 
   EXPECT_EQ(reply.error, 0u);
   EXPECT_EQ(reply.bytes, 512u);
@@ -267,7 +267,7 @@ TEST(VolumeDevice, ALetterOfAnImageIsReadByItsBytesAndNeverWritten) {
   const auto device = OpenForReading(u"Q:");
   ASSERT_NE(device, nullptr);
   Bytes sector(512), data(96);
-  EXPECT_EQ(device->ReadAt(0, sector).bytes, sector.size());
+  EXPECT_EQ(device->ReadAt(ByteOffset(0), sector).bytes, sector.size());
   EXPECT_EQ(device->Control(kFsctlGetNtfsVolumeData, {}, data).error, 0u);
   EXPECT_EQ(LoadLe<uint32_t>(data, 44), kBuiltClusterBytes);
 }

@@ -46,8 +46,8 @@ class Block {
     if (used_ + BytesOf(change) > output_.size()) return false;
     const uint32_t attributes = change.file.reference == kRoot ? kDirectory : 0;
     PutUsnRecord(output_.subspan(used_),
-                 {.frn = change.file.reference,
-                  .parentFrn = kRoot,
+                 {.frn = FileReference(change.file.reference),
+                  .parentFrn = FileReference(kRoot),
                   .usn = change.usn,
                   .reason = change.reason,
                   .attributes = attributes,
@@ -165,7 +165,7 @@ struct ChurnDevice : VolumeDevice {
   Reply Control(uint32_t code, std::span<const std::byte> input, std::span<std::byte> output) override {
     return churnVolume->Control(code, input, output);
   }
-  Reply ReadAt(uint64_t, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
+  Reply ReadAt(ByteOffset, std::span<std::byte>) override { return {.error = kErrorInvalidFunction}; }
   void Cancel() override {}  // no call lasts
   uint32_t Close() override { return 0; }
 };

@@ -42,10 +42,8 @@ LRESULT CALLBACK ComboProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM 
                                 DWORD_PTR reference) {
   if (TakeTabKey(combo, message, wParam)) return 0;
   if (message == WM_PAINT) {
-    PAINTSTRUCT paint;
-    const HDC dc = BeginPaint(combo, &paint);
-    DrawField(combo, dc, HostOf(reference));
-    EndPaint(combo, &paint);
+    const PaintScope paint(combo);
+    DrawField(combo, paint.Dc(), HostOf(reference));
     return 0;
   }
   if (message == WM_ERASEBKGND) return 1;

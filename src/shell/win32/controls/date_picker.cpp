@@ -90,10 +90,8 @@ LRESULT CALLBACK PickerProcedure(HWND picker, UINT message, WPARAM wParam, LPARA
   if (TakeTabKey(picker, message, wParam)) return 0;
   switch (message) {
     case WM_PAINT: {
-      PAINTSTRUCT paint;
-      const HDC dc = BeginPaint(picker, &paint);
-      DrawField(picker, dc, ContextOf(HostOf(reference), picker));
-      EndPaint(picker, &paint);
+      const PaintScope paint(picker);
+      DrawField(picker, paint.Dc(), ContextOf(HostOf(reference), picker));
       return 0;
     }
     case WM_ERASEBKGND:

@@ -38,13 +38,10 @@ void PaintOverBar(HWND list, const ControlHost& host) {
                                   .position = range.nPos},
                                  context.dpi);
   if (!place) return;
-  const HDC dc = GetWindowDC(list);
-  {
-    GdiCanvas canvas(dc, host.Fonts(), place->track);
-    canvas.Fill(place->track, context.palette.surface);
-    canvas.FillRound(place->thumb, context.Scaled(kThumbRadius), context.palette.separator);
-  }
-  ReleaseDC(list, dc);
+  const WindowDc dc(list, WindowDc::Area::kWholeWindow);
+  GdiCanvas canvas(dc.Get(), host.Fonts(), place->track);
+  canvas.Fill(place->track, context.palette.surface);
+  canvas.FillRound(place->thumb, context.Scaled(kThumbRadius), context.palette.separator);
 }
 
 // What may make the system draw its bar anew.

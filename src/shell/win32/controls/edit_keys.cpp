@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/win32/unique.h"
 #include "platform/win32/wide.h"
 #include "shell/view/edit_text.h"
 #include "shell/win32/controls/window_text.h"
@@ -24,21 +25,37 @@ void DeleteWord(HWND edit) {
   Replace(edit, {});
 }
 
+// The clipboard, opened before, for its own lifetime.
+struct ClipboardScope {
+  ClipboardScope() = default;
+  ~ClipboardScope() { CloseClipboard(); }
+  ClipboardScope(const ClipboardScope&) = delete;
+  ClipboardScope& operator=(const ClipboardScope&) = delete;
+};
+
+// Memory that a handle of the system stands for, held in its place.
+struct LockedMemoryTraits {
+  using Value = HGLOBAL;
+  static Value Empty() { return nullptr; }
+  static void Close(Value memory) { GlobalUnlock(memory); }
+};
+
+std::u16string TextIn(HGLOBAL memory) {
+  const auto* const units = static_cast<const wchar_t*>(GlobalLock(memory));
+  if (units == nullptr) return {};
+  const Unique<LockedMemoryTraits> lock(memory);
+  return FromWide(units);
+}
+
 // Empty where the clipboard has no text, or stays with another program.
 std::u16string ClipboardText(HWND owner) {
   constexpr DWORD kPauseMs = 20;
   if (!OpenPatiently([owner] { return OpenClipboard(owner) != FALSE; }, [] { Sleep(kPauseMs); })) {
     return {};
   }
-  std::u16string text;
+  const ClipboardScope clipboard;
   const HANDLE data = GetClipboardData(CF_UNICODETEXT);
-  if (const auto* const units =
-          data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data))) {
-    text = FromWide(units);
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
+  return data != nullptr ? TextIn(data) : std::u16string();
 }
 
 }  // namespace

@@ -48,17 +48,39 @@ class SelectScope {
   HGDIOBJ former_;
 };
 
-// The client area's device context of a window, for its own lifetime.
+// A device context of a window, for its own lifetime.
 class WindowDc {
  public:
-  explicit WindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
-  ~WindowDc() { ReleaseDC(window_, dc_); }
+  enum class Area { kClient, kWholeWindow };
+
+  // Of the screen for a null `window`. Get() is null where the system has none left.
+  explicit WindowDc(HWND window, Area area = Area::kClient)
+      : window_(window), dc_(area == Area::kClient ? GetDC(window) : GetWindowDC(window)) {}
+  ~WindowDc() {
+    if (dc_ != nullptr) ReleaseDC(window_, dc_);
+  }
   WindowDc(const WindowDc&) = delete;
   WindowDc& operator=(const WindowDc&) = delete;
   HDC Get() const { return dc_; }
 
  private:
   HWND window_;
+  HDC dc_;
+};
+
+// The answer to WM_PAINT, for its own lifetime: what was to be painted counts as painted.
+class PaintScope {
+ public:
+  explicit PaintScope(HWND window) : window_(window), dc_(BeginPaint(window, &paint_)) {}
+  ~PaintScope() { EndPaint(window_, &paint_); }
+  PaintScope(const PaintScope&) = delete;
+  PaintScope& operator=(const PaintScope&) = delete;
+  HDC Dc() const { return dc_; }
+  const RECT& Place() const { return paint_.rcPaint; }  // pixels of the client area
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_ = {};
   HDC dc_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/win32/file_handle.h"
 #include "platform/win32/system_function.h"
+#include "shell/win32/gdi/gdi.h"
 
 namespace quilmark {
 
@@ -11,10 +12,9 @@ constexpr uint32_t kUsualDpi = 96;
 constexpr DWORD kDarkMode = 20, kCaptionColor = 35, kTextColor = 36;  // DWMWINDOWATTRIBUTE
 
 uint32_t DpiOfScreen() {
-  const HDC screen = GetDC(nullptr);
-  if (screen == nullptr) return kUsualDpi;
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-  ReleaseDC(nullptr, screen);
+  const WindowDc screen(nullptr);
+  if (screen.Get() == nullptr) return kUsualDpi;
+  const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
   return dpi > 0 ? static_cast<uint32_t>(dpi) : kUsualDpi;
 }
 

@@ -1,12 +1,19 @@
 #include "shell/win32/system/tray_menu.h"
 
 #include "config/translate.h"
+#include "platform/win32/unique.h"
 #include "platform/win32/wide.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
 
 namespace {
+
+struct MenuTraits {
+  using Value = HMENU;
+  static Value Empty() { return nullptr; }
+  static void Close(Value menu) { DestroyMenu(menu); }
+};
 
 void Append(HMENU menu, int id, std::u16string_view key, std::u16string_view english) {
   AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), Wide(TranslateOr(key, english)));
@@ -15,7 +22,8 @@ void Append(HMENU menu, int id, std::u16string_view key, std::u16string_view eng
 }  // namespace
 
 int ChooseFromTrayMenu(HWND window) {
-  const HMENU menu = CreatePopupMenu();
+  const Unique<MenuTraits> owner(CreatePopupMenu());
+  const HMENU menu = owner.Get();
   Append(menu, kTrayShow, u"Menu_ShowMainWindow", u"Show Window");
   AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
   Append(menu, kTrayExit, u"Menu_Exit", u"Exit");
@@ -23,10 +31,7 @@ int ChooseFromTrayMenu(HWND window) {
   GetCursorPos(&cursor);
   // Without the foreground the menu would stay open after a click elsewhere.
   SetForegroundWindow(window);
-  const int choice =
-      TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, window, nullptr);
-  DestroyMenu(menu);
-  return choice;
+  return TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, window, nullptr);
 }
 
 }  // namespace quilmark

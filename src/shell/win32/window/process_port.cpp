@@ -15,6 +15,12 @@ namespace quilmark {
 
 namespace {
 
+struct ArgumentListTraits {
+  using Value = wchar_t**;
+  static Value Empty() { return nullptr; }
+  static void Close(Value list) { LocalFree(list); }
+};
+
 // SetProcessDpiAwarenessContext, where the system has it.
 using SetContext = BOOL(WINAPI*)(HANDLE);
 SetContext ScaleFunction() {
@@ -40,11 +46,10 @@ uint16_t Win32Process::UiLanguage() { return GetUserDefaultUILanguage(); }
 
 std::optional<std::vector<std::u16string>> Win32Process::Arguments() {
   int count = 0;
-  wchar_t** const list = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (list == nullptr) return std::nullopt;
+  const Unique<ArgumentListTraits> list(CommandLineToArgvW(GetCommandLineW(), &count));
+  if (!list) return std::nullopt;
   std::vector<std::u16string> arguments;
-  for (int i = 0; i < count; ++i) arguments.emplace_back(FromWide(list[i]));
-  LocalFree(list);
+  for (int i = 0; i < count; ++i) arguments.emplace_back(FromWide(list.Get()[i]));
   return arguments;
 }
 
@@ -52,17 +57,14 @@ std::u16string Win32Process::CommandLineText() { return commandLine_; }
 
 bool Win32Process::TakeMutex(std::u16string_view name) {
   const std::u16string terminated(name);
-  mutex_ = CreateMutexW(nullptr, TRUE, Wide(terminated));
+  UniqueKernelObject mutex(CreateMutexW(nullptr, TRUE, Wide(terminated)));
   const DWORD error = GetLastError();
-  if (mutex_ != nullptr && error != ERROR_ALREADY_EXISTS) return true;
-  CloseMutex();
-  return false;
+  const bool isOurs = mutex && error != ERROR_ALREADY_EXISTS;
+  mutex_ = isOurs ? std::move(mutex) : UniqueKernelObject();
+  return isOurs;
 }
 
-void Win32Process::CloseMutex() {
-  if (mutex_ != nullptr) CloseHandle(mutex_);
-  mutex_ = nullptr;
-}
+void Win32Process::CloseMutex() { mutex_.Reset(); }
 
 void Win32Process::EnablePrivilege(std::u16string_view name) {
   EnableProcessPrivilege(Wide(std::u16string(name)));

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "platform/win32/file_handle.h"
 #include "shell/app/process_port.h"
 
 namespace quilmark {
@@ -40,7 +41,7 @@ class Win32Process : public ProcessPort {
   HINSTANCE instance_;
   std::u16string commandLine_;
   int showCommand_;
-  HANDLE mutex_ = nullptr;
+  UniqueKernelObject mutex_;
   HWND running_ = nullptr;
 };
 

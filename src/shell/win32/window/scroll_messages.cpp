@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/win32/system_function.h"
+#include "platform/win32/unique.h"
 #include "shell/view/window_ids.h"
 #include "shell/win32/gdi/gdi.h"
 
@@ -36,6 +37,21 @@ Point InClient(HWND window, POINTS screen) {
   return {point.x, point.y};
 }
 
+// CloseGestureInfoHandle, where the system has it.
+auto CloseGesture() {
+  using Close = BOOL(WINAPI*)(HGESTUREINFO);
+  static const auto close = SystemCall<Close>(L"user32.dll", "CloseGestureInfoHandle");
+  return close;
+}
+
+// REQUIRES CloseGesture() != nullptr for one that is not empty
+struct GestureTraits {
+  using Value = HGESTUREINFO;
+  static Value Empty() { return nullptr; }
+  static void Close(Value gesture) { CloseGesture()(gesture); }
+};
+using UniqueGesture = Unique<GestureTraits>;
+
 }  // namespace
 
 std::optional<LRESULT> OnBarScroll(AppState& app, MainWindow& window, const Message& message) {
@@ -65,17 +81,16 @@ std::optional<LRESULT> OnGestureNotify(AppState& app, MainWindow& window, const 
 
 std::optional<LRESULT> OnGesture(AppState& app, MainWindow& window, const Message& message) {
   using Read = BOOL(WINAPI*)(HGESTUREINFO, PGESTUREINFO);
-  using Close = BOOL(WINAPI*)(HGESTUREINFO);
   static const auto read = SystemCall<Read>(L"user32.dll", "GetGestureInfo");
-  static const auto close = SystemCall<Close>(L"user32.dll", "CloseGestureInfoHandle");
-  const auto gesture = reinterpret_cast<HGESTUREINFO>(message.lParam);
+  const auto handed = reinterpret_cast<HGESTUREINFO>(message.lParam);
   GESTUREINFO info = {};
   info.cbSize = sizeof info;
-  const bool isPan = read != nullptr && close != nullptr && read(gesture, &info) && info.dwID == GID_PAN;
+  const bool isPan =
+      read != nullptr && CloseGesture() != nullptr && read(handed, &info) && info.dwID == GID_PAN;
   if (!isPan) return std::nullopt;  // the system closes what it is handed
+  const UniqueGesture gesture(handed);
   const Point finger = InClient(message.window, info.ptsLocation);
   window.CarryOut(ShownView(app).OnPan({finger, (info.dwFlags & GF_BEGIN) != 0}, window.Context()));
-  close(gesture);
   return 0;
 }
 

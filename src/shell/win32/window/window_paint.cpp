@@ -12,17 +12,18 @@ PaintOutcome PaintWindow(HDC dc, const MainWindow& window, const Rect& place) {
 }
 
 void MainWindow::Paint() {
-  PAINTSTRUCT paint;
-  const HDC screen = BeginPaint(window_, &paint);
   ++paints;
-  const Rect place = FromRECT(paint.rcPaint);
+  Rect place;
   PaintOutcome outcome;
-  if (backBuffer.IsReady()) {
-    outcome = PaintWindow(backBuffer.Dc(), *this, place);
-    BitBlt(screen, place.left, place.top, Width(place), Height(place), backBuffer.Dc(), place.left,
-           place.top, SRCCOPY);
+  {
+    const PaintScope paint(window_);
+    place = FromRECT(paint.Place());
+    if (backBuffer.IsReady()) {
+      outcome = PaintWindow(backBuffer.Dc(), *this, place);
+      BitBlt(paint.Dc(), place.left, place.top, Width(place), Height(place), backBuffer.Dc(), place.left,
+             place.top, SRCCOPY);
+    }
   }
-  EndPaint(window_, &paint);
   if (backBuffer.IsReady()) CarryOut(ShownView(App()).NotePaint(place, outcome, Context()));
 }
 
