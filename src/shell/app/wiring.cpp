@@ -46,9 +46,9 @@ ProgramEngine& TheEngine() {
 
 // The engine's start brings the attributes back; its changes make them stale.
 void WireAttributes() {
-  startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
-  startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
-  attributesBecameStale = TellSomeAreStale;
+  Engine().startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
+  Engine().startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
+  Engine().attributesBecameStale = TellSomeAreStale;
 }
 
 // The search reaches the window by these.

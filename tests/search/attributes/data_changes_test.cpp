@@ -39,7 +39,7 @@ class DataChangesOfAVolume : public testing::Test {
   DataChangesOfAVolume() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
     timesTold = 0;
-    attributesBecameStale = [] { ++timesTold; };
+    volume.listeners.attributesBecameStale = [] { ++timesTold; };
     script.PlayFacts([this](uint64_t frn) -> std::optional<FileFacts> {
       if (meanwhile) std::exchange(meanwhile, nullptr)();
       return frn == kFile ? std::optional(fileFacts) : FileFacts{.size = 7, .modified = 1, .created = 1};
@@ -47,7 +47,6 @@ class DataChangesOfAVolume : public testing::Test {
   }
   ~DataChangesOfAVolume() override {
     CloseVolume(volume);
-    attributesBecameStale = nullptr;
     monitorPauses = {};
   }
   void Build(int64_t nextUsn = 1'000, uint64_t journalId = 77) {
@@ -186,7 +185,7 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
     volume.dataWatch.changed = {kFile};
   };
   CloseVolume(volume);
-  volume.volumeHandle = scripts.Open(u"N:");
+  volume.follower.TakeDevice(scripts.Open(u"N:"), u"N:");
   Ask();
   AttrEntry entry;
   EXPECT_TRUE(PeekAttr(volume, kFile, entry));
@@ -194,13 +193,13 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
   const auto scratch = std::make_unique<ControlBuffer<65'536>>();
 
   for (uint32_t i = 0; i < kTurnsALook; ++i) {
-    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+    WatchData(volume, *volume.follower.Device(), 1'000, scratch->bytes, wanted);
   }
 
   EXPECT_FALSE(PeekAttr(volume, kFile, entry));
   Ask();
   for (uint32_t i = 0; i < kTurnsALook; ++i) {
-    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+    WatchData(volume, *volume.follower.Device(), 1'000, scratch->bytes, wanted);
   }
   EXPECT_TRUE(PeekAttr(volume, kFile, entry)) << "asked behind the change";
 }
