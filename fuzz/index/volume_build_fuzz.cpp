@@ -106,7 +106,7 @@ void CheckTables(VolumeIndex& volume) {
 
 // As its thread does, but here: until the journal ends.
 void Follow(VolumeIndex& volume) {
-  static_cast<FailingDevice&>(*volume.volumeHandle).LetFollow();
+  static_cast<FailingDevice&>(*volume.follower.Device()).LetFollow();
   monitorPauses = {.afterReadMs = 0, .afterErrorMs = 0};
   std::atomic<bool> wanted = true;
   RunUsnMonitor(volume, wanted);
@@ -129,7 +129,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckTables(volume);
   }
   // Given back here: the destructor would wait until a device of the system is free.
-  const std::scoped_lock lock(volume.deviceLock);
-  volume.volumeHandle.reset();
+  volume.follower.LetGo();
   return 0;
 }

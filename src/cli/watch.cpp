@@ -88,7 +88,7 @@ std::string ChooseDrives(std::vector<PlannedDrive>& drives) {
 // Why a monitor ended; empty while all run.
 std::string EndedMonitor() {
   for (const VolumeIndex* const volume : CopyVolumes(Engine())) {
-    if (volume->monitorRunning) continue;
+    if (volume->follower.monitorRunning) continue;
     return ToUtf8(volume->drive) +
            (volume->valid ? " the change journal has ended" : " the volume is gone");
   }

@@ -60,7 +60,7 @@ class ChurnedDrive {
 
   // The monitor is out by itself.
   void WaitForTheEnd() {
-    while (volume.monitorRunning) std::this_thread::yield();
+    while (volume.follower.monitorRunning) std::this_thread::yield();
   }
 
   // What changed is as the model has it.

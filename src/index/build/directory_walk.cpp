@@ -1,11 +1,10 @@
 #include "index/build/directory_walk.h"
 
 #include <algorithm>
-#include <mutex>
 #include <thread>
 
-#include "index/build/ntfs_volume.h"
-#include "index/engine/search_engine.h"
+#include "index/build/volume_build.h"
+#include "platform/shutdown.h"
 
 namespace quilmark {
 
@@ -53,16 +52,9 @@ unsigned ThreadsFor(const WalkOptions& options) {
 
 bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystemName,
                      const WalkOptions& options) {
-  const BusyMark busy(volume);
-  // The drive may have been an NTFS one until now.
-  CloseVolume(volume);
-  const std::unique_lock lock(volume.indexLock);
-  volume.journalId = 0;
+  VolumeBuild turn(volume, drive, fileSystemName);
+  volume.journalId = 0;  // the drive may have been an NTFS one until now
   volume.nextUsn = 0;
-  NameVolume(volume, drive, fileSystemName);
-  volume.valid = true;
-  ValidUnlessFailed outcome{volume};
-
   ResetVolumeTables(volume);
   SetIndexOf(volume.frnToIndex, volume.records, kRootFrn, kRootWithoutRecord);
   {
@@ -73,9 +65,10 @@ bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16str
     WalkFolder(walk, std::move(root), kRootFrn);
     volume.nextSyntheticFrn = walk.nextFrn;
   }
-  outcome.isBuilt = !volume.records.empty();
-  if (outcome.isBuilt) NoteBack(volume);
-  return outcome.isBuilt;
+  if (volume.records.empty()) return false;
+  volume.follower.NoteBack();
+  turn.Succeed();
+  return true;
 }
 
 }  // namespace quilmark

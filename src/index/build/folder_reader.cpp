@@ -3,7 +3,7 @@
 #include <exception>
 #include <system_error>
 
-#include "index/engine/search_engine.h"
+#include "platform/shutdown.h"
 
 namespace quilmark {
 

@@ -2,22 +2,19 @@
 
 #include <atomic>
 #include <exception>
-#include <future>
-#include <mutex>
 #include <thread>
 
 #include "config/log.h"
 #include "index/build/enum_queue.h"
-#include "index/engine/search_engine.h"
+#include "index/build/volume_build.h"
 #include "index/follow/data_changes.h"
 #include "index/follow/usn_monitor.h"
 #include "platform/bytes.h"
 #include "platform/clock.h"
-#include "platform/debug_output.h"
 #include "platform/drives.h"
 #include "platform/format.h"
+#include "platform/shutdown.h"
 #include "platform/usn_record.h"
-#include "platform/utf.h"
 
 namespace quilmark {
 
@@ -28,8 +25,7 @@ namespace {
 constexpr uint64_t kJournalMaximumBytes = 0x1000'0000;  // 256 MiB
 constexpr uint64_t kJournalStepBytes = 0x100'0000;      // 16 MiB
 constexpr int64_t kUnbounded = 0x7FFF'FFFF'FFFF'FFFF;
-constexpr int kMostTries = 3;              // of the probe, and of a query
-constexpr uint32_t kDeviceReleaseMs = 50;  // the system may hold a closed device a moment longer
+constexpr int kMostTries = 3;  // of the probe, and of a query
 
 // USN_JOURNAL_DATA of 56 bytes (winioctl.h).
 constexpr size_t kJournalDataBytes = 56, kUsnJournalId = 0, kNextUsn = 16;
@@ -197,29 +193,10 @@ void FillTables(VolumeIndex& volume, VolumeDevice& device) {
   Enumerate(volume, device, range);
 }
 
-// In one hold, so that a stop finds all of it or nothing. The build has joined the monitor before.
-void StartMonitor(VolumeIndex& volume) {
-  const std::scoped_lock lock(volume.deviceLock);
-  const auto wanted = std::make_shared<std::atomic<bool>>(true);
-  volume.monitorRunning = true;
-  try {
-    std::packaged_task<void()> follow([&volume, wanted] { RunUsnMonitor(volume, *wanted); });
-    volume.monitorEnded = follow.get_future();
-    volume.monitorThread = std::thread(std::move(follow));
-  } catch (...) {
-    volume.monitorRunning = false;
-    throw;
-  }
-  volume.monitorWanted = wanted;
-}
-
-// The notice of a former device stays until there is another: it tells when the volume is free again.
-void SetDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
-  auto notice = device != nullptr ? device->TellWindow(Engine().window) : nullptr;
-  const std::scoped_lock lock(volume.deviceLock);
-  if (device != nullptr) NoteBack(volume);
-  volume.volumeHandle.swap(device);
-  if (notice != nullptr) volume.notice.swap(notice);
+// From here on the follower tells of the device.
+void HoldDevice(VolumeIndex& volume, std::shared_ptr<VolumeDevice> device) {
+  auto notice = device->TellWindow(volume.listeners.window);
+  volume.follower.TakeDevice(std::move(device), volume.drive, std::move(notice));
 }
 
 // What a journal that cannot be had means. A volume that is being taken out, or a disk that fails, may
@@ -228,7 +205,8 @@ NtfsBuild WithoutJournal(const VolumeIndex& volume, uint32_t error) {
   constexpr uint32_t kErrorNotSupported = 50;
   const bool saysSo = error == kErrorJournalNotActive || error == kErrorInvalidFunction ||
                       error == kErrorWriteProtect || error == kErrorNotSupported;
-  return saysSo && !volume.takenOut && !ShutdownRequested ? NtfsBuild::kNoJournal : NtfsBuild::kFailed;
+  return saysSo && !volume.follower.takenOut && !ShutdownRequested ? NtfsBuild::kNoJournal
+                                                                   : NtfsBuild::kFailed;
 }
 
 NtfsBuild FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice>& device) {
@@ -241,8 +219,9 @@ NtfsBuild FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice
     if (error != 0) return WithoutJournal(volume, error);
   }
   FillTables(volume, *device);
-  volume.valid = true;                             // from here on the monitor may clear it
-  if (volume.takenOut) return NtfsBuild::kFailed;  // the device was closed under the enumeration
+  volume.valid = true;  // from here on the monitor may clear it
+  // The device was closed under the enumeration.
+  if (volume.follower.takenOut) return NtfsBuild::kFailed;
   if (ShutdownRequested) return NtfsBuild::kBuilt;
   FillFrnTable(volume.frnToIndex, volume.records);
   BeginDataWatch(volume, volume.nextUsn);
@@ -251,7 +230,7 @@ NtfsBuild FillFromDevice(VolumeIndex& volume, const std::shared_ptr<VolumeDevice
 }
 
 void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
-  SetDevice(volume, nullptr);
+  volume.follower.LetGo();
   device.Close();
 }
 
@@ -259,7 +238,7 @@ void GiveBack(VolumeIndex& volume, VolumeDevice& device) {
 NtfsBuild BuildLocked(VolumeIndex& volume) {
   const std::shared_ptr<VolumeDevice> device = OpenForRecords(volume.drive);
   if (device == nullptr) return NtfsBuild::kNoDevice;
-  SetDevice(volume, device);
+  HoldDevice(volume, device);
   NtfsBuild build = NtfsBuild::kFailed;
   try {
     build = FillFromDevice(volume, device);
@@ -269,32 +248,6 @@ NtfsBuild BuildLocked(VolumeIndex& volume) {
   }
   if (build != NtfsBuild::kBuilt) GiveBack(volume, *device);
   return build;
-}
-
-void LogCloseFailure(const VolumeIndex& volume, uint32_t error) {
-  WriteDebugOutput(ToUtf8(FormatText(u"[Quilmark] CloseHandle failed, Error: %lu (0x%08X), Drive: %s\n",
-                                     error, error, volume.drive)));
-}
-
-// One look at the volume decides, and takes the monitor and the device as they are then: a build that
-// comes meanwhile keeps its own.
-template <typename Condition>
-void CloseVolumeIf(VolumeIndex& volume, Condition isToBeClosed) {
-  const std::scoped_lock stopping(volume.monitorStop);
-  Followed followed;
-  {
-    const std::scoped_lock lock(volume.deviceLock);
-    if (!isToBeClosed(volume)) return;
-    followed = TakeMonitor(volume);
-  }
-  JoinMonitor(volume, followed);
-  if (followed.device == nullptr) return;
-  {
-    const std::scoped_lock lock(volume.deviceLock);
-    if (volume.volumeHandle == followed.device) volume.volumeHandle = nullptr;
-  }
-  if (const uint32_t error = followed.device->Close(); error != 0) LogCloseFailure(volume, error);
-  SleepMs(kDeviceReleaseMs);
 }
 
 }  // namespace
@@ -308,23 +261,14 @@ bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
 }
 
 NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive) {
-  const BusyMark busy(volume);
-  CloseVolume(volume);
-  const std::unique_lock lock(volume.indexLock);
-  NameVolume(volume, drive, kNtfs);
-  volume.valid = true;
-  ValidUnlessFailed outcome{volume};
+  VolumeBuild turn(volume, drive, kNtfs);
   const NtfsBuild build = BuildLocked(volume);
-  outcome.isBuilt = build == NtfsBuild::kBuilt;
+  if (build == NtfsBuild::kBuilt) turn.Succeed();
   return build;
 }
 
-void CloseVolume(VolumeIndex& volume) {
-  CloseVolumeIf(volume, [](const VolumeIndex&) { return true; });
-}
+void CloseVolume(VolumeIndex& volume) { volume.follower.Close(); }
 
-void CloseTakenOut(VolumeIndex& volume) {
-  CloseVolumeIf(volume, [](const VolumeIndex& each) { return each.takenOut.load(); });
-}
+void CloseTakenOut(VolumeIndex& volume) { volume.follower.CloseTakenOut(); }
 
 }  // namespace quilmark

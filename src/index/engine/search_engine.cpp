@@ -6,8 +6,6 @@
 
 namespace quilmark {
 
-std::atomic<uint64_t> AttrCacheGeneration = 0;
-
 SearchEngine& Engine() {
   // Never destroyed: detached threads may look at it until the process is gone.
   static auto* const engine = new SearchEngine;
@@ -22,6 +20,12 @@ std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine) {
     if (volume != nullptr) volumes.push_back(volume.get());
   }
   return volumes;
+}
+
+std::unique_ptr<VolumeIndex> NewVolume(const SearchEngine& engine) {
+  auto volume = std::make_unique<VolumeIndex>();
+  volume->listeners = {.window = engine.window, .attributesBecameStale = engine.attributesBecameStale};
+  return volume;
 }
 
 VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {

@@ -4,18 +4,34 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "index/tables/volume_index.h"
 #include "platform/background.h"
+#include "platform/drives.h"
 #include "platform/locks.h"
 #include "platform/shutdown.h"
 #include "platform/window_post.h"
 
 namespace quilmark {
 
-inline constexpr uint32_t WM_VOLUME_LOST =
-    1032;  // a drive letter vanished, or a monitor lost its device
+// What higher layers do at the end of start-up, or when the first volume is built after that; null
+// members are left out.
+struct StartupHooks {
+  void (*loadAttributeCache)() = nullptr;
+  void (*loadSizes)(VolumeIndex& volume) = nullptr;  // of each NTFS volume
+  void (*writeMissingAttributeCache)() = nullptr;
+};
+
+// How long a release of volumes, and the end of the program, wait for monitors and devices. What takes
+// longer ends on its job.
+struct CloseLimits {
+  uint32_t mostMs = 2'000;
+};
+
+// What a drive says of itself; empty where it does not. Any thread.
+using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
 
 struct SearchEngine {
   std::vector<std::unique_ptr<VolumeIndex>> volumes;  // guarded by volumesMutex; sorted by drive
@@ -29,16 +45,24 @@ struct SearchEngine {
   SingleJob syncing;                         // brings the volumes in line with the drives
   SingleJob prewarming;                      // fills the attribute cache
   std::atomic<PostTarget> window = nullptr;  // the main window, once it exists
+
+  // Installed by the program before InitBackground, and not changed afterwards.
+  StartupHooks startupHooks;
+  void (*attributesBecameStale)() = nullptr;  // of VolumeListeners
+  CloseLimits closeLimits;
+  std::atomic<VolumeInfoReader> readVolumeInfo = ReadVolumeInfo;  // tests install another
+
+  std::atomic<uint64_t> lastArrivalSyncMs = 0;  // tick of the last sync that an arrival began; 0: none
 };
 
 // Lives as long as the process.
 SearchEngine& Engine();
 
-// Goes up whenever a cached attribute is dropped or replaced.
-extern std::atomic<uint64_t> AttrCacheGeneration;
-
 // The volumes as they are now. A volume lives on while the result of a search may name it.
 std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);
+
+// A volume that is not in the list yet, with the engine's listeners.
+std::unique_ptr<VolumeIndex> NewVolume(const SearchEngine& engine);
 
 // Adds a built volume, keeps the array sorted by drive and sets `ready`.
 VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <mutex>
 
+#include "platform/shutdown.h"
 #include "platform/text.h"
 
 namespace quilmark {
@@ -49,13 +50,9 @@ void AddReady(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume) {
   engine.ready = true;
 }
 
-static std::atomic<VolumeInfoReader> volumeInfoReader = ReadVolumeInfo;
-
-void InstallVolumeInfoReader(VolumeInfoReader reader) {
-  volumeInfoReader = reader != nullptr ? reader : ReadVolumeInfo;
+std::optional<VolumeInfo> AskVolumeInfo(const SearchEngine& engine, char16_t letter) {
+  return engine.readVolumeInfo.load()(letter);
 }
-
-std::optional<VolumeInfo> AskVolumeInfo(char16_t letter) { return volumeInfoReader.load()(letter); }
 
 void PostUnlessEnding(PostTarget window, uint32_t message, uint64_t first, int64_t second) {
   if (!ShutdownRequested) PostIfAlive(window, message, first, second);

@@ -37,10 +37,8 @@ void AddReady(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 // synced once it is closed.
 bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume);
 
-// What a drive says of itself: ReadVolumeInfo, unless a test installs another. Null puts that back.
-using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
-void InstallVolumeInfoReader(VolumeInfoReader reader);
-std::optional<VolumeInfo> AskVolumeInfo(char16_t letter);
+// What the drive says of itself, by the engine's reader.
+[[nodiscard]] std::optional<VolumeInfo> AskVolumeInfo(const SearchEngine& engine, char16_t letter);
 
 // Posts, but for the end of the program.
 void PostUnlessEnding(PostTarget window, uint32_t message, uint64_t first, int64_t second);

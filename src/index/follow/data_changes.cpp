@@ -9,16 +9,14 @@
 
 #include "index/device/file_record_read.h"
 #include "index/device/journal_read.h"
-#include "index/engine/search_engine.h"
 #include "platform/bytes.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
 #include "platform/ntfs/mft_facts.h"
+#include "platform/shutdown.h"
 #include "platform/usn_record.h"
 
 namespace quilmark {
-
-std::atomic<void (*)()> attributesBecameStale = nullptr;
 
 namespace {
 
@@ -224,7 +222,7 @@ void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::s
   PutNewSizes(volume, device, look.resized.Take(), scratch, wanted);
   marked += TakeIn(volume, std::move(look));
   watch.believedUsn = from;
-  if (const auto tell = attributesBecameStale.load(); marked != 0 && tell != nullptr) tell();
+  if (const auto tell = volume.listeners.attributesBecameStale; marked != 0 && tell != nullptr) tell();
 }
 
 std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn) {

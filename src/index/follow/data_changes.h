@@ -19,9 +19,6 @@ namespace quilmark {
 // Turns of the monitor from one look to the next.
 inline constexpr uint32_t kTurnsALook = 3;
 
-// Called by the monitor where entries became stale; null: nobody wants to know.
-extern std::atomic<void (*)()> attributesBecameStale;
-
 // One turn of the monitor's thread, indexLock not held; every third is a look at the journal up to
 // `readTo`, the position to which the monitor has read. `scratch` has room for a block of the journal.
 void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::span<std::byte> scratch,

@@ -1,23 +1,19 @@
 #include "index/follow/usn_monitor.h"
 
-#include <chrono>
 #include <exception>
-#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <shared_mutex>
 #include <string>
-#include <thread>
 
 #include "config/log.h"
 #include "index/device/journal_read.h"
-#include "index/engine/search_engine.h"
 #include "index/follow/data_changes.h"
 #include "index/follow/doubtful_records.h"
 #include "index/tables/tidy_names.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
+#include "platform/shutdown.h"
 #include "platform/usn_record.h"
 
 namespace quilmark {
@@ -25,8 +21,6 @@ namespace quilmark {
 MonitorPauses monitorPauses;
 
 namespace {
-
-constexpr auto kBetweenCancels = std::chrono::milliseconds(5);
 
 enum class Outcome { kGoOn, kTryAgain, kEndQuietly, kEndAsLost };
 
@@ -47,14 +41,9 @@ Outcome OutcomeOf(uint32_t error) {
   }
 }
 
-std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.deviceLock);
-  return volume.volumeHandle;
-}
-
 // nextUsn and journalId are written by this thread and by a build, which stops this thread first.
 VolumeDevice::Reply ReadJournal(const VolumeIndex& volume, std::span<std::byte> block) {
-  const auto device = DeviceOf(volume);
+  const auto device = volume.follower.Device();
   if (device == nullptr) return {.error = kErrorInvalidHandle};
   return ReadJournalFrom(
       *device,
@@ -173,7 +162,7 @@ void SettleDoubts(VolumeIndex& volume, VolumeDevice& device, std::span<std::byte
 // alone.
 void AskVolume(VolumeIndex& volume, VolumeDevice::Reply read, std::span<std::byte> block,
                const std::atomic<bool>& wanted) {
-  const auto device = wanted ? DeviceOf(volume) : nullptr;
+  const auto device = wanted ? volume.follower.Device() : nullptr;
   if (device == nullptr) return;
   // Nothing is asked of a device that does not answer, which would use up the turns of what is in doubt.
   if (read.error != 0 || read.bytes < kUsnPositionBytes) return;
@@ -194,7 +183,7 @@ bool FollowJournal(VolumeIndex& volume, const std::atomic<bool>& wanted) {
     if (outcome == Outcome::kGoOn) ApplyJournalBlock(volume, block.first(reply.bytes));
     AskVolume(volume, reply, block, wanted);
     const bool goesOn = outcome == Outcome::kGoOn;
-    volume.monitorPause.Sleep(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
+    volume.follower.Rest(goesOn ? monitorPauses.afterReadMs : monitorPauses.afterErrorMs, wanted);
   }
   return false;
 }
@@ -234,40 +223,16 @@ void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn) {
 void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted) {
   const bool isLost = FollowJournalSafely(volume, wanted);
   // One that was stopped has been told so already, and another may run by now.
-  if (wanted.exchange(false)) volume.monitorRunning = false;
+  if (wanted.exchange(false)) volume.follower.monitorRunning = false;
   if (!isLost) return;
   volume.valid = false;
-  if (!ShutdownRequested) PostIfAlive(Engine().window, WM_VOLUME_LOST, 0, 0);
+  if (!ShutdownRequested) PostIfAlive(volume.listeners.window, WM_VOLUME_LOST, 0, 0);
 }
 
-Followed TakeMonitor(VolumeIndex& volume) {
-  volume.monitorRunning = false;
-  if (volume.monitorWanted != nullptr) *volume.monitorWanted = false;
-  Followed followed{
-      .monitor = {}, .ended = std::move(volume.monitorEnded), .device = volume.volumeHandle};
-  followed.monitor.swap(volume.monitorThread);
-  return followed;
+void StartMonitor(VolumeIndex& volume) {
+  volume.follower.Start([&volume](std::atomic<bool>& wanted) { RunUsnMonitor(volume, wanted); });
 }
 
-void JoinMonitor(VolumeIndex& volume, Followed& followed) {
-  if (!followed.monitor.joinable()) return;
-  do {  // the monitor may be about to make a call or a pause when it is told to end
-    volume.monitorPause.Wake();
-    if (followed.device != nullptr) followed.device->Cancel();
-  } while (followed.ended.valid() &&
-           followed.ended.wait_for(kBetweenCancels) != std::future_status::ready);
-  followed.monitor.join();
-}
-
-void StopMonitor(VolumeIndex& volume) {
-  // A second caller waits as well: no build may begin beside a monitor that has yet to end.
-  const std::scoped_lock stopping(volume.monitorStop);
-  Followed followed;
-  {
-    const std::scoped_lock lock(volume.deviceLock);
-    followed = TakeMonitor(volume);
-  }
-  JoinMonitor(volume, followed);
-}
+void StopMonitor(VolumeIndex& volume) { volume.follower.Stop(); }
 
 }  // namespace quilmark

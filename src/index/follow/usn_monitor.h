@@ -4,10 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <future>
-#include <memory>
 #include <span>
-#include <thread>
 
 #include "index/tables/volume_index.h"
 
@@ -18,23 +15,13 @@ namespace quilmark {
 // is gone; ends as lost, the volume not valid and WM_VOLUME_LOST posted, when the device is.
 void RunUsnMonitor(VolumeIndex& volume, std::atomic<bool>& wanted);
 
+// Starts the monitor of a volume whose device is open and whose build holds indexLock; no effect where
+// one has not been joined yet. std::system_error where the system gives no thread.
+void StartMonitor(VolumeIndex& volume);
+
 // Ends and joins the monitor, which may be in the middle of a block or a read. Never from the monitor's
 // own thread.
 void StopMonitor(VolumeIndex& volume);
-
-// The thread that follows a volume, and what it reads.
-struct Followed {
-  std::thread monitor;
-  std::future<void> ended;  // of the monitor
-  std::shared_ptr<VolumeDevice> device;
-};
-
-// Tells the monitor to end and takes its thread. REQUIRES deviceLock and monitorStop held.
-Followed TakeMonitor(VolumeIndex& volume);
-
-// Joins what TakeMonitor returned, cancelling its call until that is out: a cancellation has no effect
-// on a call that has yet to begin. REQUIRES monitorStop held.
-void JoinMonitor(VolumeIndex& volume, Followed& followed);
 
 // Applies one block of FSCTL_READ_USN_JOURNAL under indexLock and moves nextUsn to the position that
 // opens it, then lets go and tidies the names a step further. A malformed record ends the block. A block

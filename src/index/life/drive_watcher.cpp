@@ -15,11 +15,9 @@ namespace {
 constexpr uint32_t kWatchMs = 2'000;
 constexpr uint64_t kLeastBetweenSyncsMs = 501;
 
-std::atomic<uint64_t> lastArrivalSync = 0;  // tick of the last sync that an arrival began; 0: none yet
-
-bool CanReadOneOf(uint32_t unitMask) {
+bool CanReadOneOf(const SearchEngine& engine, uint32_t unitMask) {
   for (const char16_t letter : LettersOf(unitMask)) {
-    if (HasDriveRoot(letter) && AskVolumeInfo(letter)) return true;
+    if (HasDriveRoot(letter) && AskVolumeInfo(engine, letter)) return true;
   }
   return false;
 }
@@ -42,7 +40,7 @@ bool TakeArrivalTurn(std::atomic<uint64_t>& lastMs, uint64_t nowMs) {
 
 void SyncArrivedVolumesAsync(SearchEngine& engine, PostTarget window, uint32_t unitMask) {
   RunBackground("device_change_sync_volume", [&engine, window, unitMask] {
-    if (!CanReadOneOf(unitMask) || !TakeArrivalTurn(lastArrivalSync, TickMs())) return;
+    if (!CanReadOneOf(engine, unitMask) || !TakeArrivalTurn(engine.lastArrivalSyncMs, TickMs())) return;
     SyncCurrentVolumesAsync(engine, window);
   });
 }

@@ -20,9 +20,6 @@
 
 namespace quilmark {
 
-StartupHooks startupHooks;
-CloseLimits closeLimits;
-
 namespace {
 
 // What the tasks of one start share.
@@ -52,10 +49,10 @@ bool RunOrLog(Work work) {
 }
 
 void IndexDriveAtStart(Startup& startup, char16_t letter) {
-  const auto info = AskVolumeInfo(letter);
+  const auto info = AskVolumeInfo(startup.engine, letter);
   if (!info) return;
   const std::u16string drive = {letter, u':'};
-  auto volume = std::make_unique<VolumeIndex>();
+  auto volume = NewVolume(startup.engine);
   const bool isBuilt = info->fileSystem == kNtfs ? BuildNtfsOrWalk(*volume, drive)
                                                  : BuildWalkVolume(*volume, drive, info->fileSystem);
   if (isBuilt) AddBuilt(startup, std::move(volume));
@@ -72,13 +69,14 @@ void IndexAllDrives(Startup& startup) {
 }
 
 void LoadCaches(SearchEngine& engine) {
-  if (startupHooks.loadAttributeCache != nullptr) RunOrLog(startupHooks.loadAttributeCache);
+  const StartupHooks& hooks = engine.startupHooks;
+  if (hooks.loadAttributeCache != nullptr) RunOrLog(hooks.loadAttributeCache);
   for (VolumeIndex* const volume : CopyVolumes(engine)) {
-    const bool hasSizes = startupHooks.loadSizes != nullptr && IsNtfs(*volume);
-    if (hasSizes) RunOrLog([&] { startupHooks.loadSizes(*volume); });
+    const bool hasSizes = hooks.loadSizes != nullptr && IsNtfs(*volume);
+    if (hasSizes) RunOrLog([&] { hooks.loadSizes(*volume); });
   }
-  if (startupHooks.writeMissingAttributeCache != nullptr) {
-    RunOrLog(startupHooks.writeMissingAttributeCache);
+  if (hooks.writeMissingAttributeCache != nullptr) {
+    RunOrLog(hooks.writeMissingAttributeCache);
   }
 }
 
@@ -115,24 +113,19 @@ bool BuildByName(VolumeIndex& volume, std::u16string_view drive, std::u16string_
                                         : BuildWalkVolume(volume, drive, fileSystem);
 }
 
-bool HasNotice(const VolumeIndex& volume) {
-  const std::scoped_lock lock(volume.deviceLock);
-  return volume.notice != nullptr;
-}
-
 void SyncDrive(SearchEngine& engine, char16_t letter) {
-  const auto info = AskVolumeInfo(letter);
+  const auto info = AskVolumeInfo(engine, letter);
   // A drive that does not tell, as some of a network, is walked.
   const std::u16string fileSystem = info ? info->fileSystem : std::u16string();
   const std::u16string drive = {letter, u':'};
   if (VolumeIndex* const known = FindVolume(engine, drive)) {
     // Whoever has it for himself lets nobody ask; its notice tells when he is done.
-    if (!info && HasNotice(*known)) return;
+    if (!info && known->follower.HasNotice()) return;
     const bool isToBeBuilt = !known->valid && CloseForBuild(engine, *known);
     if (isToBeBuilt) BuildByName(*known, known->drive, fileSystem);
     return;
   }
-  auto volume = std::make_unique<VolumeIndex>();
+  auto volume = NewVolume(engine);
   if (BuildByName(*volume, drive, fileSystem)) AddUnlessPresent(engine, std::move(volume));
 }
 
@@ -167,38 +160,32 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   EndSync(engine, window);
 }
 
-// Its letter is gone: what comes under it next is another volume.
-void DropNotice(VolumeIndex& volume) {
-  std::shared_ptr<const DeviceNotice> former;
-  const std::scoped_lock lock(volume.deviceLock);
-  former.swap(volume.notice);
-}
-
-// Takes a volume whose letter is gone out of the search. True for one that was searched until now, and
+// Takes a volume whose letter is gone out of the search; what comes under it next is another volume, so
+// that its notice ends. True for one that was searched until now, and
 // for one that was lost or released before its letter went and that nobody was told of.
 bool TakeOutGone(VolumeIndex& volume) {
-  volume.takenOut = true;
-  DropNotice(volume);
-  const bool wasTold = volume.goneTold.exchange(true);
+  volume.follower.takenOut = true;
+  volume.follower.ReplaceNotice(nullptr);
+  const bool wasTold = volume.follower.goneTold.exchange(true);
   return volume.valid.exchange(false) || !wasTold;
 }
 
 // Takes a volume out of the search whose letter may stay for a while. True if it was in it, or is lost
 // and not yet closed, and once more when its letter is gone.
 bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
-  const bool wasOut = volume.takenOut.exchange(true);
-  if (isGone) DropNotice(volume);
-  const bool wasTold = !isGone || volume.goneTold.exchange(true);
+  const bool wasOut = volume.follower.takenOut.exchange(true);
+  if (isGone) volume.follower.ReplaceNotice(nullptr);
+  const bool wasTold = !isGone || volume.follower.goneTold.exchange(true);
   return volume.valid.exchange(false) || !wasOut || !wasTold;
 }
 
 // The volume counts as being closed from before the job until `work` has ended.
 std::function<void()> ClosingJob(SearchEngine& engine, VolumeIndex& volume, void (*work)(VolumeIndex&)) {
-  ++volume.closes;
+  ++volume.follower.closes;
   return [&engine, &volume, work] {
     RunOrLog([&] { work(volume); });
-    --volume.closes;
-    const bool isAwaited = volume.awaitsClose.exchange(false);
+    --volume.follower.closes;
+    const bool isAwaited = volume.follower.awaitsClose.exchange(false);
     if (isAwaited && !ShutdownRequested) SyncCurrentVolumesAsync(engine, engine.window);
   };
 }
@@ -208,19 +195,13 @@ void CloseWithin(SearchEngine& engine, const std::vector<VolumeIndex*>& volumes,
                  void (*work)(VolumeIndex&)) {
   std::vector<std::function<void()>> works;
   for (VolumeIndex* const volume : volumes) works.push_back(ClosingJob(engine, *volume, work));
-  RunWithin("close_volume", std::move(works), closeLimits.mostMs);
-}
-
-bool IsOpen(const VolumeIndex& volume) {
-  const std::scoped_lock lock(volume.deviceLock);
-  return volume.volumeHandle != nullptr || volume.monitorThread.joinable();
+  RunWithin("close_volume", std::move(works), engine.closeLimits.mostMs);
 }
 
 // volumesMutex held. Null for a number that no volume has.
 VolumeIndex* FindNoticedLocked(const SearchEngine& engine, uintptr_t id) {
   for (const auto& volume : engine.volumes) {
-    const std::scoped_lock lock(volume->deviceLock);
-    if (volume->notice != nullptr && volume->notice->id == id) return volume.get();
+    if (volume->follower.HasNotice(id)) return volume.get();
   }
   return nullptr;
 }
@@ -248,11 +229,12 @@ void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window) {
 }
 
 bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume) {
-  if (volume.closes == 0 && IsOpen(volume)) CloseWithin(engine, {&volume}, CloseVolume);
-  if (volume.closes == 0) return true;
-  volume.awaitsClose = true;
+  if (volume.follower.closes == 0 && volume.follower.IsOpen())
+    CloseWithin(engine, {&volume}, CloseVolume);
+  if (volume.follower.closes == 0) return true;
+  volume.follower.awaitsClose = true;
   // One that ended before it could see that does not sync.
-  return volume.closes == 0 && volume.awaitsClose.exchange(false);
+  return volume.follower.closes == 0 && volume.follower.awaitsClose.exchange(false);
 }
 
 bool RemoveUnavailableVolumes(SearchEngine& engine) {

@@ -19,15 +19,6 @@ inline constexpr uint32_t WM_VOLUMES_SYNCED = 1033;      // the set of volumes c
 // How long the window waits before it syncs again while no volume is ready.
 inline constexpr uint32_t kSyncRetryMs = 5'000;
 
-// What higher layers do at the end of start-up, or when the first volume is built after that; null
-// members are left out. Installed before InitBackground.
-struct StartupHooks {
-  void (*loadAttributeCache)() = nullptr;
-  void (*loadSizes)(VolumeIndex& volume) = nullptr;  // of each NTFS volume
-  void (*writeMissingAttributeCache)() = nullptr;
-};
-extern StartupHooks startupHooks;
-
 // Builds an NTFS volume from its journal, or, where it can have none, by a walk under the name of
 // kNtfsWithoutJournal. False, and the volume not valid, if neither works, or if its device does not
 // open.
@@ -45,14 +36,8 @@ void SyncCurrentVolumesAsync(SearchEngine& engine, PostTarget window);
 // "remove_unavailable_volumes". True if there was one.
 bool RemoveUnavailableVolumes(SearchEngine& engine);
 
-// How long the two below wait for monitors and devices. What takes longer ends on its job.
-struct CloseLimits {
-  uint32_t mostMs = 2'000;
-};
-extern CloseLimits closeLimits;  // tests change it
-
 // Takes the volumes of the letters (bit 0: A:) out of the search and closes their devices before it
-// returns, if they can be closed within closeLimits. True if there was one.
+// returns, if they can be closed within the engine's closeLimits. True if there was one.
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
 
 // The two below: of the volume whose notice has the number `id`, for others who want it for themselves.

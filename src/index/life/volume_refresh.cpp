@@ -1,6 +1,5 @@
 // The refresh by hand of volumes that no journal keeps up to date.
 #include <algorithm>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
@@ -55,7 +54,7 @@ bool IsWithoutJournal(const SearchEngine& engine, std::u16string_view drive) {
 std::vector<WalkedDrive> WalkedDrives(const SearchEngine& engine) {
   std::vector<WalkedDrive> drives;
   for (const char16_t letter : LettersOf(LogicalDriveMask())) {
-    const auto info = AskVolumeInfo(letter);
+    const auto info = AskVolumeInfo(engine, letter);
     if (!info) continue;
     WalkedDrive walked{{letter, u':'}, info->fileSystem};
     if (info->fileSystem == kNtfs) {
@@ -80,7 +79,7 @@ std::optional<uint32_t> RebuildWalked(SearchEngine& engine, const WalkedDrive& w
     const std::shared_lock lock(known->indexLock);
     return known->records.size();
   }
-  auto volume = std::make_unique<VolumeIndex>();
+  auto volume = NewVolume(engine);
   if (!BuildWalkVolume(*volume, walked.drive, walked.fileSystem)) return std::nullopt;
   const uint32_t count = volume->records.size();
   AddUnlessPresent(engine, std::move(volume));

@@ -3,7 +3,6 @@
 #include <mutex>
 #include <shared_mutex>
 
-#include "index/build/ntfs_volume.h"
 #include "platform/drives.h"
 #include "platform/initial_letters.h"
 
@@ -82,8 +81,6 @@ const char16_t* StoreRenamed(RenamedNames& renamed, uint32_t index, std::u16stri
 
 }  // namespace
 
-VolumeIndex::~VolumeIndex() { CloseVolume(*this); }
-
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
   ++volume.edits;
   name = name.substr(0, kLongestName);
@@ -138,15 +135,11 @@ void MarkDeleted(VolumeIndex& volume, uint32_t index) {
   HideRenamed(volume, record);
 }
 
-void NoteBack(VolumeIndex& volume) {
-  volume.takenOut = false;
-  volume.goneTold = false;
-}
-
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem) {
   if (volume.drive != drive) volume.drive = drive;
+  std::u16string name(fileSystem);
   const std::scoped_lock lock(volume.nameLock);
-  volume.fileSystem = fileSystem;
+  volume.fileSystem.swap(name);
 }
 
 bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem) {

@@ -1,9 +1,9 @@
 // The tables of one volume, and the few functions that edit them.
 //
-// indexLock guards everything of the upper part. Readers of a search take it by try_lock_shared and
-// leave the volume out if that fails; writers (build, walk, monitor) hold it exclusively. Every edit
-// goes through the functions below, which keep the search aids (bits, signatures) in step with the
-// records.
+// indexLock guards everything of the upper part of VolumeIndex. Readers of a search take it by
+// try_lock_shared and leave the volume out if that fails; writers (build, walk, monitor) hold it
+// exclusively. Every edit goes through the functions below, which keep the search aids (bits,
+// signatures) in step with the records.
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -12,15 +12,13 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
-#include <future>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
+#include "index/device/volume_follower.h"
 #include "index/tables/file_record.h"
 #include "index/tables/frn_table.h"
 #include "index/tables/name_pool.h"
@@ -29,11 +27,14 @@
 #include "index/tables/record_store.h"
 #include "platform/clock.h"
 #include "platform/locks.h"
-#include "platform/pause.h"
-#include "platform/volume_device.h"
+#include "platform/window_post.h"
 
 namespace quilmark {
 
+// Message: a drive letter vanished, or a monitor lost its device.
+inline constexpr uint32_t WM_VOLUME_LOST = 1032;
+
+// The first reference of a walked volume's records.
 inline constexpr uint64_t kFirstSyntheticFrn = 0x100000;
 
 struct AttrEntry {
@@ -44,6 +45,10 @@ struct AttrEntry {
   bool stale = false;  // the file has changed since: nobody but a row on screen believes the entry
   uint32_t look = 0;   // DataWatch::looks when the file was asked
 };
+
+// Goes up whenever an entry of any volume is dropped or replaced. Process-wide, as the file is to which
+// all of them are saved; any thread.
+inline std::atomic<uint64_t> AttrCacheGeneration = 0;
 
 struct MftSize {
   uint64_t logical = 0, allocated = 0;  // bytes
@@ -93,9 +98,15 @@ struct DataWatch {
   std::atomic<int64_t> believedUsn = 0;  // changes below are taken in, whoever was reading meanwhile
 };
 
+// Whom a volume tells of what happens to it. Set before its first build.
+struct VolumeListeners {
+  PostTarget window = nullptr;  // of WM_VOLUME_LOST, and of what others want with the device
+  void (*attributesBecameStale)() = nullptr;  // called by the monitor where entries became stale
+};
+
+// Its end stops the monitor and closes the device (VolumeFollower).
 struct VolumeIndex {
   VolumeIndex() = default;
-  ~VolumeIndex();  // closes the volume
   VolumeIndex(const VolumeIndex&) = delete;
   VolumeIndex& operator=(const VolumeIndex&) = delete;
 
@@ -104,9 +115,7 @@ struct VolumeIndex {
   mutable OrderedLock nameLock{LockRank::kLeaf, "nameLock"};  // a build may give another name
   std::atomic<bool> valid = true;
   std::atomic<bool> busy = false;  // a build is running: searches skip the volume
-  // Its drive goes: out of the search, and closed or about to be. Both are cleared by the next build.
-  std::atomic<bool> takenOut = false;
-  std::atomic<bool> goneTold = false;  // whoever asked what is gone knows of this volume
+  VolumeListeners listeners;
 
   uint64_t builds = 0;  // indexLock; how often the tables were emptied
   uint64_t edits = 0;   // indexLock; of records, as whoever let go of the lock compares
@@ -131,19 +140,6 @@ struct VolumeIndex {
   uint64_t apartCount = 0;
   NameSignatures signatures;
 
-  // The device and the thread that follows it. deviceLock is for a look or a swap, nothing else.
-  mutable OrderedLock deviceLock{LockRank::kLeaf, "deviceLock"};
-  std::shared_ptr<VolumeDevice> volumeHandle;  // deviceLock; null: not open. NTFS only
-  std::shared_ptr<const DeviceNotice> notice;  // deviceLock; of the device that was opened last
-  std::thread monitorThread;                   // deviceLock
-  std::future<void> monitorEnded;              // deviceLock; of monitorThread
-  std::atomic<bool> monitorRunning = false;    // the monitor is meant to run
-  std::shared_ptr<std::atomic<bool>>
-      monitorWanted;  // deviceLock; of that thread alone: a stop cannot miss it
-  Pause monitorPause;
-  std::mutex monitorStop;                 // held by whoever stops the monitor, until it has ended
-  std::atomic<int> closes = 0;            // jobs that close the volume, or are about to
-  std::atomic<bool> awaitsClose = false;  // a sync passed the volume over, and comes again behind them
   // Set before the build; called by the monitor with indexLock held exclusively. Paths are only built
   // where somebody listens.
   std::function<void(const VolumeChange&)> onChange;
@@ -159,6 +155,8 @@ struct VolumeIndex {
   std::atomic<bool> folderSizesDirty = true;
 
   std::atomic<uint64_t> nextSyntheticFrn = kFirstSyntheticFrn;  // of the next record of a walk
+
+  VolumeFollower follower;  // last: its thread, which edits the tables, ends before they do
 };
 
 // What is known of a file when its record is made.
@@ -192,18 +190,6 @@ class BusyMark {
  private:
   VolumeIndex& volume_;
 };
-
-// Also an exception leaves a volume that searches pass over and the next sync builds again.
-struct ValidUnlessFailed {
-  VolumeIndex& volume;
-  bool isBuilt = false;
-  ~ValidUnlessFailed() {
-    if (!isBuilt) volume.valid = false;
-  }
-};
-
-// The drive is there again: whoever asks what is gone may be told of the volume anew.
-void NoteBack(VolumeIndex& volume);
 
 // Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
 // volumes is searched by it without this lock.

@@ -144,8 +144,7 @@ bool TakeMftSize(const VolumeIndex& volume, uint64_t frn, AttrEntry& out) {
 std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume, const Sighting& seen) {
   const std::shared_lock lock(volume.indexLock);
   if (volume.builds != seen.build) return nullptr;
-  const std::shared_lock deviceLock(volume.deviceLock);
-  return volume.volumeHandle;
+  return volume.follower.Device();
 }
 
 // By the volume's own records where its device reads them: an image has no paths. Else by the path.

@@ -10,8 +10,7 @@ namespace quilmark {
 namespace {
 
 std::shared_ptr<VolumeDevice> DeviceOf(const VolumeIndex& volume) {
-  const std::shared_lock lock(volume.deviceLock);
-  return volume.volumeHandle;
+  return volume.follower.Device();
 }
 
 // That of the journal which the cache names, where the letter has had several.

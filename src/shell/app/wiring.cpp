@@ -52,9 +52,9 @@ Program& TheProgram() {
 
 // The engine's start brings the attributes back; its changes make them stale.
 void WireAttributes() {
-  startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
-  startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
-  attributesBecameStale = TellSomeAreStale;
+  Engine().startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
+  Engine().startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
+  Engine().attributesBecameStale = TellSomeAreStale;
 }
 
 // The search reaches the window by these.

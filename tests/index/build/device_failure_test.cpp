@@ -38,8 +38,7 @@ struct DeviceFailures : testing::TestWithParam<FaultKind> {
   // CloseVolume without its pause.
   static void End(VolumeIndex& volume) {
     StopMonitor(volume);
-    if (volume.volumeHandle != nullptr) volume.volumeHandle->Close();
-    volume.volumeHandle = nullptr;
+    if (const auto device = volume.follower.LetGo()) device->Close();
   }
 
   static Names NamesOf(const VolumeIndex& volume) {
@@ -73,7 +72,8 @@ struct DeviceFailures : testing::TestWithParam<FaultKind> {
         const FailingVolumes installed(faults, opener);
         VolumeIndex volume;
         const bool isBuilt = BuildNtfsVolume(volume, u"N:");
-        EXPECT_TRUE(isBuilt || (faults.OpenDevices() == 0 && !volume.valid && !volume.monitorRunning));
+        EXPECT_TRUE(isBuilt ||
+                    (faults.OpenDevices() == 0 && !volume.valid && !volume.follower.monitorRunning));
         End(volume);
         EXPECT_EQ(faults.OpenDevices(), 0);
         EXPECT_FALSE(volume.busy);
@@ -131,9 +131,9 @@ struct Followed {
     QueueBlocks();
     // A monitor that goes on trying would never end.
     faults.onFailure = [this] { wanted = ++failures < 5; };
-    volume.volumeHandle = faults.InFrontOf(scripts.Open(u"N:"));
+    volume.follower.TakeDevice(faults.InFrontOf(scripts.Open(u"N:")), u"N:");
     RunUsnMonitor(volume, wanted);
-    volume.volumeHandle = nullptr;
+    volume.follower.LetGo();
     const std::shared_lock lock(volume.indexLock);
     broken = FindBrokenInvariant(volume);
     for (uint32_t i = 1; i < volume.records.size(); ++i) names += BuildPath(volume, i) + u" ";

@@ -32,8 +32,7 @@ Names NamesOf(const VolumeIndex& volume) {
 // CloseVolume without its pause.
 void End(VolumeIndex& volume) {
   StopMonitor(volume);
-  if (volume.volumeHandle != nullptr) volume.volumeHandle->Close();
-  volume.volumeHandle = nullptr;
+  if (const auto device = volume.follower.LetGo()) device->Close();
 }
 
 bool Includes(const Names& whole, const Names& names) {

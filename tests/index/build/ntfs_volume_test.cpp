@@ -88,7 +88,7 @@ TEST_F(NtfsVolume, RecordsOfAllBlocksAreInTheIndex) {
   EXPECT_EQ(volume.nextUsn, 4096);
   EXPECT_EQ(volume.records[1].isDirectory, 1u);
   EXPECT_EQ(volume.records[2].isDirectory, 0u);
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
   const std::shared_lock lock(volume.indexLock);
   EXPECT_EQ(FindBrokenInvariant(volume), "");
 }
@@ -135,7 +135,7 @@ TEST_F(NtfsVolume, ADeviceThatCannotBeOpenedLeavesTheVolumeInvalid) {
 
   EXPECT_FALSE(volume.valid);
   EXPECT_FALSE(volume.busy);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   EXPECT_EQ(script.OpenDevices(), 0);
 }
 
@@ -181,13 +181,13 @@ TEST_F(NtfsVolume, AJournalThatCannotBeCreatedLeavesTheVolumeInvalidAndItsDevice
 TEST_F(NtfsVolume, AFailedBuildClosesADeviceThatAnotherThreadStillHolds) {
   std::shared_ptr<VolumeDevice> held;
   script.Queue(kFsctlQueryUsnJournal, {.error = kErrorJournalNotActive, .output = {}, .meanwhile = [&] {
-                                         held = volume.volumeHandle;
+                                         held = volume.follower.Device();
                                        }});
 
   EXPECT_FALSE(BuildNtfsVolume(volume, u"N:"));
 
   EXPECT_NE(held, nullptr);
-  EXPECT_EQ(volume.volumeHandle, nullptr);
+  EXPECT_EQ(volume.follower.Device(), nullptr);
   EXPECT_EQ(script.OpenDevices(), 0);
 }
 
@@ -376,7 +376,8 @@ TEST_F(NtfsVolume, ARebuildStopsTheMonitorClosesTheDeviceAndStartsAgain) {
 
   bool hasEnded = false;  // the former monitor, before the new device is asked for anything
   script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(79, 8192), .meanwhile = [&] {
-                                         hasEnded = !volume.monitorRunning && script.OpenDevices() == 1;
+                                         hasEnded = !volume.follower.monitorRunning &&
+                                                    script.OpenDevices() == 1;
                                        }});
   QueueProbe();
   QueueBlock(UsnBlockBuilder(1).Record(41, kRoot, u"new"));
@@ -387,7 +388,7 @@ TEST_F(NtfsVolume, ARebuildStopsTheMonitorClosesTheDeviceAndStartsAgain) {
   EXPECT_THAT(Paths(), ElementsAre(u"N:\\new"));
   EXPECT_EQ(script.OpenDevices(), 1);
   EXPECT_EQ(script.Opens().size(), 2u);
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
   EXPECT_EQ(volume.nextSyntheticFrn, 0x12'3456u);
   const auto codes = script.AskedCodes();
   const auto query = std::find(codes.begin(), codes.end(), kFsctlQueryUsnJournal);
@@ -457,7 +458,7 @@ TEST_F(NtfsVolume, ShutdownBeforeTheEnumerationStartsNoMonitor) {
 
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 TEST_F(NtfsVolume, AShutdownInMidPassEndsThePassAndStartsNoMonitor) {
@@ -472,7 +473,7 @@ TEST_F(NtfsVolume, AShutdownInMidPassEndsThePassAndStartsNoMonitor) {
 
   EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 3u) << "the probe and two blocks";
   EXPECT_EQ(script.AskedCount(kFsctlReadUsnJournal), 0u);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   EXPECT_FALSE(volume.busy);
   EXPECT_LE(volume.records.size(), 2u);
 }
@@ -486,7 +487,7 @@ TEST_F(NtfsVolume, AShutdownInAnEmptyPassIsFollowedByNoOther) {
   EXPECT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   EXPECT_EQ(script.AskedCount(kFsctlEnumUsnData), 2u) << "the probe and one pass";
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 std::string lastDebugOutput;
@@ -513,26 +514,26 @@ TEST_F(NtfsVolume, ClosingTwiceIsClosingOnce) {
   CloseVolume(volume);
 
   EXPECT_EQ(script.OpenDevices(), 0);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 TEST_F(NtfsVolume, AVolumeThatWasTakenOutIsClosedUnlessItHasBeenBuiltSince) {
   QueueJournal();
   QueueProbe();
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
-  volume.takenOut = true;
+  volume.follower.takenOut = true;
   QueueJournal();
   QueueProbe();
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   CloseTakenOut(volume);
   EXPECT_EQ(script.OpenDevices(), 1);
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
 
-  volume.takenOut = true;
+  volume.follower.takenOut = true;
   CloseTakenOut(volume);
   EXPECT_EQ(script.OpenDevices(), 0);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 // Whatever fails, at whatever step: nothing is open that should not be, and the tables hold together.

@@ -44,7 +44,7 @@ struct VolumeList : testing::Test {
   std::unique_ptr<VolumeIndex> Second(std::u16string_view drive) {
     auto volume = std::make_unique<VolumeIndex>();
     volume->drive = drive;
-    volume->volumeHandle = scripts.Open(u"N:");
+    volume->follower.TakeDevice(scripts.Open(u"N:"), drive);
     scripts.Script(u"N:").FailClose(kErrorInvalidHandle);
     return volume;
   }

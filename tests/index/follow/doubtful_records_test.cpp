@@ -159,7 +159,7 @@ TEST_F(FilesInDoubt, ABuildKnowsOfNone) {
   JournalSays({kCreate | kDelete});
   script.Queue(kFsctlReadUsnJournal, {.error = kErrorJournalEntryDeleted, .output = {}});
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
-  while (volume.monitorRunning) std::this_thread::yield();
+  while (volume.follower.monitorRunning) std::this_thread::yield();
   EXPECT_TRUE(volume.inDoubt.contains(kFile));
 
   const std::unique_lock lock(volume.indexLock);

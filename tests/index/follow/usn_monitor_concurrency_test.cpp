@@ -36,7 +36,7 @@ TEST(UsnMonitorConcurrency, ClosingAndBuildingAtOnceEndWhole) {
   CloseVolume(volume);
 
   EXPECT_EQ(script.OpenDevices(), 0);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   monitorPauses = {};
 }
 

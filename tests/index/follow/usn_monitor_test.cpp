@@ -292,21 +292,20 @@ struct Monitor : testing::Test {
 
   Monitor() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
-    Engine().window = window.Target();
+    volume.listeners.window = window.Target();
     script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 4096)});
     script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)});
     script.Queue(kFsctlEnumUsnData, {.output = UsnBlockBuilder(1).Record(41, kRoot, u"a.txt")});
   }
   ~Monitor() override {
     CloseVolume(volume);
-    Engine().window = nullptr;
     monitorPauses = {};
     ShutdownRequested = false;
   }
   void QueueRead(const Bytes& block) { script.Queue(kFsctlReadUsnJournal, {.output = block}); }
   // The monitor has ended by itself.
   void Join() {
-    while (volume.monitorRunning) std::this_thread::yield();
+    while (volume.follower.monitorRunning) std::this_thread::yield();
   }
 };
 
@@ -364,7 +363,7 @@ TEST_P(MonitorEndsAsLost, AndTheWindowIsTold) {
   EXPECT_EQ(message->first, 0u);
   EXPECT_EQ(message->second, 0);
   EXPECT_FALSE(volume.valid);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 TEST_F(Monitor, AnotherErrorIsTriedAgain) {
@@ -375,7 +374,7 @@ TEST_F(Monitor, AnotherErrorIsTriedAgain) {
 
   ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 4));
 
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
   EXPECT_EQ(BuildPathLocked(volume, 0), u"N:\\b.txt");
 }
 
@@ -386,7 +385,7 @@ TEST_F(Monitor, StopDuringAReadCancelsIt) {
 
   StopMonitor(volume);
 
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   EXPECT_TRUE(volume.valid);
   EXPECT_EQ(script.OpenDevices(), 1);
 }
@@ -430,12 +429,12 @@ TEST_F(Monitor, StopDuringThePauseNeedNotWaitForItsEnd) {
 
   StopMonitor(volume);
 
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 TEST_F(Monitor, StopWithoutAMonitorIsNothing) {
   StopMonitor(volume);
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
 }
 
 TEST_F(Monitor, AMonitorThatEndedIsNotRestartedButByABuild) {
@@ -446,7 +445,7 @@ TEST_F(Monitor, AMonitorThatEndedIsNotRestartedButByABuild) {
   script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(77, 8192)});
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
   EXPECT_EQ(volume.nextUsn, 8192);
 }
 

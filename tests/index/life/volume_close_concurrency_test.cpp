@@ -13,7 +13,7 @@ namespace {
 // N: is followed by a monitor whose call to the device neither returns nor can be cancelled.
 struct VolumeCloseConcurrency : VolumeLife {
   VolumeCloseConcurrency() {
-    closeLimits.mostMs = 1;
+    engine.closeLimits.mostMs = 1;
     MapN();
     QueueNtfsBuild();
     Disk().Queue(kFsctlReadUsnJournal, {.meanwhile = [this] { answer.acquire(); }});
@@ -24,7 +24,6 @@ struct VolumeCloseConcurrency : VolumeLife {
     answer.release();
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     EXPECT_EQ(Disk().OpenDevices(), 0) << "closed once the disk has answered";
-    closeLimits = {};
   }
   DeviceScript& Disk() { return scripts.Script(u"N:"); }
 
@@ -71,7 +70,7 @@ TEST_F(VolumeCloseConcurrency, ASyncDoesNotWaitForADiskThatItClosesItself) {
     SyncCurrentVolumesAsync(engine, window.Target());
     EXPECT_TRUE(ComesBack([&] { WaitFor([&] { return !engine.syncing.IsRunning(); }); }));
   }
-  EXPECT_EQ(Volume(1).closes, 1) << "one job waits, whatever the syncs";
+  EXPECT_EQ(Volume(1).follower.closes, 1) << "one job waits, whatever the syncs";
   EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
 
   QueueNtfsBuild();

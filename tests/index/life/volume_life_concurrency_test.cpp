@@ -106,7 +106,7 @@ TEST(VolumeLifeConcurrency, AStickThatIsBackAtOnceIsNotClosedByTheEndOfItsFormer
     const auto volumes = CopyVolumes(engine);
     ASSERT_EQ(volumes.size(), 1u);
     ASSERT_TRUE(volumes[0]->valid);
-    ASSERT_TRUE(volumes[0]->monitorRunning) << stay;
+    ASSERT_TRUE(volumes[0]->follower.monitorRunning) << stay;
     ASSERT_EQ(script.OpenDevices(), 1) << stay;
     UnmapDrive(u'N');
     RemoveUnavailableVolumes(engine);

@@ -33,9 +33,9 @@ std::optional<VolumeInfo> Answer(char16_t letter) {
 struct EndInTheMiddle : VolumeLife {
   EndInTheMiddle() {
     asked = {};
-    InstallVolumeInfoReader(Answer);
+    engine.readVolumeInfo = Answer;
   }
-  ~EndInTheMiddle() override { InstallVolumeInfoReader(nullptr); }
+  ~EndInTheMiddle() override { engine.readVolumeInfo = ReadVolumeInfo; }
 
   void Refresh() {
     RefreshAllNonNtfsAsync(engine, window.Target());

@@ -50,7 +50,6 @@ struct VolumeLife : testing::Test {
     for (VolumeIndex* const volume : CopyVolumes(engine)) CloseVolume(*volume);
     for (char16_t letter = u'A'; letter <= u'Z'; ++letter) UnmapDrive(letter);
     ShutdownRequested = false;
-    startupHooks = {};
     monitorPauses = {};
     journalPauses = {};
   }

@@ -37,7 +37,7 @@ TEST_F(VolumeLife, StartIndexesEveryDriveAndTellsTheWindowTwice) {
 
   EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:", u"N:"));
   EXPECT_EQ(Volume(2).fileSystem, u"NTFS");
-  EXPECT_TRUE(Volume(2).monitorRunning);
+  EXPECT_TRUE(Volume(2).follower.monitorRunning);
   EXPECT_TRUE(engine.ready);
   EXPECT_EQ(engine.window, window.Target());
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0), std::tuple(1033u, 0u, 0)));
@@ -78,9 +78,9 @@ std::vector<std::u16string> hookCalls;
 
 TEST_F(VolumeLife, CachesLoadAtTheEndOfTheStart) {
   hookCalls.clear();
-  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
-                  .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
-                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+  engine.startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
+                         .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
+                         .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
   MapE();
   MapN();
   QueueNtfsBuild();
@@ -92,9 +92,9 @@ TEST_F(VolumeLife, CachesLoadAtTheEndOfTheStart) {
 
 TEST_F(VolumeLife, CachesLoadWithTheFirstDriveWhereTheStartFoundNone) {
   hookCalls.clear();
-  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
-                  .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
-                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+  engine.startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
+                         .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
+                         .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
 
   Start();
   Sync();
@@ -111,7 +111,7 @@ TEST_F(VolumeLife, CachesLoadWithTheFirstDriveWhereTheStartFoundNone) {
 
 TEST_F(VolumeLife, CachesThatTheStartHasLoadedAreNotLoadedAgain) {
   hookCalls.clear();
-  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); }};
+  engine.startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); }};
   MapE();
 
   Start();
@@ -123,9 +123,9 @@ TEST_F(VolumeLife, CachesThatTheStartHasLoadedAreNotLoadedAgain) {
 
 TEST_F(VolumeLife, ACacheThatCannotBeLoadedCostsNothingElse) {
   hookCalls.clear();
-  startupHooks = {.loadAttributeCache = [] { throw std::bad_alloc(); },
-                  .loadSizes = [](VolumeIndex&) { throw std::bad_alloc(); },
-                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+  engine.startupHooks = {.loadAttributeCache = [] { throw std::bad_alloc(); },
+                         .loadSizes = [](VolumeIndex&) { throw std::bad_alloc(); },
+                         .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
   MapN();
   QueueNtfsBuild();
 
@@ -149,9 +149,9 @@ TEST_F(VolumeLife, TheStartWritesAMetricLine) {
 
 TEST_F(VolumeLife, AShutdownDuringTheStartPostsAndLoadsNothing) {
   hookCalls.clear();
-  startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
-                  .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
-                  .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
+  engine.startupHooks = {.loadAttributeCache = [] { hookCalls.push_back(u"attributes"); },
+                         .loadSizes = [](VolumeIndex& volume) { hookCalls.push_back(volume.drive); },
+                         .writeMissingAttributeCache = [] { hookCalls.push_back(u"write"); }};
   MapE();
   ShutdownRequested = true;
 
@@ -203,20 +203,20 @@ TEST_F(VolumeLife, SyncDoesNotRestartAMonitorThatEndedQuietly) {
   QueueNtfsBuild();
   scripts.Script(u"N:").QueueError(kFsctlReadUsnJournal, kErrorJournalEntryDeleted);
   Start();
-  while (Volume(0).monitorRunning) std::this_thread::yield();
+  while (Volume(0).follower.monitorRunning) std::this_thread::yield();
 
   Sync();
 
-  EXPECT_FALSE(Volume(0).monitorRunning);
+  EXPECT_FALSE(Volume(0).follower.monitorRunning);
   EXPECT_TRUE(Volume(0).valid);
 }
 
 TEST_F(VolumeLife, SyncWalksADriveThatDoesNotTellItsFileSystem) {
   MapE();
-  InstallVolumeInfoReader([](char16_t) -> std::optional<VolumeInfo> { return std::nullopt; });
+  engine.readVolumeInfo = [](char16_t) -> std::optional<VolumeInfo> { return std::nullopt; };
 
   Sync();
-  InstallVolumeInfoReader(nullptr);
+  engine.readVolumeInfo = ReadVolumeInfo;
 
   ASSERT_THAT(Drives(), ElementsAre(u"E:"));
   EXPECT_EQ(Volume(0).fileSystem, u"");
@@ -225,16 +225,16 @@ TEST_F(VolumeLife, SyncWalksADriveThatDoesNotTellItsFileSystem) {
 
 TEST_F(VolumeLife, NtfsIsNtfsInAnyCaseForTheSyncOnly) {
   MapN();
-  InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"ntfs"}); });
+  engine.readVolumeInfo = [](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"ntfs"}); };
   QueueNtfsBuild();
 
   Start();
   EXPECT_THAT(Drives(), IsEmpty()) << "an image is no folder to walk";
   Sync();
-  InstallVolumeInfoReader(nullptr);
+  engine.readVolumeInfo = ReadVolumeInfo;
 
   ASSERT_THAT(Drives(), ElementsAre(u"N:"));
-  EXPECT_TRUE(Volume(0).monitorRunning);
+  EXPECT_TRUE(Volume(0).follower.monitorRunning);
 }
 
 TEST_F(VolumeLife, SyncThatFindsNoValidVolumeIsNotReady) {
@@ -273,7 +273,7 @@ TEST_F(VolumeLife, AStickThatIsPulledAndPutBackIsRebuiltInPlace) {
   Finish();
 
   EXPECT_FALSE(stick->valid);
-  EXPECT_FALSE(stick->monitorRunning);
+  EXPECT_FALSE(stick->follower.monitorRunning);
   EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
   EXPECT_EQ(stick->records.size(), 1u) << "records stay in memory";
   EXPECT_TRUE(Volume(0).valid);
@@ -283,7 +283,7 @@ TEST_F(VolumeLife, AStickThatIsPulledAndPutBackIsRebuiltInPlace) {
   Sync();
   EXPECT_EQ(&Volume(1), stick);
   EXPECT_TRUE(stick->valid);
-  EXPECT_TRUE(stick->monitorRunning);
+  EXPECT_TRUE(stick->follower.monitorRunning);
 }
 
 TEST_F(VolumeLife, NothingToRemoveIsFalse) {
@@ -309,156 +309,6 @@ TEST_F(VolumeLife, ReleaseClosesTheDeviceBeforeItReturns) {
   EXPECT_FALSE(Volume(1).valid);
   EXPECT_TRUE(Volume(0).valid);
   EXPECT_FALSE(ReleaseVolumesByMask(engine, 1u << 13)) << "released already";
-}
-
-TEST_F(VolumeLife, OnlyAWalkedVolumeNeedsARefreshByHand) {
-  MapN();
-  QueueNtfsBuild();
-  Start();
-  EXPECT_FALSE(HasNonNtfsVolume(engine));
-
-  MapE();
-  Sync();
-  EXPECT_TRUE(HasNonNtfsVolume(engine));
-
-  UnmapDrive(u'E');
-  EXPECT_FALSE(HasNonNtfsVolume(engine));
-  EXPECT_FALSE(Volume(0).valid) << "its letter is gone";
-}
-
-TEST_F(VolumeLife, RefreshWalksAgainAndCounts) {
-  MapE();
-  MapF();
-  Start();
-  Posted();
-  folder.MakeFile("e/later.txt");
-
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  Finish();
-
-  EXPECT_EQ(Volume(0).records.size(), 2u);
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0), std::tuple(1031u, 2u, 0)));
-  const std::string fileSystem = ToUtf8(Volume(0).fileSystem);
-  EXPECT_EQ(debugOutput, "[Quilmark][ManualRefresh]Refresh the index of non-NTFS drives.E:(" +
-                             fileSystem + ") F:(" + fileSystem + ") E::OK(2) F::OK(1) \n");
-}
-
-TEST_F(VolumeLife, RefreshAddsADriveThatTheSyncDidNotTakeInItsPlace) {
-  MapF();
-  Start();
-  Posted();
-  MapE();
-  HeldJob hanging(engine.syncing);
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  ASSERT_TRUE(WaitFor([&] { return CopyVolumes(engine).size() == 2; }));
-  hanging.End();
-  Finish();
-
-  EXPECT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1031u, 2u, 0)));
-}
-
-TEST_F(VolumeLife, RefreshCountsWhatFails) {
-  folder.MakeFolder("empty");
-  MapE();
-  MapDrive(u'G', folder.PathOf(u"empty"));
-  Start();
-  Posted();
-
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  Finish();
-
-  EXPECT_THAT(Posted(), testing::Contains(std::tuple(1031u, 1u, 1)));
-  EXPECT_THAT(debugOutput, HasSubstr("G::FAIL "));
-}
-
-TEST_F(VolumeLife, RefreshDropsAWalkedVolumeThatIsGoneAndKeepsNtfs) {
-  MapE();
-  MapF();
-  MapN();
-  QueueNtfsBuild();
-  Start();
-  VolumeIndex* const gone = &Volume(0);
-  UnmapDrive(u'E');
-  UnmapDrive(u'N');
-
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  Finish();
-
-  EXPECT_THAT(Drives(), ElementsAre(u"F:", u"N:"));
-  EXPECT_EQ(BuildPathLocked(*gone, 0), u"E:\\one.txt") << "results that name it stay good";
-  EXPECT_FALSE(gone->valid);
-
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  Finish();
-  EXPECT_EQ(BuildPathLocked(*gone, 0), u"E:") << "the next refresh frees its tables";
-}
-
-TEST_F(VolumeLife, RefreshWithoutAWalkedDriveSaysSo) {
-  MapN();
-  QueueNtfsBuild();
-  Start();
-  Posted();
-
-  RefreshAllNonNtfsAsync(engine, window.Target());
-  Finish();
-
-  EXPECT_EQ(debugOutput, "[Quilmark][ManualRefresh]No non-NTFS volumes detected for manual refresh.\n");
-  EXPECT_THAT(Posted(), testing::Contains(std::tuple(1031u, 0u, 0)));
-}
-
-TEST_F(VolumeLife, TheWatcherTellsOfLettersThatComeAndGo) {
-  MapE();
-  const uint32_t bitE = 1u << 4, bitF = 1u << 5;
-  EXPECT_EQ(WatchDrivesOnce(bitE, window.Target()), bitE);
-  EXPECT_THAT(Posted(), IsEmpty());
-
-  MapF();
-  EXPECT_EQ(WatchDrivesOnce(bitE, window.Target()), bitE | bitF);
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 1u, 0)));
-
-  UnmapDrive(u'E');
-  EXPECT_EQ(WatchDrivesOnce(bitE | bitF, window.Target()), bitF);
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1032u, 0u, 0)));
-
-  MapE();
-  UnmapDrive(u'F');
-  EXPECT_EQ(WatchDrivesOnce(bitF, window.Target()), bitE);
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 1u, 0), std::tuple(1032u, 0u, 0)));
-}
-
-TEST_F(VolumeLife, ALetterWithoutAMediumIsToldAsLostOnceAndRemovesNothing) {
-  MapE();
-  MapDrive(u'G', folder.PathOf(u"missing"));
-  Start();
-  Posted();
-
-  const uint32_t known = WatchDrivesOnce(LogicalDriveMask(), window.Target());
-
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1032u, 0u, 0)));
-  EXPECT_FALSE(RemoveUnavailableVolumes(engine));
-  WatchDrivesOnce(known, window.Target());
-  EXPECT_THAT(Posted(), IsEmpty());
-}
-
-TEST_F(VolumeLife, AStickWithoutAJournalThatIsPluggedInIsWalkedAndTold) {
-  MapF();
-  Start();
-  InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"FAT32"}); });
-  const uint32_t known = WatchDrivesOnce(1u << 5, window.Target());
-  Posted();
-
-  MapE();
-  WatchDrivesOnce(known, window.Target());
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 1u, 0)));
-  Sync();
-  InstallVolumeInfoReader(nullptr);
-
-  ASSERT_THAT(Drives(), ElementsAre(u"E:", u"F:"));
-  EXPECT_EQ(Volume(0).fileSystem, u"FAT32");
-  EXPECT_EQ(BuildPathLocked(Volume(0), 0), u"E:\\one.txt");
-  EXPECT_FALSE(Volume(0).monitorRunning);
-  EXPECT_THAT(Posted(), ElementsAre(std::tuple(1033u, 0u, 0)));
 }
 
 TEST_F(VolumeLife, AWalkedStickThatIsPulledKeepsItsRecordsAndIsWalkedAgainInPlace) {
@@ -496,27 +346,6 @@ TEST_F(VolumeLife, TwoSyncsInARowAreOne) {
   EXPECT_THAT(Posted(), ElementsAre(std::tuple(1025u, 0u, 0), std::tuple(1033u, 0u, 0)));
 }
 
-TEST_F(VolumeLife, AnArrivalSyncsIfOneOfItsLettersCanBeRead) {
-  MapE();
-
-  SyncArrivedVolumesAsync(engine, window.Target(), 1u << 6);
-  Finish();
-  EXPECT_THAT(Drives(), IsEmpty()) << "no such drive";
-
-  SyncArrivedVolumesAsync(engine, window.Target(), 1u << 4 | 1u << 6);
-  Finish();
-  EXPECT_THAT(Drives(), ElementsAre(u"E:"));
-}
-
-TEST(ArrivalTurn, SeveralNoticesOfOneArrivalAreOneSync) {
-  std::atomic<uint64_t> last = 0;
-  EXPECT_TRUE(TakeArrivalTurn(last, 1'000));
-  EXPECT_FALSE(TakeArrivalTurn(last, 1'000));
-  EXPECT_FALSE(TakeArrivalTurn(last, 1'500));
-  EXPECT_TRUE(TakeArrivalTurn(last, 1'501));
-  EXPECT_EQ(last, 1'501u);
-}
-
 std::unique_ptr<VolumeDevice> FailToOpen(std::u16string_view, VolumeAccess, uint32_t&) {
   throw std::bad_alloc();
 }
@@ -545,7 +374,7 @@ TEST_F(VolumeLife, AWalkClosesTheDeviceThatTheDriveHadBefore) {
   MapDrive(u'N', folder.PathOf(u"e"));
   ASSERT_TRUE(BuildWalkVolume(volume, u"N:", u"exFAT"));
   EXPECT_EQ(scripts.Script(u"N:").OpenDevices(), 0);
-  EXPECT_FALSE(volume.monitorThread.joinable());
+  EXPECT_FALSE(volume.follower.IsOpen());
   EXPECT_EQ(volume.journalId, 0u);
   EXPECT_EQ(volume.nextUsn, 0);
 }

@@ -56,9 +56,9 @@ TEST_F(NoticedVolume, IsBuiltAgainAtTheNextNoticeWhereItCouldNotBeOpened) {
 TEST_F(NoticedVolume, IsNotWalkedWhileItLetsNobodyAsk) {
   const uint64_t builds = Volume(0).builds;
   ReleaseNoticedVolume(engine, Notice());
-  InstallVolumeInfoReader([](char16_t) { return std::optional<VolumeInfo>(); });
+  engine.readVolumeInfo = [](char16_t) { return std::optional<VolumeInfo>(); };
   Sync();
-  InstallVolumeInfoReader(nullptr);
+  engine.readVolumeInfo = ReadVolumeInfo;
   EXPECT_EQ(Volume(0).builds, builds);
   EXPECT_TRUE(IsNtfs(Volume(0)));
 }

@@ -114,7 +114,7 @@ void ExpectEqualsMount(VolumeIndex& volume, const NtfsMount& mount, size_t least
     const auto entry = shown.find(BuildPath(volume, i));
     if (entry == shown.end()) continue;
     SCOPED_TRACE(ToUtf8(entry->first));
-    const auto facts = volume.volumeHandle->ReadFacts(FileReference(volume.records[i].frn));
+    const auto facts = volume.follower.Device()->ReadFacts(FileReference(volume.records[i].frn));
     EXPECT_TRUE(facts.has_value());
     if (!facts) continue;
     EXPECT_EQ(facts->created, entry->second.created);
@@ -139,7 +139,7 @@ TEST_P(SampleVolumeFacts, SizesAndDatesEqualTheTruth) {
   VolumeIndex volume;
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
-  ExpectSizes(*volume.volumeHandle, sample / "records.tsv");
+  ExpectSizes(*volume.follower.Device(), sample / "records.tsv");
   const NtfsMount mount(image, folder.HostPath() / "mount", ",ro");
   ExpectEqualsMount(volume, mount, GetParam() == "linux-ntfs3-attrlist" ? 1 : 2);
 }

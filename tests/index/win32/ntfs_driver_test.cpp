@@ -51,13 +51,12 @@ struct NtfsDriver : testing::Test {
   NtfsDriver() {
     InstallVolumeOpener(nullptr);  // the program's own
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
-    Engine().window = window.Target();
+    volume.listeners.window = window.Target();
     server = std::make_unique<TestVolumeServer>(*answers);
   }
   ~NtfsDriver() override {
     script.HoldJournalReads(false);
     CloseVolume(volume);
-    Engine().window = nullptr;
     monitorPauses = {};
   }
   void QueueBuild(int64_t nextUsn = 4'096) {
@@ -86,7 +85,7 @@ TEST_F(NtfsDriver, RecordsComeIntoTheIndexAndTheJournalIsFollowed) {
   ASSERT_TRUE(script.WaitForAsked(kFsctlReadUsnJournal, 2));
 
   EXPECT_THAT(PathsOf(volume), ElementsAre(u"N:\\b.txt", u"N:\\new"));
-  EXPECT_TRUE(volume.monitorRunning);
+  EXPECT_TRUE(volume.follower.monitorRunning);
 }
 
 TEST_F(NtfsDriver, ChangesFedWhileTheMonitorPollsAreApplied) {
@@ -137,7 +136,7 @@ TEST_F(NtfsDriver, StopWhileAReadWaitsEndsItAtOnce) {
 
   StopMonitor(volume);
 
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   EXPECT_TRUE(volume.valid) << "aborted reads end quietly";
 }
 
@@ -163,9 +162,8 @@ TEST_F(NtfsDriver, CloseWhileAReadWaitsGivesTheDeviceBack) {
 
   CloseVolume(volume);
 
-  EXPECT_FALSE(volume.monitorRunning);
-  const std::shared_lock lock(volume.deviceLock);
-  EXPECT_EQ(volume.volumeHandle, nullptr);
+  EXPECT_FALSE(volume.follower.monitorRunning);
+  EXPECT_EQ(volume.follower.Device(), nullptr);
 }
 
 TEST_F(NtfsDriver, ALostDeviceIsToldToTheWindow) {
@@ -185,9 +183,9 @@ TEST_F(NtfsDriver, AJournalThatWrappedEndsTheMonitorQuietly) {
   script.QueueError(kFsctlReadUsnJournal, kErrorJournalEntryDeleted);
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
-  volume.monitorThread.join();
+  while (volume.follower.monitorRunning) std::this_thread::yield();
 
-  EXPECT_FALSE(volume.monitorRunning);
+  EXPECT_FALSE(volume.follower.monitorRunning);
   EXPECT_TRUE(volume.valid);
   EXPECT_THAT(PathsOf(volume), ElementsAre(u"N:\\a.txt"));
 }

@@ -40,7 +40,7 @@ class DataChangesOfAVolume : public testing::Test {
   DataChangesOfAVolume() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
     timesTold = 0;
-    attributesBecameStale = [] { ++timesTold; };
+    volume.listeners.attributesBecameStale = [] { ++timesTold; };
     script.PlayFacts([this](uint64_t frn) -> std::optional<FileFacts> {
       if (meanwhile) std::exchange(meanwhile, nullptr)();
       return frn == kFile ? std::optional(fileFacts) : FileFacts{.size = 7, .modified = 1, .created = 1};
@@ -48,7 +48,6 @@ class DataChangesOfAVolume : public testing::Test {
   }
   ~DataChangesOfAVolume() override {
     CloseVolume(volume);
-    attributesBecameStale = nullptr;
     monitorPauses = {};
   }
   void Build(int64_t nextUsn = 1'000, uint64_t journalId = 77) {
@@ -187,7 +186,7 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
     volume.dataWatch.changed = {kFile};
   };
   CloseVolume(volume);
-  volume.volumeHandle = scripts.Open(u"N:");
+  volume.follower.TakeDevice(scripts.Open(u"N:"), u"N:");
   Ask();
   AttrEntry entry;
   EXPECT_TRUE(Gives(PeekAttr(volume, kFile), entry));
@@ -195,13 +194,13 @@ TEST_F(DataChangesOfAVolume, WhoAskedBeforeTheChangeIsNotBelieved) {
   const auto scratch = std::make_unique<ControlBuffer<65'536>>();
 
   for (uint32_t i = 0; i < kTurnsALook; ++i) {
-    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+    WatchData(volume, *volume.follower.Device(), 1'000, scratch->bytes, wanted);
   }
 
   EXPECT_FALSE(Gives(PeekAttr(volume, kFile), entry));
   Ask();
   for (uint32_t i = 0; i < kTurnsALook; ++i) {
-    WatchData(volume, *volume.volumeHandle, 1'000, scratch->bytes, wanted);
+    WatchData(volume, *volume.follower.Device(), 1'000, scratch->bytes, wanted);
   }
   EXPECT_TRUE(Gives(PeekAttr(volume, kFile), entry)) << "asked behind the change";
 }

@@ -335,7 +335,7 @@ class NoticeEvents : public WindowEvents {
  protected:
   NoticeEvents() {
     AddDrive(u"Q:");
-    Engine().volumes.front()->notice = std::make_shared<NoticeOfTest>(kNotice);
+    Engine().volumes.front()->follower.ReplaceNotice(std::make_shared<NoticeOfTest>(kNotice));
   }
   bool IsSearched() { return Engine().volumes.front()->valid; }
 };

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "index/build/ntfs_volume.h"
-#include "index/engine/volume_list.h"
+#include "index/engine/search_engine.h"
 #include "platform/bytes.h"
 #include "platform/clock.h"
 #include "platform/drives.h"
@@ -175,10 +175,10 @@ struct ChurnDevice : VolumeDevice {
 void MapChurnDrive(uint32_t changesPerSecond) {
   churnVolume = new ChurnVolume(changesPerSecond);
   MapDrive(kLetter, u"C:\\none");
-  InstallVolumeInfoReader([](char16_t letter) {
+  Engine().readVolumeInfo = [](char16_t letter) {
     return letter == kLetter ? std::optional(VolumeInfo{.fileSystem = std::u16string(kNtfs)})
                              : ReadVolumeInfo(letter);
-  });
+  };
   InstallVolumeOpener([](std::u16string_view drive, VolumeAccess access,
                          uint32_t& error) -> std::unique_ptr<VolumeDevice> {
     if (drive.front() == kLetter) return std::make_unique<ChurnDevice>();

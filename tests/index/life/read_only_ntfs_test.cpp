@@ -19,10 +19,10 @@ struct ReadOnlyNtfs : VolumeLife {
     TellNtfs();
     QueueRefusal();
   }
-  ~ReadOnlyNtfs() override { InstallVolumeInfoReader(nullptr); }
+  ~ReadOnlyNtfs() override { engine.readVolumeInfo = ReadVolumeInfo; }
 
-  static void TellNtfs() {
-    InstallVolumeInfoReader([](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"NTFS"}); });
+  void TellNtfs() {
+    engine.readVolumeInfo = [](char16_t) { return std::optional(VolumeInfo{.fileSystem = u"NTFS"}); };
   }
   void Refresh() {
     RefreshAllNonNtfsAsync(engine, window.Target());
@@ -68,7 +68,7 @@ TEST_F(ReadOnlyNtfs, IsWalkedBySyncAndRefresh) {
 TEST_F(ReadOnlyNtfs, StaysInTheListWhileItLetsNobodyAsk) {
   Start();
   const VolumeInfoReader reader = [](char16_t) { return std::optional<VolumeInfo>(); };
-  InstallVolumeInfoReader(reader);
+  engine.readVolumeInfo = reader;
   Refresh();
   ASSERT_THAT(Drives(), ElementsAre(u"E:"));
   EXPECT_TRUE(HasNonNtfsVolume(engine)) << "without one the next refresh does nothing";
@@ -78,7 +78,7 @@ TEST_F(ReadOnlyNtfs, StaysInTheListWhileItLetsNobodyAsk) {
   Refresh();
   EXPECT_EQ(Volume(0).records.size(), 2u);
 
-  InstallVolumeInfoReader(reader);
+  engine.readVolumeInfo = reader;
   UnmapDrive(u'E');
   Refresh();
   EXPECT_THAT(Drives(), IsEmpty()) << "its letter is gone";
@@ -87,7 +87,7 @@ TEST_F(ReadOnlyNtfs, StaysInTheListWhileItLetsNobodyAsk) {
 TEST_F(ReadOnlyNtfs, ThatWasLockedInItsWalkComesBackWithASync) {
   Start();
   Volume(0).valid = false;
-  InstallVolumeInfoReader([](char16_t) { return std::optional<VolumeInfo>(); });
+  engine.readVolumeInfo = [](char16_t) { return std::optional<VolumeInfo>(); };
   Sync();
   Refresh();
   ASSERT_THAT(Drives(), ElementsAre(u"E:"));
