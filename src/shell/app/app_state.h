@@ -1,7 +1,7 @@
 // The one record of the interface: made before anything else, living until the process ends.
 //
 // Belongs to the interface thread, but for what is atomic. What is kept between runs stands in
-// CurrentWindowSettings, and the state of the search in search_state.h and filtered_results.h.
+// CurrentWindowSettings, and the state of the search in search_session.h.
 #pragma once
 
 #include <array>
