@@ -41,7 +41,7 @@ set(busy_tests
   tests/search/scan/scan_kernel_test.cpp
   tests/search/sort/sort_reference_test.cpp
   tests/search/sort/sort_test.cpp
-  tests/shell/search/list_rest_test.cpp
+  tests/shell/search/row_cells_test.cpp
   tests/support/churn_volume.cpp
   tests/support/ntfs_builder.cpp
   tests/support/ntfs_samples.cpp

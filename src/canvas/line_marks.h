@@ -10,7 +10,8 @@
 
 namespace quilmark {
 
-// The hits, or their parts, that stand in the line of `length` units from `begin`; counted from there.
+// The hits, or their parts, that stand in the line of `length` units from `begin`. The ranges that come
+// back are counted from `begin`.
 std::vector<TextRange> RangesOfLine(std::span<const TextRange> hits, size_t begin, size_t length);
 
 // From one place of a line of the screen to another, in pixels.
@@ -20,18 +21,20 @@ struct PixelSpan {
   bool operator==(const PixelSpan&) const = default;
 };
 
-// What units cover whose edges are given, in the order of the screen. An edge may be the right one;
-// units that touch give one span, and one without a width none.
+// Joins the spans of single units to those of whole stretches, from left to right. `left` of a unit may
+// lie right of its `right`, as in text from right to left. Units that touch give one span, and a unit
+// without a width gives none.
 std::vector<PixelSpan> JoinSpans(std::vector<PixelSpan> units);
 
-// How much of the text is shown where its end had to give way to an ellipsis: the units both begin with.
+// How many units of `text` are seen in `shown`, which is `text` with an ellipsis in place of its end:
+// the units that both begin with.
 size_t ShownUnits(std::u16string_view text, std::u16string_view shown);
 
-// Units of the line that begins a text of which `fitting` units fit: up to a blank where there is one,
-// and never half a character. At least 1.
+// How many units of the text make its first line where `fitting` of them have room: up to a blank where
+// there is one, and never half a character. At least 1.
 size_t LineLength(std::u16string_view text, size_t fitting);
 
-// Units of a line up to the blanks at its end, which need no room.
+// How many units of a line stand before the blanks at its end, which need no room.
 size_t InkLength(std::u16string_view line);
 
 }  // namespace quilmark

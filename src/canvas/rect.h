@@ -5,18 +5,23 @@
 
 namespace quilmark {
 
+// A rectangle. `right` and `bottom` lie just outside of it; one that is inside out counts as empty.
 struct Rect {
   int left = 0, top = 0, right = 0, bottom = 0;
 
   bool operator==(const Rect&) const = default;
 };
 
+// Pixels from edge to edge; negative where the rectangle is inside out.
 constexpr int Width(const Rect& rect) { return rect.right - rect.left; }
+
+// The same from top to bottom.
 constexpr int Height(const Rect& rect) { return rect.bottom - rect.top; }
 
+// True if it holds no pixel.
 constexpr bool IsEmpty(const Rect& rect) { return rect.right <= rect.left || rect.bottom <= rect.top; }
 
-// What both cover; without height or width where they have nothing in common.
+// What both cover; without height or width where they have nothing in common, but never inside out.
 constexpr Rect Intersection(const Rect& one, const Rect& other) {
   const int left = std::max(one.left, other.left), top = std::max(one.top, other.top);
   return {left, top, std::max(std::min(one.right, other.right), left),
@@ -31,12 +36,14 @@ constexpr Rect Union(const Rect& one, const Rect& other) {
           std::max(one.bottom, other.bottom)};
 }
 
+// A pixel of the client area or of the screen.
 struct Point {
   int x = 0, y = 0;
 
   bool operator==(const Point&) const = default;
 };
 
+// True if the point lies inside the rectangle; its right and bottom edge do not.
 constexpr bool Holds(const Rect& rect, Point point) {
   return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;
 }

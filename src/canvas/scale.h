@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// Pixels for `n` pixels at 96 dpi; a dpi of 0 counts as 96.
+// Pixels at `dpi` for `n` pixels at 96 dpi, rounded to the nearest. A dpi of 0 counts as 96.
 int ScaleFor(uint32_t dpi, int n);
 
 }  // namespace quilmark

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kBoldFrom = 550;  // weights below it are drawn in the regular face
 
-// To 64ths of a pixel first, and from these to pixels, as font engines do it.
+// Rounds to 64ths of a pixel first, and from these to pixels, as font engines do it.
 int Rounded(int64_t advance, int height) {
   constexpr int64_t kParts = 64;
   const int64_t parts = (advance * height * kParts + kAdvanceParts / 2) / kAdvanceParts;

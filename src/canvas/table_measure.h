@@ -5,6 +5,7 @@
 
 namespace quilmark {
 
+// Widths as the fonts under Wine have them, at any scale. Any thread; it keeps no state.
 class TableMeasure : public TextMeasure {
  public:
   // `percent`: of the table's widths, for fonts that run wider or narrower.

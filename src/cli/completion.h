@@ -3,7 +3,7 @@
 
 namespace quilmark {
 
-// A script for bash: source <(quilmark --completion bash).
+// The script that `source <(quilmark --completion bash)` gives to bash. Static text.
 const char* BashCompletion();
 
 }  // namespace quilmark

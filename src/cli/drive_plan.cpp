@@ -22,7 +22,7 @@ char UpperLetter(char letter) {
   return static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter);
 }
 
-// "X=PATH" with a letter of either case.
+// Splits "X=PATH", whose letter may have either case. False for any other text.
 bool SplitDrive(const std::string& text, PlannedDrive& drive) {
   if (text.size() < 3 || text[1] != '=') return false;
   const char upper = UpperLetter(text[0]);
@@ -36,7 +36,7 @@ bool IsTaken(const std::vector<PlannedDrive>& drives, char16_t letter) {
                      [&](const PlannedDrive& drive) { return drive.letter == letter; });
 }
 
-// Letters from C: on that are free.
+// The letters from C: on that are free.
 std::u16string FreeLetters(const std::vector<PlannedDrive>& drives) {
   std::u16string letters;
   for (char16_t letter = u'C'; letter <= u'Z'; ++letter) {
@@ -46,7 +46,7 @@ std::u16string FreeLetters(const std::vector<PlannedDrive>& drives) {
 }
 
 // Gives the folders letters, in their order; where the host has one root for all of them, those that are
-// left share the last one. What is wrong, else empty.
+// left share the last one. Returns what is wrong, or an empty text.
 std::string PlanFolders(const std::vector<std::string>& paths, std::vector<PlannedDrive>& drives) {
   const std::u16string letters = FreeLetters(drives);
   const bool isShared = paths.size() > letters.size() && !letters.empty() && !HasSystemDrives();

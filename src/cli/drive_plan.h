@@ -11,31 +11,36 @@
 
 namespace quilmark {
 
+// A drive letter, and what stands behind it.
 struct PlannedDrive {
   char16_t letter = 0;
   std::string typed;  // the folder or NTFS volume as the user named it; empty for a drive of the system
   std::vector<std::string> shared = {};  // several folders instead, for which one letter was left
 };
 
-// The drives that the options ask for, letters given by hand first taken away from the row C:, D:, ...
-// The error is empty if all is well, the scope included.
-struct DrivePlan {
+// The drives of a run, or why there are none.
+struct [[nodiscard]] DrivePlan {
   std::vector<PlannedDrive> drives;
-  std::string error;
+  std::string error;  // empty if all is well
 };
+
+// Gives each folder and volume of the options its letter: those that the user has chosen, and for the
+// others the free ones from C: on. The error names what is wrong with a letter, a path or the scope.
 DrivePlan PlanDrives(const FindOptions& options);
 
-// Maps the planned folders and NTFS volumes; what is wrong with one of them, else empty.
-std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives);
+// Tells the platform which folder or NTFS volume each letter stands for. Returns what is wrong with one
+// of them, or an empty text.
+[[nodiscard]] std::string MapPlannedDrives(const std::vector<PlannedDrive>& drives);
 
-struct IndexOutcome {
+// What came of the indexing.
+struct [[nodiscard]] IndexOutcome {
   std::string error;  // empty if every folder is in the index
   double milliseconds = 0;
 };
 
 // Builds all drives at once into the engine: an NTFS volume from its journal interface, else a walk.
-// `onChange` becomes VolumeIndex::onChange of each; may be empty. `showProgress` keeps a line on
-// standard error while that goes on.
+// `onChange` becomes VolumeIndex::onChange of each volume; it may be empty. `showProgress` keeps a line
+// on standard error while that goes on. Returns when all are built.
 IndexOutcome IndexDrives(const std::vector<PlannedDrive>& drives, bool showProgress,
                          const std::function<void(const VolumeChange&)>& onChange = {});
 

@@ -3,9 +3,9 @@
 
 namespace quilmark {
 
-inline constexpr int kExitFound = 0;
-inline constexpr int kExitNothing = 1;
-inline constexpr int kExitError = 2;
+inline constexpr int kExitFound = 0;    // something was found, or changed
+inline constexpr int kExitNothing = 1;  // nothing was
+inline constexpr int kExitError = 2;    // standard error says why
 inline constexpr int kExitInterrupted = 130;
 
 }  // namespace quilmark

@@ -37,7 +37,7 @@ std::string FoldAscii(std::string text) {
   return text;
 }
 
-// Takes the digits in front of `text` away.
+// Takes the digits off the front of `text`, and returns them.
 std::string_view TakeDigits(std::string_view& text) {
   const auto end = std::find_if_not(text.begin(), text.end(), IsDigit);
   const auto count = static_cast<size_t>(end - text.begin());
@@ -84,7 +84,7 @@ Parsed<int64_t> ParseBytes(std::string_view text) {
   return {.value = static_cast<int64_t>((*number << shift) + part)};
 }
 
-// A calendar knows the day, and a FileTime can hold it.
+// True for a day that the calendar has and a FileTime can hold.
 bool IsDay(Day day) { return day.ok() && static_cast<int>(day.year()) >= kFirstYear; }
 
 Day DayOf(const LocalTime& time) {
@@ -101,7 +101,7 @@ LocalTime MomentOf(Day day, LocalTime time = {}) {
   return time;
 }
 
-// "2025-01-31", digit by digit.
+// Reads "2025-01-31", digit by digit.
 std::optional<Day> ParseDate(std::string_view text) {
   constexpr std::string_view kShape = "dddd-dd-dd";
   const bool fits =
@@ -156,7 +156,7 @@ Parsed<DateRange> ParseDayRange(std::string_view first, std::string_view last, F
 // The same time of day so many months ago, on the month's last day where it has no such day.
 std::optional<FileTime> MonthsBefore(FileTime now, uint64_t months) {
   const LocalTime time = LocalTimeOf(now);
-  // Far beyond that the years of a Day would wrap.
+  // A much larger number would wrap the years of a Day.
   if (months / 12 > static_cast<uint64_t>(std::max(time.year - kFirstYear, 0))) return std::nullopt;
   const Day today = DayOf(time);
   Day day = today - std::chrono::months(static_cast<int>(months));
@@ -164,7 +164,7 @@ std::optional<FileTime> MonthsBefore(FileTime now, uint64_t months) {
   return IsDay(day) ? FileTimeOfLocal(MomentOf(day, time)) : std::nullopt;
 }
 
-// "7d" and its kin; empty if the text is no number with letters behind it.
+// Reads "7d", "2w", "1mo" and "1y". Empty if the text is no number with letters behind it.
 std::optional<Parsed<DateRange>> ParseAge(std::string_view text, FileTime now) {
   std::string_view unit = text;
   const std::string_view digits = TakeDigits(unit);

@@ -13,20 +13,22 @@
 
 namespace quilmark {
 
+// What a parser made of a text.
 template <typename Value>
-struct Parsed {
+struct [[nodiscard]] Parsed {
   Value value = {};
   std::string error = {};  // empty if there is a value
 };
 
-// "pdf,docx": folded, each with its dot.
+// Takes "pdf,docx". The extensions come back folded, each with its dot.
 Parsed<std::vector<std::u16string>> ParseExtensions(const std::string& text);
 
-// "10M..2G", "10M..", "..2G", and "10M" for "10M..". Both ends belong to it. Units B, K, M, G, T are
-// powers of 1,024; none means bytes. Up to six decimals.
+// Takes "10M..2G", "10M..", "..2G", and "10M" for "10M..". Both ends belong to the range, which is in
+// bytes. The units B, K, M, G, T are powers of 1,024; a number without one means bytes. Up to six
+// decimals.
 Parsed<SizeRange> ParseSizeRange(const std::string& text);
 
-// Both ends belong to it.
+// A range of moments; both ends belong to it.
 struct DateRange {
   FileTime from = 0;
   FileTime to = std::numeric_limits<FileTime>::max();
@@ -34,11 +36,12 @@ struct DateRange {
   bool operator==(const DateRange&) const = default;
 };
 
-// "7d", "2w", "1mo", "1y": from that long before `now` on. "today", "yesterday", "2025-01-31": that day.
-// "2025-01-01..2025-02-01": from the first moment of one day to the last of the other; either may be
-// left out.
+// Takes "7d", "2w", "1mo", "1y" as the time since that long before `now`; "today", "yesterday" and
+// "2025-01-31" as that day; "2025-01-01..2025-02-01" as the time from the first moment of one day to the
+// last of the other, either of which may be left out.
 Parsed<DateRange> ParseDateRange(const std::string& text, FileTime now);
 
+// By which column hits are sorted, and which way.
 struct SortOrder {
   int column = 0;  // of sort.h
   bool ascending = true;
@@ -46,11 +49,11 @@ struct SortOrder {
   bool operator==(const SortOrder&) const = default;
 };
 
-// "name", "size", "modified", "created", "path", with ":asc" or ":desc" behind it. Without one of these
+// Takes "name", "size", "modified", "created" or "path", with ":asc" or ":desc" behind it. Without these
 // sizes begin with the largest and all else ascends, as by a click in the window.
 Parsed<SortOrder> ParseSortOrder(const std::string& text);
 
-// The index of the category with that label, whatever its case; the error lists all labels.
+// The index in `table` of the category with that label, whatever its case. The error lists all labels.
 Parsed<size_t> FindCategory(const FilterTable& table, const std::string& name);
 
 }  // namespace quilmark

@@ -37,8 +37,8 @@ struct Answer {
   double milliseconds = 0;
 };
 
-// A search of the pipeline, as the window starts it, and the wait for its final set; null if
-// interrupted, or if the job died, which its log tells.
+// Starts a search as the window does, and waits for its final set. Null if the user interrupted, or if
+// an exception ended the job, which is in the log then.
 std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& text) {
   std::u16string trimmed = text;
   TrimQuery(trimmed);
@@ -93,8 +93,7 @@ void PrintIndexStats(double milliseconds) {
                static_cast<double>(figures.bytes) / static_cast<double>(records));
 }
 
-// Chooses where searches look. False if the drive named is not in the index, as a drive without a
-// medium.
+// Chooses where searches look. False if the drive that is named is not in the index, such as one without a medium.
 bool ApplyScope(const std::string& scope) {
   if (scope == "all") return true;
   if (scope == "desktop") {
@@ -162,7 +161,7 @@ int FindOnce(PostQueue& queue, const FindOptions& options, const Narrowing& narr
   return results.empty() ? kExitNothing : kExitFound;
 }
 
-// A program asks: it reads hits alone, and an empty line after those of each query.
+// True if a program reads the output: it gets hits alone, and an empty line after those of each query.
 bool IsForAProgram(const FindOptions& options) { return options.count || options.json; }
 
 WriteOutcome AnswerProgram(const ResultSet& results, const FindOptions& options) {
@@ -200,10 +199,11 @@ int FindInteractively(PostQueue& queue, const FindOptions& options, const Narrow
   bool found = false;
   const bool isPrompted = IsTerminal(stdin) && IsTerminal(stdout) && !IsForAProgram(options);
   for (;;) {
-    if (isPrompted) WriteText("> ", stdout);
+    // A stream that fails says so with the answer.
+    if (isPrompted) (void)WriteText("> ", stdout);
     const std::optional<std::string> line = ReadInputLine();
     if (!line || ShutdownRequested) break;
-    if (!isPrompted && !IsForAProgram(options)) WriteText("> " + *line + "\n", stdout);
+    if (!isPrompted && !IsForAProgram(options)) (void)WriteText("> " + *line + "\n", stdout);
     const WriteOutcome outcome = AnswerLine(queue, *line, options, narrowing, found);
     if (outcome == WriteOutcome::kFailed) return Complain(kOutputFails);
     if (outcome == WriteOutcome::kStopped) break;

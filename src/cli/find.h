@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// Indexes, searches, prints; the exit code. Errors go to standard error.
+// Indexes, searches and prints. Returns the exit code; errors go to standard error.
 int RunFind(const FindOptions& options);
 
 }  // namespace quilmark

@@ -10,17 +10,20 @@
 
 namespace quilmark {
 
+// What is known of a hit.
 struct HitFacts {
   std::optional<uint64_t> size;        // bytes; of a folder: of all below it
   FileTime modified = 0, created = 0;  // 0: not known
 };
 
+// Whether the totals of folders were added up before: if not, a folder has no size.
 enum class FolderTotals { kUnknown, kRead };
 
-// From the attribute cache, else from the disk. No lock held.
+// Takes them from the attribute cache, else from the disk. What neither says is left empty. The caller
+// holds no lock of a volume.
 HitFacts FactsOf(const MatchItem& hit, FolderTotals totals);
 
-// "2026-03-01T14:05:09.250Z".
+// A moment as "2026-03-01T14:05:09.250Z".
 std::string FormatUtc(FileTime time);
 
 }  // namespace quilmark

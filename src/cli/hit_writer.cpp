@@ -36,7 +36,7 @@ void AddFacts(nlohmann::ordered_json& object, const HitFacts& facts) {
   object["created"] = JsonTime(facts.created);
 }
 
-// Behind the hits of one volume that are printed under one lock.
+// The end of the hits, from the first on, that lie on one volume and are written under one lock.
 size_t EndOfBlock(const ResultSet& results, size_t first, size_t count) {
   const size_t most = std::min(count, first + kHitsALock);
   size_t end = first + 1;
@@ -44,7 +44,7 @@ size_t EndOfBlock(const ResultSet& results, size_t first, size_t count) {
   return end;
 }
 
-// Of the hits that are printed next; empty where none are shown.
+// The facts of the hits that are written next; empty where facts are not shown.
 std::vector<HitFacts> FactsOfBlock(std::span<const MatchItem> hits, HitFormat format) {
   std::vector<HitFacts> facts;
   if (!format.json || !format.facts) return facts;
@@ -82,7 +82,7 @@ WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, 
   std::u16string path;
   for (size_t i = 0; i < count;) {
     const size_t first = i, last = EndOfBlock(results, first, count);
-    // Before the lock, which it takes itself.
+    // Before the lock is taken: reading facts takes it too.
     const auto facts = FactsOfBlock(std::span(results).subspan(first, last - first), format);
     VolumeIndex& volume = *results[i].volume;
     const std::shared_lock lock(volume.indexLock);

@@ -1,4 +1,4 @@
-// Prints hits, millions of them without a pause.
+// Writes hits to a stream, millions of them in large blocks.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,7 @@
 
 namespace quilmark {
 
+// How hits are written.
 struct HitFormat {
   bool json = false;
   bool drivePaths = false;
@@ -21,20 +22,23 @@ struct HitFormat {
   FolderTotals totals = FolderTotals::kUnknown;
 };
 
-enum class WriteOutcome {
-  kDone,
-  kStopped,  // the reader of the stream went away, or the user interrupted: nothing to complain of
-  kFailed,
+// What came of writing.
+enum class [[nodiscard]] WriteOutcome{
+    kDone,
+    kStopped,  // the reader of the stream went away, or the user interrupted: no error is told
+    kFailed,   // the stream takes no more, such as a full disk
 };
 
-// Writes the first `limit` hits to `stream`, a line each, down to the system.
+// Writes the first `limit` hits, a line each, and flushes the stream. An empty limit writes all. Takes
+// the index lock of each volume shared; the caller holds none.
 WriteOutcome WriteHits(const ResultSet& results, std::optional<uint64_t> limit, HitFormat format,
                        std::FILE* stream);
 
-// Writes `text` down to the system.
+// Writes `text` and flushes the stream.
 WriteOutcome WriteText(std::string_view text, std::FILE* stream);
 
-// One line without its end. `path` is a path of the index. `facts` are shown if format.facts.
+// One line of output without its end. `path` is a path of the index. `facts` are shown if format.facts
+// says so.
 std::string FormatHit(std::u16string_view path, bool isDirectory, HitFormat format,
                       const HitFacts& facts = {});
 

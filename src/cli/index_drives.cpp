@@ -62,7 +62,7 @@ void TellRefused(const Build& build) {
       ToUtf8(std::u16string(1, build.planned.letter)).c_str());
 }
 
-// What lies in the missing part cannot be found, and nothing else would tell.
+// Tells that an image is cut short: what lies in the missing part cannot be found.
 void TellCutShort(const PlannedDrive& planned, uint64_t missingBytes) {
   std::fprintf(stderr, "quilmark: '%s' is cut short: the last %llu bytes of its volume are missing\n",
                planned.typed.c_str(), static_cast<unsigned long long>(missingBytes));
@@ -78,7 +78,7 @@ std::string ProgressLine(const std::vector<Build>& builds) {
   return line;
 }
 
-// Until all builds have ended; the line is gone afterwards.
+// Shows the line until all builds have ended, and then takes it off.
 void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& ended) {
   size_t shown = 0;  // columns
   for (uint32_t waited = 0; ended < builds.size(); waited += kStepMs) {
@@ -92,7 +92,7 @@ void ShowProgress(const std::vector<Build>& builds, const std::atomic<size_t>& e
   if (shown != 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(shown), "");
 }
 
-// The volume into the engine, or what is wrong into the outcome.
+// Hands the volume to the engine, or puts what is wrong into the outcome.
 void TakeBuild(Build& build, IndexOutcome& outcome) {
   if (build.isRefused) TellRefused(build);
   if (build.missingBytes != 0) TellCutShort(build.planned, build.missingBytes);

@@ -54,7 +54,7 @@ void WarnOfFullCache(const VolumeIndex& volume) {
                ToUtf8(volume.drive).c_str());
 }
 
-// Sizes of all files of the volume first: a total covers what is known.
+// Reads the sizes of all files of the volume first, since a total covers only what is known.
 void ReadTotals(VolumeIndex& volume) {
   uint32_t count = 0;
   {
@@ -79,7 +79,7 @@ std::shared_ptr<const ResultSet> InOrder(std::shared_ptr<const ResultSet> rows, 
   return sorted ? std::make_shared<const ResultSet>(std::move(sorted->rows)) : nullptr;
 }
 
-// What both categories select. One of folders and one of files have nothing in common.
+// A category of what both select. One of folders and one of files have nothing in common.
 FilterCategory CommonCategory(const FilterCategory& one, const FilterCategory& other) {
   if (IsFolderCategory(one) != IsFolderCategory(other)) return {};
   if (IsFolderCategory(one)) return one;

@@ -50,8 +50,8 @@ Each PATH is an NTFS image or partition; without one Windows follows its own NTF
 
 Exit code: 0 something changed, 1 nothing, 2 an error or the end of a journal, 130 interrupted.)";
 
-// The library takes "[a,b]" for a list of two and "{}" for an empty one. A NUL at the end, which no
-// argument can hold, keeps it from that.
+// Keeps the library from taking "[a,b]" for a list of two and "{}" for an empty one, by a NUL at the
+// end, which no argument can hold.
 std::string Guard(std::string argument) {
   if (argument.starts_with('[') || argument.starts_with('{')) argument.push_back('\0');
   return argument;
@@ -81,7 +81,7 @@ CLI::Validator WholeNumber(uint64_t least) {
           "NUMBER"};
 }
 
-// Texts that have a meaning of their own.
+// Adds the options whose texts have a meaning of their own.
 struct FindTexts {
   std::string extensions, category, size, modified, sort;
 };
@@ -155,7 +155,7 @@ bool TakeText(const CLI::App& find, const char* option, std::string text, Target
   return true;
 }
 
-// What is wrong with one of the texts, else empty.
+// What is wrong with one of the texts, or an empty text.
 std::string TakeTexts(const CLI::App& find, const FindTexts& texts, FindOptions& options) {
   HitFilters& filters = options.filters;
   std::string error;

@@ -10,7 +10,7 @@
 
 namespace quilmark {
 
-// Which hits stay; what is empty tests nothing.
+// Which hits stay. A field that is empty keeps all.
 struct HitFilters {
   std::vector<std::u16string> extensions;  // each with its dot
   std::optional<std::string> category;     // a label of the table of categories
@@ -18,6 +18,7 @@ struct HitFilters {
   std::optional<DateRange> modified;
 };
 
+// The options of the command "find".
 struct FindOptions {
   std::string query;                // empty where interactive
   std::vector<std::string> paths;   // each becomes a drive, from C: on
@@ -36,6 +37,7 @@ struct FindOptions {
   bool interactive = false;
 };
 
+// The options of the command "watch".
 struct WatchOptions {
   std::vector<std::string> paths;   // NTFS images or partitions; each becomes a drive, from C: on
   std::vector<std::string> drives;  // "X=PATH"
@@ -45,17 +47,17 @@ struct WatchOptions {
 };
 
 // What the arguments ask for: a command, or a text to print and the exit code that goes with it.
-struct CommandLine {
+struct [[nodiscard]] CommandLine {
   std::optional<FindOptions> find;
   std::optional<WatchOptions> watch;
   std::string text;
   int exitCode = 0;  // not 0: `text` is an error
 };
 
-// Some of what is asked for needs sizes or dates.
+// True if something that is asked for needs sizes or dates.
 bool NeedsAttributes(const FindOptions& options);
 
-// `arguments` without the program's name, in UTF-8 or the host's bytes.
+// Reads the arguments, which are in UTF-8 or the host's bytes and come without the program's name.
 CommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace quilmark

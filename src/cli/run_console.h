@@ -6,7 +6,8 @@
 
 namespace quilmark {
 
-// `arguments` without the program's name, in UTF-8 or the host's bytes. Returns the exit code.
+// Runs the command that the arguments ask for, and returns the exit code. The arguments are in UTF-8 or
+// the host's bytes and come without the program's name.
 int RunConsole(std::vector<std::string> arguments);
 
 }  // namespace quilmark

@@ -14,12 +14,13 @@ namespace quilmark {
 // Host paths of the folders that share a letter, as PathFromHost gives them. Set once, before the walk.
 void SetSharedFolders(std::vector<std::u16string> folders);
 
-// Lists a folder of that drive: what is in or below one of them as it is, and on the way to them only
-// what leads there. A FolderSource.
-bool ListShared(std::u16string_view path, FolderListing& listing);
+// Lists a folder of that drive: one in or below a shared folder as it is, one on the way to a shared
+// folder with only what leads there. False for any other folder, and for one that cannot be read. A
+// FolderSource: several threads call it at once.
+[[nodiscard]] bool ListShared(std::u16string_view path, FolderListing& listing);
 
-// Takes the folders themselves and those on the way to them out of the search, as the root of any other
-// drive is no hit either. Takes indexLock.
+// Takes the shared folders themselves and those on the way to them out of the search, as the root of any
+// other drive is no hit either. Once, when the drive is built. Takes indexLock.
 void HideSharedRoots(VolumeIndex& volume);
 
 }  // namespace quilmark

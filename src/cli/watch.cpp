@@ -24,7 +24,7 @@ namespace {
 constexpr uint32_t kPollMs = 50;  // how soon an interrupt is noticed while nothing changes
 constexpr const char* kEventNames[] = {"created", "deleted", "renamed", "moved"};
 
-// Changes on their way from the monitors, which hold a lock, to standard output, which may be slow.
+// Carries changes from the monitors, which hold a lock, to standard output, which may be slow.
 class ChangeQueue {
  public:
   void Push(const VolumeChange& change) {
@@ -67,7 +67,7 @@ bool HasJournal(char16_t letter) {
 std::string WatchError(const PlannedDrive& drive) {
   const auto info = ReadVolumeInfo(drive.letter);
   if (!info || info->fileSystem != kNtfs) return "'" + drive.typed + "' is no NTFS volume";
-  // One without a journal would be given an empty one that nobody writes to.
+  // A volume without a journal would be given an empty one that nothing writes to.
   if (!HasJournal(drive.letter)) return "'" + drive.typed + "' has no change journal";
   return {};
 }
@@ -137,7 +137,7 @@ int IndexAndFollow(const WatchOptions& options, ChangeQueue& queue) {
                                            [&queue](const VolumeChange& change) { queue.Push(change); });
   if (ShutdownRequested) return kExitInterrupted;
   if (!indexed.error.empty()) return Complain(indexed.error);
-  // A journal that went away since the first look has been replaced by one that nobody writes to.
+  // A journal that went away since the first look has been replaced by one that nothing writes to.
   if (const std::string error = ChooseDrives(plan.drives); !error.empty()) return Complain(error);
   return Follow(queue, options);
 }

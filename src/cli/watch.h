@@ -8,10 +8,10 @@
 
 namespace quilmark {
 
-// Indexes and prints changes until it is interrupted or a limit is reached; the exit code.
+// Indexes, then prints changes until it is interrupted or a limit is reached. Returns the exit code.
 int RunWatch(const WatchOptions& options);
 
-// One line without its end. `time` is shown by the JSON form only.
+// One line of output without its end. The JSON form alone shows `time`.
 std::string FormatChange(const VolumeChange& change, bool json, const std::string& time);
 
 }  // namespace quilmark

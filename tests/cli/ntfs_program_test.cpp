@@ -5,7 +5,6 @@
 #include <future>
 #include <nlohmann/json.hpp>
 
-#include "cli/watch.h"
 #include "platform/usn_record.h"
 #include "support/ntfs_builder.h"
 #include "support/run_program.h"
@@ -201,13 +200,6 @@ TEST_F(NtfsProgram, TheEndOfTheJournalIsAnError) {
   const ProgramRun ended = run.get();
   EXPECT_EQ(ended.exitCode, 2);
   EXPECT_THAT(ended.errors, HasSubstr("change journal"));
-}
-
-TEST(FormatChange, FoldersEndWithABackslashAndNamesAreUtf8) {
-  const VolumeChange change{VolumeChange::kMoved, true, u"N:\\b\\文件", u"N:\\a\\文件"};
-  EXPECT_EQ(FormatChange(change, false, ""), "moved    N:\\a\\文件\\ -> N:\\b\\文件\\");
-  EXPECT_EQ(FormatChange(change, true, "now"),
-            R"({"event":"moved","path":"N:\\b\\文件","from":"N:\\a\\文件","dir":true,"time":"now"})");
 }
 
 }  // namespace

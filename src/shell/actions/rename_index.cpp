@@ -14,7 +14,7 @@ namespace {
 // indexLock held exclusively.
 void RenameIfStillThere(const RenameTarget& target, const std::u16string& name) {
   VolumeIndex& volume = *target.volume;
-  // A volume that is being built, or was, finds the name by itself.
+  // A volume that is being built, or was built meanwhile, finds the name by itself.
   if (volume.builds != target.build || target.index >= volume.records.size()) return;
   const FileRecord& record = volume.records[target.index];
   const bool isSame = !record.deleted && record.frn == target.frn &&
@@ -41,7 +41,7 @@ void RenameInIndex(const RenameTarget& target, std::u16string name) {
     const std::unique_lock lock(target.volume->indexLock, std::try_to_lock);
     if (lock) return RenameIfStillThere(target, name);
   }
-  // A search over millions of names holds it, and nobody waits for that in the window.
+  // A search over millions of names holds the lock, and the interface thread must not wait for that.
   RunBackground("rename_in_index", [target, name = std::move(name)] {
     {
       const std::scoped_lock lock(target.volume->indexLock);

@@ -19,12 +19,14 @@ struct RenameTarget {
   uint64_t parentFrn = 0;
 };
 
-// Empty for a record that is gone, and where the volume cannot be read in a moment.
-std::optional<RenameTarget> SeeForRename(const MatchItem& hit);
+// The file of a hit as it is now. Empty for a record that is gone, and where the volume cannot be read
+// within a moment.
+[[nodiscard]] std::optional<RenameTarget> SeeForRename(const MatchItem& hit);
 
-// Gives the file its new name: at once where the lock is free, else on the job "rename_in_index", which
-// has the list painted again. Nothing where another file has the place by now, or the journal has told
-// of another name already. The journal's own record of this rename then changes nothing.
+// Gives the file its new name in the index: at once where the lock is free, else on the job
+// "rename_in_index", which has the list painted again. Does nothing where another file has the place by
+// now, or the journal has told of another name already. The journal's own record of this rename then
+// changes nothing.
 void RenameInIndex(const RenameTarget& target, std::u16string name);
 
 }  // namespace quilmark

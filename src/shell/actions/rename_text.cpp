@@ -1,6 +1,7 @@
 #include "shell/actions/rename_text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/text.h"
 #include "search/query/query.h"
@@ -9,8 +10,8 @@ namespace quilmark {
 
 namespace {
 
-// Names of devices, which mean these also with an extension. Paths without a limit of length reach past
-// the system's own test, and a file of such a name can hardly be opened or deleted.
+// True for the name of a device, also with an extension. Paths without a limit of length reach past the
+// system's own test, and a file of such a name can hardly be opened or deleted.
 bool IsDeviceName(std::u16string_view name) {
   const std::u16string stem = FoldText(name.substr(0, name.find(u'.')));
   for (const std::u16string_view device : {u"con", u"prn", u"aux", u"nul"}) {
@@ -26,14 +27,14 @@ bool IsBadUnit(char16_t unit) {
 
 }  // namespace
 
-RenameStep CheckRename(std::u16string_view oldName, std::u16string& text) {
-  if (text == oldName) return RenameStep::kClose;
+RenameCheck CheckRename(std::u16string_view oldName, std::u16string text) {
+  if (text == oldName) return {RenameStep::kClose, std::move(text)};
   TrimQuery(text);
   // The system takes these off a name, but not off one in a path without a limit of length.
   text.erase(text.find_last_not_of(u" .") + 1);
-  if (text.empty() || text == oldName) return RenameStep::kClose;
+  if (text.empty() || text == oldName) return {RenameStep::kClose, std::move(text)};
   const bool isBad = std::any_of(text.begin(), text.end(), IsBadUnit) || IsDeviceName(text);
-  return isBad ? RenameStep::kInvalid : RenameStep::kRename;
+  return {isBad ? RenameStep::kInvalid : RenameStep::kRename, std::move(text)};
 }
 
 FailedRename AfterFailedRename(bool isGone, CommitEnd end) {

@@ -19,10 +19,13 @@
 
 namespace quilmark {
 
+// Which view the window shows. The values are places in AppState::views.
 enum class AppMode : int32_t { kSearch = 0, kAnalysis = 1, kDuplicates = 2 };
 inline constexpr size_t kAppModes = 3;
 
+// All state of the window's side of the program that is not kept between runs.
 struct AppState {
+  // `engine` outlives the state.
   explicit AppState(EnginePort& engine) : search(engine) {}
   AppState(const AppState&) = delete;
   AppState& operator=(const AppState&) = delete;
@@ -57,9 +60,13 @@ struct AppState {
   bool syncRetryArmed = false;            // kTimerHiddenStart comes to look for drives again
 };
 
+// The one state of the program (wiring.cpp). Tests have states of their own.
 AppState& App();
 
+// The view that the window shows. Never one that is not part of the program.
 inline View& ShownView(AppState& app) { return *app.views[static_cast<size_t>(app.appMode)]; }
+
+// The same, to be read.
 inline const View& ShownView(const AppState& app) {
   return *app.views[static_cast<size_t>(app.appMode)];
 }

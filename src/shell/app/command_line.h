@@ -7,10 +7,10 @@
 
 namespace quilmark {
 
-// An argument after the first is "-hidden" or "/hidden", in any case.
+// True if an argument after the first is "-hidden" or "/hidden", in any case.
 bool WantsHiddenStart(const std::vector<std::u16string>& arguments);
 
-// The same two words anywhere in the text, for a command line that cannot be split.
+// True if one of the two words stands anywhere in the text: for a command line that cannot be split.
 bool WantsHiddenStart(std::u16string_view commandLine);
 
 }  // namespace quilmark

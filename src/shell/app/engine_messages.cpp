@@ -34,7 +34,7 @@ Effects StartRetry(AppState& app, const ViewContext& context) {
   return {};
 }
 
-// The box takes a text from now on.
+// Lets the search box take a text from now on.
 void EnableSearchBox(AppState& app, const ViewContext& context) {
   app.search.isBoxEnabled = true;
   context.window.EnableControl(kQueryBox);

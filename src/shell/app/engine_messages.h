@@ -5,11 +5,10 @@
 
 namespace quilmark {
 
-// Answers a message of the engine. isTaken is false for one that the system's own handling should see
-// too.
+// Answers a message of the engine. isTaken is false where the system's own handling should follow.
 Effects OnEngineMessage(AppState& app, const ViewContext& context, const PostedMessage& message);
 
-// Has the drives looked for again in a while, unless that is to come already. For whoever finds no
+// Has the drives looked for again in a while, unless that is to come already. For a search that finds no
 // volume ready.
 void RetrySyncLater(AppState& app, WindowPort& window);
 

@@ -6,11 +6,13 @@
 
 namespace quilmark {
 
-// The user has taken hold of the frame or the title bar, and has let go of it.
+// The user has taken hold of the frame or the title bar: sizes are saved without waiting for the disk.
 void OnFrameHeld(AppState& app);
+
+// The user has let go of it: waits for the disk once.
 void OnFrameReleased(AppState& app, WindowPort& window);
 
-// The window has another size.
+// Saves the size that the window has now.
 void SaveWindowSize(const AppState& app, WindowPort& window);
 
 }  // namespace quilmark

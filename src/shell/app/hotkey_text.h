@@ -9,8 +9,9 @@ namespace quilmark {
 // Names the key as the keyboard layout does; empty where it has no name.
 using KeyNamer = std::u16string (*)(uint32_t key);
 
-// Modifiers in the order Ctrl, Alt, Shift, Win. A letter or digit without a name stands for itself, any
-// other key is "???".
+// The text of a hotkey: its modifiers in the order Ctrl, Alt, Shift, Win, then the key. `modifiers` are
+// those of RegisterHotKey, `key` is a virtual key code. A letter or digit without a name stands for
+// itself, any other key without one is "???".
 std::u16string HotkeyDisplayText(uint32_t modifiers, uint32_t key, KeyNamer nameOf);
 
 // The tip of the tray icon: the hotkey in the place of "{0}", or behind the text; at most 127 units.

@@ -56,11 +56,11 @@ bool WaitForRunningWindow(ProcessPort& system) {
   }
 }
 
-// This copy ends; the running one comes to the front, unless nobody asked for a window.
+// Has the running copy show its window, unless this start was a hidden one. Returns the exit code.
 int EndAsSecondCopy(const AppState& app, ProcessPort& system) {
   if (app.hiddenStart) return 0;
   if (WaitForRunningWindow(system)) {
-    // First, as raising gives away the foreground that this copy has to hand on.
+    // This comes first: raising gives away the foreground that this copy has to hand on.
     system.LetRunningTakeForeground();
     system.RaiseRunningWindow();
     system.AskRunningToShow();
@@ -109,7 +109,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
   if (!OpenMainWindow(app, system)) return 1;
   system.ShowCreatedWindow(app.hiddenStart);
   system.RunMessageLoop();
-  // Empty already, but for another way out of the loop than the end of the window.
+  // There are none left unless the loop ended in another way than with the window.
   DropAllVolumes(Engine());
   system.Pause(kEndPauseMs);
   system.CloseMutex();
@@ -120,7 +120,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
 
 int RunProcess(AppState& app, ProcessPort& system) {
   TakeScale(app, system);
-  // The pause stands ahead of everything that can be seen, also in a second copy.
+  // The pause comes before everything that can be seen, also in a second copy.
   system.Pause(kStartPauseMs);
   app.uiIsChinese = (system.UiLanguage() & kPrimaryLanguage) == kChinese;
   app.hotkeys = LoadHotkeys();

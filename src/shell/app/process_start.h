@@ -8,7 +8,8 @@ namespace quilmark {
 
 inline constexpr std::u16string_view kInstanceMutex = u"Quilmark_Singleton_Mutex_2024";
 
-// Runs the program until it ends; the exit code.
+// Runs the program until it ends, and returns its exit code. A second copy has the first one show its
+// window, and ends.
 int RunProcess(AppState& app, ProcessPort& system);
 
 }  // namespace quilmark

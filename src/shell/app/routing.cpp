@@ -12,18 +12,19 @@ namespace quilmark {
 
 namespace {
 
-// Null where that view is not part of the program, or gets the number only while it is shown.
+// The view that a number is for. Null where that view is not part of the program, or gets the number
+// only while it is shown.
 View* OwnerOf(AppState& app, const NumberRow& row) {
   const auto mode = static_cast<size_t>(row.owner);
   const bool isShown = mode == static_cast<size_t>(app.appMode);
   return isShown || row.when == When::kInEveryMode ? app.views[mode] : nullptr;
 }
 
-// The hidden ones first; what they want done counts for nothing.
+// The hidden views come first; their effects are dropped.
 template <typename Hand>
 Effects RouteToAll(AppState& app, Hand hand) {
   for (View* const view : app.views) {
-    if (view != nullptr && view != &ShownView(app)) hand(*view);
+    if (view != nullptr && view != &ShownView(app)) (void)hand(*view);
   }
   return hand(ShownView(app));
 }

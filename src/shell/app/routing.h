@@ -11,28 +11,34 @@
 
 namespace quilmark {
 
-// Both: isTaken is false for a number that nobody owns.
+// Hands a timer to its owner. isTaken is false for a number without an owner.
 Effects RouteTimer(AppState& app, const ViewContext& context, uint32_t id);
+
+// Hands a message of background work to its owner, likewise.
 Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessage& message);
 
 // The controls that a view needs: what they report goes to it from now on, in every mode.
 std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode);
-// Of a control that no view has asked for, such as the editor of a name: the shown view hears of it.
+// Hands what a control reports to the view that asked for it; the shown view hears of a control that no
+// view has asked for, such as the editor of a name.
 Effects RouteControl(AppState& app, const ViewContext& context, const ControlEvent& event);
 
-// Shows another view; the same one, and one that is not there, change nothing.
+// Shows another view. Does nothing for the one that is shown, and for one that is not part of the
+// program.
 Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode);
 
-// Drops what a view asks of the window while another is shown.
+// The effects that a view asks for while it is shown; while another is, none but isTaken.
 Effects OfView(const AppState& app, AppMode owner, Effects effects);
 
-// Of a name, and the tip: before the fonts or the place below them change.
+// Closes the editor of a name, and the tip: before the fonts or the place below them change.
 Effects CloseEditor(AppState& app, const ViewContext& context);
 
 // Rescales what the views and the settings remember in pixels. False, and nothing done, where the scale
 // is what it was; 0 counts as 96 on both sides.
-bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi);
-inline bool TakeScaleChange(AppState& app, uint32_t newDpi) {
+[[nodiscard]] bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi);
+
+// The same for the settings in force.
+[[nodiscard]] inline bool TakeScaleChange(AppState& app, uint32_t newDpi) {
   return TakeScaleChange(app, CurrentWindowSettings, newDpi);
 }
 

@@ -9,7 +9,7 @@ namespace quilmark {
 
 namespace {
 
-// A save that the system cuts off costs the whole file, which without it lacks a few seconds.
+// A save that the system cuts off loses the whole file; without it the file only lacks the last seconds.
 bool IsWorthSaving(uint32_t mostMs) {
   const AttrCacheFile& file = TheAttrCacheFile();
   return AttrCacheGeneration > file.AttrSavedGeneration && file.AttrLastSaveMs <= mostMs;

@@ -25,7 +25,7 @@ void RefreshColorsLive(ThemePort& theme) {
 }
 
 void FollowSystemColors(ThemePort& theme) {
-  // Most changes of settings are none of colours.
+  // Most changes of the system's settings do not change a colour.
   if (WantedPalette(theme) != CurrentPalette) ApplyTheme(theme);
 }
 

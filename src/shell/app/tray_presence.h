@@ -7,11 +7,11 @@
 
 namespace quilmark {
 
-// NIM_ADD and NIM_MODIFY.
+// What the shell is asked: NIM_ADD or NIM_MODIFY.
 enum class TrayCall { kAdd, kModify };
 
-// Puts the icon there, or gives one that is there its tip; `call` asks the shell and says whether it
-// took it.
+// Puts the icon there, or gives its tip to one that is there. `call` asks the shell, and gives false
+// where the shell refuses. `isAdded` is what is believed of the icon.
 TrayIconState PutTrayIcon(bool isAdded, const std::function<bool(TrayCall)>& call);
 
 }  // namespace quilmark

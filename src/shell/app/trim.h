@@ -6,6 +6,7 @@
 
 namespace quilmark {
 
+// What the rule looks at.
 struct TrimMoment {
   uint64_t nowMs = 0;       // as GetTickCount64
   uint64_t lastTrimMs = 0;  // 0: none yet
@@ -13,7 +14,7 @@ struct TrimMoment {
   std::optional<uint32_t> lastInputMs;  // as GetLastInputInfo: 32 bits, which wrap around
 };
 
-// Not twice within 30 seconds, and not while the user works in our window.
+// False within 30 seconds after the last time, and while the user works in our window.
 bool MayTrim(const TrimMoment& moment);
 
 }  // namespace quilmark

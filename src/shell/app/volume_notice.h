@@ -7,10 +7,11 @@
 
 namespace quilmark {
 
+// What has become of the volume.
 enum class VolumeNotice {
   kWanted,  // somebody wants to remove, lock or dismount it
   kFree,    // that has failed, or is over
-  kGone,
+  kGone,    // it was removed
 };
 
 // A GUID field by field: Data1, Data2, Data3, and the bytes of Data4.

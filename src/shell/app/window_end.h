@@ -6,16 +6,32 @@
 
 namespace quilmark {
 
-// What of the end only the window itself can do.
+// What of the end only the window itself can do. EndWindow calls each once.
 struct WindowEndPort {
   virtual ~WindowEndPort() = default;
-  virtual void CloseOtherWindows() = 0;  // the settings
+
+  // Closes the windows that belong to the main one.
+  virtual void CloseOtherWindows() = 0;
+
+  // Takes the icon out of the notification area.
   virtual void RemoveTrayIcon() = 0;
+
+  // Gives the hotkeys back to the system.
   virtual void UnregisterHotkeys() = 0;
+
+  // Frees the brushes; nothing is painted any more.
   virtual void ReleaseBrushes() = 0;
+
+  // Frees the icons.
   virtual void ReleaseIcons() = 0;
+
+  // Frees the back buffer.
   virtual void ReleaseBackBuffer() = 0;
+
+  // Frees the fonts.
   virtual void ReleaseFonts() = 0;
+
+  // Has the message loop end.
   virtual void QuitMessageLoop() = 0;
 };
 
@@ -23,7 +39,7 @@ struct WindowEndPort {
 // and ends the message loop.
 void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end);
 
-// The program ends, or is about to: long work stops. Any thread.
+// True once the program ends: long work stops. Any thread.
 bool IsEnding();
 
 }  // namespace quilmark

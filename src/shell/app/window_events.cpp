@@ -24,7 +24,7 @@ namespace {
 constexpr uint32_t kIdleTrimMs = 30'000, kFirstShowPrewarmMs = 1'200;
 constexpr uint64_t kTaskbarRestMs = 1'000;
 
-// What the next opening finds after the close button: nothing of this one.
+// After the close button the window opens anew as at the start, without query and selection.
 Effects ResetView(AppState& app, const ViewContext& context) {
   SearchSession& session = TheSearch();
   if (session.scope.scopeIndex == kScopeDesktop) {
@@ -64,7 +64,7 @@ void TrimAndHide(WindowPort& window) {
 
 void CloseWindowRequest(AppState& app, const ViewContext& context) {
   WindowPort& window = context.window;
-  // An editor that loses the focus to the end would ask about its text.
+  // An editor that loses the focus while the window goes would ask about its text.
   window.CarryOut(CancelRename(app.search, context));
   if (app.exitRequested) return window.Destroy();
   if (app.trayIconAdded && Engine().ready) {
@@ -79,8 +79,8 @@ void CloseWindowRequest(AppState& app, const ViewContext& context) {
 void ShowMainWindow(AppState& app, WindowPort& window) {
   app.shownByUser = true;
   window.StopTimer(kTimerHiddenStart);
-  // Whoever looks at the window waits for a volume: the drives are looked for now, and the end of that
-  // sync arms the timer anew if it found none.
+  // The user waits for a volume now: the drives are looked for at once, and the end of that sync starts
+  // the timer anew if it found none.
   if (std::exchange(app.syncRetryArmed, false) && !Engine().ready) {
     SyncCurrentVolumesAsync(Engine(), app.mainWindow);
   }
@@ -113,7 +113,7 @@ Effects OnActivation(AppState& app, const ViewContext& context, Activation activ
     return {.isTaken = false};
   }
   context.window.StopTimer(kTimerIdleTrim);
-  if (app.search.renaming) return {.focus = Focus::kEditor};  // back from the message about its text
+  if (app.search.renaming) return {.focus = Focus::kEditor};  // after the message box about its text
   // The system's own handling would take the focus to the window itself, which is all that it does.
   const bool hasBox = app.appMode == AppMode::kSearch && app.search.isBoxEnabled;
   return OfView(app, AppMode::kSearch, {.isTaken = hasBox, .focus = Focus::kSearchBox});
@@ -140,7 +140,7 @@ Effects OnResized(AppState& app, const ViewContext& context, int width, int heig
 void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs) {
   const uint64_t passedMs = app.taskbarSeenMs ? nowMs - *app.taskbarSeenMs : kTaskbarRestMs;
   if (passedMs < kTaskbarRestMs) {
-    // It may be the one that is true.
+    // Any program can send this, but it may be true.
     if (std::exchange(app.taskbarWaits, true)) return;
     return window.StartTimer(kTimerTaskbar, static_cast<uint32_t>(kTaskbarRestMs - passedMs));
   }

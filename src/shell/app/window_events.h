@@ -11,27 +11,31 @@
 
 namespace quilmark {
 
-// A close request, of whatever source: hides the window or destroys it.
+// Answers a close request of any source. Hides the window while its icon stands in the notification area
+// and the index is ready, or after a hidden start; else, or if the end was asked for, destroys it.
 void CloseWindowRequest(AppState& app, const ViewContext& context);
 
-// The window goes away from the screen, not from memory.
+// Hides the window, and gives memory back to the system.
 void TrimAndHide(WindowPort& window);
 
-// Brings the window up for the user, wherever it was; runs the first search if a hidden start left it.
+// Shows the window to the user, wherever it was. Runs the first search if a hidden start left it out.
 void ShowMainWindow(AppState& app, WindowPort& window);
 
-// The same from the notification area or for another copy of the program: makes sure of the icon too.
+// The same for the notification area or another copy of the program: puts the icon there too if it is
+// missing.
 void ShowAsAsked(AppState& app, WindowPort& window);
 
-// The show/hide hotkey.
+// Answers the hotkey: hides the window that is in front, else shows it.
 void ToggleWindow(AppState& app, WindowPort& window);
 
-// Activation and its loss: the search box has the focus of an active window; a window in the background
-// trims itself after a while.
+// Whether the window has become the active one, or is no longer.
 enum class Activation { kActivated, kDeactivated };
+
+// Gives the focus of an active window to the search box. A window in the background trims itself after a
+// while.
 Effects OnActivation(AppState& app, const ViewContext& context, Activation activation);
 
-// An entry of the notification area's menu; 0 is none.
+// Carries out an entry of the menu of the notification area; 0 stands for none.
 void OnTrayChoice(AppState& app, WindowPort& window, int choice);
 
 // The client area has another size. Nothing is laid out in one without width or height.
@@ -42,13 +46,16 @@ Effects OnResized(AppState& app, const ViewContext& context, int width, int heig
 // log only where it did not stand.
 void OnTaskbarCreated(AppState& app, WindowPort& window, uint64_t nowMs);
 
-// A drive notice. Events of WM_DEVICECHANGE (dbt.h); bit 0 of the mask is A:. Nothing without a volume.
+// What has become of a drive. The events of WM_DEVICECHANGE (dbt.h).
 enum class DriveEvent : uint32_t {
   kArrival = 32768,
   kQueryRemove = 32769,
   kRemovePending = 32771,
   kRemoveComplete = 32772,
 };
+
+// Answers an event about drives. Bit 0 of the mask is A:. Does nothing without a mask, and for an event
+// that is none of the above.
 void OnDriveEvent(AppState& app, const ViewContext& context, uint32_t event,
                   std::optional<uint32_t> unitMask);
 

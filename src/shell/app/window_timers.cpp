@@ -19,13 +19,13 @@ void RetryTrayIcon(AppState& app, WindowPort& window) {
   if (app.trayIconAdded) window.StopTimer(ID_TIMER_TRAY_RETRY);
 }
 
-// Of a message that came too soon after another.
+// Answers for a message of the taskbar that came too soon after another.
 void SeeToTaskbar(AppState& app, const ViewContext& context) {
   app.taskbarSeenMs.reset();
   OnTaskbarCreated(app, context.window, context.nowMs);
 }
 
-// Keeps a program that was started for the tray in the tray, and tries for a volume until there is one.
+// Keeps the window of a hidden start hidden, and has the drives looked for until there is a volume.
 void GuardHiddenStart(AppState& app, WindowPort& window) {
   app.syncRetryArmed = false;
   window.AddOrUpdateTrayIcon();

@@ -7,7 +7,7 @@
 
 namespace quilmark {
 
-// A timer of the app has fired, and is stopped already unless it repeats.
+// Answers a timer of the app, which is stopped already unless it repeats.
 Effects OnAppTimer(AppState& app, const ViewContext& context, uint32_t id);
 
 // Every timer of the window, in the order in which the end of the window stops them.

@@ -14,7 +14,7 @@ namespace quilmark {
 
 namespace {
 
-// The views ask, the layers below answer.
+// Hands what the views ask for to the layers below.
 struct ProgramEngine final : EnginePort {
   void RequestAttributes(std::shared_ptr<const ResultSet> rows, RowRange range) override {
     HydrateRowsAsync(std::move(rows), range);
@@ -50,14 +50,14 @@ Program& TheProgram() {
   return program;
 }
 
-// The engine's start brings the attributes back; its changes make them stale.
+// Has the engine's start load the attribute cache, and its changes told to the list.
 void WireAttributes() {
   Engine().startupHooks.loadAttributeCache = [] { LoadAttrCache(Engine()); };
   Engine().startupHooks.writeMissingAttributeCache = [] { WriteMissingAttrCache(Engine()); };
   Engine().attributesBecameStale = TellSomeAreStale;
 }
 
-// The search reaches the window by these.
+// Gives the search its ways to the window.
 void WireSearch(AppState& app, WindowPort& window) {
   SearchHooks& hooks = TheSearch().hooks;
   hooks.window = app.mainWindow;

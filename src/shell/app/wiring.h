@@ -5,11 +5,11 @@
 
 namespace quilmark {
 
-// Joins the search with the window, and the engine's start with the cache of attributes. Before the
-// first message of the engine.
+// Joins the search with the window, and the engine's start with the attribute cache. Once, before
+// StartEngine. `window` outlives the engine's work.
 void WireProgram(AppState& app, WindowPort& window);
 
-// The engine looks for volumes and follows drives that come and go. Its messages begin.
+// Has the engine index all drives and follow those that come and go. Its messages begin with this call.
 void StartEngine(AppState& app);
 
 }  // namespace quilmark

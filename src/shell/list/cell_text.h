@@ -8,16 +8,16 @@
 
 namespace quilmark {
 
-inline constexpr std::u16string_view kNotKnownYet = u"...";
-inline constexpr std::u16string_view kAbsent = u"-";
+inline constexpr std::u16string_view kNotKnownYet = u"...";  // can be asked for
+inline constexpr std::u16string_view kAbsent = u"-";         // there is none, or it cannot be had
 
-// "812 B", "12 KB", "3.40 MB", "1.25 GB".
+// A size as "812 B", "12 KB", "3.40 MB", "1.25 GB".
 std::u16string SizeText(uint64_t bytes);
 
-// "2026-11-21 05:40" in local time; kAbsent for 0.
+// A moment as "2026-11-21 05:40" in local time; kAbsent for 0.
 std::u16string TimeText(FileTime time);
 
-// "01", "02", ... from the index 0 on.
+// The number of a row, counted from 1: "01" for row 0.
 std::u16string RowNumberText(uint64_t row);
 
 }  // namespace quilmark

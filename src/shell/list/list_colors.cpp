@@ -8,17 +8,18 @@ namespace {
 
 // A row under the mouse is tinted by the letters: in the hue of whatever the user has chosen.
 constexpr int kHoverPercent = 8;
-// Between the bar and its border. A band of its own colour would stand out of a preset.
+// The band lies between the colours of the bar and its border: a colour of its own would not fit a
+// preset.
 constexpr int kBandPercent = 40, kPanelPercent = 50;
 constexpr int kGlyphPercent = 65;
 
-// The user's colour, unless a hit cannot be read in it at all.
+// The colour that the user has chosen, unless a hit could not be read in it at all.
 Color HitText(Color hit, Color wanted) {
   constexpr double kLeast = 3;
   return ContrastRatio(hit, wanted) >= kLeast ? wanted : ReadableOn(hit, wanted);
 }
 
-// `beside`: what a hit has to stand out of. Under the mouse it stays as it was.
+// `beside` is the ground that a hit has to stand out of: under the mouse its colour stays what it was.
 RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) {
   const Color hit = AdjustHighlightContrast(palette.textHit, palette.searchHit, beside);
   return {.ground = ground,

@@ -5,6 +5,7 @@
 
 namespace quilmark {
 
+// Colours of a row.
 struct RowColors {
   Color ground = 0;
   Color text = 0;
@@ -13,15 +14,17 @@ struct RowColors {
   Color folder = 0, file = 0;  // of their glyphs
 };
 
+// Colours of the list and of what stands around it.
 struct ListColors {
   RowColors plain, hovered, selected;
   Color band = 0, bandText = 0;  // of the header
   Color panel = 0;               // of the sidebar
-  Color status = 0;              // letters on the bar
+  Color status = 0;              // of the letters of the status line
 };
 
-// As they stand while the system asks for high contrast: then none of its colours is mixed.
-// Cheap while the palette stays the same.
+// The colours of the list in a palette. A palette of the system, at high contrast, is taken as it is;
+// from any other colours are mixed so that all letters can be read. Cheap while a thread asks for one
+// palette again and again.
 ListColors ListColorsOf(const Palette& palette);
 
 }  // namespace quilmark

@@ -21,7 +21,7 @@ void PaintBar(Canvas& canvas, const ViewContext& context, const std::optional<Sc
   canvas.FillRound(bar->thumb, context.Scaled(kThumbRadius), isActive ? colors.heldThumb : colors.thumb);
 }
 
-// The sum, however far both are.
+// The sum of both, cut where it would not fit 64 bits.
 int64_t Sum(int64_t offset, int64_t more) {
   constexpr int64_t kFarthest = int64_t{1} << 62;
   return std::clamp(offset, -kFarthest, kFarthest) + std::clamp(more, -kFarthest, kFarthest - 1);
@@ -179,7 +179,8 @@ Effects ListView::MoveThumb(Bar kind, Point cursor) {
 }
 
 ListPress ListView::Press(Point point) {
-  ListPress press{.effects = EndDrag(), .bar = BarAt(point)};  // of a button whose release got lost
+  ListPress press{.effects = EndDrag(),
+                  .bar = BarAt(point)};  // the release of the button before may have been lost
   if (press.bar == Bar::kNone) {
     press.row = RowAt(point);
     return press;
@@ -249,7 +250,7 @@ Effects ListView::Scroll(const ScrollEvent& event) {
   const Bar kind = event.isVertical ? Bar::kVertical : Bar::kHorizontal;
   const ScrollState state = StateOf(grid, kind);
   const int64_t line = event.isVertical ? grid.pitch : kSidewaysStep;
-  // A page keeps one line of the former.
+  // The last line of a page is the first of the next.
   const auto offset =
       OffsetAfter(event.command, state, {line, std::max(state.page - line, line)}, event.position);
   if (!offset) return {};

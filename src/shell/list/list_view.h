@@ -18,6 +18,7 @@
 
 namespace quilmark {
 
+// Where a row is painted.
 struct RowPlace {
   Rect row;
   int shift = 0;  // pixels that the columns stand further left; the row's ground does not
@@ -29,13 +30,15 @@ class ListSource {
  public:
   virtual ~ListSource() = default;
 
-  virtual uint64_t Count() const = 0;  // may be another with each call
+  // How many rows there are now; another call may give another number.
+  virtual uint64_t Count() const = 0;
 
-  // Takes what the next calls of PaintRow need of the rows from `first` to before `end`. There may be
-  // fewer by now: of a row that is gone nothing is painted. No lock outlives the call.
+  // Reads what the next calls of PaintRow need of the rows from `first` to before `end`. Where there are
+  // fewer by now, nothing is painted of those that are gone. No lock outlives the call.
   virtual PaintOutcome Read(uint64_t first, uint64_t end) = 0;
 
-  // Within the rows of the list, on the ground that the view has painted.
+  // Paints a row that was read, on the ground that the view has painted. Drawing is kept within the rows
+  // of the list.
   virtual void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
                         const ViewContext& context) const = 0;
 };
@@ -54,54 +57,95 @@ struct ListStyle {
   bool operator==(const ListStyle&) const = default;
 };
 
+// Colours of a scrollbar.
 struct BarColors {
   Color track = 0, thumb = 0, heldThumb = 0;
 };
-// Of bars on that ground.
+// The colours of bars that stand on `ground`.
 BarColors BarColorsOn(const Palette& palette, Color ground);
 
-struct ListPress {
+// What a press of the mouse has hit.
+struct [[nodiscard]] ListPress {
   Effects effects;
   int64_t row = -1;      // -1: beside the rows
   Bar bar = Bar::kNone;  // that took the press
 };
 
-// Interface thread. Offsets and the rest may be set; an offset that the rows do not reach shows nothing.
+// Interface thread. The fields may be set from outside; an offset that the rows do not reach shows
+// nothing.
 class ListView {
  public:
+  // `source` outlives the list.
   ListView(ListSource& source, const ListStyle& style) : source_(source), style_(style) {}
 
+  // The style as it was given, at 96 dpi.
   const ListStyle& Style() const { return style_; }
-  // From the top; placed anew before the next paint.
+  // Shows the rows in another style, from the top. The list has to be placed anew before the next paint.
   void SetStyle(const ListStyle& style);
-  // Puts the rows there and the offsets within their limits: whenever the place, the width of a row's
-  // columns (0: it has none), the scale or the number of rows has changed.
+  // Puts the rows there and the offsets within their limits. To be called whenever the place, the width
+  // of a row's columns (0: it has none), the scale or the number of rows has changed.
   void Place(const Rect& rows, int contentWidth, const ViewContext& context);
-  // The same rows stay in view. Places are of the former scale until it is placed.
+  // Keeps the same rows in view at another dpi. Places are of the former scale until Place is called.
   void Rescale(uint32_t from, uint32_t to);
 
-  // The rows and bars that the canvas shows; the rows' ground is painted already.
+  // Paints the rows and bars that the canvas shows. The ground of the rows is painted already.
   PaintOutcome Paint(Canvas& canvas, const ViewContext& context, const BarColors& colors) const;
 
-  RowGrid Grid() const;  // of the moment
-  Rect Area() const;     // of rows and bars
-  int64_t RowAt(Point point) const;
-  Rect PlaceOf(uint64_t row) const;         // may lie outside the list
-  RowSpan InView(uint64_t rowCount) const;  // of so many rows, for whoever holds a copy of them
-  Bar BarAt(Point point) const;
-  BarRange RangeOf(Bar kind, int id) const;  // of the hidden scrollbar `id`
+  // The geometry of the moment, in pixels.
+  RowGrid Grid() const;
 
-  // `dirty` is what of the list shows a change: empty where there is none.
+  // What the rows and the bars cover.
+  Rect Area() const;
+
+  // The row under a point, or -1.
+  int64_t RowAt(Point point) const;
+
+  // Where a row stands; that may lie outside the list.
+  Rect PlaceOf(uint64_t row) const;
+
+  // The rows in view, where there are `rowCount`: for code that holds its own copy of them.
+  RowSpan InView(uint64_t rowCount) const;
+
+  // The bar under a point, or kNone.
+  Bar BarAt(Point point) const;
+
+  // What the hidden scrollbar `id` is to hold.
+  BarRange RangeOf(Bar kind, int id) const;
+
+  // In all answers below `dirty` is the part of the list that shows a change, and empty where none does.
+  // Offsets are kept within their limits.
+
+  // A press of the mouse, which may take hold of a thumb.
   ListPress Press(Point point);
-  Effects Move(Point point);  // moves the thumb that is held, else the hover
+
+  // Moves the thumb that is held, else the hover.
+  Effects Move(Point point);
+
+  // The button was let go: the thumb is not held any more, and the capture is given back.
   Effects Release();
-  Effects Lose();  // the capture
+
+  // The capture went to another window: the thumb is not held any more.
+  Effects Lose();
+
+  // The mouse has left the window: nothing is hovered.
   Effects Leave();
-  Effects Wheel(int delta);  // 120 a notch; away from the user is positive
-  Effects Tilt(int delta);   // to the right is positive
+
+  // A wheel's turn: 120 a notch, positive away from the user. Parts of a step add up.
+  Effects Wheel(int delta);
+
+  // A wheel's tilt: 120 a notch, positive to the right.
+  Effects Tilt(int delta);
+
+  // A command to a scrollbar.
   Effects Scroll(const ScrollEvent& event);
-  Effects Pan(const PanEvent& event);  // the rows stay under the finger
+
+  // Moves the rows so that they stay under the finger.
+  Effects Pan(const PanEvent& event);
+
+  // Sets the vertical offset, in pixels. The hover ends until the view is told where the mouse stands.
   Effects ScrollTo(int64_t y);
+
+  // Sets the horizontal offset, in pixels.
   Effects ScrollSidewaysTo(int64_t x);
 
   int64_t scrollY = 0;

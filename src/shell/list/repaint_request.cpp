@@ -15,7 +15,7 @@ Effects RequestSoon(RepaintRequest& request, const ViewContext& context, const R
                     bool isWaiting, uint32_t delayMs) {
   Effects effects;
   if (!isWaiting) request.askedMs = context.nowMs;
-  // Each further request puts the answer off: a wheel that turns on and on would show nothing.
+  // Each further request starts the timer anew: a wheel that turns on and on would show nothing.
   if (isWaiting && context.nowMs - request.askedMs >= std::max(delayMs, kFrameMs)) {
     request.askedMs = context.nowMs;
     const bool isOfPart = request.only.has_value();

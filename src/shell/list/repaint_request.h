@@ -9,22 +9,24 @@
 
 namespace quilmark {
 
+// What is to be painted again, and since when.
 struct RepaintRequest {
   bool isPending = false;
   std::optional<Rect> only;  // empty: all of the list
   uint64_t askedMs = 0;      // when the oldest request was made that no repaint has followed
 };
 
-// Arms the timer: the requests of a burst end in one repaint of `area`, and in one a frame where they do
-// not cease.
+// Asks for a repaint of all of `area` when the timer fires, after `delayMs`. The requests of a burst end
+// in one repaint; where they do not cease, there is one a frame.
 Effects RequestRepaint(RepaintRequest& request, const ViewContext& context, const Rect& area,
                        uint32_t delayMs);
 
-// The same, for a `part` of it. Whoever asks for all of it meanwhile gets all of it.
+// The same for a `part` of the area. If all of it is asked for meanwhile, all of it is repainted.
 Effects RequestRepaintOf(RepaintRequest& request, const ViewContext& context, const Rect& area,
                          const Rect& part, uint32_t delayMs);
 
-// What was asked for is drawn anew now; nothing where nothing was.
-Rect TakeRepaint(RepaintRequest& request, const Rect& area);
+// Takes the requests back, and returns what they asked for: the caller paints it. Empty where nothing
+// was asked for.
+[[nodiscard]] Rect TakeRepaint(RepaintRequest& request, const Rect& area);
 
 }  // namespace quilmark

@@ -17,7 +17,7 @@ int64_t CountOf(uint64_t rowCount) {
   return static_cast<int64_t>(std::min(rowCount, static_cast<uint64_t>(kFarthest)));
 }
 
-// As many as there are pixels for.
+// The lines of the rows, but no more than there are pixels for.
 int64_t Lines(const RowGrid& grid, uint64_t rowCount) {
   const int64_t rows = CountOf(rowCount), across = Across(grid);
   return std::min(rows / across + (rows % across == 0 ? 0 : 1), kFarthest / PitchOf(grid));

@@ -14,20 +14,23 @@ struct WheelRest {
   int part = 0;  // below a notch's 120, with the sign of the turn
 };
 
-// Whole steps of a wheel whose notch is 120 of `turned`. The other way round begins anew.
+// Whole steps of a wheel whose notch is 120 of `turned`. What is short of a step stays in `rest`; a turn
+// the other way begins anew.
 int64_t TakeTurn(WheelRest& rest, int64_t turned);
 
-// Pixels that a step of a scrollbar stands for: it counts in 32 bits.
+// How many pixels a step of a scrollbar of the system stands for, which counts in 32 bits.
 int64_t PixelsOfBarStep(const ScrollState& state);
 
-// What a scrollbar is told of a list.
+// What the scrollbar `id` is to hold for a list in that state.
 BarRange RangeOfBar(int id, const ScrollState& state);
 
-// Where a command leads, which may be outside of 0 to the limit. `line`, `page`: what such a command
-// moves; `position`: that of the scrollbar, in its steps. Empty where nothing is to be moved.
+// Pixels that a command by lines or by pages moves.
 struct ScrollSteps {
   int64_t line = 0, page = 0;
 };
+
+// The offset to which a command leads, which may lie outside of 0 to the limit. `position` is that of
+// the scrollbar, in its steps, and counts for kTo and kTrackTo. Empty where nothing is to be moved.
 std::optional<int64_t> OffsetAfter(ScrollCommand command, const ScrollState& state,
                                    const ScrollSteps& steps, int64_t position);
 

@@ -8,18 +8,21 @@
 
 namespace quilmark {
 
+// Two lines in the middle of the list.
 struct EmptyText {
   std::u16string title, detail;
 
   bool operator==(const EmptyText&) const = default;
 };
 
+// Why there are no rows.
 enum class Emptiness { kNotAsked, kNotFound, kFiltered };
 
-// `indexed`: what a search looks through.
+// The texts for that reason. `indexed` is the number of names that a search looks through.
 EmptyText EmptyListText(Emptiness why, uint64_t indexed);
 
-// Files and folders of all searchable volumes; one that a writer holds for long counts as none.
+// How many files and folders all searchable volumes hold. A volume whose lock is not free within a
+// moment counts as empty.
 uint64_t CountIndexed(const SearchEngine& engine);
 
 }  // namespace quilmark

@@ -14,19 +14,31 @@ namespace quilmark {
 struct EnginePort {
   virtual ~EnginePort() = default;
 
-  // Of the rows in view.
+  // Has sizes and dates of the rows read that are in view, on a job that posts WM_ATTRS_UPDATED.
   virtual void RequestAttributes(std::shared_ptr<const ResultSet> rows, RowRange range) = 0;
+
+  // True if the cache knows that the disk has newer attributes of one of the rows.
   virtual bool ShowsStale(const ResultSet& rows, RowRange range) = 0;
 
+  // Filters the held set on a job that posts WM_FILTER_RESULTS.
   virtual void RefreshFilter(FilterSettings settings) = 0;
+
+  // Counts the held set by category, now.
   virtual FilterCounts CountByCategory(const FilterSettings& settings) = 0;
+
+  // Sorts the held set on a job that posts WM_SEARCH_RESULTS.
   virtual void Sort(int column, Direction direction) = 0;
 
-  virtual void PrewarmAttributes() = 0;  // Engine().prewarming runs until it is done
-  virtual void AutosaveAttributes() = 0;
-  virtual void SaveAttributes() = 0;  // before it returns
+  // Fills the attribute cache on a job. Engine().prewarming runs until it is done.
+  virtual void PrewarmAttributes() = 0;
 
-  // No volume is ready: somebody looks for one, in a while.
+  // Saves the attribute cache on a job if something is new in it.
+  virtual void AutosaveAttributes() = 0;
+
+  // Saves the attribute cache before it returns.
+  virtual void SaveAttributes() = 0;
+
+  // No volume is ready: has the drives looked for again in a while.
   virtual void LookForVolumesLater() = 0;
 };
 

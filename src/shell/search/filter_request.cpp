@@ -14,7 +14,7 @@ namespace {
 
 constexpr uint32_t kAskSoonMs = 60, kCountAgainMs = 250;
 
-// The tags change their widths, and with them perhaps the height of the bar.
+// Lays out anew: the tags change their widths, and with them perhaps the height of the bar.
 Effects SetTagCaptions(SearchView& view, const ViewContext& context,
                        std::vector<std::u16string> captions) {
   if (captions == view.tagCaptions) return {};

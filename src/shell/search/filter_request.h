@@ -9,28 +9,34 @@
 
 namespace quilmark {
 
-// What the bar says now, from the settings and the chosen category.
+// The filter in force, from the settings and the chosen category.
 FilterSettings CurrentFilterSettings();
 
-// A filter narrows the results: by category, size or time.
+// True if a category, a size or a time narrows the results.
 bool IsFilterActive();
 
 // Applies the filters to the held results, from the top of the list.
 Effects ApplyFilters(SearchView& view, const ViewContext& context);
 
-// A tag was chosen.
+// Takes the category at `index` for chosen, and applies it; an index without a category chooses all.
 Effects SelectFilterTag(SearchView& view, const ViewContext& context, int index);
 
 // Counts the held results by category and gives the tags their captions.
 Effects RefreshFilterCounts(SearchView& view, const ViewContext& context);
+
+// The same after `delayMs`, once for all that ask in the meantime.
 void RefreshFilterCountsSoon(SearchView& view, const ViewContext& context, uint32_t delayMs);
 
-// Names and counts of the tags, as their captions: "name\r\n(count)".
+// The captions of all tags, "name\r\n(count)". `counts` are those of the categories, in their order.
 std::vector<std::u16string> TagCaptions(const std::vector<uint64_t>& counts);
 
-// Entries of the preset boxes and of the unit box.
+// Entries of the box of size presets, in the interface's language.
 std::vector<std::u16string> SizePresetItems();
+
+// Entries of the box of time presets, likewise.
 std::vector<std::u16string> TimePresetItems();
+
+// Entries of the box of units, likewise.
 std::vector<std::u16string> SizeUnitItems();
 
 }  // namespace quilmark

@@ -16,7 +16,7 @@ void MarkScroll(SearchView& view, const ViewContext& context) {
   context.window.StartTimer(kTimerScrollSettle, kSettleMs);
 }
 
-// The list says so with every change of an offset.
+// True if an offset has changed: the list asks for its bars then, and only then.
 bool HasMoved(const Effects& moved) { return moved.syncsBars; }
 
 }  // namespace

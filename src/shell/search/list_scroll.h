@@ -7,27 +7,29 @@
 
 namespace quilmark {
 
-// The list moves still: a thumb is held, or the last step was under 350 ms ago.
+// True while the list moves: a thumb is held, or the last step was under 350 ms ago.
 bool IsScrolling(const SearchView& view, uint64_t nowMs);
 
-// See RequestRepaint.
+// Asks for a repaint of the whole list after `delayMs`, as RequestRepaint does.
 Effects RequestListRepaint(SearchView& view, const ViewContext& context, uint32_t delayMs);
 
-// What follows when the list has answered `moved`: nothing where no offset has changed. In a burst
-// nothing but the offset changes between repaints.
+// What follows for the view when its list has answered `moved`: nothing where no offset has changed.
+// While steps come in a burst, only the offset changes between repaints.
 Effects FollowScroll(SearchView& view, const ViewContext& context, const Effects& moved);
 
-// A wheel's turn in the list; `delta` 120 a notch, positive away from the user.
+// Moves the list by a turn of the wheel; `delta` is 120 a notch, positive away from the user.
 Effects ScrollByWheel(SearchView& view, const ViewContext& context, int delta);
+
+// Moves it by a tilt of the wheel; `delta` is 120 a notch, positive to the right.
 Effects ScrollSideways(SearchView& view, const ViewContext& context, int delta);
 
-// A command that a program or a script sends.
+// Moves it by a command that a program or a script sends.
 Effects ScrollByCommand(SearchView& view, const ViewContext& context, const ScrollEvent& event);
 
-// The thumb that is held goes to the mouse.
+// Moves the thumb that is held to the mouse.
 Effects MoveThumb(SearchView& view, const ViewContext& context, Point cursor);
 
-// A finger on the rows, which stay under it.
+// Moves the rows with a finger, so that they stay under it.
 Effects PanRows(SearchView& view, const ViewContext& context, const PanEvent& event);
 
 }  // namespace quilmark

@@ -46,7 +46,7 @@ Effects Fail(SearchView& view, const ViewContext& context, const std::u16string&
   if (next == FailedRename::kKeep) return {};
   const uint64_t number = view.renaming->number;
   context.window.TellError(why);
-  if (!IsEditing(view, number)) return {};  // what came meanwhile has closed it
+  if (!IsEditing(view, number)) return {};  // an event that came meanwhile has closed it
   return {.editor = Editor::kOpen};
 }
 
@@ -63,7 +63,7 @@ Effects Rename(SearchView& view, const ViewContext& context, const std::u16strin
   Effects effects = CancelRename(view, context);
   if (end == CommitEnd::kByKey) effects.focus = Focus::kWindow;
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());
-  // Under a filter the rows change now, and numbers of rows mean others.
+  // Under a filter the rows change now, so that a number means another row.
   const FilterSettings filter = CurrentFilterSettings();
   if (!filter.IsOff()) {
     ClearSelection(view.list.selection);
@@ -108,7 +108,8 @@ Effects CommitRename(SearchView& view, const ViewContext& context, std::u16strin
   if (!view.renaming || std::exchange(view.renaming->isCommitting, true)) return {};
   const uint64_t number = view.renaming->number;
   Effects effects;
-  switch (CheckRename(view.renaming->row.name, text)) {
+  const RenameCheck check = CheckRename(view.renaming->row.name, std::move(text));
+  switch (check.step) {
     case RenameStep::kClose:
       effects = CancelRename(view, context);
       break;
@@ -118,7 +119,7 @@ Effects CommitRename(SearchView& view, const ViewContext& context, std::u16strin
                TranslateOr(u"Msg_RenameInvalidChars", u"The name contains invalid characters."), end);
       break;
     case RenameStep::kRename:
-      effects = Rename(view, context, text, end);
+      effects = Rename(view, context, check.name, end);
       break;
   }
   if (IsEditing(view, number)) view.renaming->isCommitting = false;

@@ -6,17 +6,18 @@
 
 namespace quilmark {
 
-// Opens the editor over the row that has the focus, or takes an open one up again. Nothing in the icon
-// views, for a row out of view and for a file that is gone.
+// Opens the editor over the row that has the focus; one that is open gets the focus again. Does nothing
+// in the icon views, for a row out of view and for a file that is gone.
 Effects OpenRename(SearchView& view, const ViewContext& context);
 
-// The editor follows its row, which stands somewhere else now.
+// Puts an open editor over its row, which stands somewhere else now.
 Effects MoveRename(const SearchView& view, const ViewContext& context);
 
-// Ends the editing and keeps the name.
+// Ends the editing; the file keeps its name.
 Effects CancelRename(SearchView& view, const ViewContext& context);
 
-// What the editor holds becomes the name. May ask the user, and other events come in meanwhile.
+// Renames the file to what the editor holds, and tells the user where that fails. Other events come in
+// while the message box stands.
 Effects CommitRename(SearchView& view, const ViewContext& context, std::u16string text, CommitEnd end);
 
 }  // namespace quilmark

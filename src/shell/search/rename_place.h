@@ -8,7 +8,8 @@
 
 namespace quilmark {
 
-// Over the Name column of a row at `row` that begins below the header; empty where it is not in view.
+// Where an editor opens: over the Name column of a row at `row`. Empty where the row does not begin
+// below the header and within the list.
 std::optional<Rect> PlaceOfRenameEditor(const ColumnsLayout& layout, const Rect& row, int scrollX);
 
 // The same for an editor that is open while the list scrolls: never empty, but far outside of the window

@@ -103,7 +103,7 @@ Effects OnSearchResults(SearchView& view, const ViewContext& context, const Post
   return effects;
 }
 
-// The receiver frees the text, also when nobody wants it any more.
+// Frees the text, also where it is stale.
 Effects OnSearchStatus(SearchView&, const ViewContext& context, const PostedMessage& message) {
   const auto text = TakeText(message);
   if (text != nullptr && message.first == TheSearch().CurrentResults.Number())
@@ -134,7 +134,7 @@ RowRange RowsInViewOf(const SearchView& view, const ResultSet& rows) {
 
 Effects OnAttrsUpdated(SearchView& view, const ViewContext& context, const PostedMessage& message) {
   if (message.first != TheSearch().hydrationGeneration.Number()) return {};
-  // A busy volume has stale files all the time, and hardly ever one in view.
+  // On a busy volume files become stale all the time, and hardly ever one in view.
   const auto rows = ShownResults();
   const bool isElsewhere =
       message.second == kSomeAreStale && !view.engine.ShowsStale(*rows, RowsInViewOf(view, *rows));

@@ -5,17 +5,21 @@
 
 namespace quilmark {
 
-// Answers a message of background work: isTaken is false for one that is stale or not known.
+// Answers a message of background work. isTaken is false for results of an older search and for a
+// message that is not known; other stale messages are taken and change nothing.
 Effects TakeResultMessage(SearchView& view, const ViewContext& context, const PostedMessage& message);
 
-// Has the attributes of the rows in view read.
+// Has the attributes of the rows in view read, on a job.
 void RequestAttributes(const SearchView& view);
 
-// The list has come to rest, or is asked again whether it has.
+// The timer of a moving list: fits the columns and asks for attributes once it has come to rest, else
+// starts the timer anew.
 Effects SettleScroll(SearchView& view, const ViewContext& context);
 
-// Fills the attribute cache; no column is sorted by until that is done, or half a minute has passed.
+// Has the attribute cache filled. Sorts are refused until that is done, or half a minute has passed.
 void StartPrewarm(SearchView& view, const ViewContext& context);
+
+// The timer of the filling: lets sorts through again once it is done.
 Effects PollPrewarm(SearchView& view, const ViewContext& context);
 
 }  // namespace quilmark

@@ -15,9 +15,10 @@ namespace quilmark {
 
 struct SearchView;
 
-// As the settings and the view are at each call.
+// The rows of the shown set, by the settings and the state of the view at each call.
 class ResultRows final : public ListSource {
  public:
+  // `view` outlives the rows, and is not looked at before the first call.
   explicit ResultRows(const SearchView& view) : view_(view) {}
 
   uint64_t Count() const override;
@@ -37,7 +38,7 @@ class ResultRows final : public ListSource {
   std::u16string term_;  // folded, to be marked in names
 };
 
-// The columns over the rows; nothing in the icon views.
+// Paints the header over the columns; nothing in the icon views.
 void PaintHeader(Canvas& canvas, const ViewContext& context, const SearchView& view,
                  const ListColors& colors);
 

@@ -39,7 +39,7 @@ std::u16string DateText(const AttrGlance& known, FileTime date) {
   return std::u16string(known.hasRoom ? kNotKnownYet : kAbsent);
 }
 
-// What has gone is not asked for.
+// Turns "..." into "-": attributes of a file that is gone are not asked for.
 void TakeDots(std::u16string& cell) {
   if (cell == kNotKnownYet) cell = kAbsent;
 }

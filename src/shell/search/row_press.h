@@ -1,4 +1,4 @@
-// What a press on a row does to the choice. Interface thread.
+// What a press on a row does to the selection. Interface thread.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 
 namespace quilmark {
 
+// A left press of the mouse in the list.
 struct RowPress {
   int64_t row = -1;           // -1: beside the rows
   bool isNameColumn = false;  // true for every press in the icon views
@@ -14,12 +15,14 @@ struct RowPress {
   uint64_t nowMs = 0;
 };
 
+// What a press has changed.
 enum class PressOutcome { kNothing, kSelected, kRename };
 
-// A left press in the list. Two slow clicks on a name that has the focus ask for its rename.
-PressOutcome PressRow(ListState& list, const RowPress& press);
+// Selects by a press. Two slow clicks on a name that has the focus give kRename.
+[[nodiscard]] PressOutcome PressRow(ListState& list, const RowPress& press);
 
-// The second press of a double click on a row: it takes the focus, and no click that follows renames it.
+// The second press of a double click on a row: the row has the focus, and no click that follows renames
+// it.
 void DoublePressRow(ListState& list, int64_t row);
 
 }  // namespace quilmark

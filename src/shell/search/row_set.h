@@ -6,20 +6,33 @@
 
 namespace quilmark {
 
+// A set of rows, kept as stretches. The names of its functions are those of the containers of the
+// standard library.
 class RowSet {
  public:
+  // True if the row is in.
   bool contains(uint64_t row) const;
+
+  // Number of rows that are in.
   uint64_t size() const { return size_; }
+
+  // True if no row is in.
   bool empty() const { return size_ == 0; }
 
+  // Takes all rows out.
   void clear();
-  void insert(uint64_t row);
-  bool erase(uint64_t row);  // false if it was not in
 
-  // Makes it the rows from `first` to `last`, both included.
+  // Puts a row in; one that is in stays in.
+  void insert(uint64_t row);
+
+  // Takes a row out. False if it was not in.
+  bool erase(uint64_t row);
+
+  // Makes it the set of the rows from `first` to `last`, both included.
   void assign(uint64_t first, uint64_t last);
 
-  // Stretches in ascending order: first row, and the row behind the last.
+  // The stretches in ascending order, none touching another: the first row of each, and the row behind
+  // its last.
   const std::map<uint64_t, uint64_t>& Stretches() const { return stretches_; }
 
  private:

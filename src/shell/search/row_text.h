@@ -7,6 +7,7 @@
 
 namespace quilmark {
 
+// The texts of a row.
 struct RowText {
   std::u16string name, folder;
   bool isDirectory = false;
@@ -15,10 +16,11 @@ struct RowText {
   bool operator==(const RowText&) const = default;
 };
 
-// Of a volume that is gone, or is being built anew: nothing. Interface thread.
+// The texts of a hit. Empty for a hit of a volume that is gone or is being built anew. Waits no longer
+// than a moment for the lock of the volume. Interface thread.
 RowText TextOfRow(const MatchItem& hit);
 
-// Folder and name as one path; empty for a row that says nothing.
+// Folder and name as one path; empty for an empty row.
 std::u16string PathOfRow(const RowText& row);
 
 }  // namespace quilmark

@@ -8,7 +8,7 @@ namespace quilmark {
 
 namespace {
 
-// Of the volume with the chosen letter; kScopeAll where there is none that can be searched.
+// The entry of the volume with the chosen letter; kScopeAll where none of that letter can be searched.
 int PlaceOfChosen(const std::vector<VolumeIndex*>& volumes) {
   const char16_t letter = TheSearch().scope.scopeDrive;
   for (size_t i = 0; i < volumes.size(); ++i) {

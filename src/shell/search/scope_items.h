@@ -9,14 +9,14 @@
 
 namespace quilmark {
 
-// The entries anew, in the order of scopeIndex: all, the desktop, then one a volume of the list. The
-// chosen drive stays chosen at the place that it has now; where it is gone, all are.
+// Makes the entries anew, in the order of scopeIndex: all drives, the Desktop, then one for each volume.
+// The chosen drive stays chosen at the place that it has now; where it is gone, all drives are chosen.
 std::vector<std::u16string> RenewScopeItems(SearchView& view, const SearchEngine& engine);
 
-// The same into the box of the window.
+// The same, and puts the entries into the box.
 void RebuildScopeBox(SearchView& view, const ViewContext& context);
 
-// The entry at `index` of those that were made last is chosen; it holds from the next search on.
+// Chooses the entry at `index` of those that were made last. It holds from the next search on.
 void ChooseScope(const SearchView& view, int index);
 
 }  // namespace quilmark

@@ -74,7 +74,7 @@ Effects OnText(SearchView& view, const ViewContext& context, const ControlEvent&
 Effects OnDay(SearchView& view, const ViewContext& context, const ControlEvent& event) {
   int& day = event.id == kDateFrom ? CurrentWindowSettings.timeStart : CurrentWindowSettings.timeEnd;
   day = event.value;
-  if (IsEmpty(context.client)) return {};  // what a field shows that was made a moment ago
+  if (IsEmpty(context.client)) return {};  // a field that was just made reports what it shows
   return TimeIsCustom() ? ApplyFilters(view, context) : Effects();
 }
 

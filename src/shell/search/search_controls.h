@@ -7,7 +7,8 @@
 
 namespace quilmark {
 
-// The text of the search box changed. Content queries wait for Enter.
+// The text of the search box has changed. Starts the timer of a search by name; a content query waits
+// for Enter.
 Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text);
 
 }  // namespace quilmark

@@ -13,7 +13,7 @@ namespace quilmark {
 
 void StartTypedSearch(const SearchView& view) {
   DoSearchAsync(TheSearch().CurrentQueryText, false, false);
-  // It asks itself again until a volume is ready; somebody has to look for one.
+  // The search asks itself again until a volume is ready, but does not look for drives.
   if (!TheSearch().CurrentQueryText.empty() && !Engine().ready) view.engine.LookForVolumesLater();
 }
 

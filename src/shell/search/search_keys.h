@@ -13,18 +13,18 @@ inline constexpr size_t kLongestQuery = 255;  // units that the box takes
 inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27,
                           kKeyF2 = 113;  // virtual key codes
 
-// The pause after a text that was typed.
+// Searches for what the search box holds. The timer 30003 calls it when the user pauses.
 void StartTypedSearch(const SearchView& view);
 
-// Reads the search box again after the set of volumes changed; an empty box shows the recent opens. A
-// text that a program has put there is told of by nobody.
+// Searches anew after the set of volumes has changed; an empty box shows the recent opens. The box
+// itself is read, as it does not report a text that a program has put there.
 void SearchAgain(const ViewContext& context);
 
-// A key in the box, which holds the text: Enter searches at once, Escape ends a content search. The edit
-// takes any other.
+// Answers a key in the box, which holds `text`: Enter searches at once, Escape ends a content search.
+// isTaken is false for any other key, which the edit takes.
 Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text);
 
-// A key while the list has the focus.
+// Answers a key while the list has the focus.
 Effects TakeListKey(SearchView& view, const ViewContext& context, uint32_t key);
 
 }  // namespace quilmark

@@ -37,7 +37,7 @@ int SidebarTagAt(const SearchView& view, const ViewContext& context, Point point
 
 enum class Repaint { kAsked, kComes };
 
-// kComes: all of the list is to be painted in a while, and not the sooner for a row of it.
+// kComes: all of the list will be painted in a while, so that a row of it need not be painted now.
 Effects TakeHover(SearchView& view, const ViewContext& context, Point point,
                   Repaint repaint = Repaint::kAsked) {
   ListState& list = view.list;
@@ -55,7 +55,7 @@ Effects TakeHover(SearchView& view, const ViewContext& context, Point point,
       rows.hoverRow >= 0 ? ColumnAt(PlaceColumns(view, context), rows.scrollX, point.x) : -1;
   if (column != std::exchange(list.hoverColumn, column) || isElsewhere) effects.tip = u"";
   if (!isElsewhere || repaint == Repaint::kComes) return effects;
-  // Rows that others have renamed or filled meanwhile tell nobody: now and then all are drawn anew.
+  // Names and attributes change without a message to the list: now and then all rows are painted anew.
   const bool isStale = context.nowMs - view.listPaintedMs >= kStaleMs;
   effects.Join(isStale ? RequestListRepaint(view, context, kDragRepaintMs)
                        : RequestRepaintOf(view.repaint, context, ListAreaOf(view, context), moved.dirty,
@@ -135,7 +135,7 @@ Effects Press(SearchView& view, const ViewContext& context, const MouseEvent& ev
 
 Effects Double(SearchView& view, const ViewContext& context, const MouseEvent& event) {
   const int64_t row = view.rows.RowAt(event.at);
-  // Two quick presses of a scrollbar or a header are two presses.
+  // A double click on a scrollbar or a header counts as two presses.
   if (row < 0) return Press(view, context, event);
   DoublePressRow(view.list, row);
   return {};
@@ -161,7 +161,7 @@ Effects Move(SearchView& view, const ViewContext& context, Point point) {
   return Hover(view, context, point);
 }
 
-// What was held is let go of.
+// Lets go of the bar, the column or the thumb that is held.
 Effects EndDrags(SearchView& view, const ViewContext& context) {
   Effects effects;
   if (std::exchange(view.list.dragsSidebar, false)) effects.Join(RedrawTags(view, context));
@@ -171,7 +171,7 @@ Effects EndDrags(SearchView& view, const ViewContext& context) {
     SaveWindowSettings(context.window.Placement());
   }
   if (view.rows.dragBar != Bar::kNone) {
-    view.rows.Lose();
+    (void)view.rows.Lose();  // all of the list is repainted anyway
     view.thumbDragging = false;
     view.lastScrollTick = context.nowMs;
     effects.Join(RelayoutList(view, context));
@@ -208,7 +208,7 @@ Effects Leave(SearchView& view, const ViewContext& context) {
   return effects;
 }
 
-// By whole categories, and never the list.
+// Scrolls the sidebar by whole tags, and never the list.
 Effects TurnSidebar(SearchView& view, const ViewContext& context, Point point, int delta) {
   const SidebarLayout sidebar = PlaceSidebar(view, context);
   const auto rows = static_cast<int>(TakeTurn(view.list.sidebarRest, delta));

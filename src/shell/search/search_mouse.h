@@ -7,12 +7,14 @@
 
 namespace quilmark {
 
+// Answers what the mouse does in the view: see View::OnMouse.
 Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseEvent& event);
 
-// Rows have moved below a mouse that stands still, at `mouse` where it is over the window.
+// Rows have moved below a mouse that stands still. `mouse` is where it stands, empty outside of the
+// window.
 Effects RefreshHover(SearchView& view, const ViewContext& context, std::optional<Point> mouse);
 
-// True where the edge of a column can be taken, or is held.
+// True where the edge of a column can be dragged, or is being dragged.
 bool IsColumnEdge(const SearchView& view, const ViewContext& context, Point point);
 
 }  // namespace quilmark

@@ -22,7 +22,7 @@ void PaintTop(Canvas& canvas, const ViewContext& context, const SearchView& view
   const int right = context.client.right;
   canvas.Fill({0, 0, right, view.headerTop}, context.palette.toolbar);
   canvas.Fill({0, view.headerTop - 1, right, view.headerTop}, context.palette.border);
-  // Above the line below it, which stands higher beside a sidebar.
+  // It ends above the line below it, which stands higher beside a sidebar.
   const int bottom = std::min(context.Scaled(kStatusBottom), view.headerTop - 1);
   const int height = std::max(context.Scaled(kStatusHeight), context.fonts.LineHeight(FontRole::kMain));
   const int margin = context.Scaled(kStatusLeft);
@@ -30,7 +30,7 @@ void PaintTop(Canvas& canvas, const ViewContext& context, const SearchView& view
               {.font = FontRole::kMain, .color = letters});
 }
 
-// The filter categories, where they stand at the side.
+// Paints the tags of the sidebar.
 void PaintSidebar(Canvas& canvas, const ViewContext& context, const SearchView& view,
                   const ListColors& colors) {
   if (!CurrentWindowSettings.sidebarLayout) return;
@@ -56,7 +56,7 @@ Emptiness WhyEmpty(const SearchView& view) {
   return view.answeredText.empty() ? Emptiness::kNotAsked : Emptiness::kNotFound;
 }
 
-// What to do here, where there is nothing to see.
+// Paints the text that a list without rows shows.
 void PaintEmptyState(Canvas& canvas, const ViewContext& context, const SearchView& view,
                      const RowColors& colors) {
   if (DisplayCount() != 0 || !Engine().ready) return;
@@ -96,7 +96,7 @@ Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& 
   view.paintedScrollY = view.rows.scrollY;
   if (isWhole) view.listPaintedMs = context.nowMs;
   view.paintedMissing = outcome.isMissing || (view.paintedMissing && !isWhole);
-  // While the list moves nothing touches the disk; the settle timer comes back to it.
+  // While the list moves nothing is read from the disk; the settle timer asks for it.
   if (outcome.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view);
   return outcome.isLater ? RequestListRepaint(view, context, kLaterMs) : Effects();
 }

@@ -5,10 +5,10 @@
 
 namespace quilmark {
 
-// Covers every pixel that the canvas shows. Reads state and changes none. Interface thread.
+// Paints all of the view but its controls: see View::Paint. Interface thread.
 PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const SearchView& view);
 
-// What the view knows of its latest paint, of `place`; what was missing there is asked for.
+// Notes that `place` has been painted with that outcome, and asks for what was missing there.
 Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& place,
                       const PaintOutcome& outcome);
 

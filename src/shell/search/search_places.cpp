@@ -88,8 +88,8 @@ Rect ListAreaOf(const SearchView& view, const ViewContext& context) {
 Effects RelayoutList(SearchView& view, const ViewContext& context) {
   PlaceList(view, context);
   FitColumns(view, context);
-  PlaceList(view, context);  // a bar came or went with the fit
-  view.rows.ScrollSidewaysTo(view.rows.scrollX);
+  PlaceList(view, context);                             // a bar came or went with the fit
+  (void)view.rows.ScrollSidewaysTo(view.rows.scrollX);  // the bars follow below
   Effects effects = MoveRename(view, context);
   effects.syncsBars = true;
   effects.rehovers = true;

@@ -8,29 +8,33 @@
 
 namespace quilmark {
 
-// How the rows are shown.
+// The view mode of the settings.
 ViewMode ViewModeOfSettings();
+
+// The style of the list in that mode, at 96 dpi.
 ListStyle ListStyleOf(ViewMode mode);
 
+// Where columns and rows stand, by the settings and the fitted path column.
 ColumnsLayout PlaceColumns(const SearchView& view, const ViewContext& context);
 
-// Puts the rows where the columns leave room. How far they stand to the left stays: an edge that is
+// Puts the rows where the columns leave room. Their horizontal offset stays: else an edge that is
 // dragged would run away from the mouse.
 void PlaceList(SearchView& view, const ViewContext& context);
 
+// Where the rows of the sidebar stand; without any where the tags are buttons.
 SidebarLayout PlaceSidebar(const SearchView& view, const ViewContext& context);
 
-// The buttons of the filter categories, and the height of all that stands above the list.
+// Where the tags' buttons stand, and the height of all that stands above the list.
 FilterBarLayout PlaceTagButtons(const SearchView& view, const ViewContext& context);
 
-// What shows rows, columns and sidebar: from headerTop down.
+// The part of the window that shows rows, columns and sidebar: from headerTop down.
 Rect ListAreaOf(const SearchView& view, const ViewContext& context);
 
-// Scroll offsets and path column as the rows in view want them; then the bars, the open editor and what
-// is under the mouse follow.
+// Brings the offsets within their limits and fits the path column to the rows in view; the effects have
+// the bars, the open editor and the hover follow.
 Effects RelayoutList(SearchView& view, const ViewContext& context);
 
-// The filter categories are drawn anew, wherever they stand.
+// Has the tags painted again, as buttons or as rows of the sidebar.
 Effects RedrawTags(const SearchView& view, const ViewContext& context);
 
 }  // namespace quilmark

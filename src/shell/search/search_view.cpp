@@ -22,7 +22,7 @@ Effects SearchView::LaidOut(const ViewContext& context) { return RelayoutList(*t
 
 Effects SearchView::Leave(const ViewContext& context) {
   Effects effects = OnSearchMouse(*this, context, {.kind = Mouse::kLost});  // what was held
-  rows.Leave();
+  (void)rows.Leave();  // another view is painted in its place
   list.hoverColumn = list.hoverTag = -1;
   effects.Join(CancelRename(*this, context));
   effects.tip = u"";

@@ -17,7 +17,7 @@
 
 namespace quilmark {
 
-// What the mouse has chosen and holds, beside the list's own.
+// What the mouse has chosen and what it holds, beside the state of `ListView`.
 struct ListState {
   Selection selection;
   int hoverColumn = -1;
@@ -40,7 +40,10 @@ struct Renaming {
   bool isCommitting = false;  // its question takes the focus away, which must not commit once more
 };
 
+// The state of the search view, and its answers to events, which other files of this room give.
+// Interface thread, but for what is atomic.
 struct SearchView final : View {
+  // `port` outlives the view.
   explicit SearchView(EnginePort& port) : engine(port) {}
 
   std::vector<ControlSpec> Controls() override;

@@ -6,7 +6,8 @@
 
 namespace quilmark {
 
-// Refused with a status while the attribute cache is warmed up.
+// Has the held set sorted by a column of sort.h. Refused with a status line while the attribute cache is
+// being filled.
 Effects RequestSort(SearchView& view, const ViewContext& context, int column, Direction direction);
 
 }  // namespace quilmark

@@ -8,6 +8,7 @@
 
 namespace quilmark {
 
+// What a tip says.
 struct Tip {
   std::u16string text;     // empty: no tip
   bool isMissing = false;  // the text is not known yet, and can be asked for
@@ -15,8 +16,8 @@ struct Tip {
   bool operator==(const Tip&) const = default;
 };
 
-// Of a row of the shown results, in the icon views whatever the column; empty for a row that is none.
-// Interface thread.
+// The tip of a cell of the shown set. Names and paths give the whole path, and so does every part of a
+// row in the icon views. Empty for a row that is not there. Interface thread.
 Tip TipOfCell(ViewMode view, int64_t row, int column);
 
 }  // namespace quilmark

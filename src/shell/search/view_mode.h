@@ -6,10 +6,10 @@
 
 namespace quilmark {
 
-// Shows the rows in another way, from the top, and keeps the choice.
+// Shows the rows in another way, from the top, and saves the choice.
 Effects SetViewMode(SearchView& view, const ViewContext& context, ViewMode mode);
 
-// Puts the filter categories to the side or into the bar, and keeps the choice.
+// Puts the tags into the sidebar or into the bar, and saves the choice.
 Effects SetFilterLayout(SearchView& view, const ViewContext& context, bool sidebar);
 
 }  // namespace quilmark

@@ -8,15 +8,18 @@
 
 namespace quilmark {
 
-// `field`: the whole control; nothing is chosen where the text is empty.
+// Paints the closed control; `field` is all of it. An empty text stands for no choice.
 void PaintComboField(Canvas& canvas, const ViewContext& context, const Rect& field,
                      std::u16string_view text, bool hasFocus);
 
+// What a row of the list is.
 enum class ComboRow {
   kPlain,
   kSelected,
-  kField
-};  // kField: the closed field as the system has it drawn
+  kField,  // the closed field, which the system has drawn as a row too
+};
+
+// Paints one row of the list, its ground included.
 void PaintComboRow(Canvas& canvas, const ViewContext& context, const Rect& row, std::u16string_view text,
                    ComboRow kind);
 

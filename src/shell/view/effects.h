@@ -15,21 +15,24 @@
 
 namespace quilmark {
 
-// Of a name in the list. kOpen where it is open already: its text is selected, and the keys are its.
+// What becomes of the editor of a name. kOpen of an editor that is open selects its text and gives it
+// the focus.
 enum class Editor : uint8_t { kKeep, kOpen, kMove, kClose };
+
+// Where the editor of a name stands, and what it holds at first.
 struct EditorPlace {
   Rect place;
   std::u16string text;  // of kOpen
   size_t selected = 0;  // units from the begin, of kOpen
 };
-enum class Capture : uint8_t {
-  kKeep,
-  kTake,
-  kRelease
-};  // of the mouse; kRelease: if it is the window's
+// What becomes of the capture of the mouse. kRelease gives it back if the window has it.
+enum class Capture : uint8_t { kKeep, kTake, kRelease };
+
+// Which part of the window gets the keys.
 enum class Focus : uint8_t { kKeep, kWindow, kSearchBox, kEditor };
 
-struct Effects {
+// What the pump is to do. A default one asks for nothing, and says that the event was taken.
+struct [[nodiscard]] Effects {
   bool isTaken = true;          // false: the system's own handling follows
   bool relayout = false;        // the view is laid out anew, and its controls placed
   bool placesControls = false;  // its controls alone
@@ -44,10 +47,11 @@ struct Effects {
   Rect dirty;                         // to be painted again
   bool paintsNow = false;             // and not with the next pause
 
-  // What comes later counts where both ask for the same.
+  // Adds what `later` asks for, which counts where both ask for the same.
   void Join(Effects&& later);
 };
 
+// What the mouse has done.
 enum class Mouse : uint8_t {
   kPress,
   kDouble,  // the second press of a double click
@@ -60,14 +64,15 @@ enum class Mouse : uint8_t {
   kTilt,   // to the right is positive
 };
 
+// An event of the mouse. Places are pixels of the client area.
 struct MouseEvent {
   Mouse kind = Mouse::kMove;
-  Point at;       // of the client area; not of kLeave and kLost
+  Point at;       // without a meaning in kLeave and kLost
   int delta = 0;  // of a wheel, 120 a notch
   bool shift = false, ctrl = false;
 };
 
-// Pixels under a finger that moves the content. The first of a gesture says where it stands.
+// Where a finger stands that moves the content. The first event of a gesture only says where it begins.
 struct PanEvent {
   Point at;  // of the client area
   bool isFirst = false;

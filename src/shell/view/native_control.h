@@ -10,6 +10,7 @@
 
 namespace quilmark {
 
+// What a control is.
 enum class ControlKind : uint8_t {
   kSearchBox,  // an edit with a rounded frame
   kEdit,       // an edit with a frame
@@ -42,7 +43,7 @@ struct ControlPlace {
 
 inline constexpr int kNameEditor = 0;  // as its events name the editor over a name, which no view makes
 
-// Says what the control holds, so that nobody asks it.
+// What a control reports. It says what the control holds, so that nobody has to ask the control.
 struct ControlEvent {
   enum Kind : uint8_t {
     kText,         // an edit: `text`
@@ -83,13 +84,16 @@ enum class ScrollCommand : uint32_t {
   kEnd = 7,
   kDone = 8,
 };
+
+// A command to a scrollbar.
 struct ScrollEvent {
   bool isVertical = true;
   ScrollCommand command = ScrollCommand::kDone;
   int64_t position = 0;  // one of BarRange
 };
 
-// What a hidden scrollbar is told of a list: its last position is behind the page.
+// What a hidden scrollbar is told of a list. `last` is the last step of the content, so that
+// the greatest position is last + 1 - page.
 struct BarRange {
   int id = 0;
   int last = 0, page = 0, position = 0;  // in steps

@@ -11,8 +11,10 @@ namespace quilmark {
 // Pixels at 96 dpi.
 inline constexpr int kBarWidth = 10, kLeastThumb = 24, kThumbRadius = 3;
 
+// Which bar of a list.
 enum class Bar { kNone = 0, kVertical = 1, kHorizontal = 2 };
 
+// Where a bar and its thumb stand.
 struct Scrollbar {
   Rect track, thumb;
 };
@@ -24,10 +26,12 @@ struct ScrollState {
   int64_t offset = 0;  // of the page; what lies outside of 0 to `limit` counts as the nearer end
 };
 
-// The thumb is in proportion, and `least` pixels long at least where the track has them.
+// Places the thumb in proportion to what is in view, and at least `least` pixels long where the track
+// has them.
 Scrollbar PlaceThumb(const Rect& track, Bar kind, const ScrollState& state, int least);
 
-// The offset at which the thumb's middle stands under the cursor.
+// The offset, from 0 to `limit`, at which the thumb's middle stands under the cursor. `cursor` is its y
+// for a vertical bar, its x for a horizontal one.
 int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit);
 
 // What a scrollbar of the system says of itself.

@@ -9,7 +9,8 @@
 
 namespace quilmark {
 
-// Each line in the middle, from the top; the last one ends in an ellipsis where the text goes on.
+// Draws the text from the top of its place, each line centred. The last line that has room ends in an
+// ellipsis where the text goes on.
 void PaintLines(Canvas& canvas, const ViewContext& context, const Rect& place, std::u16string_view text,
                 const TextStyle& style, const Marks& marks);
 

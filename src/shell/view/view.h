@@ -24,39 +24,62 @@ class View {
 
   // The controls that it needs, in the order in which Tab goes through them. Asked once, at the start.
   virtual std::vector<ControlSpec> Controls() = 0;
-  // Lays everything out, and says where its controls stand.
+  // Lays everything out for the client area of the context, and says where its controls stand.
   virtual std::vector<ControlPlace> Layout(const ViewContext& context) = 0;
   // It was laid out a moment ago: the window has another size or scale, or shows it from now on.
   virtual Effects LaidOut(const ViewContext& context) = 0;
-  virtual Effects Leave(const ViewContext& context) = 0;  // another is shown from now on
-  virtual void Rescale(uint32_t from, uint32_t to) = 0;   // of all pixels that it remembers
+  // Another view is shown from now on.
+  virtual Effects Leave(const ViewContext& context) = 0;
 
-  // Covers every pixel that the canvas shows.
+  // Turns all pixels that it remembers from the scale of one dpi to that of another.
+  virtual void Rescale(uint32_t from, uint32_t to) = 0;
+
+  // Covers every pixel that the canvas shows. Reads state and changes none.
   virtual PaintOutcome Paint(Canvas& canvas, const ViewContext& context) const = 0;
-  // On the ground of the toolbar; its place is in the coordinates of the control, the context is the
-  // window's.
+  // Paints a control that it asked to paint itself. The ground is that of the toolbar, the place is in
+  // the coordinates of the control, and the context is the window's.
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control,
                             const ViewContext& context) const = 0;
-  // The place has been painted with that outcome.
+  // Hears that the place has been painted, and what could not be shown there yet.
   virtual Effects NotePaint(const Rect& place, const PaintOutcome& outcome,
                             const ViewContext& context) = 0;
 
+  // Answers what the mouse does in the client area, or anywhere while it is captured.
   virtual Effects OnMouse(const MouseEvent& event, const ViewContext& context) = 0;
-  // What stands under the mouse may be another; empty: it is over another window.
+  // Hears that something else may stand under the mouse now. Empty: the mouse is over another window.
   virtual Effects Rehover(std::optional<Point> mouse, const ViewContext& context) = 0;
+
+  // Answers a finger that moves over the content.
   virtual Effects OnPan(const PanEvent& event, const ViewContext& context) = 0;
+  // True where a finger moves the content; elsewhere it acts as a mouse.
   virtual bool CanPan(Point at, const ViewContext& context) const = 0;
-  virtual Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) = 0;  // a virtual key code
+
+  // Answers a key, by its virtual key code, while the window itself has the focus.
+  virtual Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) = 0;
+
+  // Answers a command that a program or a script sends to a scrollbar.
   virtual Effects OnScroll(const ScrollEvent& event, const ViewContext& context) = 0;
+
+  // Answers what one of its controls, or the editor of a name, reports.
   virtual Effects OnControl(const ControlEvent& event, const ViewContext& context) = 0;
+
+  // Answers a timer that is its own, or every view's. One that fires once is stopped already.
   virtual Effects OnTimer(uint32_t id, const ViewContext& context) = 0;
+
+  // Answers a message of background work that is its own. isTaken is false for a stale one.
   virtual Effects OnPosted(const PostedMessage& message, const ViewContext& context) = 0;
 
+  // True where the mouse shows that an edge can be dragged.
   virtual bool HasSizeCursor(Point at, const ViewContext& context) const = 0;
-  virtual std::vector<BarRange> Bars(const ViewContext& context) const = 0;  // of the hidden scrollbars
-  virtual Rect StatusPlace(const ViewContext& context) const = 0;            // empty: it shows no status
-  virtual Rect ListArea(
-      const ViewContext& context) const = 0;  // what a change of the focus concerns too
+
+  // What the hidden scrollbars are to hold.
+  virtual std::vector<BarRange> Bars(const ViewContext& context) const = 0;
+
+  // Where the status line stands; empty for a view that shows none.
+  virtual Rect StatusPlace(const ViewContext& context) const = 0;
+
+  // What has to be painted again when the window gets or loses the focus.
+  virtual Rect ListArea(const ViewContext& context) const = 0;
 };
 
 }  // namespace quilmark

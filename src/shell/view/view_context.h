@@ -12,7 +12,7 @@
 
 namespace quilmark {
 
-// Made for each call; nobody keeps it.
+// Made for each call; what it refers to lives until the call returns, and no longer.
 struct ViewContext {
   uint32_t dpi = 96;
   Rect client;
@@ -24,6 +24,7 @@ struct ViewContext {
   bool isTipShown = false;
   uint64_t nowMs = 0;
 
+  // Pixels of this window for `n` pixels at 96 dpi.
   int Scaled(int n) const { return ScaleFor(dpi, n); }
 };
 
@@ -32,6 +33,7 @@ struct PaintOutcome {
   bool isMissing = false;  // of a row in view something is not known that can be asked for
   bool isLater = false;    // a row in view could not be read now: to be painted again in a while
 
+  // Adds what another part of the same paint could not show.
   void Join(const PaintOutcome& other) {
     isMissing = isMissing || other.isMissing;
     isLater = isLater || other.isLater;

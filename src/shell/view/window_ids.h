@@ -31,13 +31,17 @@ inline constexpr uint32_t kTimerCaptureHint = 30013;
 inline constexpr uint32_t kTimerRepaint = 30014;
 inline constexpr uint32_t kTimerTaskbar = 30015;
 
-// Whose a number is. Of kEveryView the hidden ones hear too; what they want done is dropped. The first
-// three are the modes of the window, by their values.
+// Whose a number is. The first three are the modes of the window, by their values. A number of
+// kEveryView reaches the hidden views too; what they want done is dropped.
 enum class Owner : uint8_t { kSearch, kAnalysis, kDuplicates, kEveryView, kApp };
+
+// Whether an owner hears of a number also while another view is shown.
 enum class When : uint8_t { kInEveryMode, kInItsMode };
+
+// Whether a timer is stopped when it has fired.
 enum class Firing : uint8_t { kOnce, kRepeating };
 
-// A message or a timer. In every mode: its owner hears of it also while another view is shown.
+// A message or a timer, and who hears of it.
 struct NumberRow {
   uint32_t number = 0;
   Owner owner = Owner::kApp;
@@ -68,7 +72,7 @@ inline constexpr NumberRow kTimerNumbers[] = {
     {kTimerTaskbar, Owner::kApp},
 };
 
-// Null for a number of nobody.
+// The row of a number; null for one that has no owner.
 constexpr const NumberRow* RowOfNumber(std::span<const NumberRow> table, uint32_t number) {
   for (const NumberRow& row : table) {
     if (row.number == number) return &row;
@@ -100,7 +104,7 @@ inline constexpr int kFirstTag = 200;  // and up: a button a filter category
 inline constexpr int kTrayShow = 20001;
 inline constexpr int kTrayExit = 20002;
 
-// Two things with one number would get each other's messages.
+// False if two of the numbers are one: two things would get each other's messages.
 constexpr bool AreAllDifferent(std::initializer_list<uint32_t> numbers) {
   for (const uint32_t* one = numbers.begin(); one != numbers.end(); ++one) {
     for (const uint32_t* other = one + 1; other != numbers.end(); ++other) {

@@ -38,7 +38,7 @@ TEST(ScaleChange, KeepsTheFileOfAWindowOnAScreenOfAnotherScaleThanTheSystem) {
   AppState& app = harness.app;
   const WindowSettings stored;
   WindowSettings settings = stored;  // as read at the system's 96
-  TakeScaleChange(app, settings, 144);
+  (void)TakeScaleChange(app, settings, 144);
   const std::u16string saved =
       WindowSettingsText(settings, {.restored = {1650, 1050}, .dpi = static_cast<int>(app.systemDpi)});
   EXPECT_EQ(saved, WindowSettingsText(stored, {.restored = {1100, 700}, .dpi = 96}));

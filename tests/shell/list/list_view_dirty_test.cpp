@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(Styles, ListDirt, testing::Values(0, 1, 2));
 
 TEST(ListDirt, IsTwoRowsForAMouseThatGoesFromOneToTheNext) {
   PaintedList painted({.pitch = 22});
-  painted.list.Move({30, 20});
+  (void)painted.list.Move({30, 20});
   const Rect dirty = painted.list.Move({30, 40}).dirty;
   EXPECT_EQ(dirty, (Rect{10, 15, 140, 59}));
   painted.rows.painted = 0;

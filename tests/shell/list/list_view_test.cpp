@@ -100,12 +100,12 @@ TEST_F(ListViewTest, PaintsNothingOfNoRows) {
 TEST_F(ListViewTest, CostsTheRowsInViewHoweverManyThereAre) {
   rows.count = 10'000'000;
   Place();
-  list.ScrollTo(std::numeric_limits<int64_t>::max());
+  (void)list.ScrollTo(std::numeric_limits<int64_t>::max());
   EXPECT_EQ(list.scrollY, 10'000'000LL * 44 - 220);
   Painted(stage.client);
   EXPECT_EQ(rows.read, (RowSpan{9'999'995, 10'000'000}));
   rows.count = std::numeric_limits<uint64_t>::max();
-  list.ScrollTo(std::numeric_limits<int64_t>::max());
+  (void)list.ScrollTo(std::numeric_limits<int64_t>::max());
   Painted(stage.client);
   EXPECT_LE(rows.painted, 6);
 }
@@ -150,7 +150,7 @@ TEST_F(ListViewTest, AThumbIsHeldUntilItIsLetGoOf) {
   EXPECT_FALSE(moved.rehovers) << "the mouse is held";
   EXPECT_GT(list.scrollY, 0);
   EXPECT_EQ(list.hoverRow, -1);
-  list.Move({0, 10'000});
+  (void)list.Move({0, 10'000});
   EXPECT_EQ(list.scrollY, 100 * 44 - 220);
   const Effects end = list.Release();
   EXPECT_EQ(end.capture, Capture::kRelease);
@@ -160,19 +160,19 @@ TEST_F(ListViewTest, AThumbIsHeldUntilItIsLetGoOf) {
 }
 
 TEST_F(ListViewTest, ALostCaptureEndsADragAndReleasesNothing) {
-  list.Press(MiddleOf(Vertical().thumb));
+  (void)list.Press(MiddleOf(Vertical().thumb));
   const Effects lost = list.Lose();
   EXPECT_EQ(lost.capture, Capture::kKeep);
   EXPECT_TRUE(lost.syncsBars);
   EXPECT_EQ(list.dragBar, Bar::kNone);
   const int64_t before = list.scrollY;
-  list.Move({390, 250});
+  (void)list.Move({390, 250});
   EXPECT_EQ(list.scrollY, before);
   EXPECT_EQ(list.Lose().dirty, Rect());
 }
 
 TEST_F(ListViewTest, APressEndsADragWhoseReleaseGotLost) {
-  list.Press(MiddleOf(Vertical().thumb));
+  (void)list.Press(MiddleOf(Vertical().thumb));
   const ListPress press = list.Press(InRow(1));
   EXPECT_EQ(press.row, 1);
   EXPECT_EQ(press.effects.dirty, Vertical().track);
@@ -195,12 +195,12 @@ TEST_F(ListViewTest, ATrackThatDragsHoldsWhatItMoved) {
   EXPECT_EQ(press.effects.capture, Capture::kTake);
   EXPECT_EQ(list.scrollY, 100 * 44 - 220);
   EXPECT_EQ(list.dragBar, Bar::kVertical);
-  list.Move({0, 0});
+  (void)list.Move({0, 0});
   EXPECT_EQ(list.scrollY, 0);
 }
 
 TEST_F(ListViewTest, ABarThatGoesAwayUnderTheHandMovesNothing) {
-  list.Press(MiddleOf(Vertical().thumb));
+  (void)list.Press(MiddleOf(Vertical().thumb));
   rows.count = 2;
   Place();
   EXPECT_EQ(list.Move({390, 200}).dirty, Rect());
@@ -212,19 +212,19 @@ TEST_F(ListViewTest, ScrollsSidewaysOverItsColumns) {
   Place();
   EXPECT_EQ(Horizontal().track, (Rect{0, 260, 388, 270}));
   EXPECT_EQ(list.Area(), (Rect{0, 40, 398, 270}));
-  list.Press({300, 265});
+  (void)list.Press({300, 265});
   const int pressed = list.scrollX;
   EXPECT_GT(pressed, 0);
-  list.Press(MiddleOf(Horizontal().thumb));
+  (void)list.Press(MiddleOf(Horizontal().thumb));
   EXPECT_EQ(list.dragBar, Bar::kHorizontal);
-  list.Move({10'000, 0});
+  (void)list.Move({10'000, 0});
   EXPECT_EQ(list.scrollX, 700 - 388);
   EXPECT_EQ(list.scrollY, 0);
-  list.Release();
+  (void)list.Release();
   EXPECT_EQ(list.Tilt(-120).dirty, list.Area());
   EXPECT_EQ(list.scrollX, 700 - 388 - 40);
-  list.Tilt(60);
-  list.Tilt(60);
+  (void)list.Tilt(60);
+  (void)list.Tilt(60);
   EXPECT_EQ(list.scrollX, 700 - 388);
   EXPECT_EQ(list.Tilt(120).dirty, Rect());
   const RecordingCanvas canvas = Painted(list.PlaceOf(0));
@@ -234,12 +234,12 @@ TEST_F(ListViewTest, ScrollsSidewaysOverItsColumns) {
 TEST_F(ListViewTest, AWheelMovesByNotchesAndKeepsWhatIsLeft) {
   EXPECT_EQ(list.Wheel(-120).dirty, list.Area());
   EXPECT_EQ(list.scrollY, 100);
-  for (int i = 0; i < 120; ++i) list.Wheel(-1);
+  for (int i = 0; i < 120; ++i) (void)list.Wheel(-1);
   EXPECT_EQ(list.scrollY, 200);
-  list.Wheel(240);
+  (void)list.Wheel(240);
   EXPECT_EQ(list.scrollY, 0);
   EXPECT_EQ(list.Wheel(120).dirty, Rect());
-  list.Wheel(std::numeric_limits<int>::min());
+  (void)list.Wheel(std::numeric_limits<int>::min());
   EXPECT_EQ(list.scrollY, 100 * 44 - 220);
 }
 
@@ -247,14 +247,14 @@ TEST_F(ListViewTest, AWheelMovesByWholeLinesWhereTheListWantsIt) {
   stage.dpi = 120;
   Style({.pitch = 30, .notchLines = 3});
   EXPECT_EQ(list.Grid().pitch, 38);
-  list.Wheel(-120);
+  (void)list.Wheel(-120);
   EXPECT_EQ(list.scrollY, 3 * 38);
-  list.Wheel(120);
+  (void)list.Wheel(120);
   EXPECT_EQ(list.scrollY, 0);
 }
 
 TEST_F(ListViewTest, RowsThatMoveLeaveNoneHovered) {
-  list.Move(InRow(1));
+  (void)list.Move(InRow(1));
   EXPECT_TRUE(list.Wheel(-120).rehovers);
   EXPECT_EQ(list.hoverRow, -1);
   EXPECT_EQ(list.Move({5, 45}).dirty, Intersection(list.PlaceOf(2), kRows));
@@ -262,7 +262,7 @@ TEST_F(ListViewTest, RowsThatMoveLeaveNoneHovered) {
 
 TEST_F(ListViewTest, FollowsTheCommandsOfAScrollbar) {
   const auto after = [&](ScrollCommand command, int64_t position = 0) {
-    list.Scroll({.command = command, .position = position});
+    (void)list.Scroll({.command = command, .position = position});
     return list.scrollY;
   };
   EXPECT_EQ(after(ScrollCommand::kLineBack), 0);
@@ -283,7 +283,7 @@ TEST_F(ListViewTest, FollowsTheCommandsOfASidewaysScrollbar) {
   contentWidth = 800;
   Place();
   const auto after = [&](ScrollCommand command, int64_t position = 0) {
-    list.Scroll({.isVertical = false, .command = command, .position = position});
+    (void)list.Scroll({.isVertical = false, .command = command, .position = position});
     return list.scrollX;
   };
   EXPECT_EQ(after(ScrollCommand::kLineOn), 40);
@@ -302,7 +302,7 @@ TEST_F(ListViewTest, TellsAScrollbarItsRange) {
   const BarRange none = list.RangeOf(Bar::kHorizontal, 113);
   EXPECT_EQ(std::tuple(none.last, none.page, none.position), std::tuple(388 - 1, 388, 0));
   rows.count = 1'000'000'000;  // more pixels than such a bar can count
-  list.Scroll({.command = ScrollCommand::kTo, .position = list.RangeOf(Bar::kVertical, 105).last});
+  (void)list.Scroll({.command = ScrollCommand::kTo, .position = list.RangeOf(Bar::kVertical, 105).last});
   EXPECT_EQ(list.scrollY, 44'000'000'000 - 220);
   EXPECT_EQ(list.RangeOf(Bar::kVertical, 105).position, (44'000'000'000 - 220) / 32);
 }
@@ -311,13 +311,13 @@ TEST_F(ListViewTest, KeepsTheRowsUnderAFinger) {
   contentWidth = 700;
   Place();
   EXPECT_EQ(list.Pan({.at = {200, 200}, .isFirst = true}).dirty, Rect());
-  list.Pan({.at = {190, 50}});
+  (void)list.Pan({.at = {190, 50}});
   EXPECT_EQ(list.scrollY, 150);
   EXPECT_EQ(list.scrollX, 10);
-  list.Pan({.at = {300, 1'000}});
+  (void)list.Pan({.at = {300, 1'000}});
   EXPECT_EQ(list.scrollY, 0);
   EXPECT_EQ(list.scrollX, 0);
-  list.Pan({.at = {100, 100}, .isFirst = true});  // another finger
+  (void)list.Pan({.at = {100, 100}, .isFirst = true});  // another finger
   EXPECT_EQ(list.Pan({.at = {100, 90}}).dirty, list.Area());
   EXPECT_EQ(list.scrollY, 10);
 }
@@ -328,7 +328,7 @@ TEST_F(ListViewTest, KeepsTheSameRowsInViewAtAnotherScale) {
       stage.dpi = 96;
       rows.count = 10'000'000;
       Style({.pitch = pitch});
-      list.ScrollTo(int64_t{pitch} * 8'000'000 + pitch / 2);
+      (void)list.ScrollTo(int64_t{pitch} * 8'000'000 + pitch / 2);
       list.Rescale(96, to);
       stage.dpi = to;
       Place();
@@ -340,7 +340,7 @@ TEST_F(ListViewTest, KeepsTheSameRowsInViewAtAnotherScale) {
     }
   }
   Style({});
-  list.ScrollTo(50);
+  (void)list.ScrollTo(50);
   list.Rescale(96, 192);
   EXPECT_EQ(list.scrollY, 100) << "and the same part of a row";
   list.scrollX = 100;
@@ -354,8 +354,8 @@ TEST_F(ListViewTest, KeepsTheSameRowsInViewAtAnotherScale) {
 TEST_F(ListViewTest, ComesBackWithinItsLimitsWhenItIsPlaced) {
   contentWidth = 700;
   Place();
-  list.ScrollTo(4'000);
-  list.ScrollSidewaysTo(300);
+  (void)list.ScrollTo(4'000);
+  (void)list.ScrollSidewaysTo(300);
   rows.count = 6;
   contentWidth = 400;
   Place();
@@ -364,8 +364,8 @@ TEST_F(ListViewTest, ComesBackWithinItsLimitsWhenItIsPlaced) {
 }
 
 TEST_F(ListViewTest, StartsAnotherStyleFromTheTop) {
-  list.ScrollTo(1'000);
-  list.Move(InRow(25));
+  (void)list.ScrollTo(1'000);
+  (void)list.Move(InRow(25));
   Style({.pitch = 112, .cell = 150});
   EXPECT_EQ(list.scrollY, 0);
   EXPECT_EQ(list.hoverRow, -1);
@@ -397,11 +397,11 @@ TEST_F(ListViewTest, AnswersInAPlaceThatIsInsideOut) {
   for (const Rect& place : {Rect{0, 40, 0, 40}, Rect{0, 40, -10, 10}, Rect{5, 5, 6, 6}}) {
     list.Place(place, 300, stage.Context());
     EXPECT_EQ(list.Press({0, 40}).row, -1);
-    list.Move({0, 40});
-    list.Wheel(-120);
-    list.Tilt(120);
-    list.Scroll({.command = ScrollCommand::kPageOn});
-    list.Leave();
+    (void)list.Move({0, 40});
+    (void)list.Wheel(-120);
+    (void)list.Tilt(120);
+    (void)list.Scroll({.command = ScrollCommand::kPageOn});
+    (void)list.Leave();
     Painted(stage.client);
     EXPECT_LE(rows.painted, 1);
   }

@@ -80,7 +80,7 @@ TEST_P(ListsAtScale, ObeyTheLawsWhereverTheyAreScrolledTo) {
   for (const int row : {0, 3, 36, 39}) {
     lists.Choose(row, row + 1);
     for (ListView* const list : {&lists.space, &lists.groups, &lists.files}) {
-      list->ScrollTo(int64_t{row} * list->Grid().pitch + 7);
+      (void)list->ScrollTo(int64_t{row} * list->Grid().pitch + 7);
     }
     EXPECT_THAT(lists.Faults(), testing::IsEmpty()) << row;
   }
@@ -129,8 +129,8 @@ TEST(Lists, HaveRowsAndBarsOfTheirOwnSizes) {
 TEST(Lists, TurnByWholeRows) {
   for (const uint32_t dpi : {96u, 120u, 144u, 168u}) {
     Lists lists(dpi);
-    lists.groups.Wheel(-120);
-    lists.files.Wheel(-120);
+    (void)lists.groups.Wheel(-120);
+    (void)lists.files.Wheel(-120);
     EXPECT_EQ(lists.groups.scrollY, 2 * lists.groups.Grid().pitch) << dpi;
     EXPECT_EQ(lists.files.scrollY, 3 * lists.files.Grid().pitch) << dpi;
     if (dpi != 96) continue;
@@ -195,7 +195,7 @@ TEST(Lists, APathEndsBeforeItsSize) {
 
 TEST(Lists, AHoverCostsTwoRows) {
   Lists lists;
-  lists.groups.Move({50, 60});
+  (void)lists.groups.Move({50, 60});
   const Rect dirty = lists.groups.Move({50, 110}).dirty;
   EXPECT_EQ(dirty, (Rect{0, 52, 409, 156}));
   RecordingCanvas canvas(dirty);

@@ -67,16 +67,15 @@ TEST_F(SearchMouse, APressOnARowChoosesItAndTakesTheKeys) {
 }
 
 TEST_F(SearchMouse, HeldKeysExtendTheChoice) {
-  Send(Mouse::kPress, InRow(1));
-  Send({.kind = Mouse::kPress, .at = InRow(3), .shift = true});
-  Send({.kind = Mouse::kPress, .at = InRow(6), .ctrl = true});
-  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()),
-            (std::vector<uint64_t>{1, 2, 3, 6}));
+  (void)Send(Mouse::kPress, InRow(1));
+  (void)Send({.kind = Mouse::kPress, .at = InRow(3), .shift = true});
+  (void)Send({.kind = Mouse::kPress, .at = InRow(6), .ctrl = true});
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()), (std::vector<uint64_t>{1, 2, 3, 6}));
 }
 
 TEST_F(SearchMouse, APressBesideTheRowsChoosesNoneAndLeavesTheKeys) {
   picture.Hold(2);
-  Send(Mouse::kPress, InRow(1));
+  (void)Send(Mouse::kPress, InRow(1));
   EXPECT_EQ(Send(Mouse::kPress, InRow(5)).focus, Focus::kKeep);
   EXPECT_TRUE(SelectedRows(app.search.list.selection, DisplayCount()).empty());
 }
@@ -90,9 +89,9 @@ TEST_F(SearchMouse, ASlowSecondPressOnANameOpensItsEditor) {
 }
 
 TEST_F(SearchMouse, ADoubleClickFocusesARowAndIsTwoPressesElsewhere) {
-  Send(Mouse::kDouble, InRow(4));
+  (void)Send(Mouse::kDouble, InRow(4));
   EXPECT_EQ(app.search.list.selection.focusRow, 4);
-  Send(Mouse::kDouble, MiddleOf(Layout().header));
+  (void)Send(Mouse::kDouble, MiddleOf(Layout().header));
   EXPECT_EQ(picture.engine.sorts.size(), 1u);
 }
 
@@ -100,10 +99,10 @@ TEST_F(SearchMouse, AThumbIsHeldUntilItIsLetGoOf) {
   const Point thumb = MiddleOf(Vertical().thumb);
   EXPECT_EQ(Send(Mouse::kPress, thumb).capture, Capture::kTake);
   EXPECT_TRUE(app.search.thumbDragging);
-  Send(Mouse::kMove, {thumb.x, thumb.y + 100});
+  (void)Send(Mouse::kMove, {thumb.x, thumb.y + 100});
   const int64_t moved = app.search.rows.scrollY;
   EXPECT_GT(moved, 0);
-  Send(Mouse::kMove, {0, thumb.y + 150});  // however far beside the bar
+  (void)Send(Mouse::kMove, {0, thumb.y + 150});  // however far beside the bar
   EXPECT_GT(app.search.rows.scrollY, moved);
   window.calls.clear();
   const Effects end = Send(Mouse::kRelease, {thumb.x, thumb.y + 150});
@@ -114,7 +113,7 @@ TEST_F(SearchMouse, AThumbIsHeldUntilItIsLetGoOf) {
 }
 
 TEST_F(SearchMouse, ALostCaptureEndsADragAndReleasesNothing) {
-  Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_EQ(Send({.kind = Mouse::kLost}).capture, Capture::kKeep);
   EXPECT_FALSE(app.search.thumbDragging);
   EXPECT_EQ(app.search.rows.dragBar, Bar::kNone);
@@ -130,8 +129,8 @@ TEST_F(SearchMouse, APressBesideAThumbMovesItAndHoldsNothing) {
 }
 
 TEST_F(SearchMouse, AHeaderSortsByItsColumnAndNeverByTheNumber) {
-  Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 2) + 40, MiddleOf(Layout().header).y});
-  Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 0) + 30, MiddleOf(Layout().header).y});
+  (void)Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 2) + 40, MiddleOf(Layout().header).y});
+  (void)Send(Mouse::kPress, {ColumnLeft(Layout(), 0, 0) + 30, MiddleOf(Layout().header).y});
   ASSERT_EQ(picture.engine.sorts.size(), 1u);
   EXPECT_EQ(picture.engine.sorts[0], std::pair(2, Direction::kByClick));
 }
@@ -143,7 +142,7 @@ TEST_F(SearchMouse, AnEdgeOfAColumnIsDraggedAndKept) {
   EXPECT_FALSE(IsColumnEdge(app.search, Context(), {edge.x - 30, edge.y}));
   EXPECT_EQ(Send(Mouse::kPress, edge).capture, Capture::kTake);
   EXPECT_TRUE(IsColumnEdge(app.search, Context(), {5, 600})) << "wherever the mouse is meanwhile";
-  Send(Mouse::kMove, {edge.x + 25, edge.y});
+  (void)Send(Mouse::kMove, {edge.x + 25, edge.y});
   EXPECT_EQ(CurrentWindowSettings.columnWidth[1], before + 25);
   // The last move need not be where the button is let go.
   const Effects end = Send(Mouse::kRelease, {edge.x + 40, edge.y});
@@ -151,28 +150,28 @@ TEST_F(SearchMouse, AnEdgeOfAColumnIsDraggedAndKept) {
   EXPECT_EQ(window.Count("Placement"), 1u) << "kept";
   EXPECT_EQ(end.capture, Capture::kRelease);
   EXPECT_TRUE(picture.engine.sorts.empty());
-  Send(Mouse::kRelease, edge);
+  (void)Send(Mouse::kRelease, edge);
   EXPECT_EQ(window.Count("Placement"), 1u);
 }
 
 // Its columns end further left with each move then, and the rows have to stay where they are.
 TEST_F(SearchMouse, AnEdgeIsDraggedFromTheEndOfTheColumnsToo) {
   picture.Resize(500, 700);
-  app.search.rows.ScrollSidewaysTo(10'000);
+  (void)app.search.rows.ScrollSidewaysTo(10'000);
   const int before = CurrentWindowSettings.columnWidth[4], scrollX = app.search.rows.scrollX;
   const Point edge = EdgeOf(4);
-  Send(Mouse::kPress, edge);
+  (void)Send(Mouse::kPress, edge);
   for (const int left : {10, 20, 20}) {
-    Send(Mouse::kMove, {edge.x - left, edge.y});
+    (void)Send(Mouse::kMove, {edge.x - left, edge.y});
     EXPECT_EQ(CurrentWindowSettings.columnWidth[4], before - left);
     EXPECT_EQ(app.search.rows.scrollX, scrollX);
   }
-  Send(Mouse::kRelease, {edge.x - 20, edge.y});
+  (void)Send(Mouse::kRelease, {edge.x - 20, edge.y});
   EXPECT_EQ(app.search.rows.scrollX, HorizontalLimit(app.search.rows.Grid())) << "within them again";
 }
 
 TEST_F(SearchMouse, WheelsScrollByNotches) {
-  Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -240});
+  (void)Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -240});
   EXPECT_EQ(app.search.rows.scrollY, 200);
   EXPECT_EQ(Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = 120}).tip, u"");
   EXPECT_EQ(app.search.rows.scrollY, 100);
@@ -180,14 +179,14 @@ TEST_F(SearchMouse, WheelsScrollByNotches) {
 
 TEST_F(SearchMouse, WheelsGoSidewaysWithShiftAndByTheirTilt) {
   picture.Resize(500, 700);
-  Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
+  (void)Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
   const int once = app.search.rows.scrollX;
   EXPECT_GT(once, 0);
-  Send({.kind = Mouse::kTilt, .delta = 120});
+  (void)Send({.kind = Mouse::kTilt, .delta = 120});
   EXPECT_GT(app.search.rows.scrollX, once);
   EXPECT_EQ(app.search.rows.scrollY, 0);
   picture.SetView(ViewMode::kLargeIcons);
-  Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
+  (void)Send({.kind = Mouse::kWheel, .at = InRow(1), .delta = -120, .shift = true});
   EXPECT_GT(app.search.rows.scrollY, 0) << "icons have no sideways";
 }
 
@@ -206,10 +205,10 @@ TEST_F(SearchMouse, AWheelOverTheSidebarLeavesAHeldThumbWhereItIs) {
   picture.SetSidebar(true);
   picture.Resize(1'100, 300);
   const Point thumb = MiddleOf(Vertical().thumb);
-  Send(Mouse::kPress, thumb);
-  Send(Mouse::kMove, {thumb.x, thumb.y + 50});
+  (void)Send(Mouse::kPress, thumb);
+  (void)Send(Mouse::kMove, {thumb.x, thumb.y + 50});
   const int64_t held = app.search.rows.scrollY;
-  Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
+  (void)Send({.kind = Mouse::kWheel, .at = {20, app.search.headerTop + 10}, .delta = -120});
   EXPECT_EQ(app.search.sidebarScroll, 1);
   EXPECT_EQ(app.search.rows.scrollY, held);
 }
@@ -221,7 +220,7 @@ TEST_F(SearchMouse, ThumbOfTheSidebarIsDragged) {
   const Effects press = Send(Mouse::kPress, MiddleOf(sidebar.thumb));
   EXPECT_EQ(press.capture, Capture::kTake);
   EXPECT_TRUE(press.syncsBars);
-  Send(Mouse::kMove, {400, 299});
+  (void)Send(Mouse::kMove, {400, 299});
   EXPECT_EQ(app.search.sidebarScroll, sidebar.scrollLimit);
   EXPECT_EQ(Send(Mouse::kRelease, {400, 299}).capture, Capture::kRelease);
   EXPECT_FALSE(app.search.list.dragsSidebar);
@@ -230,7 +229,7 @@ TEST_F(SearchMouse, ThumbOfTheSidebarIsDragged) {
 TEST_F(SearchMouse, APressOnACategoryOfTheSidebarFiltersByIt) {
   picture.SetSidebar(true);
   const SidebarLayout sidebar = PlaceSidebar(app.search, Context());
-  Send(Mouse::kPress, MiddleOf(sidebar.rows[2]));
+  (void)Send(Mouse::kPress, MiddleOf(sidebar.rows[2]));
   EXPECT_EQ(TheSearch().ActiveCategory, 2);
 }
 
@@ -249,61 +248,61 @@ TEST_F(SearchMouse, TwoRowsAreDrawnAnewWhereTheMouseGoesFromOneToTheNext) {
 
 // Names that others have changed, and values that came by another way, are told of by nobody.
 TEST_F(SearchMouse, AllRowsAreDrawnAnewUnderAMouseThatMovesOnceInAWhile) {
-  Send(Mouse::kMove, InRow(2));
+  (void)Send(Mouse::kMove, InRow(2));
   EXPECT_TRUE(Dirty().has_value());
   nowMs += 1'000;
-  Send(Mouse::kMove, InRow(3));
+  (void)Send(Mouse::kMove, InRow(3));
   EXPECT_TRUE(app.search.repaint.isPending);
   EXPECT_FALSE(Dirty().has_value()) << "all of the list";
   app.search.repaint.isPending = false;
   const Rect rows = Layout().rows;
-  NoteListPaint(app.search, Context(), {rows.left, rows.top, rows.right, rows.top + 44}, {});
-  Send(Mouse::kMove, InRow(4));
+  (void)NoteListPaint(app.search, Context(), {rows.left, rows.top, rows.right, rows.top + 44}, {});
+  (void)Send(Mouse::kMove, InRow(4));
   EXPECT_FALSE(Dirty().has_value()) << "a part was painted, which says nothing of the others";
   app.search.repaint.isPending = false;
-  NoteListPaint(app.search, Context(), picture.Context().client, {});
-  Send(Mouse::kMove, InRow(5));
+  (void)NoteListPaint(app.search, Context(), picture.Context().client, {});
+  (void)Send(Mouse::kMove, InRow(5));
   EXPECT_TRUE(Dirty().has_value());
 }
 
 TEST_F(SearchMouse, WhatAPaintMissedIsKnownUntilAPaintOfAll) {
   const Rect client = picture.Context().client, part = app.search.rows.PlaceOf(1);
-  NoteListPaint(app.search, Context(), client, {.isMissing = true});
-  NoteListPaint(app.search, Context(), part, {});
+  (void)NoteListPaint(app.search, Context(), client, {.isMissing = true});
+  (void)NoteListPaint(app.search, Context(), part, {});
   EXPECT_TRUE(app.search.paintedMissing);
-  NoteListPaint(app.search, Context(), client, {});
+  (void)NoteListPaint(app.search, Context(), client, {});
   EXPECT_FALSE(app.search.paintedMissing);
-  NoteListPaint(app.search, Context(), part, {.isMissing = true});
+  (void)NoteListPaint(app.search, Context(), part, {.isMissing = true});
   EXPECT_TRUE(app.search.paintedMissing);
 }
 
 // What comes with the next results is painted with them.
 TEST_F(SearchMouse, RowsThatComeBelowTheMouseHurryNoRepaintOfAll) {
-  RequestListRepaint(app.search, Context(), 100);
-  RefreshHover(app.search, Context(), InRow(2));
+  (void)RequestListRepaint(app.search, Context(), 100);
+  (void)RefreshHover(app.search, Context(), InRow(2));
   EXPECT_EQ(app.search.rows.hoverRow, 2);
   EXPECT_EQ(window.timers.at(kTimerRepaint), 100u);
   EXPECT_FALSE(Dirty().has_value()) << "all of the list";
-  Send(Mouse::kMove, InRow(3));
+  (void)Send(Mouse::kMove, InRow(3));
   EXPECT_EQ(window.timers.at(kTimerRepaint), 16u) << "the user waits for that";
 }
 
 TEST_F(SearchMouse, ABarUnderTheMouseIsDrawnAnew) {
   const Scrollbar bar = Vertical();
-  Send(Mouse::kMove, MiddleOf(bar.track));
+  (void)Send(Mouse::kMove, MiddleOf(bar.track));
   EXPECT_EQ(app.search.rows.hoverBar, Bar::kVertical);
   EXPECT_EQ(app.search.rows.hoverRow, -1);
   EXPECT_EQ(Dirty(), bar.track);
 }
 
 TEST_F(SearchMouse, WhatTheMouseLeavesIsDrawnAnew) {
-  Send(Mouse::kMove, InRow(2));
+  (void)Send(Mouse::kMove, InRow(2));
   const Effects effects = Send({.kind = Mouse::kLeave});
   EXPECT_EQ(effects.tip, u"");
   EXPECT_EQ(app.search.rows.hoverRow, -1);
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
   EXPECT_EQ(window.Count("TrimSelf"), 1u);
-  Send({.kind = Mouse::kLeave});
+  (void)Send({.kind = Mouse::kLeave});
   EXPECT_EQ(window.Count("InvalidateList"), 1u);
 }
 
@@ -318,18 +317,18 @@ TEST_F(SearchMouse, ARestingMouseIsToldWhatItsCellSays) {
 }
 
 TEST_F(SearchMouse, NoTipComesWhileSomethingIsHeld) {
-  Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(Send(Mouse::kRest, InRow(4)).tip.has_value());
   EXPECT_EQ(app.search.rows.hoverRow, -1);
 }
 
 TEST_F(SearchMouse, ATipAsksForWhatIsNotKnownOnceTheListRests) {
   app.search.lastScrollTick = nowMs - 10;
-  Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
+  (void)Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
   EXPECT_TRUE(picture.engine.requested.empty());
   app.search.lastScrollTick = 0;
   const Tip tip = TipOfCell(ViewMode::kList, 0, 2);
-  Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
+  (void)Send(Mouse::kRest, InRow(0, ColumnLeft(Layout(), 0, 2) + 10));
   EXPECT_EQ(picture.engine.requested.size(), tip.isMissing ? 1u : 0u);
 }
 
@@ -340,7 +339,7 @@ TEST_F(SearchMouse, RowsThatMoveBelowTheMouseTakeTheHoverOver) {
   EXPECT_TRUE(effects.tracksMouse);
   EXPECT_FALSE(RefreshHover(app.search, Context(), std::nullopt).tracksMouse);
   EXPECT_EQ(app.search.rows.hoverRow, -1);
-  Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(RefreshHover(app.search, Context(), InRow(5)).tracksMouse);
   EXPECT_EQ(app.search.rows.hoverRow, -1);
 }

@@ -1,139 +1,54 @@
-// What the controls of the search view report, and what it keeps.
 #include "shell/search/search_view.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "config/config_directory.h"
-#include "platform/text_file.h"
 #include "shell/window_harness.h"
 
 namespace quilmark {
 namespace {
 
-class SearchControls : public testing::Test {
+class SearchViewOf : public testing::Test {
  protected:
-  Effects Report(const ControlEvent& event) {
-    Effects effects = view.OnControl(event, harness.Context());
-    harness.Carry(effects);
-    return effects;
-  }
-  Effects Choose(int id, int value) {
-    return Report({.kind = ControlEvent::kChosen, .id = id, .value = value});
-  }
-  Effects Type(int id, const std::u16string& text) {
-    return Report({.kind = ControlEvent::kText, .id = id, .text = text});
-  }
-  std::vector<int> Placed() {
-    std::vector<int> ids;
-    for (const ControlPlace& place : view.Layout(harness.Context())) ids.push_back(place.id);
-    return ids;
-  }
-  bool IsPlaced(int id) {
-    const auto ids = Placed();
-    return std::find(ids.begin(), ids.end(), id) != ids.end();
-  }
-  static std::u16string Saved() {
-    return ReadTextFile(GetConfigDirectory() + u"\\window.ini").value_or(u"");
-  }
-
   WindowHarness harness;
   SearchView& view = harness.app.search;
 };
 
-TEST_F(SearchControls, APresetFiltersBringsItsControlsAndIsKept) {
-  EXPECT_FALSE(IsPlaced(kSizeBox));
-  const Effects effects = Choose(kSizePreset, kCustomSize);
-  EXPECT_TRUE(effects.relayout);
-  EXPECT_EQ(effects.dirty, harness.Context().client);
-  EXPECT_EQ(harness.engine.filtered, 1);
-  EXPECT_TRUE(IsPlaced(kSizeBox));
-  EXPECT_TRUE(IsPlaced(kSizeUnit));
-  EXPECT_FALSE(IsPlaced(kDateFrom));
-  EXPECT_NE(Saved().find(u"sizePreset=4"), std::u16string::npos) << "a crash does not lose it";
-  Choose(kTimePreset, kCustomTime);
-  EXPECT_TRUE(IsPlaced(kDateFrom));
-  EXPECT_TRUE(IsPlaced(kDateTo));
-  Choose(kSizePreset, -1);
-  EXPECT_EQ(CurrentWindowSettings.sizePreset, 0);
-  EXPECT_FALSE(IsPlaced(kSecondSizeBox)) << "never";
-}
-
-TEST_F(SearchControls, ARangeFiltersOnlyWhereItsPresetIsChosen) {
-  Type(kSizeBox, u"1-7");
-  Choose(kSizeUnit, 3);
-  Report({.kind = ControlEvent::kDay, .id = kDateFrom, .value = 20'250'102});
-  EXPECT_EQ(harness.engine.filtered, 0);
-  EXPECT_EQ(CurrentWindowSettings.sizeRange, u"1-7");
-  EXPECT_EQ(CurrentWindowSettings.sizeUnit, 3);
-  EXPECT_EQ(CurrentWindowSettings.timeStart, 20'250'102);
-  CurrentWindowSettings.sizePreset = kCustomSize;
-  CurrentWindowSettings.timePreset = kCustomTime;
-  Type(kSizeBox, u"2-7");
-  Choose(kSizeUnit, -1);
-  Report({.kind = ControlEvent::kDay, .id = kDateTo, .value = 20'250'304});
-  Type(kSecondSizeBox, u"0-7");
-  EXPECT_EQ(harness.engine.filtered, 4);
-  EXPECT_EQ(CurrentWindowSettings.sizeUnit, 2);
-}
-
-// A field without a day of its own reports that of the system as soon as it is made.
-TEST_F(SearchControls, DaysOfAWindowThatHasNoSizeYetFilterNothing) {
-  CurrentWindowSettings.timePreset = kCustomTime;
-  harness.app.clientWidth = harness.app.clientHeight = 0;
-  Report({.kind = ControlEvent::kDay, .id = kDateFrom, .value = 20'250'102});
-  EXPECT_EQ(CurrentWindowSettings.timeStart, 20'250'102);
-  EXPECT_EQ(harness.engine.filtered, 0);
-}
-
-TEST_F(SearchControls, ATagIsChosenByItsNumber) {
-  view.Controls();
-  Report({.kind = ControlEvent::kClicked, .id = kFirstTag + 2});
-  EXPECT_EQ(TheSearch().ActiveCategory, 2);
-}
-
-TEST_F(SearchControls, TellOfUnknownOnesThatNobodyTookThem) {
-  EXPECT_FALSE(Type(199, u"x").isTaken);
-  EXPECT_FALSE(Choose(199, 1).isTaken);
-}
-
-// A program that writes into the box tells nobody.
-TEST_F(SearchControls, WhatAScriptHasWrittenIsReadWhenADriveComes) {
-  Engine().ready = true;
-  harness.window.texts[kQueryBox] = u"needle";
-  EXPECT_EQ(TheSearch().hooks.readSearchBox(), u"needle");
-}
-
-TEST_F(SearchControls, ACountMovesTheTagsAndLeavesTheListAlone) {
-  view.Controls();
-  view.Layout(harness.Context());
-  harness.engine.counts.byCategory = {12};
-  view.filterCountsPending = true;
-  const Effects effects = view.OnTimer(kTimerFilterCounts, harness.Context());
-  EXPECT_TRUE(effects.placesControls);
-  EXPECT_FALSE(effects.relayout) << "the bar is as high as before";
-  EXPECT_TRUE(harness.window.texts[kFirstTag].ends_with(u"(12)"));
-}
-
-TEST_F(SearchControls, ACountThatMakesTheBarHigherLaysAllOut) {
-  view.Controls();
-  view.Layout(harness.Context());
-  harness.app.clientWidth = 900;
-  harness.engine.counts.byCategory.assign(8, 1'000'000'000'000);
-  view.filterCountsPending = true;
-  const Effects effects = view.OnTimer(kTimerFilterCounts, harness.Context());
-  EXPECT_TRUE(effects.relayout);
-  EXPECT_EQ(effects.dirty, harness.Context().client);
-}
-
-TEST_F(SearchControls, ALeaveEndsWhatIsHeldAndEdited) {
+TEST_F(SearchViewOf, ALeaveEndsWhatIsHeldAndEdited) {
   view.renaming.emplace();
   view.list.dragColumn = 1;
   const Effects effects = view.Leave(harness.Context());
   EXPECT_EQ(effects.editor, Editor::kClose);
   EXPECT_FALSE(view.renaming);
   EXPECT_EQ(view.list.dragColumn, -1);
+}
+
+TEST_F(SearchViewOf, ItsStatusStandsBelowTheTopRowAndAboveTheList) {
+  view.Layout(harness.Context());
+  const Rect status = view.StatusPlace(harness.Context()), list = view.ListArea(harness.Context());
+  EXPECT_FALSE(IsEmpty(status));
+  EXPECT_TRUE(IsEmpty(Intersection(status, list)));
+  EXPECT_EQ(list.bottom, harness.app.clientHeight);
+}
+
+TEST_F(SearchViewOf, ABarIsHeldForEachThatItHides) {
+  view.Layout(harness.Context());
+  const std::vector<BarRange> bars = view.Bars(harness.Context());
+  for (const int id : {kVerticalBar, kHorizontalBar, kSidebarBar}) {
+    EXPECT_EQ(
+        std::count_if(bars.begin(), bars.end(), [id](const BarRange& range) { return range.id == id; }),
+        1)
+        << id;
+  }
+}
+
+TEST_F(SearchViewOf, AnotherScaleKeepsItsProportions) {
+  view.sidebarWidth = 200;
+  view.Rescale(96, 144);
+  EXPECT_EQ(view.sidebarWidth, 300);
+  view.Rescale(144, 96);
+  EXPECT_EQ(view.sidebarWidth, 200);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "shell/search/list_scroll.h"
-#include "shell/search/row_press.h"
 #include "shell/search/search_places.h"
 #include "shell/window_harness.h"
 
@@ -59,67 +58,6 @@ TEST(Selection, FallsBackOnTheRowThatHasTheFocus) {
   selection.focusRow = 3;
   EXPECT_EQ(SelectedRows(selection, 10), Rows{3});
   EXPECT_TRUE(SelectedRows(selection, 3).empty());
-}
-
-TEST(PressRow, SelectsByTheModifiersHeld) {
-  ListState list;
-  EXPECT_EQ(PressRow(list, {.row = 2}), PressOutcome::kSelected);
-  PressRow(list, {.row = 5, .shift = true});
-  EXPECT_EQ(SelectedRows(list.selection, 10), (Rows{2, 3, 4, 5}));
-  PressRow(list, {.row = 3, .ctrl = true});
-  EXPECT_EQ(SelectedRows(list.selection, 10), (Rows{2, 4, 5}));
-}
-
-TEST(PressRow, KeepsASetSoThatItCanBeDragged) {
-  ListState list;
-  PressRow(list, {.row = 2});
-  PressRow(list, {.row = 5, .shift = true});
-  PressRow(list, {.row = 4});
-  EXPECT_EQ(list.selection.rows.size(), 4u);
-  EXPECT_EQ(list.selection.focusRow, 4);
-  EXPECT_EQ(list.selection.anchorRow, 4);
-  PressRow(list, {.row = 7});
-  EXPECT_EQ(SelectedRows(list.selection, 10), Rows{7});
-}
-
-TEST(PressRow, ClearsBesideTheRows) {
-  ListState list;
-  PressRow(list, {.row = 2});
-  EXPECT_EQ(PressRow(list, {.row = -1, .ctrl = true}), PressOutcome::kNothing);
-  EXPECT_EQ(list.selection.rows.size(), 1u);
-  PressRow(list, {.row = -1});
-  EXPECT_TRUE(list.selection.rows.empty());
-  EXPECT_EQ(list.selection.focusRow, -1);
-}
-
-TEST(PressRow, RenamesAtASlowSecondClickOnTheName) {
-  for (const auto& [passed, outcome] :
-       {std::pair(499u, PressOutcome::kSelected), std::pair(500u, PressOutcome::kRename),
-        std::pair(1'200u, PressOutcome::kRename), std::pair(1'201u, PressOutcome::kSelected)}) {
-    ListState list;
-    PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
-    EXPECT_EQ(PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000 + passed}), outcome)
-        << passed;
-  }
-}
-
-TEST(PressRow, RenamesOnlyTheNameThatWasClickedLast) {
-  ListState list;
-  PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
-  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 10'700}), PressOutcome::kSelected);
-  PressRow(list, {.row = 3, .isNameColumn = false, .nowMs = 11'300});
-  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 12'000}), PressOutcome::kSelected);
-  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 12'700}), PressOutcome::kRename);
-  EXPECT_EQ(PressRow(list, {.row = 3, .isNameColumn = true, .nowMs = 13'400}), PressOutcome::kSelected);
-}
-
-TEST(DoublePressRow, TakesTheFocusAndKeepsTheNextClickFromARename) {
-  ListState list;
-  PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'000});
-  DoublePressRow(list, 2);
-  EXPECT_EQ(list.selection.focusRow, 2);
-  EXPECT_EQ(SelectedRows(list.selection, 10), Rows{2});
-  EXPECT_EQ(PressRow(list, {.row = 2, .isNameColumn = true, .nowMs = 10'700}), PressOutcome::kSelected);
 }
 
 class ListScrolling : public testing::Test {
@@ -210,18 +148,6 @@ TEST_F(ListScrolling, MarksNoRowAsHoveredThatMovedAway) {
   app.search.rows.hoverRow = 3;
   Wheel(-120, 10'000);
   EXPECT_EQ(app.search.rows.hoverRow, -1);
-}
-
-TEST(TakeTurn, GivesWholeStepsAndKeepsTheRest) {
-  WheelRest rest;
-  EXPECT_EQ(TakeTurn(rest, 360), 3);
-  EXPECT_EQ(TakeTurn(rest, 50), 0);
-  EXPECT_EQ(TakeTurn(rest, 50), 0);
-  EXPECT_EQ(TakeTurn(rest, 50), 1);
-  EXPECT_EQ(rest.part, 30);
-  EXPECT_EQ(TakeTurn(rest, -100), 0) << "the other way round begins anew";
-  EXPECT_EQ(TakeTurn(rest, -20), -1);
-  EXPECT_EQ(rest.part, 0);
 }
 
 }  // namespace

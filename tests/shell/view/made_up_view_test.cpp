@@ -303,7 +303,7 @@ TEST_F(TwoViews, ASwitchEndsTheEditingOfAName) {
 TEST_F(TwoViews, BothTakeAnotherScale) {
   search.rows.scrollY = 440;
   ShowMadeUp();
-  view.groups.ScrollTo(104);
+  (void)view.groups.ScrollTo(104);
   pump.Press(InRow(view.groups));
   EXPECT_EQ(view.groupRows.chosen, 2);
   app.clientWidth = 1'650;
@@ -425,8 +425,8 @@ TEST(MadeUpPicture, ObeysTheLaws) {
                                   .status = u"Filter: All Files | Hits: 1,234,567"};
         MadeUpView view;
         view.Layout(context);
-        for (int i = 0; i < 4; ++i) view.OnKey(kKeyDown, false, context);
-        view.OnMouse(
+        for (int i = 0; i < 4; ++i) (void)view.OnKey(kKeyDown, false, context);
+        (void)view.OnMouse(
             {.kind = Mouse::kMove,
              .at = Point{context.client.right - ScaleFor(dpi, 200), view.files.PlaceOf(1).top + 1}},
             context);

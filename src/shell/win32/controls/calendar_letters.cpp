@@ -31,7 +31,7 @@ bool IsDayAt(HWND calendar, int x, int y, const SYSTEMTIME& day) {
          hit.st.wYear == day.wYear;
 }
 
-// No message tells the place of the names: it is where a hit would be one of them.
+// No message tells where the names stand: they stand where a hit test finds one.
 std::optional<Rect> PlaceOfNames(HWND calendar) {
   const RECT client = ClientRectOf(calendar);
   const int middle = client.right / 2;
@@ -46,7 +46,7 @@ std::optional<Rect> PlaceOfNames(HWND calendar) {
   return place;
 }
 
-// 0: Monday, as the names of the system are counted.
+// 0 is Monday, as the system counts its names.
 int FirstWeekday(HWND calendar) {
   return LOWORD(SendMessageW(calendar, MCM_GETFIRSTDAYOFWEEK, 0, 0)) % kDays;
 }
@@ -58,8 +58,8 @@ std::u16string NameOfWeekday(int day) {
   return FromWide(name.data());
 }
 
-// Where a theme of the system draws the calendar it has other colours than those it was given.
-// The end of its last line is bare.
+// The ground of a calendar, read off the end of its last line, where no day stands: a theme of the system
+// may draw it in other colours than it was given.
 Color GroundOf(HWND calendar, HDC dc, const Rect& names, const Palette& palette) {
   const COLORREF seen = GetPixel(dc, names.right - 4, ClientRectOf(calendar).bottom - 4);
   return seen == CLR_INVALID ? palette.alternateRow : seen;
@@ -71,7 +71,7 @@ Rect ColumnOf(const Rect& names, int column) {
           names.bottom};
 }
 
-// In the font of the calendar, which is selected.
+// Draws in the font of the calendar, which is selected.
 void DrawMiddle(HDC dc, const Rect& place, const std::u16string& text, Color color) {
   SetTextColor(dc, color);
   RECT rect = ToRECT(place);

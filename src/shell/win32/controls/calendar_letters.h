@@ -1,4 +1,4 @@
-// What of a month calendar cannot be read in the colours it has.
+// The letters of a month calendar that cannot be read in the colours that the system gives them.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace quilmark {
 
-// Draws the names of the weekdays and the chosen day over: the system draws both in the colour of a
-// ground, which is that of the whole calendar here. For each time it has painted.
+// Draws the names of the weekdays and the chosen day again: the system draws both in the colour of a
+// ground, which is that of the whole calendar here. To be called each time the calendar has painted.
 void DrawCalendarLetters(HWND calendar, const Palette& palette);
 
 }  // namespace quilmark

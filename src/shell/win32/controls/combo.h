@@ -12,23 +12,28 @@
 
 namespace quilmark {
 
+// A hidden drop list without items. `host` outlives it. Null where the system makes none.
 HWND MakeCombo(HWND parent, int id, ControlHost& host);
 
 // Replaces the items and chooses one; an index past the end chooses the first.
 void FillCombo(HWND combo, const std::vector<std::u16string>& items, int chosen);
 
-int ChosenIn(HWND combo);  // a row, or -1
+// The row that is chosen, or -1.
+int ChosenIn(HWND combo);
 
-// The answers to WM_DRAWITEM and WM_MEASUREITEM.
+// Draws a row, or the closed field: the answer to WM_DRAWITEM.
 void DrawComboItem(const DRAWITEMSTRUCT& item, const ControlHost& host);
+
+// Says how high rows are: the answer to WM_MEASUREITEM.
 void MeasureComboItem(MEASUREITEMSTRUCT& item, uint32_t dpi);
 
+// Where a drop list stands.
 struct ComboPlace {
   Rect field;
-  int listWidth = 0;  // pixels at 96 dpi; 0: as the field's
+  int listWidth = 0;  // pixels at 96 dpi; 0: as wide as the field
   bool isShown = true;
 };
-// An open list stays open where nothing changes.
+// Moves, shows or hides it. An open list stays open where nothing changes.
 void PlaceCombo(HWND combo, const ComboPlace& place, uint32_t dpi);
 
 }  // namespace quilmark

@@ -8,20 +8,26 @@
 
 namespace quilmark {
 
-// Outlives its controls. All calls on the interface thread. Where it is told of something it may place,
-// fill and close controls, the teller too.
+// Outlives its controls. All calls on the interface thread. While it is told of something it may place,
+// fill and close controls, also the one that tells it.
 struct ControlHost {
   virtual ~ControlHost() = default;
 
-  // Of the window itself: scale, palette, fonts.
+  // The context of the window itself: scale, palette, fonts.
   virtual ViewContext Context() const = 0;
-  virtual const GdiFonts& Fonts() const = 0;  // those of the context, to be drawn with
-  virtual bool IsDark() const = 0;            // so are scrollbars and frames of the system's popups
 
-  // True if an Enter or an Escape was taken, and the edit does not see it. Of other events nobody asks.
+  // The fonts of that context, to be drawn with.
+  virtual const GdiFonts& Fonts() const = 0;
+
+  // True if scrollbars and frames of the system's popups are to be dark.
+  virtual bool IsDark() const = 0;
+
+  // Hears what a control reports. True if an Enter or an Escape was taken, so that the edit does not see
+  // it; for other events the answer has no meaning.
   virtual bool OnControl(const ControlEvent& event) = 0;
 
-  // On the ground of the toolbar. Its place is in the coordinates of the control.
+  // Paints a control that its view paints, on the ground of the toolbar. The place is in the coordinates
+  // of the control.
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control) const = 0;
 };
 

@@ -1,4 +1,4 @@
-// Steps that the controls share, which are those of the system with a paint of ours.
+// What the controls share: they are those of the system, and painted here.
 #pragma once
 
 #include <windows.h>
@@ -10,45 +10,54 @@
 
 namespace quilmark {
 
+// A window class of the system, and the styles of one control.
 struct ControlClass {
   const wchar_t* name;
   DWORD style;  // beside WS_CHILD
   DWORD extendedStyle = 0;
 };
-// A hidden child without a place of its own yet, and without a text.
+// Makes a hidden child without a place and a text. Null where the system makes none.
 HWND MakeControl(HWND parent, const ControlClass& kind, int id, HFONT font);
 
-// Each control has one procedure of ours, which knows its host by its reference data. It removes itself
-// with WM_NCDESTROY.
+// Puts `procedure` before the control's own; its reference data names the host. The procedure takes
+// itself off with WM_NCDESTROY, by LetGo.
 void TakeOver(HWND control, SUBCLASSPROC procedure, ControlHost& host);
+
+// Takes the procedure off.
 void LetGo(HWND control, SUBCLASSPROC procedure);
+
+// The host that TakeOver has put into the reference data.
 inline ControlHost& HostOf(DWORD_PTR reference) { return *reinterpret_cast<ControlHost*>(reference); }
 
+// The font that a control draws with; null for the system's own. The control does not own it.
 HFONT FontOf(HWND control);
 
-// The host's, with client area and focus of the control.
+// The host's context, but with client area and focus of the control.
 ViewContext ContextOf(const ControlHost& host, HWND control);
 
+// The client area in its own coordinates; empty for a window that is gone.
 RECT ClientRectOf(HWND window);
 
-// In the coordinates of its parent.
+// The place of a window in the client area of its parent.
 RECT RectInParent(HWND window);
 
-// True for a control that would be seen in a window that is on show.
+// True for a control that is not hidden itself, whether its window is seen or not.
 bool IsShown(HWND control);
 
-bool HasFocusIn(HWND control);  // itself, or a part of it
+// True if the control, or a window within it, has the focus.
+bool HasFocusIn(HWND control);
 
-// Moves, shows or hides it. True if there was something to do.
+// Moves, shows or hides a control. False where nothing had to be done.
 bool MoveControl(HWND control, const Rect& rect, bool isShown);
 
-// The whole client area: the answer to WM_ERASEBKGND.
+// Fills the whole client area: for WM_ERASEBKGND.
 void FillClient(HWND window, HDC dc, Color color);
 
-// Of the frame around a control, which tells whether it has the focus.
+// The colour of the frame around a control; it tells whether the control has the focus.
 Color FrameColorOf(const ViewContext& context);
 
-// A line of one pixel just inside the client area, drawn past the control's own paint.
+// Draws a line of one pixel just inside the client area, on a device context of its own: after the paint
+// of the control.
 void FrameClient(HWND control, Color color);
 
 }  // namespace quilmark

@@ -7,13 +7,16 @@
 
 namespace quilmark {
 
+// A hidden field that shows today. `host` outlives it. Null where the system makes none.
 HWND MakeDatePicker(HWND parent, int id, ControlHost& host);
 
-// When its calendar has opened: gives that the colours of the palette and the room it wants.
+// Gives the calendar that has just dropped down the colours of the palette and the room that it needs.
 void StyleDatePicker(HWND picker, ControlHost& host);
 
-// Days as year * 10000 + month * 100 + day; 0: none.
+// The day that the field shows, as year * 10,000 + month * 100 + day; 0 where there is none.
 int DayOf(HWND picker);
+
+// Shows a day of that form; 0, or a day that is none, changes nothing.
 void SetDay(HWND picker, int day);
 
 }  // namespace quilmark

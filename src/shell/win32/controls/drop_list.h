@@ -7,10 +7,13 @@
 
 namespace quilmark {
 
-void StyleDropDown(HWND combo, ControlHost& host);  // when it opens
-void UnstyleDropDown(HWND combo);                   // when it closes
+// Paints the list of a combo in the palette from now on: when it opens.
+void StyleDropDown(HWND combo, ControlHost& host);
 
-// Scrollbars and frame of a popup of the system, dark or light as the theme is.
+// Gives the list back to the system: when it closes.
+void UnstyleDropDown(HWND combo);
+
+// Makes scrollbars and frame of a popup of the system dark or light.
 void ThemePopup(HWND popup, bool isDark);
 
 }  // namespace quilmark

@@ -71,11 +71,11 @@ bool TakeTabKey(HWND control, UINT message, WPARAM wParam) {
 std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   if (TakeTabKey(edit, message, wParam)) return 0;
   if (message == WM_MOUSEWHEEL || message == WM_MOUSEHWHEEL) {
-    // One line has nothing to scroll, and a multi-line edit would swallow it.
+    // One line has nothing to scroll, and a multi-line edit would not hand the message on.
     return SendMessageW(GetAncestor(edit, GA_PARENT), message, wParam, lParam);
   }
   if (message == WM_PASTE) {
-    // Where no text comes, what is selected stays.
+    // If the clipboard gives no text, the selection stays.
     if (const std::u16string text = FirstLine(ClipboardText(edit)); !text.empty()) Replace(edit, text);
     return 0;
   }

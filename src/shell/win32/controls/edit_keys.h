@@ -8,10 +8,12 @@
 
 namespace quilmark {
 
-// Tab goes to the next control and Shift+Tab to the one before. True if the message was that key.
-bool TakeTabKey(HWND control, UINT message, WPARAM wParam);
+// Moves the focus to the next control by Tab, and to the one before by Shift+Tab. True if the message
+// was that key, which nothing else may answer then.
+[[nodiscard]] bool TakeTabKey(HWND control, UINT message, WPARAM wParam);
 
-// Keys, characters and a paste of a field. Empty: not taken.
-std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
+// Answers keys, characters and a paste of a one-line field. Empty where the edit itself is to answer.
+[[nodiscard]] std::optional<LRESULT> TakeEditMessage(HWND edit, UINT message, WPARAM wParam,
+                                                     LPARAM lParam);
 
 }  // namespace quilmark

@@ -9,17 +9,18 @@
 
 namespace quilmark {
 
-// A new edit with its limit; 0: as much as the system lets it take.
+// A hidden edit that takes `longest` units from the user; 0: as many as the system allows. Null where
+// the system makes none.
 HWND MakeEdit(HWND parent, int id, DWORD style, size_t longest, HFONT font);
 
-// No more units than it takes from a user.
+// The text of an edit, cut to as many units as it takes from a user.
 std::u16string TextOfEdit(HWND edit);
 
-// Puts the line into the middle of the control; after each change of its size or font, which put it back
-// to the top. Insets in pixels at 96 dpi.
+// Puts the line into the middle of the control. To be called after each change of its size or font,
+// which puts the line back to the top. Insets are pixels at 96 dpi.
 void CentreEditLine(HWND edit, int leftInset, int rightInset, uint32_t dpi);
 
-// With the insets of a field.
+// The same with the insets that all fields have.
 void CentreField(HWND edit, uint32_t dpi);
 
 }  // namespace quilmark

@@ -9,6 +9,7 @@
 
 namespace quilmark {
 
+// A hidden edit that takes `longest` units. `host` outlives it. Null where the system makes none.
 HWND MakeFramedEdit(HWND parent, int id, size_t longest, ControlHost& host);
 
 }  // namespace quilmark

@@ -54,7 +54,7 @@ void NameEditor::Move(const Rect& place) {
 }
 
 void NameEditor::Close() {
-  // First: it loses the focus while it is destroyed.
+  // Forgotten first, since it loses the focus while it is destroyed.
   const HWND edit = std::exchange(edit_, nullptr);
   if (edit != nullptr) DestroyWindow(edit);
 }
@@ -101,7 +101,7 @@ LRESULT CALLBACK NameEditor::Procedure(HWND edit, UINT message, WPARAM wParam, L
     }
     case WM_NCDESTROY:
       RemoveWindowSubclass(edit, Procedure, kSubclass);
-      if (edit == self.edit_) self.edit_ = nullptr;  // with its parent
+      if (edit == self.edit_) self.edit_ = nullptr;  // destroyed with its parent
       break;
     default:
       break;

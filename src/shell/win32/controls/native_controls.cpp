@@ -34,7 +34,7 @@ bool IsEdit(ControlKind kind) { return kind == ControlKind::kSearchBox || kind =
 
 bool HasText(ControlKind kind) { return IsEdit(kind) || kind == ControlKind::kTag; }
 
-// Keys that go to a control that nobody sees would be lost.
+// Gives the focus back to the window: keys that go to a hidden control would be lost.
 void GiveUpFocus(HWND control) {
   if (HasFocusIn(control)) SetFocus(GetParent(control));
 }
@@ -58,7 +58,7 @@ void NativeControls::Make(HWND parent, std::span<const ControlSpec> specs, Contr
   const SetScope writing(isWriting_);
   host_ = &host;
   for (const ControlSpec& spec : specs) {
-    // Known before it is made: a combo asks for its heights while it is.
+    // In the list before it is made: a combo asks for its heights meanwhile.
     controls_.push_back({.kind = spec.kind, .id = spec.id, .listWidth = spec.listWidth});
     const HWND window = MakeOne(parent, spec);
     controls_.back().window = window;
@@ -187,7 +187,7 @@ const NativeControls::Control* NativeControls::Find(int id, ControlKind kind) co
 }
 
 std::optional<LRESULT> NativeControls::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  // A command of a menu or a key, or nothing. A script tells of another text like this.
+  // A menu or a key sends this too, without a control; a script sends it after it has changed a text.
   const bool isOfText = message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE;
   if (lParam == 0 && !isOfText) return std::nullopt;
   switch (message) {
@@ -262,7 +262,7 @@ std::optional<LRESULT> NativeControls::Measure(MEASUREITEMSTRUCT& item) const {
   return TRUE;
 }
 
-// What the program writes itself it knows.
+// Reports an event, unless the program itself is changing a control.
 std::optional<LRESULT> NativeControls::Tell(const ControlEvent& event) {
   if (!isWriting_) host_->OnControl(event);
   return 0;

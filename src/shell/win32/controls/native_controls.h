@@ -13,36 +13,53 @@
 
 namespace quilmark {
 
-// Interface thread. The controls end with the window that they stand in. A number that no control has
-// is passed over, and so is what a control's kind does not have.
+// Interface thread. The controls end with the window that they stand in. A call for a number that no
+// control has, or for something that a control of its kind does not have, changes nothing.
 class NativeControls {
  public:
-  // Makes them, hidden, behind those that are there. Their order is that of the Tab key. The window is
-  // asked how high rows of a combo are before it is done: it must hand on its messages from now on.
+  // Makes controls, hidden, behind those that are there; their order is that of the Tab key. The system
+  // asks the window how high rows of a combo are before this returns, so the window must hand its
+  // messages to TakeMessage by now.
   void Make(HWND parent, std::span<const ControlSpec> specs, ControlHost& host);
 
-  // Moves, shows and enables what must be. A control that is not named is hidden. One that is hidden or
-  // disabled gives the focus to the window.
+  // Moves, shows and enables controls as `places` says. A control that is not named is hidden. One that
+  // is hidden or disabled gives the focus to the window.
   void Place(std::span<const ControlPlace> places);
 
-  // None of these is told of to the host.
-  void SetText(int id, const std::u16string& text);  // of an edit or a tag
-  void SetItems(int id, const std::vector<std::u16string>& items, int chosen);
-  void SetDay(int id, int day);  // 0 changes nothing
+  // Nothing that the next calls change is reported to the host.
 
+  // Sets the text of an edit or a tag.
+  void SetText(int id, const std::u16string& text);
+
+  // Replaces the items of a combo and chooses one.
+  void SetItems(int id, const std::vector<std::u16string>& items, int chosen);
+
+  // Sets the day of a field; 0 changes nothing.
+  void SetDay(int id, int day);
+
+  // Lets a control take input.
   void Enable(int id);
+
+  // Has all tags painted again.
   void RedrawTags() const;
-  // The host has other fonts: the former ones are no control's any more when it returns.
+  // Gives the controls the present fonts of the host. No control holds a former one when it returns.
   void TakeFonts();
 
-  bool Focus(int id);  // false, and nothing done, where it is hidden or disabled
-  bool IsEnabled(int id) const;
-  int DayOf(int id) const;      // what a field for a day shows: that of the system where none was given
-  HWND HandleOf(int id) const;  // null without such a control
+  // Gives a control the focus. Does nothing for one that is hidden or disabled, and gives false.
+  bool Focus(int id);
 
-  // What the window got of WM_COMMAND, WM_NOTIFY, WM_DRAWITEM and WM_MEASUREITEM. Empty: not of these
-  // controls, or nothing to answer.
-  std::optional<LRESULT> TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  // True if the control takes input.
+  bool IsEnabled(int id) const;
+
+  // The day that a field shows, which is today where none was given.
+  int DayOf(int id) const;
+
+  // The window of a control; null for a number without one.
+  HWND HandleOf(int id) const;
+
+  // Answers WM_COMMAND, WM_NOTIFY, WM_DRAWITEM and WM_MEASUREITEM that its window got. Empty for a
+  // message of another control, and where there is nothing to answer.
+  [[nodiscard]] std::optional<LRESULT> TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
   struct Control {

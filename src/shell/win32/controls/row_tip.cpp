@@ -61,7 +61,7 @@ void RowTip::Show(const std::u16string& text, const ViewContext& context, HFONT 
   };
   place(LOWORD(size), HIWORD(size));
   SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
-  // Only now is its size what it says.
+  // The tip has its final size only now.
   RECT shown = {};
   GetWindowRect(tip_, &shown);
   place(shown.right - shown.left, shown.bottom - shown.top);

@@ -9,12 +9,19 @@
 
 namespace quilmark {
 
+// Interface thread. It ends with its window.
 class RowTip {
  public:
-  void Open(HWND window);  // once
-  // Beside the cursor; an empty text hides it.
+  // Makes the tip of a window, hidden. Once.
+  void Open(HWND window);
+  // Shows a text beside the cursor; an empty one hides the tip. `font` has to live as long as it is
+  // shown.
   void Show(const std::u16string& text, const ViewContext& context, HFONT font);
+
+  // Hides the tip; one that is hidden stays so.
   void Hide();
+
+  // True while it is shown.
   bool IsShown() const { return isShown_; }
 
  private:

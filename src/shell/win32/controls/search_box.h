@@ -1,4 +1,4 @@
-// A search box: an edit with a rounded frame, of which Enter and Escape are told.
+// A search box: an edit with a rounded frame that reports Enter and Escape.
 #pragma once
 
 #include <windows.h>
@@ -9,6 +9,7 @@
 
 namespace quilmark {
 
+// A hidden search box that takes `longest` units. `host` outlives it. Null where the system makes none.
 HWND MakeSearchBox(HWND parent, int id, size_t longest, ControlHost& host);
 
 }  // namespace quilmark

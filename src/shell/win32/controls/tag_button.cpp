@@ -8,7 +8,7 @@ namespace quilmark {
 
 namespace {
 
-// Whether the mouse is over it the button keeps itself.
+// The button itself keeps whether the mouse is over it.
 bool IsHot(HWND tag) { return GetWindowLongPtrW(tag, GWLP_USERDATA) != 0; }
 
 void SetHot(HWND tag, bool isHot) {
@@ -29,7 +29,7 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
   if (TakeTabKey(tag, message, wParam)) return 0;
   switch (message) {
     case WM_ERASEBKGND:
-      return 1;  // its paint covers all of it; a tag that was emptied first would flicker
+      return 1;  // its paint covers all of it, and clearing it first would flicker
     case WM_MOUSEMOVE:
       if (IsHot(tag)) break;
       SetHot(tag, true);
@@ -39,7 +39,7 @@ LRESULT CALLBACK TagProcedure(HWND tag, UINT message, WPARAM wParam, LPARAM lPar
       SetHot(tag, false);
       break;
     case WM_SHOWWINDOW:
-      if (wParam == FALSE) SetHot(tag, false);  // hidden, it is told of no leave
+      if (wParam == FALSE) SetHot(tag, false);  // a hidden button gets no WM_MOUSELEAVE
       break;
     case WM_NCDESTROY:
       LetGo(tag, TagProcedure);

@@ -7,9 +7,10 @@
 
 namespace quilmark {
 
+// A hidden button. `host` outlives it. Null where the system makes none.
 HWND MakeTagButton(HWND parent, int id, ControlHost& host);
 
-// On its own device context: the answer to WM_DRAWITEM.
+// Has the view paint the button on the device context of the item: the answer to WM_DRAWITEM.
 void DrawTagButton(const DRAWITEMSTRUCT& item, const ControlHost& host);
 
 }  // namespace quilmark

@@ -7,10 +7,10 @@
 
 namespace quilmark {
 
-// Whole, however long; empty for no window.
+// The whole text of a window, however long; empty for one that is gone.
 std::u16string TextOfWindow(HWND window);
 
-// At most `limit` units of it.
+// At most `limit` units of that text.
 std::u16string TextOfWindow(HWND window, size_t limit);
 
 }  // namespace quilmark

@@ -5,15 +5,22 @@
 
 namespace quilmark {
 
+// Interface thread.
 class BackBuffer {
  public:
-  // Memory for the pixels comes with the first Resize.
+  // Makes the device context. Memory for the pixels comes with the first Resize.
   void Open(HWND window);
-  // Keeps the former bitmap where no new one can be had; a size of 0 changes nothing.
+  // Makes a bitmap of that size in pixels, of undefined content. The former one stays where the system
+  // gives none, and for a size of 0.
   void Resize(HWND window, int width, int height);
+
+  // Frees both.
   void Close();
 
+  // What is painted on; null before Open and after Close.
   HDC Dc() const { return dc_.Get(); }
+
+  // True if there is a bitmap to paint into.
   bool IsReady() const { return static_cast<bool>(bitmap_); }
 
  private:

@@ -16,13 +16,14 @@ UINT FormatOf(const TextStyle& style) {
          kCuts[static_cast<size_t>(style.cut)];
 }
 
-// What of a line is shown, with an ellipsis where it does not fit.
+// The line as it is shown, with an ellipsis where it does not fit.
 std::u16string ShownPart(HDC dc, const Rect& rect, std::u16string_view text, const TextStyle& style) {
   constexpr size_t kRoomForEllipsis = 4;
   std::u16string shown(text);
   shown.resize(text.size() + kRoomForEllipsis);
   const int saved = SaveDC(dc);
-  IntersectClipRect(dc, 0, 0, 0, 0);  // to be told is all: it is drawn in another way
+  IntersectClipRect(dc, 0, 0, 0,
+                    0);  // nothing is to be drawn: the call only tells the text that it would draw
   RECT place = ToRECT(rect);
   DrawTextW(dc, Wide(shown.data()), static_cast<int>(text.size()), &place,
             FormatOf(style) | DT_MODIFYSTRING);
@@ -90,7 +91,7 @@ void GdiCanvas::Line(const Rect& rect, std::u16string_view text, const TextStyle
   DrawTextW(dc_, Wide(text.data()), static_cast<int>(text.size()), &place, FormatOf(style));
 }
 
-// Takes nothing from the heap: rows with hits are drawn at each turn of the wheel.
+// Allocates nothing: rows with hits are drawn at each turn of the wheel.
 template <typename SpanOf, typename DrawIt>
 void GdiCanvas::DrawMarked(const Rect& rect, size_t spans, SpanOf spanOf, const TextStyle& style,
                            const Marks& marks, DrawIt draw) {
@@ -118,10 +119,10 @@ void GdiCanvas::MarkedLine(const Rect& rect, std::u16string_view text, const Tex
              [&](int, Color color) { Line(rect, text, {.font = style.font, .color = color}); });
 }
 
-// What is cut off the end of such a text moves all the rest of it.
+// Draws a line of which a part runs from right to left. Units cut off its end move all the others.
 void GdiCanvas::MixedText(const Rect& rect, std::u16string_view text, const TextStyle& style,
                           const Marks& marks) {
-  // The system takes texts for wider that it draws in other fonts.
+  // The system calls a text wider than it is where it draws parts of it in other fonts.
   const bool fits = fonts_.WidthOf(style.font, text) <= Width(rect);
   const std::u16string shown = fits ? std::u16string(text) : ShownPart(dc_, rect, text, style);
   const MixedLine line(dc_, shown);

@@ -10,9 +10,11 @@
 
 namespace quilmark {
 
-// Leaves the device context as it was, but for its colours.
+// Draws on `dc`, and leaves it as it was but for its colours. The device context and the fonts outlive
+// it.
 class GdiCanvas : public Canvas {
  public:
+  // `shown` is the part of the device context that is seen: what lies outside need not be drawn.
   GdiCanvas(HDC dc, const GdiFonts& fonts, const Rect& shown);
   ~GdiCanvas() override;
   GdiCanvas(const GdiCanvas&) = delete;

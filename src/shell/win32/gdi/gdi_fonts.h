@@ -10,16 +10,24 @@
 
 namespace quilmark {
 
+// One font for each role.
 using FontSet = std::array<UniqueFont, kFontRoles>;
+
+// The fonts for a dpi; `chinese` chooses the face. A font that the system does not make is empty.
 FontSet MakeFonts(uint32_t dpi, bool chinese);
 
-// Measures on a device context of its own: none is asked of the system for a text. Interface thread.
+// The fonts in force. Measures on one device context of its own, since asking the system for one with
+// each text is slow. Interface thread.
 class GdiFonts : public TextMeasure {
  public:
+  // The font of a role, to be drawn with; null before the first Take.
   HFONT Of(FontRole role) const { return fonts_[static_cast<size_t>(role)].Get(); }
 
-  // Gives the former ones, which controls hold until they are told of the new.
+  // Puts others in force, and gives back the former ones: controls hold those until they are told of the
+  // new ones.
   [[nodiscard]] FontSet Take(FontSet fonts);
+
+  // Frees the fonts and the device context.
   void Release();
 
   int WidthOf(FontRole font, std::u16string_view text) const override;
@@ -37,6 +45,7 @@ class GdiFonts : public TextMeasure {
   mutable std::optional<FontRole> selected_;
 };
 
+// The fonts of the window.
 GdiFonts& CurrentFonts();
 
 }  // namespace quilmark

@@ -65,7 +65,7 @@ int MixedLine::Width() const {
   return size != nullptr ? size->cx : 0;
 }
 
-// Its edges in the order of the text: the left one may be the second.
+// The edges of a unit in the order of the text: the first may lie right of the second.
 PixelSpan MixedLine::PlaceOf(size_t unit) const {
   PixelSpan place;
   const auto at = static_cast<int>(unit);

@@ -1,4 +1,4 @@
-// A line of which some runs from right to left.
+// A line of text of which a part runs from right to left.
 #pragma once
 
 #include <usp10.h>
@@ -12,23 +12,30 @@
 
 namespace quilmark {
 
-// True if the units need not stand in the order of the screen: Hebrew, Arabic and their neighbours.
+// True if some units run from right to left (Hebrew, Arabic and related scripts), so that the order on
+// the screen may be another.
 bool RunsRightToLeft(std::u16string_view text);
 
-// The line laid out in the selected font. What it draws stands where it says, which the other calls of
-// the system do not promise of such text.
+// A line laid out in the font that is selected on a device context. What it draws stands where SpansOf
+// says, which the other calls of the system do not promise of such text.
 class MixedLine {
  public:
+  // `dc` outlives it, and `line` need not.
   MixedLine(HDC dc, const std::u16string& line);
   ~MixedLine();
   MixedLine(const MixedLine&) = delete;
   MixedLine& operator=(const MixedLine&) = delete;
 
-  bool IsReady() const { return analysis_ != nullptr; }  // false where the system cannot lay it out
-  void Draw(int left, int top) const;
-  int Width() const;  // pixels
+  // False where the system cannot lay it out: then the other calls must not be made.
+  bool IsReady() const { return analysis_ != nullptr; }
 
-  // What some ranges cover, from left to right, in pixels from the line's beginning.
+  // Draws it with its left upper corner there.
+  void Draw(int left, int top) const;
+
+  // Its width in pixels.
+  int Width() const;
+
+  // What the ranges cover, from left to right, in pixels from the left edge of the line.
   std::vector<PixelSpan> SpansOf(const std::vector<TextRange>& ranges) const;
 
  private:

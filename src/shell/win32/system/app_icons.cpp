@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kSmall = 16, kLarge = 32;  // pixels at 96 dpi
 
-// One that cannot be loaded leaves the former, or that of the window's class.
+// If the icon cannot be loaded, the window keeps the former one, or that of its class.
 void Wear(HWND window, WPARAM kind, int size, UniqueIcon& kept) {
   UniqueIcon icon = LoadAppIcon(size);
   if (!icon) return;

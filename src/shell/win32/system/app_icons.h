@@ -9,18 +9,19 @@
 
 namespace quilmark {
 
-// Pixels of both sides. Empty where it cannot be loaded.
+// The icon with sides of `size` pixels. Empty where it cannot be loaded.
 UniqueIcon LoadAppIcon(int size);
 
-// What the window has in its title bar and on the taskbar.
+// The icons of the window: on the taskbar and in its title bar.
 struct WindowIcons {
   UniqueIcon large, small;
 };
 
-// Gives the window icons for its scale; `icons` holds them until it has others.
+// Gives the window icons for that dpi. `icons` owns them until it gets others; one that cannot be loaded
+// leaves the former.
 void WearIcons(HWND window, uint32_t dpi, WindowIcons& icons);
 
-// Pixels of an icon in the notification area, which has the scale of the taskbar's screen.
+// Pixels of a side of an icon in the notification area, which has the scale of the taskbar's screen.
 int TrayIconSize();
 
 }  // namespace quilmark

@@ -32,7 +32,7 @@ using WriteDumpCall = BOOL(WINAPI*)(HANDLE, DWORD, HANDLE, MINIDUMP_TYPE,
                                     PMINIDUMP_EXCEPTION_INFORMATION, PMINIDUMP_USER_STREAM_INFORMATION,
                                     PMINIDUMP_CALLBACK_INFORMATION);
 
-// Asked for once, at the start: a thread that crashes may hold what the system, or we, need to answer.
+// Asked for once, at the start: a thread that crashes may hold a lock that the answer needs.
 struct ReportPlan {
   WritePlan dumps;
   std::u16string dumpFolder;
@@ -58,7 +58,7 @@ const ReportPlan& Plan() {
   return *plan;
 }
 
-// As LogGdiState.
+// Writes a line of the form that LogGdiState has.
 void LogCrash(std::u16string_view text) {
   const UniqueFile file = OpenPlanned(
       Plan().logs, Plan().logName, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
@@ -85,8 +85,8 @@ bool WriteDump(const std::u16string& name, EXCEPTION_POINTERS* exception) {
                           &information, nullptr, nullptr) != FALSE;
 }
 
-// "Quilmark.exe+0x1234": what a debugger finds again, wherever the module was loaded. From the map of
-// the memory, since the list of modules is behind the loader's lock.
+// "Quilmark.exe+0x1234", which a debugger finds again wherever the module was loaded. Taken from the map
+// of the memory, since the list of modules is behind the loader's lock.
 std::u16string PlaceOf(void* address) {
   MEMORY_BASIC_INFORMATION region = {};
   wchar_t path[MAX_PATH] = {};
@@ -99,7 +99,7 @@ std::u16string PlaceOf(void* address) {
   return FormatText(u"%s+0x%llX", name.empty() ? u"?" : name, static_cast<uint64_t>(offset));
 }
 
-// The line comes first: it is there also where the dump fails, or crashes in its turn.
+// The line is written first, so that it is there where the dump fails, or crashes itself.
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) {
   if (isReported.exchange(true)) return EXCEPTION_CONTINUE_SEARCH;
   LogCrash(FormatText(u"[Crash] exception %08X at %s",

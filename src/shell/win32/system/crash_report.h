@@ -3,7 +3,7 @@
 
 namespace quilmark {
 
-// For every thread of the process, from here on.
+// Has a crash of any thread reported from now on. Once, at the start: it also asks where reports go.
 void InstallCrashReport();
 
 }  // namespace quilmark

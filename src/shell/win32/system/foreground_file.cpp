@@ -29,7 +29,8 @@ std::optional<std::u16string> ForegroundProgram() {
   return path;
 }
 
-// By its full path: an elevated program takes none from the folder that it happens to stand in.
+// Starts the file manager by its full path: an elevated program must not take one from its current
+// folder.
 bool ShowInFileManager(const std::u16string& path) {
   wchar_t folder[MAX_PATH] = {};
   const UINT length = GetWindowsDirectoryW(folder, MAX_PATH);
@@ -46,7 +47,7 @@ bool ShowInFileManager(const std::u16string& path) {
 void ShowForegroundFile(HWND owner) {
   const auto path = ForegroundProgram();
   if (path && ShowInFileManager(*path)) return;
-  static bool isTelling = false;  // the hotkey comes through the box's own loop
+  static bool isTelling = false;  // the loop of the box hands out the hotkey too
   if (std::exchange(isTelling, true)) return;
   MessageBoxW(owner,
               Wide(TranslateOr(u"Msg_ForegroundExeOpenFailed",

@@ -5,7 +5,8 @@
 
 namespace quilmark {
 
-// Shows it in the file manager; a message box where it cannot be had.
+// Shows that file in the file manager. Where it cannot be had, shows a message box and returns when it
+// is closed.
 void ShowForegroundFile(HWND owner);
 
 }  // namespace quilmark

@@ -9,12 +9,13 @@ namespace quilmark {
 // Sent by a second copy of the program to have the window shown.
 inline constexpr wchar_t kShowMessage[] = L"Quilmark_ShowMainWindow_2024";
 
-struct ForeignMessages {  // registered; 0 where the system has no number left
+// Numbers that the system has given to messages by name; 0 where it has none left.
+struct ForeignMessages {
   UINT taskbarCreated = 0;
   UINT show = 0;
 };
 
-// Registers them, and lets them through to `window` as well as what the notification area reports.
+// Asks for the numbers, and lets these messages and those of the notification area through to `window`.
 ForeignMessages OpenToOthers(HWND window);
 
 }  // namespace quilmark

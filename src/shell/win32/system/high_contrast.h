@@ -7,7 +7,8 @@
 
 namespace quilmark {
 
-// Empty while it does not. The program of the window tests puts its own answer here.
+// Gives those colours, or nothing while high contrast is off. The program of the window tests puts its
+// own answer here. Interface thread.
 extern std::optional<SystemColors> (*readHighContrast)();
 
 }  // namespace quilmark

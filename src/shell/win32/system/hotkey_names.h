@@ -6,6 +6,7 @@
 
 namespace quilmark {
 
+// The name of a virtual key code; empty where the layout has none. A KeyNamer.
 std::u16string KeyName(uint32_t key);
 
 }  // namespace quilmark

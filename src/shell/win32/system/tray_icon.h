@@ -12,16 +12,21 @@
 
 namespace quilmark {
 
+// Interface thread. It does not take itself out of the notification area: Remove does.
 class TrayIcon {
  public:
+  // Names the window that gets kTrayCallback, and loads a picture if there is none yet. Before
+  // AddOrUpdate.
   void Prepare(HWND window);
 
-  // The picture from the next AddOrUpdate on; an empty one changes nothing.
+  // Gives it another picture from the next AddOrUpdate on; an empty one changes nothing.
   void TakePicture(UniqueIcon icon);
 
-  // Adds the icon, or gives a present one the tip; what became of it.
-  TrayIconState AddOrUpdate(bool isAdded, const std::u16string& tip);
-  void Remove();  // also from memory
+  // Adds the icon, or gives its tip to one that is there; see PutTrayIcon.
+  [[nodiscard]] TrayIconState AddOrUpdate(bool isAdded, const std::u16string& tip);
+
+  // Takes it out of the notification area, and frees its picture.
+  void Remove();
 
  private:
   NOTIFYICONDATAW record_ = {};

@@ -1,4 +1,4 @@
-// Gives memory back to the system while nobody looks.
+// Gives memory back to the system.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,8 @@ namespace quilmark {
 // Empties the process's own working set, if MayTrim allows. Any thread.
 void RequestSelfTrim(HWND mainWindow);
 
-// The same for all other processes, on the job "global_trim_all", unless one runs.
+// Empties the working sets of all other processes, on the job "global_trim_all", unless one runs
+// already. Any thread.
 void RequestGlobalTrimAsync();
 
 }  // namespace quilmark

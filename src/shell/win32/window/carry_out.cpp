@@ -1,4 +1,4 @@
-// What a view asks of the window, done to it.
+// Carries out what a view asks of the window.
 #include <utility>
 
 #include "shell/app/routing.h"
@@ -30,7 +30,7 @@ void TrackMouse(HWND window) {
 
 void TakeCapture(HWND window, Capture capture) {
   if (capture == Capture::kTake) SetCapture(window);
-  // Where another window has taken the capture it stays there.
+  // If another window has taken the capture, it keeps it.
   if (capture == Capture::kRelease && GetCapture() == window) ReleaseCapture();
 }
 
@@ -81,7 +81,7 @@ void MainWindow::CarryOutEditor(const Effects& effects) {
     case Editor::kOpen:
       if (effects.editorPlace || editor.IsOpen()) {
         editor.Open(window_, effects.editorPlace.value_or(EditorPlace()), *this);
-        // There is no editor to be had.
+        // The system has made no editor.
         if (!editor.IsOpen()) OnControl({.kind = ControlEvent::kEscape, .id = NameEditor::kId});
       }
       break;
@@ -98,14 +98,14 @@ void MainWindow::CarryOutEditor(const Effects& effects) {
 
 void MainWindow::TakeFocus(Focus focus) {
   if (focus == Focus::kWindow) SetFocus(window_);
-  // A box that is not to be had leaves the keys to the window, as the system would.
+  // If the search box cannot have the focus, the window keeps it, as the system would do.
   if (focus == Focus::kSearchBox && !controls.Focus(kQueryBox) && GetFocus() == nullptr) {
     SetFocus(window_);
   }
   if (focus == Focus::kEditor && editor.IsOpen()) editor.TakeFocus();
 }
 
-// The hidden controls that keep range, page and position of the list for whoever asks the system.
+// Updates the hidden controls that hold range, page and position of the list for other programs.
 void MainWindow::SyncBars() {
   ++rangeUpdates;
   for (const BarRange& bar : ShownView(App()).Bars(Context())) SetBar(GetDlgItem(window_, bar.id), bar);

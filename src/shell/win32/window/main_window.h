@@ -21,8 +21,10 @@ namespace quilmark {
 
 inline constexpr wchar_t kMainWindowClass[] = L"QUILMARK_MAIN";
 
+// Interface thread. There is one, which outlives the window of the system: see TheWindow.
 class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, public ControlHost {
  public:
+  // Null before the window is made.
   HWND Handle() const { return window_; }
 
   void StartTimer(uint32_t id, uint32_t delayMs) override;
@@ -68,18 +70,37 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   bool OnControl(const ControlEvent& event) override;
   void PaintControl(Canvas& canvas, const ControlPicture& control) const override;
 
-  // Steps of the creation, in their order.
+  // Steps of the creation, which CreateWindowParts takes in its order.
+
+  // Takes the handle, and makes the back buffer.
   void OpenBackBuffer(HWND window);
+
+  // Takes the scale of the window's screen, and resizes the window where it is another than the
+  // system's.
   void TakeScale();
+
+  // Makes the controls of all views, and the hidden ones that other programs ask.
   void MakeControls();
+
+  // Asks the system for the hotkeys of the settings; one that another program has is done without.
   void RegisterHotkeys();
 
-  // The view that is shown is laid out anew.
+  // Lays the shown view out anew, and places its controls.
   void Relayout();
+
+  // Paints what is invalid, by way of the back buffer: the answer to WM_PAINT.
   void Paint();
+
+  // Makes the fonts for the present scale, and gives them to the controls.
   void RemakeFonts();
+
+  // Loads the icons for the present scale.
   void RemakeIcons();
+
+  // Gives the back buffer the size of the client area.
   void RecreateBackBuffer();
+
+  // Has a part of the client area painted with the next WM_PAINT; an empty one changes nothing.
   void Invalidate(const Rect& place);
 
   NativeControls controls;
@@ -107,8 +128,10 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   bool isDark_ = false;
 };
 
+// The main window of the program.
 MainWindow& TheWindow();
 
+// A message as a window procedure gets it.
 struct Message {
   HWND window = nullptr;
   UINT number = 0;
@@ -120,13 +143,17 @@ struct Message {
 using MessageHandler = std::optional<LRESULT> (*)(AppState& app, MainWindow& window,
                                                   const Message& message);
 
-// Sees what the window itself does not take; null but in the program of the window tests.
+// Gets the messages that the window itself does not take. Null but in the program of the window tests,
+// which sets it before the window is made.
 extern MessageHandler extraMessages;
 
+// Makes the class of the main window known; `window` owns its brush.
 void RegisterMainWindowClass(MainWindow& window, HINSTANCE instance);
-HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
 
-// The handling of WM_CREATE.
+// Makes the window of the system, hidden, at that outer place. Null where the system makes none.
+[[nodiscard]] HWND OpenMainWindow(HINSTANCE instance, const RECT& rect, const wchar_t* title);
+
+// Makes all that the window consists of and starts the engine: the answer to WM_CREATE.
 void CreateWindowParts(AppState& app, MainWindow& window, HWND handle);
 
 }  // namespace quilmark

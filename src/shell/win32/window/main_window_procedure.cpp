@@ -80,7 +80,7 @@ Outcome OnDisplayChange(AppState&, MainWindow& window, const Message& message) {
   return 0;
 }
 
-// The system goes on with the message: its own controls follow it too.
+// Leaves the message to the system afterwards, as its own controls need it too.
 Outcome OnSystemColors(AppState&, MainWindow& window, const Message&) {
   FollowSystemColors(window);
   return std::nullopt;
@@ -131,7 +131,7 @@ Outcome OnMouse(AppState& app, MainWindow& window, const MouseEvent& event) {
   return 0;
 }
 
-// Of a message that says which keys are held.
+// For a message whose wParam says which keys are held.
 MouseEvent EventOf(Mouse kind, Point at, WORD keys, int delta = 0) {
   return {.kind = kind,
           .at = at,
@@ -175,7 +175,7 @@ Outcome OnSetCursor(AppState& app, MainWindow& window, const Message& message) {
   return TRUE;
 }
 
-// The row that has the focus shows it only while the keys are the list's.
+// Repaints the list: the row that has the focus shows it only while the list gets the keys.
 Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
   window.Invalidate(ShownView(app).ListArea(window.Context()));
   return std::nullopt;
@@ -214,8 +214,8 @@ Outcome OnDpiChanged(AppState& app, MainWindow& window, const Message& message) 
     SetWindowPos(message.window, nullptr, rect.left, rect.top, rect.right - rect.left,
                  rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  InvalidateRect(message.window, nullptr, FALSE);  // of the same size no message follows
-  // Last: the shell is waited for, and other messages come in meanwhile.
+  InvalidateRect(message.window, nullptr, FALSE);  // no WM_SIZE follows where the size stays
+  // This comes last: it waits for the shell, and other messages come in meanwhile.
   if (app.trayIconAdded) window.AddOrUpdateTrayIcon();
   return 0;
 }
@@ -291,7 +291,7 @@ constexpr MessageRow kMessageRows[] = {
     {kTrayCallback, OnTray},
 };
 
-// Of those that other programs send.
+// Answers the messages that other programs send. False for any other.
 bool TakeForeignMessage(AppState& app, MainWindow& window, UINT number) {
   if (number == 0) return false;
   if (number == window.foreign.taskbarCreated) {

@@ -8,8 +8,10 @@
 
 namespace quilmark {
 
+// Windows behind a ProcessPort.
 class Win32Process : public ProcessPort {
  public:
+  // What the entry point of the program was given.
   Win32Process(HINSTANCE instance, std::u16string commandLine, int showCommand);
 
   bool HasScaleAwareness() override;

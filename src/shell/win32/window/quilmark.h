@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// From the entry of the process to its exit code.
+// Runs the program with what its entry point was given, and returns its exit code.
 int RunQuilmark(HINSTANCE instance, wchar_t* commandLine, int showCommand);
 
 }  // namespace quilmark

@@ -22,9 +22,9 @@ EventGuid FieldsOf(const GUID& guid) {
   return {guid.Data1, guid.Data2, guid.Data3, std::to_array(guid.Data4)};
 }
 
-// Whether a volume of ours stands behind the handle, the engine knows.
+// Answers an event about a handle. The engine knows whether one of its volumes stands behind it.
 void OnHandleEvent(AppState& app, MainWindow& window, uint32_t event, const DEV_BROADCAST_HANDLE& data) {
-  // Other events end in front of it.
+  // The message of any other event is too short to have this.
   const bool hasGuid = event == DBT_CUSTOMEVENT &&
                        data.dbch_size >= offsetof(DEV_BROADCAST_HANDLE, dbch_eventguid) + sizeof(GUID);
   const auto notice = VolumeNoticeOf(event, hasGuid ? FieldsOf(data.dbch_eventguid) : EventGuid{});
@@ -49,7 +49,7 @@ std::optional<LRESULT> OnDeviceChange(AppState& app, MainWindow& window, const M
   return 1;
 }
 
-// False: another program has kept the session.
+// wParam is false where another program has kept the session from ending.
 std::optional<LRESULT> OnSessionEnd(AppState& app, MainWindow& window, const Message& message) {
   if (message.wParam != FALSE) SaveAtSessionEnd(app, window);
   return 0;

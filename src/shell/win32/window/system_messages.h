@@ -5,7 +5,10 @@
 
 namespace quilmark {
 
+// WM_DEVICECHANGE, of drives and of volumes whose device is open.
 std::optional<LRESULT> OnDeviceChange(AppState& app, MainWindow& window, const Message& message);
+
+// WM_ENDSESSION. Saves what the end of the program would save.
 std::optional<LRESULT> OnSessionEnd(AppState& app, MainWindow& window, const Message& message);
 
 }  // namespace quilmark

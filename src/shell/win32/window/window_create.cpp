@@ -40,7 +40,7 @@ void MainWindow::MakeControls() {
       if (day != spec.day) OnControl({.kind = ControlEvent::kDay, .id = spec.id, .value = day});
     }
   }
-  // They keep what others ask for, and are never seen.
+  // These are never seen: they hold what other programs ask for.
   MakeHidden(window_, L"STATIC", kStatusText, 0);
   MakeHidden(window_, L"SCROLLBAR", kVerticalBar, SBS_VERT);
   MakeHidden(window_, L"SCROLLBAR", kHorizontalBar, SBS_HORZ);

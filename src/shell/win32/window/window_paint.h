@@ -5,7 +5,8 @@
 
 namespace quilmark {
 
-// Covers every pixel of the place. Reads state and changes none.
+// Paints `place` of the client area on `dc`, every pixel of it. Reads state and changes none. Returns
+// what the shown view could not show yet.
 PaintOutcome PaintWindow(HDC dc, const MainWindow& window, const Rect& place);
 
 }  // namespace quilmark
