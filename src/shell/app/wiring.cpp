@@ -73,7 +73,7 @@ AppState& App() {
 
 void StartEngine(AppState& app) {
   InitBackground(Engine(), app.mainWindow);
-  StartDriveWatcher(app.mainWindow);
+  (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
 void WireProgram(AppState& app, WindowPort& window) {
