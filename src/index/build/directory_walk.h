@@ -16,6 +16,7 @@ namespace quilmark {
 // Folders deeper than this below the root are listed as entries and not entered.
 inline constexpr int kDeepestWalk = 128;
 
+// How a walk reads; the program uses the defaults.
 struct WalkOptions {
   FolderSource source = ListFolder;  // called from several threads at once
   unsigned threads = 0;  // that list folders, the walking one included; 0: as many as the machine likes
@@ -24,7 +25,7 @@ struct WalkOptions {
 // Empties and refills the volume, indexLock held exclusively throughout, `busy` set. True if an entry
 // was found; else the volume is not valid. A folder that cannot be read is left out. Ends early at
 // ShutdownRequested.
-bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystemName,
-                     const WalkOptions& options = {});
+[[nodiscard]] bool BuildWalkVolume(VolumeIndex& volume, std::u16string_view drive,
+                                   std::u16string_view fileSystemName, const WalkOptions& options = {});
 
 }  // namespace quilmark

@@ -14,26 +14,31 @@
 
 namespace quilmark {
 
+// What one call of an enumeration delivers.
 struct EnumBuffer : ControlBuffer<65'536> {
   uint32_t bytesReturned = 0;
 
+  // The bytes that were delivered; good as long as the buffer.
   std::span<const std::byte> Block() const { return std::span(bytes).first(bytesReturned); }
 };
 
-// Has no upper bound: a slow parser lets blocks pile up rather than keep the file system waiting.
+// Has no upper bound: a slow parser lets blocks pile up rather than keep the file system waiting. One
+// thread pushes and finishes, another one pops.
 class EnumQueue {
  public:
+  // Hands a block over; it is dropped where nobody takes blocks any more.
   void Push(std::unique_ptr<EnumBuffer> buffer);
 
-  // No more blocks follow.
+  // Says that no more blocks follow.
   void Finish();
 
-  // Nobody takes blocks any more: those that are there go, and those that come are dropped.
+  // Says that nobody takes blocks any more: those that are there are dropped, and those that come.
   void Abandon();
+  // Whether Abandon was called. Any thread.
   bool IsAbandoned() const { return abandoned_; }
 
   // The oldest block, waiting for one; null when the queue is empty and finished.
-  std::unique_ptr<EnumBuffer> Pop();
+  [[nodiscard]] std::unique_ptr<EnumBuffer> Pop();
 
  private:
   std::mutex mutex_;

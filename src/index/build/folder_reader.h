@@ -17,6 +17,7 @@
 
 namespace quilmark {
 
+// A folder of a walk, from its offer until the walk is done with it.
 struct PendingFolder {
   enum State { kOffered, kTaken, kRead };
   std::u16string path;
@@ -27,12 +28,14 @@ struct PendingFolder {
   std::vector<std::shared_ptr<PendingFolder>> subfolders;  // of its directories, in order; once kRead
 };
 
-// Lists a folder; see ListFolder.
+// Lists a folder as ListFolder does, which says what it returns. Called from several threads at once.
 using FolderSource = bool (*)(std::u16string_view path, FolderListing& listing);
 
 // What a call for "PATH\*" takes that knows no long paths: 260 units with the NUL.
 inline constexpr size_t kLongestLinkedPath = 257;
 
+// Belongs to the walking thread, which alone calls Read and Release; its own end joins the other
+// threads.
 class FolderReader {
  public:
   // `threads` list folders, the caller of Read included; at least 1. Folders below `deepest` are not
@@ -46,7 +49,7 @@ class FolderReader {
   // Returns when `folder` has been read, by this thread or another; reads further ones while it waits.
   void Read(PendingFolder& folder);
 
-  // The walk is done with `folder` and its contents.
+  // Says that the walk is done with `folder` and its contents, whose memory is used again.
   void Release(std::shared_ptr<PendingFolder> folder);
 
  private:

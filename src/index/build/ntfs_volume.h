@@ -15,12 +15,14 @@ namespace quilmark {
 // throughout, `busy` set. False, and the volume not valid, if the device cannot be opened or has no
 // journal and gets none; the tables are then as they were. std::bad_alloc, the volume not valid and its
 // device closed, where memory runs out. Ends early at ShutdownRequested. A background thread's work.
-bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
+[[nodiscard]] bool BuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
-// The same, and why not: kNoJournal where the device opens and can have no journal, as on a medium that
-// is read-only; kFailed where that is not known, as of a volume that is taken out meanwhile.
+// What came of a build: kNoJournal where the device opens and can have no journal, as on a medium that
+// is read-only; kFailed where that is not known, as with a volume that is taken out meanwhile.
 enum class NtfsBuild : uint8_t { kBuilt, kNoDevice, kNoJournal, kFailed };
-NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
+
+// BuildNtfsVolume, which also says why it failed.
+[[nodiscard]] NtfsBuild TryBuildNtfsVolume(VolumeIndex& volume, std::u16string_view drive);
 
 // Stops the monitor and gives the device back, then waits 50 ms so that it is free for whoever opens it
 // next. Nothing if no device is open. Any thread but the monitor's own.
@@ -33,11 +35,14 @@ void CloseTakenOut(VolumeIndex& volume);
 struct JournalPauses {
   uint32_t beforeRetryMs = 250;
 };
-extern JournalPauses journalPauses;  // set before a build; tests shorten it
+extern JournalPauses journalPauses;  // only tests change it, while nothing is built
 
-// How a volume is opened: OpenVolumeDevice, unless a test installs another. Null puts that back.
+// How a volume is opened. Null, with the reason in `error`, where that fails.
 using VolumeOpener = std::unique_ptr<VolumeDevice> (*)(std::u16string_view drive, VolumeAccess access,
                                                        uint32_t& error);
+
+// Has builds open volumes by `opener` from now on; null stands for OpenVolumeDevice, which the program
+// uses. Process-wide, for tests and benchmarks, before they build. Any thread.
 void InstallVolumeOpener(VolumeOpener opener);
 
 }  // namespace quilmark

@@ -23,8 +23,12 @@ struct ReadUsnJournalData {
 };
 static_assert(sizeof(ReadUsnJournalData) == 40);
 
-inline VolumeDevice::Reply ReadJournalFrom(VolumeDevice& device, const ReadUsnJournalData& from,
-                                           std::span<std::byte> block) {
+// Reads the journal from `from.startUsn` on into `block`, which has room for 65,536 bytes: eight bytes
+// of position, then USN records. The reply has the error of the device, and error 1181 where the journal
+// no longer reaches back that far. No lock is held: the call waits for the disk.
+[[nodiscard]] inline VolumeDevice::Reply ReadJournalFrom(VolumeDevice& device,
+                                                         const ReadUsnJournalData& from,
+                                                         std::span<std::byte> block) {
   return device.Control(kFsctlReadUsnJournal, std::as_bytes(std::span(&from, 1)), block);
 }
 

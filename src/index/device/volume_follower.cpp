@@ -60,9 +60,11 @@ bool VolumeFollower::HasNotice(uintptr_t id) const {
   return notice_ != nullptr && notice_->id == id;
 }
 
-void VolumeFollower::ReplaceNotice(std::shared_ptr<const DeviceNotice> notice) {
+std::shared_ptr<const DeviceNotice> VolumeFollower::ReplaceNotice(
+    std::shared_ptr<const DeviceNotice> notice) {
   const std::scoped_lock lock(deviceLock_);
   notice_.swap(notice);
+  return notice;
 }
 
 // The thread waits until it is known to whoever stops it.

@@ -53,8 +53,9 @@ class VolumeFollower {
   // Whether that is the notice with the number `id`.
   bool HasNotice(uintptr_t id) const;
 
-  // Null drops the notice. The former one ends within the call.
-  void ReplaceNotice(std::shared_ptr<const DeviceNotice> notice);
+  // Null stands for no notice. Returns the former one, whose end is a call to the system: for a caller
+  // that holds a lock to put off.
+  std::shared_ptr<const DeviceNotice> ReplaceNotice(std::shared_ptr<const DeviceNotice> notice);
 
   // Runs `work` on a thread, with monitorRunning set. A stop finds all of that or nothing. No effect
   // while there is a thread. std::system_error where the system gives none; nothing has changed then.

@@ -14,8 +14,8 @@ SearchEngine& Engine() {
 
 std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine) {
   std::vector<VolumeIndex*> volumes;
+  volumes.reserve(kMostDrives);
   const std::scoped_lock lock(engine.volumesMutex);
-  volumes.reserve(engine.volumes.size());
   for (const auto& volume : engine.volumes) {
     if (volume != nullptr) volumes.push_back(volume.get());
   }

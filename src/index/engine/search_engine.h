@@ -1,4 +1,4 @@
-// The one object that owns every volume, and the process-wide flags of the index.
+// The one object that owns every volume, and what is installed for all of them.
 #pragma once
 
 #include <atomic>
@@ -15,6 +15,9 @@
 #include "platform/window_post.h"
 
 namespace quilmark {
+
+// One a letter. Where so many are reserved before volumesMutex is taken, nothing is allocated under it.
+inline constexpr size_t kMostDrives = 26;
 
 // What higher layers do at the end of start-up, or when the first volume is built after that; null
 // members are left out.
@@ -33,6 +36,8 @@ struct CloseLimits {
 // What a drive says of itself; empty where it does not. Any thread.
 using VolumeInfoReader = std::optional<VolumeInfo> (*)(char16_t letter);
 
+// All drives of the program. Lives longer than every job and monitor: the program's own is never
+// destroyed, and a test waits for its jobs.
 struct SearchEngine {
   std::vector<std::unique_ptr<VolumeIndex>> volumes;  // guarded by volumesMutex; sorted by drive
   // Volumes of drives that are gone, kept for results that still name them; guarded by volumesMutex.
@@ -55,16 +60,18 @@ struct SearchEngine {
   std::atomic<uint64_t> lastArrivalSyncMs = 0;  // tick of the last sync that an arrival began; 0: none
 };
 
-// Lives as long as the process.
+// The program's engine, which lives as long as the process. Any thread.
 SearchEngine& Engine();
 
-// The volumes as they are now. A volume lives on while the result of a search may name it.
-std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);
+// The volumes as they are now, sorted by drive once the start is over. A volume lives on while the
+// result of a search may name it. Takes volumesMutex.
+[[nodiscard]] std::vector<VolumeIndex*> CopyVolumes(const SearchEngine& engine);
 
-// A volume that is not in the list yet, with the engine's listeners.
-std::unique_ptr<VolumeIndex> NewVolume(const SearchEngine& engine);
+// A new volume with the engine's listeners, to be built and then added to the list.
+[[nodiscard]] std::unique_ptr<VolumeIndex> NewVolume(const SearchEngine& engine);
 
-// Adds a built volume, keeps the array sorted by drive and sets `ready`.
+// Adds a built volume, keeps the list sorted by drive and sets `ready`. Returns the volume, which the
+// engine owns. Takes volumesMutex.
 VolumeIndex* AddVolume(SearchEngine& engine, std::unique_ptr<VolumeIndex> volume);
 
 // One hit. Carries no text: path, name and attributes are looked up when they are needed. A volume that
@@ -75,5 +82,6 @@ struct MatchItem {
 
   bool operator==(const MatchItem&) const = default;
 };
+static_assert(sizeof(MatchItem) == 16, "a result may hold millions");
 
 }  // namespace quilmark

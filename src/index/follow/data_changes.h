@@ -1,8 +1,8 @@
 // Changes of the data and dates of files, which the monitor's own read of the journal leaves out.
 //
-// The monitor reads the journal a second time, about once a second and no name that it has yet to apply
-// itself. What the attribute cache has of a file that changed is stale from then on, and where sizes of
-// a scan are held, the new size comes from the file's record.
+// The monitor reads the journal a second time, about once a second. It stops at the first change of a
+// name that it has yet to apply itself. What the attribute cache has of a file that changed is stale
+// from then on, and where sizes of a scan are held, the new size comes from the file's record.
 #pragma once
 
 #include <atomic>
@@ -24,20 +24,25 @@ inline constexpr uint32_t kTurnsALook = 3;
 void WatchData(VolumeIndex& volume, VolumeDevice& device, int64_t readTo, std::span<std::byte> scratch,
                const std::atomic<bool>& wanted);
 
-// The watch of a volume begins at `usn`. Before the monitor starts.
+// The watch of a volume begins at `usn`. Called before the monitor starts.
 void BeginDataWatch(VolumeIndex& volume, int64_t usn);
 
-// What the journal says from `usn` on.
+// What the journal says from a position on.
 struct DataChanges {
   std::vector<uint64_t> frns;  // sorted, each once: files whose data or dates changed
   int64_t usn = 0;             // where the journal ends
 };
-// Empty if the journal is not `journalId`, has lost that position, or cannot be read. Any thread.
-std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId, int64_t usn);
+// What the journal says from `usn` on. Empty if the journal is not `journalId`, has lost that position,
+// or cannot be read, and at the end of the program. Any thread, no lock held: the call waits for the
+// disk.
+[[nodiscard]] std::optional<DataChanges> ReadDataChanges(VolumeDevice& device, uint64_t journalId,
+                                                         int64_t usn);
 
-// The entries of these files are not to be believed. Takes attrLock. How many there were. Nothing to
-// save because of them: at the next start the journal tells of them again.
+// Marks the entries of these files stale, and returns how many were not so before. Takes attrLock. The
+// cache need not be saved because of them: at the next start the journal tells of them again.
 size_t MarkStale(VolumeIndex& volume, std::span<const uint64_t> frns);
+
+// MarkStale for every entry of the volume.
 size_t MarkAllStale(VolumeIndex& volume);
 
 }  // namespace quilmark

@@ -1,7 +1,7 @@
-// Records of which the journal says in one breath that they came and went.
+// Records of which one record of the journal says both that they came and that they went.
 //
-// Such a record is taken for alive. The volume itself knows better, and is asked by the monitor between
-// two blocks, without indexLock.
+// Such a record is taken for alive. The volume itself knows, and the monitor asks it between two blocks,
+// without indexLock.
 #pragma once
 
 #include <atomic>
@@ -18,9 +18,10 @@ namespace quilmark {
 inline constexpr uint8_t kAsksInDoubt = 6;
 
 // Asks once for each file in doubt, and returns those that are gone. One that is there keeps the rest of
-// its turns, since the journal may be ahead of the FILE record. The monitor's thread, indexLock not
-// held.
-std::vector<uint64_t> AskWhatIsGone(VolumeIndex& volume, VolumeDevice& device,
-                                    std::span<std::byte> scratch, const std::atomic<bool>& wanted);
+// its turns, since the journal may be ahead of the FILE record. Ends early once `wanted` is clear.
+// `scratch` has room for a block of the journal. The monitor's thread, indexLock not held.
+[[nodiscard]] std::vector<uint64_t> AskWhatIsGone(VolumeIndex& volume, VolumeDevice& device,
+                                                  std::span<std::byte> scratch,
+                                                  const std::atomic<bool>& wanted);
 
 }  // namespace quilmark

@@ -31,10 +31,11 @@ void ApplyJournalBlock(VolumeIndex& volume, std::span<const std::byte> block);
 // The attributes and sizes of the file are not known any more. indexLock held.
 void ForgetFileAttributes(VolumeIndex& volume, uint64_t frn);
 
+// How long a monitor rests, in milliseconds.
 struct MonitorPauses {
   uint32_t afterReadMs = 300;
   uint32_t afterErrorMs = 1'000;
 };
-extern MonitorPauses monitorPauses;  // set before a monitor starts; tests shorten them
+extern MonitorPauses monitorPauses;  // only tests change them, while no monitor runs
 
 }  // namespace quilmark

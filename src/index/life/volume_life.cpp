@@ -4,7 +4,9 @@
 #include <functional>
 #include <future>
 #include <iterator>
+#include <memory>
 #include <mutex>
+#include <vector>
 
 #include "config/log.h"
 #include "index/build/directory_walk.h"
@@ -160,23 +162,34 @@ void RunSync(SearchEngine& engine, PostTarget window) {
   EndSync(engine, window);
 }
 
+// Volumes that were taken out of the search under volumesMutex, and what is done behind it.
+struct TakenOut {
+  std::vector<VolumeIndex*> volumes;
+  std::vector<std::shared_ptr<const DeviceNotice>> notices;  // end with this
+
+  TakenOut() {
+    volumes.reserve(kMostDrives);
+    notices.reserve(kMostDrives);
+  }
+};
+
 // Takes a volume whose letter is gone out of the search; what comes under it next is another volume, so
-// that its notice ends. True for one that was searched until now, and
-// for one that was lost or released before its letter went and that nobody was told of.
-bool TakeOutGone(VolumeIndex& volume) {
+// its notice ends. Kept in `out` if it was searched until now, or was lost or released before its letter
+// went and nobody was told of it.
+void TakeOutGone(VolumeIndex& volume, TakenOut& out) {
   volume.follower.takenOut = true;
-  volume.follower.ReplaceNotice(nullptr);
+  out.notices.push_back(volume.follower.ReplaceNotice(nullptr));
   const bool wasTold = volume.follower.goneTold.exchange(true);
-  return volume.valid.exchange(false) || !wasTold;
+  if (volume.valid.exchange(false) || !wasTold) out.volumes.push_back(&volume);
 }
 
-// Takes a volume out of the search whose letter may stay for a while. True if it was in it, or is lost
-// and not yet closed, and once more when its letter is gone.
-bool TakeOutReleased(VolumeIndex& volume, bool isGone) {
+// Takes a volume out of the search whose letter may stay for a while. Kept in `out` if it was in it, or
+// is lost and not yet closed, and once more when its letter is gone.
+void TakeOutReleased(VolumeIndex& volume, bool isGone, TakenOut& out) {
   const bool wasOut = volume.follower.takenOut.exchange(true);
-  if (isGone) volume.follower.ReplaceNotice(nullptr);
+  if (isGone) out.notices.push_back(volume.follower.ReplaceNotice(nullptr));
   const bool wasTold = !isGone || volume.follower.goneTold.exchange(true);
-  return volume.valid.exchange(false) || !wasOut || !wasTold;
+  if (volume.valid.exchange(false) || !wasOut || !wasTold) out.volumes.push_back(&volume);
 }
 
 // The volume counts as being closed from before the job until `work` has ended.
@@ -238,50 +251,50 @@ bool CloseForBuild(SearchEngine& engine, VolumeIndex& volume) {
 }
 
 bool RemoveUnavailableVolumes(SearchEngine& engine) {
-  std::vector<VolumeIndex*> gone;
+  TakenOut gone;
   {
     const std::scoped_lock lock(engine.volumesMutex);
     const uint32_t mask = LogicalDriveMask();
     for (const auto& volume : engine.volumes) {
-      const bool isGone = (BitOfDrive(*volume) & mask) == 0;
-      if (isGone && TakeOutGone(*volume)) gone.push_back(volume.get());
+      if ((BitOfDrive(*volume) & mask) == 0) TakeOutGone(*volume, gone);
     }
   }
-  if (gone.empty()) return false;
+  if (gone.volumes.empty()) return false;
   std::vector<std::function<void()>> closes;
   // A letter may be back, and a sync have built its volume again.
-  for (VolumeIndex* const volume : gone) closes.push_back(ClosingJob(engine, *volume, CloseTakenOut));
+  for (VolumeIndex* const volume : gone.volumes) {
+    closes.push_back(ClosingJob(engine, *volume, CloseTakenOut));
+  }
   RunWithin("remove_unavailable_volumes", std::move(closes), 0);
   return true;
 }
 
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
   if (unitMask == 0) return false;
-  std::vector<VolumeIndex*> released;
+  TakenOut released;
   {
     const std::scoped_lock lock(engine.volumesMutex);
     const uint32_t mask = LogicalDriveMask();
     for (const auto& volume : engine.volumes) {
       const uint32_t bit = BitOfDrive(*volume);
-      if ((bit & unitMask) == 0) continue;
-      if (TakeOutReleased(*volume, (bit & mask) == 0)) released.push_back(volume.get());
+      if ((bit & unitMask) != 0) TakeOutReleased(*volume, (bit & mask) == 0, released);
     }
   }
-  CloseWithin(engine, released, CloseTakenOut);
-  return !released.empty();
+  CloseWithin(engine, released.volumes, CloseTakenOut);
+  return !released.volumes.empty();
 }
 
 bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id) {
-  VolumeIndex* volume = nullptr;
+  TakenOut released;
   {
     const std::scoped_lock lock(engine.volumesMutex);
-    volume = FindNoticedLocked(engine, id);
+    VolumeIndex* const volume = FindNoticedLocked(engine, id);
     if (volume == nullptr) return false;
     const bool isGone = (BitOfDrive(*volume) & LogicalDriveMask()) == 0;
-    if (!TakeOutReleased(*volume, isGone)) return false;
+    TakeOutReleased(*volume, isGone, released);
   }
-  CloseWithin(engine, {volume}, CloseTakenOut);
-  return true;
+  CloseWithin(engine, released.volumes, CloseTakenOut);
+  return !released.volumes.empty();
 }
 
 void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id) {
@@ -294,8 +307,9 @@ void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id) 
 }
 
 void DropAllVolumes(SearchEngine& engine) {
-  const std::scoped_lock lock(engine.volumesMutex);
   std::vector<VolumeIndex*> dropped;
+  dropped.reserve(kMostDrives);
+  const std::scoped_lock lock(engine.volumesMutex);
   for (const auto& volume : engine.volumes) dropped.push_back(volume.get());
   CloseWithin(engine, dropped, StopMonitor);
   std::move(engine.volumes.begin(), engine.volumes.end(), std::back_inserter(engine.dropped));

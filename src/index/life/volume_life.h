@@ -21,8 +21,8 @@ inline constexpr uint32_t kSyncRetryMs = 5'000;
 
 // Builds an NTFS volume from its journal, or, where it can have none, by a walk under the name of
 // kNtfsWithoutJournal. False, and the volume not valid, if neither works, or if its device does not
-// open.
-bool BuildNtfsOrWalk(VolumeIndex& volume, std::u16string_view drive);
+// open. A background thread's work.
+[[nodiscard]] bool BuildNtfsOrWalk(VolumeIndex& volume, std::u16string_view drive);
 
 // Job "init_background": indexes every drive at once. Posts WM_INDEX_STATE as soon as the first is
 // searchable and WM_VOLUMES_SYNCED when all are.
@@ -40,13 +40,13 @@ bool RemoveUnavailableVolumes(SearchEngine& engine);
 // returns, if they can be closed within the engine's closeLimits. True if there was one.
 bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask);
 
-// The two below: of the volume whose notice has the number `id`, for others who want it for themselves.
-
-// Takes it out of the search and closes its device within closeLimits. True if that was to be done.
+// Others want the volume whose notice has the number `id` for themselves: takes it out of the search and
+// closes its device within closeLimits. True if that was to be done, false where no volume has that
+// number.
 bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id);
 
-// They are done with it, or have failed: builds it again on the job "sync_current_volumes" unless it is
-// valid.
+// They are done with that volume, or have failed: builds it again on the job "sync_current_volumes"
+// unless it is valid. No effect where no volume has that number.
 void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id);
 
 // Stops and joins every monitor, within closeLimits, and empties the list, all with volumesMutex held.
@@ -54,9 +54,9 @@ void ReopenNoticedVolume(SearchEngine& engine, PostTarget window, uintptr_t id);
 // the program.
 void DropAllVolumes(SearchEngine& engine);
 
-// A volume that only a refresh by hand brings up to date. A volume whose letter is gone stops being
-// valid.
-bool HasNonNtfsVolume(SearchEngine& engine);
+// Whether there is a volume that only a refresh by hand brings up to date. A volume whose letter is gone
+// stops being valid on the way. Takes volumesMutex.
+[[nodiscard]] bool HasNonNtfsVolume(SearchEngine& engine);
 
 // Job "refresh_non_ntfs": walks every such drive again, drops volumes of drives that are gone, posts
 // WM_NON_NTFS_REFRESHED.
@@ -67,10 +67,10 @@ void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window);
 void SyncArrivedVolumesAsync(SearchEngine& engine, PostTarget window, uint32_t unitMask);
 
 // One look of the drive watcher: compares the letters that answer now with `known`, posts WM_INDEX_STATE
-// for a new one and WM_VOLUME_LOST for one that is gone, and returns them.
-uint32_t WatchDrivesOnce(uint32_t known, PostTarget window);
+// for a new one and WM_VOLUME_LOST for one that is gone, and returns the letters of now (bit 0: A).
+[[nodiscard]] uint32_t WatchDrivesOnce(uint32_t known, PostTarget window);
 
 // Thread that looks every 2 seconds until shutdown. False if it could not be started.
-bool StartDriveWatcher(PostTarget window);
+[[nodiscard]] bool StartDriveWatcher(PostTarget window);
 
 }  // namespace quilmark

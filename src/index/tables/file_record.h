@@ -21,9 +21,10 @@ struct FileRecord {
 };
 static_assert(sizeof(FileRecord) == 32, "two records a cache line");
 
+// The name as it is on disk. The view is good as long as indexLock is held.
 inline std::u16string_view NameOf(const FileRecord& record) { return {record.name, record.nameLength}; }
 
-// The folded copy stands right behind the name and its NUL.
+// The folded copy of the name, which stands right behind it and its NUL; good as long as NameOf's.
 inline std::u16string_view FoldedNameOf(const FileRecord& record) {
   return {record.name + record.nameLength + 1, record.nameLength};
 }

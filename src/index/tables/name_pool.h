@@ -1,4 +1,5 @@
-// Names of one volume: each stored once in one run, as on disk and folded.
+// Names of one volume: each stored once in one run, as on disk and folded. Guarded by the volume's
+// indexLock.
 //
 // A stored name stays where it is, so a pointer to it is good as long as indexLock is held, shared by
 // readers, exclusively by writers. Only TidyNames moves names, and with them the space of former ones
@@ -24,12 +25,14 @@ inline constexpr uint32_t kTextsPerMark = 64;
 // Zeroed units behind the capacity of each chunk: vector loads may run this far past the last text.
 inline constexpr size_t kChunkSlack = 512;
 
+// One run of texts.
 struct NameChunk {
   Pages<char16_t> text;
   size_t used = 0;         // units taken by texts; zeros follow
   uint32_t firstText = 0;  // number of the first text in this chunk
 };
 
+// The texts of one table, numbered from 0 in the order in which they were stored.
 struct NamePool {
   std::vector<NameChunk> chunks;
   size_t chunkCapacity = 2'097'152;    // UTF-16 units: 4 MiB a chunk

@@ -28,18 +28,22 @@ inline constexpr uint32_t kTextsPerPage = kBlocksPerPage * kTextsPerMark;
 
 // One bit for each block of a page.
 using BlockMask = uint64_t;
+static_assert(8 * sizeof(BlockMask) == kBlocksPerPage);
+static_assert(kSignatureRows * sizeof(BlockMask) == 16 * kTextsPerPage, "16 bytes a name");
 
+// The rows of all blocks of one pool. Guarded by the volume's indexLock.
 struct NameSignatures {
   std::vector<std::unique_ptr<BlockMask[]>> pages;  // kSignatureRows masks a page
 };
 
-// Makes room for text number `text`, so that adding it cannot fail.
+// Makes room for text number `text`, so that adding it cannot fail. std::bad_alloc where memory runs
+// out.
 void ReserveSignature(NameSignatures& signatures, uint32_t text);
 
-// Adds text number `text` of a pool by its folded spelling. True if it holds a unit above ASCII.
+// Adds text number `text` of a pool by its folded spelling. Returns whether it holds a unit above ASCII.
 bool AddToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
 
-// Adds the key of initials of the same text. AddToSignatures comes first.
+// Adds the key of initials of the same text, for which AddToSignatures was called before.
 void AddInitialsToSignatures(NameSignatures& signatures, uint32_t text, std::u16string_view folded);
 
 // Both at once: what a search needs to know of text number `text`. `initials` tells which texts have a
@@ -56,12 +60,19 @@ struct SignatureTest {
   std::array<uint16_t, kMostRows> rows{};
   size_t count = 0;
 };
+
+// Narrows the test to blocks that may hold `foldedNeedle` as well.
 void AddNeedle(SignatureTest& test, std::u16string_view foldedNeedle);
+
+// Narrows the test to blocks that may hold a name whose key of initials contains `pattern`.
 void AddInitialsPattern(SignatureTest& test, std::u16string_view pattern);
 
-// Blocks of page `page` that may hold the needles; all of them for an empty test.
-BlockMask CandidateBlocks(const NameSignatures& signatures, size_t page, const SignatureTest& test);
+// Blocks of page `page` that may hold the needles; all of them for an empty test. REQUIRES that the page
+// is there.
+[[nodiscard]] BlockMask CandidateBlocks(const NameSignatures& signatures, size_t page,
+                                        const SignatureTest& test);
 
+// Bytes taken from the heap.
 size_t MemoryOf(const NameSignatures& signatures);
 
 }  // namespace quilmark

@@ -1,4 +1,5 @@
-// Records of one volume in arrival order: appended, never moved, never erased but all at once.
+// Records of one volume in arrival order: appended, never moved, and erased only all at once. Guarded by
+// the volume's indexLock.
 #pragma once
 
 #include <cstddef>
@@ -16,8 +17,11 @@ class RecordStore {
   static constexpr uint32_t kChunkBits = 16;
   static constexpr uint32_t kChunkRecords = 1u << kChunkBits;
 
+  // How many records there are; their indices lie below it.
   uint32_t size() const { return size_; }
-  bool empty() const { return size_ == 0; }
+  // Whether there is no record.
+  [[nodiscard]] bool empty() const { return size_ == 0; }
+  // The record at `index`. REQUIRES index < size(). The reference is good until clear.
   const FileRecord& operator[](uint32_t index) const {
     return chunks_[index >> kChunkBits][index & (kChunkRecords - 1)];
   }
@@ -25,20 +29,24 @@ class RecordStore {
     return chunks_[index >> kChunkBits][index & (kChunkRecords - 1)];
   }
 
-  // Makes room for one more, so that the next push_back cannot fail.
+  // Makes room for one more, so that the next push_back cannot fail. std::bad_alloc where memory runs
+  // out.
   void ReserveOne() {
     if (size_ >> kChunkBits == chunks_.size()) AddChunk();
   }
-  // The index of the appended record.
+  // Appends the record and returns its index. std::bad_alloc where memory runs out; nothing is appended
+  // then.
   uint32_t push_back(const FileRecord& record) {
     ReserveOne();
     (*this)[size_] = record;
     return size_++;
   }
+  // Erases all records and frees their memory.
   void clear() {
     chunks_.clear();
     size_ = 0;
   }
+  // Bytes taken from the system.
   size_t MemoryBytes() const;
 
  private:

@@ -213,7 +213,9 @@ void TidyNames(VolumeIndex& volume) {
   }
   if (!step) return;
   const std::unique_lock lock(volume.indexLock);
-  FinishTidying(volume, *step);  // `step` outlives the lock, and frees what is no longer used
+  // `step` outlives the lock, and frees what is no longer used. Where an edit came between, the next
+  // block tries again.
+  (void)FinishTidying(volume, *step);
 }
 
 SeenName SeeName(const VolumeIndex& volume, const FileRecord& record) {

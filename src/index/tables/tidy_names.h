@@ -38,11 +38,11 @@ struct TidyStep {
 };
 
 // Empty where nothing is to be done, and where memory runs out. indexLock held, shared or exclusive.
-std::optional<TidyStep> PrepareTidying(const VolumeIndex& volume);
+[[nodiscard]] std::optional<TidyStep> PrepareTidying(const VolumeIndex& volume);
 
 // Puts the step's tables in place, and the former ones into `step`, to be freed without the lock. False
 // if records were edited since: nothing is changed. indexLock held exclusively. No memory is asked for.
-bool FinishTidying(VolumeIndex& volume, TidyStep& step);
+[[nodiscard]] bool FinishTidying(VolumeIndex& volume, TidyStep& step);
 
 // The spelling of a record's name and where it stood, to tell later whether the file was renamed.
 struct SeenName {
@@ -51,8 +51,12 @@ struct SeenName {
   size_t hash = 0;
 };
 
-// Both: indexLock held. `record` is of the volume.
+// How `record`, which is of the volume, is named now. indexLock held, shared or exclusive.
 SeenName SeeName(const VolumeIndex& volume, const FileRecord& record);
-bool IsNameAsSeen(const VolumeIndex& volume, const FileRecord& record, const SeenName& seen);
+
+// Whether the record still has the name that was seen. A name that came back counts as the same.
+// indexLock held, shared or exclusive.
+[[nodiscard]] bool IsNameAsSeen(const VolumeIndex& volume, const FileRecord& record,
+                                const SeenName& seen);
 
 }  // namespace quilmark

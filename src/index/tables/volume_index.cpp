@@ -79,6 +79,14 @@ const char16_t* StoreRenamed(RenamedNames& renamed, uint32_t index, std::u16stri
   return text;
 }
 
+// What was in the map is freed without the lock.
+template <typename Value>
+void EmptyMap(OrderedLock& mapLock, FrnMap<Value>& map) {
+  FrnMap<Value> former;
+  const std::scoped_lock lock(mapLock);
+  former.swap(map);
+}
+
 }  // namespace
 
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& made, std::u16string_view name) {
@@ -167,18 +175,9 @@ void ResetVolumeTables(VolumeIndex& volume) {
   volume.apart = {};
   volume.initials = {};
   volume.signatures = {};
-  {
-    const std::scoped_lock lock(volume.attrLock);
-    volume.attrs = {};
-  }
-  {
-    const std::scoped_lock lock(volume.mftSizesLock);
-    volume.mftSizes = {};
-  }
-  {
-    const std::scoped_lock lock(volume.folderSizesLock);
-    volume.folderSizes = {};
-  }
+  EmptyMap(volume.attrLock, volume.attrs);
+  EmptyMap(volume.mftSizesLock, volume.mftSizes);
+  EmptyMap(volume.folderSizesLock, volume.folderSizes);
   volume.folderSizesDirty = true;
 }
 

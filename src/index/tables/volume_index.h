@@ -37,23 +37,28 @@ inline constexpr uint32_t WM_VOLUME_LOST = 1032;
 // The first reference of a walked volume's records.
 inline constexpr uint64_t kFirstSyntheticFrn = 0x100000;
 
+// What the attribute cache holds of one file.
 struct AttrEntry {
   int64_t size = 0;  // bytes
   FileTime modified = 0;
   FileTime created = 0;
   bool valid = false;  // the entry carries data
-  bool stale = false;  // the file has changed since: nobody but a row on screen believes the entry
+  bool stale = false;  // the file has changed since: only a row on screen still shows the entry
   uint32_t look = 0;   // DataWatch::looks when the file was asked
 };
+static_assert(sizeof(AttrEntry) == 32, "up to two millions a volume");
 
 // Goes up whenever an entry of any volume is dropped or replaced. Process-wide, as the file is to which
 // all of them are saved; any thread.
 inline std::atomic<uint64_t> AttrCacheGeneration = 0;
 
+// Sizes of one file as a scan of the file table, or the monitor since, has found them.
 struct MftSize {
   uint64_t logical = 0, allocated = 0;  // bytes
 };
+static_assert(sizeof(MftSize) == 16, "one a file");
 
+// Values by file reference.
 template <typename Value>
 using FrnMap = boost::unordered_flat_map<uint64_t, Value>;
 
@@ -91,11 +96,11 @@ struct VolumeChange {
 
 // The second reader of the journal (data_changes.h). Of the monitor's thread, but for the atomics.
 struct DataWatch {
-  int64_t usn = 0;  // where the next look begins
-  uint32_t turns = 0;
+  int64_t usn = 0;                       // where the next look begins
+  uint32_t turns = 0;                    // of the monitor since the watch began
   std::vector<uint64_t> changed;         // what the last look found
-  std::atomic<uint32_t> looks = 0;       // that found something
-  std::atomic<int64_t> believedUsn = 0;  // changes below are taken in, whoever was reading meanwhile
+  std::atomic<uint32_t> looks = 0;       // how many have found something
+  std::atomic<int64_t> believedUsn = 0;  // all changes below it are taken in
 };
 
 // Whom a volume tells of what happens to it. Set before its first build.
@@ -166,20 +171,20 @@ struct NewRecord {
   bool isDirectory = false;
 };
 
-// All of these: indexLock held exclusively.
-
 // Stores the name and appends a record for it; returns its index. frnToIndex is left alone, so that a
-// build can fill it once at the end.
+// build can fill it once at the end. indexLock held exclusively. std::bad_alloc where memory runs out;
+// the tables are then as before. A name is cut after 65,535 units.
 uint32_t AppendRecord(VolumeIndex& volume, const NewRecord& record, std::u16string_view name);
 
 // Gives the record another name and parent, and life if it was deleted. A record that has them already,
 // as a created file has at its later journal records, keeps its text and with it its signatures.
+// indexLock held exclusively. std::bad_alloc where memory runs out; the record is then as before.
 void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::u16string_view name);
 
-// Flags the record. No effect on one that is flagged already.
+// Flags the record; no effect on one that is flagged already. indexLock held exclusively.
 void MarkDeleted(VolumeIndex& volume, uint32_t index);
 
-// Keeps `busy` set for its own lifetime, however a build ends.
+// Keeps `busy` set for its own lifetime. A build has one by way of VolumeBuild (build/volume_build.h).
 class BusyMark {
  public:
   explicit BusyMark(VolumeIndex& volume) : volume_(volume) { volume_.busy = true; }
@@ -192,16 +197,20 @@ class BusyMark {
 };
 
 // Sets `drive` and `fileSystem`; leaves a drive alone that is the same already, since the list of
-// volumes is searched by it without this lock.
+// volumes is searched by it without this lock. indexLock held exclusively; takes nameLock.
 void NameVolume(VolumeIndex& volume, std::u16string_view drive, std::u16string_view fileSystem);
 
-// Both take nameLock and need no other. IsNtfs: the volume is read by its records, and not by a walk.
-bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem);
-bool IsNtfs(const VolumeIndex& volume);
+// Whether the volume has that name of a file system, letter by letter. Any thread; takes nameLock.
+[[nodiscard]] bool HasFileSystem(const VolumeIndex& volume, std::u16string_view fileSystem);
 
-// Empties every table and map of the volume; takes the three attribute locks one after another.
+// Whether the volume is read by its records, and not by a walk. Any thread; takes nameLock.
+[[nodiscard]] bool IsNtfs(const VolumeIndex& volume);
+
+// Empties every table and map of the volume, with what it has in memory. indexLock held exclusively;
+// takes the three attribute locks one after another.
 void ResetVolumeTables(VolumeIndex& volume);
 
+// What an index leads to.
 struct RecordKind {
   uint64_t frn = 0;
   bool isDirectory = false;
@@ -209,27 +218,28 @@ struct RecordKind {
 };
 
 // Empty for an index past the end. indexLock held, shared or exclusive.
-std::optional<RecordKind> KindOf(const VolumeIndex& volume, uint32_t index);
+[[nodiscard]] std::optional<RecordKind> KindOf(const VolumeIndex& volume, uint32_t index);
 
-// Takes indexLock shared around KindOf.
-std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index);
+// KindOf with indexLock taken shared around it; waits for a build.
+[[nodiscard]] std::optional<RecordKind> KindOfLocked(const VolumeIndex& volume, uint32_t index);
 
 // Full path by following parents, at most 100 steps: "X:\dir\name". indexLock held, shared or exclusive.
 // An index past the end gives the bare "X:"; a chain that breaks or is deeper gives its known, innermost
 // part.
-std::u16string BuildPath(const VolumeIndex& volume, uint32_t index);
+[[nodiscard]] std::u16string BuildPath(const VolumeIndex& volume, uint32_t index);
 
-// Takes indexLock shared around BuildPath.
+// BuildPath with indexLock taken shared around it; waits for a build.
 std::u16string BuildPathLocked(const VolumeIndex& volume, uint32_t index);
 
-// BuildPath into a string that a loop reuses.
+// BuildPath into `path`, a string that a loop uses again; what was in it goes. indexLock held, shared or
+// exclusive.
 void BuildPathInto(const VolumeIndex& volume, uint32_t index, std::u16string& path);
 
 // Bytes that the tables take, attribute maps left out. indexLock held.
 size_t MemoryOf(const VolumeIndex& volume);
 
-// Empty if every invariant of the tables holds, else the first that does not. Slow: tests and debug
-// builds.
-std::string FindBrokenInvariant(const VolumeIndex& volume);
+// Empty if every invariant of the tables holds, else the first that does not. Slow, for tests and debug
+// builds. indexLock held, shared or exclusive.
+[[nodiscard]] std::string FindBrokenInvariant(const VolumeIndex& volume);
 
 }  // namespace quilmark

@@ -77,7 +77,7 @@ AppState& App() { return TheProgram().app; }
 
 void StartEngine(AppState& app) {
   InitBackground(Engine(), app.mainWindow);
-  StartDriveWatcher(app.mainWindow);
+  (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
 void WireProgram(AppState& app, WindowPort& window) {

@@ -416,7 +416,7 @@ TEST_F(NtfsVolume, MemoryThatRunsOutWhileReadingLeavesTheVolumeOut) {
   QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
   script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
 
-  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  EXPECT_THROW((void)BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
 
   EXPECT_FALSE(volume.valid);
   EXPECT_FALSE(volume.busy);
@@ -430,7 +430,7 @@ TEST_F(NtfsVolume, MemoryThatRunsOutWhileParsingEndsTheReadingToo) {
   volume.names.chunkCapacity = std::numeric_limits<size_t>::max() / 4;
   script.RepeatBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));
 
-  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  EXPECT_THROW((void)BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
 
   EXPECT_FALSE(volume.valid);
   EXPECT_FALSE(volume.busy);
@@ -441,7 +441,7 @@ TEST_F(NtfsVolume, ABuildBehindOneThatRanOutOfMemoryIsWhole) {
   QueueJournal();
   QueueProbe();
   script.Queue(kFsctlEnumUsnData, {.output = {}, .meanwhile = [] { throw std::bad_alloc(); }});
-  EXPECT_THROW(BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
+  EXPECT_THROW((void)BuildNtfsVolume(volume, u"N:"), std::bad_alloc);
   QueueJournal();
   QueueProbe();
   QueueBlock(UsnBlockBuilder(1).Record(40, kRoot, u"a"));

@@ -2,11 +2,11 @@
 #include <gmock/gmock.h>
 
 #include <shared_mutex>
+#include <thread>
 
 #include "driver/open_gate.h"
 #include "driver/test_volume_server.h"
 #include "index/build/ntfs_volume.h"
-#include "index/engine/search_engine.h"
 #include "index/follow/usn_monitor.h"
 #include "platform/drives.h"
 #include "platform/ntfs/raw_ntfs_device.h"
