@@ -90,7 +90,7 @@ TEST_F(SearchControls, DaysOfAWindowThatHasNoSizeYetFilterNothing) {
 TEST_F(SearchControls, ATagIsChosenByItsNumber) {
   view.Controls();
   (void)Report({.kind = ControlEvent::kClicked, .id = kFirstTag + 2});
-  EXPECT_EQ(ActiveCategory, 2);
+  EXPECT_EQ(TheSearch().ActiveCategory, 2);
 }
 
 TEST_F(SearchControls, TellOfUnknownOnesThatNobodyTookThem) {
@@ -102,7 +102,7 @@ TEST_F(SearchControls, TellOfUnknownOnesThatNobodyTookThem) {
 TEST_F(SearchControls, WhatAScriptHasWrittenIsReadWhenADriveComes) {
   Engine().ready = true;
   harness.window.texts[kQueryBox] = u"needle";
-  EXPECT_EQ(searchHooks.readSearchBox(), u"needle");
+  EXPECT_EQ(TheSearch().hooks.readSearchBox(), u"needle");
 }
 
 TEST_F(SearchControls, ACountMovesTheTagsAndLeavesTheListAlone) {
