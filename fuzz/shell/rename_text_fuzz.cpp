@@ -10,17 +10,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace quilmark;
   FuzzInput input = InputOf(data, size);
   const std::u16string oldName = FromUtf8(input.TakeLine()), typed = UnitsOf(input.rest);
-  std::u16string text = typed;
-  const RenameStep step = CheckRename(oldName, text);
+  const auto [step, text] = CheckRename(oldName, typed);
   Require(typed.find(text) != typed.npos);
   if (step == RenameStep::kClose) Require(text.empty() || text == oldName);
   if (step == RenameStep::kRename) {
     Require(!text.empty() && text != oldName && text.find_last_not_of(u" .") == text.size() - 1);
     Require(text.find_first_of(u"\\/:*?\"<>|") == text.npos && text.front() != u' ');
-    std::u16string again = text;
-    Require(CheckRename(oldName, again) == step && again == text);
-    // Under a name that is no device's, neither is the same name with an extension.
-    Require(CheckRename(oldName, again += u".x") != RenameStep::kInvalid);
+    const RenameCheck again = CheckRename(oldName, text);
+    Require(again.step == step && again.name == text);
+    // A name that is no device's is none with an extension either.
+    Require(CheckRename(oldName, text + u".x").step != RenameStep::kInvalid);
   }
 
   const size_t stem = SelectedStem(typed, false);

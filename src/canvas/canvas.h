@@ -54,6 +54,7 @@ class Canvas {
 
   // The same with rounded corners; `radius` in pixels.
   virtual void FillRound(const Rect& rect, int radius, Color color) = 0;
+
   // A line of one pixel just inside the rectangle.
   virtual void Outline(const Rect& rect, Color color) = 0;
 

@@ -17,6 +17,7 @@ class TextMeasure {
 
   // Width of the whole text in one line; 0 for an empty one.
   virtual int WidthOf(FontRole font, std::u16string_view text) const = 0;
+
   // Height of a line of that font; at least 1.
   virtual int LineHeight(FontRole font) const = 0;
 

@@ -83,6 +83,7 @@ struct ProcessPort {
 
   // The primary screen.
   virtual Rect PrimaryScreen() = 0;
+
   // Makes the main window, of that outer size, without showing it. False where it cannot be made.
   [[nodiscard]] virtual bool CreateMainWindow(Point place, int width, int height,
                                               const std::u16string& title) = 0;

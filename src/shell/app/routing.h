@@ -19,6 +19,7 @@ Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessa
 
 // The controls that a view needs: what they report goes to it from now on, in every mode.
 std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode);
+
 // Hands what a control reports to the view that asked for it; the shown view hears of a control that no
 // view has asked for, such as the editor of a name.
 Effects RouteControl(AppState& app, const ViewContext& context, const ControlEvent& event);

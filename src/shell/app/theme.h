@@ -17,6 +17,7 @@ struct ThemePort {
 
   // The colours of the system while it asks for high contrast, else empty.
   virtual std::optional<SystemColors> HighContrast() = 0;
+
   // Makes anew all that depends on the theme, from CurrentPalette: brushes, fonts, title bar, controls.
   // Then repaints all. `isDark` is what scrollbars, frames and title bar of the system are to be.
   virtual void WearTheme(bool isDark) = 0;

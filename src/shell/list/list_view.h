@@ -61,6 +61,7 @@ struct ListStyle {
 struct BarColors {
   Color track = 0, thumb = 0, heldThumb = 0;
 };
+
 // The colours of bars that stand on `ground`.
 BarColors BarColorsOn(const Palette& palette, Color ground);
 
@@ -80,11 +81,14 @@ class ListView {
 
   // The style as it was given, at 96 dpi.
   const ListStyle& Style() const { return style_; }
+
   // Shows the rows in another style, from the top. The list has to be placed anew before the next paint.
   void SetStyle(const ListStyle& style);
+
   // Puts the rows there and the offsets within their limits. To be called whenever the place, the width
   // of a row's columns (0: it has none), the scale or the number of rows has changed.
   void Place(const Rect& rows, int contentWidth, const ViewContext& context);
+
   // Keeps the same rows in view at another dpi. Places are of the former scale until Place is called.
   void Rescale(uint32_t from, uint32_t to);
 

@@ -40,8 +40,10 @@ struct RowSpan {
 
   bool operator==(const RowSpan&) const = default;
 };
+
 // The rows in view, and those of the line or two that may show below them.
 RowSpan RowsToPaint(const RowGrid& grid, int64_t scrollY, uint64_t rowCount);
+
 // The rows of the lines of which something lies within the place, and within the list.
 RowSpan RowsWithin(const RowGrid& grid, int64_t scrollY, uint64_t rowCount, const Rect& place);
 

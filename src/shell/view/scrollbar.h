@@ -38,6 +38,7 @@ int64_t DragToOffset(const Scrollbar& bar, Bar kind, int cursor, int64_t limit);
 struct BarState {
   int minimum = 0, maximum = 0, page = 0, position = 0;
 };
+
 // The bar of a drop list, painted over the system's one at `place`. Empty where everything fits.
 std::optional<Scrollbar> DropListBar(const Rect& place, const BarState& state, uint32_t dpi);
 

@@ -24,10 +24,13 @@ class View {
 
   // The controls that it needs, in the order in which Tab goes through them. Asked once, at the start.
   virtual std::vector<ControlSpec> Controls() = 0;
+
   // Lays everything out for the client area of the context, and says where its controls stand.
   virtual std::vector<ControlPlace> Layout(const ViewContext& context) = 0;
+
   // It was laid out a moment ago: the window has another size or scale, or shows it from now on.
   virtual Effects LaidOut(const ViewContext& context) = 0;
+
   // Another view is shown from now on.
   virtual Effects Leave(const ViewContext& context) = 0;
 
@@ -36,21 +39,25 @@ class View {
 
   // Covers every pixel that the canvas shows. Reads state and changes none.
   virtual PaintOutcome Paint(Canvas& canvas, const ViewContext& context) const = 0;
+
   // Paints a control that it asked to paint itself. The ground is that of the toolbar, the place is in
   // the coordinates of the control, and the context is the window's.
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control,
                             const ViewContext& context) const = 0;
+
   // Hears that the place has been painted, and what could not be shown there yet.
   virtual Effects NotePaint(const Rect& place, const PaintOutcome& outcome,
                             const ViewContext& context) = 0;
 
   // Answers what the mouse does in the client area, or anywhere while it is captured.
   virtual Effects OnMouse(const MouseEvent& event, const ViewContext& context) = 0;
+
   // Hears that something else may stand under the mouse now. Empty: the mouse is over another window.
   virtual Effects Rehover(std::optional<Point> mouse, const ViewContext& context) = 0;
 
   // Answers a finger that moves over the content.
   virtual Effects OnPan(const PanEvent& event, const ViewContext& context) = 0;
+
   // True where a finger moves the content; elsewhere it acts as a mouse.
   virtual bool CanPan(Point at, const ViewContext& context) const = 0;
 

@@ -20,8 +20,8 @@ enum class TrayIconState {
   kStood,   // it was there, whatever was believed of it
 };
 
-// All calls on the interface thread. Those of the first part never bring an event to a view before they
-// return.
+// All calls on the interface thread. No call down to TrimOthersInJob brings an event to a view before it
+// returns; those below it may.
 struct WindowPort {
   virtual ~WindowPort() = default;
 
@@ -89,6 +89,7 @@ struct WindowPort {
 
   // Posts a close request, which comes when the present event is done.
   virtual void PostClose() = 0;
+
   // Puts the icon into the notification area, or renews its tip. Sets trayIconAdded, and starts the
   // retry timer where the shell does not take it.
   virtual TrayIconState AddOrUpdateTrayIcon() = 0;

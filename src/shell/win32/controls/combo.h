@@ -33,6 +33,7 @@ struct ComboPlace {
   int listWidth = 0;  // pixels at 96 dpi; 0: as wide as the field
   bool isShown = true;
 };
+
 // Moves, shows or hides it. An open list stays open where nothing changes.
 void PlaceCombo(HWND combo, const ComboPlace& place, uint32_t dpi);
 

@@ -16,6 +16,7 @@ struct ControlClass {
   DWORD style;  // beside WS_CHILD
   DWORD extendedStyle = 0;
 };
+
 // Makes a hidden child without a place and a text. Null where the system makes none.
 HWND MakeControl(HWND parent, const ControlClass& kind, int id, HFONT font);
 

@@ -42,6 +42,7 @@ class NativeControls {
 
   // Has all tags painted again.
   void RedrawTags() const;
+
   // Gives the controls the present fonts of the host. No control holds a former one when it returns.
   void TakeFonts();
 

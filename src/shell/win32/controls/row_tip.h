@@ -14,6 +14,7 @@ class RowTip {
  public:
   // Makes the tip of a window, hidden. Once.
   void Open(HWND window);
+
   // Shows a text beside the cursor; an empty one hides the tip. `font` has to live as long as it is
   // shown.
   void Show(const std::u16string& text, const ViewContext& context, HFONT font);

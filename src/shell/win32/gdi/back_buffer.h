@@ -10,6 +10,7 @@ class BackBuffer {
  public:
   // Makes the device context. Memory for the pixels comes with the first Resize.
   void Open(HWND window);
+
   // Makes a bitmap of that size in pixels, of undefined content. The former one stays where the system
   // gives none, and for a size of 0.
   void Resize(HWND window, int width, int height);
