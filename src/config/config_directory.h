@@ -17,8 +17,10 @@ struct ConfigPlaces {
   std::optional<std::u16string> temp = {};
 };
 
+// Asks the environment and the system. A place that they do not name is empty.
 ConfigPlaces AskConfigPlaces();
 
+// Where the directory is to be.
 struct ConfigDirectoryChoice {
   std::u16string path;                             // without a trailing backslash
   std::vector<std::u16string> foldersToMake = {};  // outer first
@@ -32,7 +34,7 @@ ConfigDirectoryChoice ChooseConfigDirectory(const ConfigPlaces& places);
 // thread.
 std::u16string GetConfigDirectory();
 
-// The path of a file in it.
+// The path of the file `name` in GetConfigDirectory(), which is looked for again.
 std::u16string ConfigPath(std::u16string_view name);
 
 }  // namespace quilmark

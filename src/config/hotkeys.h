@@ -23,11 +23,14 @@ constexpr uint32_t ModifiersToRegister(uint32_t kept) { return kept | 0x4000; }
 
 // The hotkeys of a file's text; a key that is missing keeps its default.
 HotkeyConfig ReadHotkeys(std::u16string_view text);
+
+// The text of the file for `hotkeys`: what ReadHotkeys reads back.
 std::u16string HotkeysText(const HotkeyConfig& hotkeys);
 
-// From and to the file in the configuration directory. Without a file the defaults; a failed save is
-// ignored.
+// The hotkeys of the file in the configuration directory; the defaults without a file.
 HotkeyConfig LoadHotkeys();
+
+// Writes that file. A save that fails is lost: the hotkeys in force stay as they are.
 void SaveHotkeys(const HotkeyConfig& hotkeys);
 
 }  // namespace quilmark

@@ -19,6 +19,8 @@ struct GuiResourceCounts {
 
 // Sets where LogGdiState has its counts from; null, as at the start, gives 0 and 0.
 void InstallGuiResourceCounter(GuiResourceCounts (*counter)());
+
+// What that counter says now.
 GuiResourceCounts CountGuiResources();
 
 // Appends a stamped line to "perf_metrics.log".
@@ -33,10 +35,15 @@ void LogBackgroundThreadException(const char* what);
 // Makes LogBackgroundThreadException the end of every exception that leaves a job of RunBackground.
 void InstallBackgroundExceptionLog();
 
-// The lines and the place behind the functions above.
+// The line that LogPerfMetric appends at `time`, with its end.
 std::u16string PerfMetricLine(const LocalTime& time, std::u16string_view text);
+
+// The line that LogGdiState appends at `time`, with its end.
 std::u16string GdiStateLine(const LocalTime& time, const GuiResourceCounts& counts,
                             std::u16string_view text);
+
+// Where LogGdiState writes: in `tempFolder`, and elsewhere if the system names none or its path is too
+// long.
 std::u16string GdiLogPath(const std::optional<std::u16string>& tempFolder);
 
 }  // namespace quilmark

@@ -19,10 +19,16 @@ constexpr Color ColorOfHex(uint32_t rrggbb) {
   return (rrggbb & 0xFF) << 16 | (rrggbb & 0xFF00) | (rrggbb >> 16 & 0xFF);
 }
 
+// The red of a colour, 0 to 255.
 constexpr int RedOf(Color color) { return static_cast<int>(color & 0xFF); }
+
+// Its green, 0 to 255.
 constexpr int GreenOf(Color color) { return static_cast<int>(color >> 8 & 0xFF); }
+
+// Its blue, 0 to 255.
 constexpr int BlueOf(Color color) { return static_cast<int>(color >> 16 & 0xFF); }
 
+// A colour for everything that is drawn.
 struct Palette {
   // What a user may override.
   Color surface = 0, toolbar = 0, editWell = 0, text = 0, textHit = 0, searchHit = 0, header = 0,
@@ -37,15 +43,20 @@ struct Palette {
   bool operator==(const Palette&) const = default;
 };
 
+// Entries that a user may override.
 inline constexpr size_t kColorRoles = 10;
 
+// One of them.
 struct UiColorRole {
-  std::u16string_view key;  // in ui_colors.ini, and of the label's translation
-  std::u16string_view label;
+  std::u16string_view key;    // in ui_colors.ini, and of the label's translation
+  std::u16string_view label;  // in English
   Color Palette::*entry;
 };
+
+// All of them, in the order of their list.
 extern const std::array<UiColorRole, kColorRoles> kUiColorRoles;
 
+// What the user chose, by the order of kUiColorRoles. A colour counts where it is set.
 struct ColorOverrides {
   std::array<Color, kColorRoles> overrideColor = {};
   std::array<bool, kColorRoles> overrideSet = {};
@@ -64,19 +75,28 @@ int Luminance(Color color);
 Color AdjustHighlightContrast(Color color, Color background, Color neighbour);
 
 // Six hexadecimal digits, with or without "#" and blanks around; empty for anything else.
-std::optional<Color> ParseHexColor(std::u16string_view text);
-std::u16string HexColorText(Color color);  // RRGGBB, capital letters
+[[nodiscard]] std::optional<Color> ParseHexColor(std::u16string_view text);
 
+// RRGGBB in capital letters, as ParseHexColor reads it.
+std::u16string HexColorText(Color color);
+
+// The colours of the light or the dark theme with nothing overridden.
 Palette ThemeDefaults(bool dark);
 
-// Whether the derived entries are dark or light follows from the surface, not from the theme.
+// `palette` with the colours that are set in `overrides`, and with what follows from them. Whether the
+// derived entries are dark or light follows from the surface, not from the theme.
 Palette WithOverrides(Palette palette, const ColorOverrides& overrides);
 
-// The colours in force, and what the user made of them.
+// The colours in force.
 extern Palette CurrentPalette;
+
+// What the user chose; in force once ApplyColorOverrides was called.
 extern ColorOverrides CurrentOverrides;
 
+// Sets CurrentPalette to ThemeDefaults(dark). The overrides are no longer in force.
 void ApplyThemeDefaults(bool dark);
+
+// Puts CurrentOverrides into CurrentPalette.
 void ApplyColorOverrides();
 
 }  // namespace quilmark

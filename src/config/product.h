@@ -5,7 +5,10 @@
 
 namespace quilmark {
 
+// In titles of boxes, and in names of files and folders.
 inline constexpr std::u16string_view kProductName = u"Quilmark";
+
+// The title of the main window.
 inline constexpr std::u16string_view kMainTitle = u"Quilmark - https://quilmark.example";
 
 }  // namespace quilmark

@@ -14,14 +14,16 @@ namespace quilmark {
 // until it was read: it holds the user's choices, and the program its defaults.
 std::u16string ReadSettingsFile(std::u16string_view name);
 
-// SleepMs; tests do not wait.
+// What a read waits by before it tries again: SleepMs, unless a test does without.
 extern void (*pauseBeforeRereading)(uint32_t ms);
 
-// True for such a file.
+// Whether the file was there at the latest ReadSettingsFile and could not be read.
 bool IsUnreadSettingsFile(std::u16string_view name);
 
-// False where it is left alone, and on any failure. A file that has this text, and has it on the disk as
-// far as the program knows, is not written: waiting for a disk takes longer than a frame of the window.
+// Rewrites the file of that name. False where it is left alone, and on any failure. The result may be
+// dropped: a setting that is not saved is in force until the program ends. A file that has this text,
+// and has it on the disk as far as the program knows, is not written: waiting for a disk takes longer
+// than a frame of the window.
 bool WriteSettingsFile(std::u16string_view name, std::u16string_view text,
                        Flushing flushing = Flushing::kWaited);
 

@@ -9,6 +9,6 @@ namespace quilmark {
 
 // The next line that has an "=", as key and value; empty at the end of the text. A line of more than
 // kTextLineLimit units comes in pieces, each of which counts as a line.
-std::optional<KeyValue> NextKeyValue(TextLines& lines);
+[[nodiscard]] std::optional<KeyValue> NextKeyValue(TextLines& lines);
 
 }  // namespace quilmark

@@ -10,29 +10,39 @@
 
 namespace quilmark {
 
+// Colours that belong together, for a user to choose as a whole.
 struct UiColorPreset {
   std::u16string_view chineseName, englishName;
   int mode = 0;                                   // 0 light, 1 dark; anything else leaves the theme
   std::array<uint32_t, kColorRoles> rrggbb = {};  // in the order of the roles
 };
+
+// All of them, by the index of TakeUiColorPreset.
 inline constexpr int kUiColorPresets = 10;
 extern const std::array<UiColorPreset, kUiColorPresets> kUiColorPresetRows;
 
-extern int activePreset;  // -1: none; not kept between runs
+// Index of the preset that the user took last; -1: none. It is not kept between runs.
+extern int activePreset;
 
 // The overrides of a file's text: one "key=RRGGBB" a line, keys in any case; lines that do not fit are
 // ignored.
 ColorOverrides ReadUiColors(std::u16string_view text);
+
+// The text of the file for `overrides`: what ReadUiColors reads back.
 std::u16string UiColorsText(const ColorOverrides& overrides);
 
-// From and to the file in the configuration directory. Without a file nothing is overridden; a failed
-// save is ignored. The palette stays as it is until ApplyColorOverrides.
+// Sets CurrentOverrides from the file in the configuration directory; without a file nothing is
+// overridden. The palette stays as it is until ApplyColorOverrides.
 void LoadUiColors();
+
+// Writes CurrentOverrides to that file. A save that fails is lost.
 void SaveUiColors();
+
+// Takes all overrides back and saves. The palette stays as it is until ApplyColorOverrides.
 void ResetUiColors();
 
 // Overrides every role by a preset and saves. False for an index that has no preset. `mode` of the
 // preset is the caller's to follow.
-bool TakeUiColorPreset(int index);
+[[nodiscard]] bool TakeUiColorPreset(int index);
 
 }  // namespace quilmark

@@ -11,6 +11,7 @@
 
 namespace quilmark {
 
+// What the user chose, but for the size of the window.
 struct WindowSettings {
   std::array<int, 6> columnWidth = {60,  280, 100,
                                     160, 160, 400};  // see where a value of this type is kept
@@ -33,6 +34,7 @@ struct WindowSettings {
   bool operator==(const WindowSettings&) const = default;
 };
 
+// In pixels; at which scale says whoever uses it.
 struct WindowSize {
   int width = 0;
   int height = 0;

@@ -11,7 +11,7 @@ namespace quilmark {
 // exception that leaves `work` goes to the log of SetBackgroundExceptionLog with the name and ends only
 // that thread. A system that gives no thread ends the program by std::terminate, as it does for any
 // thread of the library: without its jobs the window would wait for ever. False where memory ran out on
-// the way; `work` then did not run.
+// the way; `work` then did not run. The result may be dropped where nobody waits for the work.
 bool RunBackground(const char* name, std::function<void()> work);
 
 // A job of which one runs at a time. Lives as long as the process, or until its job has ended. Any
@@ -31,6 +31,7 @@ class SingleJob {
   // its matter once more instead of being started again.
   [[nodiscard]] bool TakeAsked() { return asked_.exchange(false); }
 
+  // Whether the work has begun and whoever was refused meanwhile has yet to be answered.
   bool IsRunning() const { return running_; }
 
  private:
@@ -43,7 +44,8 @@ class SingleJob {
 void SetBackgroundExceptionLog(std::function<void(const char* what)> log);
 
 // Waits until no job of RunBackground runs, at most `timeoutMs`; false at the timeout. For the end of a
-// console program and for tests: the desktop program gives its threads a pause and ends.
+// console program and for tests, which may drop the result: the program ends either way. The desktop
+// program gives its threads a pause and ends.
 bool WaitForBackgroundJobs(uint32_t timeoutMs);
 
 }  // namespace quilmark

@@ -8,7 +8,8 @@
 namespace quilmark {
 
 // Runs each of `works` on a job called `name` (see RunBackground) and waits until all have ended, at
-// most `mostMs`. False if one has not: it goes on by itself, so it owns what it uses.
+// most `mostMs`. False if one has not: it goes on by itself, so it owns what it uses. The result may be
+// dropped by a caller that goes on either way.
 bool RunWithin(const char* name, std::vector<std::function<void()>> works, uint32_t mostMs);
 
 }  // namespace quilmark

@@ -13,17 +13,17 @@ namespace quilmark {
 
 // One thread at a time.
 struct ByteSource {
-  virtual ~ByteSource() = default;
+  virtual ~ByteSource() = default;  // closes it
 
   // In bytes; 0 for a device that does not tell.
   virtual uint64_t Size() const = 0;
 
   // Fills `buffer` from byte `offset`. Returns how many bytes were read: fewer at the end or at a place
   // that cannot be read.
-  virtual size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
+  [[nodiscard]] virtual size_t ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
 };
 
 // Opens a file or a block device for reading, by a path of files.h. Null if that fails.
-std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path);
+[[nodiscard]] std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path);
 
 }  // namespace quilmark

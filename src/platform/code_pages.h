@@ -7,9 +7,10 @@
 
 namespace quilmark {
 
-enum class CodePage { kUtf8, kAnsi };  // kAnsi: the system's ANSI code page on Windows, 1252 on POSIX
+// kAnsi is the system's ANSI code page on Windows, and 1252 on a POSIX host.
+enum class CodePage { kUtf8, kAnsi };
 
 // The bytes of `text`; empty where a character has no form in the code page.
-std::optional<std::string> EncodeText(std::u16string_view text, CodePage page);
+[[nodiscard]] std::optional<std::string> EncodeText(std::u16string_view text, CodePage page);
 
 }  // namespace quilmark

@@ -12,6 +12,6 @@ bool AnsiIsUtf8();
 
 // The bytes of `text` in the ANSI code page, which is not UTF-8; empty where a character has no form of
 // its own.
-std::optional<std::string> EncodeAnsi(std::u16string_view text);
+[[nodiscard]] std::optional<std::string> EncodeAnsi(std::u16string_view text);
 
 }  // namespace quilmark

@@ -51,6 +51,7 @@ void OnThreads(size_t most, size_t count, size_t step, Work work) {
   if (failure) std::rethrow_exception(failure);
 }
 
+// OnThreads with as many as CoreCount() says.
 template <typename Work>
 void OnCores(size_t count, size_t step, Work work) {
   OnThreads(CoreCount(), count, step, work);

@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// UTF-8.
+// Hands `text`, UTF-8 with its own line end, to a debugger if one listens. Any thread.
 void SendToDebugger(std::string_view text);
 
 }  // namespace quilmark

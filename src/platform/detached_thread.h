@@ -7,6 +7,6 @@ namespace quilmark {
 
 // Runs `body`, which lets no exception out, on a thread called `name`: a literal, of which systems show
 // the first 15 characters. False if no thread could be started; `body` then does not run.
-bool StartDetachedThread(const char* name, std::function<void()> body);
+[[nodiscard]] bool StartDetachedThread(const char* name, std::function<void()> body);
 
 }  // namespace quilmark

@@ -19,7 +19,7 @@ inline bool IsDrivePath(std::u16string_view path) {
 }
 
 // The root of a mapped letter, shared instead of copied; null without a mapping. Any thread.
-std::shared_ptr<const std::u16string> SharedRootOf(char16_t letter);
+[[nodiscard]] std::shared_ptr<const std::u16string> SharedRootOf(char16_t letter);
 
 // Bit 0 for A: to bit 25 for Z:, without regard to mappings. 0 on a POSIX host.
 uint32_t SystemDriveMask();
@@ -31,10 +31,10 @@ uint32_t AnsweringSystemDriveMask();
 bool HasSystemDriveRoot(char16_t letter);
 
 // Of the system's own drive `letter`; empty when there is none or its medium cannot be read.
-std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter);
+[[nodiscard]] std::optional<VolumeInfo> VolumeInfoOfSystemDrive(char16_t letter);
 
 // Of a folder that a letter is mapped to; empty if it is no folder.
-std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root);
+[[nodiscard]] std::optional<VolumeInfo> VolumeInfoOfMappedFolder(std::u16string_view root);
 
 // The root of a mapping as a path of files.h that no mapping changes: a root is a path of the system,
 // also where its own letter is mapped.

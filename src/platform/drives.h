@@ -12,21 +12,24 @@
 namespace quilmark {
 
 // Gives `letter` (A to Z, either case) to `root`, a path of the host (see files.h). Replaces
-// an earlier mapping. False for another character. Any thread.
+// an earlier mapping. False for another character, and for no other reason: who maps a letter that is
+// written in the code may drop the result. Any thread.
 bool MapDrive(char16_t letter, std::u16string_view root);
+
+// Takes a mapping back; nothing happens where there is none. Any thread.
 void UnmapDrive(char16_t letter);
 
 // The folder of a mapped letter; empty without a mapping.
-std::optional<std::u16string> MappedRoot(char16_t letter);
+[[nodiscard]] std::optional<std::u16string> MappedRoot(char16_t letter);
 
 // `path` with the root of a mapped drive in the place of its "X:"; any other path as it is.
 std::u16string ResolveMappedPath(std::u16string_view path);
 
 // The reverse: a path of the host below a mapped root as "X:\..."; the deepest root wins. Empty if below
 // none.
-std::optional<std::u16string> MappedPathOf(std::u16string_view hostPath);
+[[nodiscard]] std::optional<std::u16string> MappedPathOf(std::u16string_view hostPath);
 
-// Bit 0 for A: to bit 25 for Z:.
+// The letters that there are: bit 0 for A: to bit 25 for Z:.
 uint32_t LogicalDriveMask();
 
 // The letters of which the root answers: of LogicalDriveMask those with a medium, and what a host shows
@@ -36,10 +39,11 @@ uint32_t AnsweringDriveMask();
 // True unless the system knows no root for the letter, as before a medium is mounted.
 bool HasDriveRoot(char16_t letter);
 
+// What a volume says of itself.
 struct VolumeInfo {
   std::u16string fileSystem;  // "NTFS", "FAT32", "ext4", ...
-  std::u16string label;
-  uint32_t serial = 0;
+  std::u16string label;       // empty: none
+  uint32_t serial = 0;        // another one for another volume
 };
 
 // The file system whose volumes are read by their records.
@@ -62,6 +66,6 @@ std::u16string_view FileSystemToRead(std::u16string_view reported, const DriveTa
 
 // Of the drive `letter`; empty when there is no such drive or its medium cannot be read. A mapped folder
 // on Windows is "folder": it has no journal of its own, whatever volume it lies on.
-std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter);
+[[nodiscard]] std::optional<VolumeInfo> ReadVolumeInfo(char16_t letter);
 
 }  // namespace quilmark

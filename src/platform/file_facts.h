@@ -9,6 +9,7 @@
 
 namespace quilmark {
 
+// What a disk or the records of a volume tell of a file.
 struct FileFacts {
   uint64_t size = 0;      // bytes; 0 for a folder
   FileTime modified = 0;  // last write
@@ -17,6 +18,6 @@ struct FileFacts {
 };
 
 // Of a path of files.h, without opening it and without following a link. Empty where there is none.
-std::optional<FileFacts> ReadFileFacts(std::u16string_view path);
+[[nodiscard]] std::optional<FileFacts> ReadFileFacts(std::u16string_view path);
 
 }  // namespace quilmark

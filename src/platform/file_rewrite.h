@@ -10,15 +10,21 @@ namespace quilmark {
 
 // One thread. The destructor closes it.
 struct RewritableFile {
-  virtual ~RewritableFile() = default;
-  uint64_t sizeBytes = 0;  // when it was opened
+  virtual ~RewritableFile() = default;  // closes it
+  uint64_t sizeBytes = 0;               // when it was opened
 
-  virtual bool WriteAt(uint64_t offset, std::string_view bytes) = 0;  // all of them
+  // Writes all of `bytes` at byte `offset`. False if any of them could not be written.
+  [[nodiscard]] virtual bool WriteAt(uint64_t offset, std::string_view bytes) = 0;
+
+  // Makes the file `length` bytes long. False on failure, which may be dropped where the writing has
+  // failed already.
   virtual bool Cut(uint64_t length) = 0;
-  virtual bool Flush() = 0;  // to the disk
+
+  // Waits until the disk has what was written. False on failure.
+  [[nodiscard]] virtual bool Flush() = 0;
 };
 
 // Opens or makes it, with its contents as they are. Null if that fails, and for what is no file.
-std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path);
+[[nodiscard]] std::unique_ptr<RewritableFile> OpenForRewrite(std::u16string_view path);
 
 }  // namespace quilmark

@@ -10,17 +10,25 @@
 
 namespace quilmark {
 
+// What a form of a pattern can be filled with; a text must outlive the call.
 using FormatArgument = std::variant<int64_t, uint64_t, double, std::u16string_view>;
 
-// The work behind FormatText.
+// FormatText with its arguments in a row.
 std::u16string FormatArguments(std::u16string_view pattern, std::span<const FormatArgument> arguments);
 
+// A text as an argument; it must outlive the call of FormatText.
 inline FormatArgument MakeFormatArgument(std::u16string_view text) { return text; }
+
+// A floating-point number as an argument.
 inline FormatArgument MakeFormatArgument(double number) { return number; }
+
+// An integer with a sign as an argument.
 template <std::signed_integral T>
 FormatArgument MakeFormatArgument(T number) {
   return static_cast<int64_t>(number);
 }
+
+// One without a sign.
 template <std::unsigned_integral T>
 FormatArgument MakeFormatArgument(T number) {
   return static_cast<uint64_t>(number);

@@ -42,6 +42,7 @@ class Generation {
   // The ticket of the latest Supersede; before the first, one with the number 0.
   Ticket Latest() const { return Ticket(*this, number_); }
 
+  // How often Supersede was called.
   uint64_t Number() const { return number_; }
 
  private:

@@ -5,6 +5,7 @@
 
 namespace quilmark {
 
+// Whether a unit lies in the block of CJK unified ideographs.
 constexpr bool IsIdeograph(char16_t unit) { return unit >= 0x4E00 && unit <= 0x9FFF; }
 
 // First letter ('a'-'z') of the reading of an ideograph, by the ranges of GB2312 level one in code page

@@ -3,6 +3,7 @@
 
 namespace quilmark {
 
+// The block of CJK unified ideographs.
 inline constexpr char16_t kFirstIdeograph = 0x4E00;
 inline constexpr char16_t kLastIdeograph = 0x9FFF;
 

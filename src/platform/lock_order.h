@@ -5,6 +5,7 @@
 
 namespace quilmark {
 
+// Whether the functions below check anything: in debug builds.
 #ifdef QUILMARK_DEBUG
 inline constexpr bool kChecksLockOrder = true;
 #else
@@ -15,8 +16,10 @@ inline constexpr bool kChecksLockOrder = false;
 // Called before a wait.
 void RequireLockOrder(const OrderedLock& lock);
 
-// Called right after `lock` was taken, and right before it is given back.
+// Counts a lock of the calling thread; called right after it was taken.
 void NoteLockTaken(const OrderedLock& lock);
+
+// Called right before it is given back, by the thread that took it.
 void NoteLockReleased(const OrderedLock& lock);
 
 }  // namespace quilmark

@@ -12,6 +12,7 @@
 
 namespace quilmark {
 
+// What a lock guards, from the first that a thread may wait for to the last.
 enum class LockRank {
   kVolumeList = 1,  // SearchEngine::volumesMutex
   kIndex = 2,       // VolumeIndex::indexLock
@@ -19,6 +20,7 @@ enum class LockRank {
   kLeaf = 4,        // a swap, nothing else
 };
 
+// A lock as std::shared_mutex is one; not recursive. Any thread; who takes it gives it back.
 class OrderedLock {
  public:
   // `name` must outlive the lock; it appears in the report of a broken order.
@@ -26,13 +28,17 @@ class OrderedLock {
   OrderedLock(const OrderedLock&) = delete;
   OrderedLock& operator=(const OrderedLock&) = delete;
 
+  // Exclusive: waits, tries (false if another thread has it), gives back.
   void lock();
   [[nodiscard]] bool try_lock();
   void unlock();
+
+  // Shared, likewise.
   void lock_shared();
   [[nodiscard]] bool try_lock_shared();
   void unlock_shared();
 
+  // What it was made with.
   LockRank Rank() const { return rank_; }
   const char* Name() const { return name_; }
 

@@ -8,13 +8,14 @@
 
 namespace quilmark {
 
+// One thread sleeps, any may wake it.
 class Pause {
  public:
   // Sleeps `ms` milliseconds, or less once `wanted` is clear and Wake was called; not at all if it is
   // clear already.
   void Sleep(uint32_t ms, const std::atomic<bool>& wanted);
 
-  // Call after clearing `wanted`.
+  // Ends the sleep in progress. Called after `wanted` was cleared, or it goes on sleeping.
   void Wake();
 
  private:

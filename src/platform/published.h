@@ -23,6 +23,7 @@ class Published {
   explicit Published(const char* lockName, Value first = {})
       : lock_(LockRank::kLeaf, lockName), value_(std::move(first)) {}
 
+  // A copy of the value as it is now.
   Value Get() const {
     const std::scoped_lock lock(lock_);
     return value_;
@@ -76,7 +77,7 @@ class Published {
     return true;
   }
 
-  // Of the latest Supersede.
+  // Those of the latest Supersede.
   Ticket Latest() const { return generation_.Latest(); }
   uint64_t Number() const { return generation_.Number(); }
 

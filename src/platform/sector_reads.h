@@ -16,7 +16,7 @@ using SectorReader = std::function<size_t(uint64_t offset, std::span<std::byte> 
 // Fills `buffer` from byte `offset` by calls of `read` in blocks of 4,096 bytes, the largest sector
 // there is; smaller ones are tried where a block does not come whole. Returns as ByteSource::ReadAt.
 // `scratch` is memory that the caller keeps for the next call.
-size_t ReadBySectors(const SectorReader& read, uint64_t offset, std::span<std::byte> buffer,
-                     std::vector<std::byte>& scratch);
+[[nodiscard]] size_t ReadBySectors(const SectorReader& read, uint64_t offset,
+                                   std::span<std::byte> buffer, std::vector<std::byte>& scratch);
 
 }  // namespace quilmark

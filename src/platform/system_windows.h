@@ -6,6 +6,6 @@
 namespace quilmark {
 
 // As PostIfAlive, for a target that is no PostQueue. False on a POSIX host, which has no windows.
-bool PostToWindow(PostTarget window, const PostedMessage& message);
+[[nodiscard]] bool PostToWindow(PostTarget window, const PostedMessage& message);
 
 }  // namespace quilmark

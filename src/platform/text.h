@@ -19,6 +19,7 @@ namespace quilmark {
 extern const std::array<uint8_t, 256> kFoldPageOf;
 extern const std::array<char16_t, 256> kFoldPages[];
 
+// The folded form of one unit.
 inline char16_t FoldUnit(char16_t unit) {
   return static_cast<char16_t>(unit + kFoldPages[kFoldPageOf[unit >> 8]][unit & 0xFF]);
 }
@@ -26,10 +27,13 @@ inline char16_t FoldUnit(char16_t unit) {
 // Folds `size` units from `from` to `to`; the two may be the same place.
 void FoldUnits(const char16_t* from, char16_t* to, size_t size);
 
+// A folded copy, of the same length.
 std::u16string FoldText(std::u16string_view text);
 
 // Order of the folded texts by code unit; equal where they differ in case only.
 std::weak_ordering CompareNoCase(std::u16string_view a, std::u16string_view b);
+
+// Whether the folded texts are equal.
 bool EqualNoCase(std::u16string_view a, std::u16string_view b);
 
 }  // namespace quilmark

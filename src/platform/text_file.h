@@ -9,7 +9,8 @@
 
 namespace quilmark {
 
-// Longest piece that TextLines hands out, its line end included.
+// Units of the longest piece that TextLines hands out, its line end included: a buffer of 256 and its
+// NUL.
 inline constexpr size_t kTextLineLimit = 255;
 
 // The text of a file's bytes: a UTF-8 mark is skipped, a UTF-16 little-endian mark switches to UTF-16,
@@ -19,16 +20,17 @@ std::u16string DecodeText(std::string_view bytes);
 // Bytes of `text`: LF becomes CR LF, surrogate pairs one sequence of four bytes. No mark.
 std::string EncodeTextLines(std::u16string_view text);
 
-// Empty if the file cannot be read.
-std::optional<std::u16string> ReadTextFile(std::u16string_view path);
+// The text of a whole file. Empty if it cannot be read or is longer than ReadFileBytes takes.
+[[nodiscard]] std::optional<std::u16string> ReadTextFile(std::u16string_view path);
 
 // What a file with that text holds: a mark, then the lines.
 std::string TextFileBytes(std::u16string_view text);
 
 // Rewrites the whole file with a mark in front. False on any failure.
-bool WriteTextFile(std::u16string_view path, std::u16string_view text);
+[[nodiscard]] bool WriteTextFile(std::u16string_view path, std::u16string_view text);
 
-// Appends; a new or empty file gets a mark first. False on any failure.
+// Appends; a new or empty file gets a mark first. False on any failure. The result may be dropped for a
+// line of a log.
 bool AppendTextFile(std::u16string_view path, std::u16string_view text);
 
 // Position in a decoded text, read line by line with a limit: a longer line comes in pieces of
@@ -39,17 +41,18 @@ struct TextLines {
 };
 
 // The next piece with its line end; empty at the end of the text.
-std::optional<std::u16string_view> NextLine(TextLines& lines);
+[[nodiscard]] std::optional<std::u16string_view> NextLine(TextLines& lines);
 
 // Without blanks and tabs on the left, and without these and CR, LF on the right. A part of `text`.
 std::u16string_view TrimText(std::u16string_view text);
 
+// What a line of a settings file says.
 struct KeyValue {
   std::u16string_view key, value;  // trimmed; parts of the line
 };
 
 // Splits a line of "key=value" at the first "=" and trims both. Empty for a line without "=".
-std::optional<KeyValue> SplitKeyValue(std::u16string_view line);
+[[nodiscard]] std::optional<KeyValue> SplitKeyValue(std::u16string_view line);
 
 // Like the runtime's _wtoi: leading blanks, a sign, digits; clamped to 32 bits; 0 for what is no number.
 int ParseInt(std::u16string_view text);

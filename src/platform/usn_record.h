@@ -16,6 +16,7 @@
 
 namespace quilmark {
 
+// Reasons of a record, of which one may have several (USN_REASON_... of winioctl.h).
 inline constexpr uint32_t kUsnReasonDataOverwrite = 0x0000'0001;
 inline constexpr uint32_t kUsnReasonDataExtend = 0x0000'0002;
 inline constexpr uint32_t kUsnReasonDataTruncation = 0x0000'0004;
@@ -29,6 +30,7 @@ inline constexpr uint32_t kUsnReasonRenameNewName = 0x0000'2000;
 inline constexpr uint32_t kUsnReasonsOfNames =
     kUsnReasonFileCreate | kUsnReasonFileDelete | kUsnReasonRenameOldName | kUsnReasonRenameNewName;
 
+// FILE_ATTRIBUTE_DIRECTORY of winnt.h.
 inline constexpr uint32_t kFileAttributeDirectory = 0x10;
 
 // What one record says. The name lies in the memory that the record was read from.
@@ -54,7 +56,7 @@ struct UsnCursor {
 // The next record, or empty at the end of the block. Empty with `malformed` set at a record that does
 // not fit: the rest of the block is lost, since only that record's length could lead past it. The
 // version is not looked at.
-std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor);
+[[nodiscard]] std::optional<UsnRecord> NextUsnRecord(UsnCursor& cursor);
 
 // A record as it stands on the volume, where the time is kept too.
 struct StoredUsnRecord {
@@ -73,7 +75,7 @@ struct StoredUsnCursor {
 // The next record of version 2 or 3. Passed over are records of other versions, those with references of
 // more than 64 bits, and those whose fields do not fit. Empty at the end of the page, and at what is no
 // length of a record, which costs the rest of the page.
-std::optional<StoredUsnRecord> NextStoredUsnRecord(StoredUsnCursor& cursor);
+[[nodiscard]] std::optional<StoredUsnRecord> NextStoredUsnRecord(StoredUsnCursor& cursor);
 
 // Copies a name into `units`, whose memory a loop reuses; the view is of `units`. A backslash, which
 // other systems may have put into it, becomes kNameBackslash (utf.h).

@@ -54,47 +54,54 @@ struct ControlBuffer {
 // While it lives the system tells a window what others want to do with the volume of a device. It
 // outlives the device: whether they did it is told after the device was closed for them.
 struct DeviceNotice {
-  virtual ~DeviceNotice() = default;
-  uintptr_t id = 0;  // what the window is told with each event (dbch_hdevnotify)
+  virtual ~DeviceNotice() = default;  // ends it
+  uintptr_t id = 0;                   // what the window is told with each event (dbch_hdevnotify)
 };
 
 // Any thread may call Cancel and Close while one thread is in Control or ReadAt.
 struct VolumeDevice {
+  // How a call ended.
   struct Reply {
     uint32_t error = 0;  // 0, or an error code of Windows
     size_t bytes = 0;    // written to the output
   };
-  virtual ~VolumeDevice() = default;
+  virtual ~VolumeDevice() = default;  // closes it
 
-  // Runs FSCTL `code`. A short `output` gives error 234, never a write past its end.
+  // Runs FSCTL `code`. A short `output` gives error 234, never a write past its end. The reply may be
+  // dropped by a caller that asks for the effect afterwards.
   virtual Reply Control(uint32_t code, std::span<const std::byte> input,
                         std::span<std::byte> output) = 0;
 
   // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer only at its end. A device of
   // Windows wants both in whole sectors.
-  virtual Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
+  [[nodiscard]] virtual Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
 
   // Size and dates of the file that `reference` names, from the records of the volume. Empty where the
   // device leaves that to the system, which knows the file by its path, and where the records do not
   // tell.
-  virtual std::optional<FileFacts> ReadFacts(FileReference /*reference*/) { return std::nullopt; }
+  [[nodiscard]] virtual std::optional<FileFacts> ReadFacts(FileReference /*reference*/) {
+    return std::nullopt;
+  }
 
   // Null where the system has no such notices, or the device is closed. `window` must be a window.
-  virtual std::shared_ptr<const DeviceNotice> TellWindow(PostTarget /*window*/) { return nullptr; }
+  [[nodiscard]] virtual std::shared_ptr<const DeviceNotice> TellWindow(PostTarget /*window*/) {
+    return nullptr;
+  }
 
   // Makes a call in progress end with error 995. No effect on later calls.
   virtual void Cancel() = 0;
 
   // Gives the device back to the system; a call in progress is cancelled first, later calls give error
-  // 6. Returns 0 or an error code. The destructor closes too.
+  // 6. Returns 0 or an error code, which may be dropped: the device is closed all the same.
   virtual uint32_t Close() = 0;
 };
 
+// Only what may write can create a change journal.
 enum class VolumeAccess { kReadWrite, kRead };
 
 // Opens the volume of `drive` ("X:"): "\\.\X:" on Windows, and the raw bytes where the letter is mapped
 // to an NTFS image or a block device. Null, with the reason in `error`, if that fails.
-std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive, VolumeAccess access,
-                                               uint32_t& error);
+[[nodiscard]] std::unique_ptr<VolumeDevice> OpenVolumeDevice(std::u16string_view drive,
+                                                             VolumeAccess access, uint32_t& error);
 
 }  // namespace quilmark

@@ -201,7 +201,8 @@ TEST(SettingsFile, OfALongerTextIsReadWithTheNewLinesInFront) {
   const HotkeyConfig former = {8, 70, 7, 71}, later = {4, 75, 5, 76};
   bool isMixed = false;
   FailEachCall(FaultKind::kEnd, [&](const auto& failing) {
-    WriteTextFile(ConfigPath(u"hotkey.ini"), HotkeysText(former) + u"# a remark of the user\n");
+    ASSERT_TRUE(
+        WriteTextFile(ConfigPath(u"hotkey.ini"), HotkeysText(former) + u"# a remark of the user\n"));
     failing([&] { SaveHotkeys(later); });
     const HotkeyConfig found = LoadHotkeys();
     EXPECT_TRUE(found == former || found == later);

@@ -126,5 +126,39 @@ TEST(ChangeJournal, WhatHasNoRoomForARecordIsToldSo) {
   EXPECT_EQ(stored.Read(output).error, 0u);
 }
 
+// $J of one cluster, of which `written` bytes hold records.
+NtfsVolumeBuilder VolumeWithJournal(const Bytes& records, uint64_t written) {
+  return NtfsVolumeBuilder()
+      .Journal(7, 0, records)
+      .Record(24, RecordBuilder()
+                      .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
+                      .NonResident(kData, u"$J", MappingPairs({{1'000, 1}}), 4'096)
+                      .Initialized(written)
+                      .Resident(kData, u"$Max", Bytes(32))
+                      .Finish({}));
+}
+
+TEST(ChangeJournal, EndsWhereItIsWrittenAndGoesOnFromThere) {
+  const std::u16string_view name = u"f";
+  const size_t length = UsnRecordLength(name.size());
+  Bytes records(2 * length);
+  for (const uint64_t number : {0u, 1u}) {
+    PutUsnRecord(
+        std::span(records).subspan(number * length),
+        {.frn = FileReference(40 + number), .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
+  }
+  for (const uint64_t recordsWritten : {1u, 2u}) {
+    const auto volume = VolumeWithJournal(records, recordsWritten * length).Build();
+    auto reader = OpenMft(volume.Open());
+    const auto journal = OpenChangeJournal(*reader);
+    ASSERT_TRUE(journal.has_value());
+    EXPECT_EQ(journal->nextUsn, static_cast<int64_t>(recordsWritten * length));
+    Bytes block(4'096);
+    const auto reply = ReadChangeJournal(*reader->source, *journal, {}, block, false);
+    EXPECT_EQ(reply.bytes, 8 + recordsWritten * length);
+    EXPECT_EQ(LoadLe<uint64_t>(block, 0), recordsWritten * length);
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

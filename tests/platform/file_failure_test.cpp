@@ -67,7 +67,10 @@ TEST(SystemFaults, ReachEachCallOfAReader) {
   const ScratchFolder folder;
   folder.MakeFile("a.txt", "x");
   const int failed = FailEachCall(FaultKind::kOnce, [&](const auto& failing) {
-    failing([&] { ReadFileBytes(folder.PathOf(u"a.txt")); });
+    failing([&] {
+      const auto bytes = ReadFileBytes(folder.PathOf(u"a.txt"));
+      EXPECT_TRUE(!bytes || *bytes == "x");
+    });
   });
   EXPECT_EQ(failed, 4) << "the file is opened, asked for its size, read, and found to end there";
 }

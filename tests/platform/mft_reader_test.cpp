@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/bytes.h"
-#include "platform/ntfs/mft_enumeration.h"
 #include "support/ntfs_builder.h"
 
 namespace quilmark {
@@ -166,50 +165,6 @@ TEST(MftReader, FollowsTheTableToItsPartsAndToNoOthers) {
   EXPECT_EQ(OpenWithPart({.baseReference = mft})->mft.extents.size(), 2u);
   EXPECT_EQ(OpenWithPart({.inUse = false, .baseReference = mft})->mft.extents.size(), 1u);
   EXPECT_EQ(OpenWithPart({.baseReference = kFile})->mft.extents.size(), 1u);
-}
-
-std::optional<MftFile> FileOf(const NtfsVolumeBuilder& builder, MftEnumeration& enumeration) {
-  const MemoryVolume volume = builder.Build();
-  auto reader = OpenMft(volume.Open());
-  return reader ? FileAt(*reader, enumeration, RecordNumber(20)) : std::nullopt;
-}
-
-TEST(MftEnumeration, AStandardInformationThatIsTooShortTellsNothing) {
-  MftEnumeration enumeration;
-  const auto file = FileOf(
-      NtfsVolumeBuilder().Record(
-          20,
-          RecordBuilder().Resident(kStandardInformation, {}, Bytes(8)).FileName(kRoot, u"a").Finish({})),
-      enumeration);
-  ASSERT_TRUE(file);
-  EXPECT_EQ(file->record.attributes, 0u);
-  EXPECT_EQ(file->changed, 0u);
-}
-
-TEST(MftEnumeration, AShortNameIsKeptWhereTheListLeadsToNone) {
-  MftEnumeration enumeration;
-  const auto file =
-      FileOf(NtfsVolumeBuilder()
-                 .Record(20, RecordBuilder()
-                                 .Resident(kAttributeList, {},
-                                           RecordBuilder::ListValue({{kFileName, 0, kHolder, u""}}))
-                                 .FileName(kRoot, u"SHORT", NameSpace::kDos)
-                                 .Finish({}))
-                 .Record(21, RecordBuilder().Finish({.baseReference = kFile})),
-             enumeration);
-  ASSERT_TRUE(file);
-  EXPECT_EQ(file->record.name.size(), 10u);
-}
-
-TEST(MftEnumeration, ABlockWithoutRoomForItsPositionIsToldSo) {
-  const MemoryVolume volume = NtfsVolumeBuilder().File(20, kRoot, u"a").Build();
-  auto reader = OpenMft(volume.Open());
-  ASSERT_TRUE(reader);
-  MftEnumeration enumeration;
-  for (const size_t size : {0u, 7u}) {
-    Bytes output(size);
-    EXPECT_EQ(EnumerateMft(*reader, enumeration, {.highUsn = INT64_MAX}, output).error, kErrorMoreData);
-  }
 }
 
 }  // namespace

@@ -4,16 +4,10 @@
 
 #include <algorithm>
 
-#include "platform/bytes.h"
-#include "platform/ntfs/change_journal.h"
-#include "platform/ntfs/mft_enumeration.h"
-#include "platform/usn_record.h"
 #include "support/ntfs_builder.h"
 
 namespace quilmark {
 namespace {
-
-constexpr uint64_t kRoot = MakeReference(kRootRecord.value, 1);
 
 // Two extents with a hole between them on a volume full of 0xAA; bytes from 150 on were never written.
 struct PartlyWritten : testing::Test {
@@ -59,60 +53,6 @@ TEST_F(PartlyWritten, ABadPlaceBehindWhatWasWrittenIsNotRead) {
   const auto source = volume.Open();
   Bytes bytes(200);
   EXPECT_EQ(ReadStream(*source, stream, StreamOffset(0), bytes), 200u);
-}
-
-TEST(NtfsTable, RecordsBehindWhatWasWrittenAreNoFiles) {
-  constexpr uint64_t kRecords = 24;
-  const auto volume =
-      NtfsVolumeBuilder()
-          .Record(0, RecordBuilder()
-                         .FileName(kRoot, u"$MFT")
-                         .NonResident(kData, {}, MappingPairs({{kBuiltMftCluster, kRecords / 4}}),
-                                      kRecords * kBuiltRecordBytes)
-                         .Initialized(21 * kBuiltRecordBytes)
-                         .Finish({}))
-          .File(20, kRoot, u"written")
-          .File(21, kRoot, u"left over on the disk")
-          .Build();
-  auto reader = OpenMft(volume.Open());
-  ASSERT_TRUE(reader.has_value());
-  MftEnumeration enumeration;
-  EXPECT_TRUE(FileAt(*reader, enumeration, RecordNumber(20)).has_value());
-  EXPECT_FALSE(FileAt(*reader, enumeration, RecordNumber(21)).has_value());
-}
-
-// $J of one cluster, of which `written` bytes hold records.
-NtfsVolumeBuilder VolumeWithJournal(const Bytes& records, uint64_t written) {
-  return NtfsVolumeBuilder()
-      .Journal(7, 0, records)
-      .Record(24, RecordBuilder()
-                      .FileName(MakeReference(kExtendRecord.value, 1), u"$UsnJrnl")
-                      .NonResident(kData, u"$J", MappingPairs({{1'000, 1}}), 4'096)
-                      .Initialized(written)
-                      .Resident(kData, u"$Max", Bytes(32))
-                      .Finish({}));
-}
-
-TEST(ChangeJournal, EndsWhereItIsWrittenAndGoesOnFromThere) {
-  const std::u16string_view name = u"f";
-  const size_t length = UsnRecordLength(name.size());
-  Bytes records(2 * length);
-  for (const uint64_t number : {0u, 1u}) {
-    PutUsnRecord(
-        std::span(records).subspan(number * length),
-        {.frn = FileReference(40 + number), .reason = 0x100, .name = std::as_bytes(std::span(name))}, 0);
-  }
-  for (const uint64_t recordsWritten : {1u, 2u}) {
-    const auto volume = VolumeWithJournal(records, recordsWritten * length).Build();
-    auto reader = OpenMft(volume.Open());
-    const auto journal = OpenChangeJournal(*reader);
-    ASSERT_TRUE(journal.has_value());
-    EXPECT_EQ(journal->nextUsn, static_cast<int64_t>(recordsWritten * length));
-    Bytes block(4'096);
-    const auto reply = ReadChangeJournal(*reader->source, *journal, {}, block, false);
-    EXPECT_EQ(reply.bytes, 8 + recordsWritten * length);
-    EXPECT_EQ(LoadLe<uint64_t>(block, 0), recordsWritten * length);
-  }
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ static void RemoveTree(const fs::path& path) {
   std::error_code ignored;
   if (fs::remove(path, ignored)) return;
   FolderListing listing;
-  ListFolder(path.u16string(), listing);
+  if (!ListFolder(path.u16string(), listing)) return;
   for (const FolderEntry& entry : listing.entries) RemoveTree(path / listing.NameOf(entry));
   fs::remove(path, ignored);
 }

@@ -10,6 +10,7 @@
 
 namespace quilmark {
 
+// As much of a volume's first sector as is looked at.
 inline constexpr size_t kBootSectorBytes = 512;
 
 // Sizes in bytes, places in clusters.
@@ -27,7 +28,9 @@ struct NtfsGeometry {
   ClusterCount Clusters() const { return ClusterCount(sectors / (clusterBytes / sectorBytes)); }
 };
 
-// Empty unless all of it makes sense: powers of two in the ranges that NTFS knows.
-std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector);
+// Parses any bytes; what lies behind the first kBootSectorBytes is not looked at. Empty unless all of it
+// makes sense: powers of two in the ranges that NTFS knows, and a volume whose every byte has an offset
+// of at most kMostOffset.
+[[nodiscard]] std::optional<NtfsGeometry> ParseBootSector(std::span<const std::byte> sector);
 
 }  // namespace quilmark

@@ -13,17 +13,18 @@
 
 namespace quilmark {
 
+// Where the journal is, and how far it reaches.
 struct ChangeJournal {
-  uint64_t id = 0;
+  uint64_t id = 0;       // another one after it was made anew
   int64_t firstUsn = 0;  // byte offset of the first record that is still there
   int64_t nextUsn = 0;   // byte offset behind the last one
   int64_t lowestValidUsn = 0;
-  uint64_t maximumBytes = 0, allocationDelta = 0;
-  NtfsStream records;  // $J
+  uint64_t maximumBytes = 0, allocationDelta = 0;  // as its maker asked for
+  NtfsStream records;                              // $J
 };
 
 // Empty if the volume has no journal, or one that cannot be read, or the reader was cancelled.
-std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader);
+[[nodiscard]] std::optional<ChangeJournal> OpenChangeJournal(MftReader& reader);
 
 // Which records to read.
 struct JournalRange {
@@ -32,12 +33,13 @@ struct JournalRange {
   bool onlyOnClose = false;
 };
 
-// Fills `output` with the position behind what was looked at, and then the records of versions 2 and 3
-// that are wanted, all in version 2. Error 1181 below the first record, 87 behind the last, 234 if not
-// even one record has room, 995 once `cancelled` is set. A damaged record costs the rest of its page of
-// 4,096 bytes.
-VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& journal,
-                                      const JournalRange& range, std::span<std::byte> output,
-                                      const std::atomic<bool>& cancelled);
+// Fills `output`, which may have any size, with the position behind what was looked at, and then the
+// records of versions 2 and 3 that are wanted, all in version 2. Error 1181 below the first record, 87
+// behind the last, 234 if not even one record has room, 995 once `cancelled` is set. A damaged record
+// costs the rest of its page of 4,096 bytes.
+[[nodiscard]] VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& journal,
+                                                    const JournalRange& range,
+                                                    std::span<std::byte> output,
+                                                    const std::atomic<bool>& cancelled);
 
 }  // namespace quilmark

@@ -10,11 +10,13 @@
 
 namespace quilmark {
 
+// A run of clusters of an attribute.
 struct DataRun {
   std::optional<ClusterNumber> cluster;  // on the volume; empty: a hole, which reads as zeros
   ClusterCount clusters;
 };
 
+// Position in mapping pairs, which must outlive it. Every length is tested against them.
 struct RunCursor {
   std::span<const std::byte> runs;
   size_t offset = 0;
@@ -24,6 +26,6 @@ struct RunCursor {
 
 // The next run. Empty at the end mark, and with `malformed` set at a run that does not fit, is empty, or
 // lies before the volume's first cluster.
-std::optional<DataRun> NextRun(RunCursor& cursor);
+[[nodiscard]] std::optional<DataRun> NextRun(RunCursor& cursor);
 
 }  // namespace quilmark

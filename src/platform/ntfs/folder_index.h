@@ -11,7 +11,7 @@ namespace quilmark {
 
 // The reference of `name`, which must be ASCII and is compared without regard to case, in the folder of
 // record `folder`. Empty if it is not there, or stands in a block that is damaged.
-std::optional<FileReference> FindInFolder(MftReader& reader, RecordNumber folder,
-                                          std::u16string_view name);
+[[nodiscard]] std::optional<FileReference> FindInFolder(MftReader& reader, RecordNumber folder,
+                                                        std::u16string_view name);
 
 }  // namespace quilmark

@@ -10,7 +10,7 @@
 namespace quilmark {
 
 // Of the file or block device at `path` (see files.h); empty unless it begins with an NTFS boot sector.
-std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path);
+[[nodiscard]] std::optional<VolumeInfo> VolumeInfoOfImage(std::u16string_view path);
 
 // Bytes that the volume of such an image has by its boot sector and that the image lacks; 0 for a whole
 // one, and for what is no image.

@@ -28,6 +28,7 @@ struct MftEnumeration {
   uint64_t records = 0;          // in the stretch
   std::vector<std::byte> other;  // a record elsewhere that holds a name
 
+  // Whether the record is in the stretch.
   bool Holds(RecordNumber number) const { return IndexOf(number) < records; }
   // Of a record in the stretch. Behind the last one for any other.
   uint64_t IndexOf(RecordNumber number) const {
@@ -37,18 +38,20 @@ struct MftEnumeration {
 
 // The file of record `number`; empty where there is none, where its record is damaged, and where the
 // reader was cancelled.
-std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration, RecordNumber number);
+[[nodiscard]] std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration,
+                                            RecordNumber number);
 
-// Fills `output` with the next record number and then USN records of files from `number` on, those only
-// whose last journal record lies in [lowUsn, highUsn]. `hasJournal` clear: what files remember of a
-// former journal counts as 0. Error 38 behind the last file, 234 if not even one record has room, 995
-// once the reader is cancelled.
+// Which files to enumerate: from record `number` on, those whose last journal record lies in [lowUsn,
+// highUsn]. `hasJournal` clear: what files remember of a former journal counts as 0.
 struct MftRange {
   RecordNumber number;
   int64_t lowUsn = 0, highUsn = 0;
   bool hasJournal = false;
 };
-VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration, const MftRange& range,
-                                 std::span<std::byte> output);
+
+// Fills `output`, which may have any size, with the next record number and then USN records. Error 38
+// behind the last file, 234 if not even one record has room, 995 once the reader is cancelled.
+[[nodiscard]] VolumeDevice::Reply EnumerateMft(MftReader& reader, MftEnumeration& enumeration,
+                                               const MftRange& range, std::span<std::byte> output);
 
 }  // namespace quilmark

@@ -13,15 +13,17 @@ namespace quilmark {
 // Of the file that `reference` names: the logical size of its unnamed $DATA, whichever record holds
 // that, and the dates of its $STANDARD_INFORMATION; a date that no calendar reaches is 0. Empty where
 // another file has the record by now, and where a record that tells of it is damaged or cannot be read.
-std::optional<FileFacts> ReadMftFacts(MftReader& reader, FileReference reference);
+[[nodiscard]] std::optional<FileFacts> ReadMftFacts(MftReader& reader, FileReference reference);
 
+// Of the unnamed $DATA.
 struct DataSizes {
   uint64_t logical = 0, allocated = 0;  // bytes
 };
 
-// Sizes of the unnamed $DATA by the file's base record alone, as FSCTL_GET_NTFS_FILE_RECORD gives it:
+// Sizes by the file's base record alone, as FSCTL_GET_NTFS_FILE_RECORD gives it:
 // with its fix-ups applied or not. Both 0 where it has none. Empty where another file has the record by
 // now, where the record is damaged, and where another record holds the $DATA.
-std::optional<DataSizes> SizesInRecord(std::span<const std::byte> record, FileReference reference);
+[[nodiscard]] std::optional<DataSizes> SizesInRecord(std::span<const std::byte> record,
+                                                     FileReference reference);
 
 }  // namespace quilmark

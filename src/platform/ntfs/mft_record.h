@@ -18,8 +18,9 @@ inline constexpr uint32_t kStandardInformation = 0x10, kAttributeList = 0x20, kF
 
 // Puts back the last two bytes of every 512 that NTFS keeps in the header of a FILE record or an INDX
 // block. False, with the bytes unusable, if the header does not fit or a sector is of another write.
-bool ApplyFixups(std::span<std::byte> block);
+[[nodiscard]] bool ApplyFixups(std::span<std::byte> block);
 
+// The beginning of a FILE record.
 struct MftRecordHeader {
   uint16_t sequence = 0;
   bool inUse = false;
@@ -29,7 +30,7 @@ struct MftRecordHeader {
 };
 
 // Empty if the bytes are no FILE record. Fix-ups need not be applied: no field lies at a sector's end.
-std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> record);
+[[nodiscard]] std::optional<MftRecordHeader> ParseRecordHeader(std::span<const std::byte> record);
 
 // One attribute of a record. What does not apply to its form is empty or 0.
 struct NtfsAttribute {
@@ -51,17 +52,20 @@ struct AttributeCursor {
 
 // The next attribute; empty at the end mark, and with `malformed` set at one that does not fit, which
 // costs the rest of the record.
-std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
+[[nodiscard]] std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
 
+// For which systems a name is: a file may have one of each.
 enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };
 
+// One name of a file, in one folder.
 struct FileNameValue {
   FileReference parent;
   NameSpace space = NameSpace::kPosix;
   std::span<const std::byte> name;  // UTF-16LE
 };
 
-// Value of a $FILE_NAME attribute, also as the key of a folder's index entry.
-std::optional<FileNameValue> ParseFileName(std::span<const std::byte> value);
+// Parses the value of a $FILE_NAME attribute, which is also the key of a folder's index entry. Empty if
+// its name does not lie within it or is for no system that is known.
+[[nodiscard]] std::optional<FileNameValue> ParseFileName(std::span<const std::byte> value);
 
 }  // namespace quilmark

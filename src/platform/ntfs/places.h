@@ -36,25 +36,28 @@ constexpr StreamOffset operator+(StreamOffset offset, uint64_t bytes) {
 constexpr uint64_t BytesBetween(StreamOffset from, StreamOffset to) { return to.value - from.value; }
 
 // `count` clusters of `clusterBytes` in bytes. Empty above kMostOffset. REQUIRES clusterBytes != 0
-constexpr std::optional<uint64_t> BytesOf(ClusterCount count, uint32_t clusterBytes) {
+[[nodiscard]] constexpr std::optional<uint64_t> BytesOf(ClusterCount count, uint32_t clusterBytes) {
   if (count.value > kMostOffset / clusterBytes) return std::nullopt;
   return count.value * clusterBytes;
 }
 
 // Where `cluster` begins on the volume. Empty above kMostOffset. REQUIRES clusterBytes != 0
-constexpr std::optional<ByteOffset> OffsetOf(ClusterNumber cluster, uint32_t clusterBytes) {
+[[nodiscard]] constexpr std::optional<ByteOffset> OffsetOf(ClusterNumber cluster,
+                                                           uint32_t clusterBytes) {
   const auto bytes = BytesOf(ClusterCount(cluster.value), clusterBytes);
   return bytes ? std::optional(ByteOffset(*bytes)) : std::nullopt;
 }
 
 // Where `cluster` begins in its stream. Empty above kMostOffset. REQUIRES clusterBytes != 0
-constexpr std::optional<StreamOffset> OffsetOf(StreamCluster cluster, uint32_t clusterBytes) {
+[[nodiscard]] constexpr std::optional<StreamOffset> OffsetOf(StreamCluster cluster,
+                                                             uint32_t clusterBytes) {
   const auto bytes = BytesOf(ClusterCount(cluster.value), clusterBytes);
   return bytes ? std::optional(StreamOffset(*bytes)) : std::nullopt;
 }
 
 // The cluster `count` behind `cluster`. Empty where that wraps.
-constexpr std::optional<StreamCluster> ClusterBehind(StreamCluster cluster, ClusterCount count) {
+[[nodiscard]] constexpr std::optional<StreamCluster> ClusterBehind(StreamCluster cluster,
+                                                                   ClusterCount count) {
   const uint64_t sum = cluster.value + count.value;
   return sum >= cluster.value ? std::optional(StreamCluster(sum)) : std::nullopt;
 }

@@ -17,7 +17,7 @@ namespace quilmark {
 // volume is never deleted (error 19).
 //
 // Null as well once `cancelled`, where it is given, is set; it is not looked at after the call.
-std::unique_ptr<VolumeDevice> OpenRawNtfs(std::unique_ptr<ByteSource> source,
-                                          const std::atomic<bool>* cancelled = nullptr);
+[[nodiscard]] std::unique_ptr<VolumeDevice> OpenRawNtfs(std::unique_ptr<ByteSource> source,
+                                                        const std::atomic<bool>* cancelled = nullptr);
 
 }  // namespace quilmark

@@ -26,11 +26,11 @@ struct PathEnd {
       "";  // into the bytes that were given; "" (which no call opens) if a folder is missing
 
   // Opens `name` from `folder`; the owner is empty with errno set on failure.
-  UniqueFd Open(int flags) const;
+  [[nodiscard]] UniqueFd Open(int flags) const;
 };
 
 // Steps through the folders in front until the rest is short enough for one call: PATH_MAX limits a
 // call, not a path. `bytes` must outlive the result.
-PathEnd EndOfPath(const std::string& bytes);
+[[nodiscard]] PathEnd EndOfPath(const std::string& bytes);
 
 }  // namespace quilmark

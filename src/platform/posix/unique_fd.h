@@ -7,6 +7,7 @@
 
 namespace quilmark {
 
+// Closes the descriptor that it holds. Movable; empty without one.
 class UniqueFd {
  public:
   UniqueFd() = default;
@@ -18,9 +19,13 @@ class UniqueFd {
   }
   ~UniqueFd() { Reset(); }
 
+  // -1 without one.
   int Get() const { return fd_; }
   explicit operator bool() const { return fd_ >= 0; }
+  // Gives the descriptor up without closing it.
   int Release() { return std::exchange(fd_, -1); }
+
+  // Closes the descriptor and takes `fd` in its place.
   void Reset(int fd = -1) {
     if (fd_ >= 0) close(fd_);
     fd_ = fd;

@@ -12,7 +12,7 @@ namespace quilmark {
 // line that gives one counts. Empty if none does, or if it gives the home folder itself, which is how
 // the file says that there is no such folder. A value is quoted, with a backslash before a character
 // that stands for itself, and absolute or below $HOME; other lines are passed over.
-std::optional<std::string> FindUserDir(std::string_view text, std::string_view key,
-                                       std::string_view home);
+[[nodiscard]] std::optional<std::string> FindUserDir(std::string_view text, std::string_view key,
+                                                     std::string_view home);
 
 }  // namespace quilmark

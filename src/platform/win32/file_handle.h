@@ -10,6 +10,7 @@
 
 namespace quilmark {
 
+// Files, folders and devices of CreateFileW.
 struct FileTraits {
   using Value = HANDLE;
   static Value Empty() { return INVALID_HANDLE_VALUE; }
@@ -25,6 +26,7 @@ struct KernelObjectTraits {
 };
 using UniqueKernelObject = Unique<KernelObjectTraits>;
 
+// Listings of FindFirstFileExW.
 struct FindTraits {
   using Value = HANDLE;
   static Value Empty() { return INVALID_HANDLE_VALUE; }
@@ -42,15 +44,18 @@ bool IsNameSurrogate(DWORD attributes, DWORD tag);
 
 // Begins a listing of what `pattern`, a name of LongPathOf, names, with the first find in `found`.
 // Empty, with GetLastError() set, if nothing is found or the folder cannot be asked.
-UniqueFind FindFirst(const std::u16string& pattern, WIN32_FIND_DATAW& found, DWORD flags = 0);
+[[nodiscard]] UniqueFind FindFirst(const std::u16string& pattern, WIN32_FIND_DATAW& found,
+                                   DWORD flags = 0);
 
 // Sharing everything with others; empty, with GetLastError() set, on failure.
-UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition, DWORD flags = 0);
+[[nodiscard]] UniqueFile OpenPath(std::u16string_view path, DWORD access, DWORD disposition,
+                                  DWORD flags = 0);
 
 // The same by a name of LongPathOf: takes no lock.
-UniqueFile OpenLongPath(const std::u16string& longPath, DWORD access, DWORD disposition, DWORD flags);
+[[nodiscard]] UniqueFile OpenLongPath(const std::u16string& longPath, DWORD access, DWORD disposition,
+                                      DWORD flags);
 
 // An existing folder, for questions about it.
-UniqueFile OpenFolder(std::u16string_view path);
+[[nodiscard]] UniqueFile OpenFolder(std::u16string_view path);
 
 }  // namespace quilmark

@@ -9,9 +9,9 @@
 
 namespace quilmark {
 
-// A name below the user's documents, local data or temporary folder that is a symbolic link or a
-// junction on its way, the end of `path` left out. What leads to those folders themselves is the user's
-// own.
+// Whether a symbolic link or a junction stands on the way from the user's documents, local data or
+// temporary folder to the end of `path`, which itself is left out. What leads to those folders is the
+// user's own.
 bool IsReachedByLink(std::u16string_view path);
 
 // All that is to be asked before files of one folder are written.
@@ -21,15 +21,18 @@ struct WritePlan {
   bool isShared = false;            // below one of the folders above: files lie in `systemFolders`
   std::u16string systemFolders[2];  // the folder in both forms that the system has of a name
 };
-WritePlan PlanWrites(std::u16string_view folder);
+
+// Asks all of that for `folder`.
+[[nodiscard]] WritePlan PlanWrites(std::u16string_view folder);
 
 // OpenPath for writing: empty where IsReachedByLink, where the file itself is a symbolic link, and
 // where what was opened turns out to lie elsewhere, since names are free to change until then. An
 // existing file is as it was, also in its length. Empty for CREATE_ALWAYS, which CreateFileW does not
 // take together with FILE_FLAG_OPEN_REPARSE_POINT.
-UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition);
+[[nodiscard]] UniqueFile OpenForWriting(std::u16string_view path, DWORD access, DWORD disposition);
 
 // The same for a file of a folder that was planned for: takes no lock and asks for nothing by name.
-UniqueFile OpenPlanned(const WritePlan& plan, std::u16string_view name, DWORD access, DWORD disposition);
+[[nodiscard]] UniqueFile OpenPlanned(const WritePlan& plan, std::u16string_view name, DWORD access,
+                                     DWORD disposition);
 
 }  // namespace quilmark

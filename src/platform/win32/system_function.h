@@ -9,10 +9,11 @@ namespace quilmark {
 void HardenLibrarySearch();
 
 // Of a library in the system's folder, loaded if need be; null without it.
-FARPROC SystemFunction(const wchar_t* library, const char* name);
+[[nodiscard]] FARPROC SystemFunction(const wchar_t* library, const char* name);
 
+// The same as a function of its type.
 template <typename Function>
-Function SystemCall(const wchar_t* library, const char* name) {
+[[nodiscard]] Function SystemCall(const wchar_t* library, const char* name) {
   return reinterpret_cast<Function>(reinterpret_cast<void*>(SystemFunction(library, name)));
 }
 

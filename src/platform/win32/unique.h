@@ -5,6 +5,7 @@
 
 namespace quilmark {
 
+// Closes the value that it holds. Movable; empty without one.
 template <typename Traits>
 class Unique {
  public:
@@ -19,9 +20,14 @@ class Unique {
   }
   ~Unique() { Reset(); }
 
+  // Traits::Empty() without one.
   Value Get() const { return value_; }
   explicit operator bool() const { return value_ != Traits::Empty(); }
+
+  // Gives the value up without closing it.
   Value Release() { return std::exchange(value_, Traits::Empty()); }
+
+  // Closes the value and takes another in its place.
   void Reset(Value value = Traits::Empty()) {
     if (value_ != Traits::Empty()) Traits::Close(value_);
     value_ = value;

@@ -3,6 +3,7 @@
 
 namespace quilmark {
 
+// Whether the program runs under Wine.
 bool IsWine();
 
 // Where the records of a drive can be had from.
@@ -11,6 +12,8 @@ enum class RecordSource {
   kDevice,    // the control codes of its device
   kRawBytes,  // its device gives the bytes of an NTFS volume and no control codes
 };
+
+// Asks the device of the drive, which it opens for that. kNone where it cannot be opened.
 RecordSource RecordSourceOf(char16_t letter);
 
 }  // namespace quilmark
