@@ -66,7 +66,7 @@ bool IsSorted(const std::vector<MatchItem>& rows, int column) {
 void SortText(benchmark::State& state, int column) {
   const std::vector<MatchItem> rows = AllRows();
   std::optional<ResultSet> sorted;
-  for (auto _ : state) sorted = SortedByText(rows, {column, true}, Ticket());
+  for (auto _ : state) sorted = SortedByText(rows, {column, true}, Ticket::Unlimited());
   if (sorted->size() != rows.size() || !IsSorted(*sorted, column)) state.SkipWithError("wrong order");
   CountRows(state, rows.size());
 }
@@ -92,7 +92,7 @@ void SortPlain(benchmark::State& state, int column) {
 void SortValues(benchmark::State& state, int column) {
   const auto rows = std::make_shared<const ResultSet>(AllRows());
   std::optional<SortedSet> sorted;
-  for (auto _ : state) sorted = SortRows(rows, {column, true}, Ticket());
+  for (auto _ : state) sorted = SortRows(rows, {column, true}, Ticket::Unlimited());
   if (!sorted || sorted->rows.size() != rows->size()) state.SkipWithError("nothing was sorted");
   CountRows(state, rows->size());
 }
@@ -101,7 +101,7 @@ void Filter(benchmark::State& state, Order order, const FilterSettings& settings
   const std::vector<MatchItem> rows = AllRows(order);
   const FilterContext context = MakeFilterContext(settings, NowFileTime());
   std::optional<ResultSet> kept;
-  for (auto _ : state) kept = FilterRows(context, rows, Ticket());
+  for (auto _ : state) kept = FilterRows(context, rows, Ticket::Unlimited());
   const auto passes = [&context](const MatchItem& row) { return PassesFilter(context, row); };
   const auto expected = std::count_if(rows.begin(), rows.end(), passes);
   if (!kept || kept->size() != static_cast<size_t>(expected)) state.SkipWithError("wrong rows");

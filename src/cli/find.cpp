@@ -55,7 +55,10 @@ std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& 
         message->first != TheSearch().CurrentResults.Number())
       continue;
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
-    return HeldResults();
+    auto results = HeldResults();
+    // Nobody else looks at them here, and what is narrowed and sorted comes beside them.
+    TheSearch().CurrentResults.Change([](SearchResults& held) { held = {}; });
+    return results;
   }
   return nullptr;
 }
@@ -93,7 +96,8 @@ void PrintIndexStats(double milliseconds) {
                static_cast<double>(figures.bytes) / static_cast<double>(records));
 }
 
-// Chooses where searches look. False if the drive that is named is not in the index, such as one without a medium.
+// Chooses where searches look. False if the drive that is named is not in the index, such as one without
+// a medium.
 bool ApplyScope(const std::string& scope) {
   if (scope == "all") return true;
   if (scope == "desktop") {

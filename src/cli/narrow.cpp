@@ -75,7 +75,7 @@ void ReadTotals(VolumeIndex& volume) {
 
 // Null if the user interrupted.
 std::shared_ptr<const ResultSet> InOrder(std::shared_ptr<const ResultSet> rows, SortOrder order) {
-  auto sorted = SortRows(std::move(rows), {order.column, order.ascending}, Ticket());
+  auto sorted = SortRows(std::move(rows), {order.column, order.ascending}, Ticket::Unlimited());
   return sorted ? std::make_shared<const ResultSet>(std::move(sorted->rows)) : nullptr;
 }
 

@@ -90,15 +90,20 @@ bool RunBackground(const char* name, std::function<void()> work) {
 }
 
 bool SingleJob::Start(const char* name, std::function<void()> work, std::function<void()> whenAsked) {
+  return StartWith(
+      name, [&work] { return std::move(work); }, std::move(whenAsked));
+}
+
+bool SingleJob::StartWith(const char* name, const std::function<std::function<void()>()>& prepare,
+                          std::function<void()> whenAsked) {
   // Before the try: a job that ends between the two finds it.
   asked_ = true;
   if (running_.exchange(true)) return false;
   asked_ = false;
   bool isStarted = false;
   try {
-    isStarted = RunBackground(name, [this, work = std::move(work), whenAsked = std::move(whenAsked)] {
-      Run(work, whenAsked);
-    });
+    isStarted = RunBackground(
+        name, [this, work = prepare(), whenAsked = std::move(whenAsked)] { Run(work, whenAsked); });
   } catch (...) {
     running_ = false;
     throw;

@@ -14,8 +14,8 @@ namespace quilmark {
 // the way; `work` then did not run. The result may be dropped where nobody waits for the work.
 bool RunBackground(const char* name, std::function<void()> work);
 
-// A job of which one runs at a time. Lives as long as the process, or until its job has ended. Any
-// thread.
+// A job of which one runs at a time. Lives as long as the process, or until WaitForBackgroundJobs says
+// that none runs. Any thread.
 class SingleJob {
  public:
   SingleJob() = default;
@@ -23,15 +23,20 @@ class SingleJob {
   SingleJob& operator=(const SingleJob&) = delete;
 
   // RunBackground, unless the job runs already: then that is remembered. However `work` ends, whoever
-  // was refused meanwhile is answered by `whenAsked`, called on the job's thread when another may start.
-  // False if `work` does not run.
+  // was refused after it began is answered by `whenAsked`, called on the job's thread when another may
+  // start. False if `work` does not run, for one that runs already or for want of memory: then nobody is
+  // answered.
   bool Start(const char* name, std::function<void()> work, std::function<void()> whenAsked = {});
+
+  // The same with work that prepare() makes, on the calling thread and only if it is to run.
+  bool StartWith(const char* name, const std::function<std::function<void()>()>& prepare,
+                 std::function<void()> whenAsked);
 
   // Whether somebody was refused since the job began or since the last call: for work that goes over
   // its matter once more instead of being started again.
-  [[nodiscard]] bool TakeAsked() { return asked_.exchange(false); }
+  bool TakeAsked() { return asked_.exchange(false); }
 
-  // Whether the work has begun and whoever was refused meanwhile has yet to be answered.
+  // Whether the job has its turn: another Start would be refused.
   bool IsRunning() const { return running_; }
 
  private:

@@ -5,7 +5,8 @@
 namespace quilmark {
 
 bool Ticket::IsCurrent() const {
-  return !ShutdownRequested && (generation_ == nullptr || generation_->Number() == number_);
+  if (ShutdownRequested) return false;
+  return isUnlimited_ || (generation_ != nullptr && generation_->Number() == number_);
 }
 
 }  // namespace quilmark

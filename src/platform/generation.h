@@ -12,13 +12,20 @@ class Generation;
 // its Generation lives.
 class Ticket {
  public:
-  // Of no generation, for work that nothing supersedes: current until the program ends.
+  // Of work that never began: always stale.
   Ticket() = default;
+
+  // Of work that nothing supersedes: current until the program ends.
+  static Ticket Unlimited() {
+    Ticket ticket;
+    ticket.isUnlimited_ = true;
+    return ticket;
+  }
 
   // Whether the work still counts: nothing has superseded it, and the program does not end.
   [[nodiscard]] bool IsCurrent() const;
 
-  // What messages carry; 0 for a ticket of no generation.
+  // What messages carry, by which the window drops those of former work; 0 without a generation.
   uint64_t Number() const { return number_; }
 
  private:
@@ -27,6 +34,7 @@ class Ticket {
 
   const Generation* generation_ = nullptr;
   uint64_t number_ = 0;
+  bool isUnlimited_ = false;
 };
 
 // A counter that goes up whenever earlier work is to drop what it finds. Any thread.
@@ -43,6 +51,11 @@ class Generation {
   Ticket Latest() const { return Ticket(*this, number_); }
 
   // How often Supersede was called.
+  // Whether the ticket is one of this generation, and current.
+  [[nodiscard]] bool IsCurrent(const Ticket& ticket) const {
+    return ticket.generation_ == this && ticket.IsCurrent();
+  }
+
   uint64_t Number() const { return number_; }
 
  private:

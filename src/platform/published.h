@@ -3,6 +3,7 @@
 
 #include <concepts>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 #include "platform/generation.h"
@@ -45,34 +46,42 @@ class Published {
   // The same, and edit(value) in the same hold of the lock: nothing is published between the two.
   template <std::invocable<Value&> Edit>
   Ticket Supersede(Edit edit) {
-    Value next;
+    std::optional<Value> next;
     const std::scoped_lock lock(lock_);
     EditLocked(next, edit);
     return generation_.Supersede();
   }
 
+  // edit(value); where it returns true all earlier work becomes stale in the same hold of the lock.
+  template <std::predicate<Value&> Edit>
+  void SupersedeIf(Edit edit) {
+    std::optional<Value> next;
+    const std::scoped_lock lock(lock_);
+    if (EditLocked(next, edit)) generation_.Supersede();
+  }
+
   // edit(value), whatever work is under way.
   template <std::invocable<Value&> Edit>
   void Change(Edit edit) {
-    Value next;
+    std::optional<Value> next;
     const std::scoped_lock lock(lock_);
     EditLocked(next, edit);
   }
 
-  // edit(value) if the ticket is current; false if it is stale, and nothing was done.
+  // edit(value) if the ticket is of this and current; else false, and nothing was done.
   template <std::invocable<Value&> Edit>
   [[nodiscard]] bool Publish(const Ticket& ticket, Edit edit) {
-    Value next;
+    std::optional<Value> next;
     const std::scoped_lock lock(lock_);
-    if (!ticket.IsCurrent()) return false;
+    if (!generation_.IsCurrent(ticket)) return false;
     EditLocked(next, edit);
     return true;
   }
 
-  // Replaces the value if the ticket is current; false if it is stale, and `value` was dropped.
+  // Replaces the value if the ticket is of this and current; else false, and `value` was dropped.
   [[nodiscard]] bool Publish(const Ticket& ticket, Value value) {
     const std::scoped_lock lock(lock_);
-    if (!ticket.IsCurrent()) return false;
+    if (!generation_.IsCurrent(ticket)) return false;
     std::swap(value_, value);
     return true;
   }
@@ -82,12 +91,16 @@ class Published {
   uint64_t Number() const { return generation_.Number(); }
 
  private:
-  // `next` was declared before the lock was taken: it takes the former value out of it.
+  // `next` was declared before the lock was taken: the former value dies with it, outside the lock.
+  // Returns what the edit returns.
   template <typename Edit>
-  void EditLocked(Value& next, Edit& edit) {
-    next = value_;
-    edit(next);
-    std::swap(value_, next);
+  auto EditLocked(std::optional<Value>& next, Edit& edit) {
+    struct Swap {
+      Value &held, &next;
+      ~Swap() { std::swap(held, next); }
+    };
+    const Swap swap{value_, next.emplace(value_)};
+    return edit(*next);
   }
 
   mutable OrderedLock lock_;

@@ -153,6 +153,25 @@ TEST(SingleJob, IsToldOfThoseWhoAskedWhileItRuns) {
   EXPECT_EQ(asked, (std::vector<bool>{false, true, false}));
 }
 
+TEST(SingleJob, PreparesOnlyWhatRuns) {
+  SingleJob job;
+  HeldJob held;
+  int prepared = 0;
+  const auto prepare = [&] {
+    ++prepared;
+    return held.Work();
+  };
+  ASSERT_TRUE(job.StartWith("hydrate", prepare, {}));
+  held.begun.get_future().wait();
+  EXPECT_FALSE(job.StartWith("hydrate", prepare, {}));
+  EXPECT_EQ(prepared, 1);
+  held.end.set_value();
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  const auto fail = []() -> std::function<void()> { throw std::runtime_error("nothing to do"); };
+  EXPECT_THROW(job.StartWith("hydrate", fail, {}), std::runtime_error);
+  EXPECT_FALSE(job.IsRunning());
+}
+
 TEST(SingleJob, EndsWhenItsWorkThrows) {
   BackgroundLog log;
   SingleJob job;

@@ -32,13 +32,22 @@ TEST(Generation, GivesTheLatestTicketWithoutMakingItStale) {
 TEST(Generation, EndsWithTheProgram) {
   Generation generation;
   const Ticket ticket = generation.Supersede();
-  const Ticket ofNone;
-  EXPECT_TRUE(ofNone.IsCurrent());
+  const Ticket unlimited = Ticket::Unlimited();
+  EXPECT_TRUE(unlimited.IsCurrent());
   ShutdownRequested = true;
   EXPECT_FALSE(ticket.IsCurrent());
-  EXPECT_FALSE(ofNone.IsCurrent());
+  EXPECT_FALSE(unlimited.IsCurrent());
   ShutdownRequested = false;
   EXPECT_TRUE(ticket.IsCurrent());
+}
+
+TEST(Generation, KnowsItsOwnTicketsAlone) {
+  Generation generation, other;
+  const Ticket own = generation.Supersede(), foreign = other.Supersede();
+  EXPECT_TRUE(generation.IsCurrent(own));
+  EXPECT_FALSE(generation.IsCurrent(foreign)) << "with the same number";
+  EXPECT_FALSE(generation.IsCurrent(Ticket::Unlimited()));
+  EXPECT_FALSE(Ticket().IsCurrent()) << "of work that never began";
 }
 
 }  // namespace

@@ -64,6 +64,32 @@ TEST(Published, SupersedesAndEditsInOneStep) {
   EXPECT_EQ(results.Get().rows, nullptr);
 }
 
+TEST(Published, TakesNothingOfOtherWork) {
+  Published<Rows> results("results");
+  Generation other;
+  results.Supersede();
+  EXPECT_FALSE(results.Publish(other.Supersede(), MakeRows({1}, 1)));
+  EXPECT_FALSE(results.Publish(Ticket::Unlimited(), [](Rows& value) { value.order = 1; }));
+  EXPECT_EQ(results.Get().order, 0);
+}
+
+TEST(Published, SupersedesWhereTheEditSaysSo) {
+  Published<Rows> results("results");
+  const Ticket ticket = results.Supersede();
+  results.SupersedeIf([](Rows& value) {
+    value.order = 4;
+    return false;
+  });
+  EXPECT_TRUE(ticket.IsCurrent());
+  EXPECT_EQ(results.Get().order, 4);
+  results.SupersedeIf([](Rows& value) {
+    value.order = 5;
+    return true;
+  });
+  EXPECT_FALSE(ticket.IsCurrent());
+  EXPECT_EQ(results.Get().order, 5);
+}
+
 // Takes the lock of what holds it when it dies, as a debug build would end the program for if it died
 // under it.
 struct Looker {

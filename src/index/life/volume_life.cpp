@@ -156,6 +156,7 @@ void EndSync(SearchEngine& engine, PostTarget window) {
 // A drive that arrived while the letters were gone through is asked for by a request that found a sync
 // running.
 void RunSync(SearchEngine& engine, PostTarget window) {
+  engine.syncing.TakeAsked();  // whoever asked before the first letter is served by this pass
   do {
     SyncDrives(engine);
   } while (engine.syncing.TakeAsked() && !ShutdownRequested);
@@ -165,7 +166,7 @@ void RunSync(SearchEngine& engine, PostTarget window) {
 // Volumes that were taken out of the search under volumesMutex, and what is done behind it.
 struct TakenOut {
   std::vector<VolumeIndex*> volumes;
-  std::vector<std::shared_ptr<const DeviceNotice>> notices;  // end with this
+  std::vector<std::shared_ptr<const DeviceNotice>> notices;  // to be ended behind the lock
 
   TakenOut() {
     volumes.reserve(kMostDrives);
@@ -259,6 +260,7 @@ bool RemoveUnavailableVolumes(SearchEngine& engine) {
       if ((BitOfDrive(*volume) & mask) == 0) TakeOutGone(*volume, gone);
     }
   }
+  gone.notices.clear();
   if (gone.volumes.empty()) return false;
   std::vector<std::function<void()>> closes;
   // A letter may be back, and a sync have built its volume again.
@@ -280,6 +282,7 @@ bool ReleaseVolumesByMask(SearchEngine& engine, uint32_t unitMask) {
       if ((bit & unitMask) != 0) TakeOutReleased(*volume, (bit & mask) == 0, released);
     }
   }
+  released.notices.clear();
   CloseWithin(engine, released.volumes, CloseTakenOut);
   return !released.volumes.empty();
 }
@@ -293,6 +296,7 @@ bool ReleaseNoticedVolume(SearchEngine& engine, uintptr_t id) {
     const bool isGone = (BitOfDrive(*volume) & LogicalDriveMask()) == 0;
     TakeOutReleased(*volume, isGone, released);
   }
+  released.notices.clear();
   CloseWithin(engine, released.volumes, CloseTakenOut);
   return !released.volumes.empty();
 }

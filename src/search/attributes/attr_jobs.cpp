@@ -19,17 +19,11 @@ namespace {
 constexpr uint32_t kPrewarmRecords = 3'000, kPrewarmPause = 128;
 constexpr uint64_t kSaveGapMs = 3'000;
 
-// Clears a flag however its job ends.
-struct FlagMark {
-  std::atomic<bool>& flag;
-  ~FlagMark() { flag = false; }
-};
-
 struct Hydration {
   std::shared_ptr<const ResultSet> rows;
   RowRange range;
   Ticket search;  // the rows are those of a search that is still current
-  Ticket ticket = TheSearch().hydrationGeneration.Supersede();
+  Ticket ticket;
 
   bool IsCurrent() const { return ticket.IsCurrent() && search.IsCurrent(); }
 };
@@ -130,11 +124,16 @@ bool ShowsStale(const ResultSet& rows, RowRange range) {
 void HydrateRowsAsync(std::shared_ptr<const ResultSet> rows, RowRange range) {
   range.end = std::min<uint64_t>(range.end, rows->size());
   if (range.first >= range.end || ShutdownRequested) return;
-  const auto hydrate = [rows = std::move(rows), range, search = TheSearch().CurrentResults.Latest()] {
-    Hydrate({.rows = rows, .range = range, .search = search});
+  const auto prepare = [&] {
+    SearchSession& session = TheSearch();
+    const Hydration job{.rows = std::move(rows),
+                        .range = range,
+                        .search = session.CurrentResults.Latest(),
+                        .ticket = session.hydrationGeneration.Supersede()};
+    return [job] { Hydrate(job); };
   };
   // Whoever is refused meanwhile asks anew when the list is painted.
-  TheSearch().hydration.Start("attr_hydration", hydrate, TellAttributesChanged);
+  TheSearch().hydration.StartWith("attr_hydration", prepare, TellAttributesChanged);
 }
 
 void PrewarmAttrCacheAsync(SearchEngine& engine) {

@@ -49,12 +49,13 @@ bool WriteTable(std::u16string_view name, const FilterTable& categories) {
   return WriteSettingsFile(name, CategoriesText(categories));
 }
 
-// Copies the file if it holds `categories`, and not what a write left that failed on the way.
-void CopyToBackup(std::u16string_view name, const FilterTable& categories) {
+// Copies the file if it holds `categories`, and not what a write left that failed on the way. True if the
+// copy is like the file; one that is not is made anew at the next start.
+bool CopyToBackup(std::u16string_view name, const FilterTable& categories) {
   const auto bytes = ReadFileBytes(ConfigPath(name));
-  if (!bytes || ReadCategories(DecodeText(*bytes)) != categories) return;
+  if (!bytes || ReadCategories(DecodeText(*bytes)) != categories) return false;
   const std::u16string backup = ConfigPath(kBackupFile);
-  if (ReadFileBytes(backup) != bytes) WriteFileBytes(backup, *bytes);
+  return ReadFileBytes(backup) == bytes || WriteFileBytes(backup, *bytes);
 }
 
 // A file that another language has left behind.

@@ -154,19 +154,7 @@ void RetryWhenReady(std::u16string text) {
     TheSearch().hooks.restartTimer(TIMER_SEARCH_DEBOUNCE, kNotReadyRetryMs);
 }
 
-// What the user had sorted by when a rebuild of the whole set began.
-struct HeldSort {
-  int column = -1;
-  bool ascending = true;
-};
-
-HeldSort CurrentSort() {
-  return TheSearch().CurrentResults.Read([](const SearchResults& held) {
-    return HeldSort{held.SortColumn, held.SortAscending};
-  });
-}
-
-void PublishRebuilt(const SearchJob& job, std::shared_ptr<const ResultSet> results, HeldSort sort) {
+void PublishRebuilt(const SearchJob& job, std::shared_ptr<const ResultSet> results, ChosenSort sort) {
   SearchResults rebuilt{.rows = std::move(results),
                         .order = {},
                         .SortColumn = sort.column,
@@ -176,7 +164,7 @@ void PublishRebuilt(const SearchJob& job, std::shared_ptr<const ResultSet> resul
 }
 
 // Every record in scope.
-void RebuildWholeSet(const SearchJob& job, HeldSort sort) {
+void RebuildWholeSet(const SearchJob& job, ChosenSort sort) {
   const SearchScope scope = ResolveScope(job.scope);
   const bool hasPlace = !scope.desktopOnly || scope.desktop.has_value();
   Collector collector{.job = job, .scope = scope, .results = MakeResultSet(), .path = {}};

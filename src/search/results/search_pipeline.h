@@ -1,6 +1,6 @@
 // From the text of the search box to a published set: one background job a search, volume after volume.
 //
-// A new search never waits for an old one, which notices by searchGeneration that it is stale. Order of
+// A new search never waits for an old one, which notices by its ticket that it is stale. Order of
 // hits: the volume list, then the index of the record.
 #pragma once
 

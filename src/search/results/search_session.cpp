@@ -27,6 +27,12 @@ bool PublishResults(const Ticket& ticket, ResultKind kind, std::shared_ptr<const
   return isPublished;
 }
 
+ChosenSort CurrentSort() {
+  return TheSearch().CurrentResults.Read([](const SearchResults& held) {
+    return ChosenSort{held.SortColumn, held.SortAscending};
+  });
+}
+
 std::shared_ptr<const ResultSet> HeldResults() {
   return TheSearch().CurrentResults.Read([](const SearchResults& held) { return held.rows; });
 }
@@ -41,18 +47,13 @@ uint64_t DisplayCount() {
 }
 
 void FollowNewResults(KeepFiltered keep, uint64_t resultCount) {
-  Published<FilteredRows>& filtered = TheSearch().FilteredResults;
-  bool isKept = false;
-  if (keep == KeepFiltered::kIfThere) {
-    filtered.Change([&isKept](FilteredRows& shown) {
-      isKept = shown.rows != nullptr;
-      if (isKept) shown.DisplayCount = shown.rows->size();
-    });
-  }
-  if (isKept) return;
-  // A job over the former results has nothing more to say.
-  filtered.Supersede([resultCount](FilteredRows& shown) {
+  TheSearch().FilteredResults.SupersedeIf([keep, resultCount](FilteredRows& shown) {
+    if (keep == KeepFiltered::kIfThere && shown.rows != nullptr) {
+      shown.DisplayCount = shown.rows->size();
+      return false;
+    }
     shown = {.rows = {}, .source = {}, .FilteredKey = {}, .DisplayCount = resultCount};
+    return true;  // a job over the former results drops what it finds
   });
 }
 

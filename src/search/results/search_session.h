@@ -32,6 +32,12 @@ struct SetOrder {
   bool operator==(const SetOrder&) const = default;
 };
 
+// By what the user had the list sorted last.
+struct ChosenSort {
+  int column = -1;  // -1: none
+  bool ascending = true;
+};
+
 // What was found, and how it is to stand.
 struct SearchResults {
   std::shared_ptr<const ResultSet> rows = std::make_shared<const ResultSet>();  // never null
@@ -82,8 +88,8 @@ struct SearchOptions {
 };
 
 struct SearchSession {
-  // The generation of each tells what its messages and jobs belong to: `searchGeneration` is that of the
-  // results, `FilterGeneration` that of what is shown of them.
+  // The generation of the results (searchGeneration) belongs to searches and sorts, that of what is
+  // shown of them (FilterGeneration) to filters.
   Published<SearchResults> CurrentResults{"ResultsLock"};
   Published<FilteredRows> FilteredResults{"FilteredLock"};
   // Of the attributes of rows in view, and the one job that reads them.
@@ -104,7 +110,7 @@ struct SearchSession {
 // Lives as long as the process.
 SearchSession& TheSearch();
 
-// Messages to the main window; all carry the number of a generation first.
+// Messages to the main window. The first two carry the number of the generation of CurrentResults first.
 inline constexpr uint32_t WM_SEARCH_RESULTS = 1026;  // second: a ResultKind
 inline constexpr uint32_t WM_SEARCH_STATUS = 1027;   // second: a text (TakeText)
 inline constexpr uint32_t WM_RESORT_RESULTS = 1064;  // first: column, second: 1 ascending
@@ -124,7 +130,8 @@ struct SearchJob {
   bool keepScroll = false;  // repeats the current query: sort column and scroll position stay
 };
 
-// Raises searchGeneration: whatever searches or sorts drops what it finds. Any thread.
+// Raises searchGeneration, which is that of CurrentResults: whatever searches or sorts drops what it
+// finds. Any thread.
 Ticket SupersedeSearch();
 
 enum class KeepSort : uint8_t { kNo, kYes };
@@ -136,6 +143,9 @@ bool PublishResults(const Ticket& ticket, ResultKind kind, std::shared_ptr<const
 
 // Tells the window of what was published under the ticket.
 void PostResults(const Ticket& ticket, ResultKind kind);
+
+// The choice of the moment, whether or not the rows stand that way yet. Any thread.
+ChosenSort CurrentSort();
 
 // The rows found last; never null. Any thread.
 std::shared_ptr<const ResultSet> HeldResults();

@@ -128,7 +128,7 @@ bool ShowsFetchProgress(size_t missing, size_t rows) {
 std::optional<SortedSet> SortRows(std::shared_ptr<const ResultSet> rows, SetOrder order,
                                   const Ticket& ticket, const SortSteps& steps) {
   const ResultSet live = LiveRows(*rows);
-  rows.reset();  // the disk may take minutes, and nobody else needs the former set
+  rows.reset();  // the disk may take minutes, and this job does not need the former set
   SortedSet sorted;
   const bool isByValue = NeedsAttributes(order.column);
   if (isByValue && !FetchMissing(live, order, ticket, steps, sorted)) return std::nullopt;

@@ -48,6 +48,7 @@ std::optional<ResultSet> SortedByWholePath(RowRun rows, bool ascending, const Ti
 std::optional<ResultSet> SortedByText(RowRun rows, SetOrder order, const Ticket& ticket) {
   if (order.column != kColumnOfPath) return SortedByName(rows, order.ascending, ticket);
   if (auto sorted = SortedByPathTree(rows, order.ascending, ticket)) return sorted;
+  if (!ticket.IsCurrent()) return std::nullopt;
   return SortedByWholePath(rows, order.ascending, ticket);
 }
 

@@ -1,11 +1,11 @@
 #include "shell/actions/rename_index.h"
-#include "search/results/glance.h"
 
 #include <mutex>
 #include <utility>
 
 #include "platform/background.h"
 #include "search/attributes/attr_jobs.h"
+#include "search/results/glance.h"
 
 namespace quilmark {
 

@@ -1,8 +1,8 @@
 #include "shell/search/empty_state.h"
-#include "search/results/glance.h"
 
 #include "config/translate.h"
 #include "platform/format.h"
+#include "search/results/glance.h"
 #include "search/results/search_session.h"
 
 namespace quilmark {

@@ -36,8 +36,8 @@ std::u16string HeaderText(int column) {
   const ColumnText& text = kColumnTexts[column];
   std::u16string header =
       text.key.empty() ? std::u16string(text.english) : TranslateOr(text.key, text.english);
-  const SearchResults held = TheSearch().CurrentResults.Get();
-  if (column == held.SortColumn) header += held.SortAscending ? u" \u2191" : u" \u2193";
+  const ChosenSort sort = CurrentSort();
+  if (column == sort.column) header += sort.ascending ? u" \u2191" : u" \u2193";
   return header;
 }
 

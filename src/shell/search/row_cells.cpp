@@ -1,10 +1,10 @@
 #include "shell/search/row_cells.h"
-#include "search/results/glance.h"
 
 #include <optional>
 
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/folder_sizes.h"
+#include "search/results/glance.h"
 #include "search/results/search_session.h"
 #include "shell/list/cell_text.h"
 

@@ -1,6 +1,6 @@
 #include "shell/search/row_text.h"
-#include "search/results/glance.h"
 
+#include "search/results/glance.h"
 #include "search/results/search_session.h"
 
 namespace quilmark {

@@ -281,11 +281,11 @@ TEST_F(SortCourse, GivesRowsBackWithoutPublishingThem) {
   Hold({AddWith(u"b", 2), AddFile(*volume, u"cold"), AddWith(u"a", 1)});
   const auto held = HeldResults();
   const uint64_t number = SearchNumber();
-  auto sorted = SortRows(held, {kColumnName, true}, Ticket());
+  auto sorted = SortRows(held, {kColumnName, true}, Ticket::Unlimited());
   ASSERT_TRUE(sorted);
   EXPECT_EQ(NamesOf(sorted->rows), (Names16{u"a", u"b", u"cold"}));
   EXPECT_FALSE(sorted->hasAskedDisk);
-  sorted = SortRows(held, {kColumnSize, false}, Ticket());
+  sorted = SortRows(held, {kColumnSize, false}, Ticket::Unlimited());
   ASSERT_TRUE(sorted);
   EXPECT_EQ(sorted->rows.size(), 3u);
   EXPECT_TRUE(sorted->hasAskedDisk);
@@ -305,7 +305,7 @@ TEST_F(SortCourse, EndsWhereWhoeverIsShownWhatIsKnownEndsIt) {
                               return false;
                             },
                         .report = {}};
-  EXPECT_FALSE(SortRows(HeldResults(), {kColumnSize, true}, Ticket(), steps));
+  EXPECT_FALSE(SortRows(HeldResults(), {kColumnSize, true}, Ticket::Unlimited(), steps));
   EXPECT_EQ(shown, 2u);
   EXPECT_EQ(AttrCounters().diskReads, reads);
   EXPECT_FALSE(SortRows(HeldResults(), {kColumnName, true}, StaleTicket()));

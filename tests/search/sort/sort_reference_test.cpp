@@ -202,12 +202,12 @@ class SortedRowsTest : public testing::Test {
   void ExpectPlainOrder() {
     for (const int column : {kColumnName, kColumnOfPath}) {
       for (const bool ascending : {true, false}) {
-        const auto sorted = SortedByText(rows, {column, ascending}, Ticket());
+        const auto sorted = SortedByText(rows, {column, ascending}, Ticket::Unlimited());
         ASSERT_EQ(*sorted, PlainSort(column, ascending)) << column << ascending;
       }
     }
   }
-  bool IsTree() { return SortedByPathTree(rows, true, Ticket()).has_value(); }
+  bool IsTree() { return SortedByPathTree(rows, true, Ticket::Unlimited()).has_value(); }
 
   SearchHarness search;
   std::mt19937 random{17};
@@ -274,7 +274,7 @@ TEST_F(SortedRowsTest, BySizeAndDateAreThoseOfAPlainSort) {
   AddAttributes();
   for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
     for (const bool ascending : {true, false}) {
-      const auto sorted = SortedByValue(rows, {column, ascending}, Ticket());
+      const auto sorted = SortedByValue(rows, {column, ascending}, Ticket::Unlimited());
       ASSERT_EQ(*sorted, PlainValueSort(column, ascending)) << column << ascending;
     }
   }
@@ -303,7 +303,7 @@ TEST_F(SortedRowsTest, LeaveOutWhatIsGoneAndAskForWhatIsMissing) {
       if (!isKnown) expected.push_back(row);
     }
     ASSERT_FALSE(expected.empty());
-    EXPECT_EQ(MissingRows(rows, column, Ticket()), expected);
+    EXPECT_EQ(MissingRows(rows, column, Ticket::Unlimited()), expected);
   }
   EXPECT_FALSE(MissingRows(rows, kColumnSize, StaleTicket()));
 }

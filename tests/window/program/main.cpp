@@ -102,8 +102,8 @@ LRESULT PathOfShownRow(uint32_t row) {
 }
 
 LRESULT SortedBy() {
-  const SearchResults held = TheSearch().CurrentResults.Get();
-  return held.SortColumn + (held.SortColumn < 0 || held.SortAscending ? 0 : 100);
+  const ChosenSort sort = CurrentSort();
+  return sort.column + (sort.column < 0 || sort.ascending ? 0 : 100);
 }
 
 SCROLLINFO StateOfBar(const MainWindow& window, uint32_t id) {
