@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "cli/drive_plan.h"
-#include "index/search_engine.h"
-#include "index/volume_life.h"
+#include "index/engine/search_engine.h"
+#include "index/life/volume_life.h"
 #include "platform/drives.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"

@@ -41,7 +41,8 @@ struct FilterFailures : testing::TestWithParam<FaultKind> {
   void Place(const Chain& chain) {
     for (size_t i = 0; i < chain.size(); ++i) {
       RemoveFile(ConfigPath(kNames[i]));
-      if (!chain[i].empty()) WriteTextFile(ConfigPath(kNames[i]), chain[i]);
+      if (chain[i].empty()) continue;
+      ASSERT_TRUE(WriteTextFile(ConfigPath(kNames[i]), chain[i]));
     }
   }
   Chain Found() {
