@@ -39,7 +39,10 @@ set(busy_tests
   tests/search/scan/name_scan_test.cpp
   tests/search/query/query_test.cpp
   tests/search/scan/scan_kernel_test.cpp
-  tests/search/sort/sort_reference_test.cpp
+  tests/search/sort/sort_path_test.cpp
+  tests/search/sort/sort_text_test.cpp
+  tests/search/sort/sort_values_test.cpp
+  tests/search/sort/sort_key_test.cpp
   tests/search/sort/sort_test.cpp
   tests/shell/search/row_cells_test.cpp
   tests/support/churn_volume.cpp

@@ -21,10 +21,12 @@ inline constexpr size_t kMostAttrEntries = 2'000'000;
 // The same without counting.
 [[nodiscard]] std::optional<AttrEntry> PeekAttr(const VolumeIndex& volume, uint64_t frn);
 
-// The same for several files under one hold of the lock: out[i] of frns[i], not valid where there is
-// none. A frn of 0 is none. What is stale counts as none, or as it was: where rows are put in order, or
-// counted, by what is known.
+// What a stale entry counts as: none, or as it was, where rows are put in order, or counted, by what is
+// known.
 enum class Stale : uint8_t { kAsNone, kAsItWas };
+
+// PeekAttr for several files under one hold of the lock: out[i] of frns[i], not valid where there is
+// none. A frn of 0 is none. REQUIRES an `out` as long as `frns`.
 void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
                Stale stale = Stale::kAsNone);
 

@@ -28,19 +28,25 @@ struct AttrCacheFile {
   SingleJob saveJob;  // the jobs that save share it: a second one would write the same
   std::atomic<uint64_t> afterSortMs = 0;  // TickMs of the last save after a sort
 };
+
+// That of the program.
 AttrCacheFile& TheAttrCacheFile();
 
-// The bytes of a file, volume after volume.
+// One volume of a file.
 struct CachedVolume {
   char16_t letter = 0;
   uint64_t journalId = 0;
   std::vector<std::pair<uint64_t, AttrEntry>> entries;  // by file reference number
 };
+
+// The bytes of a file with these volumes, which a reader takes as far as each has at most a million
+// entries.
 std::string AttrCacheBytes(const std::vector<CachedVolume>& volumes);
 
 // Volumes of a file's bytes as far as they are whole. A volume of more than a million entries is passed
 // over, and what lies behind it is read. Empty for a file of another kind or version.
-std::optional<std::vector<CachedVolume>> ReadAttrCacheBytes(std::span<const std::byte> bytes);
+[[nodiscard]] std::optional<std::vector<CachedVolume>> ReadAttrCacheBytes(
+    std::span<const std::byte> bytes);
 
 // Gives the entries to the volumes with their letter, those of files that still exist. The number kept.
 uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>& cached);
@@ -50,9 +56,11 @@ uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>
 void LoadAttrCache(SearchEngine& engine);
 
 // To that file, with a metric line; nothing before isLoaded. A failed save is ignored: the next one
-// writes all of it again. The first is for jobs and does nothing once the program ends; the other is the
-// last save, made before the volumes go. Neither waits for a volume that is being built.
+// writes all of it again. For jobs: does nothing once the program ends. Waits for no volume that is
+// being built.
 void SaveAttrCache(SearchEngine& engine);
+
+// The last save of the program, made before the volumes go: the same, also when the program ends.
 void SaveAttrCacheAtEnd(SearchEngine& engine);
 
 // SaveAttrCache where there is no file yet.

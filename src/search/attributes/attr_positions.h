@@ -19,14 +19,18 @@ struct AttrPosition {
   bool operator==(const AttrPosition&) const = default;
 };
 
+// The bytes of a file; a reader takes a thousand positions at most.
 std::string AttrPositionBytes(std::span<const AttrPosition> positions);
 
 // Empty for a file of another kind or version, and for one that is not whole.
-std::optional<std::vector<AttrPosition>> ReadAttrPositionBytes(std::span<const std::byte> bytes);
+[[nodiscard]] std::optional<std::vector<AttrPosition>> ReadAttrPositionBytes(
+    std::span<const std::byte> bytes);
 
-// From and to the file in the configuration directory. Empty where it is missing; without a position
-// where it is foreign or cannot be read. A failed save is ignored.
-std::optional<std::vector<AttrPosition>> LoadAttrPositions();
+// From the file in the configuration directory. Empty where it is missing; without a position
+// where it is foreign or cannot be read.
+[[nodiscard]] std::optional<std::vector<AttrPosition>> LoadAttrPositions();
+
+// Writes them to that file. A failed save is ignored: an older position costs a longer look.
 void SaveAttrPositions(std::span<const AttrPosition> positions);
 
 }  // namespace quilmark

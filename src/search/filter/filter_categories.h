@@ -21,14 +21,19 @@ using FilterTable = std::vector<FilterCategory>;
 // Holds ".dir" or ".folder": it selects folders.
 bool IsFolderCategory(const FilterCategory& category);
 
+// The table of a user who has none, with labels in Chinese or English.
 FilterTable DefaultCategories(bool chinese);
 
 // One "label=.ext1,.ext2" a line, of any length. Lines without a label are ignored.
 FilterTable ReadCategories(std::u16string_view text);
+
+// The text of such a file.
 std::u16string CategoriesText(const FilterTable& table);
 
 // The table in force; never null, never empty. Any thread.
 std::shared_ptr<const FilterTable> CurrentCategories();
+
+// Puts another table in force. Any thread.
 void InstallCategories(FilterTable table);
 
 // Takes the table of the language's file, else that of filters.ini, else its copy, else the defaults;

@@ -38,7 +38,7 @@ struct SizeRange {
 };
 
 // "10-20", "10-", "-20", with blanks and remarks in brackets. Empty where it says no range.
-std::optional<SizeRange> ParseCustomSizeRange(std::u16string_view text, int unit);
+[[nodiscard]] std::optional<SizeRange> ParseCustomSizeRange(std::u16string_view text, int unit);
 
 // FNV-1a of 32 bits over the units.
 uint32_t CustomSizeHash(std::u16string_view text);
@@ -53,6 +53,8 @@ struct FilterContext {
   std::optional<FileTime> from, to;  // of kCustomTime, in order; both empty: no time acts
   bool isDateBroken = false;         // a valid date that no calendar knows
 };
+
+// Parses custom ranges and dates, and asks which date the list is sorted by. `now` says what today is.
 FilterContext MakeFilterContext(FilterSettings settings, FileTime now);
 
 // The date that the time filter means.
@@ -60,8 +62,9 @@ inline FileTime DateOf(const FilterContext& context, const AttrEntry& entry) {
   return context.usesCreated ? entry.created : entry.modified;
 }
 
-// Whether sizes or dates decide: custom ones that say nothing do not, and nobody need know them.
+// Whether sizes decide: a custom range that says nothing does not, and nobody need know the sizes.
 bool ActsOnSize(const FilterContext& context);
+// The same of dates.
 bool ActsOnTime(const FilterContext& context);
 
 // A known size and date pass both presets.
@@ -75,8 +78,8 @@ bool PassesFilter(const FilterContext& context, const MatchItem& hit);
 
 // The rows of `rows` that stay, in their order, as PassesFilter says of each. Empty once the ticket is
 // stale. A job's work: it may ask the disk for each file.
-std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
-                                    const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> FilterRows(const FilterContext& context, const ResultSet& rows,
+                                                  const Ticket& ticket);
 
 // Job "refresh_filtered_results" for the settings of the moment. Posts WM_FILTER_RESULTS when the rows
 // that the list shows are known. Interface thread.

@@ -44,7 +44,7 @@ std::u16string NormalizePathQuery(std::u16string_view text);
 
 // The normalised path if the text names a folder that exists, from the root of a drive or of the host
 // on; else empty. Asks the disk.
-std::optional<std::u16string> IsExistingFolderQuery(std::u16string_view text);
+[[nodiscard]] std::optional<std::u16string> IsExistingFolderQuery(std::u16string_view text);
 
 // `terms` are folded, and so is `name`.
 bool HoldsAllTerms(std::u16string_view name, const std::vector<std::u16string>& terms);

@@ -13,9 +13,9 @@ inline bool IsSearchable(const VolumeIndex& volume) { return volume.valid && !vo
 // The volume's lock, shared, for the interface thread: waits for a writer for 5 ms, but not
 // within 50 ms after a wait in vain, and not at all for a volume that is being built. Not held where
 // that did not do.
-std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume);
+[[nodiscard]] std::shared_lock<OrderedLock> LockForGlance(VolumeIndex& volume);
 
 // The same for the lock of its attributes.
-std::shared_lock<OrderedLock> LockAttrsForGlance(const VolumeIndex& volume);
+[[nodiscard]] std::shared_lock<OrderedLock> LockAttrsForGlance(const VolumeIndex& volume);
 
 }  // namespace quilmark

@@ -29,9 +29,10 @@ struct SearchScope {
 };
 
 // Asks the system for the Desktop folder if the choice needs it. Any thread.
-SearchScope ResolveScope(const ScopeChoice& choice);
+[[nodiscard]] SearchScope ResolveScope(const ScopeChoice& choice);
 
 // The volumes of `all` that the scope names, in their order; none where its volume is not among them.
-std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all, const SearchScope& scope);
+[[nodiscard]] std::vector<VolumeIndex*> VolumesInScope(const std::vector<VolumeIndex*>& all,
+                                                       const SearchScope& scope);
 
 }  // namespace quilmark

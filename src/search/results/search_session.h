@@ -157,8 +157,11 @@ std::shared_ptr<const ResultSet> ShownResults();
 // thread.
 uint64_t DisplayCount();
 
-// Which set the list follows once new results are there, `resultCount` of them. Sets DisplayCount.
+// Which set the list follows once new results are there.
 enum class KeepFiltered : uint8_t { kNo, kIfThere };
+
+// Sets DisplayCount to theirs and makes former filter jobs stale, or keeps the filtered rows and their
+// count if there are any and `keep` says so. Any thread.
 void FollowNewResults(KeepFiltered keep, uint64_t resultCount);
 
 }  // namespace quilmark

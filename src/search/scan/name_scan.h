@@ -48,6 +48,7 @@ struct ScannedTexts {
   const std::vector<uint32_t>* owners = nullptr;  // the record of each text; null: of the same number
 };
 
+// The names that stand in their own place: text n is that of record n.
 inline ScannedTexts OwnTexts(const VolumeIndex& volume) {
   return {volume.names, volume.signatures, volume.hidden, volume.initials};
 }
@@ -78,7 +79,7 @@ struct NameScan {
 
 // Looks at the names that stand apart; comes before the first granule. Asks `isWanted` again and again;
 // false if that was.
-bool ScanApart(NameScan& scan, const std::function<bool()>& isWanted);
+[[nodiscard]] bool ScanApart(NameScan& scan, const std::function<bool()>& isWanted);
 
 // The first granule at or behind `granule` that may hold a hit; the count of granules if none does.
 uint32_t NextGranule(NameScan& scan, uint32_t granule);

@@ -22,8 +22,10 @@ struct Needle {
   uint32_t headMask = 0;                        // two bits for each unit of `head` that counts
 };
 
-// REQUIRES text of 1 to kLongestNeedle units without NUL.
 inline constexpr size_t kLongestNeedle = 256;
+
+// With the anchors that are rarest in names of files. REQUIRES text of 1 to kLongestNeedle units without
+// NUL.
 Needle MakeNeedle(std::u16string_view text);
 
 // How rare a unit is in names of files: 0 is rarest.

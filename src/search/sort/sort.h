@@ -28,8 +28,8 @@ struct SortedSet {
 
 // Those of `rows` whose files are there, by `order`. Empty once the ticket is stale. Publishes nothing.
 // A background thread's work: it uses several more, and may wait for the disk.
-std::optional<SortedSet> SortRows(std::shared_ptr<const ResultSet> rows, SetOrder order,
-                                  const Ticket& ticket, const SortSteps& steps = {});
+[[nodiscard]] std::optional<SortedSet> SortRows(std::shared_ptr<const ResultSet> rows, SetOrder order,
+                                                const Ticket& ticket, const SortSteps& steps = {});
 
 // One sort of the held results: all that it was started with.
 struct SortJob {

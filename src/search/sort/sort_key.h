@@ -52,6 +52,8 @@ class KeyEntries {
   size_t size_;
 };
 
+// The entry of a key that SortKeys holds, or another that outlives the entry and has seven bytes behind
+// its end that may be read.
 KeyEntry MakeKeyEntry(std::span<const uint8_t> key, uint32_t row);
 
 // How entries follow each other.
@@ -62,15 +64,17 @@ struct KeyOrder {
   const void* context = nullptr;
 };
 
-// On the calling thread.
+// Puts the entries in order, on the calling thread. Their words change.
 void SortEntries(std::span<KeyEntry> entries, const KeyOrder& order);
 
-// On several, where there are entries enough.
+// The same on several threads, where there are entries enough.
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order);
 
-// The same, but the sorted entries go to take(first, piece) in pieces, each from one of the threads and
-// with the number of its first entry; those given are left in any order.
+// Gets sorted entries in pieces, each from one of the threads and with the number of its first entry;
+// those given are left in any order.
 using TakeSorted = std::function<void(size_t first, std::span<const KeyEntry> piece)>;
+
+// SortEntriesOnCores, but the sorted entries go to `take` in pieces and nowhere else.
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order, const TakeSorted& take);
 
 }  // namespace quilmark

@@ -1,4 +1,5 @@
 #include <numeric>
+#include <shared_mutex>
 
 #include "search/sort/path_tree.h"
 #include "search/sort/sort_rows.h"

@@ -67,7 +67,7 @@ ResultSet LiveRows(RowRun rows);
 
 // The rows that the disk must be asked about before a sort by size or date. Empty once the ticket is
 // stale.
-std::optional<ResultSet> MissingRows(RowRun rows, int column, const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> MissingRows(RowRun rows, int column, const Ticket& ticket);
 
 // Whether the missing rows are counted for the user while they are fetched.
 bool ShowsFetchProgress(size_t missing, size_t rows);
@@ -75,17 +75,19 @@ bool ShowsFetchProgress(size_t missing, size_t rows);
 // All four: the rows in order, or empty once the ticket is stale.
 
 // By name (column 1) or path (column 5), ignoring case.
-std::optional<ResultSet> SortedByText(RowRun rows, SetOrder order, const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> SortedByText(RowRun rows, SetOrder order, const Ticket& ticket);
 
 // By size or date, as far as known, after the totals of their folders have been brought up to date.
-std::optional<ResultSet> SortedByValue(RowRun rows, SetOrder order, const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> SortedByValue(RowRun rows, SetOrder order, const Ticket& ticket);
 
 // By path, without building one. Empty as well where the rows' folders are no tree: a name with a
 // backslash, a circle, more parents than a path has.
-std::optional<ResultSet> SortedByPathTree(RowRun rows, bool ascending, const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> SortedByPathTree(RowRun rows, bool ascending,
+                                                        const Ticket& ticket);
 
 // By path, each of them built.
-std::optional<ResultSet> SortedByWholePath(RowRun rows, bool ascending, const Ticket& ticket);
+[[nodiscard]] std::optional<ResultSet> SortedByWholePath(RowRun rows, bool ascending,
+                                                         const Ticket& ticket);
 
 // Of two rows with one text the first in the index goes first. `context`: the RowRun of all rows.
 bool IsBeforeInIndex(const void* context, uint32_t a, uint32_t b);

@@ -1,6 +1,7 @@
 #include <array>
 #include <functional>
 #include <mutex>
+#include <shared_mutex>
 
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/folder_sizes.h"

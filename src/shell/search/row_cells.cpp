@@ -1,6 +1,7 @@
 #include "shell/search/row_cells.h"
 
 #include <optional>
+#include <shared_mutex>
 
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/folder_sizes.h"

@@ -7,6 +7,7 @@
 #include <map>
 #include <mutex>
 #include <random>
+#include <shared_mutex>
 #include <thread>
 
 #include "config/scratch_config.h"

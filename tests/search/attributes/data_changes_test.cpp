@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <map>
+#include <mutex>
 
 #include "config/config_directory.h"
 #include "config/scratch_config.h"
@@ -16,8 +17,7 @@
 #include "search/attributes/attr_cache.h"
 #include "search/attributes/attr_cache_file.h"
 #include "search/attributes/attr_jobs.h"
-#include "search/attributes/attr_positions.h"
-#include "search/attributes/attr_replay.h"
+#include "search/attributes/data_changes_fixture.h"
 #include "search/attributes/folder_sizes.h"
 #include "support/gives.h"
 #include "support/ntfs_builder.h"
@@ -27,71 +27,6 @@
 
 namespace quilmark {
 namespace {
-
-constexpr uint64_t kRoot = MakeReference(5, 5), kDocs = MakeReference(40, 1),
-                   kFile = MakeReference(41, 3), kOther = MakeReference(42, 3);
-constexpr uint32_t kExtend = kUsnReasonDataExtend, kBasicInfo = kUsnReasonBasicInfoChange;
-
-std::atomic<int> timesTold = 0;
-
-// N:\Docs\a.txt (kFile) and b.txt (kOther), whose sizes and dates are those of `facts`.
-class DataChangesOfAVolume : public testing::Test {
- protected:
-  DataChangesOfAVolume() {
-    monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
-    timesTold = 0;
-    volume.listeners.attributesBecameStale = [] { ++timesTold; };
-    script.PlayFacts([this](uint64_t frn) -> std::optional<FileFacts> {
-      if (meanwhile) std::exchange(meanwhile, nullptr)();
-      return frn == kFile ? std::optional(fileFacts) : FileFacts{.size = 7, .modified = 1, .created = 1};
-    });
-  }
-  ~DataChangesOfAVolume() override {
-    CloseVolume(volume);
-    monitorPauses = {};
-  }
-  void Build(int64_t nextUsn = 1'000, uint64_t journalId = 77) {
-    script.Queue(kFsctlQueryUsnJournal, {.output = JournalData(journalId, nextUsn)});
-    script.Queue(kFsctlEnumUsnData, {.output = Bytes(8)});
-    script.Queue(kFsctlEnumUsnData,
-                 {.output = UsnBlockBuilder(1)
-                                .Record(kDocs, kRoot, u"Docs", 0, kFileAttributeDirectory)
-                                .Record(kFile, kDocs, u"a.txt")
-                                .Record(kOther, kDocs, u"b.txt")});
-    ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
-  }
-  void Look() {
-    ASSERT_TRUE(script.WaitForAsked(kReadOfDataChanges, script.AskedCount(kReadOfDataChanges) + 3));
-  }
-  void JournalSays(int64_t position, uint64_t frn, uint32_t reason) {
-    script.Queue(kReadOfDataChanges,
-                 {.output = UsnBlockBuilder(position).Record(frn, kDocs, u"a.txt", reason)});
-    Look();
-  }
-  AttrEntry Ask(Insist insist = Insist::kOnDisk, uint32_t index = 1) {
-    AttrEntry entry;
-    EnsureFileAttributes(&volume, index, entry, insist);
-    return entry;
-  }
-  Bytes RecordWithData(uint64_t frn, size_t size) const {
-    Bytes data = FileRecordData(frn);
-    data.resize(12);
-    const Bytes record = RecordBuilder()
-                             .StandardInformation()
-                             .Resident(kData, u"", Bytes(size))
-                             .Finish({.sequence = SequenceOf(frn)});
-    data.insert(data.end(), record.begin(), record.end());
-    return data;
-  }
-
-  ScratchConfig config;
-  SearchHarness harness;
-  ScriptedVolumes scripts;
-  DeviceScript& script = scripts.Script(u"N:");
-  FileFacts fileFacts{.size = 10, .modified = 20, .created = 30};
-  std::function<void()> meanwhile;
-  VolumeIndex& volume = *AddVolume(Engine(), std::make_unique<VolumeIndex>());
-};
 
 TEST_F(DataChangesOfAVolume, AFileThatIsWrittenToIsAskedForAnew) {
   Build();
@@ -318,145 +253,6 @@ TEST_F(DataChangesOfAVolume, AWholeJournalTakesTheMemoryOfItsDifferentFiles) {
   EXPECT_EQ(changes->frns.front(), kFile);
   EXPECT_EQ(changes->frns.back(), kFile + kRecords - 1);
   EXPECT_LT(changes->frns.capacity(), size_t{20 * kRecords}) << "nothing gives room back on the way";
-}
-
-// The cache of a run, and what the next one believes of it.
-class CacheOverARestart : public DataChangesOfAVolume {
- protected:
-  CacheOverARestart() {
-    Build(1'000);
-    Ask();
-    Ask(Insist::kOnDisk, 2);
-    TheAttrCacheFile().isLoaded = true;
-    SaveAttrCacheAtEnd(Engine());
-  }
-  // From here on the journal is read by who loads the cache, and by no monitor.
-  void EndTheRun() {
-    CloseVolume(volume);
-    monitorPauses = {.afterReadMs = 60'000, .afterErrorMs = 60'000};
-  }
-  void Restart(uint64_t journalId = 77) {
-    CloseVolume(volume);
-    Build(5'000, journalId);
-    LoadAttrCache(Engine());
-  }
-  std::u16string PositionsPath() const { return ConfigPath(u"attrpositions.v1.bin"); }
-  bool IsShownOnly(uint64_t frn) const {
-    const auto glance = GlanceAtAttr(volume, frn);
-    return glance && glance->entry.valid && glance->entry.stale;
-  }
-  bool Holds(uint64_t frn) {
-    AttrEntry entry;
-    return Gives(PeekAttr(volume, frn), entry);
-  }
-};
-
-TEST_F(CacheOverARestart, IsBelievedWhereNothingChanged) {
-  Restart();
-  EXPECT_TRUE(Holds(kFile));
-  EXPECT_TRUE(Holds(kOther));
-}
-
-TEST_F(CacheOverARestart, LeavesOutWhatChangedMeanwhile) {
-  EndTheRun();
-  script.Queue(kReadOfDataChanges,
-               {.output = UsnBlockBuilder(3'000).Record(kFile, kDocs, u"a.txt", kExtend)});
-  Restart();
-  EXPECT_FALSE(Holds(kFile));
-  EXPECT_TRUE(Holds(kOther));
-}
-
-TEST_F(CacheOverARestart, LeavesOutWhatChangesWhileItIsLoaded) {
-  EndTheRun();
-  script.Queue(kReadOfDataChanges, {.output = UsnBlockBuilder(3'000)});
-  script.Queue(kReadOfDataChanges,
-               {.output = UsnBlockBuilder(4'000).Record(kOther, kDocs, u"b.txt", kBasicInfo)});
-  Restart();
-  EXPECT_TRUE(Holds(kFile));
-  EXPECT_FALSE(Holds(kOther));
-}
-
-TEST_F(CacheOverARestart, OfAnotherJournalIsNotBelieved) {
-  Restart(78);
-  EXPECT_FALSE(Holds(kFile));
-  EXPECT_FALSE(Holds(kOther));
-}
-
-TEST_F(CacheOverARestart, WhosePositionTheJournalHasLostIsNotBelieved) {
-  EndTheRun();
-  script.QueueError(kReadOfDataChanges, kErrorJournalEntryDeleted);
-  Restart();
-  EXPECT_FALSE(Holds(kFile));
-}
-
-TEST_F(CacheOverARestart, BeginsWhereTheLastRunHadLooked) {
-  EXPECT_EQ(LoadAttrPositions(),
-            (std::vector<AttrPosition>{{.letter = u'N', .journalId = 77, .usn = 1'000}}));
-}
-
-TEST_F(CacheOverARestart, HasNoPositionOfAVolumeThatIsBeingBuilt) {
-  EXPECT_TRUE(PositionOf(volume).has_value());
-  const BusyMark busy(volume);
-  EXPECT_FALSE(PositionOf(volume).has_value());
-}
-
-TEST_F(CacheOverARestart, WithoutAFileOfPositionsIsBelieved) {
-  ASSERT_TRUE(RemoveFile(PositionsPath()));
-  Restart();
-  EXPECT_TRUE(Holds(kFile));
-  EXPECT_TRUE(Holds(kOther));
-}
-
-// As a program leaves it that is ended while it writes, and as one of another version does.
-TEST_F(CacheOverARestart, WithPositionsThatCannotBeReadIsShownAndNotBelieved) {
-  const std::string bytes = ReadFileBytes(PositionsPath()).value();
-  const std::string unmarked = std::string(12, '\0') + bytes.substr(12);
-  for (const std::string& broken :
-       {bytes.substr(0, 20), unmarked, std::string(), std::string(99'999, 'x')}) {
-    ASSERT_TRUE(WriteFileBytes(PositionsPath(), broken));
-    Restart();
-    EXPECT_FALSE(Holds(kFile)) << broken.size();
-    EXPECT_TRUE(IsShownOnly(kFile)) << broken.size();
-  }
-}
-
-TEST_F(CacheOverARestart, WithoutAPositionOfItsLetterIsShownAndNotBelieved) {
-  SaveAttrPositions(std::vector<AttrPosition>{{.letter = u'M', .journalId = 77, .usn = 1'000}});
-  Restart();
-  EXPECT_FALSE(Holds(kFile));
-  EXPECT_TRUE(IsShownOnly(kFile));
-  EXPECT_EQ(Ask().size, 10);
-  EXPECT_TRUE(Holds(kFile)) << "asked anew";
-}
-
-TEST_F(CacheOverARestart, DoesNotSaveWhatIsStale) {
-  JournalSays(2'000, kFile, kExtend);
-  SaveAttrCacheAtEnd(Engine());
-  Restart();
-  EXPECT_FALSE(Holds(kFile));
-  EXPECT_TRUE(Holds(kOther));
-}
-
-TEST(AttrPositionBytes, ComeBackAsTheyWere) {
-  const std::vector<AttrPosition> positions = {{.letter = u'C', .journalId = 1, .usn = 2},
-                                               {.letter = u'N', .journalId = ~uint64_t{0}, .usn = -3}};
-  const std::string bytes = AttrPositionBytes(positions);
-  EXPECT_EQ(bytes.size(), 12u + 2 * 18);
-  EXPECT_EQ(ReadAttrPositionBytes(std::as_bytes(std::span(bytes))), positions);
-}
-
-TEST(AttrPositionBytes, OfAnotherKindOrNotWholeAreNone) {
-  const std::string bytes = AttrPositionBytes(std::vector<AttrPosition>{{.letter = u'C'}});
-  for (size_t size = 0; size < bytes.size(); ++size) {
-    EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(bytes)).first(size)).has_value());
-  }
-  for (const size_t place : {size_t{0}, size_t{4}, size_t{8}}) {
-    std::string other = bytes;
-    ++other[place];
-    EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(other))).has_value());
-  }
-  const std::string longer = bytes + "x";
-  EXPECT_FALSE(ReadAttrPositionBytes(std::as_bytes(std::span(longer))).has_value());
 }
 
 }  // namespace

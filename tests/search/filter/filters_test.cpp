@@ -2,65 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
-#include <future>
 #include <mutex>
-#include <thread>
 
 #include "config/attr_counters.h"
-#include "platform/background.h"
-#include "search/attributes/attr_cache.h"
+#include "search/filter/filters_fixture.h"
 #include "support/gate.h"
 #include "support/gives.h"
 #include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
-#include "support/search_harness.h"
-#include "support/volumes.h"
 
 namespace quilmark {
 namespace {
-
-using Names = std::vector<std::u16string>;
-constexpr int64_t kMB = 0x10'0000;
-constexpr FileTime kDay = 24 * 3'600 * kFileTimePerSecond;
-
-class Filters : public testing::Test {
- protected:
-  Filters() { volume = AddVolume(Engine(), MakeTestVolume(u"Q:")); }
-  ~Filters() override {
-    FollowNewResults(KeepFiltered::kNo, 0);
-    TheSearch().ActiveCategory = 0;
-  }
-  void Add(std::u16string_view name, int64_t size = 1, FileTime modified = 1, FileTime created = 1) {
-    const uint64_t frn = 1'000 + rows->size();
-    rows->push_back({volume, AddFile(*volume, name, kRootFrnOfTests, frn)});
-    StoreAttr(*volume, frn, {.size = size, .modified = modified, .created = created, .valid = true});
-  }
-  void AddDir(std::u16string_view name) { rows->push_back({volume, AddFolder(*volume, name)}); }
-  void Hold() { HoldRows(rows); }
-  // As a sort by the column publishes.
-  void Reorder(int column) {
-    rows = std::make_shared<ResultSet>(rows->rbegin(), rows->rend());
-    SetSort(column, true);
-  }
-  // The names that stay.
-  Names Filter(FilterSettings settings) {
-    Hold();
-    TheSearch().ActiveCategory = settings.category;
-    RefreshFilteredResultsAsync(std::move(settings));
-    EXPECT_TRUE(WaitForBackgroundJobs(60'000));
-    EXPECT_EQ(search.Next().message, WM_FILTER_RESULTS);
-    Names names;
-    for (const MatchItem& hit : *ShownResults()) names.emplace_back(NameOf(volume->records[hit.index]));
-    EXPECT_EQ(DisplayCount(), names.size());
-    return names;
-  }
-
-  SearchHarness search;
-  VolumeIndex* volume = nullptr;
-  std::shared_ptr<ResultSet> rows = std::make_shared<ResultSet>();
-};
 
 std::optional<SizeRange> Range(std::u16string_view text) { return ParseCustomSizeRange(text, 2); }
 
@@ -237,21 +189,6 @@ TEST_F(Filters, SayNothingMoreOfFormerResults) {
   EXPECT_EQ(DisplayCount(), 7u);
 }
 
-TEST_F(Filters, CountASetThatIsReplacedMeanwhile) {
-  for (int i = 0; i < 2'000; ++i) Add(u"a.txt");
-  Hold();
-  std::atomic<bool> isDone = false;
-  std::thread publisher([&] {
-    while (!isDone) {
-      auto next = std::make_shared<ResultSet>(*rows);
-      HoldRows(std::move(next));
-    }
-  });
-  for (int i = 0; i < 50; ++i) EXPECT_EQ(UpdateFilterCounts({}).byCategory[0], 2'000u);
-  isDone = true;
-  publisher.join();
-}
-
 TEST_F(Filters, DropRecordsThatAreGone) {
   Add(u"a.txt");
   Add(u"b.txt");
@@ -268,18 +205,6 @@ TEST_F(Filters, PublishNothingForAnotherCategory) {
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   EXPECT_TRUE(search.IsQuiet());
   EXPECT_EQ(FilteredSet(), nullptr);
-}
-
-TEST_F(Filters, CountByCategory) {
-  Add(u"a.txt", 5 * kMB);
-  Add(u"b.jpg");
-  Add(u"c");
-  AddDir(u"d");
-  Hold();
-  using Counts = std::vector<uint64_t>;
-  EXPECT_EQ(UpdateFilterCounts({}).byCategory, (Counts{4, 1, 1, 1, 0, 0, 0, 0}));
-  EXPECT_EQ(UpdateFilterCounts({.sizePreset = k1To100MB}).byCategory, (Counts{1, 0, 1, 0, 0, 0, 0, 0}));
-  EXPECT_FALSE(UpdateFilterCounts({.sizePreset = k1To100MB}).isIncomplete);
 }
 
 // Nothing is asked of rows about which nothing need be known.
@@ -370,45 +295,6 @@ TEST_F(Filters, ForgetWhatTheyHoldWhereThereAreNoResults) {
   EXPECT_EQ(FilteredSet(), nullptr);
   EXPECT_EQ(TheSearch().FilteredResults.Get().FilteredKey, FilterKey());
   EXPECT_EQ(DisplayCount(), 0u);
-}
-
-TEST_F(Filters, SayThatAVolumeThatIsWrittenToWasLeftOut) {
-  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
-  Hold();
-  {
-    const Gate writer(volume->indexLock, Gate::Stops::kAll);
-    const FilterCounts counts = UpdateFilterCounts({});
-    EXPECT_EQ(counts.byCategory[0], 0u);
-    EXPECT_TRUE(counts.leavesOutAVolume);
-    EXPECT_FALSE(counts.isIncomplete) << "attributes would change nothing";
-    volume->busy = true;  // built anew: results follow of themselves
-    EXPECT_FALSE(UpdateFilterCounts({}).leavesOutAVolume);
-    volume->busy = false;
-  }
-  const FilterCounts counts = UpdateFilterCounts({});
-  EXPECT_EQ(counts.byCategory[0], 1'000u);
-  EXPECT_FALSE(counts.leavesOutAVolume);
-}
-
-// The window waits for the counts.
-TEST_F(Filters, SayThatAVolumeWhoseAttributesAreWrittenWasLeftOut) {
-  for (int i = 0; i < 1'000; ++i) Add(u"a.txt");
-  Hold();
-  Gate writer(volume->attrLock, Gate::Stops::kAll);
-  auto counted = std::async(std::launch::async, [] { return UpdateFilterCounts({.sizePreset = 1}); });
-  const bool isCounted = counted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
-  writer.Open();
-  EXPECT_TRUE(isCounted);
-  EXPECT_TRUE(counted.get().leavesOutAVolume);
-  EXPECT_FALSE(UpdateFilterCounts({.sizePreset = 1}).leavesOutAVolume);
-}
-
-TEST_F(Filters, CountWithoutTheDisk) {
-  rows->push_back({volume, AddFile(*volume, u"cold.txt")});
-  Hold();
-  const FilterCounts counts = UpdateFilterCounts({.timePreset = kToday});
-  EXPECT_EQ(counts.byCategory[0], 0u);
-  EXPECT_TRUE(counts.isIncomplete);
 }
 
 }  // namespace

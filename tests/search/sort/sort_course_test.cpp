@@ -1,5 +1,6 @@
 // What happens around and in the middle of a sort: clicks, searches, writers, the disk.
 #include <atomic>
+#include <mutex>
 #include <thread>
 
 #include "config/attr_counters.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include <mutex>
 
 #include "search/sort/sort_fixture.h"
 #include "search/sort/sort_rows.h"
@@ -156,42 +156,6 @@ TEST_F(Sort, IgnoresTheNumberColumn) {
   const uint64_t before = SearchNumber();
   DoSortAsync(0, Direction::kByClick);
   EXPECT_EQ(SearchNumber(), before);
-}
-
-SortRow RandomRow(std::mt19937& random, VolumeIndex* volumes) {
-  const auto few = [&random](int count) {
-    return static_cast<int>(random() % static_cast<unsigned>(count));
-  };
-  return {.volume = volumes + few(2),
-          .index = static_cast<uint32_t>(few(4)),
-          .isDirectory = few(3) == 0,
-          .hasValue = few(4) != 0,
-          .size = few(4) - 1,
-          .modified = static_cast<FileTime>(few(3)),
-          .created = static_cast<FileTime>(few(3))};
-}
-
-bool IsSameRow(const SortRow& a, const SortRow& b) { return a.volume == b.volume && a.index == b.index; }
-
-TEST(StandsBefore, IsAStrictWeakOrder) {
-  VolumeIndex volumes[2];
-  std::mt19937 random(7);
-  for (int round = 0; round < 200'000; ++round) {
-    const SortRow a = RandomRow(random, volumes), b = RandomRow(random, volumes),
-                  c = RandomRow(random, volumes);
-    for (const int column : {kColumnSize, kColumnModified, kColumnCreated}) {
-      for (const bool ascending : {false, true}) {
-        const auto before = [&](const SortRow& x, const SortRow& y) {
-          return StandsBefore(x, y, {column, ascending});
-        };
-        ASSERT_FALSE(before(a, a));
-        ASSERT_FALSE(before(a, b) && before(b, a));
-        const bool isChain = before(a, b) && before(b, c);
-        ASSERT_TRUE(!isChain || before(a, c));
-        ASSERT_TRUE(IsSameRow(a, b) || before(a, b) || before(b, a));
-      }
-    }
-  }
 }
 
 }  // namespace

@@ -84,7 +84,9 @@ class PaintScope {
   HDC dc_;
 };
 
+// The same rectangle as the system has it.
 inline RECT ToRECT(const Rect& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+// The same rectangle as the canvas has it.
 inline Rect FromRECT(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
 
 // Without a brush of its own: the stock one takes the colour.
