@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/bytes.h"
+#include "platform/file_reference.h"
 #include "platform/ntfs/raw_ntfs_device.h"
 #include "platform/usn_record.h"
 #include "support/mft_source.h"
@@ -24,7 +25,7 @@ VolumeDevice::Reply Ask(VolumeDevice& device, uint32_t code, const Input& input,
   return reply;
 }
 
-void ReadFacts(VolumeDevice& device, uint64_t reference) {
+void ReadFacts(VolumeDevice& device, FileReference reference) {
   const auto facts = device.ReadFacts(reference);
   if (!facts) return;
   if (std::max({facts->size, facts->modified, facts->created}) > INT64_MAX) std::abort();
