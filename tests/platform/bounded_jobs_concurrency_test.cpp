@@ -4,10 +4,10 @@
 
 #include <atomic>
 #include <memory>
-#include <semaphore>
 #include <stdexcept>
 
 #include "platform/background.h"
+#include "support/gate.h"
 
 namespace quilmark {
 namespace {
@@ -22,17 +22,17 @@ TEST(BoundedJobsConcurrency, AreWaitedForUntilAllHaveEnded) {
 }
 
 TEST(BoundedJobsConcurrency, AreLeftAloneWhereOneHangs) {
-  auto release = std::make_shared<std::binary_semaphore>(0);
+  auto door = std::make_shared<Door>();
   auto ended = std::make_shared<std::atomic<bool>>(false);
   EXPECT_FALSE(RunWithin("test",
                          {[] {},
-                          [release, ended] {
-                            release->acquire();
+                          [door, ended] {
+                            door->Pass();
                             *ended = true;
                           }},
                          1));
   EXPECT_FALSE(*ended);
-  release->release();
+  door->Open();
   EXPECT_TRUE(WaitForBackgroundJobs(kLong));
   EXPECT_TRUE(*ended);
 }

@@ -14,6 +14,8 @@ SEARCH = rooms.Layer(rooms.SRC / "search", ["query", "scan", "results", "attribu
 ENTRIES = {SHELL: ["win32/main.cpp"]}  # stand above all rooms
 # What a view shows is nothing that the code of the system knows of.
 UNKNOWN_TO_WIN32 = re.compile(r'#include "(index|search|content|analysis|duplicates)/|#include "shell/(search|analysis|duplicates)/')
+# What loses wakeups on Windows (docs/decisions/0021): a wait of an atomic names the value it waits on.
+LOSES_WAKEUPS = re.compile(r'#include <(semaphore|latch|barrier|stop_token)>|std::jthread|\.wait\((\d+|true|false|nullptr)\)')
 MOST_LINES, MOST_FUNCTION_LINES, MOST_WINDOW_LINES = 500, 40, 1600
 
 
@@ -44,6 +46,18 @@ class MadeUp(unittest.TestCase):
         self.assertEqual(self.layer.circles(), [["high/b.h", "low/a.h", "high/b.h"]])
         self.assertEqual(self.layer.headers_of_several(), [("low/a.h", ["one.cpp", "two.cpp"])])
         self.assertEqual(self.layer.too_long(3, 2), ["c.cpp: 4 lines", "c.cpp: a function of 3"])
+
+
+class Waits(unittest.TestCase):
+    def test_are_found_out(self):
+        for text in ("#include <semaphore>", "#include <latch>", "calls.wait(0);", "isDone.wait(false);"):
+            self.assertRegex(text, LOSES_WAKEUPS)
+        self.assertNotRegex("changed_.wait(lock);", LOSES_WAKEUPS)
+
+    def test_lose_no_wakeup(self):
+        faults = [str(p) for layer in ("src", "tests", "fuzz", "bench") for p in sorted((rooms.SRC.parent / layer).rglob("*"))
+                  if p.suffix in (".h", ".cpp") and LOSES_WAKEUPS.search(p.read_text())]
+        self.assertEqual(faults, [])
 
 
 class Rooms(unittest.TestCase):

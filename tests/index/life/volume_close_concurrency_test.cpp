@@ -3,9 +3,9 @@
 
 #include <chrono>
 #include <future>
-#include <semaphore>
 
 #include "index/life/volume_life_fixture.h"
+#include "support/gate.h"
 
 namespace quilmark {
 namespace {
@@ -16,12 +16,12 @@ struct VolumeCloseConcurrency : VolumeLife {
     engine.closeLimits.mostMs = 1;
     MapN();
     QueueNtfsBuild();
-    Disk().Queue(kFsctlReadUsnJournal, {.meanwhile = [this] { answer.acquire(); }});
+    Disk().Queue(kFsctlReadUsnJournal, {.meanwhile = [this] { answer.Pass(); }});
     Start();
     EXPECT_TRUE(Disk().WaitForAsked(kFsctlReadUsnJournal, 1));
   }
   ~VolumeCloseConcurrency() override {
-    answer.release();
+    answer.Open();
     EXPECT_TRUE(WaitForBackgroundJobs(60'000));
     EXPECT_EQ(Disk().OpenDevices(), 0) << "closed once the disk has answered";
   }
@@ -32,11 +32,11 @@ struct VolumeCloseConcurrency : VolumeLife {
   bool ComesBack(Work work) {
     auto done = std::async(std::launch::async, work);
     const bool isBack = done.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
-    if (!isBack) answer.release();
+    if (!isBack) answer.Open();
     return isBack;
   }
 
-  std::counting_semaphore<> answer{0};
+  Door answer;
 };
 
 TEST_F(VolumeCloseConcurrency, AnEjectDoesNotWaitForADiskThatHangs) {
@@ -56,7 +56,7 @@ TEST_F(VolumeCloseConcurrency, OtherDrivesAreSyncedBesideADiskThatHangs) {
   EXPECT_FALSE(Volume(1).valid);
 
   QueueNtfsBuild();
-  answer.release();
+  answer.Open();
   Finish();
   EXPECT_TRUE(Volume(1).valid) << "synced once it was closed";
   CloseVolume(Volume(1));
@@ -74,7 +74,7 @@ TEST_F(VolumeCloseConcurrency, ASyncDoesNotWaitForADiskThatItClosesItself) {
   EXPECT_THAT(Drives(), testing::ElementsAre(u"E:", u"N:"));
 
   QueueNtfsBuild();
-  answer.release();
+  answer.Open();
   Finish();
   EXPECT_TRUE(Volume(1).valid);
   CloseVolume(Volume(1));
@@ -84,7 +84,7 @@ TEST_F(VolumeCloseConcurrency, TheEndDoesNotWaitForADiskThatHangs) {
   VolumeIndex& volume = Volume(0);
   EXPECT_TRUE(ComesBack([&] { DropAllVolumes(engine); }));
   EXPECT_TRUE(engine.volumes.empty());
-  answer.release();
+  answer.Open();
   Finish();
   CloseVolume(volume);
 }

@@ -11,6 +11,7 @@
 #include "driver/test_volume_server.h"
 #include "platform/bytes.h"
 #include "platform/volume_device.h"
+#include "support/gate.h"
 #include "support/mapped_drive.h"
 #include "support/ntfs_builder.h"
 #include "support/scratch_folder.h"
@@ -177,10 +178,9 @@ TEST_F(VolumeDeviceOverDriver, CloseAndCancelMayComeAtAnyMomentOfACall) {
       do {
         last = ReadJournal();
         ++calls;
-        calls.notify_one();
       } while (last == 0 || last == kErrorOperationAborted);
     });
-    calls.wait(0);
+    EXPECT_TRUE(WaitUntil([&] { return calls > 0; }));
     std::thread canceller([&] {
       for (int i = 0; i < round; ++i) device->Cancel();
     });

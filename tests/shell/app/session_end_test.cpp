@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <semaphore>
 
 #include "config/attr_counters.h"
 #include "config/config_directory.h"
@@ -11,6 +10,7 @@
 #include "platform/text_file.h"
 #include "search/attributes/attr_cache_file.h"
 #include "shell/window_harness.h"
+#include "support/gate.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -68,11 +68,11 @@ TEST(SessionEnd, EndsNothing) {
 TEST(SessionEnd, DoesNotWaitForADiskThatHangs) {
   WindowHarness harness;
   ++AttrCacheGeneration;
-  auto disk = std::make_shared<std::binary_semaphore>(0);
-  harness.engine.save = [disk] { disk->acquire(); };
+  auto disk = std::make_shared<Door>();
+  harness.engine.save = [disk] { disk->Pass(); };
   SaveAtSessionEnd(harness.app, harness.window, 1);  // comes back
   EXPECT_NE(TextOf(u"perf_metrics.log").find(u"summary hit_ratio="), std::u16string::npos);
-  disk->release();
+  disk->Open();
 }
 
 }  // namespace
