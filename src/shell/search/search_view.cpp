@@ -9,6 +9,7 @@
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
 #include "shell/search/result_messages.h"
+#include "shell/search/search_commands.h"
 #include "shell/search/search_keys.h"
 #include "shell/search/search_mouse.h"
 #include "shell/search/search_paint.h"
@@ -71,6 +72,10 @@ bool SearchView::CanPan(Point at, const ViewContext&) const { return Holds(rows.
 
 Effects SearchView::OnKey(uint32_t key, bool, const ViewContext& context) {
   return TakeListKey(*this, context, key);
+}
+
+Effects SearchView::OnCommand(uint16_t id, const ViewContext& context) {
+  return RunSearchCommand(*this, context, id);
 }
 
 Effects SearchView::OnScroll(const ScrollEvent& event, const ViewContext& context) {

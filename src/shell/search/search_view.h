@@ -62,6 +62,7 @@ struct SearchView final : View {
   Effects OnPan(const PanEvent& event, const ViewContext& context) override;
   bool CanPan(Point at, const ViewContext& context) const override;
   Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) override;
+  Effects OnCommand(uint16_t id, const ViewContext& context) override;
   Effects OnScroll(const ScrollEvent& event, const ViewContext& context) override;
   Effects OnControl(const ControlEvent& event, const ViewContext& context) override;
   Effects OnTimer(uint32_t id, const ViewContext& context) override;

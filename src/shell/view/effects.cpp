@@ -20,6 +20,8 @@ void Effects::Join(Effects&& later) {
   if (later.tip) tip = std::move(later.tip);
   dirty = Union(dirty, later.dirty);
   paintsNow = paintsNow || later.paintsNow;
+  if (later.menu) menu = std::move(later.menu);
+  if (later.command != 0) command = later.command;
 }
 
 }  // namespace quilmark

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "canvas/rect.h"
+#include "shell/view/menu.h"
 
 namespace quilmark {
 
@@ -46,6 +47,8 @@ struct [[nodiscard]] Effects {
   std::optional<std::u16string> tip;  // beside the mouse; empty text: hidden
   Rect dirty;                         // to be painted again
   bool paintsNow = false;             // and not with the next pause
+  std::optional<Menu> menu;           // opened once all else is done; the view is told the choice
+  uint16_t command = 0;               // handed to the view once all else is done; 0: none
 
   // Adds what `later` asks for, which counts where both ask for the same.
   void Join(Effects&& later);
@@ -56,6 +59,7 @@ enum class Mouse : uint8_t {
   kPress,
   kDouble,  // the second press of a double click
   kRelease,
+  kRight,  // the release of the right button
   kMove,
   kRest,
   kLeave,

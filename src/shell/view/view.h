@@ -64,6 +64,10 @@ class View {
   // Answers a key, by its virtual key code, while the window itself has the focus.
   virtual Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) = 0;
 
+  // Answers a command of commands.h: the choice of a menu, or what Effects::command asked for. The
+  // answer may open windows of its own before it returns: no other state is held meanwhile.
+  virtual Effects OnCommand(uint16_t id, const ViewContext& context) = 0;
+
   // Answers a command that a program or a script sends to a scrollbar.
   virtual Effects OnScroll(const ScrollEvent& event, const ViewContext& context) = 0;
 

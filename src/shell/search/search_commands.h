@@ -1,0 +1,13 @@
+// The commands of the search view. Interface thread.
+#pragma once
+
+#include <cstdint>
+
+#include "shell/search/search_view.h"
+
+namespace quilmark {
+
+// Runs a command of commands.h. isTaken is false for one that is not the view's.
+Effects RunSearchCommand(SearchView& view, const ViewContext& context, uint16_t id);
+
+}  // namespace quilmark
