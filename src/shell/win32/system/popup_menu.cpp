@@ -1,7 +1,5 @@
 #include "shell/win32/system/popup_menu.h"
 
-#include <string>
-
 #include "platform/win32/unique.h"
 #include "platform/win32/wide.h"
 
@@ -9,7 +7,6 @@ namespace quilmark {
 
 namespace {
 
-// Destroys the menus that open from its entries too.
 struct MenuTraits {
   using Value = HMENU;
   static Value Empty() { return nullptr; }
@@ -17,48 +14,41 @@ struct MenuTraits {
 };
 using UniqueMenu = Unique<MenuTraits>;
 
-// The system takes a single & for the mark of a key.
-std::u16string Literal(const std::u16string& text) {
-  std::u16string doubled;
-  for (const char16_t unit : text) doubled.append(unit == u'&' ? 2 : 1, unit);
-  return doubled;
-}
-
 UniqueMenu MakeMenu(std::span<const MenuRow> rows);
 
+UINT FlagsOf(const MenuRow& row) {
+  if (row.text.empty()) return MF_SEPARATOR;
+  const UINT state = (row.isEnabled ? MF_ENABLED : MF_GRAYED) | (row.isChecked ? MF_CHECKED : 0u);
+  return MF_STRING | state;
+}
+
 void Append(HMENU menu, const MenuRow& row) {
-  if (row.text.empty()) {
-    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-    return;
-  }
-  const UINT flags =
-      MF_STRING | (row.isEnabled ? MF_ENABLED : MF_GRAYED) | (row.isChecked ? MF_CHECKED : MF_UNCHECKED);
-  const std::u16string text = Literal(row.text);
+  const std::u16string label = MenuLabel(row.text);
   if (row.rows.empty()) {
-    AppendMenuW(menu, flags, row.id, Wide(text));
+    AppendMenuW(menu, FlagsOf(row), row.id, Wide(label));
     return;
   }
   UniqueMenu inner = MakeMenu(row.rows);
-  if (!inner) return;
-  if (AppendMenuW(menu, flags | MF_POPUP, reinterpret_cast<UINT_PTR>(inner.Get()), Wide(text))) {
-    inner.Release();  // the outer one destroys it from now on
-  }
+  const bool isTaken = AppendMenuW(menu, FlagsOf(row) | MF_POPUP,
+                                   reinterpret_cast<UINT_PTR>(inner.Get()), Wide(label)) != FALSE;
+  if (isTaken) inner.Release();  // it ends with the outer one
 }
 
 UniqueMenu MakeMenu(std::span<const MenuRow> rows) {
   UniqueMenu menu(CreatePopupMenu());
-  if (!menu) return menu;
-  for (const MenuRow& row : rows) Append(menu.Get(), row);
+  if (menu) {
+    for (const MenuRow& row : rows) Append(menu.Get(), row);
+  }
   return menu;
 }
 
 }  // namespace
 
-uint16_t TrackMenu(HWND owner, POINT place, std::span<const MenuRow> rows) {
+uint16_t TrackMenu(HWND owner, POINT screenPoint, std::span<const MenuRow> rows) {
   const UniqueMenu menu = MakeMenu(rows);
   if (!menu) return 0;
-  return static_cast<uint16_t>(
-      TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x, place.y, 0, owner, nullptr));
+  return static_cast<uint16_t>(TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screenPoint.x,
+                                              screenPoint.y, 0, owner, nullptr));
 }
 
 }  // namespace quilmark

@@ -1,4 +1,4 @@
-// A menu of the system, made of what a menu offers as data.
+// Menus of the system from data.
 #pragma once
 
 #include <windows.h>
@@ -10,8 +10,9 @@
 
 namespace quilmark {
 
-// Shows the menu at a place of the screen until the user has chosen, and gives the command; 0 for none.
-// Messages of `owner` come in meanwhile.
-uint16_t TrackMenu(HWND owner, POINT place, std::span<const MenuRow> rows);
+// Shows the rows as a menu at a point of the screen until the user has chosen, and returns the number of
+// the choice; 0 for none, and where the system makes no menu. Runs a message loop: any message comes in
+// meanwhile. `owner` has to be in the foreground, or a click elsewhere does not close the menu.
+[[nodiscard]] uint16_t TrackMenu(HWND owner, POINT screenPoint, std::span<const MenuRow> rows);
 
 }  // namespace quilmark
