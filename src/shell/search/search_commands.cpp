@@ -1,6 +1,7 @@
 #include "shell/search/search_commands.h"
 
 #include "config/window_settings.h"
+#include "search/results/search_session.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/search/context_menu.h"
 #include "shell/search/file_actions.h"
@@ -56,8 +57,11 @@ Effects RunListCommand(SearchView& view, const ViewContext& context, uint16_t id
       return SetFilterLayout(view, context, id == kCommandSidebar);
     case kCommandGridLines:
       return ToggleSetting(context, CurrentWindowSettings.tableGridLines);
-    case kCommandInitials:
-      return ToggleSetting(context, CurrentWindowSettings.initialSearchEnabled);
+    case kCommandInitials: {
+      const Effects effects = ToggleSetting(context, CurrentWindowSettings.initialSearchEnabled);
+      TheSearch().options.initials = CurrentWindowSettings.initialSearchEnabled;
+      return effects;
+    }
     default:
       return {.isTaken = false};
   }

@@ -53,8 +53,10 @@ TEST_F(SearchCommands, FlipGridLinesAndInitials) {
   EXPECT_FALSE(CurrentWindowSettings.tableGridLines);
   (void)Run(kCommandInitials);
   EXPECT_FALSE(CurrentWindowSettings.initialSearchEnabled);
+  EXPECT_FALSE(TheSearch().options.initials) << "of the next search";
   (void)Run(kCommandInitials);
   EXPECT_TRUE(CurrentWindowSettings.initialSearchEnabled);
+  EXPECT_TRUE(TheSearch().options.initials);
 }
 
 TEST_F(SearchCommands, OfOthersAreLeft) {
