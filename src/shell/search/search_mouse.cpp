@@ -268,7 +268,7 @@ Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseE
     case Mouse::kRelease:
       return Release(view, context, event.at);
     case Mouse::kRight:
-      return OpenContextMenu(view, context, event.at);
+      return IsDragging(view) ? Effects() : OpenContextMenu(view, context, event.at);
     case Mouse::kMove:
       return Move(view, context, event);
     case Mouse::kRest:

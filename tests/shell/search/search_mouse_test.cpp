@@ -346,6 +346,14 @@ TEST_F(SearchMouse, RowsThatMoveBelowTheMouseTakeTheHoverOver) {
   EXPECT_EQ(app.search.rows.hoverRow, -1);
 }
 
+TEST_F(SearchMouse, TheRightButtonOpensAMenuUnlessSomethingIsHeld) {
+  EXPECT_TRUE(Send(Mouse::kRight, InRow(2)).menu);
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  EXPECT_FALSE(Send(Mouse::kRight, InRow(2)).menu);
+  (void)Send(Mouse::kRelease, MiddleOf(Vertical().thumb));
+  EXPECT_TRUE(Send(Mouse::kRight, InRow(2)).menu);
+}
+
 // Presses on a row and moves the mouse by some pixels.
 class SearchDrag : public SearchMouse {
  protected:
