@@ -52,12 +52,13 @@ TEST_F(ListMenu, KeepsTheChosenRowsUnderIt) {
 }
 
 TEST_F(ListMenu, SaysWhatIsNotThereYet) {
-  for (const auto& [entry, status] : {std::pair{0, u"The Settings Center is not part of this version."},
-                                      std::pair{1, u"The duplicate finder is not part of this version."},
-                                      std::pair{2, u"Disk analysis is not part of this version."}}) {
+  const std::u16string_view statuses[] = {u"The Settings Center is not part of this version.",
+                                          u"The duplicate finder is not part of this version.",
+                                          u"Disk analysis is not part of this version."};
+  for (int entry = 0; entry < 3; ++entry) {
     OpenOver(3);
     ChooseFromTheEnd(entry);
-    WaitUntil("the status", [&] { return program.Status() == status; });
+    WaitUntil("the status", [&] { return program.Status() == statuses[entry]; });
   }
 }
 
