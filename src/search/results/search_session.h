@@ -32,7 +32,7 @@ struct SetOrder {
   bool operator==(const SetOrder&) const = default;
 };
 
-// By what the user had the list sorted last.
+// By what the user has the list sorted. Rows that are published with KeepSort::kNo set it back to none.
 struct ChosenSort {
   int column = -1;  // -1: none
   bool ascending = true;
