@@ -494,6 +494,10 @@ def shell_seeds():
     for name, old, text in (("same", "a.txt", "a.txt"), ("trimmed", "a.txt", "  b.txt. "), ("bad", "a", "a:b"),
                             ("device", "a", "CON.txt"), ("port", "a", "Com7"), ("empty", "a", "  "), ("good", "a", "新.tar.gz")):
         seed("rename_text_fuzz", name, old.encode() + b"\n" + utf16(text))
+    for name, text in (("lines", "12\tC:\\a.txt\r\n7\tD:\\b c\\文件\r\n"), ("twice", "1\tC:\\A\n2\tc:/a\n"), ("half", "99\tC:\\cu"),
+                       ("foreign", "[section]\nkey=value\n\t\n-1\tx\n\tC:\\a"), ("long", "1\tC:\\" + "x" * 4095 + "\n2\tC:\\b\n"),
+                       ("huge", "99999999999999999999999\tC:\\a")):
+        seed("recent_file_fuzz", name, b"\xef\xbb\xbf" + text.encode())
     for name, fitting, box, text in (("twice", 9, "An", "banana an Ananas"), ("content", 4, "s: text |.txt", "some text here"),
                                      ("empty", 3, " ", "name"), ("pairs", 1, "\U0001F600", "\U0001F600\U0001F600x"),
                                      ("blanks", 5, "a", "a b  c   d a")):

@@ -11,6 +11,7 @@
 #include "index/life/volume_life.h"
 #include "search/filter/filter_categories.h"
 #include "search/results/search_session.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/app/command_line.h"
 
 namespace quilmark {
@@ -79,9 +80,10 @@ void WaitForShell(ProcessPort& system) {
 }
 
 void LoadSettings(AppState& app) {
-  app.windowWidth = kStartWidth;
-  app.windowHeight = kStartHeight;
-  LoadWindowSettings(app.windowWidth, app.windowHeight, static_cast<int>(app.systemDpi));
+  const WindowSize size =
+      LoadWindowSettings({kStartWidth, kStartHeight}, static_cast<int>(app.systemDpi));
+  app.windowWidth = size.width;
+  app.windowHeight = size.height;
   TheSearch().options.initials = CurrentWindowSettings.initialSearchEnabled;
   LoadUiColors();
   ApplyThemeDefaults(CurrentWindowSettings.darkTheme);
@@ -107,6 +109,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
   LoadFilterCategories(app.language, app.uiIsChinese);
   LoadSettings(app);
   if (!OpenMainWindow(app, system)) return 1;
+  LoadRecentOpensAsync();
   system.ShowCreatedWindow(app.hiddenStart);
   system.RunMessageLoop();
   // There are none left unless the loop ended in another way than with the window.

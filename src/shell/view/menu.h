@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "canvas/rect.h"
@@ -18,6 +19,9 @@ struct MenuRow {
 
   bool operator==(const MenuRow&) const = default;
 };
+
+// The text as a menu of the system takes it: an ampersand would mark a key, so each is doubled.
+std::u16string MenuLabel(std::u16string_view text);
 
 // A menu that opens at a place of the client area.
 struct Menu {

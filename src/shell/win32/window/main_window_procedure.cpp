@@ -137,7 +137,8 @@ MouseEvent EventOf(Mouse kind, Point at, WORD keys, int delta = 0) {
           .at = at,
           .delta = delta,
           .shift = (keys & MK_SHIFT) != 0,
-          .ctrl = (keys & MK_CONTROL) != 0};
+          .ctrl = (keys & MK_CONTROL) != 0,
+          .isHeld = (keys & MK_LBUTTON) != 0};
 }
 
 template <Mouse kind>
@@ -182,9 +183,11 @@ Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
 }
 
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
-  const bool isCtrlHeld = GetKeyState(VK_CONTROL) < 0;
-  const Effects effects =
-      ShownView(app).OnKey(static_cast<uint32_t>(message.wParam), isCtrlHeld, window.Context());
+  constexpr LPARAM kWasDown = 1 << 30;
+  const KeyEvent event = {.key = static_cast<uint32_t>(message.wParam),
+                          .ctrl = GetKeyState(VK_CONTROL) < 0,
+                          .isRepeat = (message.lParam & kWasDown) != 0};
+  const Effects effects = ShownView(app).OnKey(event, window.Context());
   window.CarryOut(effects);
   return effects.isTaken ? Outcome(0) : std::nullopt;
 }
@@ -270,10 +273,12 @@ constexpr MessageRow kMessageRows[] = {
     {WM_SETFOCUS, OnFocus},
     {WM_KILLFOCUS, OnFocus},
     {WM_KEYDOWN, OnKeyDown},
+    {WM_SYSKEYDOWN, OnKeyDown},
     {WM_MOUSEMOVE, OnClientMouse<Mouse::kMove>},
     {WM_LBUTTONDOWN, OnClientMouse<Mouse::kPress>},
     {WM_LBUTTONUP, OnClientMouse<Mouse::kRelease>},
     {WM_LBUTTONDBLCLK, OnClientMouse<Mouse::kDouble>},
+    {WM_RBUTTONUP, OnClientMouse<Mouse::kRight>},
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnTurn<Mouse::kWheel>},
     {WM_MOUSEHWHEEL, OnTurn<Mouse::kTilt>},
