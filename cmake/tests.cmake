@@ -5,7 +5,7 @@ set(tests_pattern "*.cpp")
 set(tested_layers platform config canvas index search shell cli)
 if(QUILMARK_SANITIZER STREQUAL "thread")
   set(tests_pattern "*_concurrency_test.cpp")
-  set(tested_layers platform index search)
+  set(tested_layers platform index search shell)
 endif()
 
 file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")
@@ -103,7 +103,7 @@ if("search" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
 endif()
 
 # tests/shell/allocation_count.cpp counts what is taken from the heap.
-if("shell" IN_LIST tested_layers)
+if("shell" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
   foreach(operator _Znw _Zna)
     target_link_options(shell_tests PRIVATE "LINKER:--wrap=${operator}$<IF:$<BOOL:${WIN32}>,y,m>")
   endforeach()

@@ -95,6 +95,9 @@ struct SearchSession {
   // Of the attributes of rows in view, and the one job that reads them.
   Generation hydrationGeneration;
   SingleJob hydration;
+  // Of the thumbnails of rows in view, and the one job that loads them.
+  Generation thumbGeneration;
+  SingleJob thumbHydration;
 
   std::atomic<int> ActiveCategory = 0;           // of the filter bar; 0: all
   std::atomic<bool> SuppressRecentView = false;  // an empty box goes on showing the whole index

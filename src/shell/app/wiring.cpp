@@ -1,6 +1,7 @@
 #include "shell/app/wiring.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "config/translate.h"
@@ -10,6 +11,7 @@
 #include "search/results/search_session.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/app/engine_messages.h"
+#include "shell/search/thumbnails.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -21,6 +23,10 @@ struct ProgramEngine final : EnginePort {
   void RequestAttributes(std::shared_ptr<const ResultSet> rows, RowRange range) override {
     HydrateRowsAsync(std::move(rows), range);
   }
+  void RequestThumbnails(std::shared_ptr<const ResultSet> rows, RowRange range, int size) override {
+    if (icons) LoadThumbnailsAsync(*icons, std::move(rows), range, size);
+  }
+  bool IsLoadingThumbnails() override { return TheSearch().thumbHydration.IsRunning(); }
   bool ShowsStale(const ResultSet& rows, RowRange range) override {
     return quilmark::ShowsStale(rows, range);
   }
@@ -39,17 +45,25 @@ struct ProgramEngine final : EnginePort {
   }
 
   WindowPort* window = nullptr;
+  std::optional<IconCache> icons;  // from the making of the window on
 };
 
-// All that the window's side of the program keeps from its start to its end. Interface thread.
+// All that the window's side of the program keeps from its start to its end. Interface thread, but for
+// the icons.
 struct Program {
   ProgramEngine engine;
   AppState app{engine};
 };
 
+// Never destroyed: a job may load thumbnails until the end.
 Program& TheProgram() {
-  static Program program;
+  static Program& program = *new Program;
   return program;
+}
+
+void WireIcons(AppState& app, ProgramEngine& engine, IconSource& source) {
+  app.search.icons = &engine.icons.emplace(source);
+  app.search.icons->Prepare();
 }
 
 // Has the engine's start load the attribute cache, and its changes told to the list.
@@ -83,8 +97,9 @@ void StartEngine(AppState& app) {
   (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
-void WireProgram(AppState& app, WindowPort& window) {
+void WireProgram(AppState& app, WindowPort& window, IconSource& icons) {
   TheProgram().engine.window = &window;
+  WireIcons(app, TheProgram().engine, icons);
   WireAttributes();
   WireSearch(app, window);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "shell/actions/rename_index.h"
+#include "shell/list/icon_cache.h"
 #include "shell/list/repaint_request.h"
 #include "shell/search/engine_port.h"
 #include "shell/search/result_rows.h"
@@ -75,6 +76,7 @@ struct SearchView final : View {
   Rect ListArea(const ViewContext& context) const override;
 
   EnginePort& engine;
+  IconCache* icons = nullptr;  // outlives the view; null: rows have no icons
 
   // Box and bar.
   bool isBoxEnabled = false;

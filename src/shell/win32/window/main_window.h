@@ -54,7 +54,6 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void RemoveTrayIcon() override;
   void UnregisterHotkeys() override;
   void ReleaseBrushes() override;
-  void ReleaseIcons() override {}
   void ReleaseBackBuffer() override;
   void ReleaseFonts() override;
   void QuitMessageLoop() override;

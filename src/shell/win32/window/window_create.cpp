@@ -7,6 +7,7 @@
 #include "shell/app/routing.h"
 #include "shell/app/wiring.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/system/shell_icons.h"
 #include "shell/win32/window/main_window.h"
 
 namespace quilmark {
@@ -55,7 +56,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
-  WireProgram(app, window);
+  WireProgram(app, window, TheShellIcons());
   window.MakeControls();
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
