@@ -8,8 +8,11 @@
 #include "platform/clock.h"
 #include "shell/app/frame_drag.h"
 #include "shell/app/routing.h"
+#include "shell/app/system_port.h"
+#include "shell/app/tray_menu.h"
 #include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/controls/edit_keys.h"
 #include "shell/win32/system/foreground_file.h"
 #include "shell/win32/system/system_calls.h"
 #include "shell/win32/system/tray_menu.h"
@@ -181,7 +184,17 @@ Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
+bool IsTakenByCapture(MainWindow& window, const Message& message) {
+  return window.TakeKey(static_cast<uint32_t>(message.wParam), IsRepeat(message.lParam));
+}
+
+// Keys with Alt, which the system's own handling needs too.
+Outcome OnSysKeyDown(AppState&, MainWindow& window, const Message& message) {
+  return IsTakenByCapture(window, message) ? Outcome(0) : std::nullopt;
+}
+
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
+  if (IsTakenByCapture(window, message)) return 0;
   const bool isCtrlHeld = GetKeyState(VK_CONTROL) < 0;
   const Effects effects =
       ShownView(app).OnKey(static_cast<uint32_t>(message.wParam), isCtrlHeld, window.Context());
@@ -234,7 +247,11 @@ Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
 
 Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
   if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
-  if (message.lParam == WM_RBUTTONUP) OnTrayChoice(app, window, ChooseFromTrayMenu(window.Handle()));
+  if (message.lParam == WM_RBUTTONUP) {
+    const auto rows = TrayMenuRows(IsAutostartEnabled(*app.system));
+    const uint16_t choice = ChooseFromTrayMenu(message.window, rows);
+    window.CarryOut(OnTrayChoice(app, window.Context(), choice));
+  }
   return 0;
 }
 
@@ -270,6 +287,7 @@ constexpr MessageRow kMessageRows[] = {
     {WM_SETFOCUS, OnFocus},
     {WM_KILLFOCUS, OnFocus},
     {WM_KEYDOWN, OnKeyDown},
+    {WM_SYSKEYDOWN, OnSysKeyDown},
     {WM_MOUSEMOVE, OnClientMouse<Mouse::kMove>},
     {WM_LBUTTONDOWN, OnClientMouse<Mouse::kPress>},
     {WM_LBUTTONUP, OnClientMouse<Mouse::kRelease>},
