@@ -153,16 +153,15 @@ std::u16string WindowSettingsText(const WindowSettings& settings, const WindowPl
          ChoicesText(settings) + ContentSearchText(settings);
 }
 
-void LoadWindowSettings(int& width, int& height, int dpi) {
+WindowSize LoadWindowSettings(WindowSize usual, int dpi) {
   WindowSettings settings;
-  WindowSize size = {width, height};
+  WindowSize size = usual;
   ReadWindowSettings(ReadSettingsFile(kFileName), size, settings);
 
   const auto scaled = [dpi](int pixels) { return MulDiv(pixels, DpiOr96(dpi), kUsualDpi); };
-  width = scaled(size.width);
-  height = scaled(size.height);
   for (int& column : settings.columnWidth) column = scaled(column);
   CurrentWindowSettings = std::move(settings);
+  return {scaled(size.width), scaled(size.height)};
 }
 
 void SaveWindowSettings(const std::optional<WindowPlacement>& placement, Flushing flushing) {

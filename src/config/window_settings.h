@@ -62,9 +62,9 @@ void ReadWindowSettings(std::u16string_view text, WindowSize& size, WindowSettin
 std::u16string WindowSettingsText(const WindowSettings& settings, const WindowPlacement& placement);
 
 // Sets CurrentWindowSettings from the file in the configuration directory, or to the defaults without a
-// file. Width and height come in at 96 dpi as the defaults of the window and go out scaled to `dpi` (0
-// counts as 96).
-void LoadWindowSettings(int& width, int& height, int dpi);
+// file, and gives the size of the window, or `usual` where the file names none. `usual` is at 96 dpi, all
+// else scaled to `dpi` (0 counts as 96).
+[[nodiscard]] WindowSize LoadWindowSettings(WindowSize usual, int dpi);
 
 // Writes the file from CurrentWindowSettings. Does nothing without a placement: no window, or one that
 // gives none. A failed save is ignored.

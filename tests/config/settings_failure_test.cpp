@@ -94,8 +94,7 @@ const SettingsKind kKinds[] = {
        SaveWindow(Window(2), {902, 602});
      },
      [] {
-       windowSize = {1100, 700};
-       LoadWindowSettings(windowSize.width, windowSize.height, 96);
+       windowSize = LoadWindowSettings({1100, 700}, 96);
      },
      [] { return WindowSettingsText(CurrentWindowSettings, {.restored = windowSize}); },
      [] { SaveWindow(CurrentWindowSettings, windowSize); }},

@@ -233,10 +233,7 @@ TEST(WindowSettingsText, ReadsBackAsItWas) {
 TEST(LoadWindowSettings, ScalesTheDefaultsWithoutAFile) {
   const ScratchConfig config;
   CurrentWindowSettings.viewMode = 2;
-  int width = 1100, height = 700;
-  LoadWindowSettings(width, height, 144);
-  EXPECT_EQ(width, 1650);
-  EXPECT_EQ(height, 1050);
+  EXPECT_EQ(LoadWindowSettings({1100, 700}, 144), (WindowSize{1650, 1050}));
   WindowSettings expected;
   expected.columnWidth = {90, 420, 150, 240, 240, 600};
   EXPECT_EQ(CurrentWindowSettings, expected);
@@ -246,19 +243,13 @@ TEST(LoadWindowSettings, ScalesWhatTheFileSays) {
   const ScratchConfig config;
   ASSERT_TRUE(WriteTextFile(config.folder.PathOf(u"window.ini"),
                             u"width=1000\nheight=499\ncol2=29\ncol3=101\n"));
-  int width = 1100, height = 700;
-  LoadWindowSettings(width, height, 144);
-  EXPECT_EQ(width, 1500);
-  EXPECT_EQ(height, 1050);
+  EXPECT_EQ(LoadWindowSettings({1100, 700}, 144), (WindowSize{1500, 1050}));
   EXPECT_EQ(CurrentWindowSettings.columnWidth, (Columns{90, 420, 150, 152, 240, 600}));
 }
 
 TEST(LoadWindowSettings, CountsAScaleOfZeroAs96Dpi) {
   const ScratchConfig config;
-  int width = 1100, height = 700;
-  LoadWindowSettings(width, height, 0);
-  EXPECT_EQ(width, 1100);
-  EXPECT_EQ(height, 700);
+  EXPECT_EQ(LoadWindowSettings({1100, 700}, 0), (WindowSize{1100, 700}));
   EXPECT_EQ(CurrentWindowSettings, WindowSettings{});
 }
 

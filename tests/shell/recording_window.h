@@ -96,6 +96,8 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     if (effects.focus == Focus::kEditor) calls.push_back("FocusEditor");
     if (effects.syncsBars) calls.push_back("SyncBars");
     if (effects.rehovers) calls.push_back("Rehover");
+    if (effects.menu) calls.push_back("Menu");
+    if (effects.command != 0) calls.push_back("Command " + std::to_string(effects.command));
     if (effects.dirty == ListArea()) calls.push_back("InvalidateList");
     if (!IsEmpty(effects.dirty) && effects.dirty != ListArea()) calls.push_back("Invalidate");
     invalidated = Union(invalidated, effects.dirty);

@@ -36,8 +36,8 @@ bool TestPump::Send(const MouseEvent& event) {
   return effects.isTaken;
 }
 
-bool TestPump::Key(uint32_t key) {
-  const Effects effects = ShownView(app_).OnKey(key, false, Context());
+bool TestPump::Key(const KeyEvent& event) {
+  const Effects effects = ShownView(app_).OnKey(event, Context());
   CarryOut(effects);
   return effects.isTaken;
 }
@@ -128,6 +128,18 @@ void TestPump::CarryOut(const Effects& effects) {
   if (effects.syncsBars) bars = ShownView(app_).Bars(Context());
   if (effects.rehovers) CarryOut(ShownView(app_).Rehover(mouse, Context()));
   if (effects.paintsNow) Paint();
+  if (effects.menu) OpenMenu(*effects.menu);
+  if (effects.command != 0) Run(effects.command);
+}
+
+void TestPump::OpenMenu(const Menu& menu) {
+  opened.push_back(menu);
+  if (chosen != 0) Run(std::exchange(chosen, uint16_t{0}));
+}
+
+void TestPump::Run(uint16_t command) {
+  commands.push_back(command);
+  CarryOut(RouteCommand(app_, Context(), command));
 }
 
 void TestPump::Relayout() {

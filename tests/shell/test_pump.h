@@ -35,7 +35,8 @@ class TestPump : public RecordingWindow {
   // Messages. Each is answered by the shown view or the owner, and its effects are carried out.
   bool Send(const MouseEvent& event);
   bool Press(Point at) { return Send({.kind = Mouse::kPress, .at = at}); }
-  bool Key(uint32_t key);
+  bool Key(const KeyEvent& event);
+  bool Key(uint32_t key) { return Key({.key = key}); }
   bool Timer(uint32_t id);  // one that is armed
   bool Post(const PostedMessage& message);
   bool Control(const ControlEvent& event);
@@ -67,7 +68,10 @@ class TestPump : public RecordingWindow {
   int focusedControl = 0;
   std::vector<BarRange> bars;
   std::optional<Point> mouse;  // over the window
-  Rect dirty;                  // since the last paint
+  std::vector<Menu> opened;
+  uint16_t chosen = 0;  // from the next menu
+  std::vector<uint16_t> commands;
+  Rect dirty;  // since the last paint
   uint64_t nowMs = 100'000;
 
  private:
@@ -78,6 +82,8 @@ class TestPump : public RecordingWindow {
   void CloseEditorWindow();
   void TakeCapture(Capture capture);
   void TakeFocus(Focus wanted);
+  void OpenMenu(const Menu& menu);
+  void Run(uint16_t command);
   void Activate(bool isActivated);
 
   AppState& app_;

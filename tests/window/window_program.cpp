@@ -251,6 +251,14 @@ void WindowProgram::ClickWith(WORD key, HWND window, int x, int y) {
   SendInput(static_cast<UINT>(std::size(inputs)), inputs, sizeof(INPUT));
 }
 
+void WindowProgram::ClickRight(int x, int y) {
+  POINT place = {x, y};
+  ClientToScreen(Window(), &place);
+  SendMouse(place, 0);
+  SendMouse(place, MOUSEEVENTF_RIGHTDOWN);
+  SendMouse(place, MOUSEEVENTF_RIGHTUP);
+}
+
 void WindowProgram::Drag(HWND window, POINT from, POINT to) {
   constexpr int kSteps = 4;
   ClientToScreen(window, &from);

@@ -56,6 +56,7 @@ class WindowProgram {
   void Click(HWND window, int x, int y);  // client pixels, as all of these
   // The same while a key is held.
   void ClickWith(WORD key, HWND window, int x, int y);
+  void ClickRight(int x, int y);  // over the main window
   void Drag(HWND window, POINT from, POINT to);
   void MoveMouse(int x, int y);              // over the main window
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user

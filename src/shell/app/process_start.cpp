@@ -80,9 +80,10 @@ void WaitForShell(ProcessPort& system) {
 }
 
 void LoadSettings(AppState& app) {
-  app.windowWidth = kStartWidth;
-  app.windowHeight = kStartHeight;
-  LoadWindowSettings(app.windowWidth, app.windowHeight, static_cast<int>(app.systemDpi));
+  const WindowSize size =
+      LoadWindowSettings({kStartWidth, kStartHeight}, static_cast<int>(app.systemDpi));
+  app.windowWidth = size.width;
+  app.windowHeight = size.height;
   TheSearch().options.initials = CurrentWindowSettings.initialSearchEnabled;
   LoadUiColors();
   ApplyThemeDefaults(CurrentWindowSettings.darkTheme);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/mul_div.h"
+#include "shell/app/app_commands.h"
 #include "shell/app/engine_messages.h"
 #include "shell/app/window_timers.h"
 #include "shell/search/rename.h"
@@ -67,6 +68,11 @@ Effects RouteControl(AppState& app, const ViewContext& context, const ControlEve
   const auto owner = app.controlOwners.find(event.id);
   const AppMode mode = owner == app.controlOwners.end() ? app.appMode : owner->second;
   return OfView(app, mode, app.views[static_cast<size_t>(mode)]->OnControl(event, context));
+}
+
+Effects RouteCommand(AppState& app, const ViewContext& context, uint16_t id) {
+  const Effects effects = RunAppCommand(app, context, id);
+  return effects.isTaken ? effects : ShownView(app).OnCommand(id, context);
 }
 
 Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode) {

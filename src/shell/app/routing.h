@@ -24,6 +24,10 @@ std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode);
 // view has asked for, such as the editor of a name.
 Effects RouteControl(AppState& app, const ViewContext& context, const ControlEvent& event);
 
+// Hands a command to whom it is for: the program for what concerns the window as a whole, else the shown
+// view. A message loop may run before it returns.
+Effects RouteCommand(AppState& app, const ViewContext& context, uint16_t id);
+
 // Shows another view. Does nothing for the one that is shown, and for one that is not part of the
 // program.
 Effects SwitchMode(AppState& app, const ViewContext& context, AppMode mode);

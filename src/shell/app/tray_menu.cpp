@@ -7,6 +7,7 @@
 #include "config/product.h"
 #include "config/translate.h"
 #include "config/window_settings.h"
+#include "shell/app/app_commands.h"
 #include "shell/app/hotkey_events.h"
 #include "shell/app/routing.h"
 #include "shell/app/system_port.h"
@@ -79,9 +80,6 @@ void RunOwnCommand(AppState& app, const ViewContext& context, int choice) {
       return ShowAsAsked(app, window);
     case kTrayExit:
       return Exit(app, window);
-    case kTraySettings:
-      return Say(context, u"Status_SettingsMissing",
-                 u"The Settings Center is not part of this version.");
     case kTrayAutostart:
       return ToggleAutostart(*app.system, window);
     case kTrayHomePage:
@@ -106,6 +104,7 @@ Effects Run(AppState& app, const ViewContext& context, int choice) {
   for (const SearchCommand& row : kSearchCommands) {
     if (row.choice == choice) return RunSearchCommand(app, context, row.command);
   }
+  if (choice == kTraySettings) return RunAppCommand(app, context, kCommandSettings);
   RunOwnCommand(app, context, choice);
   return {};
 }

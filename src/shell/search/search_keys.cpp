@@ -5,11 +5,25 @@
 #include "config/translate.h"
 #include "search/query/query.h"
 #include "search/results/search_pipeline.h"
-#include "shell/search/rename.h"
-#include "shell/search/search_places.h"
+#include "shell/view/commands.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
+
+namespace {
+
+struct KeyRow {
+  uint32_t key;
+  bool needsCtrl;
+  uint16_t command;
+};
+constexpr KeyRow kListKeys[] = {
+    {kKeyEnter, false, kCommandOpen}, {kKeyDelete, false, kCommandRecycle},
+    {kKeyF2, false, kCommandRename},  {u'C', true, kCommandCopy},
+    {u'X', true, kCommandCut},        {u'D', true, kCommandDelete},
+};
+
+}  // namespace
 
 void StartTypedSearch(const SearchView& view) {
   DoSearchAsync(TheSearch().CurrentQueryText, false, false);
@@ -41,9 +55,13 @@ Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string t
   return {};
 }
 
-Effects TakeListKey(SearchView& view, const ViewContext& context, uint32_t key) {
-  if (key == kKeyTab) return {.focus = Focus::kSearchBox};
-  return key == kKeyF2 ? OpenRename(view, context) : Effects{.isTaken = false};
+Effects TakeListKey(const KeyEvent& event) {
+  if (event.key == kKeyTab) return {.focus = Focus::kSearchBox};
+  for (const KeyRow& row : kListKeys) {
+    if (row.key != event.key || (row.needsCtrl && !event.ctrl)) continue;
+    return {.command = event.isRepeat ? uint16_t{0} : row.command};
+  }
+  return {.isTaken = false};
 }
 
 }  // namespace quilmark

@@ -10,7 +10,7 @@
 namespace quilmark {
 
 inline constexpr size_t kLongestQuery = 255;  // units that the box takes
-inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27,
+inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27, kKeyDelete = 46,
                           kKeyF2 = 113;  // virtual key codes
 
 // Searches for what the search box holds. The timer 30003 calls it when the user pauses.
@@ -24,7 +24,8 @@ void SearchAgain(const ViewContext& context);
 // isTaken is false for any other key, which the edit takes.
 Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text);
 
-// Answers a key while the list has the focus.
-Effects TakeListKey(SearchView& view, const ViewContext& context, uint32_t key);
+// Answers a key while the list has the focus: with a command that runs once all else is done. isTaken is
+// false for a key without one. One that is held down runs its command once.
+Effects TakeListKey(const KeyEvent& event);
 
 }  // namespace quilmark

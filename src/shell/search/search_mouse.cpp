@@ -9,9 +9,11 @@
 #include "shell/search/rename.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/row_press.h"
+#include "shell/search/search_commands.h"
 #include "shell/search/search_places.h"
 #include "shell/search/sort_request.h"
 #include "shell/search/tip_text.h"
+#include "shell/view/commands.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -108,6 +110,7 @@ Effects PressRows(SearchView& view, const ViewContext& context, const ColumnsLay
                                                     .ctrl = event.ctrl,
                                                     .nowMs = context.nowMs});
   if (outcome == PressOutcome::kRename) return OpenRename(view, context);
+  if (row >= 0) view.list.pressedAt = event.at;
   if (outcome != PressOutcome::kSelected) return {};
   return {.focus = row >= 0 ? Focus::kWindow : Focus::kKeep, .dirty = ListAreaOf(view, context)};
 }
@@ -138,7 +141,7 @@ Effects Double(SearchView& view, const ViewContext& context, const MouseEvent& e
   // A double click on a scrollbar or a header counts as two presses.
   if (row < 0) return Press(view, context, event);
   DoublePressRow(view.list, row);
-  return {};
+  return {.command = kCommandOpen};
 }
 
 Effects DragColumn(SearchView& view, const ViewContext& context, Point point) {
@@ -154,16 +157,29 @@ Effects DragColumn(SearchView& view, const ViewContext& context, Point point) {
   return effects;
 }
 
-Effects Move(SearchView& view, const ViewContext& context, Point point) {
-  if (view.list.dragsSidebar) return DragSidebar(view, context, point);
-  if (view.rows.dragBar != Bar::kNone) return MoveThumb(view, context, point);
-  if (view.list.dragColumn >= 0) return DragColumn(view, context, point);
-  return Hover(view, context, point);
+// True once for a press on a row that has become a drag of the chosen ones.
+bool TakeDrag(ListState& list, const ViewContext& context, const MouseEvent& event) {
+  if (!event.isHeld) list.pressedAt.reset();  // it was let go over another window
+  if (!list.pressedAt) return false;
+  const Point from = *list.pressedAt, step = context.dragStep;
+  if (std::abs(event.at.x - from.x) < step.x && std::abs(event.at.y - from.y) < step.y) return false;
+  list.pressedAt.reset();
+  return true;
+}
+
+Effects Move(SearchView& view, const ViewContext& context, const MouseEvent& event) {
+  if (view.list.dragsSidebar) return DragSidebar(view, context, event.at);
+  if (view.rows.dragBar != Bar::kNone) return MoveThumb(view, context, event.at);
+  if (view.list.dragColumn >= 0) return DragColumn(view, context, event.at);
+  Effects effects = Hover(view, context, event.at);
+  if (TakeDrag(view.list, context, event)) effects.Join({.tip = u"", .command = kCommandDrag});
+  return effects;
 }
 
 // Lets go of the bar, the column or the thumb that is held.
 Effects EndDrags(SearchView& view, const ViewContext& context) {
   Effects effects;
+  view.list.pressedAt.reset();
   if (std::exchange(view.list.dragsSidebar, false)) effects.Join(RedrawTags(view, context));
   if (std::exchange(view.list.dragColumn, -1) >= 0) {
     effects.Join(RelayoutList(view, context));
@@ -251,8 +267,10 @@ Effects OnSearchMouse(SearchView& view, const ViewContext& context, const MouseE
       return Double(view, context, event);
     case Mouse::kRelease:
       return Release(view, context, event.at);
+    case Mouse::kRight:
+      return IsDragging(view) ? Effects() : OpenContextMenu(view, context, event.at);
     case Mouse::kMove:
-      return Move(view, context, event.at);
+      return Move(view, context, event);
     case Mouse::kRest:
       return Rest(view, context, event.at);
     case Mouse::kLeave:

@@ -70,9 +70,7 @@ Effects SearchView::OnPan(const PanEvent& event, const ViewContext& context) {
 
 bool SearchView::CanPan(Point at, const ViewContext&) const { return Holds(rows.Grid().rows, at); }
 
-Effects SearchView::OnKey(uint32_t key, bool, const ViewContext& context) {
-  return TakeListKey(*this, context, key);
-}
+Effects SearchView::OnKey(const KeyEvent& event, const ViewContext&) { return TakeListKey(event); }
 
 Effects SearchView::OnCommand(uint16_t id, const ViewContext& context) {
   return RunSearchCommand(*this, context, id);

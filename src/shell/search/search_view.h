@@ -27,7 +27,8 @@ struct ListState {
   int dragColumn = -1;        // whose edge is held
   int dragColumnX = 0, dragColumnWidth = 0;
   WheelRest sidebarRest;
-  bool dragsSidebar = false;  // the thumb of its bar is held
+  bool dragsSidebar = false;       // the thumb of its bar is held
+  std::optional<Point> pressedAt;  // the chosen rows are dragged once the mouse has left it
 };
 
 // A name that is being edited.
@@ -61,7 +62,7 @@ struct SearchView final : View {
   Effects Rehover(std::optional<Point> mouse, const ViewContext& context) override;
   Effects OnPan(const PanEvent& event, const ViewContext& context) override;
   bool CanPan(Point at, const ViewContext& context) const override;
-  Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) override;
+  Effects OnKey(const KeyEvent& event, const ViewContext& context) override;
   Effects OnCommand(uint16_t id, const ViewContext& context) override;
   Effects OnScroll(const ScrollEvent& event, const ViewContext& context) override;
   Effects OnControl(const ControlEvent& event, const ViewContext& context) override;

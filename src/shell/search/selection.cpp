@@ -11,6 +11,11 @@ void SelectOnly(Selection& selection, int64_t row) {
   selection.focusRow = selection.anchorRow = row;
 }
 
+void JoinSelection(Selection& selection, int64_t row) {
+  if (!selection.rows.contains(static_cast<uint64_t>(row))) return SelectOnly(selection, row);
+  selection.focusRow = row;
+}
+
 void SelectToggle(Selection& selection, int64_t row) {
   const auto key = static_cast<uint64_t>(row);
   if (!selection.rows.erase(key)) selection.rows.insert(key);

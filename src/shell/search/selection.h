@@ -21,6 +21,9 @@ void ClearSelection(Selection& selection);
 // Chooses one row, which has focus and anchor.
 void SelectOnly(Selection& selection, int64_t row);
 
+// Gives the focus to a chosen row; chooses any other alone.
+void JoinSelection(Selection& selection, int64_t row);
+
 // Chooses a row that was not chosen, and the other way round. It gets focus and anchor unless no row is
 // chosen any more.
 void SelectToggle(Selection& selection, int64_t row);

@@ -1,5 +1,4 @@
-// Numbers of the commands that menus offer. Some are known to scripts of other programs; none may
-// change.
+// Numbers of the commands that menus offer. None may change.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +25,14 @@ inline constexpr uint16_t kCommandClearRecent = 10011;
 inline constexpr uint16_t kCommandRefreshNonNtfs = 10015;
 inline constexpr uint16_t kCommandSidebar = 10016;
 inline constexpr uint16_t kCommandTopBar = 10017;
-inline constexpr uint16_t kCommandViewList = 10018;    // and 10019, 10020: the other views
-inline constexpr uint16_t kCommandSortByName = 10021;  // and up to 10025: the other columns
+inline constexpr uint16_t kCommandViewList = 10018;
+inline constexpr uint16_t kCommandViewSmallIcons = 10019;
+inline constexpr uint16_t kCommandViewLargeIcons = 10020;
+inline constexpr uint16_t kCommandSortByName = 10021;
+inline constexpr uint16_t kCommandSortBySize = 10022;
+inline constexpr uint16_t kCommandSortByModified = 10023;
+inline constexpr uint16_t kCommandSortByCreated = 10024;
+inline constexpr uint16_t kCommandSortByPath = 10025;
 inline constexpr uint16_t kCommandGridLines = 10027;
 inline constexpr uint16_t kCommandInitials = 10028;
 

@@ -74,6 +74,14 @@ struct MouseEvent {
   Point at;       // without a meaning in kLeave and kLost
   int delta = 0;  // of a wheel, 120 a notch
   bool shift = false, ctrl = false;
+  bool isHeld = false;  // the left button
+};
+
+// A key that was pressed while the window itself has the focus.
+struct KeyEvent {
+  uint32_t key = 0;  // virtual key code
+  bool ctrl = false;
+  bool isRepeat = false;  // it is held down
 };
 
 // Where a finger stands that moves the content. The first event of a gesture only says where it begins.

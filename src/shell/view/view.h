@@ -61,8 +61,8 @@ class View {
   // True where a finger moves the content; elsewhere it acts as a mouse.
   virtual bool CanPan(Point at, const ViewContext& context) const = 0;
 
-  // Answers a key, by its virtual key code, while the window itself has the focus.
-  virtual Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) = 0;
+  // Answers a key.
+  virtual Effects OnKey(const KeyEvent& event, const ViewContext& context) = 0;
 
   // Answers a command of commands.h: the choice of a menu, or what Effects::command asked for. The
   // answer may open windows of its own before it returns: no other state is held meanwhile.

@@ -22,6 +22,7 @@ struct ViewContext {
   std::u16string_view status;  // the line that SetStatus has set
   bool hasFocus = false;       // keys go to the window itself, and not to one of its controls
   bool isTipShown = false;
+  Point dragStep = {4, 4};  // pixels that the mouse moves before a press becomes a drag
   uint64_t nowMs = 0;
 
   // Pixels of this window for `n` pixels at 96 dpi.

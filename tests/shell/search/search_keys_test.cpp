@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/view/commands.h"
 #include "shell/window_harness.h"
 
 namespace quilmark {
@@ -10,25 +11,40 @@ namespace {
 class SearchKeys : public testing::Test {
  protected:
   WindowHarness harness;
-  SearchView& view = harness.app.search;
 };
 
 TEST_F(SearchKeys, TabLeavesTheListForTheSearchBox) {
-  const Effects effects = TakeListKey(view, harness.Context(), kKeyTab);
+  const Effects effects = TakeListKey({.key = kKeyTab});
   EXPECT_TRUE(effects.isTaken);
   EXPECT_EQ(effects.focus, Focus::kSearchBox);
 }
 
-TEST_F(SearchKeys, F2WithoutARowOpensNoEditor) {
-  const Effects effects = TakeListKey(view, harness.Context(), kKeyF2);
-  EXPECT_EQ(effects.editor, Editor::kKeep);
-  EXPECT_FALSE(view.renaming);
+TEST_F(SearchKeys, OfTheListAskForCommands) {
+  EXPECT_EQ(TakeListKey({.key = kKeyEnter}).command, kCommandOpen);
+  EXPECT_EQ(TakeListKey({.key = kKeyDelete}).command, kCommandRecycle);
+  EXPECT_EQ(TakeListKey({.key = kKeyF2}).command, kCommandRename);
+  EXPECT_EQ(TakeListKey({.key = u'C', .ctrl = true}).command, kCommandCopy);
+  EXPECT_EQ(TakeListKey({.key = u'X', .ctrl = true}).command, kCommandCut);
+  EXPECT_EQ(TakeListKey({.key = u'D', .ctrl = true}).command, kCommandDelete);
 }
 
 TEST_F(SearchKeys, OtherKeysAreNotTakenFromTheList) {
-  for (const uint32_t key : {kKeyEnter, kKeyEscape, 33u, 65u}) {
-    EXPECT_FALSE(TakeListKey(view, harness.Context(), key).isTaken) << key;
+  constexpr uint32_t kKeyShift = 16, kKeyPageDown = 34, kKeyDown = 40;
+  for (const uint32_t key : {kKeyShift, kKeyEscape, kKeyPageDown, kKeyDown, uint32_t{u'A'},
+                             uint32_t{u'C'}, uint32_t{u'X'}, uint32_t{u'D'}}) {
+    const Effects effects = TakeListKey({.key = key});
+    EXPECT_FALSE(effects.isTaken) << key;
+    EXPECT_EQ(effects.command, 0) << key;
   }
+  for (const char16_t letter : u"ABEFVZ") {
+    EXPECT_FALSE(TakeListKey({.key = letter, .ctrl = true}).isTaken) << static_cast<int>(letter);
+  }
+}
+
+TEST_F(SearchKeys, AKeyThatIsHeldDownRunsItsCommandOnce) {
+  const Effects effects = TakeListKey({.key = kKeyEnter, .isRepeat = true});
+  EXPECT_TRUE(effects.isTaken);
+  EXPECT_EQ(effects.command, 0);
 }
 
 TEST_F(SearchKeys, EnterInTheBoxDoesNotWaitForThePause) {

@@ -4,6 +4,7 @@
 #include "shell/search/search_picture.h"
 #include "shell/search/search_places.h"
 #include "shell/search/tip_text.h"
+#include "shell/view/commands.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -70,7 +71,8 @@ TEST_F(SearchMouse, HeldKeysExtendTheChoice) {
   (void)Send(Mouse::kPress, InRow(1));
   (void)Send({.kind = Mouse::kPress, .at = InRow(3), .shift = true});
   (void)Send({.kind = Mouse::kPress, .at = InRow(6), .ctrl = true});
-  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()), (std::vector<uint64_t>{1, 2, 3, 6}));
+  EXPECT_EQ(SelectedRows(app.search.list.selection, DisplayCount()),
+            (std::vector<uint64_t>{1, 2, 3, 6}));
 }
 
 TEST_F(SearchMouse, APressBesideTheRowsChoosesNoneAndLeavesTheKeys) {
@@ -342,6 +344,58 @@ TEST_F(SearchMouse, RowsThatMoveBelowTheMouseTakeTheHoverOver) {
   (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
   EXPECT_FALSE(RefreshHover(app.search, Context(), InRow(5)).tracksMouse);
   EXPECT_EQ(app.search.rows.hoverRow, -1);
+}
+
+TEST_F(SearchMouse, TheRightButtonOpensAMenuUnlessSomethingIsHeld) {
+  EXPECT_TRUE(Send(Mouse::kRight, InRow(2)).menu);
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  EXPECT_FALSE(Send(Mouse::kRight, InRow(2)).menu);
+  (void)Send(Mouse::kRelease, MiddleOf(Vertical().thumb));
+  EXPECT_TRUE(Send(Mouse::kRight, InRow(2)).menu);
+}
+
+// Presses on a row and moves the mouse by some pixels.
+class SearchDrag : public SearchMouse {
+ protected:
+  uint16_t PressAndMove(int dx, int dy, bool isHeld = true) {
+    (void)Send(Mouse::kPress, InRow(2));
+    return MoveTo({InRow(2).x + dx, InRow(2).y + dy}, isHeld);
+  }
+  uint16_t MoveTo(Point at, bool isHeld = true) {
+    return Send({.kind = Mouse::kMove, .at = at, .isHeld = isHeld}).command;
+  }
+};
+
+TEST_F(SearchDrag, BeginsOnceTheMouseHasLeftThePress) {
+  EXPECT_EQ(PressAndMove(3, -3), 0);
+  EXPECT_EQ(MoveTo({InRow(2).x + 4, InRow(2).y}), kCommandDrag);
+  EXPECT_EQ(MoveTo({InRow(2).x + 40, InRow(2).y}), 0) << "once";
+  EXPECT_EQ(PressAndMove(0, -4), kCommandDrag);
+}
+
+TEST_F(SearchDrag, DoesNotBeginWithoutTheButton) {
+  (void)Send(Mouse::kPress, InRow(2));
+  (void)Send(Mouse::kRelease, InRow(2));
+  EXPECT_EQ(MoveTo({InRow(2).x + 40, InRow(2).y}), 0);
+  EXPECT_EQ(PressAndMove(40, 0, false), 0) << "let go over another window";
+  EXPECT_EQ(MoveTo({InRow(2).x + 80, InRow(2).y}), 0);
+}
+
+TEST_F(SearchDrag, DoesNotBeginBesideTheRowsNorAtABar) {
+  picture.Hold(2);
+  (void)Send(Mouse::kPress, InRow(5));
+  EXPECT_EQ(MoveTo({InRow(5).x + 40, InRow(5).y}), 0);
+  picture.Hold(1'000);
+  (void)Send(Mouse::kPress, MiddleOf(Vertical().thumb));
+  EXPECT_EQ(MoveTo({MiddleOf(Vertical().thumb).x, MiddleOf(Vertical().thumb).y + 40}), 0);
+}
+
+TEST_F(SearchMouse, ADoubleClickOpensTheRow) {
+  (void)Send(Mouse::kPress, InRow(2));
+  (void)Send(Mouse::kRelease, InRow(2));
+  EXPECT_EQ(Send(Mouse::kDouble, InRow(2)).command, kCommandOpen);
+  picture.Hold(1);
+  EXPECT_EQ(Send(Mouse::kDouble, InRow(4)).command, 0);
 }
 
 }  // namespace

@@ -183,6 +183,7 @@ Effects MadeUpView::OnMouse(const MouseEvent& event, const ViewContext& context)
       for (ListView* const list : Lists()) effects.Join(list->Leave());
       break;
     case Mouse::kRest:
+    case Mouse::kRight:
       break;
   }
   return effects;
@@ -201,7 +202,8 @@ bool MadeUpView::CanPan(Point at, const ViewContext& context) const {
   return Holds(ListArea(context), at);
 }
 
-Effects MadeUpView::OnKey(uint32_t key, bool, const ViewContext& context) {
+Effects MadeUpView::OnKey(const KeyEvent& event, const ViewContext& context) {
+  const uint32_t key = event.key;
   if (key != kKeyUp && key != kKeyDown) return {.isTaken = false};
   const int64_t wanted = groupRows.chosen + (key == kKeyUp ? -1 : 1);
   if (groupRows.count == 0) return {};

@@ -51,7 +51,7 @@ struct MadeUpView final : View {
   Effects Rehover(std::optional<Point> mouse, const ViewContext& context) override;
   Effects OnPan(const PanEvent& event, const ViewContext& context) override;
   bool CanPan(Point at, const ViewContext& context) const override;
-  Effects OnKey(uint32_t key, bool ctrl, const ViewContext& context) override;
+  Effects OnKey(const KeyEvent& event, const ViewContext& context) override;
   Effects OnCommand(uint16_t id, const ViewContext& context) override;
   Effects OnScroll(const ScrollEvent& event, const ViewContext& context) override;
   Effects OnControl(const ControlEvent& event, const ViewContext& context) override;

@@ -425,7 +425,7 @@ TEST(MadeUpPicture, ObeysTheLaws) {
                                   .status = u"Filter: All Files | Hits: 1,234,567"};
         MadeUpView view;
         view.Layout(context);
-        for (int i = 0; i < 4; ++i) (void)view.OnKey(kKeyDown, false, context);
+        for (int i = 0; i < 4; ++i) (void)view.OnKey({.key = kKeyDown}, context);
         (void)view.OnMouse(
             {.kind = Mouse::kMove,
              .at = Point{context.client.right - ScaleFor(dpi, 200), view.files.PlaceOf(1).top + 1}},

@@ -3,6 +3,7 @@
 
 #include "shell/app/routing.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/system/popup_menu.h"
 #include "shell/win32/window/main_window.h"
 
 namespace quilmark {
@@ -64,7 +65,18 @@ void MainWindow::CarryOut(const Effects& effects) {
   if (effects.tracksMouse) TrackMouse(window_);
   if (effects.tip) tip.Show(*effects.tip, Context(), CurrentFonts().Of(FontRole::kMain));
   if (effects.paintsNow) UpdateWindow(window_);
+  if (effects.menu) OpenMenu(*effects.menu);
+  if (effects.command != 0) RunCommand(effects.command);
 }
+
+// Both run message loops of their own: nothing of the event that asked for them is left to be done.
+void MainWindow::OpenMenu(const Menu& menu) {
+  POINT place = {menu.at.x, menu.at.y};
+  ClientToScreen(window_, &place);
+  if (const uint16_t chosen = TrackMenu(window_, place, menu.rows); chosen != 0) RunCommand(chosen);
+}
+
+void MainWindow::RunCommand(uint16_t id) { CarryOut(RouteCommand(App(), Context(), id)); }
 
 void MainWindow::Relayout() {
   if (!HasSize()) return;

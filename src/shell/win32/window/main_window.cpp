@@ -202,6 +202,7 @@ ViewContext MainWindow::Context() const {
           .status = status,
           .hasFocus = GetFocus() == window_,
           .isTipShown = tip.IsShown(),
+          .dragStep = {GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)},
           .nowMs = TickMs()};
 }
 

@@ -126,6 +126,8 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void CarryOutEditor(const Effects& effects);
   void TakeFocus(Focus focus);
   void SyncBars();
+  void OpenMenu(const Menu& menu);
+  void RunCommand(uint16_t id);
 
   HWND window_ = nullptr;
   bool isDark_ = false;

@@ -140,7 +140,8 @@ MouseEvent EventOf(Mouse kind, Point at, WORD keys, int delta = 0) {
           .at = at,
           .delta = delta,
           .shift = (keys & MK_SHIFT) != 0,
-          .ctrl = (keys & MK_CONTROL) != 0};
+          .ctrl = (keys & MK_CONTROL) != 0,
+          .isHeld = (keys & MK_LBUTTON) != 0};
 }
 
 template <Mouse kind>
@@ -184,20 +185,12 @@ Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
-bool IsTakenByCapture(MainWindow& window, const Message& message) {
-  return window.TakeKey(static_cast<uint32_t>(message.wParam), IsRepeat(message.lParam));
-}
-
-// Keys with Alt, which the system's own handling needs too.
-Outcome OnSysKeyDown(AppState&, MainWindow& window, const Message& message) {
-  return IsTakenByCapture(window, message) ? Outcome(0) : std::nullopt;
-}
-
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
-  if (IsTakenByCapture(window, message)) return 0;
-  const bool isCtrlHeld = GetKeyState(VK_CONTROL) < 0;
-  const Effects effects =
-      ShownView(app).OnKey(static_cast<uint32_t>(message.wParam), isCtrlHeld, window.Context());
+  const auto key = static_cast<uint32_t>(message.wParam);
+  const bool isRepeat = IsRepeat(message.lParam);
+  if (window.TakeKey(key, isRepeat)) return 0;
+  const KeyEvent event = {.key = key, .ctrl = GetKeyState(VK_CONTROL) < 0, .isRepeat = isRepeat};
+  const Effects effects = ShownView(app).OnKey(event, window.Context());
   window.CarryOut(effects);
   return effects.isTaken ? Outcome(0) : std::nullopt;
 }
@@ -287,11 +280,12 @@ constexpr MessageRow kMessageRows[] = {
     {WM_SETFOCUS, OnFocus},
     {WM_KILLFOCUS, OnFocus},
     {WM_KEYDOWN, OnKeyDown},
-    {WM_SYSKEYDOWN, OnSysKeyDown},
+    {WM_SYSKEYDOWN, OnKeyDown},
     {WM_MOUSEMOVE, OnClientMouse<Mouse::kMove>},
     {WM_LBUTTONDOWN, OnClientMouse<Mouse::kPress>},
     {WM_LBUTTONUP, OnClientMouse<Mouse::kRelease>},
     {WM_LBUTTONDBLCLK, OnClientMouse<Mouse::kDouble>},
+    {WM_RBUTTONUP, OnClientMouse<Mouse::kRight>},
     {WM_CAPTURECHANGED, OnCaptureChanged},
     {WM_MOUSEWHEEL, OnTurn<Mouse::kWheel>},
     {WM_MOUSEHWHEEL, OnTurn<Mouse::kTilt>},
