@@ -9,6 +9,7 @@
 #include "search/results/search_session.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/app/app_state.h"
+#include "shell/recording_system.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"
 #include "support/search_harness.h"
@@ -22,6 +23,7 @@ struct WindowHarness {
     app.clientWidth = 1'100;
     app.clientHeight = 700;
     app.mainWindow = search.queue.Target();
+    app.system = &system;
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
     TheSearch().ActiveCategory = 0;
@@ -62,6 +64,7 @@ struct WindowHarness {
   SearchHarness search;
   TableMeasure fonts{96};
   RecordingEngine engine;
+  RecordingSystem system;
   AppState app{engine};
   RecordingWindow window{app};
 

@@ -4,6 +4,7 @@
 
 #include "config/log.h"
 #include "config/translate.h"
+#include "shell/app/hotkey_events.h"
 #include "shell/app/routing.h"
 #include "shell/app/wiring.h"
 #include "shell/view/window_ids.h"
@@ -53,6 +54,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   LogGdiState(u"WM_CREATE begin");
   InitControlClasses();
   window.OpenBackBuffer(handle);
+  window.OpenServices();
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
@@ -60,7 +62,7 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.MakeControls();
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
-  window.RegisterHotkeys();
+  RegisterHotkeysAtStart(app);
   if (app.hiddenStart) window.StartTimer(kTimerHiddenStart, kHiddenGuardMs);
   LogGdiState(u"WM_CREATE end");
   window.SetTitle(TranslateOr(u"Status_InitializingIndex", u"Initializing..."));
