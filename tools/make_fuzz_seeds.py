@@ -494,6 +494,10 @@ def shell_seeds():
     for name, old, text in (("same", "a.txt", "a.txt"), ("trimmed", "a.txt", "  b.txt. "), ("bad", "a", "a:b"),
                             ("device", "a", "CON.txt"), ("port", "a", "Com7"), ("empty", "a", "  "), ("good", "a", "新.tar.gz")):
         seed("rename_text_fuzz", name, old.encode() + b"\n" + utf16(text))
+    seed("drop_files_fuzz", "two_paths", "C:\\a.txt\nD:\\dir\\b\n")
+    seed("drop_files_fuzz", "left_out", "C:\\a\n\nC:\\b\0c\nD:\\Ж\U0001F600\n")
+    seed("shell_paths_fuzz", "quotes", 'C:\\my dir\\a "b".txt\nc:\\MY DIR\\c\\\\"\nC:\\my dir\\\n')
+    seed("shell_paths_fuzz", "odd_names", "C:\\dir\\a.\nC:\\dir\\..\nC:\\a:b\nC:\\x*\\y\nC:\\a/b\n")
     for name, fitting, box, text in (("twice", 9, "An", "banana an Ananas"), ("content", 4, "s: text |.txt", "some text here"),
                                      ("empty", 3, " ", "name"), ("pairs", 1, "\U0001F600", "\U0001F600\U0001F600x"),
                                      ("blanks", 5, "a", "a b  c   d a")):
