@@ -8,6 +8,7 @@
 #include "platform/clock.h"
 #include "search/results/search_session.h"
 #include "shell/app/app_state.h"
+#include "shell/recording_shell.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"
 #include "support/search_harness.h"
@@ -60,7 +61,8 @@ struct WindowHarness {
   SearchHarness search;
   TableMeasure fonts{96};
   RecordingEngine engine;
-  AppState app{engine};
+  RecordingShell shell;
+  AppState app{engine, shell};
   RecordingWindow window{app};
 
  private:

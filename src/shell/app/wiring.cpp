@@ -7,6 +7,7 @@
 #include "index/life/volume_life.h"
 #include "search/attributes/attr_cache_file.h"
 #include "search/results/search_session.h"
+#include "shell/actions/late_shell.h"
 #include "shell/app/engine_messages.h"
 #include "shell/view/window_ids.h"
 
@@ -42,7 +43,8 @@ struct ProgramEngine final : EnginePort {
 // All that the window's side of the program keeps from its start to its end. Interface thread.
 struct Program {
   ProgramEngine engine;
-  AppState app{engine};
+  LateShell shell;
+  AppState app{engine, shell};
 };
 
 Program& TheProgram() {
@@ -80,8 +82,9 @@ void StartEngine(AppState& app) {
   (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
-void WireProgram(AppState& app, WindowPort& window) {
+void WireProgram(AppState& app, WindowPort& window, ShellPort& shell) {
   TheProgram().engine.window = &window;
+  TheProgram().shell.real = &shell;
   WireAttributes();
   WireSearch(app, window);
 }

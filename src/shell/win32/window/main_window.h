@@ -15,6 +15,7 @@
 #include "shell/win32/gdi/back_buffer.h"
 #include "shell/win32/system/app_icons.h"
 #include "shell/win32/system/foreign_messages.h"
+#include "shell/win32/system/system_shell.h"
 #include "shell/win32/system/tray_icon.h"
 
 namespace quilmark {
@@ -109,6 +110,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   BackBuffer backBuffer;
   WindowIcons icons;
   TrayIcon tray;
+  SystemShell shell;
   ForeignMessages foreign;
   UniqueBrush classBrush;     // of the window's class
   UniqueBrush well;           // inside the edits

@@ -55,7 +55,8 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
-  WireProgram(app, window);
+  window.shell.Open(handle);
+  WireProgram(app, window, window.shell);
   window.MakeControls();
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
