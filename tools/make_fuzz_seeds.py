@@ -498,6 +498,10 @@ def shell_seeds():
     seed("drop_files_fuzz", "left_out", "C:\\a\n\nC:\\b\0c\nD:\\Ж\U0001F600\n")
     seed("shell_paths_fuzz", "quotes", 'C:\\my dir\\a "b".txt\nc:\\MY DIR\\c\\\\"\nC:\\my dir\\\n')
     seed("shell_paths_fuzz", "odd_names", "C:\\dir\\a.\nC:\\dir\\..\nC:\\a:b\nC:\\x*\\y\nC:\\a/b\n")
+    for name, text in (("lines", "12\tC:\\a.txt\r\n7\tD:\\b c\\文件\r\n"), ("twice", "1\tC:\\A\n2\tc:/a\n"), ("half", "99\tC:\\cu"),
+                       ("foreign", "[section]\nkey=value\n\t\n-1\tx\n\tC:\\a"), ("long", "1\tC:\\" + "x" * 4095 + "\n2\tC:\\b\n"),
+                       ("huge", "99999999999999999999999\tC:\\a")):
+        seed("recent_file_fuzz", name, b"\xef\xbb\xbf" + text.encode())
     for name, fitting, box, text in (("twice", 9, "An", "banana an Ananas"), ("content", 4, "s: text |.txt", "some text here"),
                                      ("empty", 3, " ", "name"), ("pairs", 1, "\U0001F600", "\U0001F600\U0001F600x"),
                                      ("blanks", 5, "a", "a b  c   d a")):

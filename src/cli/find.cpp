@@ -57,7 +57,7 @@ std::shared_ptr<const ResultSet> Search(PostQueue& queue, const std::u16string& 
     if (message->second != static_cast<int64_t>(ResultKind::kFinal)) continue;
     auto results = HeldResults();
     // Nobody else looks at them here, and what is narrowed and sorted comes beside them.
-    TheSearch().CurrentResults.Change([](SearchResults& held) { held = {}; });
+    TheSearch().CurrentResults.Change([empty = SearchResults()](SearchResults& held) { held = empty; });
     return results;
   }
   return nullptr;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <iterator>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -16,16 +17,41 @@ namespace quilmark {
 
 void (*pauseBeforeRereading)(uint32_t ms) = SleepMs;
 
-// Paths that are there and could not be read when they were asked for last.
-static std::set<std::u16string>& UnreadFiles() {
-  static std::set<std::u16string> paths;
-  return paths;
+namespace {
+
+class PathSet {
+ public:
+  bool Contains(const std::u16string& path) {
+    const std::scoped_lock lock(mutex_);
+    return paths_.contains(path);
+  }
+  void Insert(const std::u16string& path) {
+    const std::scoped_lock lock(mutex_);
+    paths_.insert(path);
+  }
+  void Erase(const std::u16string& path) {
+    const std::scoped_lock lock(mutex_);
+    paths_.erase(path);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::u16string> paths_;  // mutex_
+};
+
+}  // namespace
+
+// Paths that are there and could not be read when they were asked for last. Never destroyed, as a job
+// may read until the end.
+static PathSet& UnreadFiles() {
+  static auto* const paths = new PathSet;
+  return *paths;
 }
 
-// Paths that were written since they were flushed last.
-static std::set<std::u16string>& UnflushedFiles() {
-  static std::set<std::u16string> paths;
-  return paths;
+// Paths that were written since they were flushed last. Never destroyed, likewise.
+static PathSet& UnflushedFiles() {
+  static auto* const paths = new PathSet;
+  return *paths;
 }
 
 // Empty where the file is there and cannot be read. Virus scanners and programs that copy files
@@ -42,23 +68,23 @@ static std::optional<std::u16string> ReadPatiently(std::u16string_view path) {
 
 std::u16string ReadSettingsFile(std::u16string_view name) {
   const std::u16string path = ConfigPath(name);
-  UnreadFiles().erase(path);
+  UnreadFiles().Erase(path);
   if (auto text = ReadPatiently(path)) return std::move(*text);
-  UnreadFiles().insert(path);
+  UnreadFiles().Insert(path);
   return {};
 }
 
-bool IsUnreadSettingsFile(std::u16string_view name) { return UnreadFiles().contains(ConfigPath(name)); }
+bool IsUnreadSettingsFile(std::u16string_view name) { return UnreadFiles().Contains(ConfigPath(name)); }
 
 bool WriteSettingsFile(std::u16string_view name, std::u16string_view text, Flushing flushing) {
   const std::u16string path = ConfigPath(name);
-  if (UnreadFiles().contains(path)) return false;
+  if (UnreadFiles().Contains(path)) return false;
   const std::string bytes = TextFileBytes(text);
-  const bool mustFlush = flushing == Flushing::kWaited && UnflushedFiles().contains(path);
+  const bool mustFlush = flushing == Flushing::kWaited && UnflushedFiles().Contains(path);
   if (!mustFlush && ReadFileBytes(path) == bytes) return true;
-  UnflushedFiles().insert(path);
+  UnflushedFiles().Insert(path);
   if (!WriteFileBytes(path, bytes, flushing)) return false;
-  if (flushing == Flushing::kWaited) UnflushedFiles().erase(path);
+  if (flushing == Flushing::kWaited) UnflushedFiles().Erase(path);
   return true;
 }
 

@@ -1,4 +1,5 @@
-// The text files of the configuration directory that hold what the user chose. Interface thread.
+// The text files of the configuration directory that hold what the user chose. Any thread, but one file
+// is read and written by one thread at a time.
 #pragma once
 
 #include <cstdint>

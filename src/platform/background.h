@@ -23,12 +23,13 @@ class SingleJob {
   SingleJob& operator=(const SingleJob&) = delete;
 
   // RunBackground, unless the job runs already: then that is remembered. However `work` ends, whoever
-  // was refused after it began is answered by `whenAsked`, called on the job's thread when another may
-  // start. False if `work` does not run, for one that runs already or for want of memory: then nobody is
+  // asked after it began is answered by `whenAsked`, called on the job's thread when another may start.
+  // False if `work` does not run, for one that runs already or for want of memory: then nobody is
   // answered.
   bool Start(const char* name, std::function<void()> work, std::function<void()> whenAsked = {});
 
-  // The same with work that prepare() makes, on the calling thread and only if it is to run.
+  // The same with work that prepare() makes, on the calling thread and only if it is to run. What
+  // prepare() throws goes to the caller, and another may start then.
   bool StartWith(const char* name, const std::function<std::function<void()>()>& prepare,
                  std::function<void()> whenAsked);
 

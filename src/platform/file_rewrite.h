@@ -20,7 +20,8 @@ struct RewritableFile {
   // failed already.
   virtual bool Cut(uint64_t length) = 0;
 
-  // Waits until the disk has what was written. False on failure.
+  // Waits until the disk has what was written. False on failure; true as well where the file system
+  // knows no such thing, and nothing was waited for.
   [[nodiscard]] virtual bool Flush() = 0;
 };
 

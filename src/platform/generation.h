@@ -50,12 +50,12 @@ class Generation {
   // The ticket of the latest Supersede; before the first, one with the number 0.
   Ticket Latest() const { return Ticket(*this, number_); }
 
-  // How often Supersede was called.
   // Whether the ticket is one of this generation, and current.
   [[nodiscard]] bool IsCurrent(const Ticket& ticket) const {
     return ticket.generation_ == this && ticket.IsCurrent();
   }
 
+  // How often Supersede was called.
   uint64_t Number() const { return number_; }
 
  private:

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <mutex>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "platform/generation.h"
@@ -92,15 +93,18 @@ class Published {
 
  private:
   // `next` was declared before the lock was taken: the former value dies with it, outside the lock.
-  // Returns what the edit returns.
+  // Returns what the edit returns. An edit that throws leaves the value as it was.
   template <typename Edit>
   auto EditLocked(std::optional<Value>& next, Edit& edit) {
-    struct Swap {
-      Value &held, &next;
-      ~Swap() { std::swap(held, next); }
-    };
-    const Swap swap{value_, next.emplace(value_)};
-    return edit(*next);
+    next.emplace(value_);
+    if constexpr (std::is_void_v<std::invoke_result_t<Edit&, Value&>>) {
+      edit(*next);
+      std::swap(value_, *next);
+    } else {
+      const auto outcome = edit(*next);
+      std::swap(value_, *next);
+      return outcome;
+    }
   }
 
   mutable OrderedLock lock_;

@@ -84,7 +84,7 @@ bool AppendTextFile(std::u16string_view path, std::u16string_view text) {
 
 std::optional<std::u16string_view> NextLine(TextLines& lines) {
   if (lines.position >= lines.text.size()) return std::nullopt;
-  std::u16string_view line = lines.text.substr(lines.position, kTextLineLimit);
+  std::u16string_view line = lines.text.substr(lines.position, lines.limit);
   const size_t end = line.find(u'\n');
   if (end != std::u16string_view::npos) line = line.substr(0, end + 1);
   lines.position += line.size();

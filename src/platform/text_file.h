@@ -33,11 +33,12 @@ std::string TextFileBytes(std::u16string_view text);
 // line of a log.
 bool AppendTextFile(std::u16string_view path, std::u16string_view text);
 
-// Position in a decoded text, read line by line with a limit: a longer line comes in pieces of
-// kTextLineLimit units, and each piece counts as a line. `text` must outlive it.
+// Position in a decoded text, read line by line with a limit: a longer line comes in pieces of that many
+// units, and each piece counts as a line. `text` must outlive it.
 struct TextLines {
   std::u16string_view text;
   size_t position = 0;
+  size_t limit = kTextLineLimit;  // of a piece with its line end; above 0
 };
 
 // The next piece with its line end; empty at the end of the text.

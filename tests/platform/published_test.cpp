@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include "platform/shutdown.h"
@@ -52,6 +53,17 @@ TEST(Published, EditsAPartOfTheValue) {
   results.Change([](Rows& value) { value.order = 3; });
   EXPECT_EQ(results.Get().order, 3);
   EXPECT_TRUE(ticket.IsCurrent());
+}
+
+TEST(Published, KeepsItsValueWhereAnEditThrows) {
+  Published<Rows> results("results", MakeRows({1}, 1));
+  const auto edit = [](Rows& value) {
+    value.order = 2;
+    throw std::runtime_error("half way");
+  };
+  EXPECT_THROW(results.Change(edit), std::runtime_error);
+  EXPECT_EQ(results.Get().order, 1);
+  EXPECT_EQ(results.Get().rows->size(), 1u);
 }
 
 TEST(Published, SupersedesAndEditsInOneStep) {

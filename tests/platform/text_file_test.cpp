@@ -62,6 +62,14 @@ TEST(EncodeTextLines, GivesUtf8) {
   EXPECT_EQ(EncodeTextLines(std::u16string{0xD83C}), "\xEF\xBF\xBD");
 }
 
+TEST(NextLine, CutsAtAnotherLimit) {
+  TextLines lines{u"abcd\nef\n", 0, 3};
+  EXPECT_EQ(NextLine(lines), u"abc");
+  EXPECT_EQ(NextLine(lines), u"d\n");
+  EXPECT_EQ(NextLine(lines), u"ef\n");
+  EXPECT_FALSE(NextLine(lines).has_value());
+}
+
 TEST(NextLine, KeepsTheLineEnd) {
   EXPECT_EQ(LinesOf(u"a\n\nb"), (std::vector<std::u16string>{u"a\n", u"\n", u"b"}));
   EXPECT_EQ(LinesOf(u""), std::vector<std::u16string>{});

@@ -7,6 +7,7 @@
 #include "platform/background.h"
 #include "platform/clock.h"
 #include "search/results/search_session.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_shell.h"
 #include "shell/recording_window.h"
@@ -29,6 +30,7 @@ struct WindowHarness {
   ~WindowHarness() {
     engine.prewarming.reset();
     WaitForBackgroundJobs(60'000);
+    ClearRecentOpens();
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
     TheSearch().ActiveCategory = 0;

@@ -9,6 +9,14 @@ namespace {
 class ListMenu : public ResultsList {
  protected:
   static HWND Menu() { return FindWindowW(L"#32768", nullptr); }
+  // Those of the menu and of what opens from its entries.
+  static int OpenMenus() {
+    int count = 0;
+    for (HWND menu = nullptr; (menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr;) {
+      count += IsWindowVisible(menu) ? 1 : 0;
+    }
+    return count;
+  }
   static bool IsOpen() { return Menu() != nullptr && IsWindowVisible(Menu()); }
 
   void OpenAt(int x, int y) {
@@ -52,12 +60,13 @@ TEST_F(ListMenu, KeepsTheChosenRowsUnderIt) {
 }
 
 TEST_F(ListMenu, SaysWhatIsNotThereYet) {
-  for (const auto& [entry, status] : {std::pair{0, u"The Settings Center is not part of this version."},
-                                      std::pair{1, u"The duplicate finder is not part of this version."},
-                                      std::pair{2, u"Disk analysis is not part of this version."}}) {
+  const std::u16string_view statuses[] = {u"The Settings Center is not part of this version.",
+                                          u"The duplicate finder is not part of this version.",
+                                          u"Disk analysis is not part of this version."};
+  for (int entry = 0; entry < 3; ++entry) {
     OpenOver(3);
     ChooseFromTheEnd(entry);
-    WaitUntil("the status", [&] { return program.Status() == status; });
+    WaitUntil("the status", [&] { return program.Status() == statuses[entry]; });
   }
 }
 
@@ -76,6 +85,7 @@ TEST_F(ListMenu, ShowsTheRowsInAnotherWay) {
   OpenOver(3);
   for (int i = 0; i < 8; ++i) program.Press(VK_UP);  // to "View"
   program.Press(VK_RIGHT);
+  WaitUntil("the views", [] { return OpenMenus() == 2; });
   program.Press(VK_DOWN);
   program.Screenshot("list-menu-views");
   program.Press(VK_DOWN);

@@ -26,7 +26,7 @@ inline constexpr size_t kMostAttrEntries = 2'000'000;
 enum class Stale : uint8_t { kAsNone, kAsItWas };
 
 // PeekAttr for several files under one hold of the lock: out[i] of frns[i], not valid where there is
-// none. A frn of 0 is none. REQUIRES an `out` as long as `frns`.
+// none. A frn of 0 is none. REQUIRES an `out` at least as long as `frns`.
 void PeekAttrs(const VolumeIndex& volume, std::span<const uint64_t> frns, std::span<AttrEntry> out,
                Stale stale = Stale::kAsNone);
 

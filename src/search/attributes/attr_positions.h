@@ -19,7 +19,7 @@ struct AttrPosition {
   bool operator==(const AttrPosition&) const = default;
 };
 
-// The bytes of a file; a reader takes a thousand positions at most.
+// The bytes of a file. A reader refuses one with more than a thousand positions.
 std::string AttrPositionBytes(std::span<const AttrPosition> positions);
 
 // Empty for a file of another kind or version, and for one that is not whole.
@@ -30,7 +30,8 @@ std::string AttrPositionBytes(std::span<const AttrPosition> positions);
 // where it is foreign or cannot be read.
 [[nodiscard]] std::optional<std::vector<AttrPosition>> LoadAttrPositions();
 
-// Writes them to that file. A failed save is ignored: an older position costs a longer look.
+// Writes them to that file. A failed save is ignored: it leaves older positions, which cost a longer
+// look, or none, and then all entries count as stale.
 void SaveAttrPositions(std::span<const AttrPosition> positions);
 
 }  // namespace quilmark

@@ -1,5 +1,5 @@
 // The categories of the filter bar: named lists of extensions, which a user may edit in filters.ini.
-// Interface thread, but for CurrentCategories.
+// Interface thread, but where another is named.
 #pragma once
 
 #include <memory>
@@ -33,7 +33,7 @@ std::u16string CategoriesText(const FilterTable& table);
 // The table in force; never null, never empty. Any thread.
 std::shared_ptr<const FilterTable> CurrentCategories();
 
-// Puts another table in force. Any thread.
+// Puts another table in force. REQUIRES one with a category. Any thread.
 void InstallCategories(FilterTable table);
 
 // Takes the table of the language's file, else that of filters.ini, else its copy, else the defaults;

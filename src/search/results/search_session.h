@@ -160,8 +160,9 @@ uint64_t DisplayCount();
 // Which set the list follows once new results are there.
 enum class KeepFiltered : uint8_t { kNo, kIfThere };
 
-// Sets DisplayCount to theirs and makes former filter jobs stale, or keeps the filtered rows and their
-// count if there are any and `keep` says so. Any thread.
+// Drops the filtered rows, so that the list shows all results: sets DisplayCount to `resultCount`, their
+// number, and makes filter jobs stale. With kIfThere, and where there are filtered rows, keeps these and
+// sets DisplayCount to their number instead. Any thread.
 void FollowNewResults(KeepFiltered keep, uint64_t resultCount);
 
 }  // namespace quilmark

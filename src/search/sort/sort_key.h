@@ -52,8 +52,8 @@ class KeyEntries {
   size_t size_;
 };
 
-// The entry of a key that SortKeys holds, or another that outlives the entry and has seven bytes behind
-// its end that may be read.
+// The entry of a key. REQUIRES one that SortKeys holds and that outlives the entry: entries are compared
+// by whole words, and so by the zeros that SortKeys puts behind each key.
 KeyEntry MakeKeyEntry(std::span<const uint8_t> key, uint32_t row);
 
 // How entries follow each other.
@@ -70,11 +70,12 @@ void SortEntries(std::span<KeyEntry> entries, const KeyOrder& order);
 // The same on several threads, where there are entries enough.
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order);
 
-// Gets sorted entries in pieces, each from one of the threads and with the number of its first entry;
-// those given are left in any order.
+// Gets sorted entries in pieces, each with the number of its first entry. Several threads call it at the
+// same time, each with pieces of its own.
 using TakeSorted = std::function<void(size_t first, std::span<const KeyEntry> piece)>;
 
-// SortEntriesOnCores, but the sorted entries go to `take` in pieces and nowhere else.
+// SortEntriesOnCores, but what is sorted goes to `take`, in one piece or in many. The entries given are
+// left in any order.
 void SortEntriesOnCores(std::span<KeyEntry> entries, const KeyOrder& order, const TakeSorted& take);
 
 }  // namespace quilmark

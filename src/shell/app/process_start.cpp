@@ -11,6 +11,7 @@
 #include "index/life/volume_life.h"
 #include "search/filter/filter_categories.h"
 #include "search/results/search_session.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/app/command_line.h"
 
 namespace quilmark {
@@ -108,6 +109,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
   LoadFilterCategories(app.language, app.uiIsChinese);
   LoadSettings(app);
   if (!OpenMainWindow(app, system)) return 1;
+  LoadRecentOpensAsync();
   system.ShowCreatedWindow(app.hiddenStart);
   system.RunMessageLoop();
   // There are none left unless the loop ended in another way than with the window.

@@ -1,5 +1,6 @@
 #include "shell/app/wiring.h"
 
+#include <memory>
 #include <utility>
 
 #include "config/translate.h"
@@ -8,6 +9,7 @@
 #include "search/attributes/attr_cache_file.h"
 #include "search/results/search_session.h"
 #include "shell/actions/late_shell.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/app/engine_messages.h"
 #include "shell/view/window_ids.h"
 
@@ -71,6 +73,7 @@ void WireSearch(AppState& app, WindowPort& window) {
     window.StopTimer(id);
     window.StartTimer(id, delayMs);
   };
+  hooks.recentResults = [] { return std::make_shared<ResultSet>(CollectRecentItems()); };
 }
 
 }  // namespace

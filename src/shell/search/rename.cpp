@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/format.h"
 #include "search/results/search_session.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/rename_place.h"
 #include "shell/search/search_places.h"
@@ -60,6 +61,7 @@ Effects Rename(SearchView& view, const ViewContext& context, const std::u16strin
                 end);
   }
   RenameInIndex(done.target, name);
+  UpdateRecentAfterRename(PathOfRow(done.row), PathOfRow(renamed));
   Effects effects = CancelRename(view, context);
   if (end == CommitEnd::kByKey) effects.focus = Focus::kWindow;
   FollowNewResults(KeepFiltered::kNo, HeldResults()->size());

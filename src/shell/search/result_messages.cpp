@@ -8,6 +8,7 @@
 #include "platform/format.h"
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
@@ -124,8 +125,10 @@ Effects OnFilterResults(SearchView& view, const ViewContext& context, const Post
   return effects;
 }
 
-// The recent opens come into view with the next search of an empty box.
-Effects OnRecentLoaded(SearchView&, const ViewContext&, const PostedMessage&) { return {}; }
+Effects OnRecentLoaded(SearchView&, const ViewContext&, const PostedMessage&) {
+  RefreshRecentViewIfNeeded();
+  return {};
+}
 
 RowRange RowsInViewOf(const SearchView& view, const ResultSet& rows) {
   const RowSpan inView = view.rows.InView(rows.size());

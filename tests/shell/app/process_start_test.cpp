@@ -111,6 +111,13 @@ TEST_F(ProcessStart, TakesItsStepsInOrder) {
   EXPECT_EQ(system.windowTitle, u"Initializing...");
 }
 
+TEST_F(ProcessStart, LoadsTheFilesThatWereOpenedLast) {
+  WriteFile(u"recent.ini", u"1\tQ:\\a.txt\n");
+  Run();
+  EXPECT_EQ(harness.search.Next().message, WM_RECENT_LOADED);
+  EXPECT_EQ(TheRecentOpens().Entries().size(), 1u);
+}
+
 TEST_F(ProcessStart, TakesTheBestScaleThatTheSystemHas) {
   system.takenContext = -2;
   Run();

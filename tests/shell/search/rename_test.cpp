@@ -80,6 +80,14 @@ class RenameInTheList : public testing::Test {
   TestPump pump{harness_};
 };
 
+TEST_F(RenameInTheList, TheFilesThatWereOpenedLastFollow) {
+  RecordRecentOpen((*rows_)[2]);
+  Edit(2, u"other.txt");
+  pump.PressInEditor(ControlEvent::kEnter);
+  ASSERT_EQ(TheRecentOpens().Entries().size(), 1u);
+  EXPECT_EQ(TheRecentOpens().Entries()[0].path, u"Q:\\other.txt");
+}
+
 TEST_F(RenameInTheList, AKeyOpensTheEditorOverTheChosenName) {
   SelectOnly(view.list.selection, 2);
   EXPECT_TRUE(pump.Key(kKeyF2));

@@ -54,6 +54,16 @@ TEST_F(ResultMessages, PartialResultsSayThatMoreAreToCome) {
   EXPECT_TRUE(app.search.repaint.isPending);
 }
 
+TEST_F(ResultMessages, RecentFilesComeIntoAnEmptyBoxOnceTheyAreLoaded) {
+  const uint64_t before = SearchNumber();
+  window.texts[kQueryBox] = u"needle";
+  EXPECT_TRUE(Take(WM_RECENT_LOADED));
+  EXPECT_EQ(SearchNumber(), before);
+  window.texts[kQueryBox] = u"";
+  EXPECT_TRUE(Take(WM_RECENT_LOADED));
+  EXPECT_EQ(SearchNumber(), before + 1);
+}
+
 TEST_F(ResultMessages, NoResultsEmptyTheStatus) {
   EXPECT_TRUE(TakeResults(kFinal));
   EXPECT_EQ(window.title, u"Quilmark - 0 results found");
