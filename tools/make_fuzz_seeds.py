@@ -494,6 +494,10 @@ def shell_seeds():
     for name, old, text in (("same", "a.txt", "a.txt"), ("trimmed", "a.txt", "  b.txt. "), ("bad", "a", "a:b"),
                             ("device", "a", "CON.txt"), ("port", "a", "Com7"), ("empty", "a", "  "), ("good", "a", "新.tar.gz")):
         seed("rename_text_fuzz", name, old.encode() + b"\n" + utf16(text))
+    seed("drop_files_fuzz", "two_paths", "C:\\a.txt\nD:\\dir\\b\n")
+    seed("drop_files_fuzz", "left_out", "C:\\a\n\nC:\\b\0c\nD:\\Ж\U0001F600\n")
+    seed("shell_paths_fuzz", "quotes", 'C:\\my dir\\a "b".txt\nc:\\MY DIR\\c\\\\"\nC:\\my dir\\\n')
+    seed("shell_paths_fuzz", "odd_names", "C:\\dir\\a.\nC:\\dir\\..\nC:\\a:b\nC:\\x*\\y\nC:\\a/b\n")
     for name, text in (("lines", "12\tC:\\a.txt\r\n7\tD:\\b c\\文件\r\n"), ("twice", "1\tC:\\A\n2\tc:/a\n"), ("half", "99\tC:\\cu"),
                        ("foreign", "[section]\nkey=value\n\t\n-1\tx\n\tC:\\a"), ("long", "1\tC:\\" + "x" * 4095 + "\n2\tC:\\b\n"),
                        ("huge", "99999999999999999999999\tC:\\a")):

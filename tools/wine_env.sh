@@ -13,15 +13,28 @@ export WINEPREFIX=${WINEPREFIX:-$wine_root/build/wineprefix}
 export WINEARCH=win64 WINEDEBUG=-all
 # No prompts for a .NET or HTML engine; no links from the prefix's menus to the host's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+# Wine's Recycle Bin lies there, and not in the user's.
+export XDG_DATA_HOME=$WINEPREFIX/xdg-data
+
+# Documents, Desktop and others of a new prefix are links into the home folder, and Wine's deletion follows links.
+wine_unlink_home() {
+  [ -e "$WINEPREFIX/.unlinked" ] && return 0
+  local link
+  while IFS= read -r link; do
+    rm "$link" && mkdir "$link" || return 1
+  done < <(find "$WINEPREFIX/drive_c/users" -mindepth 2 -type l)
+  mkdir -p "$XDG_DATA_HOME" && touch "$WINEPREFIX/.unlinked"
+}
 
 wine_make_prefix() {
-  [ -e "$WINEPREFIX/.ready" ] && return 0
+  [ -e "$WINEPREFIX/.ready" ] && { wine_unlink_home; return; }
   mkdir -p "$WINEPREFIX"
   timeout 300 wineboot --init >/dev/null 2>&1 </dev/null || return 1
   # A crash would otherwise open a dialog and wait for a click.
   timeout 60 wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
     >/dev/null 2>&1 </dev/null || return 1
   timeout 60 wineserver -w
+  wine_unlink_home || return 1
   touch "$WINEPREFIX/.ready"
 }
 

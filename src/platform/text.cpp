@@ -72,4 +72,10 @@ bool EqualNoCase(std::u16string_view a, std::u16string_view b) {
   return a.size() == b.size() && CompareNoCase(a, b) == 0;
 }
 
+std::u16string ComparablePath(std::u16string_view path) {
+  std::u16string comparable = FoldText(path);
+  std::replace(comparable.begin(), comparable.end(), u'/', u'\\');
+  return comparable;
+}
+
 }  // namespace quilmark

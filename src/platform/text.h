@@ -36,4 +36,7 @@ std::weak_ordering CompareNoCase(std::u16string_view a, std::u16string_view b);
 // Whether the folded texts are equal.
 bool EqualNoCase(std::u16string_view a, std::u16string_view b);
 
+// The path in the one form in which paths are compared: folded, with backslashes.
+std::u16string ComparablePath(std::u16string_view path);
+
 }  // namespace quilmark

@@ -145,5 +145,9 @@ TEST(EqualNoCase, IgnoresCaseButNotLength) {
   EXPECT_FALSE(EqualNoCase(u"\u00DF", u"SS"));
 }
 
+TEST(ComparablePath, HasOneSpelling) {
+  EXPECT_EQ(ComparablePath(u"C:/Dir\\\u0416.TXT"), u"c:\\dir\\\u0436.txt");
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -107,6 +107,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
     if (effects.rehovers) calls.push_back("Rehover");
     if (effects.menu) calls.push_back("Menu");
     if (effects.command != 0) calls.push_back("Command " + std::to_string(effects.command));
+    if (effects.tip) tip = effects.tip;
     if (effects.dirty == ListArea()) calls.push_back("InvalidateList");
     if (!IsEmpty(effects.dirty) && effects.dirty != ListArea()) calls.push_back("Invalidate");
     invalidated = Union(invalidated, effects.dirty);
@@ -152,6 +153,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   Rect invalidated;                     // all of them together
   std::map<uint32_t, uint32_t> timers;  // armed: id, delay in milliseconds
   std::u16string title = u"before", status = u"before";
+  std::optional<std::u16string> tip;                                 // as it was set last
   std::map<int, std::u16string> texts;                               // of controls
   std::map<int, std::pair<std::vector<std::u16string>, int>> items;  // and the chosen one
   std::vector<std::u16string> errors;

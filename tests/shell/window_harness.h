@@ -9,6 +9,7 @@
 #include "search/results/search_session.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/app/app_state.h"
+#include "shell/recording_shell.h"
 #include "shell/recording_system.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"
@@ -64,8 +65,9 @@ struct WindowHarness {
   SearchHarness search;
   TableMeasure fonts{96};
   RecordingEngine engine;
+  RecordingShell shell;
   RecordingSystem system;
-  AppState app{engine};
+  AppState app{engine, shell};
   RecordingWindow window{app};
 
  private:

@@ -10,6 +10,7 @@
 #include "index/device/journal_read.h"
 #include "index/follow/data_changes.h"
 #include "index/follow/doubtful_records.h"
+#include "index/tables/presumed_gone.h"
 #include "index/tables/tidy_names.h"
 #include "platform/bytes.h"
 #include "platform/file_reference.h"
@@ -103,6 +104,7 @@ void ApplyDelete(VolumeIndex& volume, uint64_t frn) {
     MarkDeleted(volume, *index);
     report.TellDeleted(*index);
   }
+  ConfirmGone(volume, frn);
   ForgetFileAttributes(volume, frn);
 }
 
@@ -120,6 +122,7 @@ void ApplyName(VolumeIndex& volume, const UsnRecord& record, std::u16string_view
                          name);
     SetIndexOf(volume.frnToIndex, volume.records, record.frn.value, *index);
   }
+  WithdrawGone(volume, record.frn.value);
   report.TellNamed(*index);
   ForgetFileAttributes(volume, record.frn.value);
 }

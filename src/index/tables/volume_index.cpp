@@ -169,6 +169,7 @@ void ResetVolumeTables(VolumeIndex& volume) {
   volume.odd = {};
   ResetFrnTable(volume.frnToIndex);
   volume.inDoubt = {};
+  volume.presumedGone = {};
   volume.deletedCount = 0;
   volume.apartCount = 0;
   volume.hidden = {};

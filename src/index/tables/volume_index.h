@@ -85,6 +85,12 @@ struct OddNames {
   std::vector<uint32_t> records;  // that have or had such a name
 };
 
+// Records below folders that the program has deleted (presumed_gone.h), by reference.
+struct PresumedGone {
+  FrnMap<uint64_t> with;                // of each record, the folder that it was marked with
+  FrnMap<std::vector<uint64_t>> below;  // of each such folder, the records
+};
+
 // One change that the journal reported, after it was applied.
 struct VolumeChange {
   enum Kind { kCreated, kDeleted, kRenamed, kMoved };
@@ -137,6 +143,7 @@ struct VolumeIndex {
   uint64_t deletedCount = 0;
   std::atomic<uint64_t> journalId = 0;  // read without the lock too: by a save, which waits for no build
   int64_t nextUsn = 0;
+  PresumedGone presumedGone;
   FrnMap<uint8_t> inDoubt;  // written by the monitor; files that may be gone, and asks to go
   // Search aids, one bit or a few a record.
   RecordBits hidden;    // text n of `names` is not to be believed: deleted, or apart

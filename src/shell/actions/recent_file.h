@@ -34,7 +34,4 @@ std::vector<RecentOpenEntry> ReadRecentOpens(std::u16string_view text);
 // as it is: with a line end in it, or too long.
 std::u16string RecentOpensText(const std::vector<RecentOpenEntry>& entries);
 
-// The path as it is compared with others: slashes turned to backslashes, folded.
-std::u16string ComparablePath(std::u16string_view path);
-
 }  // namespace quilmark

@@ -9,6 +9,7 @@
 #include "index/engine/volume_list.h"
 #include "platform/background.h"
 #include "platform/clock.h"
+#include "platform/text.h"
 #include "search/query/query.h"
 #include "search/results/glance.h"
 #include "search/results/search_pipeline.h"

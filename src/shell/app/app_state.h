@@ -29,8 +29,8 @@ struct ThemePort;
 
 // All state of the window's side of the program that is not kept between runs.
 struct AppState {
-  // `engine` outlives the state.
-  explicit AppState(EnginePort& engine) : search(engine) {}
+  // Both ports outlive the state.
+  AppState(EnginePort& engine, ShellPort& shell) : search(engine, shell) {}
   AppState(const AppState&) = delete;
   AppState& operator=(const AppState&) = delete;
 

@@ -2,6 +2,7 @@
 
 #include "config/translate.h"
 #include "platform/format.h"
+#include "shell/actions/shell_paths.h"
 
 namespace quilmark {
 
@@ -9,22 +10,6 @@ namespace {
 
 constexpr std::u16string_view kTaskName = u"Quilmark_AutoStart";
 constexpr uint32_t kAskMs = 10'000, kCreateMs = 15'000, kDeleteMs = 10'000;
-
-// As it is without a blank, a tab or a quotation mark. Backslashes count double before a quotation mark
-// and at the end.
-std::u16string Quoted(std::u16string_view argument) {
-  if (argument.find_first_of(u" \t\"") == std::u16string_view::npos) return std::u16string(argument);
-  std::u16string quoted = u"\"";
-  size_t backslashes = 0;
-  for (const char16_t unit : argument) {
-    if (unit == u'"') quoted.append(backslashes + 1, u'\\');
-    backslashes = unit == u'\\' ? backslashes + 1 : 0;
-    quoted.push_back(unit);
-  }
-  quoted.append(backslashes, u'\\');
-  quoted.push_back(u'"');
-  return quoted;
-}
 
 bool HasTask(AutostartPort& port) {
   const ToolRun run = port.RunScheduler({u"/Query", u"/TN", std::u16string(kTaskName)}, kAskMs);
@@ -64,7 +49,7 @@ void Disable(AutostartPort& port, WindowPort& window, bool hasTask) {
 
 std::u16string CommandLineOf(std::u16string_view program, const std::vector<std::u16string>& arguments) {
   std::u16string line = u"\"" + std::u16string(program) + u"\"";
-  for (const std::u16string& argument : arguments) line += u" " + Quoted(argument);
+  for (const std::u16string& argument : arguments) line += u" " + QuotePathForShell(argument);
   return line;
 }
 

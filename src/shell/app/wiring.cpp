@@ -9,6 +9,7 @@
 #include "index/life/volume_life.h"
 #include "search/attributes/attr_cache_file.h"
 #include "search/results/search_session.h"
+#include "shell/actions/late_shell.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/app/engine_messages.h"
 #include "shell/search/thumbnails.h"
@@ -52,7 +53,8 @@ struct ProgramEngine final : EnginePort {
 // the icons.
 struct Program {
   ProgramEngine engine;
-  AppState app{engine};
+  LateShell shell;
+  AppState app{engine, shell};
 };
 
 // Never destroyed: a job may load thumbnails until the end.
@@ -97,9 +99,10 @@ void StartEngine(AppState& app) {
   (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
-void WireProgram(AppState& app, WindowPort& window, IconSource& icons) {
+void WireProgram(AppState& app, WindowPort& window, const SystemParts& system) {
   TheProgram().engine.window = &window;
-  WireIcons(app, TheProgram().engine, icons);
+  TheProgram().shell.real = &system.shell;
+  WireIcons(app, TheProgram().engine, system.icons);
   WireAttributes();
   WireSearch(app, window);
 }

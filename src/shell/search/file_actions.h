@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "shell/search/search_view.h"
 
@@ -20,14 +22,21 @@ enum class FileAction : uint8_t {
   kRecycle = 8,
 };
 
-// Does it with the chosen rows; nothing where none is chosen. May show windows of its own before it
-// returns.
+// Does it with the chosen rows; nothing where none is chosen, where the first has no path, and while
+// another action runs. Rows without a path are passed over. May show windows of its own, and hand out
+// messages, before it returns.
 Effects RunFileAction(SearchView& view, const ViewContext& context, FileAction action);
 
-// Drags the chosen files until the mouse lets them go.
+// Has the list follow a deletion of these paths: repeats the search at the same place of the list, or
+// takes the rows out of the results of a content query.
+void RemovePathsFromResults(SearchView& view, const ViewContext& context,
+                            const std::vector<std::u16string>& paths);
+
+// Drags the chosen files until the mouse lets them go. isTaken is false where no drag came about.
 Effects BeginFileDrag(SearchView& view, const ViewContext& context);
 
-// Opens the system's own menu for the chosen files at the mouse.
+// Opens the system's own menu at the mouse for the first of the chosen files, and for those of them that
+// lie in its folder.
 Effects ShowSystemContextMenu(SearchView& view, const ViewContext& context);
 
 }  // namespace quilmark

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "shell/actions/rename_index.h"
+#include "shell/actions/shell_port.h"
 #include "shell/list/icon_cache.h"
 #include "shell/list/repaint_request.h"
 #include "shell/search/engine_port.h"
@@ -45,8 +46,8 @@ struct Renaming {
 // The state of the search view, and its answers to events, which other files of this room give.
 // Interface thread, but for what is atomic.
 struct SearchView final : View {
-  // `port` outlives the view.
-  explicit SearchView(EnginePort& port) : engine(port) {}
+  // Both ports outlive the view.
+  SearchView(EnginePort& enginePort, ShellPort& shellPort) : engine(enginePort), shell(shellPort) {}
 
   std::vector<ControlSpec> Controls() override;
   std::vector<ControlPlace> Layout(const ViewContext& context) override;
@@ -76,6 +77,7 @@ struct SearchView final : View {
   Rect ListArea(const ViewContext& context) const override;
 
   EnginePort& engine;
+  ShellPort& shell;
   IconCache* icons = nullptr;  // outlives the view; null: rows have no icons
 
   // Box and bar.
@@ -92,7 +94,8 @@ struct SearchView final : View {
   bool thumbDragging = false;
   ListState list;
   std::optional<Renaming> renaming;
-  uint64_t renamings = 0;       // begun so far
+  uint64_t renamings = 0;  // begun so far
+  bool isActing = false;   // on files: what comes in while the shell is asked begins no other action
   int32_t pathColumnWidth = 0;  // as fitted to the rows in view; the stored width is its least
 
   // Results.

@@ -9,6 +9,7 @@
 
 #include "index/build/ntfs_volume.h"
 #include "index/engine/search_engine.h"
+#include "index/tables/presumed_gone.h"
 #include "platform/bytes.h"
 #include "platform/files.h"
 #include "platform/usn_record.h"
@@ -85,6 +86,42 @@ TEST_F(JournalBlock, ChildrenOfADeletedFolderStayUntilTheJournalReportsThem) {
 
   EXPECT_EQ(RecordOf(41).deleted, 0u);
   EXPECT_EQ(PathOf(41), u"N:\\Docs\\a.txt");
+}
+
+// The program has deleted the folder, and knew it at once.
+TEST_F(JournalBlock, NewsOfWhatIsKnownToBeGoneChangesNothing) {
+  PresumeGone(volume, std::vector{IndexOfFrn(volume, 40)});
+  ASSERT_EQ(volume.deletedCount, 3u);
+  ApplyJournalBlock(volume, UsnBlockBuilder()
+                                .Record(41, 40, u"a.txt", kDelete)
+                                .Record(42, 40, u"b.txt", kDelete)
+                                .Record(40, kRoot, u"Docs", kDelete, kFileAttributeDirectory));
+  EXPECT_EQ(volume.deletedCount, 3u);
+  EXPECT_TRUE(volume.presumedGone.with.empty());
+  EXPECT_TRUE(volume.presumedGone.below.empty());
+}
+
+TEST_F(JournalBlock, AFolderInTheRecycleBinIsFoundThereWithAllThatItHolds) {
+  PresumeGone(volume, std::vector{IndexOfFrn(volume, 40)});
+  ApplyJournalBlock(volume, UsnBlockBuilder()
+                                .Record(42, 40, u"b.txt", kDelete)
+                                .Record(40, kRoot, u"Docs", kOldName, kFileAttributeDirectory)
+                                .Record(40, 50, u"$RQ", kNewName, kFileAttributeDirectory));
+  EXPECT_EQ(volume.deletedCount, 1u);
+  EXPECT_EQ(RecordOf(42).deleted, 1u) << "was not in it any more";
+  EXPECT_EQ(PathOf(41), u"N:\\Other\\$RQ\\a.txt");
+  // And back again.
+  ApplyJournalBlock(volume,
+                    UsnBlockBuilder().Record(40, kRoot, u"Docs", kNewName, kFileAttributeDirectory));
+  EXPECT_EQ(PathOf(41), u"N:\\Docs\\a.txt");
+  EXPECT_EQ(RecordOf(41).deleted, 0u);
+}
+
+TEST_F(JournalBlock, AFileThatIsKnownToBeGoneLivesWhereTheJournalNamesIt) {
+  PresumeGone(volume, std::vector{IndexOfFrn(volume, 41)});
+  ApplyJournalBlock(volume, UsnBlockBuilder().Record(41, 50, u"$RA.txt", kNewName));
+  EXPECT_EQ(RecordOf(41).deleted, 0u);
+  EXPECT_EQ(PathOf(41), u"N:\\Other\\$RA.txt");
 }
 
 TEST_F(JournalBlock, AFileThatIsRenamedTwiceEndsWithTheLastName) {

@@ -74,9 +74,5 @@ TEST(RecentFile, WhatNoReaderWouldTakeIsNotWritten) {
             u"1\tC:\\a\n");
 }
 
-TEST(RecentFile, PathsCompareWithoutCaseAndKindOfSlash) {
-  EXPECT_EQ(ComparablePath(u"C:/Dir\\ÄB.txt"), u"c:\\dir\\äb.txt");
-}
-
 }  // namespace
 }  // namespace quilmark

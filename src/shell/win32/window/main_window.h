@@ -16,6 +16,7 @@
 #include "shell/win32/system/app_icons.h"
 #include "shell/win32/system/foreign_messages.h"
 #include "shell/win32/system/system_services.h"
+#include "shell/win32/system/system_shell.h"
 #include "shell/win32/system/tray_icon.h"
 
 namespace quilmark {
@@ -111,6 +112,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   WindowIcons icons;
   TrayIcon tray;
   SystemServices services{tray};
+  SystemShell shell;
   ForeignMessages foreign;
   UniqueBrush classBrush;     // of the window's class
   UniqueBrush well;           // inside the edits

@@ -15,6 +15,7 @@
 #include "shell/win32/controls/edit_keys.h"
 #include "shell/win32/system/foreground_file.h"
 #include "shell/win32/system/system_calls.h"
+#include "shell/win32/system/system_menu.h"
 #include "shell/win32/system/tray_menu.h"
 #include "shell/win32/window/main_window.h"
 #include "shell/win32/window/scroll_messages.h"
@@ -89,8 +90,19 @@ Outcome OnSystemColors(AppState&, MainWindow& window, const Message&) {
   return std::nullopt;
 }
 
+// Of the open menu of the system, or nobody's.
+Outcome OnMenuMessage(AppState&, MainWindow&, const Message& message) {
+  return OfferToSystemMenu(message.number, message.wParam, message.lParam);
+}
+
 Outcome OnControlMessage(AppState&, MainWindow& window, const Message& message) {
   return window.controls.TakeMessage(message.number, message.wParam, message.lParam);
+}
+
+// Of a menu or of a control.
+Outcome OnOwnerDrawn(AppState& app, MainWindow& window, const Message& message) {
+  const Outcome ofMenu = OnMenuMessage(app, window, message);
+  return ofMenu ? ofMenu : OnControlMessage(app, window, message);
 }
 
 Outcome OnSysCommand(AppState& app, MainWindow& window, const Message& message) {
@@ -262,8 +274,10 @@ constexpr MessageRow kMessageRows[] = {
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
     {WM_ERASEBKGND, OnEraseBackground},
-    {WM_DRAWITEM, OnControlMessage},
-    {WM_MEASUREITEM, OnControlMessage},
+    {WM_DRAWITEM, OnOwnerDrawn},
+    {WM_MEASUREITEM, OnOwnerDrawn},
+    {WM_INITMENUPOPUP, OnMenuMessage},
+    {WM_MENUCHAR, OnMenuMessage},
     {WM_DISPLAYCHANGE, OnDisplayChange},
     {WM_SYSCOLORCHANGE, OnSystemColors},
     {WM_SETTINGCHANGE, OnSystemColors},

@@ -58,7 +58,8 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
-  WireProgram(app, window, TheShellIcons());
+  window.shell.Open(handle);
+  WireProgram(app, window, {window.shell, TheShellIcons()});
   window.MakeControls();
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
