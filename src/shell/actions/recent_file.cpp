@@ -1,6 +1,5 @@
 #include "shell/actions/recent_file.h"
 
-#include <algorithm>
 #include <limits>
 #include <set>
 #include <utility>
@@ -60,12 +59,6 @@ std::u16string RecentOpensText(const std::vector<RecentOpenEntry>& entries) {
     if (!entry.path.empty() && IsReadable(entry, line)) text += line;
   }
   return text;
-}
-
-std::u16string ComparablePath(std::u16string_view path) {
-  std::u16string comparable = FoldText(path);
-  std::replace(comparable.begin(), comparable.end(), u'/', u'\\');
-  return comparable;
 }
 
 }  // namespace quilmark

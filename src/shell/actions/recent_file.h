@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/actions/comparable_path.h"
+
 namespace quilmark {
 
 struct VolumeIndex;
@@ -33,8 +35,5 @@ std::vector<RecentOpenEntry> ReadRecentOpens(std::u16string_view text);
 // The text of the file for `entries`. One without a path is left out, and one that no reader would take
 // as it is: with a line end in it, or too long.
 std::u16string RecentOpensText(const std::vector<RecentOpenEntry>& entries);
-
-// The path as it is compared with others: slashes turned to backslashes, folded.
-std::u16string ComparablePath(std::u16string_view path);
 
 }  // namespace quilmark

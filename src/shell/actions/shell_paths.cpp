@@ -1,7 +1,5 @@
 #include "shell/actions/shell_paths.h"
 
-#include <algorithm>
-
 #include "platform/text.h"
 
 namespace quilmark {
@@ -74,12 +72,6 @@ std::vector<std::u16string> SiblingsOfFirst(const std::vector<std::u16string>& p
     if (folder && other && EqualNoCase(*folder, *other)) siblings.push_back(*path);
   }
   return siblings;
-}
-
-std::u16string ComparablePath(std::u16string_view path) {
-  std::u16string comparable = FoldText(path);
-  std::replace(comparable.begin(), comparable.end(), u'/', u'\\');
-  return comparable;
 }
 
 bool IsBelow(std::u16string_view path, std::u16string_view folder) {

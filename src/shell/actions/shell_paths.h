@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/actions/comparable_path.h"
+
 namespace quilmark {
 
 // The path as one argument of a command line: as it is if it holds no blank, tab or quotation mark, else
@@ -21,9 +23,6 @@ std::u16string SelectArguments(std::u16string_view path);
 
 // The first path, and those of the others that lie in the same folder, whatever their case.
 std::vector<std::u16string> SiblingsOfFirst(const std::vector<std::u16string>& paths);
-
-// The path in the one form in which paths are compared: backslashes, lower case.
-std::u16string ComparablePath(std::u16string_view path);
 
 // True if the path lies below the folder, at any depth. Both are in the form of ComparablePath.
 bool IsBelow(std::u16string_view path, std::u16string_view folder);
