@@ -5,7 +5,7 @@ set(tests_pattern "*.cpp")
 set(tested_layers platform config canvas index search shell cli)
 if(QUILMARK_SANITIZER STREQUAL "thread")
   set(tests_pattern "*_concurrency_test.cpp")
-  set(tested_layers platform index search)
+  set(tested_layers platform index search shell)
 endif()
 
 file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")
@@ -103,7 +103,7 @@ if("search" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
 endif()
 
 # tests/shell/allocation_count.cpp counts what is taken from the heap.
-if("shell" IN_LIST tested_layers)
+if("shell" IN_LIST tested_layers AND NOT QUILMARK_SANITIZER STREQUAL "thread")
   foreach(operator _Znw _Zna)
     target_link_options(shell_tests PRIVATE "LINKER:--wrap=${operator}$<IF:$<BOOL:${WIN32}>,y,m>")
   endforeach()
@@ -126,6 +126,16 @@ if(WIN32)
   add_dependencies(quilmark_test_support quilmark_test_volume)
 endif()
 
+# What the tests under Wine run in the place of a tool of the system.
+if(WIN32)
+  add_executable(quilmark_stand_in_tool tests/window/program/stand_in_tool.cpp)
+  set_target_properties(quilmark_stand_in_tool PROPERTIES OUTPUT_NAME stand-in-tool)
+  target_link_libraries(quilmark_stand_in_tool PRIVATE shell32)
+  target_link_options(quilmark_stand_in_tool PRIVATE -static)
+  quilmark_compile_as_test(quilmark_stand_in_tool)
+  add_dependencies(shell_tests quilmark_stand_in_tool)
+endif()
+
 # The window, driven from outside, and the program that it is driven in: ours, with a way to ask for its state.
 if(WIN32)
   quilmark_window_program(quilmark_window_test Quilmark-test tests/window/program/main.cpp
@@ -141,7 +151,7 @@ if(WIN32)
   add_library(quilmark_window_driver STATIC tests/window/window_program.cpp tests/window/png.cpp)
   target_link_libraries(quilmark_window_driver PUBLIC quilmark_test_support quilmark_shell gdiplus)
   quilmark_compile_as_test(quilmark_window_driver)
-  add_dependencies(quilmark_window_driver quilmark_window_test quilmark_window)
+  add_dependencies(quilmark_window_driver quilmark_window_test quilmark_window quilmark_stand_in_tool)
   file(GLOB window_sources CONFIGURE_DEPENDS "tests/window/*_test.cpp")
   quilmark_test_program(window_tests LAYERS shell SOURCES ${window_sources})
   target_link_libraries(window_tests PRIVATE quilmark_window_driver)

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "canvas/fonts.h"
+#include "canvas/icon_image.h"
 #include "canvas/rect.h"
 #include "config/palette.h"
 
@@ -68,6 +69,9 @@ class Canvas {
   // line that begins at the left and is cut at its end, and in no other.
   virtual void Text(const Rect& rect, std::u16string_view text, const TextStyle& style,
                     const Marks& marks = {}) = 0;
+
+  // Draws the icon over what is there, as large as the rectangle has room for and in its middle.
+  virtual void Icon(const Rect& rect, const IconImage& icon) = 0;
 
   // Keeps drawing within a place, and within those before it, until it is popped.
   virtual void PushClip(const Rect& rect) = 0;

@@ -42,8 +42,8 @@ std::u16string PerfMetricLine(const LocalTime& time, std::u16string_view text);
 std::u16string GdiStateLine(const LocalTime& time, const GuiResourceCounts& counts,
                             std::u16string_view text);
 
-// Where LogGdiState writes: in `tempFolder`, and elsewhere if the system names none or its path is too
-// long.
+// Where LogGdiState writes: in `tempFolder`, which ends with a backslash, or in the current folder
+// (".\") if the system names none or its path has more than 258 units.
 std::u16string GdiLogPath(const std::optional<std::u16string>& tempFolder);
 
 }  // namespace quilmark

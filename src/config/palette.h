@@ -53,7 +53,7 @@ struct UiColorRole {
   Color Palette::*entry;
 };
 
-// All of them, in the order of their list.
+// All of them. ColorOverrides and the presets go by their order.
 extern const std::array<UiColorRole, kColorRoles> kUiColorRoles;
 
 // What the user chose, by the order of kUiColorRoles. A colour counts where it is set.

@@ -21,7 +21,8 @@ struct UiColorPreset {
 inline constexpr int kUiColorPresets = 10;
 extern const std::array<UiColorPreset, kUiColorPresets> kUiColorPresetRows;
 
-// Index of the preset that the user took last; -1: none. It is not kept between runs.
+// Index of the preset that the user took last; -1: none since the start of the program or the latest
+// ResetUiColors. It is not kept between runs.
 extern int activePreset;
 
 // The overrides of a file's text: one "key=RRGGBB" a line, keys in any case; lines that do not fit are
@@ -38,10 +39,12 @@ void LoadUiColors();
 // Writes CurrentOverrides to that file. A save that fails is lost.
 void SaveUiColors();
 
-// Takes all overrides back and saves. The palette stays as it is until ApplyColorOverrides.
+// Takes all overrides back, sets activePreset to -1 and saves. The palette stays as it is until
+// ApplyThemeDefaults.
 void ResetUiColors();
 
-// Overrides every role by a preset and saves. False for an index that has no preset. `mode` of the
+// Overrides every role by a preset, sets activePreset and saves. The palette stays as it is until
+// ApplyColorOverrides. False, with nothing changed, for an index that has no preset. `mode` of the
 // preset is the caller's to follow.
 [[nodiscard]] bool TakeUiColorPreset(int index);
 

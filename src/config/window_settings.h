@@ -34,7 +34,7 @@ struct WindowSettings {
   bool operator==(const WindowSettings&) const = default;
 };
 
-// In pixels; at which scale says whoever uses it.
+// In pixels. Whatever takes or gives one tells at which scale.
 struct WindowSize {
   int width = 0;
   int height = 0;
@@ -62,8 +62,8 @@ void ReadWindowSettings(std::u16string_view text, WindowSize& size, WindowSettin
 std::u16string WindowSettingsText(const WindowSettings& settings, const WindowPlacement& placement);
 
 // Sets CurrentWindowSettings from the file in the configuration directory, or to the defaults without a
-// file, and gives the size of the window, or `usual` where the file names none. `usual` is at 96 dpi, all
-// else scaled to `dpi` (0 counts as 96).
+// file, and gives the size of the window, or `usual` where the file names none. `usual` is at 96 dpi,
+// all else scaled to `dpi` (0 counts as 96).
 [[nodiscard]] WindowSize LoadWindowSettings(WindowSize usual, int dpi);
 
 // Writes the file from CurrentWindowSettings. Does nothing without a placement: no window, or one that

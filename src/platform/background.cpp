@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "platform/detached_thread.h"
 
@@ -51,6 +52,23 @@ void LogException(const char* name, const char* what) noexcept try {
 } catch (...) {
 }
 
+// What the thread's job is to undo at its end; null where the thread runs none.
+thread_local std::vector<void (*)()>* undoAtEnd = nullptr;
+
+class EndOfJob {
+ public:
+  EndOfJob() { undoAtEnd = &undo_; }
+  ~EndOfJob() {
+    undoAtEnd = nullptr;
+    for (; !undo_.empty(); undo_.pop_back()) undo_.back()();
+  }
+  EndOfJob(const EndOfJob&) = delete;
+  EndOfJob& operator=(const EndOfJob&) = delete;
+
+ private:
+  std::vector<void (*)()> undo_;
+};
+
 // `work` is destroyed here, so that nothing of it lives on when the job is counted out.
 void RunGuarded(const char* name, std::function<void()> work) noexcept {
   try {
@@ -77,7 +95,10 @@ bool RunBackground(const char* name, std::function<void()> work) {
   CountJobIn();
   try {
     const bool isStarted = StartDetachedThread(name, [name, work = std::move(work)]() mutable {
-      RunGuarded(name, std::move(work));
+      {
+        const EndOfJob end;
+        RunGuarded(name, std::move(work));
+      }
       CountJobOut();
     });
     if (!isStarted) EndWithoutThread(name);
@@ -87,6 +108,12 @@ bool RunBackground(const char* name, std::function<void()> work) {
     CountJobOut();
     return false;
   }
+}
+
+bool AtEndOfJob(void (*undo)()) {
+  if (undoAtEnd == nullptr) return false;
+  undoAtEnd->push_back(undo);
+  return true;
 }
 
 bool SingleJob::Start(const char* name, std::function<void()> work, std::function<void()> whenAsked) {

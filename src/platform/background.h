@@ -14,6 +14,11 @@ namespace quilmark {
 // the way; `work` then did not run. The result may be dropped where nobody waits for the work.
 bool RunBackground(const char* name, std::function<void()> work);
 
+// Has `undo` called on this thread when the job that runs on it has ended, the latest first: for what a
+// thread of the system is to give back before it ends. False, and nothing is called, on a thread that
+// runs no job.
+bool AtEndOfJob(void (*undo)());
+
 // A job of which one runs at a time. Lives as long as the process, or until WaitForBackgroundJobs says
 // that none runs. Any thread.
 class SingleJob {

@@ -9,7 +9,8 @@ namespace quilmark {
 // Milliseconds since some fixed moment, never going back.
 uint64_t TickMs();
 
-// Holds the calling thread for `ms` milliseconds at least; nothing ends it sooner (see Pause).
+// Holds the calling thread for `ms` milliseconds or longer. On Windows it may be one tick of the
+// system's clock (16 ms) less. No other thread can end it (see Pause).
 void SleepMs(uint32_t ms);
 
 // 100 ns steps since 1601-01-01 UTC, as in Windows' FILETIME.

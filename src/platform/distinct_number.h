@@ -14,7 +14,7 @@ template <typename Kind>
 struct DistinctNumber {
   uint64_t value = 0;
 
-  constexpr DistinctNumber() = default;  // 0
+  constexpr DistinctNumber() = default;  // the number 0
   constexpr explicit DistinctNumber(uint64_t number) : value(number) {}
   friend constexpr auto operator<=>(const DistinctNumber&, const DistinctNumber&) = default;
 };

@@ -43,7 +43,7 @@ bool HasDriveRoot(char16_t letter);
 struct VolumeInfo {
   std::u16string fileSystem;  // "NTFS", "FAT32", "ext4", ...
   std::u16string label;       // empty: none
-  uint32_t serial = 0;        // another one for another volume
+  uint32_t serial = 0;        // as the system tells it, or of a folder's identity; copies share it
 };
 
 // The file system whose volumes are read by their records.

@@ -14,7 +14,7 @@
 
 namespace quilmark {
 
-// One name of a listing. There are as many as the largest folder has.
+// One name of a listing. Kept small, as a listing has one for each name of its folder.
 struct FolderEntry {
   uint32_t nameOffset = 0;  // into FolderListing::names
   uint16_t nameLength = 0;  // UTF-16 units

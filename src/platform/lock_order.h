@@ -5,7 +5,7 @@
 
 namespace quilmark {
 
-// Whether the functions below check anything: in debug builds.
+// Whether OrderedLock calls the functions below: in debug builds.
 #ifdef QUILMARK_DEBUG
 inline constexpr bool kChecksLockOrder = true;
 #else
@@ -16,10 +16,12 @@ inline constexpr bool kChecksLockOrder = false;
 // Called before a wait.
 void RequireLockOrder(const OrderedLock& lock);
 
-// Counts a lock of the calling thread; called right after it was taken.
+// Counts a lock of the calling thread; called right after it was taken. Ends the program with a report
+// if the thread holds 64 others.
 void NoteLockTaken(const OrderedLock& lock);
 
-// Called right before it is given back, by the thread that took it.
+// Called right before it is given back, by the thread that took it. Ends the program with a report if
+// the thread does not hold it.
 void NoteLockReleased(const OrderedLock& lock);
 
 }  // namespace quilmark

@@ -28,12 +28,13 @@ class OrderedLock {
   OrderedLock(const OrderedLock&) = delete;
   OrderedLock& operator=(const OrderedLock&) = delete;
 
-  // Exclusive: waits, tries (false if another thread has it), gives back.
+  // Exclusive: waits, tries (false if another thread has it in either way), gives back.
   void lock();
   [[nodiscard]] bool try_lock();
   void unlock();
 
-  // Shared, likewise.
+  // Shared: waits, tries, gives back. A try is false if another thread has it exclusively, and may be
+  // false if one waits to.
   void lock_shared();
   [[nodiscard]] bool try_lock_shared();
   void unlock_shared();

@@ -87,7 +87,7 @@ class Published {
     return true;
   }
 
-  // Those of the latest Supersede.
+  // The ticket of the latest Supersede, and its number; 0 before the first.
   Ticket Latest() const { return generation_.Latest(); }
   uint64_t Number() const { return generation_.Number(); }
 

@@ -9,8 +9,8 @@
 
 namespace quilmark {
 
-// Units of the longest piece that TextLines hands out, its line end included: a buffer of 256 and its
-// NUL.
+// Units of the longest piece that TextLines hands out, its line end included: a buffer of 256 units less
+// its NUL.
 inline constexpr size_t kTextLineLimit = 255;
 
 // The text of a file's bytes: a UTF-8 mark is skipped, a UTF-16 little-endian mark switches to UTF-16,

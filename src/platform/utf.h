@@ -35,7 +35,7 @@ std::string ToUtf8(std::u16string_view text);
 // Appends the name to `out`. ToHostBytes(FromHostBytes(x)) == x for any bytes.
 void AppendFromHostBytes(std::string_view bytes, std::u16string& out);
 
-// The name alone.
+// The name of these bytes.
 std::u16string FromHostBytes(std::string_view bytes);
 
 // The reverse. A lone surrogate outside 0xDC80-0xDCFF and 0xDC5C gives the bytes of U+FFFD.

@@ -52,13 +52,15 @@ struct ControlBuffer {
 };
 
 // While it lives the system tells a window what others want to do with the volume of a device. It
-// outlives the device: whether they did it is told after the device was closed for them.
+// outlives the device, since whether they did it is told after the device was closed for them; where the
+// letter is gone it ends first.
 struct DeviceNotice {
   virtual ~DeviceNotice() = default;  // ends it
   uintptr_t id = 0;                   // what the window is told with each event (dbch_hdevnotify)
 };
 
-// Any thread may call Cancel and Close while one thread is in Control or ReadAt.
+// Any thread may call everything here. Cancel and Close act on a call in progress on another thread; any
+// other call may wait for its end.
 struct VolumeDevice {
   // How a call ended.
   struct Reply {
@@ -72,8 +74,9 @@ struct VolumeDevice {
   virtual Reply Control(uint32_t code, std::span<const std::byte> input,
                         std::span<std::byte> output) = 0;
 
-  // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer only at its end. A device of
-  // Windows wants both in whole sectors.
+  // Reads up to buffer.size() bytes at byte `offset` of the volume; fewer at its end and, with error 0
+  // as well, where the raw bytes of a volume cannot be read. A device of Windows wants both in whole
+  // sectors.
   [[nodiscard]] virtual Reply ReadAt(ByteOffset offset, std::span<std::byte> buffer) = 0;
 
   // Size and dates of the file that `reference` names, from the records of the volume. Empty where the
@@ -88,15 +91,18 @@ struct VolumeDevice {
     return nullptr;
   }
 
-  // Makes a call in progress end with error 995. No effect on later calls.
+  // Makes a Control in progress, and a ReadAt of a device of Windows, end with error 995. No effect on
+  // later calls.
   virtual void Cancel() = 0;
 
-  // Gives the device back to the system; a call in progress is cancelled first, later calls give error
-  // 6. Returns 0 or an error code, which may be dropped: the device is closed all the same.
+  // Gives a device of Windows back to the system; the source of raw bytes stays open until this object
+  // ends. A call in progress is cancelled first; later calls give error 6, or nothing where they give no
+  // error code. Returns 0 or an error code, which may be dropped: nobody can use the device any more.
   virtual uint32_t Close() = 0;
 };
 
-// Only what may write can create a change journal.
+// What a device is opened for. One of Windows creates a change journal for kReadWrite alone. Raw bytes
+// are opened for kRead alone, and create an empty journal in memory.
 enum class VolumeAccess { kReadWrite, kRead };
 
 // Opens the volume of `drive` ("X:"): "\\.\X:" on Windows, and the raw bytes where the letter is mapped

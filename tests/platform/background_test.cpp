@@ -50,6 +50,22 @@ TEST(Background, AnExceptionWithoutAReasonGoesToTheLogByName) {
   EXPECT_EQ(log.lines, (std::vector<std::string>{"do_sort", "unknown"}));
 }
 
+std::string undone;
+
+TEST(Background, WhatAThreadIsToGiveBackGoesWhenItsJobHasEnded) {
+  undone.clear();
+  ASSERT_TRUE(RunBackground("do_sort", [] {
+    EXPECT_TRUE(AtEndOfJob([] { undone += 'a'; }));
+    EXPECT_TRUE(AtEndOfJob([] { undone += 'b'; }));
+    EXPECT_EQ(undone, "");
+    throw 42;
+  }));
+  ASSERT_TRUE(WaitForBackgroundJobs(kLongMs));
+  EXPECT_EQ(undone, "ba") << "the latest first, and once";
+  EXPECT_FALSE(AtEndOfJob([] { undone += 'c'; })) << "this thread runs no job";
+  EXPECT_EQ(undone, "ba");
+}
+
 TEST(Background, AnExceptionWithoutALogIsDropped) {
   ASSERT_TRUE(RunBackground("do_sort", [] { throw std::runtime_error("unheard"); }));
   EXPECT_TRUE(WaitForBackgroundJobs(kLongMs));

@@ -22,7 +22,7 @@ TEST(FileRewrite, AFileThatIsNotThereIsMadeAndAFolderIsNone) {
   const auto file = OpenForRewrite(folder.PathOf(u"new"));
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(file->sizeBytes, 0u);
-  EXPECT_EQ(OpenForRewrite(folder.PathOf(u"")), nullptr);
+  EXPECT_EQ(OpenForRewrite(folder.Path()), nullptr);
   EXPECT_EQ(OpenForRewrite(folder.PathOf(u"missing\\file")), nullptr);
 }
 

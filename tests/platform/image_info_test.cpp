@@ -36,13 +36,17 @@ TEST(ImageInfo, TellsTheLabelAndTheLowHalfOfTheSerial) {
 TEST(ImageInfo, ALabelEndsAfter32Units) {
   ScratchFolder folder;
   folder.MakeFile("disk.img", ImageWithLabel(std::u16string(40, u'x')));
-  EXPECT_EQ(VolumeInfoOfImage(folder.PathOf(u"disk.img"))->label, std::u16string(32, u'x'));
+  const auto info = VolumeInfoOfImage(folder.PathOf(u"disk.img"));
+  ASSERT_TRUE(info.has_value());
+  EXPECT_EQ(info->label, std::u16string(32, u'x'));
 }
 
 TEST(ImageInfo, AVolumeWithoutALabelHasAnEmptyOne) {
   ScratchFolder folder;
   folder.MakeFile("disk.img", NtfsVolumeBuilder().File(30, kRoot, u"a.txt").Image());
-  EXPECT_EQ(VolumeInfoOfImage(folder.PathOf(u"disk.img"))->label, u"");
+  const auto info = VolumeInfoOfImage(folder.PathOf(u"disk.img"));
+  ASSERT_TRUE(info.has_value());
+  EXPECT_EQ(info->label, u"");
 }
 
 TEST(ImageInfo, WhatIsNoVolumeHasNone) {

@@ -20,7 +20,13 @@ namespace quilmark {
 struct RecordingEngine : EnginePort {
   void RequestAttributes(std::shared_ptr<const ResultSet>, RowRange range) override {
     requested.push_back(range);
+    asked.push_back("attributes");
   }
+  void RequestThumbnails(std::shared_ptr<const ResultSet>, RowRange range, int size) override {
+    pictured.emplace_back(range, size);
+    asked.push_back("thumbnails");
+  }
+  bool IsLoadingThumbnails() override { return isLoadingThumbnails; }
   bool ShowsStale(const ResultSet&, RowRange) override { return showsStale; }
   void RefreshFilter(FilterSettings settings) override {
     ++filtered;
@@ -45,8 +51,11 @@ struct RecordingEngine : EnginePort {
   void LookForVolumesLater() override { ++looks; }
 
   std::vector<RowRange> requested;
+  std::vector<std::pair<RowRange, int>> pictured;  // with the size
+  std::vector<std::string> asked;                  // which of both, in their order
   std::optional<HeldJob> prewarming;
-  bool showsStale = false, filters = false, runsSorts = false, prewarmRuns = false;
+  bool isLoadingThumbnails = false, showsStale = false, filters = false, runsSorts = false,
+       prewarmRuns = false;
   int filtered = 0, recounts = 0, prewarms = 0, autosaves = 0, looks = 0;
   FilterCounts counts;
   std::vector<std::pair<int, Direction>> sorts;
@@ -129,7 +138,6 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void RemoveTrayIcon() override { calls.push_back("RemoveTrayIcon"); }
   void UnregisterHotkeys() override { calls.push_back("UnregisterHotkeys"); }
   void ReleaseBrushes() override { calls.push_back("ReleaseBrushes"); }
-  void ReleaseIcons() override { calls.push_back("ReleaseIcons"); }
   void ReleaseBackBuffer() override { calls.push_back("ReleaseBackBuffer"); }
   void ReleaseFonts() override { calls.push_back("ReleaseFonts"); }
   void QuitMessageLoop() override { calls.push_back("QuitMessageLoop"); }

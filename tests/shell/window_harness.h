@@ -10,6 +10,7 @@
 #include "shell/actions/recent_opens.h"
 #include "shell/app/app_state.h"
 #include "shell/recording_shell.h"
+#include "shell/recording_system.h"
 #include "shell/recording_window.h"
 #include "shell/view/window_ids.h"
 #include "support/search_harness.h"
@@ -23,6 +24,7 @@ struct WindowHarness {
     app.clientWidth = 1'100;
     app.clientHeight = 700;
     app.mainWindow = search.queue.Target();
+    app.system = &system;
     CurrentWindowSettings = {};
     FollowNewResults(KeepFiltered::kNo, 0);
     TheSearch().ActiveCategory = 0;
@@ -64,6 +66,7 @@ struct WindowHarness {
   TableMeasure fonts{96};
   RecordingEngine engine;
   RecordingShell shell;
+  RecordingSystem system;
   AppState app{engine, shell};
   RecordingWindow window{app};
 

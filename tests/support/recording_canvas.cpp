@@ -65,6 +65,12 @@ void RecordingCanvas::Text(const Rect& rect, std::u16string_view text, const Tex
   drawn.back().markText = marks.text;
 }
 
+void RecordingCanvas::Icon(const Rect& rect, const IconImage& icon) {
+  const size_t before = drawn.size();
+  Add(Drawn::kIcon, rect, 0);
+  if (drawn.size() > before) drawn.back().icon = &icon;
+}
+
 void RasterCanvas::Fill(const Rect& rect, Color color) {
   const Rect shown = Intersection(rect, Shown());
   for (int y = shown.top; y < shown.bottom; ++y) {
@@ -110,5 +116,7 @@ void RasterCanvas::Text(const Rect& rect, std::u16string_view text, const TextSt
     x += advance;
   }
 }
+
+void RasterCanvas::Icon(const Rect& rect, const IconImage& icon) { Fill(icon.PlaceIn(rect), 0x3366CC); }
 
 }  // namespace quilmark

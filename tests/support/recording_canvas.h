@@ -10,7 +10,7 @@
 namespace quilmark {
 
 struct Drawn {
-  enum Kind { kFill, kOutline, kText } kind = kFill;
+  enum Kind { kFill, kOutline, kText, kIcon } kind = kFill;
   Rect place;
   Rect shown;  // what of it the clip leaves
   Color color = 0;
@@ -18,6 +18,7 @@ struct Drawn {
   TextStyle style;
   std::vector<TextRange> marked;
   Color markGround = 0, markText = 0;
+  const IconImage* icon = nullptr;  // of an icon; alive as long as the test has it so
 };
 
 // Keeps the clips; the shapes are the heirs'.
@@ -44,6 +45,7 @@ class RecordingCanvas : public ClippingCanvas {
   void FillPolygon(std::span<const Point> points, Color color) override;
   void Text(const Rect& rect, std::u16string_view text, const TextStyle& style,
             const Marks& marks) override;
+  void Icon(const Rect& rect, const IconImage& icon) override;
 
   std::vector<Drawn> drawn;  // in their order; without what the clip leaves nothing of
 
@@ -51,7 +53,7 @@ class RecordingCanvas : public ClippingCanvas {
   void Add(Drawn::Kind kind, const Rect& rect, Color color);
 };
 
-// Each character is a box in a colour of its own.
+// Each character is a box in a colour of its own, and so is an icon.
 class RasterCanvas : public ClippingCanvas {
  public:
   RasterCanvas(const Rect& shown, const TextMeasure& fonts) : ClippingCanvas(shown), fonts_(fonts) {}
@@ -62,6 +64,7 @@ class RasterCanvas : public ClippingCanvas {
   void FillPolygon(std::span<const Point> points, Color color) override;
   void Text(const Rect& rect, std::u16string_view text, const TextStyle& style,
             const Marks& marks) override;
+  void Icon(const Rect& rect, const IconImage& icon) override;
 
   // Of a picture `width` pixels wide, made by whoever paints.
   std::vector<Color>* pixels = nullptr;

@@ -8,7 +8,7 @@ import unittest
 import rooms
 
 SHELL = rooms.Layer(rooms.SRC / "shell",
-                    ["view", "list", "actions", "search", "app", "win32/gdi", "win32/system", "win32/controls", "win32/window"])
+                    ["view", "list", "actions", "search", "settings", "app", "win32/gdi", "win32/system", "win32/controls", "win32/window"])
 INDEX = rooms.Layer(rooms.SRC / "index", ["device", "tables", "follow", "build", "engine", "life"])
 SEARCH = rooms.Layer(rooms.SRC / "search", ["query", "scan", "results", "attributes", "filter", "sort"])
 ENTRIES = {SHELL: ["win32/main.cpp"]}  # stand above all rooms

@@ -35,8 +35,9 @@ struct JournalRange {
 
 // Fills `output`, which may have any size, with the position behind what was looked at, and then the
 // records of versions 2 and 3 that are wanted, all in version 2. Error 1181 below the first record, 87
-// behind the last, 234 if not even one record has room, 995 once `cancelled` is set. A damaged record
-// costs the rest of its page of 4,096 bytes.
+// behind the last, 234 if the position or the first record has no room, 995 once `cancelled` is set. A
+// page of 4,096 bytes that cannot be read ends the block before it, and gives error 30 where no record
+// stands before it in the block. A damaged record costs the rest of its page.
 [[nodiscard]] VolumeDevice::Reply ReadChangeJournal(ByteSource& source, const ChangeJournal& journal,
                                                     const JournalRange& range,
                                                     std::span<std::byte> output,

@@ -24,8 +24,8 @@ struct RunCursor {
   bool malformed = false;
 };
 
-// The next run. Empty at the end mark, and with `malformed` set at a run that does not fit, is empty, or
-// lies before the volume's first cluster.
+// The next run. Empty at the end mark, at the end of the bytes where they have no mark, and with
+// `malformed` set at a run that does not fit, is empty, or lies before the volume's first cluster.
 [[nodiscard]] std::optional<DataRun> NextRun(RunCursor& cursor);
 
 }  // namespace quilmark

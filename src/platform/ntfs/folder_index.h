@@ -10,7 +10,8 @@
 namespace quilmark {
 
 // The reference of `name`, which must be ASCII and is compared without regard to case, in the folder of
-// record `folder`. Empty if it is not there, or stands in a block that is damaged.
+// record `folder`. Empty if it is not found: the search passes over a block that is damaged, and ends
+// at one that cannot be read, behind 16 MiB of blocks, and once the reader is cancelled.
 [[nodiscard]] std::optional<FileReference> FindInFolder(MftReader& reader, RecordNumber folder,
                                                         std::u16string_view name);
 

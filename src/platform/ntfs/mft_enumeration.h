@@ -36,8 +36,9 @@ struct MftEnumeration {
   }  // wraps below
 };
 
-// The file of record `number`; empty where there is none, where its record is damaged, and where the
-// reader was cancelled.
+// The file of record `number`; empty where there is none, and where its record is damaged. Once the
+// reader is cancelled it may be empty as well, or have the lesser of its names: the caller has to ask
+// IsCancelled.
 [[nodiscard]] std::optional<MftFile> FileAt(MftReader& reader, MftEnumeration& enumeration,
                                             RecordNumber number);
 

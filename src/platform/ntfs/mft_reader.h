@@ -46,7 +46,8 @@ struct MftReader {
 };
 
 // Finds the $MFT through the boot sector, or through the mirror where its first record is damaged. Empty
-// if this is no NTFS volume, neither can be read, or `cancelled` is set meanwhile.
+// if this is no NTFS volume, neither can be read, or `cancelled` is set meanwhile. `cancelled` stays in
+// the reader and must outlive it, unless it is replaced there.
 [[nodiscard]] std::optional<MftReader> OpenMft(std::unique_ptr<ByteSource> source,
                                                const std::atomic<bool>* cancelled = nullptr);
 
@@ -72,12 +73,13 @@ struct AttributeListCursor {
 // The next entry. Empty at the end and at an entry that does not fit, which costs the rest.
 [[nodiscard]] std::optional<ListedAttribute> NextListed(AttributeListCursor& cursor);
 
-// The value of the record's $ATTRIBUTE_LIST, resident or not; empty if it has none.
+// The value of the record's $ATTRIBUTE_LIST, resident or not: what of it can be read, at most 256 KiB.
+// Empty if the record has none, and if the runs of its list are damaged.
 [[nodiscard]] std::vector<std::byte> ReadAttributeList(MftReader& reader,
                                                        std::span<const std::byte> record);
 
 // The attribute of record `number` of this type and name, its parts in other records joined. Empty if
-// there is none or a part is missing.
+// there is none, a part is missing or damaged, or the reader was cancelled while it looked for parts.
 [[nodiscard]] std::optional<NtfsStream> FindStream(MftReader& reader, RecordNumber number, uint32_t type,
                                                    std::u16string_view name);
 

@@ -54,7 +54,7 @@ struct AttributeCursor {
 // costs the rest of the record.
 [[nodiscard]] std::optional<NtfsAttribute> NextAttribute(AttributeCursor& cursor);
 
-// For which systems a name is: a file may have one of each.
+// For which systems a name is. A file with several links has several names of one kind.
 enum class NameSpace : uint8_t { kPosix = 0, kWin32 = 1, kDos = 2, kWin32AndDos = 3 };
 
 // One name of a file, in one folder.

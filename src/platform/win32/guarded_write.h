@@ -11,7 +11,7 @@ namespace quilmark {
 
 // Whether a symbolic link or a junction stands on the way from the user's documents, local data or
 // temporary folder to the end of `path`, which itself is left out. What leads to those folders is the
-// user's own.
+// user's own. A name that is there and cannot be asked for counts as a link.
 bool IsReachedByLink(std::u16string_view path);
 
 // All that is to be asked before files of one folder are written.

@@ -8,7 +8,7 @@ namespace quilmark {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-// The same units under the system's name; a string is lent until it changes.
+// The same units under the system's name. The pointer is good until the string changes.
 inline const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
 
 // The same, to be written to.

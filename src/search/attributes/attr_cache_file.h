@@ -52,7 +52,7 @@ std::string AttrCacheBytes(const std::vector<CachedVolume>& volumes);
 uint64_t TakeCachedVolumes(SearchEngine& engine, const std::vector<CachedVolume>& cached);
 
 // From the file in the configuration directory, with a metric line. A file that is missing or foreign
-// counts as absent. Sets isLoaded, whatever came of it.
+// counts as absent. Sets isLoaded, whatever came of it, unless the program ends meanwhile.
 void LoadAttrCache(SearchEngine& engine);
 
 // To that file, with a metric line; nothing before isLoaded. A failed save is ignored: the next one

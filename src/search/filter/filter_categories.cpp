@@ -49,13 +49,13 @@ bool WriteTable(std::u16string_view name, const FilterTable& categories) {
   return WriteSettingsFile(name, CategoriesText(categories));
 }
 
-// Copies the file if it holds `categories`, and not what a write left that failed on the way. True if the
-// copy is like the file; one that is not is made anew at the next start.
-bool CopyToBackup(std::u16string_view name, const FilterTable& categories) {
+// Copies the file if it holds `categories`, and not what a write left that failed on the way.
+void CopyToBackup(std::u16string_view name, const FilterTable& categories) {
   const auto bytes = ReadFileBytes(ConfigPath(name));
-  if (!bytes || ReadCategories(DecodeText(*bytes)) != categories) return false;
+  if (!bytes || ReadCategories(DecodeText(*bytes)) != categories) return;
   const std::u16string backup = ConfigPath(kBackupFile);
-  return ReadFileBytes(backup) == bytes || WriteFileBytes(backup, *bytes);
+  if (ReadFileBytes(backup) == bytes) return;
+  (void)WriteFileBytes(backup, *bytes);  // a copy that fails is made anew at the next start
 }
 
 // A file that another language has left behind.

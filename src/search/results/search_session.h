@@ -32,7 +32,7 @@ struct SetOrder {
   bool operator==(const SetOrder&) const = default;
 };
 
-// By what the user had the list sorted last.
+// By what the user has the list sorted. Rows that are published with KeepSort::kNo set it back to none.
 struct ChosenSort {
   int column = -1;  // -1: none
   bool ascending = true;
@@ -95,6 +95,9 @@ struct SearchSession {
   // Of the attributes of rows in view, and the one job that reads them.
   Generation hydrationGeneration;
   SingleJob hydration;
+  // Of the thumbnails of rows in view, and the one job that loads them.
+  Generation thumbGeneration;
+  SingleJob thumbHydration;
 
   std::atomic<int> ActiveCategory = 0;           // of the filter bar; 0: all
   std::atomic<bool> SuppressRecentView = false;  // an empty box goes on showing the whole index

@@ -15,6 +15,7 @@
 #include "config/hotkeys.h"
 #include "platform/window_post.h"
 #include "shell/search/search_view.h"
+#include "shell/settings/hotkey_capture.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -22,6 +23,9 @@ namespace quilmark {
 // Which view the window shows. The values are places in AppState::views.
 enum class AppMode : int32_t { kSearch = 0, kAnalysis = 1, kDuplicates = 2 };
 inline constexpr size_t kAppModes = 3;
+
+struct SystemPort;
+struct ThemePort;
 
 // All state of the window's side of the program that is not kept between runs.
 struct AppState {
@@ -43,6 +47,9 @@ struct AppState {
   bool exitRequested = false;    // the next close ends the program
   bool closeBoxPressed = false;  // the close button raised the present close request
   HotkeyConfig hotkeys;
+  HotkeyCapture capture;         // of a new hotkey
+  SystemPort* system = nullptr;  // these two are set before the window is made, and outlive it
+  ThemePort* theme = nullptr;
   std::u16string language;  // code of the interface's language
 
   // Views.

@@ -56,6 +56,12 @@ Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessa
   return Route(app, *row, [&](View& view) { return view.OnPosted(message, context); });
 }
 
+Effects NotePaint(AppState& app, const ViewContext& context, const Rect& place,
+                  const PaintOutcome& outcome) {
+  if (app.search.icons != nullptr) app.search.icons->TrimGdiIfNeeded();
+  return ShownView(app).NotePaint(place, outcome, context);
+}
+
 std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode) {
   View* const view = app.views[static_cast<size_t>(mode)];
   if (view == nullptr) return {};
@@ -104,6 +110,10 @@ bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi) {
     if (view != nullptr) view->Rescale(former, wanted);
   }
   app.systemDpi = wanted;
+  if (IconCache* const icons = app.search.icons; icons != nullptr) {
+    icons->Clear();
+    icons->Prepare();
+  }
   return true;
 }
 

@@ -17,6 +17,11 @@ Effects RouteTimer(AppState& app, const ViewContext& context, uint32_t id);
 // Hands a message of background work to its owner, likewise.
 Effects RoutePosted(AppState& app, const ViewContext& context, const PostedMessage& message);
 
+// Tells the shown view what was painted, and what could not be shown there yet. Icons go where the
+// system runs short of objects.
+Effects NotePaint(AppState& app, const ViewContext& context, const Rect& place,
+                  const PaintOutcome& outcome);
+
 // The controls that a view needs: what they report goes to it from now on, in every mode.
 std::vector<ControlSpec> TakeControls(AppState& app, AppMode mode);
 
@@ -38,8 +43,8 @@ Effects OfView(const AppState& app, AppMode owner, Effects effects);
 // Closes the editor of a name, and the tip: before the fonts or the place below them change.
 Effects CloseEditor(AppState& app, const ViewContext& context);
 
-// Rescales what the views and the settings remember in pixels. False, and nothing done, where the scale
-// is what it was; 0 counts as 96 on both sides.
+// Rescales what the views and the settings remember in pixels, and drops icons of the former scale.
+// False, and nothing done, where the scale is what it was; 0 counts as 96 on both sides.
 [[nodiscard]] bool TakeScaleChange(AppState& app, WindowSettings& settings, uint32_t newDpi);
 
 // The same for the settings in force.

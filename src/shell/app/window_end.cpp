@@ -29,7 +29,7 @@ void EndWindow(AppState& app, WindowPort& window, WindowEndPort& end) {
   end.ReleaseBrushes();
   app.search.engine.SaveAttributes();
   LogPerfMetric(SummaryMetricText(AttrCounters()));
-  end.ReleaseIcons();
+  if (app.search.icons != nullptr) app.search.icons->Clear();
   DropAllVolumes(Engine());
   end.ReleaseBackBuffer();
   end.ReleaseFonts();

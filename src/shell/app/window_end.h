@@ -22,9 +22,6 @@ struct WindowEndPort {
   // Frees the brushes; nothing is painted any more.
   virtual void ReleaseBrushes() = 0;
 
-  // Frees the icons.
-  virtual void ReleaseIcons() = 0;
-
   // Frees the back buffer.
   virtual void ReleaseBackBuffer() = 0;
 

@@ -108,7 +108,8 @@ void ShowAsAsked(AppState& app, WindowPort& window) {
 }
 
 Effects OnActivation(AppState& app, const ViewContext& context, Activation activation) {
-  if (activation == Activation::kDeactivated) {
+  // The keys of a capture are the window's own.
+  if (activation == Activation::kDeactivated || app.capture.isActive) {
     context.window.StartTimer(kTimerIdleTrim, kIdleTrimMs);
     return {.isTaken = false};
   }
@@ -117,15 +118,6 @@ Effects OnActivation(AppState& app, const ViewContext& context, Activation activ
   // The system's own handling would take the focus to the window itself, which is all that it does.
   const bool hasBox = app.appMode == AppMode::kSearch && app.search.isBoxEnabled;
   return OfView(app, AppMode::kSearch, {.isTaken = hasBox, .focus = Focus::kSearchBox});
-}
-
-void OnTrayChoice(AppState& app, WindowPort& window, int choice) {
-  if (choice == kTrayShow) ShowAsAsked(app, window);
-  if (choice == kTrayExit) {
-    app.exitRequested = true;
-    window.PostClose();
-  }
-  if (choice != 0) window.TrimSelf();
 }
 
 Effects OnResized(AppState& app, const ViewContext& context, int width, int height) {

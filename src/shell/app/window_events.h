@@ -35,9 +35,6 @@ enum class Activation { kActivated, kDeactivated };
 // while.
 Effects OnActivation(AppState& app, const ViewContext& context, Activation activation);
 
-// Carries out an entry of the menu of the notification area; 0 stands for none.
-void OnTrayChoice(AppState& app, WindowPort& window, int choice);
-
 // The client area has another size. Nothing is laid out in one without width or height.
 Effects OnResized(AppState& app, const ViewContext& context, int width, int height);
 

@@ -6,6 +6,7 @@
 #include "index/engine/search_engine.h"
 #include "index/life/volume_life.h"
 #include "shell/app/engine_messages.h"
+#include "shell/app/hotkey_events.h"
 #include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"
 
@@ -54,6 +55,9 @@ Effects OnAppTimer(AppState& app, const ViewContext& context, uint32_t id) {
     case kTimerIdleTrim:
     case kTimerWorkTrim:
       window.TrimSelf();
+      break;
+    case kTimerCaptureHint:
+      OnCaptureHint(app, window);
       break;
     case kTimerTaskbar:
       SeeToTaskbar(app, context);

@@ -1,6 +1,7 @@
 #include "shell/app/wiring.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "config/translate.h"
@@ -11,6 +12,7 @@
 #include "shell/actions/late_shell.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/app/engine_messages.h"
+#include "shell/search/thumbnails.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -22,6 +24,10 @@ struct ProgramEngine final : EnginePort {
   void RequestAttributes(std::shared_ptr<const ResultSet> rows, RowRange range) override {
     HydrateRowsAsync(std::move(rows), range);
   }
+  void RequestThumbnails(std::shared_ptr<const ResultSet> rows, RowRange range, int size) override {
+    if (icons) LoadThumbnailsAsync(*icons, std::move(rows), range, size);
+  }
+  bool IsLoadingThumbnails() override { return TheSearch().thumbHydration.IsRunning(); }
   bool ShowsStale(const ResultSet& rows, RowRange range) override {
     return quilmark::ShowsStale(rows, range);
   }
@@ -40,18 +46,26 @@ struct ProgramEngine final : EnginePort {
   }
 
   WindowPort* window = nullptr;
+  std::optional<IconCache> icons;  // from the making of the window on
 };
 
-// All that the window's side of the program keeps from its start to its end. Interface thread.
+// All that the window's side of the program keeps from its start to its end. Interface thread, but for
+// the icons.
 struct Program {
   ProgramEngine engine;
   LateShell shell;
   AppState app{engine, shell};
 };
 
+// Never destroyed: a job may load thumbnails until the end.
 Program& TheProgram() {
-  static Program program;
+  static Program& program = *new Program;
   return program;
+}
+
+void WireIcons(AppState& app, ProgramEngine& engine, IconSource& source) {
+  app.search.icons = &engine.icons.emplace(source);
+  app.search.icons->Prepare();
 }
 
 // Has the engine's start load the attribute cache, and its changes told to the list.
@@ -85,9 +99,10 @@ void StartEngine(AppState& app) {
   (void)StartDriveWatcher(app.mainWindow);  // without it the notices of the system are left
 }
 
-void WireProgram(AppState& app, WindowPort& window, ShellPort& shell) {
+void WireProgram(AppState& app, WindowPort& window, ShellPort& shell, IconSource& icons) {
   TheProgram().engine.window = &window;
   TheProgram().shell.real = &shell;
+  WireIcons(app, TheProgram().engine, icons);
   WireAttributes();
   WireSearch(app, window);
 }

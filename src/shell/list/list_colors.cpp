@@ -11,7 +11,6 @@ constexpr int kHoverPercent = 8;
 // The band lies between the colours of the bar and its border: a colour of its own would not fit a
 // preset.
 constexpr int kBandPercent = 40, kPanelPercent = 50;
-constexpr int kGlyphPercent = 65;
 
 // The colour that the user has chosen, unless a hit could not be read in it at all.
 Color HitText(Color hit, Color wanted) {
@@ -26,9 +25,7 @@ RowColors RowOf(const Palette& palette, Color ground, Color text, Color beside) 
           .text = text,
           .muted = ReadableOn(ground, palette.muted),
           .hit = hit,
-          .hitText = HitText(hit, palette.textHit),
-          .folder = palette.accent,
-          .file = MixColor(palette.text, ground, kGlyphPercent)};
+          .hitText = HitText(hit, palette.textHit)};
 }
 
 struct OnGround {
@@ -36,13 +33,8 @@ struct OnGround {
 };
 
 RowColors SystemRow(OnGround row, OnGround hit) {
-  return {.ground = row.ground,
-          .text = row.text,
-          .muted = row.text,
-          .hit = hit.ground,
-          .hitText = hit.text,
-          .folder = row.text,
-          .file = row.text};
+  return {
+      .ground = row.ground, .text = row.text, .muted = row.text, .hit = hit.ground, .hitText = hit.text};
 }
 
 ListColors SystemListColors(const Palette& palette) {

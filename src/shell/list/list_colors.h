@@ -11,7 +11,6 @@ struct RowColors {
   Color text = 0;
   Color muted = 0;  // all cells but the name
   Color hit = 0, hitText = 0;
-  Color folder = 0, file = 0;  // of their glyphs
 };
 
 // Colours of the list and of what stands around it.

@@ -131,7 +131,8 @@ PaintOutcome ListView::Paint(Canvas& canvas, const ViewContext& context, const B
       const Rect place = PlaceOfRow(grid, scrollY, row);
       if (IsEmpty(Intersection(place, canvas.Shown()))) continue;
       const bool isHovered = static_cast<int64_t>(row) == hoverRow;
-      source_.PaintRow(canvas, row, {.row = place, .shift = scrollX, .isHovered = isHovered}, context);
+      outcome.Join(source_.PaintRow(canvas, row,
+                                    {.row = place, .shift = scrollX, .isHovered = isHovered}, context));
     }
   }
   for (const Bar kind : {Bar::kVertical, Bar::kHorizontal}) {

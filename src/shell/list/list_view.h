@@ -39,8 +39,8 @@ class ListSource {
 
   // Paints a row that was read, on the ground that the view has painted. Drawing is kept within the rows
   // of the list.
-  virtual void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
-                        const ViewContext& context) const = 0;
+  virtual PaintOutcome PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                                const ViewContext& context) const = 0;
 };
 
 // Pixels at 96 dpi, but where it says otherwise.

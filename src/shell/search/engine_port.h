@@ -17,6 +17,13 @@ struct EnginePort {
   // Has sizes and dates of the rows read that are in view, on a job that posts WM_ATTRS_UPDATED.
   virtual void RequestAttributes(std::shared_ptr<const ResultSet> rows, RowRange range) = 0;
 
+  // Has the pictures among the rows loaded as thumbnails of `size` pixels, on a job that posts
+  // WM_ATTRS_UPDATED.
+  virtual void RequestThumbnails(std::shared_ptr<const ResultSet> rows, RowRange range, int size) = 0;
+
+  // True while that job runs. Whoever requests thumbnails meanwhile gets the message when it has ended.
+  virtual bool IsLoadingThumbnails() = 0;
+
   // True if the cache knows that the disk has newer attributes of one of the rows.
   virtual bool ShowsStale(const ResultSet& rows, RowRange range) = 0;
 

@@ -12,6 +12,7 @@
 #include "shell/search/filter_request.h"
 #include "shell/search/list_scroll.h"
 #include "shell/search/rename.h"
+#include "shell/search/row_icons.h"
 #include "shell/search/search_places.h"
 #include "shell/search/sort_request.h"
 #include "shell/view/window_ids.h"
@@ -175,6 +176,13 @@ void RequestAttributes(const SearchView& view) {
   view.engine.RequestAttributes(rows, RowsInViewOf(view, *rows));
 }
 
+void RequestThumbnails(const SearchView& view, const ViewContext& context) {
+  const ViewMode mode = ViewModeOfSettings();
+  if (mode != ViewMode::kLargeIcons) return;
+  const auto rows = ShownResults();
+  view.engine.RequestThumbnails(rows, RowsInViewOf(view, *rows), context.Scaled(IconSizeOf(mode)));
+}
+
 Effects SettleScroll(SearchView& view, const ViewContext& context) {
   if (IsScrolling(view, context.nowMs)) {
     context.window.StartTimer(kTimerScrollSettle, kStillScrollingMs);
@@ -182,6 +190,7 @@ Effects SettleScroll(SearchView& view, const ViewContext& context) {
   }
   Effects effects = RelayoutList(view, context);  // the path column fits the rows that stand still now
   RequestAttributes(view);
+  RequestThumbnails(view, context);
   effects.Join(RequestListRepaint(view, context, 80));
   return effects;
 }

@@ -12,8 +12,11 @@ Effects TakeResultMessage(SearchView& view, const ViewContext& context, const Po
 // Has the attributes of the rows in view read, on a job.
 void RequestAttributes(const SearchView& view);
 
-// The timer of a moving list: fits the columns and asks for attributes once it has come to rest, else
-// starts the timer anew.
+// Has the thumbnails of the rows in view loaded, on a job, where the view shows large icons.
+void RequestThumbnails(const SearchView& view, const ViewContext& context);
+
+// The timer of a moving list: fits the columns and asks for attributes and thumbnails once it has
+// come to rest, else starts the timer anew.
 Effects SettleScroll(SearchView& view, const ViewContext& context);
 
 // Has the attribute cache filled. Sorts are refused until that is done, or half a minute has passed.

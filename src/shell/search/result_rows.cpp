@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "config/translate.h"
 #include "config/window_settings.h"
@@ -10,6 +11,7 @@
 #include "shell/list/cell_text.h"
 #include "shell/list/list_colors.h"
 #include "shell/search/highlight.h"
+#include "shell/search/list_scroll.h"
 #include "shell/search/search_places.h"
 #include "shell/view/text_lines.h"
 
@@ -19,8 +21,7 @@ namespace {
 
 // Pixels at 96 dpi.
 constexpr int kRowInset = 8, kRowRadius = 8, kRowGap = 4, kHeaderInset = 12;
-constexpr int kListIcon = 16, kIconShift = 22, kSmallIcon = 24, kLargeIcon = 48, kIconTop = 8,
-              kIconGap = 4;
+constexpr int kIconShift = 22, kIconTop = 8, kIconGap = 4;
 
 struct ColumnText {
   std::u16string_view key, english;
@@ -51,6 +52,8 @@ struct RowPicture {
   const RowText& text;
   const RowCells& cells;
   std::u16string_view term;
+  int iconSize = 0;  // pixels
+  IconRef icon = nullptr;
   bool hasFocus = false;  // the row that F2 renames, which need not be a chosen one
 };
 
@@ -112,43 +115,20 @@ void PaintGrid(Canvas& canvas, const RowPicture& picture) {
   canvas.Fill({row.left + inset, row.bottom - 1, row.right - inset, row.bottom}, color);
 }
 
-// A folder with a tab.
-void PaintFolder(Canvas& canvas, Point middle, int size, Color color) {
-  const int half = size / 2, tab = size / 6;
-  const Rect body = {middle.x - half, middle.y - half + tab, middle.x + half, middle.y + half};
-  canvas.FillRound({body.left, middle.y - half, middle.x, body.top + tab}, tab, color);
-  canvas.FillRound(body, tab, color);
-}
-
-// A sheet with a folded corner.
-void PaintSheet(Canvas& canvas, Point middle, int size, const RowColors& colors) {
-  const int half = size / 2, fold = size / 4;
-  const Rect body = {middle.x - half * 3 / 4, middle.y - half, middle.x + half * 3 / 4, middle.y + half};
-  const Point sheet[] = {{body.left, body.top},
-                         {body.right - fold, body.top},
-                         {body.right, body.top + fold},
-                         {body.right, body.bottom},
-                         {body.left, body.bottom}};
-  canvas.FillPolygon(sheet, colors.file);
-  const Point corner[] = {{body.right - fold, body.top},
-                          {body.right, body.top + fold},
-                          {body.right - fold, body.top + fold}};
-  canvas.FillPolygon(corner, MixColor(colors.file, colors.ground, 50));
-}
-
-void PaintGlyph(Canvas& canvas, Point middle, int size, bool isDirectory, const RowColors& colors) {
-  if (isDirectory) return PaintFolder(canvas, middle, size, colors.folder);
-  PaintSheet(canvas, middle, size, colors);
+// An icon whose left side stands at `left`, halfway between two heights.
+void PaintIcon(Canvas& canvas, const RowPicture& picture, int left, int top, int bottom) {
+  if (picture.icon == nullptr) return;
+  const int size = picture.iconSize, iconTop = (top + bottom) / 2 - size / 2;
+  canvas.Icon({left, iconTop, left + size, iconTop + size}, *picture.icon);
 }
 
 void PaintName(Canvas& canvas, const RowPicture& picture, const Rect& place) {
   const ViewContext& context = picture.context;
   const RowColors& colors = picture.colors;
   const RowText& text = picture.text;
-  const int size = context.Scaled(kListIcon);
   const int left = place.left - context.Scaled(kCellTextInset - kCellClipInset);
   const CanvasClip clip(canvas, {left, place.top, place.right, place.bottom});
-  PaintGlyph(canvas, {left + size / 2, (place.top + place.bottom) / 2}, size, text.isDirectory, colors);
+  PaintIcon(canvas, picture, left, place.top, place.bottom);
   const auto hits = HighlightRanges(text.name, picture.term);
   canvas.Text({place.left + context.Scaled(kIconShift), place.top, place.right, place.bottom}, text.name,
               {.color = colors.text}, {.ranges = hits, .ground = colors.hit, .text = colors.hitText});
@@ -174,10 +154,9 @@ void PaintIconCell(Canvas& canvas, const RowPicture& picture) {
   const RowColors& colors = picture.colors;
   const RowText& text = picture.text;
   const Rect& cell = picture.place.row;
-  const int size =
-      context.Scaled(picture.columns.view == ViewMode::kSmallIcons ? kSmallIcon : kLargeIcon);
+  const int size = picture.iconSize;
   const int top = cell.top + context.Scaled(kIconTop), inset = context.Scaled(kCellClipInset);
-  PaintGlyph(canvas, {(cell.left + cell.right) / 2, top + size / 2}, size, text.isDirectory, colors);
+  PaintIcon(canvas, picture, (cell.left + cell.right - size) / 2, top, top + size);
   const auto hits = HighlightRanges(text.name, picture.term);
   PaintLines(canvas, context,
              {cell.left + inset, top + size + context.Scaled(kIconGap), cell.right - inset,
@@ -206,11 +185,21 @@ PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
   return outcome;
 }
 
-void ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
-                          const ViewContext& context) const {
-  if (row - first_ >= read_.size()) return;
+RowIcon ResultRows::IconOf(const RowText& row, const ViewContext& context, int size) const {
+  if (view_.icons == nullptr || row.name.empty()) return {};
+  return IconOfRow(
+      *view_.icons, row,
+      {.view = ViewModeOfSettings(), .size = size, .isMoving = IsScrolling(view_, context.nowMs)},
+      path_);
+}
+
+PaintOutcome ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                                  const ViewContext& context) const {
+  if (row - first_ >= read_.size()) return {};
   const ReadRow& read = read_[row - first_];
   const Selection& selection = view_.list.selection;
+  const int iconSize = context.Scaled(IconSizeOf(ViewModeOfSettings()));
+  RowIcon icon = IconOf(read.text, context, iconSize);
   const RowPicture picture{
       .context = context,
       .columns = PlaceColumns(view_, context),
@@ -220,15 +209,18 @@ void ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
       .text = read.text,
       .cells = read.cells,
       .term = term_,
+      .iconSize = iconSize,
+      .icon = std::move(icon.icon),
       .hasFocus = context.hasFocus && static_cast<int64_t>(row) == selection.focusRow};
   PaintGround(canvas, picture);
-  if (read.text.name.empty()) return;  // a volume that went away
+  if (read.text.name.empty()) return {};  // a volume that went away
   if (picture.columns.view == ViewMode::kList) {
     PaintTableRow(canvas, picture);
   } else {
     PaintIconCell(canvas, picture);
   }
   PaintFocus(canvas, picture);
+  return {.isPictureMissing = icon.isPictureMissing};
 }
 
 void PaintHeader(Canvas& canvas, const ViewContext& context, const SearchView& view,

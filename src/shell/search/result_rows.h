@@ -9,6 +9,7 @@
 #include "shell/list/list_colors.h"
 #include "shell/list/list_view.h"
 #include "shell/search/row_cells.h"
+#include "shell/search/row_icons.h"
 #include "shell/search/row_text.h"
 
 namespace quilmark {
@@ -23,8 +24,8 @@ class ResultRows final : public ListSource {
 
   uint64_t Count() const override;
   PaintOutcome Read(uint64_t first, uint64_t end) override;
-  void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
-                const ViewContext& context) const override;
+  PaintOutcome PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                        const ViewContext& context) const override;
 
  private:
   struct ReadRow {
@@ -32,10 +33,13 @@ class ResultRows final : public ListSource {
     RowCells cells;
   };
 
+  RowIcon IconOf(const RowText& row, const ViewContext& context, int size) const;
+
   const SearchView& view_;
   uint64_t first_ = 0;  // of the rows that were read
   std::vector<ReadRow> read_;
-  std::u16string term_;  // folded, to be marked in names
+  std::u16string term_;          // folded, to be marked in names
+  mutable std::u16string path_;  // of the row that is painted: its memory serves the next one
 };
 
 // Paints the header over the columns; nothing in the icon views.

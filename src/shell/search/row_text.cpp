@@ -23,7 +23,9 @@ RowText TextOfRow(const MatchItem& hit) {
   if (!lock) return {.isLater = IsSearchable(*hit.volume)};
   if (hit.index >= hit.volume->records.size()) return {};
   RowText row = SplitPath(BuildPath(*hit.volume, hit.index));
-  row.isDirectory = hit.volume->records[hit.index].isDirectory != 0;
+  const FileRecord& record = hit.volume->records[hit.index];
+  row.isDirectory = record.isDirectory != 0;
+  row.isDeleted = record.deleted != 0;
   return row;
 }
 

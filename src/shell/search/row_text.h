@@ -11,7 +11,8 @@ namespace quilmark {
 struct RowText {
   std::u16string name, folder;
   bool isDirectory = false;
-  bool isLater = false;  // a writer holds the volume: nothing could be read yet
+  bool isDeleted = false;  // its file is gone, and the row stands until the next search
+  bool isLater = false;    // a writer holds the volume: nothing could be read yet
 
   bool operator==(const RowText&) const = default;
 };

@@ -10,6 +10,7 @@
 #include "shell/search/result_messages.h"
 #include "shell/search/search_places.h"
 #include "shell/view/tag.h"
+#include "shell/view/window_ids.h"
 
 namespace quilmark {
 
@@ -70,6 +71,14 @@ void PaintEmptyState(Canvas& canvas, const ViewContext& context, const SearchVie
               {.color = colors.muted, .align = Align::kCentre});
 }
 
+// Has the settle timer ask. Of a job that runs the end is waited for: the timer would only come again
+// and again.
+void AskForPictures(const SearchView& view, const ViewContext& context) {
+  constexpr uint32_t kAskMs = 70;
+  if (view.engine.IsLoadingThumbnails()) return RequestThumbnails(view, context);
+  context.window.StartTimer(kTimerScrollSettle, kAskMs);
+}
+
 }  // namespace
 
 PaintOutcome PaintSearch(Canvas& canvas, const ViewContext& context, const SearchView& view) {
@@ -97,7 +106,9 @@ Effects NoteListPaint(SearchView& view, const ViewContext& context, const Rect& 
   if (isWhole) view.listPaintedMs = context.nowMs;
   view.paintedMissing = outcome.isMissing || (view.paintedMissing && !isWhole);
   // While the list moves nothing is read from the disk; the settle timer asks for it.
-  if (outcome.isMissing && !IsScrolling(view, context.nowMs)) RequestAttributes(view);
+  const bool isAtRest = !IsScrolling(view, context.nowMs);
+  if (outcome.isMissing && isAtRest) RequestAttributes(view);
+  if (outcome.isPictureMissing && isAtRest) AskForPictures(view, context);
   return outcome.isLater ? RequestListRepaint(view, context, kLaterMs) : Effects();
 }
 

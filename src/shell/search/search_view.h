@@ -9,6 +9,7 @@
 
 #include "shell/actions/rename_index.h"
 #include "shell/actions/shell_port.h"
+#include "shell/list/icon_cache.h"
 #include "shell/list/repaint_request.h"
 #include "shell/search/engine_port.h"
 #include "shell/search/result_rows.h"
@@ -77,6 +78,7 @@ struct SearchView final : View {
 
   EnginePort& engine;
   ShellPort& shell;
+  IconCache* icons = nullptr;  // outlives the view; null: rows have no icons
 
   // Box and bar.
   bool isBoxEnabled = false;

@@ -31,12 +31,14 @@ struct ViewContext {
 
 // What a paint could not show yet.
 struct PaintOutcome {
-  bool isMissing = false;  // of a row in view something is not known that can be asked for
-  bool isLater = false;    // a row in view could not be read now: to be painted again in a while
+  bool isMissing = false;         // of a row in view something is not known that can be asked for
+  bool isPictureMissing = false;  // a thumbnail in view can be asked for
+  bool isLater = false;           // a row in view could not be read now: to be painted again in a while
 
   // Adds what another part of the same paint could not show.
   void Join(const PaintOutcome& other) {
     isMissing = isMissing || other.isMissing;
+    isPictureMissing = isPictureMissing || other.isPictureMissing;
     isLater = isLater || other.isLater;
   }
 };

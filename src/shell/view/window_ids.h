@@ -68,6 +68,7 @@ inline constexpr NumberRow kTimerNumbers[] = {
     {kTimerCacheAutosave, Owner::kApp, When::kInEveryMode, Firing::kRepeating},
     {kTimerIdleTrim, Owner::kApp},
     {kTimerWorkTrim, Owner::kApp},
+    {kTimerCaptureHint, Owner::kApp},
     {kTimerRepaint, Owner::kEveryView},
     {kTimerTaskbar, Owner::kApp},
 };
@@ -103,6 +104,23 @@ inline constexpr int kFirstTag = 200;  // and up: a button a filter category
 // Commands of the tray menu.
 inline constexpr int kTrayShow = 20001;
 inline constexpr int kTrayExit = 20002;
+inline constexpr int kTrayHomePage = 20004;
+inline constexpr int kTrayAutostart = 20005;
+inline constexpr int kTraySettings = 20025;
+
+// Commands that its handler takes beside them.
+inline constexpr int kTrayClearRecent = 20006;
+inline constexpr int kTrayCaptureShow = 20007;
+inline constexpr int kTraySidebar = 20008;
+inline constexpr int kTrayTopBar = 20009;
+inline constexpr int kTrayInitials = 20012;
+inline constexpr int kTrayLanguageFile = 20020;
+inline constexpr int kTrayGlobalTrim = 20021;
+inline constexpr int kTrayGridLines = 20022;
+inline constexpr int kTrayCaptureForeground = 20023;
+inline constexpr int kTrayTheme = 20024;
+inline constexpr int kTrayFirstLanguage = 20100;      // and up: a language by its index
+inline constexpr int kTrayFirstContentLimit = 20200;  // and up to 20205: a limit for content searches
 
 // False if two of the numbers are one: two things would get each other's messages.
 constexpr bool AreAllDifferent(std::initializer_list<uint32_t> numbers) {
@@ -121,9 +139,37 @@ static_assert(AreAllDifferent({ID_TIMER_TRAY_RETRY, TIMER_SEARCH_DEBOUNCE, kTime
                                kTimerCacheAutosave, kTimerIdleTrim, kTimerWorkTrim, kTimerCaptureHint,
                                kTimerRepaint, kTimerTaskbar, uint32_t{kHotkeyShow},
                                uint32_t{kHotkeyForeground}}));
-static_assert(AreAllDifferent({kQueryBox, kStatusText, kScopeBox, kVerticalBar, kSizePreset, kTimePreset,
-                               kSizeBox, kSecondSizeBox, kSizeUnit, kDateFrom, kDateTo, kHorizontalBar,
-                               kSidebarBar, kFirstTag, kTrayShow, kTrayExit}));
+static_assert(AreAllDifferent({kQueryBox,
+                               kStatusText,
+                               kScopeBox,
+                               kVerticalBar,
+                               kSizePreset,
+                               kTimePreset,
+                               kSizeBox,
+                               kSecondSizeBox,
+                               kSizeUnit,
+                               kDateFrom,
+                               kDateTo,
+                               kHorizontalBar,
+                               kSidebarBar,
+                               kFirstTag,
+                               kTrayShow,
+                               kTrayExit,
+                               kTrayHomePage,
+                               kTrayAutostart,
+                               kTraySettings,
+                               kTrayClearRecent,
+                               kTrayCaptureShow,
+                               kTraySidebar,
+                               kTrayTopBar,
+                               kTrayInitials,
+                               kTrayLanguageFile,
+                               kTrayGlobalTrim,
+                               kTrayGridLines,
+                               kTrayCaptureForeground,
+                               kTrayTheme,
+                               kTrayFirstLanguage,
+                               kTrayFirstContentLimit}));
 
 inline constexpr uint16_t kAppIcon = 104;  // resource
 

@@ -36,12 +36,35 @@ struct VolumeCloseConcurrency : VolumeLife {
     return isBack;
   }
 
+  // Runs `release` once the letter is gone. The notice has to end while the close waits for the disk.
+  template <typename Work>
+  void ExpectNoticeEndsBeforeClose(Work release) {
+    engine.closeLimits.mostMs = 600'000;
+    UnmapDrive(u'N');
+    auto released = std::async(std::launch::async, release);
+    EXPECT_TRUE(WaitFor([&] { return Disk().Notices().empty(); }));
+    EXPECT_EQ(Disk().OpenDevices(), 1) << "the disk has yet to answer";
+    answer.Open();
+    EXPECT_TRUE(released.get());
+  }
+
   Door answer;
 };
 
 TEST_F(VolumeCloseConcurrency, AnEjectDoesNotWaitForADiskThatHangs) {
   EXPECT_TRUE(ComesBack([&] { EXPECT_TRUE(ReleaseVolumesByMask(engine, 1u << 13)); }));
   EXPECT_FALSE(Volume(0).valid);
+}
+
+// The next volume of the letter must not be taken for the one that is gone.
+TEST_F(VolumeCloseConcurrency, TheNoticeOfADriveThatIsGoneEndsBeforeTheClose) {
+  ExpectNoticeEndsBeforeClose([&] { return ReleaseVolumesByMask(engine, 1u << 13); });
+}
+
+TEST_F(VolumeCloseConcurrency, TheNoticeOfANoticedVolumeThatIsGoneEndsBeforeTheClose) {
+  ASSERT_EQ(Disk().Notices().size(), 1u);
+  const uintptr_t notice = Disk().Notices().back();
+  ExpectNoticeEndsBeforeClose([&] { return ReleaseNoticedVolume(engine, notice); });
 }
 
 TEST_F(VolumeCloseConcurrency, OtherDrivesAreSyncedBesideADiskThatHangs) {

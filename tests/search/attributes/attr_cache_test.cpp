@@ -10,7 +10,6 @@
 #include "index/engine/search_engine.h"
 #include "platform/file_facts.h"
 #include "platform/file_reference.h"
-#include "search/attributes/folder_sizes.h"
 #include "support/gate.h"
 #include "support/gives.h"
 #include "support/mapped_drive.h"

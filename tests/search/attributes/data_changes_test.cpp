@@ -3,19 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <map>
 #include <mutex>
 
-#include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "index/build/ntfs_volume.h"
 #include "index/follow/usn_monitor.h"
 #include "platform/drives.h"
 #include "platform/file_reference.h"
-#include "platform/files.h"
 #include "platform/usn_record.h"
 #include "search/attributes/attr_cache.h"
-#include "search/attributes/attr_cache_file.h"
 #include "search/attributes/attr_jobs.h"
 #include "search/attributes/data_changes_fixture.h"
 #include "search/attributes/folder_sizes.h"

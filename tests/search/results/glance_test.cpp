@@ -26,7 +26,7 @@ TEST(Glance, TakesALockThatIsFreeOrShared) {
   EXPECT_TRUE(IsHad(*volume));
 }
 
-TEST(Glance, WaitsForAWriterNoLongerThanAMoment) {
+TEST(Glance, IsNotHadWhereAWriterStays) {
   const auto volume = MakeTestVolume(u"Q:");
   const Gate writer(volume->indexLock, Gate::Stops::kAll);
   EXPECT_FALSE(IsHad(*volume));

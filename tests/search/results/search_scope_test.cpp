@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "platform/known_folders.h"
+#include "support/environment.h"
+#include "support/scratch_folder.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -36,7 +38,13 @@ TEST_F(Scope, OfADriveWithoutALetterIsThatAtItsPosition) {
   EXPECT_EQ(Of({.scopeIndex = kScopeFirstVolume + 3}), (std::vector<VolumeIndex*>()));
 }
 
+// On a POSIX host the file user-dirs.dirs names the Desktop. Windows always has one.
 TEST_F(Scope, OfTheDesktopHasItsFolderAndEveryVolume) {
+  const ScratchFolder config;
+  config.MakeFile("user-dirs.dirs", "XDG_DESKTOP_DIR=\"/srv/desk\"\n");
+  const ScopedEnvironment home("HOME", config.HostPath().string());
+  const ScopedEnvironment variable("XDG_CONFIG_HOME", config.HostPath().string());
+  ASSERT_TRUE(DesktopFolder().has_value());
   const SearchScope scope = ResolveScope({.scopeIndex = kScopeDesktop});
   EXPECT_TRUE(scope.desktopOnly);
   EXPECT_EQ(scope.desktop, DesktopFolder());

@@ -75,6 +75,7 @@ TEST_F(Session, FollowsNewResultsAndMakesFormerFiltersStale) {
 
 TEST_F(Session, KeepsTheFilteredRowsUntilTheirOrderIsKnown) {
   ShowFiltered(4);
+  SetDisplayCount(7);
   const Ticket filter = TheSearch().FilteredResults.Latest();
   FollowNewResults(KeepFiltered::kIfThere, 9);
   EXPECT_EQ(FilteredSet()->size(), 4u);

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "search/sort/sorted_rows.h"
 
 namespace quilmark {

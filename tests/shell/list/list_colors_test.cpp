@@ -42,7 +42,6 @@ TEST_P(ListColorsIn, TellsRowsApart) {
     EXPECT_GE(std::abs(Luminance(row.ground) - Luminance(row.hit)), 18);
   }
   EXPECT_GE(ContrastRatio(palette.surface, BarColorsOn(palette, palette.surface).thumb), 2);
-  EXPECT_GE(ContrastRatio(palette.surface, colors.plain.file), 3);
   EXPECT_EQ(colors.hovered.hit, colors.plain.hit);  // nothing flickers under the mouse
 }
 
@@ -63,7 +62,6 @@ TEST(ListColors, AreThoseOfTheSystemAtHighContrast) {
   EXPECT_EQ(colors.hovered.text, system.hotLight);
   EXPECT_EQ(colors.selected.ground, system.highlight);
   EXPECT_EQ(colors.selected.text, system.highlightText);
-  EXPECT_EQ(colors.selected.folder, system.highlightText);
   EXPECT_EQ(colors.plain.hit, system.highlight);
   EXPECT_EQ(colors.plain.hitText, system.highlightText);
   EXPECT_EQ(BarColorsOn(palette, palette.surface).thumb, system.windowText);

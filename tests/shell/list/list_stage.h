@@ -40,8 +40,8 @@ class NumberedRows : public ListSource {
     ++reads;
     return outcome;
   }
-  void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
-                const ViewContext& context) const override {
+  PaintOutcome PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                        const ViewContext& context) const override {
     if (row < read.first || row >= read.end) ++unread;
     ++painted;
     if (place.isHovered) canvas.FillRound(place.row, context.Scaled(8), context.palette.accentSoft);
@@ -53,10 +53,11 @@ class NumberedRows : public ListSource {
     const Rect& at = place.row;
     canvas.Text({at.left + 4 - place.shift, at.top, at.right - place.shift + 600, at.bottom},
                 {digits + first, std::size(digits) - first}, {.color = context.palette.text});
+    return outcomeOfRows;
   }
 
   uint64_t count = 100;
-  PaintOutcome outcome;
+  PaintOutcome outcome, outcomeOfRows;
   RowSpan read;
   int reads = 0;
   mutable int painted = 0, unread = 0;

@@ -87,6 +87,16 @@ TEST_F(ListViewTest, TellsWhatAPaintCouldNotShow) {
   EXPECT_FALSE(lastOutcome.isMissing || lastOutcome.isLater);
 }
 
+TEST_F(ListViewTest, TellsWhatItsRowsCouldNotShow) {
+  rows.outcomeOfRows = {.isPictureMissing = true};
+  Painted(stage.client);
+  EXPECT_TRUE(lastOutcome.isPictureMissing);
+  EXPECT_FALSE(lastOutcome.isMissing);
+  rows.count = 0;
+  Painted(stage.client);
+  EXPECT_FALSE(lastOutcome.isPictureMissing);
+}
+
 TEST_F(ListViewTest, PaintsNothingOfNoRows) {
   rows.count = 0;
   Place();

@@ -41,9 +41,10 @@ class MadeUpRows : public ListSource {
     for (uint64_t row = first; row < std::min(end, count); ++row) read_.push_back(RowOf(row));
     return {};
   }
-  void PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
-                const ViewContext& context) const override {
+  PaintOutcome PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
+                        const ViewContext& context) const override {
     if (row - first_ < read_.size()) PaintRead(canvas, row, read_[row - first_], place, context);
+    return {};
   }
 
   uint64_t count = 40;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "shell/app/routing.h"
+#include "shell/search/columns.h"
 #include "shell/search/filter_request.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
@@ -52,6 +53,40 @@ TEST_F(ResultMessages, PartialResultsSayThatMoreAreToCome) {
   EXPECT_EQ(window.status, u"Searching... showing 3000 results");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30014, 100}}));
   EXPECT_TRUE(app.search.repaint.isPending);
+}
+
+TEST_F(ResultMessages, ARestingListIsAskedForAttributesThenForThumbnailsThenPainted) {
+  app.systemDpi = 144;
+  CurrentWindowSettings.viewMode = static_cast<int>(ViewMode::kLargeIcons);
+  harness.HoldResults(1'000);
+  TakeResults(kFinal);
+  window.timers.clear();
+  harness.Carry(SettleScroll(app.search, harness.Context(1'000'000)));
+  EXPECT_EQ(harness.engine.asked, (std::vector<std::string>{"attributes", "thumbnails"}));
+  ASSERT_EQ(harness.engine.pictured.size(), 1u);
+  const auto [range, size] = harness.engine.pictured[0];
+  EXPECT_EQ(size, 72);
+  EXPECT_EQ(range.first, harness.engine.requested.at(0).first);
+  EXPECT_EQ(range.end, harness.engine.requested.at(0).end);
+  EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{kTimerRepaint, 80}}));
+}
+
+TEST_F(ResultMessages, ThumbnailsAreForLargeIconsAlone) {
+  harness.HoldResults(1'000);
+  for (const ViewMode view : {ViewMode::kList, ViewMode::kSmallIcons}) {
+    CurrentWindowSettings.viewMode = static_cast<int>(view);
+    harness.Carry(SettleScroll(app.search, harness.Context(1'000'000)));
+  }
+  EXPECT_EQ(harness.engine.asked, (std::vector<std::string>{"attributes", "attributes"}));
+}
+
+TEST_F(ResultMessages, AMovingListIsAskedForNothing) {
+  CurrentWindowSettings.viewMode = static_cast<int>(ViewMode::kLargeIcons);
+  harness.HoldResults(1'000);
+  app.search.lastScrollTick = 999'700;
+  harness.Carry(SettleScroll(app.search, harness.Context(1'000'000)));
+  EXPECT_TRUE(harness.engine.asked.empty());
+  EXPECT_EQ(window.timers.at(kTimerScrollSettle), 80u);
 }
 
 TEST_F(ResultMessages, RecentFilesComeIntoAnEmptyBoxOnceTheyAreLoaded) {

@@ -25,6 +25,14 @@ TEST(RowText, TellsFoldersFromFiles) {
   EXPECT_FALSE(TextOfRow({volume.get(), file}).isDirectory);
 }
 
+TEST(RowText, TellsOfARecordThatWasDeleted) {
+  const auto volume = MakeTestVolume(u"Q:");
+  const uint32_t file = AddFile(*volume, u"a.txt");
+  EXPECT_FALSE(TextOfRow({volume.get(), file}).isDeleted);
+  MarkDeleted(*volume, file);
+  EXPECT_TRUE(TextOfRow({volume.get(), file}).isDeleted);
+}
+
 TEST(RowText, SaysNothingOfARecordThatIsGone) {
   const auto volume = MakeTestVolume(u"Q:");
   EXPECT_EQ(TextOfRow({volume.get(), 1'000}), RowText{});

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "config/system_palette.h"
 #include "shell/preset_palette.h"
 #include "shell/search/search_picture.h"
@@ -142,6 +144,61 @@ TEST(SearchPaint, DrawsNothingOfRowsThatAreNotShown) {
     if (drawn.kind == Drawn::kText) EXPECT_GE(drawn.place.top, third.top);
   }
   EXPECT_LT(canvas.drawn.size(), picture.Painted().drawn.size() / 4);
+}
+
+// What a paint could not show is asked for once it has been told.
+class PictureThatIsMissing : public testing::Test {
+ protected:
+  PictureThatIsMissing() {
+    picture.AddPicture(u"holiday.jpg");
+    picture.SetView(ViewMode::kLargeIcons);
+    picture.window.timers.clear();
+  }
+  void Note() {
+    const ViewContext context = picture.Context();
+    RecordingCanvas canvas(context.client);
+    (void)NoteListPaint(picture.app.search, context, context.client,
+                        PaintSearch(canvas, context, picture.app.search));
+  }
+
+  SearchPicture picture;
+};
+
+TEST_F(PictureThatIsMissing, IsAskedForByTheSettleTimer) {
+  Note();
+  EXPECT_EQ(picture.window.timers.at(kTimerScrollSettle), 70u);
+  EXPECT_TRUE(picture.engine.pictured.empty());
+}
+
+TEST_F(PictureThatIsMissing, WaitsForTheListToRest) {
+  picture.app.search.lastScrollTick = picture.nowMs - 349;
+  Note();
+  EXPECT_TRUE(picture.window.timers.empty());
+}
+
+// Else the timer and the paint would follow each other for as long as the job runs.
+TEST_F(PictureThatIsMissing, WaitsForTheEndOfAJobThatRuns) {
+  picture.engine.isLoadingThumbnails = true;
+  Note();
+  EXPECT_TRUE(picture.window.timers.empty());
+  EXPECT_EQ(picture.engine.pictured.size(), 1u);
+}
+
+TEST_F(PictureThatIsMissing, IsNotAskedForAgainWhereItCouldNotBeHad) {
+  picture.icons.GetIcon({.path = u"Q:\\holiday.jpg", .size = 48, .thumbnail = true});
+  Note();
+  EXPECT_TRUE(picture.window.timers.empty());
+  EXPECT_TRUE(picture.engine.pictured.empty());
+}
+
+TEST_F(PictureThatIsMissing, IsShownOnceItHasCome) {
+  picture.source.thumbnailSide = 48;
+  const IconRef icon =
+      picture.icons.GetIcon({.path = u"Q:\\holiday.jpg", .size = 48, .thumbnail = true});
+  const RecordingCanvas canvas = picture.Painted();
+  EXPECT_EQ(std::count_if(canvas.drawn.begin(), canvas.drawn.end(),
+                          [&](const Drawn& one) { return one.icon == icon.get(); }),
+            1);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "canvas/table_measure.h"
 #include "shell/list/list_colors.h"
+#include "shell/list/scripted_icons.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/result_messages.h"
 #include "shell/search/search_paint.h"
@@ -32,6 +33,8 @@ class SearchPicture {
       AddFile(*volume_, name);
     }
     AddFolder(*volume_, u"nature and the folders below it");
+    icons.Prepare();
+    app.search.icons = &icons;
     CurrentPalette = ThemeDefaults(false);
     TheSearch().CurrentQueryText = u"na";
     Engine().ready = true;
@@ -50,6 +53,11 @@ class SearchPicture {
     }
     HoldRows(std::move(held));
     FollowNewResults(KeepFiltered::kNo, rows);
+  }
+  // A file of that name is all that the list shows.
+  void AddPicture(std::u16string_view name) {
+    HoldRows(std::make_shared<ResultSet>(1, MatchItem{volume_, AddFile(*volume_, name)}));
+    FollowNewResults(KeepFiltered::kNo, 1);
   }
   void Resize(int width, int height) {
     app.clientWidth = width;
@@ -72,7 +80,8 @@ class SearchPicture {
             .fonts = fonts,
             .window = window,
             .status = window.status,
-            .hasFocus = true};
+            .hasFocus = true,
+            .nowMs = nowMs};
   }
   RecordingCanvas Painted() const {
     RecordingCanvas canvas(Context().client);
@@ -86,7 +95,8 @@ class SearchPicture {
     // Presets bring a colour of their own for the header: 3.3 at the least, by the test of its colours.
     const ListColors colors = ListColorsOf(CurrentPalette);
     const FixedPair fixed[] = {{colors.band, colors.bandText}};
-    for (const auto& more : {TextsOverOthers(canvas, fonts), UnreadableTexts(canvas, fonts, fixed)}) {
+    for (const auto& more : {TextsOverOthers(canvas, fonts), TextsOverIcons(canvas, fonts),
+                             UnreadableTexts(canvas, fonts, fixed)}) {
       faults.insert(faults.end(), more.begin(), more.end());
     }
     return faults;
@@ -101,6 +111,9 @@ class SearchPicture {
   RecordingEngine& engine = harness_.engine;
   RecordingWindow& window = harness_.window;
   TableMeasure fonts;
+  ScriptedIcons source;
+  IconCache icons{source};
+  uint64_t nowMs = 100'000;  // the list is at rest
 };
 
 }  // namespace quilmark

@@ -63,6 +63,19 @@ std::vector<std::string> TextsOverOthers(const RecordingCanvas& canvas, const Te
   return faults;
 }
 
+std::vector<std::string> TextsOverIcons(const RecordingCanvas& canvas, const TextMeasure& fonts) {
+  std::vector<std::string> faults;
+  for (const Drawn& icon : canvas.drawn) {
+    if (icon.kind != Drawn::kIcon) continue;
+    for (const Drawn& text : canvas.drawn) {
+      if (text.kind != Drawn::kText) continue;
+      const Rect ink = Intersection(InkOf(text, fonts), text.shown);
+      if (!IsEmpty(Intersection(ink, icon.shown))) faults.push_back(Told(text) + " over an icon");
+    }
+  }
+  return faults;
+}
+
 std::vector<std::string> UnreadableTexts(const RecordingCanvas& canvas, const TextMeasure& fonts,
                                          std::span<const FixedPair> fixed) {
   std::vector<std::string> faults;

@@ -17,6 +17,9 @@ std::vector<std::string> TextsOutsideTheirBoxes(const RecordingCanvas& canvas, c
 
 std::vector<std::string> TextsOverOthers(const RecordingCanvas& canvas, const TextMeasure& fonts);
 
+// No text stands on an icon, and no icon on a text.
+std::vector<std::string> TextsOverIcons(const RecordingCanvas& canvas, const TextMeasure& fonts);
+
 // Colours that are drawn as they were chosen, however well they can be read.
 struct FixedPair {
   Color ground = 0, text = 0;

@@ -210,7 +210,10 @@ Effects MadeUpView::OnKey(const KeyEvent& event, const ViewContext& context) {
   return Choose(std::clamp<int64_t>(wanted, 0, static_cast<int64_t>(groupRows.count) - 1), context);
 }
 
-Effects MadeUpView::OnCommand(uint16_t, const ViewContext&) { return {.isTaken = false}; }
+Effects MadeUpView::OnCommand(uint16_t id, const ViewContext&) {
+  commands.push_back(id);
+  return {.isTaken = false};
+}
 
 Effects MadeUpView::OnScroll(const ScrollEvent& event, const ViewContext&) {
   return groups.Scroll(event);

@@ -75,6 +75,7 @@ struct MadeUpView final : View {
   std::u16string filter;      // text of the edit
   int scans = 0, frames = 0;  // ticks of the timers
   std::vector<PaintOutcome> outcomes;
+  std::vector<uint16_t> commands;
 
  private:
   std::array<ListView*, 2> Lists() { return {&groups, &files}; }

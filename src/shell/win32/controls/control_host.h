@@ -26,6 +26,10 @@ struct ControlHost {
   // it; for other events the answer has no meaning.
   virtual bool OnControl(const ControlEvent& event) = 0;
 
+  // Offers a key that went down in the search box, before the box has it. True if it was taken;
+  // then the box gets no character of it either.
+  virtual bool TakeKey(uint32_t, bool /*isRepeat*/) { return false; }
+
   // Paints a control that its view paints, on the ground of the toolbar. The place is in the coordinates
   // of the control.
   virtual void PaintControl(Canvas& canvas, const ControlPicture& control) const = 0;

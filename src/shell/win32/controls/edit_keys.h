@@ -8,6 +8,9 @@
 
 namespace quilmark {
 
+// Whether a message of a key that went down comes from one that is held.
+constexpr bool IsRepeat(LPARAM keyState) { return (keyState >> 30 & 1) != 0; }
+
 // Moves the focus to the next control by Tab, and to the one before by Shift+Tab. True if the message
 // was that key, which nothing else may answer then.
 [[nodiscard]] bool TakeTabKey(HWND control, UINT message, WPARAM wParam);

@@ -34,9 +34,15 @@ bool TakeKey(HWND edit, WPARAM key, ControlHost& host) {
                          .text = TextOfEdit(edit)});
 }
 
+bool IsTakenFirst(UINT message, WPARAM key, LPARAM state, ControlHost& host) {
+  if (message != WM_KEYDOWN && message != WM_SYSKEYDOWN) return false;
+  return host.TakeKey(static_cast<uint32_t>(key), IsRepeat(state));
+}
+
 LRESULT CALLBACK SearchBoxProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                     DWORD_PTR reference) {
   ControlHost& host = HostOf(reference);
+  if (IsTakenFirst(message, wParam, lParam, host)) return 0;
   if (const auto taken = TakeEditMessage(edit, message, wParam, lParam)) return *taken;
   switch (message) {
     case WM_ERASEBKGND:

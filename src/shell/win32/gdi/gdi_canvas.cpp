@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/win32/wide.h"
+#include "shell/win32/gdi/gdi_icon.h"
 #include "shell/win32/gdi/mixed_line.h"
 
 namespace quilmark {
@@ -133,6 +134,13 @@ void GdiCanvas::MixedText(const Rect& rect, std::u16string_view text, const Text
     SetTextColor(dc_, color);
     line.Draw(rect.left, top);
   });
+}
+
+void GdiCanvas::Icon(const Rect& rect, const IconImage& icon) {
+  if (ShowsNothingOf(rect)) return;
+  const Rect place = icon.PlaceIn(rect);
+  DrawIconEx(dc_, place.left, place.top, static_cast<const GdiIcon&>(icon).Handle(), Width(place),
+             Height(place), 0, nullptr, DI_NORMAL);
 }
 
 void GdiCanvas::PushClip(const Rect& rect) {

@@ -27,6 +27,7 @@ class GdiCanvas : public Canvas {
   void FillPolygon(std::span<const Point> points, Color color) override;
   void Text(const Rect& rect, std::u16string_view text, const TextStyle& style,
             const Marks& marks) override;
+  void Icon(const Rect& rect, const IconImage& icon) override;
   void PushClip(const Rect& rect) override;
   void PopClip() override;
   Rect Shown() const override { return shown_; }

@@ -10,6 +10,14 @@ namespace quilmark {
 
 static_assert(sizeof(NOTIFYICONDATAW) == 976);
 
+// As much of the text as there is room for.
+template <size_t kRoom>
+static void CopyCut(std::u16string_view text, wchar_t (&room)[kRoom]) {
+  const size_t length = std::min(text.size(), kRoom - 1);
+  std::copy_n(text.begin(), length, room);
+  room[length] = 0;
+}
+
 void TrayIcon::Prepare(HWND window) {
   record_.cbSize = sizeof record_;
   record_.hWnd = window;
@@ -30,12 +38,21 @@ void TrayIcon::TakePicture(UniqueIcon icon) {
 }
 
 TrayIconState TrayIcon::AddOrUpdate(bool isAdded, const std::u16string& tip) {
-  const size_t length = std::min(tip.size(), std::size(record_.szTip) - 1);
-  std::copy_n(Wide(tip), length, record_.szTip);
-  record_.szTip[length] = 0;
+  CopyCut(tip, record_.szTip);
   return PutTrayIcon(isAdded, [this](TrayCall call) {
     return Shell_NotifyIconW(call == TrayCall::kAdd ? NIM_ADD : NIM_MODIFY, &record_) != FALSE;
   });
+}
+
+void TrayIcon::ShowBalloon(std::u16string_view title, std::u16string_view text) {
+  constexpr UINT kShownMs = 10'000;
+  NOTIFYICONDATAW note = record_;
+  note.uFlags |= NIF_INFO;
+  note.dwInfoFlags = NIIF_INFO;
+  note.uTimeout = kShownMs;
+  CopyCut(title, note.szInfoTitle);
+  CopyCut(text, note.szInfo);
+  Shell_NotifyIconW(NIM_MODIFY, &note);
 }
 
 void TrayIcon::Remove() {

@@ -6,6 +6,7 @@
 #include <shellapi.h>
 
 #include <string>
+#include <string_view>
 
 #include "shell/app/tray_presence.h"
 #include "shell/win32/gdi/gdi.h"
@@ -24,6 +25,9 @@ class TrayIcon {
 
   // Adds the icon, or gives its tip to one that is there; see PutTrayIcon.
   [[nodiscard]] TrayIconState AddOrUpdate(bool isAdded, const std::u16string& tip);
+
+  // Shows a note at it, for 10 seconds. Without the icon nothing is seen.
+  void ShowBalloon(std::u16string_view title, std::u16string_view text);
 
   // Takes it out of the notification area, and frees its picture.
   void Remove();

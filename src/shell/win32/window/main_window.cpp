@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/mul_div.h"
 #include "platform/win32/wide.h"
+#include "shell/app/hotkey_events.h"
 #include "shell/app/hotkey_text.h"
 #include "shell/app/routing.h"
 #include "shell/view/window_ids.h"
@@ -23,6 +24,15 @@ namespace quilmark {
 namespace {
 
 constexpr uint32_t kTrayRetryMs = 1'500;
+
+// Takes the characters out of the queue that the message loop has made of a key that went down.
+void DropCharacters() {
+  MSG message = {};
+  while (PeekMessageW(&message, nullptr, WM_CHAR, WM_DEADCHAR, PM_REMOVE)) {
+  }
+  while (PeekMessageW(&message, nullptr, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE)) {
+  }
+}
 
 void RepaintAll(HWND window) {
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
@@ -132,8 +142,8 @@ std::optional<WindowPlacement> MainWindow::Placement() {
 void MainWindow::RemoveTrayIcon() { tray.Remove(); }
 
 void MainWindow::UnregisterHotkeys() {
-  UnregisterHotKey(window_, kHotkeyShow);
-  UnregisterHotKey(window_, kHotkeyForeground);
+  services.UnregisterHotkey(HotkeyKind::kShow);
+  services.UnregisterHotkey(HotkeyKind::kForeground);
 }
 
 void MainWindow::ReleaseBrushes() {
@@ -169,15 +179,18 @@ void MainWindow::TakeScale() {
   RemakeIcons();
 }
 
-void MainWindow::RegisterHotkeys() {
-  const HotkeyConfig& keys = App().hotkeys;
-  const bool isSame =
-      keys.showModifiers == keys.foregroundModifiers && keys.showKey == keys.foregroundKey;
-  if (!isSame) {
-    RegisterHotKey(window_, kHotkeyShow, ModifiersToRegister(keys.showModifiers), keys.showKey);
-  }
-  RegisterHotKey(window_, kHotkeyForeground, ModifiersToRegister(keys.foregroundModifiers),
-                 keys.foregroundKey);
+void MainWindow::OpenServices() {
+  services.Open(window_, [this] {
+    if (App().trayIconAdded) AddOrUpdateTrayIcon();
+  });
+  App().system = &services;
+  App().theme = this;
+}
+
+bool MainWindow::TakeKey(uint32_t key, bool isRepeat) {
+  if (!App().capture.isActive) return false;
+  DropCharacters();  // a message box about the key would hand them out
+  return OnCaptureKey(App(), *this, {.key = key, .modifiers = HeldModifiers(), .isRepeat = isRepeat});
 }
 
 ViewContext MainWindow::Context() const {

@@ -15,6 +15,7 @@
 #include "shell/win32/gdi/back_buffer.h"
 #include "shell/win32/system/app_icons.h"
 #include "shell/win32/system/foreign_messages.h"
+#include "shell/win32/system/system_services.h"
 #include "shell/win32/system/system_shell.h"
 #include "shell/win32/system/tray_icon.h"
 
@@ -55,7 +56,6 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void RemoveTrayIcon() override;
   void UnregisterHotkeys() override;
   void ReleaseBrushes() override;
-  void ReleaseIcons() override {}
   void ReleaseBackBuffer() override;
   void ReleaseFonts() override;
   void QuitMessageLoop() override;
@@ -69,6 +69,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   const GdiFonts& Fonts() const override { return CurrentFonts(); }
   bool IsDark() const override { return isDark_; }
   bool OnControl(const ControlEvent& event) override;
+  bool TakeKey(uint32_t key, bool isRepeat) override;
   void PaintControl(Canvas& canvas, const ControlPicture& control) const override;
 
   // Steps of the creation, which CreateWindowParts takes in its order.
@@ -83,8 +84,8 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   // Makes the controls of all views, and the hidden ones that other programs ask.
   void MakeControls();
 
-  // Asks the system for the hotkeys of the settings; one that another program has is done without.
-  void RegisterHotkeys();
+  // Gives the program its ways to the system.
+  void OpenServices();
 
   // Lays the shown view out anew, and places its controls.
   void Relayout();
@@ -111,6 +112,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   WindowIcons icons;
   TrayIcon tray;
   SystemShell shell;
+  SystemServices services{tray};
   ForeignMessages foreign;
   UniqueBrush classBrush;     // of the window's class
   UniqueBrush well;           // inside the edits

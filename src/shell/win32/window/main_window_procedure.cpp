@@ -8,8 +8,11 @@
 #include "platform/clock.h"
 #include "shell/app/frame_drag.h"
 #include "shell/app/routing.h"
+#include "shell/app/system_port.h"
+#include "shell/app/tray_menu.h"
 #include "shell/app/window_events.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/controls/edit_keys.h"
 #include "shell/win32/system/foreground_file.h"
 #include "shell/win32/system/system_calls.h"
 #include "shell/win32/system/tray_menu.h"
@@ -183,10 +186,10 @@ Outcome OnFocus(AppState& app, MainWindow& window, const Message&) {
 }
 
 Outcome OnKeyDown(AppState& app, MainWindow& window, const Message& message) {
-  constexpr LPARAM kWasDown = 1 << 30;
-  const KeyEvent event = {.key = static_cast<uint32_t>(message.wParam),
-                          .ctrl = GetKeyState(VK_CONTROL) < 0,
-                          .isRepeat = (message.lParam & kWasDown) != 0};
+  const auto key = static_cast<uint32_t>(message.wParam);
+  const bool isRepeat = IsRepeat(message.lParam);
+  if (window.TakeKey(key, isRepeat)) return 0;
+  const KeyEvent event = {.key = key, .ctrl = GetKeyState(VK_CONTROL) < 0, .isRepeat = isRepeat};
   const Effects effects = ShownView(app).OnKey(event, window.Context());
   window.CarryOut(effects);
   return effects.isTaken ? Outcome(0) : std::nullopt;
@@ -237,7 +240,11 @@ Outcome OnHotkey(AppState& app, MainWindow& window, const Message& message) {
 
 Outcome OnTray(AppState& app, MainWindow& window, const Message& message) {
   if (message.lParam == WM_LBUTTONDBLCLK) ShowAsAsked(app, window);
-  if (message.lParam == WM_RBUTTONUP) OnTrayChoice(app, window, ChooseFromTrayMenu(window.Handle()));
+  if (message.lParam == WM_RBUTTONUP) {
+    const auto rows = TrayMenuRows(IsAutostartEnabled(*app.system));
+    const uint16_t choice = ChooseFromTrayMenu(message.window, rows);
+    window.CarryOut(OnTrayChoice(app, window.Context(), choice));
+  }
   return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/win32/system_function.h"
 #include "platform/win32/wide.h"
 #include "shell/app/process_start.h"
+#include "shell/win32/system/com_thread.h"
 #include "shell/win32/system/crash_report.h"
 #include "shell/win32/window/process_port.h"
 
@@ -25,6 +26,7 @@ int RunQuilmark(HINSTANCE instance, wchar_t* commandLine, int showCommand) {
   InstallCrashReport();
   InstallBackgroundExceptionLog();
   InstallGuiResourceCounter(CountResources);
+  const InterfaceApartment apartment;
   Win32Process system(instance, FromWide(commandLine), showCommand);
   return RunProcess(App(), system);
 }

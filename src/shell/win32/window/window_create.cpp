@@ -4,9 +4,11 @@
 
 #include "config/log.h"
 #include "config/translate.h"
+#include "shell/app/hotkey_events.h"
 #include "shell/app/routing.h"
 #include "shell/app/wiring.h"
 #include "shell/view/window_ids.h"
+#include "shell/win32/system/shell_icons.h"
 #include "shell/win32/window/main_window.h"
 
 namespace quilmark {
@@ -52,15 +54,16 @@ void CreateWindowParts(AppState& app, MainWindow& window, HWND handle) {
   LogGdiState(u"WM_CREATE begin");
   InitControlClasses();
   window.OpenBackBuffer(handle);
+  window.OpenServices();
   window.foreign = OpenToOthers(handle);
   window.TakeScale();
   ApplyTheme(window);
   window.shell.Open(handle);
-  WireProgram(app, window, window.shell);
+  WireProgram(app, window, window.shell, TheShellIcons());
   window.MakeControls();
   app.trayIconAdded = false;
   window.AddOrUpdateTrayIcon();
-  window.RegisterHotkeys();
+  RegisterHotkeysAtStart(app);
   if (app.hiddenStart) window.StartTimer(kTimerHiddenStart, kHiddenGuardMs);
   LogGdiState(u"WM_CREATE end");
   window.SetTitle(TranslateOr(u"Status_InitializingIndex", u"Initializing..."));

@@ -1,5 +1,6 @@
 #include "shell/win32/window/window_paint.h"
 
+#include "shell/app/routing.h"
 #include "shell/win32/gdi/gdi_canvas.h"
 
 namespace quilmark {
@@ -24,7 +25,7 @@ void MainWindow::Paint() {
              place.top, SRCCOPY);
     }
   }
-  if (backBuffer.IsReady()) CarryOut(ShownView(App()).NotePaint(place, outcome, Context()));
+  if (backBuffer.IsReady()) CarryOut(NotePaint(App(), Context(), place, outcome));
 }
 
 }  // namespace quilmark
