@@ -1,7 +1,5 @@
 #include "shell/actions/shell_paths.h"
 
-#include <algorithm>
-
 #include "platform/text.h"
 
 namespace quilmark {

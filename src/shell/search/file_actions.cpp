@@ -57,10 +57,6 @@ std::vector<std::u16string> PathsOf(const ChosenFiles& files) {
   return paths;
 }
 
-void RefreshRecentView() {
-  if (!TheSearch().SuppressRecentView) RefreshRecentViewIfNeeded();
-}
-
 void RecordOpened(const ChosenFile& file) {
   if (IsStillThere(file)) RecordRecentOpen(file.hit);
 }
@@ -70,7 +66,7 @@ void OpenFolder(SearchView& view, const ViewContext&, const ChosenFiles& files) 
   view.shell.SelectInFileManager(file.path);
   if (const auto folder = FolderOf(file)) {
     RecordRecentOpen(*folder);
-    RefreshRecentView();
+    RefreshRecentViewIfNeeded();
   }
 }
 
@@ -80,13 +76,13 @@ void Open(SearchView& view, const ViewContext&, const ChosenFiles& files) {
     view.shell.Execute(ShellVerb::kOpen, file.path);
     RecordOpened(file);
   }
-  RefreshRecentView();
+  RefreshRecentViewIfNeeded();
 }
 
 void RunAsAdmin(SearchView& view, const ViewContext&, const ChosenFiles& files) {
   view.shell.Execute(ShellVerb::kRunAsAdmin, files.front().path);
   RecordOpened(files.front());
-  RefreshRecentView();
+  RefreshRecentViewIfNeeded();
 }
 
 void ShowPropertiesOfFirst(SearchView& view, const ViewContext&, const ChosenFiles& files) {
@@ -123,9 +119,7 @@ void Recycle(SearchView& view, const ViewContext& context, const ChosenFiles& fi
   } else {
     RemovePathsFromResults(view, context, deleted);
   }
-  std::u16string text = context.window.TextOf(kQueryBox);
-  TrimQuery(text);
-  if (text.empty()) RefreshRecentView();
+  RefreshRecentViewIfNeeded();
 }
 
 void Delete(SearchView& view, const ViewContext& context, const ChosenFiles& files) {

@@ -7,6 +7,7 @@
 
 #include "platform/files.h"
 #include "search/results/search_pipeline.h"
+#include "shell/actions/recent_opens.h"
 #include "shell/window_harness.h"
 #include "support/gate.h"
 #include "support/mapped_drive.h"
@@ -28,8 +29,10 @@ class FileActions : public testing::Test {
     folder_.MakeFile("dir/b.txt", "b");
     folder_.MakeFile("c.txt", "c");
     Engine().ready = true;
+    TheRecentOpens().Clear();
     Hold({0, 1, 2, 3});
   }
+  ~FileActions() override { TheRecentOpens().Clear(); }
 
   MatchItem HitOf(int row) const { return {&volume_, std::array{dir_, a_, b_, c_}[size_t(row)]}; }
   void Hold(const std::vector<int>& rows) {
@@ -58,6 +61,11 @@ class FileActions : public testing::Test {
   bool IsThere(const std::string& name) { return std::filesystem::exists(folder_.HostPath() / name); }
   bool IsDeleted(int row) { return KindOfLocked(volume_, HitOf(row).index)->isDeleted; }
   void SearchFor(const std::u16string& text) { harness_.window.texts[kQueryBox] = text; }
+  static Paths RecentPaths() {
+    Paths paths;
+    for (const RecentOpenEntry& entry : TheRecentOpens().Entries()) paths.push_back(entry.path);
+    return paths;
+  }
   // Of the rows that the search which ran last has found.
   Paths FoundPaths() {
     EXPECT_EQ(harness_.search.KindsUntilFinal(), std::vector{ResultKind::kFinal});
@@ -89,6 +97,48 @@ TEST_F(FileActions, ShowTheFirstFileInItsFolder) {
 
 TEST_F(FileActions, OpenEachFileInTheOrderOfRows) {
   EXPECT_EQ(CallsOf(FileAction::kOpen, {3, 0}), (Calls{"open Q:\\dir", "open Q:\\c.txt"}));
+}
+
+// The newest first.
+TEST_F(FileActions, RecordWhatWasOpened) {
+  CallsOf(FileAction::kOpen, {0, 3});
+  EXPECT_EQ(RecentPaths(), (Paths{u"Q:\\c.txt", u"Q:\\dir"}));
+  CallsOf(FileAction::kRunAsAdmin, {1, 2});
+  EXPECT_EQ(RecentPaths().front(), u"Q:\\dir\\a.txt");
+  CallsOf(FileAction::kOpenFolder, {2});
+  EXPECT_EQ(RecentPaths(), (Paths{u"Q:\\dir", u"Q:\\dir\\a.txt", u"Q:\\c.txt"})) << "the folder";
+  CallsOf(FileAction::kProperties, {2});
+  CallsOf(FileAction::kCopy, {2});
+  EXPECT_EQ(RecentPaths().size(), 3u);
+}
+
+TEST_F(FileActions, RecordNoFolderThatIsGone) {
+  MarkDeleted(volume_, dir_);
+  CallsOf(FileAction::kOpenFolder, {1});
+  EXPECT_EQ(RecentPaths(), Paths{});
+}
+
+// The record may be another file's by then.
+TEST_F(FileActions, RecordNothingOfAVolumeThatWasBuiltMeanwhile) {
+  shell.afterCall = [&](const std::string&) { ++volume_.builds; };
+  EXPECT_EQ(CallsOf(FileAction::kOpen, {1, 3}).size(), 2u);
+  CallsOf(FileAction::kRunAsAdmin, {1});
+  EXPECT_EQ(RecentPaths(), Paths{});
+}
+
+TEST_F(FileActions, ShowTheRecentViewAnewAfterOpening) {
+  for (const FileAction action : {FileAction::kOpen, FileAction::kOpenFolder, FileAction::kRunAsAdmin}) {
+    const uint64_t before = SearchNumber();
+    CallsOf(action, {1});
+    EXPECT_GT(SearchNumber(), before);
+  }
+  SearchFor(u"txt");
+  const uint64_t before = SearchNumber();
+  CallsOf(FileAction::kOpen, {1});
+  SearchFor(u"");
+  TheSearch().SuppressRecentView = true;
+  CallsOf(FileAction::kOpen, {1});
+  EXPECT_EQ(SearchNumber(), before);
 }
 
 TEST_F(FileActions, RunTheFirstFileAsAdministrator) {
