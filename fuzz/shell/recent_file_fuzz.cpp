@@ -1,5 +1,6 @@
 // Any bytes as the file of the files opened last: few entries, each once and with a path, which come
 // back from the text that is written of them.
+#include "platform/text.h"
 #include "shell/actions/recent_file.h"
 
 #include "platform/text_file.h"

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "platform/text.h"
 #include "shell/actions/recent_file.h"
 #include "support/volumes.h"
 
