@@ -6,6 +6,7 @@
 #include <tlhelp32.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
@@ -24,6 +25,7 @@
 #include "search/attributes/attr_cache_file.h"
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"
+#include "shell/search/row_icons.h"
 #include "shell/search/row_text.h"
 #include "shell/search/search_places.h"
 #include "shell/search/view_mode.h"
@@ -234,6 +236,19 @@ LRESULT PrivateKb() {
   return static_cast<LRESULT>(bytes / 1'024);
 }
 
+// Rows in view of whose picture that is known.
+LRESULT CountThumbnails(const AppState& app, const std::function<bool(const KnownThumbnail&)>& isSo) {
+  const auto rows = ShownResults();
+  const RowSpan inView = app.search.rows.InView(rows->size());
+  const int size = ScaleFor(app.systemDpi, IconSizeOf(ViewModeOfSettings()));
+  LRESULT count = 0;
+  for (uint64_t row = inView.first; row < inView.end; ++row) {
+    const std::u16string path = PathOfRow(TextOfRow((*rows)[row]));
+    count += isSo(app.search.icons->ThumbnailOf(path, size)) ? 1 : 0;
+  }
+  return count;
+}
+
 LRESULT CountRecords() {
   size_t count = 0;
   for (VolumeIndex* const volume : CopyVolumes(Engine())) {
@@ -329,6 +344,11 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
       return TimePaints(window, window.Context().client, argument);
     case Probe::kTimeHovers:
       return TimePaints(window, TwoRows(), argument);
+    case Probe::kShowIcons: {
+      static IconCache* const icons = app.search.icons;
+      app.search.icons = argument == 0 ? nullptr : icons;
+      break;
+    }
     case Probe::kSetHighContrast: {
       static const auto asTheSystemSays = readHighContrast;
       readHighContrast = argument == 0 ? asTheSystemSays : HighContrastOfTest;
@@ -450,6 +470,12 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return PrivateKb();
     case Probe::kRecords:
       return CountRecords();
+    case Probe::kThumbnailsInView:
+      return CountThumbnails(app, [](const KnownThumbnail& known) { return known.icon != nullptr; });
+    case Probe::kRefusedInView:
+      return CountThumbnails(app, [](const KnownThumbnail& known) { return known.isRefused; });
+    case Probe::kThumbnailJobs:
+      return static_cast<LRESULT>(TheSearch().thumbGeneration.Number());
     case Probe::kPixel:
       return GetPixel(window.backBuffer.Dc(), static_cast<int>(argument & 0xFFFF),
                       static_cast<int>(argument >> 16));

@@ -65,6 +65,11 @@ enum class Probe : uintptr_t {
   kOtherTrims,
   kRecords,  // of all volumes, those of deleted files included
 
+  // Of icons.
+  kThumbnailsInView,  // rows in view that show their picture
+  kRefusedInView,     // rows in view whose picture could not be had, a short while ago
+  kThumbnailJobs,     // begun since the start
+
   // Of the made-up view, in a program that has it (kMadeUpViewVariable).
   kMadeUpScrollY,   // argument: 0 groups, 1 files; of the next ones too
   kMadeUpHoverRow,  // -1: none
@@ -101,6 +106,7 @@ enum class Probe : uintptr_t {
   kCycleScreen,      // argument: a Screen + 256 * times
   kDeleteRow,        // argument: the row, whose record counts as deleted from now on
   kSetHighContrast,  // argument: 0 as the system says, 1 on: white on black
+  kShowIcons,        // argument: 0, rows have none, or 1
   kShowMadeUpView,   // argument: 1, or 0 for the search
 };
 
