@@ -25,6 +25,7 @@
 #include "search/attributes/attr_cache_file.h"
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"
+#include "shell/app/tray_menu.h"
 #include "shell/search/row_icons.h"
 #include "shell/search/row_text.h"
 #include "shell/search/search_places.h"
@@ -277,6 +278,9 @@ LRESULT Do(AppState& app, MainWindow& window, Probe probe, uint32_t argument) {
         RedrawWindow(window.Handle(), nullptr, nullptr, RDW_INVALIDATE | children | RDW_UPDATENOW);
       }
       GdiFlush();  // onto the screen, for a picture of it
+      break;
+    case Probe::kChooseFromTray:
+      window.CarryOut(OnTrayChoice(app, window.Context(), static_cast<uint16_t>(argument)));
       break;
     case Probe::kRequestExit:
       app.exitRequested = true;

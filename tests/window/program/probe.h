@@ -83,6 +83,7 @@ enum class Probe : uintptr_t {
   kSwitchTheme,         // argument: times
   kRepaint,             // argument: times; the whole window, at once
   kTakePreset,          // argument: its index
+  kChooseFromTray,      // argument: a command of the tray's menu
   kRequestExit,         // as the menu's "Exit", without the close that follows it
   kThrowInJob,          // an exception leaves a background job
   kCrash,               // of a background job

@@ -19,7 +19,7 @@ struct RunValue : testing::Test {
 
 TEST_F(RunValue, IsATextThatIsNotEmpty) {
   EXPECT_FALSE(HasRunKeyValue());
-  for (const DWORD type : {REG_SZ, REG_EXPAND_SZ}) {
+  for (const DWORD type : {DWORD{REG_SZ}, DWORD{REG_EXPAND_SZ}}) {
     Set(type, L"%X%", sizeof L"%X%");
     EXPECT_TRUE(HasRunKeyValue()) << type;
     Set(type, L"", sizeof L"");
