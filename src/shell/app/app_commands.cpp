@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "config/translate.h"
+#include "shell/app/manual_refresh.h"
 #include "shell/app/routing.h"
 #include "shell/view/commands.h"
 
@@ -66,6 +67,9 @@ Effects RunAppCommand(AppState& app, const ViewContext& context, uint16_t id) {
     case kCommandSettings:
       return Tell(context,
                   {u"Status_SettingsMissing", u"The Settings Center is not part of this version."});
+    case kCommandRefreshNonNtfs:
+      RefreshNonNtfs(app, context);
+      return {};
     default:
       return {.isTaken = false};
   }

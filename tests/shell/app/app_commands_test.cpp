@@ -63,6 +63,12 @@ TEST_F(AppCommands, DuplicatesAreEnteredAndLeftForSearch) {
   EXPECT_EQ(app.appMode, AppMode::kSearch);
 }
 
+TEST_F(AppCommands, ARefreshWithoutADriveToBeRefreshedDoesNothing) {
+  pump.status = u"before";
+  EXPECT_TRUE(Run(kCommandRefreshNonNtfs));
+  EXPECT_EQ(pump.status, u"before");
+}
+
 TEST_F(AppCommands, OthersAreLeftToTheView) {
   EXPECT_FALSE(Run(kCommandOpen));
   EXPECT_FALSE(Run(0));

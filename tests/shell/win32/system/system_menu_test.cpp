@@ -9,8 +9,8 @@ namespace quilmark {
 namespace {
 
 TEST(SystemMenu, TakesNoMessageWhileItIsClosed) {
-  for (const UINT message : {WM_INITMENUPOPUP, WM_MENUCHAR, WM_DRAWITEM, WM_MEASUREITEM, WM_PAINT}) {
-    EXPECT_FALSE(OfferToSystemMenu(message, 0, 0).has_value());
+  for (const int message : {WM_INITMENUPOPUP, WM_MENUCHAR, WM_DRAWITEM, WM_MEASUREITEM, WM_PAINT}) {
+    EXPECT_FALSE(OfferToSystemMenu(static_cast<UINT>(message), 0, 0).has_value());
   }
 }
 
