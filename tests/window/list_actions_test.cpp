@@ -1,7 +1,8 @@
 // What is done with the files of the list, by real keys and the mouse; another program reads the result.
 #include <gtest/gtest.h>
 
-#include <ole2.h>
+#include <windows.h>
+
 #include <shellapi.h>
 
 #include <filesystem>
@@ -118,104 +119,6 @@ TEST_F(ListActions, DeleteForGoodAfterAQuestion) {
   WaitForRows(kFiles - 3);
   EXPECT_FALSE(IsOnDrive(5) || IsOnDrive(6) || IsOnDrive(7));
   EXPECT_TRUE(IsOnDrive(4) && IsOnDrive(8));
-}
-
-// The interfaces of COM have no virtual destructor.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
-// A window that takes files, and writes down what it was given. It ends with the test.
-class DropWindow final : public IDropTarget {
- public:
-  virtual ~DropWindow() = default;
-  explicit DropWindow(const RECT& place) {
-    EXPECT_EQ(OleInitialize(nullptr), S_OK);
-    window_ =
-        CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"takes files", WS_POPUP | WS_VISIBLE | SS_NOTIFY,
-                        place.left, place.top, place.right - place.left, place.bottom - place.top,
-                        nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(RegisterDragDrop(window_, this), S_OK);
-  }
-  void Close() {
-    RevokeDragDrop(window_);
-    DestroyWindow(window_);
-    OleUninitialize();
-  }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    const bool isKnown = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IDropTarget);
-    *object = isKnown ? static_cast<IDropTarget*>(this) : nullptr;
-    return isKnown ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject*, DWORD, POINTL, DWORD* effect) override {
-    allowed = *effect;
-    *effect = DROPEFFECT_COPY;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL, DWORD* effect) override {
-    *effect = DROPEFFECT_COPY;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE DragLeave() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD, POINTL, DWORD* effect) override {
-    FORMATETC format = {CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
-    STGMEDIUM medium = {};
-    if (SUCCEEDED(data->GetData(&format, &medium))) {
-      files = FilesOf(static_cast<HDROP>(medium.hGlobal));
-      ReleaseStgMedium(&medium);
-    }
-    format.cfFormat = static_cast<CLIPFORMAT>(EffectFormat());
-    if (SUCCEEDED(data->GetData(&format, &medium))) {
-      preferred = EffectIn(medium.hGlobal);
-      ReleaseStgMedium(&medium);
-    }
-    *effect = DROPEFFECT_COPY;
-    isDropped = true;
-    return S_OK;
-  }
-
-  Paths files;
-  DWORD allowed = 0;
-  uint32_t preferred = 0;
-  bool isDropped = false;
-
- private:
-  HWND window_ = nullptr;
-};
-#pragma GCC diagnostic pop
-
-void HandOutMessages() {
-  MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-}
-
-TEST_F(ListActions, DragIntoAnotherProgram) {
-  ChooseRows(1, 2);
-  RECT frame = {};
-  GetWindowRect(program.Window(), &frame);
-  POINT row = {150, MiddleOf(1)};
-  ClientToScreen(program.Window(), &row);
-  DropWindow target({frame.left + 500, row.y + 200, frame.left + 700, row.y + 300});
-  HandOutMessages();
-  const POINT within = {frame.left + 600, row.y + 250};
-
-  program.MouseAt(row, MOUSEEVENTF_LEFTDOWN);
-  WaitUntil("the drop", [&] {
-    HandOutMessages();
-    static int step = 0;
-    // Back and forth, until the drag has begun and the target has seen it.
-    const bool isOver = target.allowed != 0;
-    program.MouseAt({within.x + ++step % 2, within.y}, isOver ? MOUSEEVENTF_LEFTUP : 0);
-    return target.isDropped;
-  });
-  target.Close();
-  EXPECT_EQ(target.files, (Paths{PathOnDisk(1), PathOnDisk(2)}));
-  EXPECT_EQ(target.allowed, static_cast<DWORD>(DROPEFFECT_COPY)) << "never a move";
-  EXPECT_EQ(target.preferred, 1u);
-  EXPECT_EQ(Selected(), 2);
-  EXPECT_TRUE(IsOnDrive(1) && IsOnDrive(2));
 }
 
 }  // namespace

@@ -85,7 +85,7 @@ TEST_F(ListMenu, ShowsTheRowsInAnotherWay) {
   OpenOver(3);
   for (int i = 0; i < 8; ++i) program.Press(VK_UP);  // to "View"
   program.Press(VK_RIGHT);
-  WaitUntil("the views", [] { return OpenMenus() == 2; });
+  WaitUntil("the views", [] { return OpenMenus() >= 2; });
   program.Press(VK_DOWN);
   program.Screenshot("list-menu-views");
   program.Press(VK_DOWN);

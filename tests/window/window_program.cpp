@@ -259,8 +259,6 @@ void WindowProgram::ClickRight(int x, int y) {
   SendMouse(place, MOUSEEVENTF_RIGHTUP);
 }
 
-void WindowProgram::MouseAt(POINT place, DWORD event) { SendMouse(place, event); }
-
 void WindowProgram::Drag(HWND window, POINT from, POINT to) {
   constexpr int kSteps = 4;
   ClientToScreen(window, &from);

@@ -58,9 +58,8 @@ class WindowProgram {
   void ClickWith(WORD key, HWND window, int x, int y);
   void ClickRight(int x, int y);  // over the main window
   void Drag(HWND window, POINT from, POINT to);
-  void MouseAt(POINT place, DWORD event);  // a place of the screen, and a MOUSEEVENTF_ of a button or 0
-  void MoveMouse(int x, int y);            // over the main window
-  void Turn(POINT at, int notches);        // the wheel over the main window; negative towards the user
+  void MoveMouse(int x, int y);              // over the main window
+  void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
   void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
 
   // That of the first date, by its button.

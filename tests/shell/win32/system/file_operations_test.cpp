@@ -37,7 +37,8 @@ TEST_F(FileOperations, DeleteDirectlyWhateverTheAttributes) {
 }
 
 TEST_F(FileOperations, DeleteAnEmptyFolderDirectlyAndNoOther) {
-  const std::u16string file = Make("dir/a.txt"), dir = folder_.PathOf(u"dir");
+  Make("dir/a.txt");
+  const std::u16string dir = folder_.PathOf(u"dir"), file = dir + u"\\a.txt";
   EXPECT_FALSE(DeleteByFileCalls(dir));
   EXPECT_TRUE(IsExistingPath(file));
   EXPECT_TRUE(DeleteByFileCalls(file));
@@ -65,7 +66,8 @@ TEST_F(FileOperations, DeleteDirectlyBeyondTheOldLimitOfPaths) {
     ASSERT_TRUE(MakeFolder(path));
   }
   path += u"\\a.txt";
-  ASSERT_TRUE(WriteFileBytes(path, "x"));
+  ASSERT_TRUE(UniqueFile(CreateFileW(Wide(LongPathOf(path)), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr)));
   EXPECT_TRUE(DeleteByFileCalls(path));
   EXPECT_TRUE(IsMissingPath(path));
 }
