@@ -61,14 +61,11 @@ void CheckWindow(const std::u16string& text) {
   WindowSize size = {1100, 700};
   WindowSettings settings;
   ReadWindowSettings(text, size, settings);
-  int width = 1100, height = 700;
-  LoadWindowSettings(width, height, 0);
-  Require(width == size.width && height == size.height && CurrentWindowSettings == settings);
+  Require(LoadWindowSettings({1100, 700}, 0) == size && CurrentWindowSettings == settings);
   SaveWindowSettings(std::nullopt);
   SaveWindowSettings(WindowPlacement{.restored = size});
-  LoadWindowSettings(width, height, 96);
   // What a line is too long for is the file's loss; numbers never are.
-  Require(width == size.width && height == size.height);
+  Require(LoadWindowSettings(size, 96) == size);
   Require(CurrentWindowSettings.columnWidth == settings.columnWidth);
 }
 

@@ -84,4 +84,11 @@ bool IsDeletablePath(std::u16string_view path) {
 
 bool IsPlainPath(std::u16string_view path) { return AllNames(path, IsPlainName); }
 
+bool IsShellPath(std::u16string_view path) {
+  if (!IsDriveRooted(path)) return false;
+  const std::u16string_view belowRoot = path.substr(kRootLength);
+  if (belowRoot.empty() || belowRoot == u".") return true;
+  return IsDeletablePath(path) && IsPlainPath(path);
+}
+
 }  // namespace quilmark

@@ -34,4 +34,8 @@ bool IsDeletablePath(std::u16string_view path);
 // IsDeletablePath.
 bool IsPlainPath(std::u16string_view path);
 
+// True if the shell takes the path for the one file that it names: the root of a drive, or a plain path
+// below it. Any other is kept from the shell, which would do what was asked to another file.
+bool IsShellPath(std::u16string_view path);
+
 }  // namespace quilmark

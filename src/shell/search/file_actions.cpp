@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "config/translate.h"
 #include "index/tables/volume_index.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -18,6 +19,8 @@
 #include "shell/actions/path_actions.h"
 #include "shell/actions/recent_opens.h"
 #include "shell/actions/shell_paths.h"
+#include "shell/search/search_places.h"
+#include "shell/search/seen_rows.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {
@@ -39,16 +42,25 @@ class ActingMark {
 // What an action works on: never empty where one runs.
 using ChosenFiles = std::vector<ChosenFile>;
 
-// The chosen rows that have a path. Empty where the first has none.
-ChosenFiles ReadChosenFiles(const SearchView& view) {
-  const auto rows = ShownResults();
+// The chosen rows that have a path. Empty where the first has none, and where one of them is not what
+// was seen any more: then the user is told, and nothing is chosen.
+ChosenFiles ReadChosenFiles(SearchView& view, const ViewContext& context) {
+  const auto rows = ChosenSet(view);
   ChosenFiles files;
-  for (const uint64_t row : SelectedRows(view.list.selection, rows->size())) {
+  bool isSeen = rows != nullptr;
+  for (const uint64_t row : SelectedRows(view.list.selection, isSeen ? rows->size() : 0)) {
     auto file = SeeFile((*rows)[static_cast<size_t>(row)]);
     if (!file && files.empty()) return {};
-    if (file) files.push_back(std::move(*file));
+    if (!file) continue;
+    isSeen = isSeen && view.chosenFrom.HasBuild(file->hit.volume, file->build);
+    files.push_back(std::move(*file));
   }
-  return files;
+  const bool hasChoice = view.list.selection.focusRow >= 0 || !view.list.selection.rows.empty();
+  if (isSeen || !hasChoice) return files;
+  ClearSelection(view.list.selection);
+  context.window.SetStatus(
+      TranslateOr(u"Status_RowsChanged", u"The list has changed meanwhile. Search and choose again."));
+  return {};
 }
 
 std::vector<std::u16string> PathsOf(const ChosenFiles& files) {
@@ -57,13 +69,22 @@ std::vector<std::u16string> PathsOf(const ChosenFiles& files) {
   return paths;
 }
 
+bool AreShellPaths(const std::vector<std::u16string>& paths) {
+  return std::all_of(paths.begin(), paths.end(), IsShellPath);
+}
+
+// Nobody is told of a file that the shell cannot be given, as of any other that does not open.
+void Execute(SearchView& view, ShellVerb verb, const ChosenFile& file) {
+  if (IsShellPath(file.path)) view.shell.Execute(verb, file.path);
+}
+
 void RecordOpened(const ChosenFile& file) {
   if (IsStillThere(file)) RecordRecentOpen(file.hit);
 }
 
 void OpenFolder(SearchView& view, const ViewContext&, const ChosenFiles& files) {
   const ChosenFile& file = files.front();
-  view.shell.SelectInFileManager(file.path);
+  if (IsShellPath(file.path)) view.shell.SelectInFileManager(file.path);
   if (const auto folder = FolderOf(file)) {
     RecordRecentOpen(*folder);
     RefreshRecentViewIfNeeded();
@@ -73,14 +94,14 @@ void OpenFolder(SearchView& view, const ViewContext&, const ChosenFiles& files) 
 void Open(SearchView& view, const ViewContext&, const ChosenFiles& files) {
   if (files.size() > kMostOpenedAtOnce && !view.shell.Ask(OpenManyQuestion(files.size()))) return;
   for (const ChosenFile& file : files) {
-    view.shell.Execute(ShellVerb::kOpen, file.path);
+    Execute(view, ShellVerb::kOpen, file);
     RecordOpened(file);
   }
   RefreshRecentViewIfNeeded();
 }
 
 void RunAsAdmin(SearchView& view, const ViewContext&, const ChosenFiles& files) {
-  view.shell.Execute(ShellVerb::kRunAsAdmin, files.front().path);
+  Execute(view, ShellVerb::kRunAsAdmin, files.front());
   RecordOpened(files.front());
   RefreshRecentViewIfNeeded();
 }
@@ -97,7 +118,10 @@ void CopyPaths(SearchView& view, const ViewContext&, const ChosenFiles& files) {
 
 template <DropEffect effect>
 void CopyFiles(SearchView& view, const ViewContext& context, const ChosenFiles& files) {
-  if (!view.shell.CopyFiles(PathsOf(files), effect)) context.window.TellError(ClipboardFailedText());
+  const auto paths = PathsOf(files);
+  // None is passed over: all of them, or an error.
+  const bool isCopied = AreShellPaths(paths) && view.shell.CopyFiles(paths, effect);
+  if (!isCopied) context.window.TellError(ClipboardFailedText());
 }
 
 // Has the index know at once of what is gone, and gives the paths of it.
@@ -173,8 +197,8 @@ void TakeOutOfResults(const std::vector<std::u16string>& paths) {
 Effects RunFileAction(SearchView& view, const ViewContext& context, FileAction action) {
   if (view.isActing) return {};
   const ActingMark mark(view);
-  const ChosenFiles files = ReadChosenFiles(view);
-  if (files.empty()) return {};
+  const ChosenFiles files = ReadChosenFiles(view, context);
+  if (files.empty()) return {.dirty = ListAreaOf(view, context)};  // they may be chosen no more
   for (const ActionRow& row : kActionRows) {
     if (row.action == action) row.run(view, context, files);
   }
@@ -195,19 +219,19 @@ void RemovePathsFromResults(SearchView& view, const ViewContext& context,
 Effects BeginFileDrag(SearchView& view, const ViewContext& context) {
   if (view.isActing) return {.isTaken = false};
   const ActingMark mark(view);
-  const ChosenFiles files = ReadChosenFiles(view);
-  if (files.empty()) return {.isTaken = false};
+  const auto paths = PathsOf(ReadChosenFiles(view, context));
+  if (paths.empty() || !AreShellPaths(paths)) return {.isTaken = false};
   context.window.CarryOut({.tip = u""});
   // The mouse has gone elsewhere meanwhile.
-  return {.isTaken = view.shell.Drag(PathsOf(files)), .rehovers = true};
+  return {.isTaken = view.shell.Drag(paths), .rehovers = true};
 }
 
-Effects ShowSystemContextMenu(SearchView& view, const ViewContext&) {
+Effects ShowSystemContextMenu(SearchView& view, const ViewContext& context) {
   if (view.isActing) return {};
   const ActingMark mark(view);
-  const ChosenFiles files = ReadChosenFiles(view);
-  if (files.empty()) return {};
-  view.shell.ShowSystemMenu(SiblingsOfFirst(PathsOf(files)));
+  const auto paths = SiblingsOfFirst(PathsOf(ReadChosenFiles(view, context)));
+  if (paths.empty() || !AreShellPaths(paths)) return {};
+  view.shell.ShowSystemMenu(paths);
   return {.rehovers = true};
 }
 

@@ -10,6 +10,7 @@
 #include "shell/search/filter_request.h"
 #include "shell/search/rename_place.h"
 #include "shell/search/search_places.h"
+#include "shell/search/seen_rows.h"
 
 namespace quilmark {
 
@@ -71,6 +72,7 @@ Effects Rename(SearchView& view, const ViewContext& context, const std::u16strin
     ClearSelection(view.list.selection);
     view.engine.RefreshFilter(filter);
   } else if (end == CommitEnd::kByKey && IsStillAt(done.index, done.hit)) {
+    BeginChoice(view);
     SelectOnly(view.list.selection, done.index);
   }
   effects.Join(RelayoutList(view, context));

@@ -173,6 +173,8 @@ PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
   const auto rows = ShownResults();
   const bool isTable = ViewModeOfSettings() == ViewMode::kList;
   PaintOutcome outcome;
+  if (seen_.set.lock() != rows) seen_ = SeeRows(rows);
+  showsChoice_ = view_.chosenFrom.IsSameSet(SeenRows()) || view_.chosenFrom.IsSameSet(seen_);
   first_ = first;
   read_.clear();
   term_ = HighlightTerm(TheSearch().CurrentQueryText);
@@ -203,7 +205,7 @@ PaintOutcome ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& 
   const RowPicture picture{
       .context = context,
       .columns = PlaceColumns(view_, context),
-      .colors = ColorsOf(context.palette, selection.rows.contains(row), place.isHovered),
+      .colors = ColorsOf(context.palette, showsChoice_ && selection.rows.contains(row), place.isHovered),
       .place = place,
       .index = row,
       .text = read.text,

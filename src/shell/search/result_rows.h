@@ -11,6 +11,7 @@
 #include "shell/search/row_cells.h"
 #include "shell/search/row_icons.h"
 #include "shell/search/row_text.h"
+#include "shell/search/seen_rows.h"
 
 namespace quilmark {
 
@@ -24,6 +25,9 @@ class ResultRows final : public ListSource {
 
   uint64_t Count() const override;
   PaintOutcome Read(uint64_t first, uint64_t end) override;
+  // The set that was read last, as it was when it was read first.
+  const SeenRows& Seen() const { return seen_; }
+
   PaintOutcome PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
                         const ViewContext& context) const override;
 
@@ -36,7 +40,9 @@ class ResultRows final : public ListSource {
   RowIcon IconOf(const RowText& row, const ViewContext& context, int size) const;
 
   const SearchView& view_;
-  uint64_t first_ = 0;  // of the rows that were read
+  SeenRows seen_;
+  bool showsChoice_ = true;  // the chosen rows are numbers of that set
+  uint64_t first_ = 0;       // of the rows that were read
   std::vector<ReadRow> read_;
   std::u16string term_;          // folded, to be marked in names
   mutable std::u16string path_;  // of the row that is painted: its memory serves the next one

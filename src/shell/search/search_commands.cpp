@@ -8,6 +8,7 @@
 #include "shell/search/filter_request.h"
 #include "shell/search/rename.h"
 #include "shell/search/search_places.h"
+#include "shell/search/seen_rows.h"
 #include "shell/search/sort_request.h"
 #include "shell/search/view_mode.h"
 #include "shell/view/commands.h"
@@ -88,6 +89,7 @@ Effects OpenContextMenu(SearchView& view, const ViewContext& context, Point at) 
   const int64_t row = view.rows.RowAt(at);
   Effects effects;
   if (row >= 0) {
+    BeginChoice(view);
     JoinSelection(view.list.selection, row);
     effects = {.focus = Focus::kWindow, .dirty = ListAreaOf(view, context)};
   }

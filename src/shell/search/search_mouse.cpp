@@ -11,6 +11,7 @@
 #include "shell/search/row_press.h"
 #include "shell/search/search_commands.h"
 #include "shell/search/search_places.h"
+#include "shell/search/seen_rows.h"
 #include "shell/search/sort_request.h"
 #include "shell/search/tip_text.h"
 #include "shell/view/commands.h"
@@ -104,6 +105,7 @@ Effects PressRows(SearchView& view, const ViewContext& context, const ColumnsLay
                   const MouseEvent& event, int64_t row) {
   const bool isName =
       layout.view != ViewMode::kList || ColumnAt(layout, view.rows.scrollX, event.at.x) == 1;
+  BeginChoice(view);
   const PressOutcome outcome = PressRow(view.list, {.row = row,
                                                     .isNameColumn = isName,
                                                     .shift = event.shift,

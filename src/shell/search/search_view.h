@@ -88,6 +88,7 @@ struct SearchView final : View {
   int32_t sidebarScroll = 0;  // first filter tag in view
 
   // List.
+  SeenRows chosenFrom;  // what the selection is made of
   ResultRows source{*this};
   ListView rows{source, {}};
   std::atomic<uint64_t> lastScrollTick = 0;  // milliseconds

@@ -122,5 +122,14 @@ TEST(IsPlainPath, HoldsNothingThatOldCallsChange) {
   }
 }
 
+TEST(IsShellPath, NamesOneFileToTheShell) {
+  for (const auto* path : {u"C:\\", u"Q:\\.", u"C:\\a", u"C:\\a b\\c.txt"})
+    EXPECT_TRUE(IsShellPath(path));
+  for (const auto* path : {u"", u"C:", u"C:\\dot.", u"C:\\blank ", u"C:\\dir.\\a", u"C:\\a*", u"C:\\a:b",
+                           u"C:\\a\\..\\b", u"\\\\server\\share\\a"}) {
+    EXPECT_FALSE(IsShellPath(path));
+  }
+}
+
 }  // namespace
 }  // namespace quilmark

@@ -43,8 +43,15 @@ class FileActions : public testing::Test {
     for (const int row : rows) set.push_back(HitOf(row));
     HoldRows(std::make_shared<const ResultSet>(std::move(set)));
     FollowNewResults(KeepFiltered::kNo, rows.size());
+    See();
+  }
+  // As a paint does, and the choice of one of the rows that it shows.
+  void See() {
+    (void)view.source.Read(0, 1);
+    BeginChoice(view);
   }
   void Choose(const std::vector<int64_t>& rows) {
+    See();
     ClearSelection(view.list.selection);
     for (const int64_t row : rows) SelectToggle(view.list.selection, row);
   }
@@ -226,6 +233,7 @@ TEST_F(FileActions, AskBeforeManyFilesAreOpened) {
   ResultSet rows(16, HitOf(3));
   HoldRows(std::make_shared<const ResultSet>(rows));
   FollowNewResults(KeepFiltered::kNo, 16);
+  See();
   view.list.selection.rows.assign(0, 14);
   Run(FileAction::kOpen);
   EXPECT_EQ(shell.calls.size(), 15u);
@@ -447,6 +455,65 @@ TEST_F(FileActions, OpenTheSystemMenuForOneFolder) {
   Choose({0, 1, 3});
   (void)ShowSystemContextMenu(view, harness_.Context());
   EXPECT_EQ(shell.calls, (Calls{"menu Q:\\dir\\a.txt|Q:\\dir\\b.txt", "menu Q:\\dir|Q:\\c.txt"}));
+}
+
+// The shell takes the dot off, and the name is that of another file.
+TEST_F(FileActions, KeepFromTheShellWhatItTakesForAnotherFile) {
+  const uint32_t dot = AddFile(volume_, u"c.txt.");
+  HoldRows(std::make_shared<const ResultSet>(ResultSet{{&volume_, dot}, HitOf(3)}));
+  FollowNewResults(KeepFiltered::kNo, 2);
+  for (const FileAction action : {FileAction::kOpen, FileAction::kOpenFolder, FileAction::kRunAsAdmin,
+                                  FileAction::kProperties, FileAction::kCopy, FileAction::kCut}) {
+    EXPECT_EQ(CallsOf(action, {0}), Calls{}) << static_cast<int>(action);
+  }
+  EXPECT_EQ(window.errors.size(), 2u) << "of both that copy";
+  EXPECT_EQ(CallsOf(FileAction::kCopy, {0, 1}), Calls{}) << "all of them or none";
+  EXPECT_EQ(CallsOf(FileAction::kOpen, {0, 1}), Calls{"open Q:\\c.txt"});
+  Choose({0});
+  EXPECT_FALSE(BeginFileDrag(view, harness_.Context()).isTaken);
+  (void)ShowSystemContextMenu(view, harness_.Context());
+  EXPECT_EQ(shell.calls, Calls{"open Q:\\c.txt"}) << "and nothing more";
+}
+
+// Jobs put other rows into the list before the window hears of them.
+TEST_F(FileActions, DoNothingToRowsThatCameSinceTheChoice) {
+  Choose({1});
+  shell.calls.clear();
+  ResultSet others{HitOf(3), HitOf(2)};
+  HoldRows(std::make_shared<const ResultSet>(others));
+  FollowNewResults(KeepFiltered::kNo, 2);
+  Run(FileAction::kRecycle);
+  EXPECT_EQ(shell.calls, Calls{});
+  EXPECT_EQ(window.status, u"The list has changed meanwhile. Search and choose again.");
+  EXPECT_TRUE(view.list.selection.rows.empty());
+}
+
+// Painted in the meantime, without the message that clears the choice.
+TEST_F(FileActions, DoNothingToOtherRowsUnderTheOldNumbers) {
+  Choose({1});
+  shell.calls.clear();
+  ResultSet others{HitOf(3), HitOf(2)};
+  HoldRows(std::make_shared<const ResultSet>(others));
+  FollowNewResults(KeepFiltered::kNo, 2);
+  (void)view.source.Read(0, 2);
+  Run(FileAction::kDelete);
+  EXPECT_EQ(shell.calls, Calls{});
+  SelectOnly(view.list.selection, 0);
+  BeginChoice(view);
+  EXPECT_TRUE(view.list.selection.rows.empty()) << "of the former rows";
+}
+
+TEST_F(FileActions, DoNothingToRowsOfAVolumeThatWasBuiltSinceTheyWereSeen) {
+  Choose({1});
+  shell.calls.clear();
+  ++volume_.builds;
+  Run(FileAction::kRecycle);
+  EXPECT_EQ(shell.calls, Calls{});
+  Choose({1});
+  Run(FileAction::kCopy);
+  EXPECT_EQ(shell.calls, Calls{}) << "the rows on the screen are still the old ones";
+  Hold({0, 1, 2, 3});
+  EXPECT_EQ(CallsOf(FileAction::kCopy, {1}), Calls{"copy Q:\\dir\\a.txt"}) << "found anew";
 }
 
 }  // namespace

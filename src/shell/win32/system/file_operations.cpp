@@ -5,13 +5,15 @@
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 #include "shell/actions/deletion.h"
+#include "shell/actions/shell_paths.h"
 #include "shell/win32/system/com.h"
 
 namespace quilmark {
 
 namespace {
 
-constexpr DWORD kSilently = FOF_NOCONFIRMATION | FOF_SILENT | FOF_NOERRORUI;
+// Without the last the shell would delete the folder "page_files" with a "page.htm".
+constexpr DWORD kSilently = FOF_NOCONFIRMATION | FOF_SILENT | FOF_NOERRORUI | FOF_NO_CONNECTED_ELEMENTS;
 
 DWORD FlagsOf(Undo undo) { return kSilently | (undo == Undo::kYes ? FOF_ALLOWUNDO : 0); }
 
@@ -86,6 +88,9 @@ void ExecuteVerb(HWND owner, ShellVerb verb, const std::u16string& path) {
   info.hwnd = owner;
   info.lpVerb = kVerbs[static_cast<size_t>(verb)];
   info.lpFile = Wide(path);
+  // A program expects its own folder, and not that of this one.
+  const std::u16string folder = ParentOfPath(path).value_or(u"");
+  if (!folder.empty() && folder.size() < MAX_PATH) info.lpDirectory = Wide(folder);
   info.nShow = SW_SHOWNORMAL;
   ShellExecuteExW(&info);
 }

@@ -26,11 +26,13 @@ struct OpenHandlers {
 };
 OpenHandlers openHandlers;
 
-// While it lives, libraries are found where other programs' handlers expect their own: also beside this
-// program and in the folders that are added for them. Never in the current folder.
+// While it lives, libraries are found also in the folders that handlers of other programs add for
+// theirs. Never beside this program, where anybody may have put one, and never in the current folder.
 class LibrariesOfHandlers {
  public:
-  LibrariesOfHandlers() { SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS); }
+  LibrariesOfHandlers() {
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
+  }
   ~LibrariesOfHandlers() { HardenLibrarySearch(); }
   LibrariesOfHandlers(const LibrariesOfHandlers&) = delete;
   LibrariesOfHandlers& operator=(const LibrariesOfHandlers&) = delete;
