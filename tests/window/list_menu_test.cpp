@@ -9,14 +9,6 @@ namespace {
 class ListMenu : public ResultsList {
  protected:
   static HWND Menu() { return FindWindowW(L"#32768", nullptr); }
-  // Those of the menu and of what opens from its entries.
-  static int OpenMenus() {
-    int count = 0;
-    for (HWND menu = nullptr; (menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr;) {
-      count += IsWindowVisible(menu) ? 1 : 0;
-    }
-    return count;
-  }
   static bool IsOpen() { return Menu() != nullptr && IsWindowVisible(Menu()); }
 
   void OpenAt(int x, int y) {
@@ -79,20 +71,6 @@ TEST_F(ListMenu, PutsTheTagsIntoTheSidebarAndBack) {
   program.Screenshot("list-menu-sidebar");
   ChooseFromTheEnd(4);
   WaitUntil("the bar", [&] { return program.Ask(Probe::kHeaderTop) == bar; });
-}
-
-TEST_F(ListMenu, ShowsTheRowsInAnotherWay) {
-  OpenOver(3);
-  for (int i = 0; i < 8; ++i) program.Press(VK_UP);  // to "View"
-  program.Press(VK_RIGHT);
-  WaitUntil("the views", [] { return OpenMenus() >= 2; });
-  program.Press(VK_DOWN);
-  program.Screenshot("list-menu-views");
-  program.Press(VK_DOWN);
-  program.Press(VK_RETURN);
-  WaitForNone();
-  WaitUntil("another view", [&] { return program.Ask(Probe::kViewMode) != 0; });
-  program.Screenshot("list-menu-large-icons");
 }
 
 }  // namespace

@@ -428,8 +428,6 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return app.search.pathColumnWidth;
     case Probe::kSyncs:
       return syncs;
-    case Probe::kViewMode:
-      return CurrentWindowSettings.viewMode;
     case Probe::kScrollX:
       return app.search.rows.scrollX;
     case Probe::kBarPosition:

@@ -54,7 +54,6 @@ enum class Probe : uintptr_t {
   kThreadsStarted,
   kDiskReads,        // calls that ask the disk for something
   kDiskWrites,       // calls that write to a file
-  kViewMode,         // 0 list, 1 small icons, 2 large icons
   kAttributesSaved,  // 1: nothing is left for the next save of the attributes
 
   // What it holds.
