@@ -96,8 +96,10 @@ void ExecuteVerb(HWND owner, ShellVerb verb, const std::u16string& path) {
 }
 
 bool StartExplorer(HWND owner, const std::u16string& arguments) {
+  // By its full path: an elevated program must not take one from its current folder, nor from the
+  // Windows folder of his own that a terminal server gives a user.
   wchar_t folder[MAX_PATH] = {};
-  const UINT length = GetWindowsDirectoryW(folder, MAX_PATH);
+  const UINT length = GetSystemWindowsDirectoryW(folder, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
   const std::u16string program = std::u16string(FromWide(folder)) + u"\\explorer.exe";
   const ComApartment apartment;

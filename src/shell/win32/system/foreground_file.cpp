@@ -1,7 +1,5 @@
 #include "shell/win32/system/foreground_file.h"
 
-#include <shellapi.h>
-
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +7,8 @@
 #include "config/translate.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
+#include "shell/actions/shell_paths.h"
+#include "shell/win32/system/file_operations.h"
 
 namespace quilmark {
 
@@ -29,24 +29,11 @@ std::optional<std::u16string> ForegroundProgram() {
   return path;
 }
 
-// Starts the file manager by its full path: an elevated program must not take one from its current
-// folder.
-bool ShowInFileManager(const std::u16string& path) {
-  wchar_t folder[MAX_PATH] = {};
-  const UINT length = GetWindowsDirectoryW(folder, MAX_PATH);
-  if (length == 0 || length >= MAX_PATH) return false;
-  const std::u16string program = std::u16string(FromWide(folder)) + u"\\explorer.exe";
-  const std::u16string arguments = u"/select,\"" + path + u"\"";
-  const auto result = reinterpret_cast<INT_PTR>(
-      ShellExecuteW(nullptr, L"open", Wide(program), Wide(arguments), folder, SW_SHOWNORMAL));
-  return result > 32;
-}
-
 }  // namespace
 
 void ShowForegroundFile(HWND owner) {
   const auto path = ForegroundProgram();
-  if (path && ShowInFileManager(*path)) return;
+  if (path && StartExplorer(owner, SelectArguments(*path))) return;
   static bool isTelling = false;  // the loop of the box hands out the hotkey too
   if (std::exchange(isTelling, true)) return;
   MessageBoxW(owner,
