@@ -159,15 +159,16 @@ TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
     Reorder(3);
     const size_t before = Filter(settings).size();
     EXPECT_EQ(before, 2u);
+    std::unique_lock writer(volume->indexLock);  // the jobs wait
     for (const int column : {4, 3}) {
       Reorder(column);
       Hold();
-      const std::scoped_lock writer(volume->indexLock);  // the job waits
       FollowNewResults(KeepFiltered::kIfThere, rows->size());
       RefreshFilteredResultsAsync(settings);
       EXPECT_EQ(DisplayCount(), 2u) << column;
       EXPECT_EQ(ShownResults()->size(), 2u) << column;
     }
+    writer.unlock();
     ASSERT_TRUE(WaitForBackgroundJobs(60'000));
     while (search.queue.Take(0)) {
     }
