@@ -6,7 +6,7 @@
 #   --windows  the engine's tests as Windows programs, under Wine
 #   --window   the window, driven under Wine
 #   --fuzz     each fuzz target for a few seconds
-#   FILTER     a layer (platform config canvas index search shell cli), or tests whose name holds this text, or a pattern
+#   FILTER     a layer (platform config canvas index search content shell cli), or tests whose name holds this text, or a pattern
 #              as --gtest_filter takes it; of fuzz targets, those whose name holds it
 set -uo pipefail
 script=$(realpath "$0")
@@ -30,7 +30,7 @@ source tools/test_steps.sh
 trap end_workers EXIT
 
 has_part() { [ "$part" = all ] || [ "$part" = "$1" ]; }
-layers="platform config canvas index search shell cli"
+layers="platform config canvas index search content shell cli"
 threaded="platform index search shell"
 layer=
 if [[ -n $filter && " $layers " == *" $filter "* ]]; then

@@ -11,6 +11,7 @@ SHELL = rooms.Layer(rooms.SRC / "shell",
                     ["view", "list", "actions", "search", "settings", "app", "win32/gdi", "win32/system", "win32/controls", "win32/window"])
 INDEX = rooms.Layer(rooms.SRC / "index", ["device", "tables", "follow", "build", "engine", "life"])
 SEARCH = rooms.Layer(rooms.SRC / "search", ["query", "scan", "results", "attributes", "filter", "sort"])
+CONTENT = rooms.Layer(rooms.SRC / "content", ["match", "archive", "settings", "run"])
 ENTRIES = {SHELL: ["win32/main.cpp"]}  # stand above all rooms
 # What a view shows is nothing that the code of the system knows of.
 UNKNOWN_TO_WIN32 = re.compile(r'#include "(index|search|content|analysis|duplicates)/|#include "shell/(search|analysis|duplicates)/')
@@ -62,7 +63,7 @@ class Waits(unittest.TestCase):
 
 class Rooms(unittest.TestCase):
     def of_all(self, ask, wanted=lambda layer: []):
-        for layer in (SHELL, INDEX, SEARCH):
+        for layer in (SHELL, INDEX, SEARCH, CONTENT):
             with self.subTest(layer.folder.name):
                 self.assertNotEqual(layer.sources(), [])
                 self.assertEqual(ask(layer), wanted(layer))
