@@ -11,6 +11,10 @@ rm -rf "$tour"
 mkdir -p "$tour"
 settings="$WINEPREFIX/drive_c/Quilmark-settings"
 rm -rf "$settings"
+# A file to be opened, with a name that no drive has by chance.
+notes="$WINEPREFIX/drive_c/Quilmark tour/What the tour opened.txt"
+mkdir -p "${notes%/*}"
+printf 'Opened from the list by Enter.\r\n' >"$notes"
 wine_keep
 wine "$program" >/dev/null 2>&1 </dev/null &
 running=$!
@@ -49,11 +53,15 @@ picture() {
   rm -f "$last"
 }
 
-search_for() {
-  local name=$1 text=$2 title
+clear_box() {
   xdotool key --clearmodifiers ctrl+a
   xdotool key BackSpace
   window_titled '^Quilmark - Filter: .* Hits: 0$' 60 >/dev/null || true
+}
+
+search_for() {
+  local name=$1 text=$2 title
+  clear_box
   xdotool type --delay 20 "$text"
   if window=$(window_titled '^Quilmark - Filter: .* Hits: [1-9][0-9]*$' 60); then
     title=$(xdotool getwindowname "$window")
@@ -64,6 +72,23 @@ search_for() {
     window=$(window_titled '^Quilmark') || fail "no window any more"
   fi
   picture "$name"
+}
+
+# Opens the first row as a user does, and closes the other program again.
+open_first_row() {
+  local other title
+  xdotool mousemove --window "$window" 300 "$first_row" click 1
+  xdotool key Return
+  other=$(window_titled "$1" 60) || fail "nothing was opened"
+  title=$(xdotool getwindowname "$other")
+  picture "$2"
+  xdotool windowactivate --sync "$other" key --clearmodifiers alt+F4
+  for _ in $(seq 100); do
+    xdotool search --name "$1" >/dev/null 2>&1 || break
+    sleep 0.1
+  done
+  xdotool windowactivate --sync "$window"
+  echo "opened: $title"
 }
 
 window=$(window_titled '^Quilmark') || fail "no window came"
@@ -80,5 +105,12 @@ xdotool key --window "$window" ctrl+Home
 xdotool mousemove --window "$window" 500 400 click --repeat 20 5
 sleep 0.5
 picture 4-scrolled
+search_for 5-found 'what the tour'
+open_first_row '^What the tour opened' 6-opened
+xdotool mousemove --window "$window" 300 30 click 1
+clear_box
+window=$(window_titled '^Quilmark - Filter: .* Hits: 1$' 60) || fail "no recent list"
+echo "recent: $(tr -d '\r' <"$settings/recent.ini" | cut -f 2)"
+picture 7-recent
 wmctrl -c Quilmark
 echo "pictures: $tour"

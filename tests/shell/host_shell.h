@@ -121,6 +121,7 @@ class HostShell : public RecordingShell, private EntryCalls {
     const bool isFolder = std::filesystem::is_directory(std::filesystem::symlink_status(host));
     return !isFolder && !IsHeld(host) && RemoveFileAt(path);
   }
+  std::vector<std::u16string> OtherNamesOf(const std::u16string&) override { return {}; }
   static bool RemoveFileAt(const std::u16string& path) { return quilmark::RemoveFile(path); }
 
   std::mt19937 random_;

@@ -49,6 +49,7 @@ struct SearchEngine {
   std::atomic<bool> awaitsCaches = false;
   SingleJob syncing;                         // brings the volumes in line with the drives
   SingleJob prewarming;                      // fills the attribute cache
+  SingleJob refreshing;                      // the manual refresh of drives without a journal
   std::atomic<PostTarget> window = nullptr;  // the main window, once it exists
 
   // Installed by the program before InitBackground, and not changed afterwards.

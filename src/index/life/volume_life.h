@@ -59,7 +59,7 @@ void DropAllVolumes(SearchEngine& engine);
 [[nodiscard]] bool HasNonNtfsVolume(SearchEngine& engine);
 
 // Job "refresh_non_ntfs": walks every such drive again, drops volumes of drives that are gone, posts
-// WM_NON_NTFS_REFRESHED.
+// WM_NON_NTFS_REFRESHED. Asked for while it runs, once or more, it runs once again behind itself.
 void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window);
 
 // Job "device_change_sync_volume", for the arrival of the letters in `unitMask`: syncs if one of them

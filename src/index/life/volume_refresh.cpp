@@ -179,7 +179,9 @@ bool HasNonNtfsVolume(SearchEngine& engine) {
 }
 
 void RefreshAllNonNtfsAsync(SearchEngine& engine, PostTarget window) {
-  RunBackground("refresh_non_ntfs", [&engine, window] { RunRefresh(engine, window); });
+  engine.refreshing.Start(
+      "refresh_non_ntfs", [&engine, window] { RunRefresh(engine, window); },
+      [&engine, window] { RefreshAllNonNtfsAsync(engine, window); });
 }
 
 }  // namespace quilmark

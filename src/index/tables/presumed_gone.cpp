@@ -1,5 +1,6 @@
 #include "index/tables/presumed_gone.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -11,9 +12,6 @@ namespace quilmark {
 
 namespace {
 
-// What is known of a record while a tree is looked for.
-enum class Place : uint8_t { kUnknown, kOnTheWay, kOutside, kInside };
-
 std::optional<uint32_t> ParentIndex(const VolumeIndex& volume, uint32_t index) {
   const auto parent = IndexOf(volume.frnToIndex, volume.records, volume.records[index].parentFrn);
   if (!parent || *parent == kRootWithoutRecord) return std::nullopt;
@@ -22,47 +20,29 @@ std::optional<uint32_t> ParentIndex(const VolumeIndex& volume, uint32_t index) {
 
 constexpr size_t kMostAncestors = 100;  // as BuildPath follows
 
-// Finds the uppermost chosen folder that each record lies below: its index in `roots` for a record that
-// is Place::kInside.
-struct Tree {
-  const VolumeIndex& volume;
-  std::vector<Place> places;
-  std::vector<uint32_t> roots;
-  std::vector<uint32_t> way;  // from a record up to the first whose place is known
+// Folders that are gone, each with the uppermost chosen folder that it lies in: that folder itself, for
+// one that lies in no other.
+using GoneFolders = boost::unordered_flat_map<uint64_t, uint64_t>;
 
-  Tree(const VolumeIndex& of, std::span<const uint32_t> folders)
-      : volume(of), places(of.records.size(), Place::kUnknown), roots(of.records.size()) {
-    for (const uint32_t index : folders) places[index] = Place::kInside;
-    for (const uint32_t index : folders) roots[index] = UppermostOf(index);
+// REQUIRES that `gone` holds the chosen folders alone.
+uint64_t UppermostOf(const VolumeIndex& volume, const GoneFolders& gone, uint32_t folder) {
+  uint64_t uppermost = volume.records[folder].frn;
+  auto at = ParentIndex(volume, folder);
+  for (size_t step = 0; at && step < kMostAncestors; ++step) {
+    if (gone.contains(volume.records[*at].frn)) uppermost = volume.records[*at].frn;
+    at = ParentIndex(volume, *at);
   }
+  return uppermost;
+}
 
-  // REQUIRES that no other records than the chosen folders are settled.
-  uint32_t UppermostOf(uint32_t folder) const {
-    uint32_t uppermost = folder;
-    auto at = ParentIndex(volume, folder);
-    for (size_t step = 0; at && step < kMostAncestors; ++step) {
-      if (places[*at] == Place::kInside) uppermost = *at;
-      at = ParentIndex(volume, *at);
-    }
-    return uppermost;
+GoneFolders ChosenFolders(const VolumeIndex& volume, std::span<const uint32_t> folders) {
+  GoneFolders chosen, gone;
+  for (const uint32_t index : folders) chosen.emplace(volume.records[index].frn, 0);
+  for (const uint32_t index : folders) {
+    gone.emplace(volume.records[index].frn, UppermostOf(volume, chosen, index));
   }
-
-  // Each record is walked over once. A circle of parents lies outside.
-  void Settle(uint32_t index) {
-    way.clear();
-    std::optional<uint32_t> at = index;
-    while (at && places[*at] == Place::kUnknown) {
-      places[*at] = Place::kOnTheWay;
-      way.push_back(*at);
-      at = ParentIndex(volume, *at);
-    }
-    const bool isInside = at && places[*at] == Place::kInside;
-    for (const uint32_t each : way) {
-      places[each] = isInside ? Place::kInside : Place::kOutside;
-      if (isInside) roots[each] = roots[*at];
-    }
-  }
-};
+  return gone;
+}
 
 void MarkGone(VolumeIndex& volume, uint32_t index) {
   const uint64_t frn = volume.records[index].frn;
@@ -76,20 +56,42 @@ void MarkGone(VolumeIndex& volume, uint32_t index) {
   volume.mftSizes.erase(RecordNumberOf(frn));  // the table may go by record number
 }
 
-void PresumeTreesGone(VolumeIndex& volume, std::span<const uint32_t> folders) {
-  Tree tree(volume, folders);
-  PresumedGone& gone = volume.presumedGone;
+void MarkWithTree(VolumeIndex& volume, uint32_t index, uint64_t root) {
+  const uint64_t frn = volume.records[index].frn;
+  if (root != frn) {
+    volume.presumedGone.below[root].push_back(frn);
+    volume.presumedGone.with.insert_or_assign(frn, root);
+  }
+  MarkGone(volume, index);
+}
+
+// Marks what stands right below the folders of `gone`, and adds the folders among it. True if there were
+// such: something below them may stand before them.
+bool MarkOneLevel(VolumeIndex& volume, GoneFolders& gone) {
+  bool hasGrown = false;
   for (uint32_t index = 0; index < volume.records.size(); ++index) {
-    if (volume.records[index].deleted) continue;
-    tree.Settle(index);
-    if (tree.places[index] != Place::kInside) continue;
-    const uint32_t root = tree.roots[index];
-    const uint64_t frn = volume.records[index].frn, rootFrn = volume.records[root].frn;
-    if (root != index) {
-      gone.below[rootFrn].push_back(frn);
-      gone.with.insert_or_assign(frn, rootFrn);
+    const FileRecord& record = volume.records[index];
+    if (record.deleted && !record.isDirectory) continue;
+    const auto parent = gone.find(record.parentFrn);
+    if (parent == gone.end()) continue;
+    const uint64_t root = parent->second;
+    if (record.isDirectory) hasGrown = gone.emplace(record.frn, root).second || hasGrown;
+    if (!record.deleted) MarkWithTree(volume, index, root);
+  }
+  return hasGrown;
+}
+
+// Goes over all records once for a folder without folders in it, and hardly more often for others, as
+// folders mostly stand before what they hold: no record is asked for its ancestors.
+void PresumeTreesGone(VolumeIndex& volume, std::span<const uint32_t> folders) {
+  GoneFolders gone = ChosenFolders(volume, folders);
+  const GoneFolders chosen = gone;
+  for (const uint32_t index : folders) {
+    if (!volume.records[index].deleted) {
+      MarkWithTree(volume, index, chosen.at(volume.records[index].frn));
     }
-    MarkGone(volume, index);
+  }
+  while (MarkOneLevel(volume, gone)) {
   }
 }
 

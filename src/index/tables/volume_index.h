@@ -125,7 +125,7 @@ struct VolumeIndex {
   std::u16string fileSystem;  // nameLock: "NTFS", or the name that the system reports
   mutable OrderedLock nameLock{LockRank::kLeaf, "nameLock"};  // a build may give another name
   std::atomic<bool> valid = true;
-  std::atomic<bool> busy = false;  // a build is running: searches skip the volume
+  std::atomic<uint32_t> busy = 0;  // builds that run or wait: searches skip the volume
   VolumeListeners listeners;
 
   uint64_t builds = 0;  // indexLock; how often the tables were emptied
@@ -191,11 +191,11 @@ void RenameRecord(VolumeIndex& volume, uint32_t index, uint64_t parentFrn, std::
 // Flags the record; no effect on one that is flagged already. indexLock held exclusively.
 void MarkDeleted(VolumeIndex& volume, uint32_t index);
 
-// Keeps `busy` set for its own lifetime. A build has one by way of VolumeBuild (build/volume_build.h).
+// Counts in `busy` for its own lifetime. A build has one by way of VolumeBuild (build/volume_build.h).
 class BusyMark {
  public:
-  explicit BusyMark(VolumeIndex& volume) : volume_(volume) { volume_.busy = true; }
-  ~BusyMark() { volume_.busy = false; }
+  explicit BusyMark(VolumeIndex& volume) : volume_(volume) { ++volume_.busy; }
+  ~BusyMark() { --volume_.busy; }
   BusyMark(const BusyMark&) = delete;
   BusyMark& operator=(const BusyMark&) = delete;
 

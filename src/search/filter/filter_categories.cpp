@@ -140,6 +140,18 @@ void LoadFilterCategories(std::u16string_view language, bool chinese) {
   InstallCategories(std::move(categories));
 }
 
+std::u16string PathOfFilterFile(bool chinese) {
+  std::u16string path = ConfigPath(kMainFile);
+  if (IsMissingPath(path)) WriteTable(kMainFile, DefaultCategories(chinese));
+  return path;
+}
+
+bool ResetFilterCategories(std::u16string_view language, bool chinese) {
+  const std::u16string primary = LanguageFile(language);
+  const FilterTable defaults = DefaultCategories(chinese);
+  return WriteTable(primary, defaults) && (primary == kMainFile || WriteTable(kMainFile, defaults));
+}
+
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese) {
   FilterTable categories;
   const std::u16string primary = LanguageFile(language);

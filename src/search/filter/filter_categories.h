@@ -40,6 +40,14 @@ void InstallCategories(FilterTable table);
 // gives it a category for folders; writes what is missing. `language` may be empty.
 void LoadFilterCategories(std::u16string_view language, bool chinese);
 
+// Path of filters.ini, for whoever edits it by hand; the defaults are written to it first where there is
+// none, which may fail.
+std::u16string PathOfFilterFile(bool chinese);
+
+// Has the next LoadFilterCategories take the defaults; what is in force stays. False if they could not
+// be written.
+[[nodiscard]] bool ResetFilterCategories(std::u16string_view language, bool chinese);
+
 // The table that LoadFilterCategories would take, for a program beside the window: nothing is written,
 // and a table that another language has left behind stays as it is.
 FilterTable ReadFilterCategories(std::u16string_view language, bool chinese);

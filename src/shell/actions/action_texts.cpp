@@ -23,6 +23,16 @@ BoxText DeleteQuestion(const std::vector<std::u16string>& paths) {
               TranslateOr(u"Msg_DeleteMultiConfirmSuffix", u" selected items?")};
 }
 
+BoxText ResetFiltersQuestion() {
+  return {TranslateOr(u"App_Name", u"Quilmark"),
+          TranslateOr(u"Msg_ResetFilterConfirm",
+                      u"Reset filter tags to defaults?\n\n(Restart software to apply UI changes)")};
+}
+
+BoxText ResetDoneNotice() {
+  return {TranslateOr(u"App_Name", u"Quilmark"), TranslateOr(u"Msg_ResetComplete", u"Reset complete.")};
+}
+
 std::u16string ClipboardFailedText() {
   return TranslateOr(u"Msg_CopyClipboardFailed", u"Failed to copy to clipboard.");
 }

@@ -18,6 +18,10 @@ BoxText OpenManyQuestion(size_t count);
 // Whether the files shall be deleted for good: names a single one, counts several. REQUIRES one.
 BoxText DeleteQuestion(const std::vector<std::u16string>& paths);
 
+// The question before the filter tags are reset, and what is said when they are.
+BoxText ResetFiltersQuestion();
+BoxText ResetDoneNotice();
+
 // Files could not be put on the clipboard.
 std::u16string ClipboardFailedText();
 

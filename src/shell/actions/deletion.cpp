@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "platform/files.h"
+#include "platform/shutdown.h"
 #include "platform/text.h"
 #include "shell/actions/shell_paths.h"
 
@@ -46,6 +47,10 @@ DeletionOutcome DeleteAll(ShellPort& shell, const std::vector<std::u16string>& p
   DeletionOutcome outcome;
   DeletedPaths deleted;
   for (const std::u16string& path : paths) {
+    if (ShutdownRequested) {  // by a message that the shell has handed out
+      outcome.isDone.push_back(false);
+      continue;
+    }
     const bool isDone = WentWithItsFolder(deleted, path) || TryInTurn(shell, path, undo);
     if (isDone) deleted.insert(ComparablePath(path));
     outcome.isDone.push_back(isDone);
@@ -62,7 +67,14 @@ bool DeleteEntry(EntryCalls& calls, const std::u16string& path) {
   const bool isCleared =
       cleared != attributes && calls.SetAttributes(path, cleared != 0 ? cleared : kNormalAttribute);
   const bool isFolder = (attributes & kFolderAttribute) != 0;
-  if (isFolder ? calls.RemoveFolder(path) : calls.RemoveFile(path)) return true;
+  const bool mayHaveNames = isCleared && (attributes & (kFolderAttribute | kLinkAttribute)) == 0;
+  const auto others = mayHaveNames ? calls.OtherNamesOf(path) : std::vector<std::u16string>();
+  if (isFolder ? calls.RemoveFolder(path) : calls.RemoveFile(path)) {
+    for (const std::u16string& other : others) {
+      if (calls.SetAttributes(other, attributes)) break;
+    }
+    return true;
+  }
   if (isCleared) calls.SetAttributes(path, attributes);
   return false;
 }

@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <optional>
 #include <shared_mutex>
+#include <unordered_set>
 #include <utility>
 
+#include "config/config_directory.h"
 #include "config/settings_file.h"
 #include "index/engine/volume_list.h"
 #include "platform/background.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "search/query/query.h"
 #include "search/results/glance.h"
@@ -42,6 +45,21 @@ void CutToMost(RecentList& entries) {
 bool IsSameFile(const RecentOpenEntry& one, const RecentOpenEntry& other) {
   return one.volume != nullptr && one.volume == other.volume && one.record == other.record &&
          one.build == other.build;
+}
+
+std::unordered_set<std::u16string> ComparablePaths(const std::vector<std::u16string>& paths) {
+  std::unordered_set<std::u16string> comparable;
+  for (const std::u16string& path : paths) comparable.insert(ComparablePath(path));
+  return comparable;
+}
+
+bool IsAtOrBelow(std::u16string path, const std::unordered_set<std::u16string>& places) {
+  for (;;) {
+    if (places.contains(path)) return true;
+    const size_t end = path.rfind(u'\\');
+    if (end == std::u16string::npos) return false;
+    path.resize(end);
+  }
 }
 
 // Whether the record that was seen is still the file. A volume that was built again has given the number
@@ -133,6 +151,14 @@ void RecentOpens::Rename(std::u16string_view oldPath, std::u16string_view newPat
   Save();
 }
 
+void RecentOpens::ForgetPlaces(const std::vector<std::u16string>& paths) {
+  const std::unordered_set<std::u16string> gone = ComparablePaths(paths);
+  const std::scoped_lock lock(lock_);
+  for (RecentOpenEntry& entry : entries_) {
+    if (IsAtOrBelow(ComparablePath(entry.path), gone)) entry.volume = nullptr;
+  }
+}
+
 void RecentOpens::Save() {
   const std::scoped_lock filing(filing_);
   TakeFileLocked();
@@ -158,7 +184,9 @@ std::vector<RecentOpenEntry> RecentOpens::Entries() const {
   return entries_;
 }
 
-// Adds what the file holds that was neither there before nor is in the list. `filing_` held.
+// Takes in what another copy of the program has changed in the file: adds what was neither there before
+// nor is in the list, and takes out what was there, as it stands in the list, and is not there any more.
+// `filing_` held.
 void RecentOpens::TakeFileLocked() {
   std::u16string text = ReadSettingsFile(kFileName);
   if (text == fileText_ || IsUnreadSettingsFile(kFileName)) return;
@@ -166,10 +194,15 @@ void RecentOpens::TakeFileLocked() {
     fileText_ = std::move(text);
     return;
   }
-  auto former = ReadRecentOpens(fileText_);
+  // A file that is gone was not cleared: a cleared one stands there empty.
+  auto former = IsExistingPath(ConfigPath(kFileName)) ? ReadRecentOpens(fileText_) : RecentList();
   auto standing = ReadRecentOpens(text);
   fileText_ = std::move(text);
   const std::scoped_lock lock(lock_);
+  std::erase_if(entries_, [&](const RecentOpenEntry& entry) {
+    const auto known = FindPathIn(former, entry.path);
+    return known != former.end() && known->openedAt == entry.openedAt && !HasPath(standing, entry.path);
+  });
   for (RecentOpenEntry& entry : standing) {
     if (HasPath(former, entry.path) || HasPath(entries_, entry.path)) continue;
     entries_.push_back(std::move(entry));

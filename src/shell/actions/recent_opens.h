@@ -19,7 +19,8 @@ namespace quilmark {
 // thread does not wait for a job that looks millions of names through. Any thread.
 //
 // Two threads never mix in the file, and what another copy of the program has put there since is kept:
-// it comes behind the entries of this list.
+// it comes behind the entries of this list. What the other has taken out goes from this list too, unless
+// it was opened here since.
 class RecentOpens {
  public:
   // Takes in what the file holds, behind what was opened already.
@@ -33,6 +34,10 @@ class RecentOpens {
 
   // Gives the entry of the old path the new one, if there is one. Saves.
   void Rename(std::u16string_view oldPath, std::u16string_view newPath);
+
+  // Has the entries of these paths, and of all below them, looked up by path from now on: the records may
+  // live again under names of the Recycle Bin.
+  void ForgetPlaces(const std::vector<std::u16string>& paths);
 
   // Rewrites the file. A failure is ignored: the next save makes up for it.
   void Save();

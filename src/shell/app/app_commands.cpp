@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "config/translate.h"
+#include "shell/app/filter_file.h"
 #include "shell/app/manual_refresh.h"
 #include "shell/app/routing.h"
 #include "shell/view/commands.h"
@@ -67,6 +68,12 @@ Effects RunAppCommand(AppState& app, const ViewContext& context, uint16_t id) {
     case kCommandSettings:
       return Tell(context,
                   {u"Status_SettingsMissing", u"The Settings Center is not part of this version."});
+    case kCommandShowFilters:
+      ShowFilterFile(app);
+      return {};
+    case kCommandResetFilters:
+      ResetFilterTags(app, context);
+      return {};
     case kCommandRefreshNonNtfs:
       RefreshNonNtfs(app, context);
       return {};

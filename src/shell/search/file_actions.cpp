@@ -9,6 +9,7 @@
 #include "config/translate.h"
 #include "index/tables/volume_index.h"
 #include "platform/files.h"
+#include "platform/shutdown.h"
 #include "platform/text.h"
 #include "search/query/query.h"
 #include "search/results/glance.h"
@@ -94,6 +95,7 @@ void OpenFolder(SearchView& view, const ViewContext&, const ChosenFiles& files) 
 void Open(SearchView& view, const ViewContext&, const ChosenFiles& files) {
   if (files.size() > kMostOpenedAtOnce && !view.shell.Ask(OpenManyQuestion(files.size()))) return;
   for (const ChosenFile& file : files) {
+    if (ShutdownRequested) return;  // by a message that the shell has handed out
     Execute(view, ShellVerb::kOpen, file);
     RecordOpened(file);
   }
@@ -132,12 +134,15 @@ std::vector<std::u16string> FollowDeletion(const ChosenFiles& files, const Delet
     if (outcome.isDone[i] && IsMissingPath(files[i].path)) deleted.push_back(files[i]);
   }
   MarkDeletedInIndex(deleted);
-  return PathsOf(deleted);
+  std::vector<std::u16string> paths = PathsOf(deleted);
+  TheRecentOpens().ForgetPlaces(paths);
+  return paths;
 }
 
 void Recycle(SearchView& view, const ViewContext& context, const ChosenFiles& files) {
   const DeletionOutcome outcome = DeleteAll(view.shell, PathsOf(files), Undo::kYes);
   const auto deleted = FollowDeletion(files, outcome);
+  if (ShutdownRequested) return;
   if (outcome.failures != 0) {
     context.window.TellError(RecycleFailedText());
   } else {
@@ -150,6 +155,7 @@ void Delete(SearchView& view, const ViewContext& context, const ChosenFiles& fil
   if (!view.shell.Ask(DeleteQuestion(PathsOf(files)))) return;
   const DeletionOutcome outcome = DeleteAll(view.shell, PathsOf(files), Undo::kNo);
   const auto deleted = FollowDeletion(files, outcome);
+  if (ShutdownRequested) return;
   if (outcome.failures != 0) context.window.TellError(DeleteFailedText(outcome.failures));
   RemovePathsFromResults(view, context, deleted);
 }
@@ -170,20 +176,34 @@ constexpr ActionRow kActionRows[] = {
     {FileAction::kRecycle, Recycle},
 };
 
-// True for a hit that was deleted, or whose path is in the set.
-bool IsGone(const MatchItem& hit, const std::unordered_set<std::u16string>& paths) {
+// What was deleted, by ComparablePath, and the last parts of these paths.
+struct GonePaths {
+  std::unordered_set<std::u16string> paths, names;
+
+  explicit GonePaths(const std::vector<std::u16string>& deleted) {
+    for (const std::u16string& path : deleted) {
+      const auto [comparable, isNew] = paths.insert(ComparablePath(path));
+      if (isNew) names.insert(comparable->substr(comparable->rfind(u'\\') + 1));
+    }
+  }
+};
+
+// True for a hit that was deleted, or that has one of the paths: of those nearly all are marked deleted.
+// Waits for whoever writes to the volume.
+bool IsGone(const MatchItem& hit, const GonePaths& gone) {
   // A volume that is being built has told nobody of a deletion yet.
   if (hit.volume == nullptr || !IsSearchable(*hit.volume)) return false;
-  const std::shared_lock lock(hit.volume->indexLock);
-  if (hit.index >= hit.volume->records.size()) return false;
-  return hit.volume->records[hit.index].deleted ||
-         paths.contains(ComparablePath(BuildPath(*hit.volume, hit.index)));
+  const VolumeIndex& volume = *hit.volume;
+  const std::shared_lock lock(volume.indexLock);
+  if (hit.index >= volume.records.size()) return false;
+  return volume.records[hit.index].deleted ||
+         (gone.names.contains(std::u16string(FoldedNameOf(volume.records[hit.index]))) &&
+          gone.paths.contains(ComparablePath(BuildPath(volume, hit.index))));
 }
 
 // The held results without what is gone; a content query is too costly to be run again.
 void TakeOutOfResults(const std::vector<std::u16string>& paths) {
-  std::unordered_set<std::u16string> gone;
-  for (const std::u16string& path : paths) gone.insert(ComparablePath(path));
+  const GonePaths gone(paths);
   const Ticket ticket = TheSearch().CurrentResults.Latest();
   const SearchResults held = TheSearch().CurrentResults.Get();
   auto rows = std::make_shared<ResultSet>();

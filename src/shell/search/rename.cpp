@@ -83,6 +83,7 @@ Effects Rename(SearchView& view, const ViewContext& context, const std::u16strin
 
 Effects OpenRename(SearchView& view, const ViewContext& context) {
   if (view.renaming) return {.editor = Editor::kOpen};
+  if (view.isActing) return {};  // a name that is being deleted is given to nothing else
   const ColumnsLayout layout = PlaceColumns(view, context);
   auto focused = FocusedRow(view);
   if (layout.view != ViewMode::kList || !focused) return {};

@@ -189,19 +189,25 @@ PaintOutcome ResultRows::Read(uint64_t first, uint64_t end) {
 
 RowIcon ResultRows::IconOf(const RowText& row, const ViewContext& context, int size) const {
   if (view_.icons == nullptr || row.name.empty()) return {};
-  return IconOfRow(
+  // The shell may hand out messages, and with them another paint: the buffer is nobody else's until
+  // then.
+  std::u16string path = std::move(path_);
+  RowIcon icon = IconOfRow(
       *view_.icons, row,
-      {.view = ViewModeOfSettings(), .size = size, .isMoving = IsScrolling(view_, context.nowMs)},
-      path_);
+      {.view = ViewModeOfSettings(), .size = size, .isMoving = IsScrolling(view_, context.nowMs)}, path);
+  path_ = std::move(path);
+  return icon;
 }
 
 PaintOutcome ResultRows::PaintRow(Canvas& canvas, uint64_t row, const RowPlace& place,
                                   const ViewContext& context) const {
   if (row - first_ >= read_.size()) return {};
+  const int iconSize = context.Scaled(IconSizeOf(ViewModeOfSettings()));
+  RowIcon icon = IconOf(read_[row - first_].text, context, iconSize);
+  // Another paint that came meanwhile may have read other rows.
+  if (row - first_ >= read_.size()) return {};
   const ReadRow& read = read_[row - first_];
   const Selection& selection = view_.list.selection;
-  const int iconSize = context.Scaled(IconSizeOf(ViewModeOfSettings()));
-  RowIcon icon = IconOf(read.text, context, iconSize);
   const RowPicture picture{
       .context = context,
       .columns = PlaceColumns(view_, context),

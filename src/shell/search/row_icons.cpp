@@ -12,10 +12,12 @@ namespace {
 constexpr std::u16string_view kImageExtensions[] = {u".jpg",  u".jpeg", u".png", u".gif", u".bmp",
                                                     u".webp", u".ico",  u".svg", u".tif", u".psd"};
 
+constexpr std::u16string_view kRootName = u".";  // of the record that stands for a drive itself
+
 void PathInto(const RowText& row, std::u16string& path) {
   path.assign(row.folder);
   if (!path.empty() && path.back() != u'\\') path.push_back(u'\\');
-  path.append(row.name);
+  if (row.name != kRootName) path.append(row.name);
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ struct RowIcon {
 
 // The icon of a row that has a name. Folders share one, drives have their own; a picture shows its
 // thumbnail among large icons, and the icon of its type before it has one. `path` is a buffer, so that
-// a row whose icon is kept allocates nothing.
+// a row whose icon is kept allocates nothing. The shell, where it is asked, may hand out messages before
+// it answers; `row` is not looked at afterwards.
 RowIcon IconOfRow(IconCache& icons, const RowText& row, const RowIconWish& wish, std::u16string& path);
 
 }  // namespace quilmark

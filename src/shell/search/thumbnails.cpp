@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "search/results/glance.h"
 #include "shell/search/row_icons.h"
 
 namespace quilmark {
@@ -24,7 +25,8 @@ struct ThumbnailJob {
 
 // The path of a picture; empty for anything else, and for a record that is gone.
 std::u16string PicturePathOf(const MatchItem& hit) {
-  if (hit.volume == nullptr) return {};
+  // A build holds the lock for as long as it takes.
+  if (hit.volume == nullptr || !IsSearchable(*hit.volume)) return {};
   const std::shared_lock lock(hit.volume->indexLock);
   const auto kind = KindOf(*hit.volume, hit.index);
   if (!kind || kind->isDeleted || kind->isDirectory) return {};

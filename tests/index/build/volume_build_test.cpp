@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <shared_mutex>
 #include <stdexcept>
 
@@ -25,6 +26,14 @@ TEST(VolumeBuild, KeepsTheVolumeBusyAndItsTablesLocked) {
   EXPECT_FALSE(volume.busy);
   EXPECT_TRUE(volume.valid);
   EXPECT_TRUE(std::shared_lock(volume.indexLock, std::try_to_lock).owns_lock());
+}
+
+TEST(VolumeBuild, KeepsTheVolumeBusyUntilTheLastOneHasEnded) {
+  VolumeIndex volume;
+  auto first = std::make_unique<BusyMark>(volume);
+  const BusyMark second(volume);
+  first.reset();
+  EXPECT_TRUE(volume.busy) << "whoever asks does not wait for the second build";
 }
 
 TEST(VolumeBuild, LeavesAVolumeNotValidWhereItHasNotSucceeded) {

@@ -75,6 +75,20 @@ TEST_F(VolumeLife, RefreshCountsWhatFails) {
   EXPECT_THAT(debugOutput, HasSubstr("G::FAIL "));
 }
 
+TEST_F(VolumeLife, RefreshAskedForMeanwhileRunsOnceAgain) {
+  MapE();
+  Start();
+  Posted();
+
+  {
+    const std::scoped_lock held(Volume(0).indexLock);
+    for (int i = 0; i < 3; ++i) RefreshAllNonNtfsAsync(engine, window.Target());
+  }
+  Finish();
+  const auto refreshed = std::tuple(1031u, 1u, 0);
+  EXPECT_THAT(Posted(), testing::Contains(refreshed).Times(2));
+}
+
 TEST_F(VolumeLife, RefreshDropsAWalkedVolumeThatIsGoneAndKeepsNtfs) {
   MapE();
   MapF();

@@ -106,11 +106,14 @@ TEST(DeleteAll, IsDoneWithWhatWentWithItsFolder) {
 // One entry, and what is asked of it.
 struct OneEntry : EntryCalls {
   uint32_t AttributesOf(const std::u16string&) override { return attributes; }
-  bool SetAttributes(const std::u16string&, uint32_t wanted) override {
-    calls.push_back("set " + std::to_string(wanted));
+  bool SetAttributes(const std::u16string& path, uint32_t wanted) override {
+    calls.push_back((path == u"C:\\a" ? "set " : "set of " + ToUtf8(path) + " ") +
+                    std::to_string(wanted));
+    if (path == u"C:\\gone") return false;
     if (takesAttributes) attributes = wanted;
     return takesAttributes;
   }
+  std::vector<std::u16string> OtherNamesOf(const std::u16string&) override { return others; }
   bool RemoveFolder(const std::u16string&) override { return Remove("folder"); }
   bool RemoveFile(const std::u16string&) override { return Remove("file"); }
   bool Remove(const char* what) {
@@ -121,6 +124,7 @@ struct OneEntry : EntryCalls {
   Calls calls;
   uint32_t attributes = 32;
   bool takesAttributes = true, isRemovable = true;
+  std::vector<std::u16string> others;
 };
 
 TEST(DeleteEntry, RemovesAPlainFileAtOnce) {
@@ -156,6 +160,27 @@ TEST(DeleteEntry, GivesAttributesBackToWhatStays) {
   EXPECT_FALSE(DeleteEntry(entry, u"C:\\a"));
   EXPECT_EQ(entry.calls, (Calls{"set 32", "remove file", "set 35"}));
   EXPECT_EQ(entry.attributes, 35u);
+}
+
+TEST(DeleteEntry, GivesAttributesBackToTheOtherNamesOfTheFile) {
+  OneEntry entry;
+  entry.attributes = 32 | 1;
+  entry.others = {u"C:\\gone", u"C:\\b", u"C:\\c"};
+  EXPECT_TRUE(DeleteEntry(entry, u"C:\\a"));
+  EXPECT_EQ(entry.calls, (Calls{"set 32", "remove file", "set of " + std::string("C:\\gone") + " 33",
+                                "set of " + std::string("C:\\b") + " 33"}))
+      << "one name is enough, as they share them";
+}
+
+TEST(DeleteEntry, AsksForNoOtherNamesWhereNothingWasCleared) {
+  for (const uint32_t attributes : {32u, 16u | 1u, 0x400u | 1u}) {
+    OneEntry entry;
+    entry.attributes = attributes;
+    entry.others = {u"C:\\b"};
+    EXPECT_TRUE(DeleteEntry(entry, u"C:\\a"));
+    EXPECT_EQ(entry.attributes & 1, 0u);
+    for (const std::string& call : entry.calls) EXPECT_EQ(call.find("set of"), std::string::npos);
+  }
 }
 
 TEST(DeleteEntry, TriesAlsoWhereAttributesCannotBeSet) {

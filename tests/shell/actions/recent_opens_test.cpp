@@ -179,6 +179,41 @@ TEST_F(RecentOpensTest, WhatAnotherCopyWroteIsKept) {
   EXPECT_EQ(SavedPaths(), (Paths{u"Q:\\2.txt", u"Q:\\one.txt", u"Q:\\three.txt"}));
 }
 
+TEST_F(RecentOpensTest, WhatAnotherCopyClearedIsGoneUnlessItWasOpenedSince) {
+  RecentOpens one, other;
+  one.Record({.openedAt = 1, .path = u"Q:\\one.txt"});
+  one.Record({.openedAt = 2, .path = u"Q:\\two.txt"});
+  other.Load();
+  other.Clear();
+  one.Record({.openedAt = 3, .path = u"Q:\\one.txt"});
+  EXPECT_EQ(SavedPaths(), Paths{u"Q:\\one.txt"});
+  EXPECT_EQ(PathsOf(one), Paths{u"Q:\\one.txt"});
+}
+
+TEST_F(RecentOpensTest, AFileThatIsGoneIsWrittenAgain) {
+  RecentOpens list;
+  list.Record({.openedAt = 1, .path = u"Q:\\one.txt"});
+  ASSERT_TRUE(RemoveFile(FilePath()));
+  list.Record({.openedAt = 2, .path = u"Q:\\two.txt"});
+  EXPECT_EQ(SavedPaths(), (Paths{u"Q:\\two.txt", u"Q:\\one.txt"}));
+}
+
+// The journal calls a recycled file by its name in the bin, and its record lives.
+TEST_F(RecentOpensTest, ARecycledFileDoesNotComeBackUnderItsNameInTheBin) {
+  const MatchItem folder = {&volume, AddFolder(volume, u"folder", kRootFrnOfTests, 90)};
+  const MatchItem inside = {&volume, AddFile(volume, u"inside.txt", 90, 91)};
+  RecordRecentOpen(Item(0));
+  RecordRecentOpen(Item(1));
+  RecordRecentOpen(folder);
+  RecordRecentOpen(inside);
+  TheRecentOpens().ForgetPlaces({u"q:\\ZERO.txt", u"Q:\\folder"});
+  RenameRecord(volume, records[0], kRootFrnOfTests, u"$R1.txt");
+  RenameRecord(volume, folder.index, kRootFrnOfTests, u"$R2");
+  EXPECT_EQ(CollectRecentItems(), Items({1}));
+  RenameRecord(volume, folder.index, kRootFrnOfTests, u"folder");  // taken out of the bin
+  EXPECT_EQ(CollectRecentItems(), (std::vector<MatchItem>{inside, folder, Item(1)}));
+}
+
 TEST_F(RecentOpensTest, AFileThatCannotBeReadOrWrittenIsIgnored) {
   ASSERT_TRUE(MakeFolder(FilePath()));
   RecentOpens list;

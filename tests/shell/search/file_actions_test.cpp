@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "search/results/search_pipeline.h"
 #include "shell/actions/recent_opens.h"
+#include "shell/search/rename.h"
 #include "shell/window_harness.h"
 #include "support/gate.h"
 #include "support/mapped_drive.h"
@@ -411,6 +412,35 @@ TEST_F(FileActions, BeginNoOtherWhileOneRuns) {
   EXPECT_EQ(FoundPaths().size(), 2u);
   shell.afterCall = nullptr;
   EXPECT_EQ(CallsOf(FileAction::kCopy, {1}).size(), 1u) << "and then another may";
+}
+
+// What is being deleted gets no other name: the third way to delete goes by the old one.
+TEST_F(FileActions, RenameNothingWhileOneRuns) {
+  Choose({3});
+  shell.whileAsked = [&] {
+    EXPECT_EQ(OpenRename(view, harness_.Context()).editor, Editor::kKeep);
+    EXPECT_FALSE(view.renaming.has_value());
+  };
+  shell.saysYes = false;
+  Run(FileAction::kDelete);
+  EXPECT_EQ(shell.questions.size(), 1u);
+  EXPECT_EQ(OpenRename(view, harness_.Context()).editor, Editor::kOpen) << "and then it does";
+}
+
+// The tray's Exit, by a message that the shell hands out.
+TEST_F(FileActions, EndWithTheProgram) {
+  shell.afterCall = [](const std::string&) { ShutdownRequested = true; };
+  const auto ended = [&](FileAction action) {
+    Calls calls = CallsOf(action, {1, 2, 3});
+    ShutdownRequested = false;
+    return calls;
+  };
+  EXPECT_EQ(ended(FileAction::kOpen), Calls{"open Q:\\dir\\a.txt"});
+  LetDelete();
+  EXPECT_EQ(ended(FileAction::kRecycle), Calls{"operation with undo Q:\\dir\\a.txt"});
+  EXPECT_TRUE(IsThere("dir/b.txt"));
+  EXPECT_TRUE(window.errors.empty());
+  EXPECT_TRUE(IsDeleted(1));
 }
 
 // Results come in, and clear the selection, while the question stands: it was about these files.

@@ -4,6 +4,7 @@
 
 #include "shell/allocation_count.h"
 #include "shell/list/scripted_icons.h"
+#include "support/volumes.h"
 
 namespace quilmark {
 namespace {
@@ -56,6 +57,15 @@ TEST_F(RowIconOf, ADriveIsItsOwn) {
   const IconRef icon = Of({.name = u"Q:", .isDirectory = true}).icon;
   EXPECT_NE(icon, nullptr);
   EXPECT_NE(icon, icons.FolderIcon(16));
+  EXPECT_EQ(source.Take(), Calls{"folder Q:\\ small"});
+}
+
+// As the list shows the record of the root.
+TEST_F(RowIconOf, ADriveIsItsOwnByItsRecordToo) {
+  const auto volume = MakeTestVolume(u"Q:");
+  const uint32_t root = AddFolder(*volume, u".");
+  const IconRef icon = Of(TextOfRow({volume.get(), root})).icon;
+  EXPECT_NE(icon, nullptr);
   EXPECT_EQ(source.Take(), Calls{"folder Q:\\ small"});
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <mutex>
 
 #include "platform/background.h"
 #include "shell/list/scripted_icons.h"
@@ -70,6 +71,15 @@ TEST_F(Thumbnails, DoNotComeForWhatIsDeleted) {
   MarkDeleted(volume, (*rows)[0].index);
   Load({0, 100});
   EXPECT_EQ(source.Take(), Calls{"thumbnail Q:\\b.PNG 48"});
+}
+
+// A build holds the lock for as long as it takes.
+TEST_F(Thumbnails, DoNotWaitForAVolumeThatIsBuilt) {
+  volume.busy = true;
+  const std::scoped_lock build(volume.indexLock);
+  Load({0, 100});
+  volume.busy = false;
+  EXPECT_EQ(source.Take(), Calls{});
 }
 
 TEST_F(Thumbnails, OfCorruptPicturesTellNobodyAndAreNotTriedAtOnce) {

@@ -2,6 +2,10 @@
 
 #include <shellapi.h>
 
+#include <string>
+#include <vector>
+
+#include "platform/text.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
 #include "shell/actions/deletion.h"
@@ -16,6 +20,8 @@ namespace {
 constexpr DWORD kSilently = FOF_NOCONFIRMATION | FOF_SILENT | FOF_NOERRORUI | FOF_NO_CONNECTED_ELEMENTS;
 
 DWORD FlagsOf(Undo undo) { return kSilently | (undo == Undo::kYes ? FOF_ALLOWUNDO : 0); }
+
+constexpr DWORD kLongestName = 32'768;  // units of a path, with its NUL
 
 UniqueCom<IFileOperation> MakeFileOperation() {
   IFileOperation* operation = nullptr;
@@ -37,6 +43,22 @@ struct SystemEntries final : EntryCalls {
   bool SetAttributes(const std::u16string& path, uint32_t attributes) override {
     return SetFileAttributesW(Wide(LongPathOf(path)), attributes) != FALSE;
   }
+  // Names come from the root of their volume on.
+  std::vector<std::u16string> OtherNamesOf(const std::u16string& path) override {
+    std::vector<std::u16string> names;
+    const std::u16string drive = path.substr(0, 2);
+    std::wstring name(kLongestName, L'\0');
+    DWORD length = kLongestName;
+    const HANDLE find = FindFirstFileNameW(Wide(LongPathOf(path)), 0, &length, name.data());
+    if (find == INVALID_HANDLE_VALUE) return names;
+    do {
+      names.push_back(drive + std::u16string(FromWide(name.c_str())));
+      if (EqualNoCase(names.back(), path)) names.pop_back();
+      length = kLongestName;
+    } while (FindNextFileNameW(find, &length, name.data()) != FALSE);
+    FindClose(find);
+    return names;
+  }
   bool RemoveFolder(const std::u16string& path) override {
     return RemoveDirectoryW(Wide(LongPathOf(path))) != FALSE;
   }
@@ -47,7 +69,9 @@ struct SystemEntries final : EntryCalls {
 static_assert(kNoAttributes == INVALID_FILE_ATTRIBUTES &&
               kReadOnlyAttribute == FILE_ATTRIBUTE_READONLY &&
               kHiddenAttribute == FILE_ATTRIBUTE_HIDDEN && kSystemAttribute == FILE_ATTRIBUTE_SYSTEM &&
-              kFolderAttribute == FILE_ATTRIBUTE_DIRECTORY && kNormalAttribute == FILE_ATTRIBUTE_NORMAL);
+              kFolderAttribute == FILE_ATTRIBUTE_DIRECTORY &&
+              kLinkAttribute == FILE_ATTRIBUTE_REPARSE_POINT &&
+              kNormalAttribute == FILE_ATTRIBUTE_NORMAL);
 
 }  // namespace
 
