@@ -419,6 +419,12 @@ def search_seeds():
     seed("scan_kernel_fuzz", "typical", names("port", "Report.txt", "", "portport", "PORT", "por", "新port"))
     seed("scan_kernel_fuzz", "one_unit", names("a", "a", "b", "A" * 40, "xyz" * 20 + "a"))
     seed("scan_kernel_fuzz", "long", names("a needle of more than sixteen", "no", "A NEEDLE OF MORE THAN SIXTEEN units"))
+    def block(needle, text):
+        return bytes([len(needle)]) + needle + text
+
+    seed("byte_search_fuzz", "typical", block(b"word", b"a word of a text, w\0o\0r\0d\0" * 9))
+    seed("byte_search_fuzz", "one_byte", block(b"q", b"the text has none, and many bytes more than a step" * 3))
+    seed("byte_search_fuzz", "utf8", block("Größe".encode(), "die Größe und ".encode() + "Größe".encode("cp1252")))
     seed("initials_fuzz", "typical", b"\2xj" + utf16("新建.txt"))
     seed("initials_fuzz", "mixed", b"\3a1x" + utf16("A1新.b"))
 

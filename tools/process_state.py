@@ -14,7 +14,7 @@ import sys
 from typing import NamedTuple, Optional
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
-LAYERS = ("platform", "config", "canvas", "index", "search", "shell", "cli")
+LAYERS = ("platform", "config", "canvas", "index", "search", "content", "shell", "cli")
 HEADING = "## State that lives with the process"
 NM = {"posix": "nm", "win32": "x86_64-w64-mingw32-nm"}
 # What a compiler or a sanitizer adds, guards of static variables, and types' own data.

@@ -13,4 +13,9 @@ enum class CodePage { kUtf8, kAnsi };
 // The bytes of `text`; empty where a character has no form in the code page.
 [[nodiscard]] std::optional<std::string> EncodeText(std::u16string_view text, CodePage page);
 
+// The bytes of `text` in kAnsi as WideCharToMultiByte gives them for code page 0 without flags: where a
+// character has no form of its own stands a look-alike or the default character, which is "?" on a POSIX
+// host. Empty for no text, and where the system converts nothing.
+[[nodiscard]] std::string EncodeAnsiLossy(std::u16string_view text);
+
 }  // namespace quilmark

@@ -54,5 +54,11 @@ TEST(EncodeText, HasNoAnsiFormForAForeignCharacterAndPutsNoOtherInItsPlace) {
   EXPECT_EQ(EncodeText(std::u16string{0xD83C}, CodePage::kAnsi), std::nullopt);
 }
 
+TEST(EncodeAnsiLossy, PutsTheDefaultCharacterWhereOneHasNoForm) {
+  EXPECT_EQ(EncodeAnsiLossy(u""), "");
+  EXPECT_EQ(EncodeAnsiLossy(u"na\u00EFve \u20AC"), "na\xEFve \x80");
+  EXPECT_EQ(EncodeAnsiLossy(u"a\u0416\u4F60b"), "a??b");
+}
+
 }  // namespace
 }  // namespace quilmark

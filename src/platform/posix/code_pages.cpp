@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/code_pages.h"
 #include "platform/code_pages_ansi.h"
 
 namespace quilmark {
@@ -37,6 +38,13 @@ std::optional<std::string> EncodeAnsi(std::u16string_view text) {
     if (!byte) return std::nullopt;
     bytes.push_back(*byte);
   }
+  return bytes;
+}
+
+std::string EncodeAnsiLossy(std::u16string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (const char16_t unit : text) bytes.push_back(ByteOf(unit).value_or('?'));
   return bytes;
 }
 
