@@ -28,3 +28,5 @@ endif()
 if(QUILMARK_BENCH)
   find_package(benchmark REQUIRED)
 endif()
+
+include(cmake/miniz.cmake)

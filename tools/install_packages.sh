@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what building and testing need, by the names of Debian's packages.
+# Installs what building and testing need, by the names of Debian's packages; with build, the libraries of npm too.
 # usage: tools/install_packages.sh GROUP...      groups: build windows window tests bench
 # Does nothing where all is there already.
 set -euo pipefail
@@ -10,6 +10,8 @@ window=(xvfb openbox xauth x11-utils xdotool wmctrl imagemagick fonts-noto-core 
   fonts-dejavu-core)
 tests=(googletest libgtest-dev libgmock-dev clang lld llvm libclang-rt-14-dev procps python3 ntfs-3g xz-utils)
 bench=(libbenchmark-dev plocate fd-find ripgrep python3 ntfs-3g sleuthkit)
+
+command -v npm >/dev/null || build+=(npm)
 
 wanted=()
 for group in "$@"; do
@@ -28,7 +30,9 @@ for package in "${wanted[@]}"; do
   state=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
   [ "$state" = "install ok installed" ] || missing+=("$package")
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
+libraries=()
+[[ " $* " != *" build "* ]] || libraries=("$(dirname "$0")/install_libraries.sh")
+[ ${#missing[@]} -eq 0 ] && exec "${libraries[@]:-true}"
 
 as_root=()
 if [ "$(id -u)" != 0 ]; then
@@ -38,3 +42,4 @@ fi
 echo "Installing: ${missing[*]}"
 "${as_root[@]}" apt-get update -qq
 DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+exec "${libraries[@]:-true}"
