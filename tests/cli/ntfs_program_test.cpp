@@ -135,7 +135,7 @@ ProgramRun RunWhileChanging(const std::vector<std::string>& arguments, GrowingIm
   auto run = std::async(std::launch::async, [&] { return RunProgram(QUILMARK_PROGRAM, arguments); });
   for (uint64_t round = 0; run.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready;
        ++round) {
-    if (round < 400) change(image, 1'000 + round);
+    if (round < 2'400) change(image, 1'000 + round);
     image.Write();
   }
   return run.get();

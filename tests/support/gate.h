@@ -20,15 +20,14 @@ class Gate {
   enum class Stops { kWriters, kAll };
 
   Gate(OrderedLock& lock, Stops stops) {
-    std::promise<void> isHeld;
-    thread_ = std::thread([this, &lock, stops, &isHeld] {
+    thread_ = std::thread([this, &lock, stops] {
       std::shared_lock shared(lock, std::defer_lock);
       std::unique_lock whole(lock, std::defer_lock);
       stops == Stops::kAll ? whole.lock() : shared.lock();
-      isHeld.set_value();
+      isHeld_.set_value();
       opened_.get_future().wait();
     });
-    isHeld.get_future().wait();
+    isHeld_.get_future().wait();
   }
   ~Gate() { Open(); }
   Gate(const Gate&) = delete;
@@ -41,7 +40,7 @@ class Gate {
   }
 
  private:
-  std::promise<void> opened_;
+  std::promise<void> isHeld_, opened_;  // until the thread is joined, which may still be in one of them
   std::thread thread_;
 };
 

@@ -82,7 +82,7 @@ class DeviceScript {
   std::vector<Asked> TakeAsked();
   std::vector<uint32_t> AskedCodes() const;
   // Waits until `code` was asked `count` times.
-  bool WaitForAsked(uint32_t code, size_t count, int longestSeconds = 10);
+  bool WaitForAsked(uint32_t code, size_t count, int longestSeconds = 60);
   size_t AskedCount(uint32_t code) const;
   int OpenDevices() const;
   // Numbers of the notices that live, in the order in which they were asked for.

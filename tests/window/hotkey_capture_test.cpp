@@ -22,7 +22,7 @@ class HotkeyCaptureInTheWindow : public testing::Test {
     program.ExpectTitle(u"Press a new hotkey combination (include Ctrl / Alt / Shift, Esc to cancel)");
   }
   void CloseBox(const wchar_t* title) {
-    WaitUntil("the box", [title] { return Box(title) != nullptr; });
+    WaitForBox(title);
     program.Press(VK_RETURN);
     WaitUntil("no box", [title] { return Box(title) == nullptr; });
   }

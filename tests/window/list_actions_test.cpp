@@ -68,10 +68,8 @@ class ListActions : public ResultsList {
     program.ClickWith(VK_SHIFT, program.Window(), 150, MiddleOf(last));
     WaitForSelected(last - first + 1);
   }
-  static HWND Question() { return FindWindowW(L"#32770", L"Confirm Delete"); }
-  void WaitForQuestion(bool isOpen) {
-    WaitUntil("the question", [&] { return (Question() != nullptr) == isOpen; });
-  }
+  static constexpr const wchar_t* kQuestion = L"Confirm Delete";
+  static HWND Question() { return FindWindowW(L"#32770", kQuestion); }
   std::u16string TextOfQuestion() { return program.TextOf(GetDlgItem(Question(), 0xFFFF)); }
 };
 
@@ -79,11 +77,12 @@ TEST_F(ListActions, CopyAndCutForAnotherProgram) {
   ChooseRows(2, 3);
   const Paths files = {PathOnDisk(2), PathOnDisk(3)};
   program.PressCtrl('C');
-  WaitUntil("a copy", [] { return Paste().effect == 1; });
-  EXPECT_EQ(Paste().files, files);
+  Pasted pasted;
+  WaitUntil("a copy", [&] { return (pasted = Paste()).effect == 1; });
+  EXPECT_EQ(pasted.files, files);
   program.PressCtrl('X');
-  WaitUntil("a cut", [] { return Paste().effect == 2; });
-  EXPECT_EQ(Paste().files, files);
+  WaitUntil("a cut", [&] { return (pasted = Paste()).effect == 2; });
+  EXPECT_EQ(pasted.files, files);
   EXPECT_EQ(program.Ask(Probe::kRows), kFiles) << "the list waits for news";
 }
 
@@ -102,18 +101,18 @@ TEST_F(ListActions, RecycleWithoutAQuestion) {
 TEST_F(ListActions, DeleteForGoodAfterAQuestion) {
   ChooseRow(5);
   program.PressCtrl('D');
-  WaitForQuestion(true);
+  WaitForBox(kQuestion);
   EXPECT_EQ(GetWindow(Question(), GW_OWNER), program.Window());
   EXPECT_EQ(TextOfQuestion(), u"Are you sure you want to delete this file?\n\nT:\\docs\\file-005.txt");
   program.Screenshot("list-delete-question");
   program.Press(VK_TAB);
   program.Press(VK_RETURN);  // No
-  WaitForQuestion(false);
+  WaitUntil("no question", [] { return Question() == nullptr; });
   EXPECT_TRUE(IsOnDrive(5));
 
   ChooseRows(5, 7);
   program.PressCtrl('D');
-  WaitForQuestion(true);
+  WaitForBox(kQuestion);
   EXPECT_EQ(TextOfQuestion(), u"Are you sure you want to permanently delete 3 selected items?");
   program.Press(VK_RETURN);
   WaitForRows(kFiles - 3);

@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
+#include "canvas/line_marks.h"
 #include "config/palette.h"
 #include "platform/text_file.h"
 #include "shell/list/list_colors.h"
-#include "canvas/line_marks.h"
 #include "window/results_list.h"
 
 namespace quilmark {
@@ -132,16 +132,23 @@ TEST_F(ResultsList, ShowsTheEndOfABurstAndMeasuresNothingOnTheWay) {
     return program.TextOf(GetDlgItem(program.Window(), 200)) == u"All Files\r\n(200)";
   });
   program.Ask(Probe::kFillRows, 10'000'000);
-  const int64_t paints = program.Ask(Probe::kPaints), updates = program.Ask(Probe::kRangeUpdates);
-  for (int i = 0; i < 1'000; ++i) {
-    PostMessageW(program.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(600, 600));
-  }
-  WaitUntil("the last event", [this] { return program.Ask(Probe::kScrollY) == 100'000; });
-  WaitUntil("its frame", [this] { return program.Ask(Probe::kPaintedScrollY) == 100'000; });
-  EXPECT_EQ(program.Ask(Probe::kRows), 10'000'000);
-  EXPECT_EQ(program.Ask(Probe::kRangeUpdates), updates);
-  EXPECT_GT(program.Ask(Probe::kPaints), paints);
-  EXPECT_LT(program.Ask(Probe::kPaints), paints + 1'000);  // frames of a burst are drawn together
+  const auto updatesOfABurst = [this](int64_t end) {
+    const int64_t paints = program.Ask(Probe::kPaints), updates = program.Ask(Probe::kRangeUpdates);
+    for (int i = 0; i < 1'000; ++i) {
+      PostMessageW(program.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(600, 600));
+    }
+    WaitUntil("the last event", [&] { return program.Ask(Probe::kScrollY) == end; });
+    WaitUntil("its frame", [&] { return program.Ask(Probe::kPaintedScrollY) == end; });
+    const int64_t updated = program.Ask(Probe::kRangeUpdates) - updates;
+    EXPECT_EQ(program.Ask(Probe::kRows), 10'000'000);
+    EXPECT_GT(program.Ask(Probe::kPaints), paints);
+    EXPECT_LT(program.Ask(Probe::kPaints), paints + 1'000);  // frames of a burst are drawn together
+    return updated;
+  };
+  // A busy machine makes a pause of some burst, behind which the list has come to rest.
+  int bursts = 1;
+  while (updatesOfABurst(bursts * 100'000) != 0 && bursts < 6) ++bursts;
+  EXPECT_LT(bursts, 6);
 }
 
 TEST_F(ResultsList, FollowsItsThumb) {

@@ -70,7 +70,7 @@ TEST_F(MainWindow, FindsWhatIsTyped) {
 TEST_F(MainWindow, DebouncesTypingToOneSearch) {
   program.StartAndWait();
   const int64_t before = program.Ask(Probe::kSearchGeneration);
-  program.SearchFor(u"photo");
+  program.Type(u"photo");  // and no Enter, which would come late on a busy machine
   program.ExpectTitle(u"Quilmark - Filter: All Files | Hits: 1");
   EXPECT_EQ(program.Ask(Probe::kSearchGeneration), before + 1);
   EndByMenu();
@@ -99,7 +99,10 @@ TEST_F(MainWindow, KeepsItsSelectedTextWhereAPasteBringsNone) {
   WaitUntil("the text", [this] { return program.TextOf(program.SearchBox()) == u"before"; });
   const auto paste = [this] { SendMessageW(program.SearchBox(), WM_PASTE, 0, 0); };
 
-  ASSERT_TRUE(OpenClipboard(nullptr));
+  const auto openClipboard = [] {  // another may have it for a moment
+    return WaitUntil("the clipboard", [] { return OpenClipboard(nullptr) != FALSE; });
+  };
+  ASSERT_TRUE(openClipboard());
   ASSERT_TRUE(EmptyClipboard());
   paste();  // busy
   EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
@@ -107,7 +110,7 @@ TEST_F(MainWindow, KeepsItsSelectedTextWhereAPasteBringsNone) {
   paste();  // empty
   EXPECT_EQ(program.TextOf(program.SearchBox()), u"before");
 
-  ASSERT_TRUE(OpenClipboard(nullptr));
+  ASSERT_TRUE(openClipboard());
   const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof L"after");
   std::memcpy(GlobalLock(text), L"after", sizeof L"after");
   GlobalUnlock(text);
@@ -234,7 +237,8 @@ TEST_F(MainWindow, ComesBackIntoTheTrayOfANewShell) {
   icon.cbSize = sizeof icon;
   icon.hWnd = program.Window();
   icon.uID = 1;
-  ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &icon)) << "no icon to lose";
+  ASSERT_TRUE(
+      WaitUntil("an icon to lose", [&] { return Shell_NotifyIconW(NIM_DELETE, &icon) != FALSE; }));
   PostMessageW(program.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
   WaitUntil("a note of it", [this] {
     return program.GdiLog().find(u"TaskbarCreated received") != std::u16string::npos;
@@ -478,12 +482,19 @@ TEST_F(MainWindow, HoldsNoMoreObjectsAfterManyThemesAndPaints) {
     }
   };
   switchAndPaint(2);  // what is made on first use
-  const int64_t gdi = program.Ask(Probe::kGdiObjects), user = program.Ask(Probe::kUserObjects);
-  const int64_t paints = program.Ask(Probe::kPaints);
-  switchAndPaint(100);
-  EXPECT_GE(program.Ask(Probe::kPaints), paints + 2'000);
-  EXPECT_EQ(program.Ask(Probe::kGdiObjects), gdi);
-  EXPECT_EQ(program.Ask(Probe::kUserObjects), user);
+  // A job that runs at the moment has some of its own. A leak grows in each series.
+  std::string counts;
+  const auto grows = [&] {
+    const int64_t gdi = program.Ask(Probe::kGdiObjects), user = program.Ask(Probe::kUserObjects);
+    const int64_t paints = program.Ask(Probe::kPaints);
+    switchAndPaint(100);
+    EXPECT_GE(program.Ask(Probe::kPaints), paints + 2'000);
+    counts += std::to_string(gdi) + "+" + std::to_string(user) + " ";
+    return program.Ask(Probe::kGdiObjects) > gdi || program.Ask(Probe::kUserObjects) > user;
+  };
+  int series = 0;
+  while (grows() && ++series < 6) continue;
+  EXPECT_LT(series, 6) << counts;
   EndByMenu();
 }
 

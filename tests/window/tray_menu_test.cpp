@@ -30,8 +30,9 @@ class StandInScheduler {
 
  private:
   void Put(const std::filesystem::path& from) const {
-    // The library of this compiler does not copy over a file that is there.
-    EXPECT_TRUE(CopyFileW(from.c_str(), tool_.c_str(), FALSE));
+    // The library of this compiler does not copy over a file that is there. Nobody can while it still
+    // runs.
+    WaitUntil("a tool at rest", [&] { return CopyFileW(from.c_str(), tool_.c_str(), FALSE) != FALSE; });
   }
 
   ScratchFolder kept_;

@@ -107,7 +107,25 @@ void SaveFailure() {
   SaveScreenAsPng(nullptr, (LogFolder() / (FailureName() + ".png")).wstring());
 }
 
+// The keyboard's next key goes there.
+bool HasKeyboard(HWND window) {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  return GetForegroundWindow() == window &&
+         GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) != FALSE &&
+         info.hwndFocus != nullptr && GetAncestor(info.hwndFocus, GA_ROOT) == window;
+}
+
 }  // namespace
+
+HWND WaitForBox(const wchar_t* title) {
+  HWND box = nullptr;
+  WaitUntil("the box and its focus", [&] {
+    box = FindWindowW(L"#32770", title);
+    return box != nullptr && HasKeyboard(box);
+  });
+  return box;
+}
 
 bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
   const ULONGLONG end = GetTickCount64() + kPatienceMs;
@@ -287,13 +305,15 @@ void WindowProgram::Turn(POINT at, int notches) {
 void WindowProgram::SearchFor(std::u16string_view text) {
   Type(text);
   WaitUntil("the typed text", [&] { return TextOfEdit(SearchBox()).ends_with(text); });
-  // A slow typist has started a search for a part by now, and another one waits for the timer.
-  const int64_t before = Ask(Probe::kSearchGeneration);
-  Press(VK_RETURN);
-  WaitUntil("its results", [&] {
-    const int64_t generation = Ask(Probe::kSearchGeneration);
-    return generation > before && Ask(Probe::kShownGeneration) == generation;
-  });
+  // A slow typist has started a search for a part by now, and another one waits for the timer. Behind
+  // this key, which has had its effect when the call returns, none comes any more.
+  SendMessageW(SearchBox(), WM_KEYDOWN, VK_RETURN, 0);
+  WaitForResults();
+}
+
+void WindowProgram::WaitForResults() {
+  WaitUntil("its results",
+            [this] { return Ask(Probe::kShownGeneration) == Ask(Probe::kSearchGeneration); });
 }
 
 static bool ShowsCalendar(HWND date) {

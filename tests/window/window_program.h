@@ -15,6 +15,9 @@ namespace quilmark {
 // Waits for a state and never for a time; a state that does not come within a minute fails the test.
 bool WaitUntil(const std::string& what, const std::function<bool()>& holds);
 
+// A message box of that title, once it takes the keys of the keyboard: before it does they go elsewhere.
+HWND WaitForBox(const wchar_t* title);
+
 class WindowProgram {
  public:
   // The folder of drive T: and that of the settings, to be filled before Start.
@@ -60,7 +63,8 @@ class WindowProgram {
   void Drag(HWND window, POINT from, POINT to);
   void MoveMouse(int x, int y);              // over the main window
   void Turn(POINT at, int notches);          // the wheel over the main window; negative towards the user
-  void SearchFor(std::u16string_view text);  // types, and waits for the title of the final results
+  void SearchFor(std::u16string_view text);  // types, enters, and waits for the final results
+  void WaitForResults();                     // those of the latest search
 
   // That of the first date, by its button.
   void OpenCalendar();

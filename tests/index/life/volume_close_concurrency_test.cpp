@@ -31,7 +31,7 @@ struct VolumeCloseConcurrency : VolumeLife {
   template <typename Work>
   bool ComesBack(Work work) {
     auto done = std::async(std::launch::async, work);
-    const bool isBack = done.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+    const bool isBack = done.wait_for(std::chrono::minutes(1)) == std::future_status::ready;
     if (!isBack) answer.Open();
     return isBack;
   }

@@ -37,6 +37,7 @@ struct VolumeLife : testing::Test {
   VolumeLife() {
     monitorPauses = {.afterReadMs = 1, .afterErrorMs = 1};
     journalPauses = {.beforeRetryMs = 0};
+    engine.closeLimits.mostMs = 60'000;  // so that a busy machine's close is waited for
     MapDrive(u'B', folder.PathOf(u"no medium"));
     folder.MakeFile("e/one.txt");
     folder.MakeFile("f/two.txt");

@@ -171,7 +171,7 @@ TEST_F(NtfsDriver, ALostDeviceIsToldToTheWindow) {
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   server->LoseDevice();
-  const auto message = window.Take(10'000);
+  const auto message = window.Take(60'000);
 
   ASSERT_TRUE(message.has_value());
   EXPECT_EQ(message->message, WM_VOLUME_LOST);

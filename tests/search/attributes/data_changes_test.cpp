@@ -59,6 +59,7 @@ TEST_F(DataChangesOfAVolume, ARowShowsWhatItHadUntilItIsAskedFor) {
   Ask();
   fileFacts.size = 11;
   JournalSays(2'000, kFile, kExtend);
+  StopMonitor(volume);  // which may hold the lock for longer than a glance
 
   const AttrGlance before = GlanceAtAttr(volume, kFile).value();
   EXPECT_TRUE(before.entry.valid);
@@ -85,6 +86,7 @@ TEST_F(DataChangesOfAVolume, AStaleFileIsPutInOrderByWhatItWas) {
   Build();
   Ask();
   JournalSays(2'000, kFile, kExtend);
+  StopMonitor(volume);
   const uint64_t frns[] = {kFile};
   AttrEntry entries[1];
   PeekAttrs(volume, frns, entries, Stale::kAsItWas);
@@ -102,6 +104,7 @@ TEST_F(DataChangesOfAVolume, ARowInViewIsKnownToBeStale) {
   const ResultSet rows = {{&volume, 1}};
   EXPECT_FALSE(ShowsStale(rows, {0, 1}));
   JournalSays(2'000, kFile, kExtend);
+  StopMonitor(volume);
   EXPECT_TRUE(ShowsStale(rows, {0, 5}));
   EXPECT_FALSE(ShowsStale(rows, {1, 5})) << "another row is in view";
   Ask();

@@ -62,7 +62,7 @@ TEST_F(Filters, SayThatAVolumeWhoseAttributesAreWrittenWasLeftOut) {
   Hold();
   Gate writer(volume->attrLock, Gate::Stops::kAll);
   auto counted = std::async(std::launch::async, [] { return UpdateFilterCounts({.sizePreset = 1}); });
-  const bool isCounted = counted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+  const bool isCounted = counted.wait_for(std::chrono::minutes(1)) == std::future_status::ready;
   writer.Open();
   EXPECT_TRUE(isCounted);
   EXPECT_TRUE(counted.get().leavesOutAVolume);

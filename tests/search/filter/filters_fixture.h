@@ -11,6 +11,7 @@
 #include "platform/background.h"
 #include "search/attributes/attr_cache.h"
 #include "search/filter/filters.h"
+#include "support/gate.h"
 #include "support/search_harness.h"
 #include "support/volumes.h"
 
@@ -19,6 +20,16 @@ namespace quilmark {
 using Names = std::vector<std::u16string>;
 inline constexpr int64_t kMB = 0x10'0000;
 inline constexpr FileTime kDay = 24 * 3'600 * kFileTimePerSecond;
+
+// This moment, which is waited for until its day has a minute or more left: what is of today then stays
+// so while a test runs.
+inline FileTime NowAndNotAtMidnight() {
+  EXPECT_TRUE(WaitUntil([] {
+    const LocalTime now = NowLocal();
+    return now.hour != 23 || now.minute != 59;
+  }));
+  return NowFileTime();
+}
 
 class Filters : public testing::Test {
  protected:

@@ -87,7 +87,7 @@ TEST_F(Filters, TakeACustomSizeAndNoneThatIsNone) {
 }
 
 TEST_F(Filters, KnowTodayAndTheLastDays) {
-  const FileTime now = NowFileTime();
+  const FileTime now = NowAndNotAtMidnight();
   Add(u"future", 1, now + kDay);
   Add(u"now", 1, now);
   Add(u"six", 1, now - 6 * kDay);
@@ -111,7 +111,7 @@ TEST_F(Filters, TakeCustomDatesInEitherOrder) {
 }
 
 TEST_F(Filters, MeanTheDateThatTheListIsSortedBy) {
-  const FileTime now = NowFileTime();
+  const FileTime now = NowAndNotAtMidnight();
   Add(u"made today", 1, now - 90 * kDay, now);
   EXPECT_EQ(Filter({.timePreset = kToday}), Names{});
   Reorder(4);
@@ -150,7 +150,7 @@ TEST_F(Filters, FollowANewOrderOfTheResults) {
 
 // Which date is meant changes with the column, what is on show does not before the job is done.
 TEST_F(Filters, KeepTheirRowsWhileASortGivesThemAnotherOrder) {
-  const FileTime now = NowFileTime();
+  const FileTime now = NowAndNotAtMidnight();
   Add(u"a.txt", 1, now, now);
   Add(u"b.txt", 1, now, now - 90 * kDay);
   Add(u"c.jpg", 1, now, now);

@@ -104,17 +104,14 @@ TEST(MonitorSearchConcurrency, ManyChangesUnderSearchesEqualTheModel) {
   ASSERT_TRUE(BuildNtfsVolume(volume, u"N:"));
 
   script.HoldJournalReads(false);
-  size_t searches = 0;
-  while (script.AskedCount(kFsctlReadUsnJournal) <= blocks) {
+  do {
     for (const char16_t* const query : {u"file", u"xyz", u"e and a or q", u"\"\""}) {
       DoSearchAsync(query, false, false);
       ASSERT_THAT(harness.KindsUntilFinal(), testing::Contains(ResultKind::kFinal));
-      ++searches;
     }
-  }
+  } while (script.AskedCount(kFsctlReadUsnJournal) <= blocks);
 
   CloseVolume(volume);
-  EXPECT_GT(searches, 0u);
   EXPECT_GT(volume.tidying.moves, 0u) << "names have moved under the searches";
   ExpectEqualsModel(volume, model);
   monitorPauses = {};

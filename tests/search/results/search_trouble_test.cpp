@@ -101,7 +101,7 @@ TEST_F(SearchTrouble, ScanThatRunsOutOfMemoryEndsAloneAndFreesItsVolume) {
 
   mostBytes = kResultRoom * sizeof(MatchItem);  // the set cannot grow beyond its first room
   DoSearchAsync(u"report", false, false);
-  const bool isEnded = WaitForBackgroundJobs(10'000);
+  const bool isEnded = WaitForBackgroundJobs(60'000);
   mostBytes = SIZE_MAX;
   SetBackgroundExceptionLog(nullptr);
 

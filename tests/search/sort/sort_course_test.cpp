@@ -257,7 +257,8 @@ TEST_F(SortCourse, TellsHowFarTheDiskHasComeWithManyRows) {
     Gate gate(volume->attrLock, Gate::Stops::kWriters);
     DoSortAsync(kColumnModified, Direction::kByClick);
     ASSERT_TRUE(ReadTheDisk(reads));
-    SleepMs(kBetweenReportsMs);  // from here on the next step is told
+    // From here on the next step is told.
+    ASSERT_TRUE(WaitUntil([since = TickMs()] { return TickMs() - since >= kBetweenReportsMs; }));
   }
   ASSERT_TRUE(WaitForBackgroundJobs(60'000));
   size_t reports = 0, last = 0;

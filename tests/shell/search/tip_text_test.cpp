@@ -118,7 +118,7 @@ TEST_F(RowCellsOf, ShowDotsForWhatCanBeAskedForAndADashForWhatIsNot) {
 TEST_F(RowCellsOf, WaitForNobodyWhoWritesTheAttributes) {
   Gate gate(volume_->attrLock, Gate::Stops::kAll);
   auto painted = std::async(std::launch::async, [this] { return CellsOfRow({volume_.get(), file_}); });
-  const bool isPainted = painted.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+  const bool isPainted = painted.wait_for(std::chrono::minutes(1)) == std::future_status::ready;
   gate.Open();
   EXPECT_TRUE(isPainted);
   const RowCells cells = painted.get();
