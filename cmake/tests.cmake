@@ -145,9 +145,10 @@ if(WIN32)
   quilmark_window_program(quilmark_window_test Quilmark-test tests/window/program/main.cpp
     tests/window/program/pseudo_language.cpp tests/window/program/system_counts.cpp
     tests/window/program/churn_drive.cpp tests/window/program/cycles.cpp tests/window/program/made_up_probe.cpp
+    tests/window/program/shell_calls.cpp
     tests/shell/view/made_up_view.cpp tests/shell/list/made_up_lists.cpp)
   set(counted_calls _beginthreadex CreateFileW FindFirstFileExW ReadFile GetFileAttributesW GetFileAttributesExW WriteFile
-    SetProcessWorkingSetSize)
+    SetProcessWorkingSetSize ShellExecuteExW ShellExecuteW)
   list(TRANSFORM counted_calls PREPEND "-Wl,--wrap=__imp_")
   # The header of the last one does not say that it is imported.
   target_link_options(quilmark_window_test PRIVATE ${counted_calls} -Wl,--wrap=K32EmptyWorkingSet)

@@ -119,6 +119,7 @@ TEST_F(ContactSheet, ThreeViewsAtThreeScales) {
     for (const uint32_t view : {0u, 1u, 2u}) {
       program.Ask(Probe::kSetView, view);
       const char* const views[] = {"list", "small-icons", "large-icons"};
+      WaitUntil("a list at rest", [this] { return program.Ask(Probe::kIsScrolling) == 0; });
       Picture("1-" + std::to_string(percent) + "-" + views[view]);
       RECT box = {};
       GetClientRect(program.SearchBox(), &box);

@@ -6,37 +6,18 @@
 namespace quilmark {
 namespace {
 
-class ListMenu : public ResultsList {
- protected:
-  static HWND Menu() { return FindWindowW(L"#32768", nullptr); }
-  static bool IsOpen() { return Menu() != nullptr && IsWindowVisible(Menu()); }
-
-  void OpenAt(int x, int y) {
-    program.ClickRight(x, y);
-    WaitUntil("the menu", IsOpen);
-  }
-  void OpenOver(int row) { OpenAt(150, MiddleOf(row)); }
-  void WaitForNone() {
-    WaitUntil("the end of the menu", [] { return !IsOpen(); });
-  }
-  // The entry that stands so far from the last one, which is 0.
-  void ChooseFromTheEnd(int entry) {
-    for (int i = 0; i <= entry; ++i) program.Press(VK_UP);
-    program.Press(VK_RETURN);
-    WaitForNone();
-  }
-};
+class ListMenu : public ResultsList {};
 
 TEST_F(ListMenu, OpensOverARowAndChoosesIt) {
-  OpenOver(3);
+  OpenMenuOver(3);
   WaitForSelected(1);
   EXPECT_EQ(program.Ask(Probe::kFocusRow), 3);
   program.Screenshot("list-menu");
   program.Press(VK_ESCAPE);
-  WaitForNone();
+  WaitForNoMenu();
   EXPECT_EQ(Selected(), 1);
   program.ClickRight(150, FirstRow() - 10);
-  EXPECT_FALSE(IsOpen()) << "over the header";
+  EXPECT_FALSE(IsMenuOpen()) << "over the header";
 }
 
 TEST_F(ListMenu, KeepsTheChosenRowsUnderIt) {
@@ -44,11 +25,11 @@ TEST_F(ListMenu, KeepsTheChosenRowsUnderIt) {
   WaitForSelected(1);
   program.ClickWith(VK_SHIFT, program.Window(), 150, MiddleOf(4));
   WaitForSelected(4);
-  OpenOver(2);
+  OpenMenuOver(2);
   EXPECT_EQ(Selected(), 4);
   EXPECT_EQ(program.Ask(Probe::kFocusRow), 2);
   program.Press(VK_ESCAPE);
-  WaitForNone();
+  WaitForNoMenu();
 }
 
 TEST_F(ListMenu, SaysWhatIsNotThereYet) {
@@ -56,7 +37,7 @@ TEST_F(ListMenu, SaysWhatIsNotThereYet) {
                                           u"The duplicate finder is not part of this version.",
                                           u"Disk analysis is not part of this version."};
   for (int entry = 0; entry < 3; ++entry) {
-    OpenOver(3);
+    OpenMenuOver(3);
     ChooseFromTheEnd(entry);
     WaitUntil("the status", [&] { return program.Status() == statuses[entry]; });
   }
@@ -64,10 +45,10 @@ TEST_F(ListMenu, SaysWhatIsNotThereYet) {
 
 TEST_F(ListMenu, PutsTheTagsIntoTheSidebarAndBack) {
   const int64_t bar = program.Ask(Probe::kHeaderTop);
-  OpenOver(3);
+  OpenMenuOver(3);
   ChooseFromTheEnd(5);
   WaitUntil("the sidebar", [&] { return program.Ask(Probe::kHeaderTop) != bar; });
-  OpenAt(500, MiddleOf(3));
+  OpenMenuAt(500, MiddleOf(3));
   program.Screenshot("list-menu-sidebar");
   ChooseFromTheEnd(4);
   WaitUntil("the bar", [&] { return program.Ask(Probe::kHeaderTop) == bar; });

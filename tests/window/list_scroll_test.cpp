@@ -167,8 +167,9 @@ TEST_F(ListScroll, HoldsNoMoreObjectsAfterAllThatOpensWasOpened) {
     program.Ask(Probe::kSwitchTheme, 2);
     program.Ask(Probe::kRepaint, 1);
   };
-  // The system keeps some objects of its own, such as device contexts that were needed at the same time, three objects
-  // each, and needs one more of them in a later round by chance. A leak grows in each of these.
+  // The system keeps some objects of its own, such as device contexts that were needed at the same time,
+  // three objects each, and needs one more of them in a later round by chance. A leak grows in each of
+  // these.
   std::string counts;
   const auto growsInThreeRounds = [&] {
     const int64_t before = program.Ask(Probe::kGdiObjects);

@@ -1,4 +1,5 @@
-// Icons and thumbnails in the window: pictures of all shapes, and pictures that are none.
+// Icons and thumbnails in the window: pictures of all shapes, pictures that are none, and more of them
+// than are kept.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -81,12 +82,19 @@ TEST_F(Pictures, StandAmongLargeIconsInBothThemes) {
     if (dark) program.Ask(Probe::kSwitchTheme, 1);
     Picture(dark ? "pictures-dark" : "pictures-light");
   }
-  PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(144, 144), 0);
-  WaitUntil("the scale", [&] { return program.Ask(Probe::kDpi) == 144; });
-  program.Ask(Probe::kShowRow, 0);
-  program.Ask(Probe::kRepaint, 1);
-  WaitForThumbnails(8, 3);
-  Picture("pictures-150");
+  for (const int dpi : {144, 192}) {
+    PostMessageW(program.Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
+    WaitUntil("the scale", [&] { return program.Ask(Probe::kDpi) == dpi; });
+    Resize(1'100 * dpi / 96, 700 * dpi / 96);  // room for all of them
+    program.Ask(Probe::kShowRow, 0);
+    program.Ask(Probe::kRepaint, 1);
+    WaitForThumbnails(8, 3);
+    Picture("pictures-" + std::to_string(dpi * 100 / 96));
+  }
+  for (const uint32_t view : {0u, 1u}) {
+    program.Ask(Probe::kSetView, view);
+    Picture(view == 0 ? "pictures-as-a-list" : "pictures-as-small-icons");
+  }
 }
 
 TEST_F(Pictures, AreShownOnceTheyHaveCome) {
@@ -108,6 +116,39 @@ TEST_F(Pictures, ThatAreNoneLeaveTheWindowAtRest) {
   const int64_t jobs = program.Ask(Probe::kThumbnailJobs);
   for (int i = 0; i < 20; ++i) program.Ask(Probe::kRepaint, 1);
   EXPECT_LE(program.Ask(Probe::kThumbnailJobs), jobs + 1) << "one that was on its way";
+}
+
+// Far more than are kept: the objects that the program holds stay level.
+TEST_F(Pictures, ByTheThousandsHoldAsManyObjectsAsAreKept) {
+  constexpr int kFiles = 10'000, kMostKept = 2'048;
+  const std::string file = BitmapFile(8, 8, 0x3366CC);
+  for (int i = 0; i < kFiles; ++i) {
+    program.Drive().MakeFile("many/" + std::to_string(i / 100) + "/shape " + std::to_string(i) + ".bmp",
+                             file);
+  }
+  program.StartAndWait();
+  program.SearchFor(u"shape");
+  WaitUntil("all rows", [this] { return program.Ask(Probe::kRows) == kFiles; });
+  Resize(2'560, 1'440);
+  program.Ask(Probe::kSetView, kLargeIcons);
+  const int64_t before = program.Ask(Probe::kGdiObjects);
+  int64_t most = 0, mostAtHalf = 0;
+  const int64_t columns = program.Ask(Probe::kClientWidth) / kCellWidth;
+  const int64_t lines = (program.Ask(Probe::kClientHeight) - program.Ask(Probe::kHeaderTop)) / 112;
+  for (int64_t line = 0; line * columns < kFiles; line += lines) {
+    program.Ask(Probe::kShowRow, static_cast<uint32_t>(line));
+    program.Ask(Probe::kRepaint, 1);
+    WaitUntil("the thumbnails", [&] {
+      return program.Ask(Probe::kThumbnailsInView) >= std::min(columns * lines, kFiles - line * columns);
+    });
+    most = std::max(most, program.Ask(Probe::kGdiObjects));
+    if (line * columns < kFiles / 2) mostAtHalf = most;
+  }
+  Picture("pictures-by-the-thousands");
+  constexpr int64_t kObjectsOfAnIcon = 3;  // under Wine: itself and two bitmaps
+  EXPECT_LE(most, before + kObjectsOfAnIcon * kMostKept + 100);
+  EXPECT_GE(most, before + kMostKept) << "as many as that were kept";
+  EXPECT_LE(most, mostAtHalf + 20) << "no more of them in the second half";
 }
 
 }  // namespace

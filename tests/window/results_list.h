@@ -73,7 +73,31 @@ class ListProgram : public testing::Test {
     WaitUntil("the end of the editor", [this] { return Editor() == nullptr; });
   }
 
+  static bool IsMenuOpen() {
+    const HWND menu = FindWindowW(L"#32768", nullptr);
+    return menu != nullptr && IsWindowVisible(menu) != FALSE;
+  }
+  void OpenMenuAt(int x, int y) {
+    program.ClickRight(x, y);
+    WaitUntil("the menu", IsMenuOpen);
+  }
+  void OpenMenuOver(int row) { OpenMenuAt(150, MiddleOf(row)); }
+  void WaitForNoMenu() {
+    WaitUntil("the end of the menu", [] { return !IsMenuOpen(); });
+  }
+  // The entry that stands so far from the first one, or from the last one, which is 0; lines and greyed
+  // entries count too where the keys stop at them.
+  void ChooseEntry(int entry) { ChooseBy(VK_DOWN, entry); }
+  void ChooseFromTheEnd(int entry) { ChooseBy(VK_UP, entry); }
+
   WindowProgram program;
+
+ private:
+  void ChooseBy(WORD key, int entry) {
+    for (int i = 0; i <= entry; ++i) program.Press(key);
+    program.Press(VK_RETURN);
+    WaitForNoMenu();
+  }
 };
 
 // Row n of "file" is file-00n.txt in the folder docs.

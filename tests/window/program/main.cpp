@@ -18,6 +18,7 @@
 #include "index/life/volume_life.h"
 #include "index/tables/volume_index.h"
 #include "platform/background.h"
+#include "platform/clock.h"
 #include "platform/drives.h"
 #include "platform/known_folders.h"
 #include "platform/utf.h"
@@ -26,6 +27,7 @@
 #include "search/filter/filters.h"
 #include "search/results/search_session.h"
 #include "shell/app/tray_menu.h"
+#include "shell/search/list_scroll.h"
 #include "shell/search/row_icons.h"
 #include "shell/search/row_text.h"
 #include "shell/search/search_places.h"
@@ -476,6 +478,8 @@ LRESULT Ask(const AppState& app, MainWindow& window, Probe probe, uint32_t argum
       return CountThumbnails(app, [](const KnownThumbnail& known) { return known.icon != nullptr; });
     case Probe::kRefusedInView:
       return CountThumbnails(app, [](const KnownThumbnail& known) { return known.isRefused; });
+    case Probe::kIsScrolling:
+      return IsScrolling(app.search, TickMs());
     case Probe::kThumbnailJobs:
       return static_cast<LRESULT>(TheSearch().thumbGeneration.Number());
     case Probe::kPixel:

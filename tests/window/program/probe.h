@@ -68,6 +68,7 @@ enum class Probe : uintptr_t {
   kThumbnailsInView,  // rows in view that show their picture
   kRefusedInView,     // rows in view whose picture could not be had, a short while ago
   kThumbnailJobs,     // begun since the start
+  kIsScrolling,       // 1 while the list counts as moving, and loads none
 
   // Of the made-up view, in a program that has it (kMadeUpViewVariable).
   kMadeUpScrollY,   // argument: 0 groups, 1 files; of the next ones too
