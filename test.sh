@@ -31,7 +31,7 @@ trap end_workers EXIT
 
 has_part() { [ "$part" = all ] || [ "$part" = "$1" ]; }
 layers="platform config canvas index search content shell cli"
-threaded="platform index search shell"
+threaded="platform index search content shell"
 layer=
 if [[ -n $filter && " $layers " == *" $filter "* ]]; then
   layer=$filter filter=

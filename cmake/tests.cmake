@@ -5,7 +5,7 @@ set(tests_pattern "*.cpp")
 set(tested_layers platform config canvas index search content shell cli)
 if(QUILMARK_SANITIZER STREQUAL "thread")
   set(tests_pattern "*_concurrency_test.cpp")
-  set(tested_layers platform index search shell)
+  set(tested_layers platform index search content shell)
 endif()
 
 file(GLOB support_sources CONFIGURE_DEPENDS "tests/support/*.cpp" "tests/support/*.h")

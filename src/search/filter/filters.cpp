@@ -313,6 +313,13 @@ bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64
   return entry.valid && PassesPresets(context, entry.size, DateOf(context, entry));
 }
 
+bool PassesContentFilter(const FilterContext& context, const MatchItem& candidate) {
+  if (candidate.volume == nullptr) return false;
+  const auto kind = KindOfLocked(*candidate.volume, candidate.index);
+  if (!kind || kind->isDeleted || kind->isDirectory) return false;
+  return PassesAttrFilter(context, candidate, kind->frn);
+}
+
 bool PassesFilter(const FilterContext& context, const MatchItem& hit) {
   if (hit.volume == nullptr) return false;
   const RecordRule rule = RecordRuleOf(context);

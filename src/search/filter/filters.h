@@ -73,6 +73,10 @@ bool PassesPresets(const FilterContext& context, int64_t size, FileTime date);
 // The size and time test of a file; asks the disk for what is not known.
 bool PassesAttrFilter(const FilterContext& context, const MatchItem& hit, uint64_t frn);
 
+// The size and time test of a file that a content search is about to open; no category acts. Asks the
+// disk for what is not known. False for a record that is gone.
+bool PassesContentFilter(const FilterContext& context, const MatchItem& candidate);
+
 // Whether a hit stays, category and all.
 bool PassesFilter(const FilterContext& context, const MatchItem& hit);
 

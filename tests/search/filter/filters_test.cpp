@@ -134,6 +134,25 @@ TEST_F(Filters, AnswerARepeatedQuestionFromWhatTheyHold) {
   EXPECT_EQ(FilteredSet(), held);
 }
 
+TEST_F(Filters, TestAFileThatIsAboutToBeOpenedBySizeAndTimeAlone) {
+  Add(u"small.txt", 10);
+  Add(u"large.txt", 2 * kMB);
+  AddDir(u"folder");
+  const auto passes = [this](const FilterSettings& settings, size_t row) {
+    return PassesContentFilter(MakeFilterContext(settings, NowFileTime()), (*rows)[row]);
+  };
+  EXPECT_TRUE(passes({.category = 3, .sizePreset = kBelow1MB}, 0)) << "the category does not act";
+  EXPECT_FALSE(passes({.sizePreset = kBelow1MB}, 1));
+  EXPECT_TRUE(passes({.sizePreset = k1To100MB}, 1));
+  EXPECT_FALSE(passes({.timePreset = kToday}, 0));
+  EXPECT_TRUE(passes({}, 0));
+  EXPECT_FALSE(passes({}, 2)) << "a folder is not opened";
+  MarkDeleted(*volume, (*rows)[0].index);
+  EXPECT_FALSE(passes({}, 0));
+  EXPECT_FALSE(PassesContentFilter({}, {volume, 99})) << "past the end";
+  EXPECT_FALSE(PassesContentFilter({}, {}));
+}
+
 TEST_F(Filters, FollowANewOrderOfTheResults) {
   Add(u"a.txt");
   Add(u"b.jpg");
