@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/code_pages.h"
 #include "platform/code_pages_ansi.h"
 
 namespace quilmark {
@@ -29,6 +30,15 @@ std::optional<char> ByteOf(char16_t unit) {
 
 bool AnsiIsUtf8() { return false; }
 
+size_t AnsiToUnits(std::string_view bytes, char16_t* out) {
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    const bool isHighControl = byte >= 0x80 && byte < 0xA0;
+    out[i] = isHighControl ? kHighControls[byte - 0x80] : char16_t{byte};
+  }
+  return bytes.size();
+}
+
 std::optional<std::string> EncodeAnsi(std::u16string_view text) {
   std::string bytes;
   bytes.reserve(text.size());
@@ -37,6 +47,13 @@ std::optional<std::string> EncodeAnsi(std::u16string_view text) {
     if (!byte) return std::nullopt;
     bytes.push_back(*byte);
   }
+  return bytes;
+}
+
+std::string EncodeAnsiLossy(std::u16string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (const char16_t unit : text) bytes.push_back(ByteOf(unit).value_or('?'));
   return bytes;
 }
 

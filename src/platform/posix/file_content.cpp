@@ -1,0 +1,76 @@
+#include "platform/file_content.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#include "platform/posix/host_path.h"
+
+namespace quilmark {
+
+namespace {
+
+// Reading costs less than mapping for files of any size that stay in a buffer within the processor's
+// caches, and a file that another program cuts short meanwhile ends it by no signal.
+class PosixContent : public FileContent {
+ public:
+  explicit PosixContent(LinksOfFiles links)
+      : flags_(O_RDONLY | O_NONBLOCK | O_NOCTTY | (links == LinksOfFiles::kRefused ? O_NOFOLLOW : 0)) {}
+
+  ContentOpening Open(std::u16string_view path) override {
+    file_.Reset();
+    file_ = EndOfPath(HostBytesOf(path)).Open(flags_);
+    return file_ ? ContentOpening::kOpened : ContentOpening::kCannotOpen;
+  }
+
+  std::optional<uint64_t> Size() override {
+    struct stat status;
+    if (fstat(file_.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return static_cast<uint64_t>(status.st_size);
+  }
+
+  bool HasViews() const override { return false; }
+  std::optional<std::span<const char>> View() override { return std::nullopt; }
+  bool Look(void (*look)(void*), void* subject) override {
+    look(subject);
+    return true;
+  }
+
+  // One call of the system is enough where it gives fewer bytes: that is the end of a plain file.
+  std::optional<size_t> Read(std::span<char> buffer) override {
+    for (;;) {
+      const ssize_t count = read(file_.Get(), buffer.data(), buffer.size());
+      if (count >= 0) return static_cast<size_t>(count);
+      if (errno != EINTR) return std::nullopt;
+    }
+  }
+
+  void Close() override { file_.Reset(); }
+
+ private:
+  const int flags_;
+  UniqueFd file_;
+};
+
+}  // namespace
+
+std::unique_ptr<FileContent> MakeFileContent(LinksOfFiles links) {
+  return std::make_unique<PosixContent>(links);
+}
+
+void WarmFileContent(std::u16string_view path, uint64_t most) {
+  PosixContent content(LinksOfFiles::kFollowed);
+  if (content.Open(path) != ContentOpening::kOpened) return;
+  std::array<char, 128 * 1024> buffer;
+  for (uint64_t done = 0; done < most;) {
+    const auto count = content.Read(buffer);
+    if (!count || *count < buffer.size()) return;
+    done += *count;
+  }
+}
+
+}  // namespace quilmark
