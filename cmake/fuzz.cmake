@@ -3,8 +3,9 @@
 # fuzz/shell/<name>_fuzz.cpp brings src/shell/<room>/<name>.cpp along, and the rest of the shell is not compiled for it.
 file(GLOB fuzz_sources CONFIGURE_DEPENDS "fuzz/*/*_fuzz.cpp")
 
-# NTFS volumes made by hand, as the tests have them.
-add_library(quilmark_fuzz_support STATIC EXCLUDE_FROM_ALL tests/support/ntfs_builder.cpp tests/support/memory_source.cpp)
+# NTFS volumes made by hand and references, as the tests have them.
+add_library(quilmark_fuzz_support STATIC EXCLUDE_FROM_ALL tests/support/ntfs_builder.cpp tests/support/memory_source.cpp
+  tests/content/archive/xml_reference.cpp)
 set_target_properties(quilmark_fuzz_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(quilmark_fuzz_support PUBLIC "${PROJECT_SOURCE_DIR}/fuzz" "${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(quilmark_fuzz_support PUBLIC quilmark_platform)

@@ -6,9 +6,11 @@ usage: tools/make_fuzz_seeds.py [FOLDER]      FOLDER: fuzz/corpus without it
 A seed is the least that leads into a part of a parser. Others beside them, named by their hash, were found by
 the fuzzer and kept by tools/fuzz_seeds.sh.
 """
+import io
 import pathlib
 import struct
 import sys
+import zipfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SEEDS = {}
@@ -514,11 +516,65 @@ def shell_seeds():
         seed("highlight_fuzz", name, bytes([fitting]) + box.encode() + b"\n" + text.encode())
 
 
+def archive(entries, method=zipfile.ZIP_DEFLATED, comment=b"", before=b""):
+    """A ZIP archive of (name, data), with the same bytes each time."""
+    data = io.BytesIO()
+    data.write(before)
+    with zipfile.ZipFile(data, "a" if before else "w", method) as made:
+        for name, text in entries:
+            made.writestr(zipfile.ZipInfo(name, (2020, 1, 1, 0, 0, 0)), text, method)
+        made.comment = comment
+    return data.getvalue()
+
+
+def zip64(data):
+    """The same archive with the wide form of its end."""
+    at = data.rindex(b"PK\5\6")
+    count, size, offset = struct.unpack_from("<HII", data, at + 10)
+    wide = struct.pack("<4sQHHIIQQQQ", b"PK\6\6", 44, 45, 45, 0, 0, count, count, size, offset)
+    return data[:at] + wide + struct.pack("<4sIQI", b"PK\6\7", 0, at, 1) + data[at:]
+
+
+def content_seeds():
+    document = "<w:p><w:r><w:t>Hel</w:t></w:r><w:r><w:t xml:space='preserve'>lo a</w:t></w:r></w:p>"
+    plain = [("word/document.xml", document), ("content.xml", "<text:p>&#x4E2D;</text:p>")]
+    whole = archive(plain)
+    for name, data in (("office", whole), ("stored", archive(plain, zipfile.ZIP_STORED)), ("empty", archive([])),
+                       ("behind_a_program", archive(plain, before=b"MZ program")), ("comment", archive(plain, comment=b"PK\5\6 end")),
+                       ("zip64", zip64(whole)), ("folder", archive([("word/", ""), ("a\\b.xml", "<t>Hello a</t>")])),
+                       ("encrypted", whole.replace(b"\x14\0\0\0\x08\0", b"\x14\0\1\0\x08\0")),
+                       ("cut", whole[:-10]), ("wrong_crc", whole[:14] + b"\0\0\0\0" + whole[18:]),
+                       ("twice", archive([("a.xml", document), ("b.xml", document)], zipfile.ZIP_STORED))):
+        seed("zip_walk_fuzz", name, data)
+    at = whole.rindex(b"PK\1\2")
+    for name, place, value in (("large", 24, 0xFFFFFFFE), ("wide_size", 24, 0xFFFFFFFF), ("elsewhere", 42, 0xFFFFFF)):
+        changed = bytearray(whole)
+        struct.pack_into("<I", changed, at + place, value)
+        seed("zip_walk_fuzz", name, changed)
+    for name, text in (("runs", document), ("breaks", "<a:t>a</a:t><a:br/><tab /><c><v>1</v></c><row></row><TC/><t>b</T>"),
+                       ("quotes", "<t a=\"x>y\" b='\">'>in</t><p q=\"><t>out"), ("entities", "<t>&amp;&lt;&gt;&quot;&apos;&#65;&#x4e2D;&#X1F600;"
+                       "&#xD83D;&#0;&#1114112;&nbsp;&;&#;&#00000000000065;&#000000000000065;& </t>;"), ("sections", "<?x?><!-- a -->"
+                       "<![CDATA[in <b> &amp; ]]>out<![CDATA[open"), ("blanks", b"<t> a \t\r\n\v\xA0b\xC2\xA0\xE3\x80\x80c\xE4\xB8\xA0 </t>"),
+                       ("utf16", b"\xff\xfe" + utf16(document)), ("utf16_big", b"\xfe\xff" + document.encode("utf-16-be")),
+                       ("mark", b"\xef\xbb\xbf" + document.encode()), ("ansi", b"<t>caf\xe9 \x80</t>"), ("loose", "a < b > c </ t >d<<>>")):
+        seed("xml_text_fuzz", name, text)
+    for name, text in (("office", "word/header*.xml\nword/header12.xml"), ("all", "*\na"), ("nothing", "*\n"), ("end", "word/*\nword/"),
+                       ("many", "*a*a*a*b\naaaaaaaaaaaaaa"), ("empty", "\n")):
+        seed("entry_pattern_fuzz", name, text)
+    for name, text in (("zip_exts", "\ufeff# comment\r\nexts=.docx,.pptx, .XLSX\r\n"), ("patterns", "patterns=Word/Document.xml\n*.xml,a b,\n"),
+                       ("lines", ".a\n#.b\n\n  .c , d,.,,\nexts=e"), ("long", "x" * 2046 + ",y,." + "z" * 3000)):
+        seed("list_files_fuzz", name, text)
+    for name, data in (("no_codes", b"\5\0\0\0"), ("no_codes_and_more", b"\5\0\0\0\0\0\0\0"), ("stored", b"\1\5\0\xfa\xffHello"),
+                       ("fixed", bytes.fromhex("4b4c02020b00")), ("one_symbol", bytes.fromhex("05c0810800000000" "20d6fd251e04")),
+                       ("no_distances", bytes.fromhex("05c0810800000000" "20d6fd250e04")), ("bad_type", b"\7")):
+        seed("inflate_fuzz", name, data)
+
+
 def main():
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) == 2 else ROOT / "fuzz" / "corpus"
     if len(sys.argv) > 2:
         sys.exit(__doc__)
-    for make in (ntfs_seeds, volume_seeds, index_seeds, platform_seeds, config_seeds, search_seeds, console_seeds, shell_seeds):
+    for make in (ntfs_seeds, volume_seeds, index_seeds, platform_seeds, config_seeds, search_seeds, console_seeds, content_seeds, shell_seeds):
         make()
     for target, seeds in SEEDS.items():
         (folder / target).mkdir(parents=True, exist_ok=True)

@@ -26,4 +26,9 @@ struct ByteSource {
 // Opens a file or a block device for reading, by a path of files.h. Null if that fails.
 [[nodiscard]] std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path);
 
+// Opens a plain file, and shares it on Windows with those who read it alone: null where somebody may
+// write it, and nobody may as long as it is open. Null as well if that fails, and for what is no plain
+// file.
+[[nodiscard]] std::unique_ptr<ByteSource> OpenForReaders(std::u16string_view path);
+
 }  // namespace quilmark

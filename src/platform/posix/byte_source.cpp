@@ -1,5 +1,7 @@
 #include "platform/byte_source.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -42,6 +44,14 @@ class FileSource : public ByteSource {
 std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path) {
   UniqueFd file = EndOfPath(HostBytesOf(path)).Open(O_RDONLY);
   if (!file) return nullptr;
+  return std::make_unique<FileSource>(std::move(file));
+}
+
+std::unique_ptr<ByteSource> OpenForReaders(std::u16string_view path) {
+  // Does not wait for the other end of a pipe.
+  UniqueFd file = EndOfPath(HostBytesOf(path)).Open(O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  struct stat status;
+  if (!file || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   return std::make_unique<FileSource>(std::move(file));
 }
 

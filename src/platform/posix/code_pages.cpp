@@ -30,6 +30,15 @@ std::optional<char> ByteOf(char16_t unit) {
 
 bool AnsiIsUtf8() { return false; }
 
+size_t AnsiToUnits(std::string_view bytes, char16_t* out) {
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    const bool isHighControl = byte >= 0x80 && byte < 0xA0;
+    out[i] = isHighControl ? kHighControls[byte - 0x80] : char16_t{byte};
+  }
+  return bytes.size();
+}
+
 std::optional<std::string> EncodeAnsi(std::u16string_view text) {
   std::string bytes;
   bytes.reserve(text.size());

@@ -4,6 +4,7 @@
 
 #include "platform/sector_reads.h"
 #include "platform/win32/file_handle.h"
+#include "platform/win32/wide.h"
 
 namespace quilmark {
 
@@ -43,6 +44,13 @@ class FileSource : public ByteSource {
 std::unique_ptr<ByteSource> OpenByteSource(std::u16string_view path) {
   UniqueFile file = OpenPath(path, GENERIC_READ, OPEN_EXISTING);
   if (!file) return nullptr;
+  return std::make_unique<FileSource>(std::move(file));
+}
+
+std::unique_ptr<ByteSource> OpenForReaders(std::u16string_view path) {
+  UniqueFile file(CreateFileW(Wide(LongPathOf(path)), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file || GetFileType(file.Get()) != FILE_TYPE_DISK) return nullptr;
   return std::make_unique<FileSource>(std::move(file));
 }
 

@@ -29,6 +29,14 @@ int Convert(std::u16string_view text, std::string& bytes) {
 
 bool AnsiIsUtf8() { return GetACP() == CP_UTF8; }
 
+size_t AnsiToUnits(std::string_view bytes, char16_t* out) {
+  if (bytes.empty() || bytes.size() > kMostUnits) return 0;
+  const int size = static_cast<int>(bytes.size());
+  const int count =
+      MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, reinterpret_cast<wchar_t*>(out), size);
+  return static_cast<size_t>(std::max(count, 0));
+}
+
 std::optional<std::string> EncodeAnsi(std::u16string_view text) {
   std::string bytes;
   if (text.empty()) return bytes;

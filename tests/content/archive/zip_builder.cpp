@@ -42,20 +42,27 @@ std::string Deflate(std::string_view text) {
 }
 
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipFrame& frame) {
-  std::string bytes, directory;
+  std::string bytes, directory, packed;
+  Sizes sizes{};
+  const ZipEntry* former = nullptr;
   for (const ZipEntry& entry : entries) {
-    std::string packed =
-        entry.packed.value_or(entry.method == kDeflated ? Deflate(entry.data) : entry.data);
-    const auto* data = reinterpret_cast<const unsigned char*>(entry.data.data());
-    const Sizes sizes{
-        entry.crc.value_or(static_cast<uint32_t>(mz_crc32(MZ_CRC32_INIT, data, entry.data.size()))),
-        entry.packedSize.value_or(static_cast<uint32_t>(packed.size())),
-        entry.size.value_or(static_cast<uint32_t>(entry.data.size()))};
+    // Thousands of entries may have the same data.
+    const bool isSame = former != nullptr && former->data == entry.data &&
+                        former->method == entry.method && former->packed == entry.packed;
+    if (!isSame) {
+      packed = entry.packed.value_or(entry.method == kDeflated ? Deflate(entry.data) : entry.data);
+      const auto* data = reinterpret_cast<const unsigned char*>(entry.data.data());
+      sizes = {static_cast<uint32_t>(mz_crc32(MZ_CRC32_INIT, data, entry.data.size())),
+               static_cast<uint32_t>(packed.size()), static_cast<uint32_t>(entry.data.size())};
+    }
+    former = &entry;
+    const Sizes told{entry.crc.value_or(sizes.crc), entry.packedSize.value_or(sizes.packed),
+                     entry.size.value_or(sizes.full)};
     const uint64_t offset = entry.localOffset.value_or(static_cast<uint32_t>(bytes.size()));
-    if (entry.hasLocal) bytes += "PK\x03\x04" + CommonHeader(entry, sizes, 0) + entry.name + packed;
-    directory += "PK\x01\x02" + LeBytes(20, 2) + CommonHeader(entry, sizes, entry.extra.size()) +
-                 LeBytes(0, 2) + LeBytes(0, 2) + LeBytes(0, 2) + LeBytes(entry.externalAttributes, 4) +
-                 LeBytes(offset, 4) + entry.name + entry.extra;
+    if (entry.hasLocal) bytes += "PK\x03\x04" + CommonHeader(entry, told, 0) + entry.name + packed;
+    directory += "PK\x01\x02" + LeBytes(20, 2) + CommonHeader(entry, told, entry.extra.size()) +
+                 LeBytes(0, 6) + LeBytes(entry.externalAttributes, 4) + LeBytes(offset, 4) + entry.name +
+                 entry.extra;
   }
   const uint64_t offset = frame.directoryOffset.value_or(bytes.size());
   const uint64_t size = frame.directorySize.value_or(directory.size());
