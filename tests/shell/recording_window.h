@@ -74,6 +74,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   void SetTitle(const std::u16string& text) override { title = text; }
   void SetStatus(const std::u16string& text) override { status = text; }
   void SetText(int id, const std::u16string& text) override { texts[id] = text; }
+  void PlaceCaret(int id, size_t units) override { carets[id] = units; }
   std::u16string TextOf(int id) override { return texts[id]; }
   void SetItems(int id, const std::vector<std::u16string>& all, int chosen) override {
     calls.push_back("SetItems " + std::to_string(id));
@@ -156,6 +157,7 @@ class RecordingWindow : public WindowPort, public WindowEndPort {
   std::optional<std::u16string> tip;                                 // as it was set last
   std::map<int, std::u16string> texts;                               // of controls
   std::map<int, std::pair<std::vector<std::u16string>, int>> items;  // and the chosen one
+  std::map<int, size_t> carets;
   std::vector<std::u16string> errors;
   std::function<void()> whileTold;  // what comes in while the user reads an error
   WindowSize size = {900, 600};

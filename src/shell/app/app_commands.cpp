@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "config/translate.h"
+#include "shell/app/content_picker.h"
 #include "shell/app/filter_file.h"
 #include "shell/app/manual_refresh.h"
 #include "shell/app/routing.h"
@@ -68,6 +69,9 @@ Effects RunAppCommand(AppState& app, const ViewContext& context, uint16_t id) {
     case kCommandSettings:
       return Tell(context,
                   {u"Status_SettingsMissing", u"The Settings Center is not part of this version."});
+    case kCommandFileTypes:
+      OpenContentExtPicker(app, context.window);
+      return {};
     case kCommandShowFilters:
       ShowFilterFile(app);
       return {};

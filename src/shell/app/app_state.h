@@ -15,6 +15,7 @@
 #include "config/hotkeys.h"
 #include "platform/window_post.h"
 #include "shell/search/search_view.h"
+#include "shell/settings/ext_picker.h"
 #include "shell/settings/hotkey_capture.h"
 #include "shell/view/window_ids.h"
 
@@ -48,8 +49,10 @@ struct AppState {
   bool closeBoxPressed = false;  // the close button raised the present close request
   HotkeyConfig hotkeys;
   HotkeyCapture capture;         // of a new hotkey
-  SystemPort* system = nullptr;  // these two are set before the window is made, and outlive it
+  ExtPicker picker;              // of file types for a content search
+  SystemPort* system = nullptr;  // these three are set before the window is made, and outlive it
   ThemePort* theme = nullptr;
+  PickerPort* pickerWindow = nullptr;
   std::u16string language;  // code of the interface's language
 
   // Views.

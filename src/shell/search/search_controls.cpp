@@ -159,12 +159,19 @@ std::vector<ControlPlace> SearchView::Layout(const ViewContext& context) {
 
 Effects TakeTypedText(SearchView& view, const ViewContext& context, std::u16string text) {
   context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  const bool asksForTypes = AsksForPicker(TheSearch().CurrentQueryText, text);
   const bool marksOthers = HighlightTerm(text) != HighlightTerm(TheSearch().CurrentQueryText);
   TheSearch().CurrentQueryText = std::move(text);
   if (!IsContentPrefix(TheSearch().CurrentQueryText)) {
     context.window.StartTimer(TIMER_SEARCH_DEBOUNCE, kSearchDebounceMs);
   }
-  return {.dirty = marksOthers ? ListAreaOf(view, context) : Rect()};
+  return {.dirty = marksOthers ? ListAreaOf(view, context) : Rect(),
+          .command = asksForTypes ? kCommandFileTypes : uint16_t{0}};
+}
+
+static uint32_t KeyOf(ControlEvent::Kind kind) {
+  if (kind == ControlEvent::kEnter) return kKeyEnter;
+  return kind == ControlEvent::kF4 ? kKeyF4 : kKeyEscape;
 }
 
 Effects SearchView::OnControl(const ControlEvent& event, const ViewContext& context) {
@@ -182,7 +189,7 @@ Effects SearchView::OnControl(const ControlEvent& event, const ViewContext& cont
   }
   if (event.id == kNameEditor) return OnEditorEnd(*this, context, event);
   if (event.id != kQueryBox) return {.isTaken = false};
-  return TakeSearchKey(context, event.kind == ControlEvent::kEnter ? kKeyEnter : kKeyEscape, event.text);
+  return TakeSearchKey(context, KeyOf(event.kind), event.text);
 }
 
 }  // namespace quilmark

@@ -5,6 +5,7 @@
 #include "config/translate.h"
 #include "search/query/query.h"
 #include "search/results/search_pipeline.h"
+#include "shell/search/picked_query.h"
 #include "shell/view/commands.h"
 #include "shell/view/window_ids.h"
 
@@ -39,8 +40,9 @@ void SearchAgain(const ViewContext& context) {
 
 Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text) {
   TrimQuery(text);
+  if (key == kKeyEnter) context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
+  if ((key == kKeyEnter || key == kKeyF4) && LacksWords(text)) return {.command = kCommandFileTypes};
   if (key == kKeyEnter) {
-    context.window.StopTimer(TIMER_SEARCH_DEBOUNCE);
     if (text.empty()) {
       RefreshSearchResultsAfterIndexUpdate();
     } else {

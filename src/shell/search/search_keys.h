@@ -10,8 +10,8 @@
 namespace quilmark {
 
 inline constexpr size_t kLongestQuery = 255;  // units that the box takes
-inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27, kKeyDelete = 46,
-                          kKeyF2 = 113;  // virtual key codes
+inline constexpr uint32_t kKeyTab = 9, kKeyEnter = 13, kKeyEscape = 27, kKeyDelete = 46, kKeyF2 = 113,
+                          kKeyF4 = 115;  // virtual key codes
 
 // Searches for what the search box holds. The timer 30003 calls it when the user pauses.
 void StartTypedSearch(const SearchView& view);
@@ -21,6 +21,7 @@ void StartTypedSearch(const SearchView& view);
 void SearchAgain(const ViewContext& context);
 
 // Answers a key in the box, which holds `text`: Enter searches at once, Escape ends a content search.
+// Enter and F4 ask for the types of its files where a content search has no words.
 // isTaken is false for any other key, which the edit takes.
 Effects TakeSearchKey(const ViewContext& context, uint32_t key, std::u16string text);
 

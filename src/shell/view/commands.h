@@ -44,5 +44,6 @@ inline constexpr uint16_t kCommandDuplicates = 10036;
 
 // Asked for by a view alone: the chosen files are dragged by the mouse.
 inline constexpr uint16_t kCommandDrag = 10101;
+inline constexpr uint16_t kCommandFileTypes = 10102;  // of a content search, to be chosen
 
 }  // namespace quilmark

@@ -52,6 +52,7 @@ struct ControlEvent {
     kDay,          // a field for a day: `value`
     kEnter,        // in an edit: `text`
     kEscape,       // likewise
+    kF4,           // likewise, in the search box
     kLeft,         // the editor has lost the focus: `text`
     kLeftProgram,  // likewise, and the program with it
   };

@@ -2,6 +2,7 @@
 // tests write down what was asked.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -39,6 +40,9 @@ struct WindowPort {
 
   // Sets the text of an edit or a tag, which does not report it.
   virtual void SetText(int id, const std::u16string& text) = 0;
+
+  // Puts the caret of an edit behind so many units of its text, with nothing selected.
+  virtual void PlaceCaret(int id, size_t units) = 0;
 
   // The text that a control holds now; empty for a number without a control.
   virtual std::u16string TextOf(int id) = 0;

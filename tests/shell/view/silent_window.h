@@ -11,6 +11,7 @@ struct SilentWindow : WindowPort {
   void SetTitle(const std::u16string&) override {}
   void SetStatus(const std::u16string&) override {}
   void SetText(int, const std::u16string&) override {}
+  void PlaceCaret(int, size_t) override {}
   std::u16string TextOf(int) override { return {}; }
   void SetItems(int, const std::vector<std::u16string>&, int) override {}
   void EnableControl(int) override {}

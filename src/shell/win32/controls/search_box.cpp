@@ -1,5 +1,7 @@
 #include "shell/win32/controls/search_box.h"
 
+#include <optional>
+
 #include "shell/win32/controls/controls.h"
 #include "shell/win32/controls/edit_keys.h"
 #include "shell/win32/controls/edit_line.h"
@@ -27,11 +29,23 @@ void DrawFrame(HWND edit, const ViewContext& context) {
   RoundRect(dc.Get(), 0, 0, client.right, client.bottom, radius, radius);
 }
 
+std::optional<ControlEvent::Kind> KindOfKey(WPARAM key) {
+  switch (key) {
+    case VK_RETURN:
+      return ControlEvent::kEnter;
+    case VK_ESCAPE:
+      return ControlEvent::kEscape;
+    case VK_F4:
+      return ControlEvent::kF4;
+    default:
+      return std::nullopt;
+  }
+}
+
 bool TakeKey(HWND edit, WPARAM key, ControlHost& host) {
-  if (key != VK_RETURN && key != VK_ESCAPE) return false;
-  return host.OnControl({.kind = key == VK_RETURN ? ControlEvent::kEnter : ControlEvent::kEscape,
-                         .id = GetDlgCtrlID(edit),
-                         .text = TextOfEdit(edit)});
+  const auto kind = KindOfKey(key);
+  if (!kind) return false;
+  return host.OnControl({.kind = *kind, .id = GetDlgCtrlID(edit), .text = TextOfEdit(edit)});
 }
 
 bool IsTakenFirst(UINT message, WPARAM key, LPARAM state, ControlHost& host) {

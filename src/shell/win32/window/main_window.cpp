@@ -57,6 +57,11 @@ void MainWindow::SetStatus(const std::u16string& text) {
   Invalidate(ShownView(App()).StatusPlace(Context()));
 }
 
+void MainWindow::PlaceCaret(int id, size_t units) {
+  SendMessageW(controls.HandleOf(id), EM_SETSEL, units, static_cast<LPARAM>(units));
+  SendMessageW(controls.HandleOf(id), EM_SCROLLCARET, 0, 0);
+}
+
 std::u16string MainWindow::TextOf(int id) { return TextOfWindow(controls.HandleOf(id)); }
 
 void MainWindow::SetItems(int id, const std::vector<std::u16string>& items, int chosen) {
@@ -75,7 +80,10 @@ void MainWindow::TellError(const std::u16string& text) {
 
 bool MainWindow::IsVisible() { return IsWindowVisible(window_) != FALSE; }
 
-void MainWindow::Hide() { ShowWindow(window_, SW_HIDE); }
+void MainWindow::Hide() {
+  picker.CloseQuietly();  // the system hides no window with its owner
+  ShowWindow(window_, SW_HIDE);
+}
 
 void MainWindow::ShowAndRaise() {
   ShowWindow(window_, IsIconic(window_) ? SW_RESTORE : SW_SHOW);
@@ -185,6 +193,7 @@ void MainWindow::OpenServices() {
   });
   App().system = &services;
   App().theme = this;
+  App().pickerWindow = this;
 }
 
 bool MainWindow::TakeKey(uint32_t key, bool isRepeat) {
@@ -221,12 +230,14 @@ void MainWindow::WearTheme(bool isDark) {
                  ? FrameColors{.dark = false, .caption = kOfTheSystem, .text = kOfTheSystem}
                  : FrameColors{.dark = isDark, .caption = caption, .text = CurrentPalette.text});
   RepaintAll(window_);
+  picker.WearTheme();
 }
 
 void MainWindow::WearColors() {
   well.Reset(CreateSolidBrush(CurrentPalette.editWell));
   scrollTrack.Reset();
   RepaintAll(window_);
+  picker.WearTheme();
 }
 
 void MainWindow::RemakeFonts() {

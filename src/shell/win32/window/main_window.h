@@ -9,6 +9,7 @@
 #include "shell/app/app_state.h"
 #include "shell/app/theme.h"
 #include "shell/app/window_end.h"
+#include "shell/win32/controls/ext_picker_window.h"
 #include "shell/win32/controls/name_editor.h"
 #include "shell/win32/controls/native_controls.h"
 #include "shell/win32/controls/row_tip.h"
@@ -24,7 +25,11 @@ namespace quilmark {
 inline constexpr wchar_t kMainWindowClass[] = L"QUILMARK_MAIN";
 
 // Interface thread. There is one, which outlives the window of the system: see TheWindow.
-class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, public ControlHost {
+class MainWindow : public WindowPort,
+                   public WindowEndPort,
+                   public ThemePort,
+                   public PickerPort,
+                   public ControlHost {
  public:
   // Null before the window is made.
   HWND Handle() const { return window_; }
@@ -34,6 +39,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void SetTitle(const std::u16string& title) override;
   void SetStatus(const std::u16string& text) override;
   void SetText(int id, const std::u16string& text) override { controls.SetText(id, text); }
+  void PlaceCaret(int id, size_t units) override;
   std::u16string TextOf(int id) override;
   void SetItems(int id, const std::vector<std::u16string>& items, int chosen) override;
   void EnableControl(int id) override { controls.Enable(id); }
@@ -52,13 +58,15 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
   void PostClose() override;
   TrayIconState AddOrUpdateTrayIcon() override;
 
-  void CloseOtherWindows() override {}
+  void CloseOtherWindows() override { picker.CloseQuietly(); }
   void RemoveTrayIcon() override;
   void UnregisterHotkeys() override;
   void ReleaseBrushes() override;
   void ReleaseBackBuffer() override;
   void ReleaseFonts() override;
   void QuitMessageLoop() override;
+
+  void OpenPickerWindow(ExtPicker& of) override { picker.Open(window_, *this, App().uiIsChinese, of); }
 
   bool IsOpen() override { return IsWindow(window_) != FALSE; }
   std::optional<SystemColors> HighContrast() override;
@@ -107,6 +115,7 @@ class MainWindow : public WindowPort, public WindowEndPort, public ThemePort, pu
 
   NativeControls controls;
   NameEditor editor;
+  ExtPickerWindow picker;
   RowTip tip;
   BackBuffer backBuffer;
   WindowIcons icons;
