@@ -173,8 +173,11 @@ void WindowProgram::StartAndWait(const std::wstring& arguments) {
     return Ask(Probe::kSyncs) >= 1 && Ask(Probe::kShownGeneration) == Ask(Probe::kSearchGeneration) &&
            Title() == u"Quilmark - Filter: All Files | Hits: 0";
   });
-  SetForegroundWindow(Window());
-  WaitUntil("the focus", [this] { return Ask(Probe::kSearchBoxFocused) == 1; });
+  WaitUntil("the focus", [this] {
+    // Again where the end of a former program has taken it.
+    if (GetForegroundWindow() != Window()) SetForegroundWindow(Window());
+    return Ask(Probe::kSearchBoxFocused) == 1;
+  });
 }
 
 DWORD WindowProgram::RunSecondCopy(const std::wstring& arguments) {
