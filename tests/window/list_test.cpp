@@ -195,7 +195,8 @@ TEST_F(ResultsList, RenamesToTheSameNameInAnotherCase) {
   // Wine keeps the case of a name that is there; what the list shows is what was asked for.
   EXPECT_EQ(program.Ask(Probe::kRows), kFiles);
   EXPECT_EQ(program.Ask(Probe::kFocusRow), 3);
-  OpenEditor(3);
+  SendMessageW(program.Window(), WM_KEYDOWN, VK_F2, 0);  // a second click on it could be a double click
+  WaitUntil("the editor", [this] { return program.Ask(Probe::kRenameFocused) == 1; });
   EXPECT_EQ(program.TextOf(Editor()), u"FILE-003.txt");
   program.Press(VK_ESCAPE);
   WaitForNoEditor();
