@@ -17,6 +17,7 @@ class ContactSheet : public testing::Test {
   static constexpr int kPitch = 44, kHeader = 40;
 
   ContactSheet() {
+    WaitPastMidnight();
     const std::u16string stretched(120, u'n');
     for (const std::u16string& name :
          {std::u16string(u"ana-banana.txt"), std::u16string(u"China-资料-中文名.docx"),

@@ -140,6 +140,14 @@ bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
   return true;
 }
 
+void WaitPastMidnight() {
+  WaitUntil("the next day", [] {
+    SYSTEMTIME now = {};
+    GetLocalTime(&now);
+    return now.wHour != 23 || now.wMinute != 59 || now.wSecond < 10;
+  });
+}
+
 WindowProgram::~WindowProgram() {
   if (testing::Test::HasFailure()) {
     for (const auto& folder : {settings_.HostPath(), temp_.HostPath()}) {
