@@ -232,8 +232,7 @@ TEST_F(ContactSheet, TextsOfOtherLanguages) {
     program.Start();
     WaitUntil("an open search box", [this] { return IsWindowEnabled(program.SearchBox()) != FALSE; });
     WaitUntil("a searchable drive", [this] { return program.Ask(Probe::kSyncs) >= 1; });
-    SetForegroundWindow(program.Window());
-    WaitUntil("the focus", [this] { return program.Ask(Probe::kSearchBoxFocused) == 1; });
+    program.TakeKeyboard();
     const std::string caption = std::string("8-") + language.name;
     Picture(caption + "-nothing-typed");
     program.SearchFor(u"na");

@@ -181,6 +181,10 @@ void WindowProgram::StartAndWait(const std::wstring& arguments) {
     return Ask(Probe::kSyncs) >= 1 && Ask(Probe::kShownGeneration) == Ask(Probe::kSearchGeneration) &&
            Title() == u"Quilmark - Filter: All Files | Hits: 0";
   });
+  TakeKeyboard();
+}
+
+void WindowProgram::TakeKeyboard() {
   WaitUntil("the focus", [this] {
     // Again where the end of a former program has taken it.
     if (GetForegroundWindow() != Window()) SetForegroundWindow(Window());

@@ -36,6 +36,8 @@ class WindowProgram {
   void Start(const std::wstring& arguments = L"");
   // Starts, and waits until the drive is searchable and the window as it stays.
   void StartAndWait(const std::wstring& arguments = L"");
+  // Waits until the window is in front and its search box has the focus.
+  void TakeKeyboard();
   // Another copy over the same settings; its exit code.
   DWORD RunSecondCopy(const std::wstring& arguments = L"");
   // The exit of the tray's menu.
