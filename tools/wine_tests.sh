@@ -45,6 +45,8 @@ wine_tests_run() {
   local -x WINEPREFIX DISPLAY=${wine_tests_displays[$slot]}
   # A test puts a stand-in in the place of this tool, which Wine takes only then.
   local -x WINEDLLOVERRIDES="$WINEDLLOVERRIDES;schtasks.exe=n"
+  # The window's tests take four minutes where nothing else runs, and several times as long on a busy machine.
+  local -x WINE_TIMEOUT=${WINE_TIMEOUT:-1800}
   WINEPREFIX=$(wine_tests_prefix "$slot")
   wine_run "$@"
 }

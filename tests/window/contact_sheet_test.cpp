@@ -17,6 +17,7 @@ class ContactSheet : public testing::Test {
   static constexpr int kPitch = 44, kHeader = 40;
 
   ContactSheet() {
+    WaitPastMidnight();
     const std::u16string stretched(120, u'n');
     for (const std::u16string& name :
          {std::u16string(u"ana-banana.txt"), std::u16string(u"China-资料-中文名.docx"),
@@ -232,8 +233,7 @@ TEST_F(ContactSheet, TextsOfOtherLanguages) {
     program.Start();
     WaitUntil("an open search box", [this] { return IsWindowEnabled(program.SearchBox()) != FALSE; });
     WaitUntil("a searchable drive", [this] { return program.Ask(Probe::kSyncs) >= 1; });
-    SetForegroundWindow(program.Window());
-    WaitUntil("the focus", [this] { return program.Ask(Probe::kSearchBoxFocused) == 1; });
+    program.TakeKeyboard();
     const std::string caption = std::string("8-") + language.name;
     Picture(caption + "-nothing-typed");
     program.SearchFor(u"na");

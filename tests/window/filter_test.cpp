@@ -11,11 +11,7 @@ namespace {
 class FilterBar : public testing::Test {
  protected:
   FilterBar() {
-    WaitUntil("a minute or more of the day, in which the files are of today", [] {
-      SYSTEMTIME now = {};
-      GetLocalTime(&now);
-      return now.wHour != 23 || now.wMinute != 59;
-    });
+    WaitPastMidnight();
     program.Drive().MakeFile("mix/mix-letter.txt", "text");
     program.Drive().MakeFile("mix/mix-photo.jpg", std::string(2'000'000, 'x'));
     program.Drive().MakeFile("mix/mix-other.bin", "x");

@@ -140,6 +140,14 @@ bool WaitUntil(const std::string& what, const std::function<bool()>& holds) {
   return true;
 }
 
+void WaitPastMidnight() {
+  WaitUntil("the next day", [] {
+    SYSTEMTIME now = {};
+    GetLocalTime(&now);
+    return now.wHour != 23 || now.wMinute != 59 || now.wSecond < 10;
+  });
+}
+
 WindowProgram::~WindowProgram() {
   if (testing::Test::HasFailure()) {
     for (const auto& folder : {settings_.HostPath(), temp_.HostPath()}) {
@@ -173,8 +181,15 @@ void WindowProgram::StartAndWait(const std::wstring& arguments) {
     return Ask(Probe::kSyncs) >= 1 && Ask(Probe::kShownGeneration) == Ask(Probe::kSearchGeneration) &&
            Title() == u"Quilmark - Filter: All Files | Hits: 0";
   });
-  SetForegroundWindow(Window());
-  WaitUntil("the focus", [this] { return Ask(Probe::kSearchBoxFocused) == 1; });
+  TakeKeyboard();
+}
+
+void WindowProgram::TakeKeyboard() {
+  WaitUntil("the focus", [this] {
+    // Again where the end of a former program has taken it.
+    if (GetForegroundWindow() != Window()) SetForegroundWindow(Window());
+    return Ask(Probe::kSearchBoxFocused) == 1;
+  });
 }
 
 DWORD WindowProgram::RunSecondCopy(const std::wstring& arguments) {

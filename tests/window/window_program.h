@@ -15,6 +15,10 @@ namespace quilmark {
 // Waits for a state and never for a time; a state that does not come within a minute fails the test.
 bool WaitUntil(const std::string& what, const std::function<bool()>& holds);
 
+// Returns at once unless the day ends within 50 seconds, and then on the next: what a test makes is of
+// today while it looks at it.
+void WaitPastMidnight();
+
 // A message box of that title, once it takes the keys of the keyboard: before it does they go elsewhere.
 HWND WaitForBox(const wchar_t* title);
 
@@ -32,6 +36,8 @@ class WindowProgram {
   void Start(const std::wstring& arguments = L"");
   // Starts, and waits until the drive is searchable and the window as it stays.
   void StartAndWait(const std::wstring& arguments = L"");
+  // Waits until the window is in front and its search box has the focus.
+  void TakeKeyboard();
   // Another copy over the same settings; its exit code.
   DWORD RunSecondCopy(const std::wstring& arguments = L"");
   // The exit of the tray's menu.
