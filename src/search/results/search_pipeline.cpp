@@ -213,6 +213,7 @@ void DoSearchAsync(std::u16string text, bool keepScroll, bool recentView) {
   }
   if (!job.text.empty() && !recentView) {
     if (!Engine().ready) return RetryWhenReady(std::move(job.text));
+    if (TheSearch().hooks.whenSearchBegins) TheSearch().hooks.whenSearchBegins(job.text);
     RunBackground("do_search", [job = std::move(job)] { RunSearch(job); });
     return;
   }

@@ -72,6 +72,8 @@ struct SearchHooks {
   std::function<void(std::u16string_view key, std::u16string_view english)> showStatus;
   // Interface thread: stops the timer `id` of the main window and starts it anew.
   std::function<void(uint32_t id, uint32_t delayMs)> restartTimer;
+  // Interface thread: a search for the text begins; what its job may not read is to be kept for it.
+  std::function<void(std::u16string_view text)> whenSearchBegins;
   std::function<std::vector<std::u16string>()> contentExts;  // default extensions of a content query
   // Runs a content query and gives its hits; without it such a query finds nothing.
   std::function<std::shared_ptr<ResultSet>(const struct SearchJob&, const ContentQuery&,

@@ -7,6 +7,7 @@
 #include "config/translate.h"
 #include "config/ui_colors.h"
 #include "config/window_settings.h"
+#include "content/settings/content_config.h"
 #include "index/engine/search_engine.h"
 #include "index/life/volume_life.h"
 #include "search/filter/filter_categories.h"
@@ -107,6 +108,7 @@ int RunAsOnlyCopy(AppState& app, ProcessPort& system) {
     return 1;
   }
   LoadFilterCategories(app.language, app.uiIsChinese);
+  LoadContentConfig();
   LoadSettings(app);
   if (!OpenMainWindow(app, system)) return 1;
   LoadRecentOpensAsync();

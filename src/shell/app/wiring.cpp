@@ -11,6 +11,7 @@
 #include "search/results/search_session.h"
 #include "shell/actions/late_shell.h"
 #include "shell/actions/recent_opens.h"
+#include "shell/app/content_start.h"
 #include "shell/app/engine_messages.h"
 #include "shell/search/thumbnails.h"
 #include "shell/view/window_ids.h"
@@ -87,6 +88,7 @@ void WireSearch(AppState& app, WindowPort& window) {
     window.StopTimer(id);
     window.StartTimer(id, delayMs);
   };
+  WireContentSearch(hooks);
   hooks.recentResults = [] { return std::make_shared<ResultSet>(CollectRecentItems()); };
 }
 

@@ -9,10 +9,12 @@
 #include "search/results/search_pipeline.h"
 #include "shell/search/filter_request.h"
 #include "shell/search/highlight.h"
+#include "shell/search/picked_query.h"
 #include "shell/search/rename.h"
 #include "shell/search/scope_items.h"
 #include "shell/search/search_keys.h"
 #include "shell/search/search_places.h"
+#include "shell/view/commands.h"
 #include "shell/view/window_ids.h"
 
 namespace quilmark {

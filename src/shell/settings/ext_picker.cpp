@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "config/config_directory.h"
 #include "config/translate.h"
+#include "content/settings/list_files.h"
 #include "content/settings/picker_exts.h"
 #include "platform/text.h"
 
@@ -93,7 +95,7 @@ void Invert(ExtPicker& picker, PickerScreen& screen) {
 
 void Edit(ExtPicker& picker, PickerScreen& screen) {
   picker.isBeingEdited = true;
-  screen.OpenFile(PathOfPickerExts());
+  screen.OpenFile(ConfigPath(PickerExtsFile().name));
 }
 
 void Accept(ExtPicker& picker, PickerScreen& screen) {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "content/archive/zip_builder.h"
+#include "support/zip_builder.h"
 
 namespace quilmark {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "content/archive/zip_builder.h"
+#include "support/zip_builder.h"
 
 namespace quilmark {
 namespace {

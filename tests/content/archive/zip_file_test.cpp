@@ -5,7 +5,7 @@
 #include <string>
 
 #include "content/archive/hostile_archives.h"
-#include "content/archive/zip_builder.h"
+#include "support/zip_builder.h"
 #include "platform/generation.h"
 #include "support/scratch_folder.h"
 #include "support/system_faults.h"

@@ -6,7 +6,7 @@
 
 #include "content/archive/hostile_archives.h"
 #include "content/archive/string_source.h"
-#include "content/archive/zip_builder.h"
+#include "support/zip_builder.h"
 #include "platform/generation.h"
 #include "platform/shutdown.h"
 

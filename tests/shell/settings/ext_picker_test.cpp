@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "config/config_directory.h"
 #include "config/scratch_config.h"
 #include "config/window_settings.h"
 #include "content/settings/picker_exts.h"
@@ -139,8 +140,8 @@ TEST_F(ExtPickerTest, ReadsItsFileAgainWhenTheUserComesBack) {
   EXPECT_EQ(screen.fills, 1) << "nothing was edited";
   TickRow(picker, 0, false);
   Run(PickerCommand::kConfig);
-  EXPECT_EQ(screen.opened, Extensions{PathOfPickerExts()});
-  ASSERT_TRUE(WriteTextFile(PathOfPickerExts(), u"exts=.txt,.md,.new\n"));
+  EXPECT_EQ(screen.opened, Extensions{ConfigPath(u"content_search_exts.ini")});
+  ASSERT_TRUE(WriteTextFile(ConfigPath(u"content_search_exts.ini"), u"exts=.txt,.md,.new\n"));
   ActivatePicker(picker, screen);
   EXPECT_EQ(Shown(), u".txt +.md +.new");
   ActivatePicker(picker, screen);

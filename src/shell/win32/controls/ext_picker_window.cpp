@@ -91,7 +91,7 @@ void ExtPickerWindow::Open(HWND owner, const ControlHost& main, bool chinese, Ex
   main_ = &main;
   picker_ = &picker;
   isChinese_ = chinese;
-  dpi_ = DpiOfWindow(owner);
+  dpi_ = main.Context().dpi;
   RegisterOnce(Procedure);
   const RECT place = CentredPlace(owner, dpi_);
   const std::u16string title = TranslateOr(u"ContentExt_Title", u"Choose content-search file types");

@@ -1,4 +1,4 @@
-#include "content/archive/zip_builder.h"
+#include "support/zip_builder.h"
 
 #include <miniz.h>
 
