@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 #include "content/archive/utf8_units.h"
 #include "content/archive/xml_text.h"
@@ -88,10 +87,12 @@ class WideText {
 
  private:
   std::u16string_view Compact() {
-    if (compact_) return *compact_;
-    char16_t* const room = scratch_.compactWide.Room(text_.size());
-    compact_ = std::u16string_view(room, room == nullptr ? 0 : CompactUnits(text_, room));
-    return *compact_;
+    if (!isCompacted_) {
+      char16_t* const room = scratch_.compactWide.Room(text_.size());
+      compact_ = {room, room == nullptr ? 0 : CompactUnits(text_, room)};
+      isCompacted_ = true;
+    }
+    return compact_;
   }
 
   // Steps reach over their end by what a term needs to stand across it.
@@ -107,7 +108,8 @@ class WideText {
   std::u16string_view text_;
   const WorkCheck& check_;
   ArchiveScratch& scratch_;
-  std::optional<std::u16string_view> compact_;
+  std::u16string_view compact_;
+  bool isCompacted_ = false;
 };
 
 }  // namespace
