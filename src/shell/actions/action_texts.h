@@ -18,8 +18,10 @@ BoxText OpenManyQuestion(size_t count);
 // Whether the files shall be deleted for good: names a single one, counts several. REQUIRES one.
 BoxText DeleteQuestion(const std::vector<std::u16string>& paths);
 
-// The question before the filter tags are reset, and what is said when they are.
+// Whether the filter tags shall be reset.
 BoxText ResetFiltersQuestion();
+
+// What is said when they are.
 BoxText ResetDoneNotice();
 
 // Files could not be put on the clipboard.
