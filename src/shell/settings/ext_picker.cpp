@@ -113,6 +113,7 @@ void Accept(ExtPicker& picker, PickerScreen& screen) {
 }  // namespace
 
 void OpenPicker(ExtPicker& picker, PickerScreen& screen) {
+  picker.isBeingEdited = false;
   const Extensions ticked = SelectedPickerExts();
   picker.rows.clear();
   for (const std::u16string& extension : LoadPickerExts()) {
@@ -127,14 +128,13 @@ void ReloadPicker(ExtPicker& picker, PickerScreen& screen) {
     const auto former = FindRow(picker.rows, extension);
     rows.push_back({extension, former == picker.rows.end() || former->isTicked});
   }
+  if (rows == picker.rows) return;  // what is selected stays
   picker.rows = std::move(rows);
   screen.ShowRows(picker.rows);
 }
 
 void ActivatePicker(ExtPicker& picker, PickerScreen& screen) {
-  if (!picker.isBeingEdited) return;
-  picker.isBeingEdited = false;
-  ReloadPicker(picker, screen);
+  if (picker.isBeingEdited) ReloadPicker(picker, screen);
 }
 
 void TickRow(ExtPicker& picker, size_t row, bool isTicked) {

@@ -62,7 +62,7 @@ enum class PickerCommand : uint8_t { kAdd, kDelete, kAll, kInvert, kConfig, kAcc
 // What is chosen while the window is open.
 struct ExtPicker {
   std::vector<PickerRow> rows;
-  bool isBeingEdited = false;  // the file of the list: it is read again when the user comes back
+  bool isBeingEdited = false;  // the file of the list: it is read again whenever the user comes back
   // Takes the ticked extensions, at least one, when the user is done.
   std::function<void(const std::vector<std::u16string>&)> whenPicked;
 };

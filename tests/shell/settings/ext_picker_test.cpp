@@ -140,6 +140,8 @@ TEST_F(ExtPickerTest, ReadsItsFileAgainWhenTheUserComesBack) {
   EXPECT_EQ(screen.fills, 1) << "nothing was edited";
   TickRow(picker, 0, false);
   Run(PickerCommand::kConfig);
+  ActivatePicker(picker, screen);
+  EXPECT_EQ(screen.fills, 1) << "not edited yet";
   EXPECT_EQ(screen.opened, Extensions{ConfigPath(u"content_search_exts.ini")});
   ASSERT_TRUE(WriteTextFile(ConfigPath(u"content_search_exts.ini"), u"exts=.txt,.md,.new\n"));
   ActivatePicker(picker, screen);
