@@ -458,6 +458,8 @@ def console_seeds():
             "drives": "find\n--drive\nD=/srv\n--scope\nD:\nphoto\n--drive-paths\n-0\n--stats", "interactive":
             "find\n--interactive\n/srv\n/home", "interactive_json": "find\n--interactive\n--json",
             "watch": "watch\n--drive\nN=disk.img\n--limit\n5\n--for\n60\n--json", "no_query": "find", "no_command": "",
+            "grep": "grep\n--ext\n.txt,md\n--threads\n2\n--max-size\n9\n--json\n--line\na and b\n/srv", "grep_count":
+            "grep\n--count\n[x", "grep_contradiction": "grep\n-l\n--json\nx",
             "help": "--help", "version": "--version", "find_help": "find\n--help", "completion": "--completion\nbash",
             "other_shell": "--completion\nzsh", "brackets": "find\n[a,b]\n{}\n--drive\n[x]", "category": "find\nx\n--category\n[x",
             "bad_size": "find\nx\n--size\n10Q", "bad_date": "find\nx\n--modified\n2025-02-31", "bad_sort": "find\nx\n--sort\ncolour",

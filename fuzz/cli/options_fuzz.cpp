@@ -25,10 +25,16 @@ void CheckFind(const FindOptions& find) {
 }
 
 void CheckLine(const CommandLine& line) {
-  const int answers = (line.find ? 1 : 0) + (line.watch ? 1 : 0) + (line.text.empty() ? 0 : 1);
+  const int answers =
+      (line.find ? 1 : 0) + (line.watch ? 1 : 0) + (line.grep ? 1 : 0) + (line.text.empty() ? 0 : 1);
   Require(answers == 1);
   if (line.find) CheckFind(*line.find);
   if (line.watch) Require(!HasNul(line.watch->paths) && line.watch->limit != uint64_t{0});
+  if (line.grep) {
+    Require(!HasNul(line.grep->paths) && !HasNul({line.grep->query}));
+    for (const std::u16string& extension : line.grep->extensions) Require(extension.starts_with(u'.'));
+    Require(!line.grep->count || !(line.grep->json || line.grep->list || line.grep->line));
+  }
   if (line.text.empty()) return Require(line.exitCode == 0);
   Require(line.text.ends_with('\n'));
   Require(line.exitCode == 0 || (line.exitCode == 2 && line.text.starts_with("quilmark: ")));

@@ -14,12 +14,14 @@ const char* BashCompletion() {
     --category)
       mapfile -t COMPREPLY < <(compgen -W "folders documents images archives applications videos audio" -- "$word")
       return ;;
-    --limit|--for|--ext|--size) return ;;
+    --limit|--for|--ext|--size|--threads|--max-size) return ;;
   esac
   if [ "$COMP_CWORD" = 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "find watch --help --version --completion" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "find grep watch --help --version --completion" -- "$word")
   elif [[ $word == -* && ${COMP_WORDS[1]} == watch ]]; then
     mapfile -t COMPREPLY < <(compgen -W "--drive --limit --for --json --help" -- "$word")
+  elif [[ $word == -* && ${COMP_WORDS[1]} == grep ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "--ext --threads --max-size --count --json -l --line --help" -- "$word")
   elif [[ $word == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "--drive --scope --limit --initials --count --json --drive-paths --null --stats \
 --interactive --ext --category --size --modified --sort --totals --help" -- "$word")

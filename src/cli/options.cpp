@@ -50,6 +50,17 @@ Each PATH is an NTFS image or partition; without one Windows follows its own NTF
 
 Exit code: 0 something changed, 1 nothing, 2 an error or the end of a journal, 130 interrupted.)";
 
+constexpr const char* kGrepExamples = R"(
+Prints the files that hold the words, a file a line, as soon as each is found. Words keep their case; "and" and "or" join
+them, and the words of an "and" may stand anywhere in a file. They are found as UTF-8, as UTF-16 (little-endian), and in
+the system's ANSI code page. PATH is a folder or a file; without one it is the current folder.
+
+  quilmark grep 'timeout and retry' src
+  quilmark grep --ext .txt,.md --line invoice ~/Documents
+  quilmark grep --count --max-size 100 'one or other' /srv
+
+Exit code: 0 something was found, 1 nothing, 2 an error, 130 interrupted.)";
+
 // Keeps the library from taking "[a,b]" for a list of two and "{}" for an empty one, by a NUL at the
 // end, which no argument can hold.
 std::string Guard(std::string argument) {
@@ -135,6 +146,29 @@ void DescribeWatch(CLI::App& watch, WatchOptions& options) {
   watch.footer(kWatchExamples);
 }
 
+void DescribeGrep(CLI::App& grep, GrepOptions& options, std::string& extensions) {
+  grep.add_option("WORDS", options.query, "What to look for in files")->required();
+  grep.add_option("PATH", options.paths, "The folders and files to search");
+  grep.add_option("--ext", extensions, "Look into files with one of these extensions alone: .txt,.md")
+      ->option_text("LIST");
+  grep.add_option("--threads", options.threads, "Threads; 0, as without: one a processor")
+      ->check(WholeNumber(0));
+  grep.add_option("--max-size", options.maxSizeMB, "Leave out files of more than this many MiB; 0: none")
+      ->option_text("MB")
+      ->check(WholeNumber(0));
+  CLI::Option* const count =
+      grep.add_flag("--count", options.count, "Print the number of files and nothing else");
+  CLI::Option* const json =
+      grep.add_flag("--json", options.json, "Print a JSON object a line: path, dir");
+  CLI::Option* const list = grep.add_flag("-l", options.list, "Print the files' names alone, as without");
+  CLI::Option* const line =
+      grep.add_flag("--line", options.line, "Print the first line of each hit with its number");
+  count->excludes(json)->excludes(list)->excludes(line);
+  json->excludes(list);
+  list->excludes(line);
+  grep.footer(kGrepExamples);
+}
+
 CommandLine Refuse(std::string why) {
   Unguard(why);
   return {.text = "quilmark: " + why + "\n", .exitCode = kExitError};
@@ -187,6 +221,16 @@ CommandLine TakeFind(FindOptions options, bool hasQuery) {
   return {.find = std::move(options)};
 }
 
+CommandLine TakeGrep(const CLI::App& grep, GrepOptions options, const std::string& extensions) {
+  Unguard(options.query);
+  std::for_each(options.paths.begin(), options.paths.end(), Unguard);
+  std::string error;
+  if (!TakeText(grep, "--ext", extensions, options.extensions, error, ParseExtensions)) {
+    return Refuse(std::move(error));
+  }
+  return {.grep = std::move(options)};
+}
+
 CommandLine TakeWatch(WatchOptions options) {
   std::for_each(options.paths.begin(), options.paths.end(), Unguard);
   std::for_each(options.drives.begin(), options.drives.end(), Unguard);
@@ -210,6 +254,10 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   WatchOptions watchOptions;
   CLI::App& watch = *app.add_subcommand("watch", "Print changes of NTFS volumes as they happen");
   DescribeWatch(watch, watchOptions);
+  GrepOptions grepOptions;
+  std::string grepExtensions;
+  CLI::App& grep = *app.add_subcommand("grep", "Print the files that hold words");
+  DescribeGrep(grep, grepOptions, grepExtensions);
   CLI::App& find = *app.add_subcommand("find", "Index folders and answer a query");
   DescribeFind(find, options, texts);
   try {
@@ -225,6 +273,7 @@ CommandLine ParseCommandLine(std::vector<std::string> arguments) {
   }
   if (!completion.empty()) return {.text = BashCompletion()};
   if (watch.parsed()) return TakeWatch(std::move(watchOptions));
+  if (grep.parsed()) return TakeGrep(grep, std::move(grepOptions), grepExtensions);
   if (!find.parsed()) return Refuse("no command; see quilmark --help");
   if (std::string error = TakeTexts(find, texts, options); !error.empty())
     return Refuse(std::move(error));

@@ -46,10 +46,24 @@ struct WatchOptions {
   bool json = false;
 };
 
+// The options of the command "grep".
+struct GrepOptions {
+  std::string query;                       // words, joined by "and" and "or"
+  std::vector<std::string> paths;          // folders and files; none: the current folder
+  std::vector<std::u16string> extensions;  // each with its dot; none: every file
+  uint64_t threads = 0;                    // 0: as many as the machine has processors
+  uint64_t maxSizeMB = 0;                  // of a file that is looked at; 0: no limit
+  bool count = false;
+  bool json = false;
+  bool list = false;  // names alone, as without
+  bool line = false;
+};
+
 // What the arguments ask for: a command, or a text to print and the exit code that goes with it.
 struct [[nodiscard]] CommandLine {
   std::optional<FindOptions> find;
   std::optional<WatchOptions> watch;
+  std::optional<GrepOptions> grep;
   std::string text;
   int exitCode = 0;  // not 0: `text` is an error
 };

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "cli/find.h"
+#include "cli/grep.h"
 #include "cli/options.h"
 #include "cli/watch.h"
 #include "config/log.h"
@@ -17,6 +18,7 @@ int RunConsole(std::vector<std::string> arguments) {
   InstallBackgroundExceptionLog();
   const CommandLine command = ParseCommandLine(std::move(arguments));
   if (command.find) return RunFind(*command.find);
+  if (command.grep) return RunGrep(*command.grep);
   if (command.watch) return RunWatch(*command.watch);
   std::fputs(command.text.c_str(), command.exitCode == 0 ? stdout : stderr);
   return command.exitCode;

@@ -98,7 +98,7 @@ TEST(Options, MistakesAreErrorsWithTheirReason) {
   };
   expectError({}, "no command");
   expectError({"find"}, "no query");
-  expectError({"grep", "x"}, "grep");
+  expectError({"dig", "x"}, "dig");
   expectError({"find", "--limit", "many", "x", "/usr"}, "--limit");
   expectError({"find", "--limit", "-1", "x", "/usr"},
               "quilmark: --limit: takes a whole number from 0 on, not -1\n");
@@ -128,6 +128,39 @@ TEST(Options, CompletionNamesEveryOption) {
         "--interactive", "--ext", "--category", "--size", "--modified", "--sort", "--totals"}) {
     EXPECT_NE(command.text.find(option), std::string::npos) << option;
   }
+}
+
+TEST(Options, OfASearchInFiles) {
+  const CommandLine command =
+      ParseCommandLine({"grep", "--ext", ".txt,MD", "--threads", "4", "--max-size", "50", "--json",
+                        "--line", "words and more", "/usr", "[a]"});
+  ASSERT_TRUE(command.grep.has_value()) << command.text;
+  EXPECT_EQ(command.grep->query, "words and more");
+  EXPECT_EQ(command.grep->paths, (std::vector<std::string>{"/usr", "[a]"}));
+  EXPECT_EQ(command.grep->extensions, (std::vector<std::u16string>{u".txt", u".md"}));
+  EXPECT_EQ(command.grep->threads, 4u);
+  EXPECT_EQ(command.grep->maxSizeMB, 50u);
+  EXPECT_TRUE(command.grep->json);
+  EXPECT_TRUE(command.grep->line);
+  EXPECT_FALSE(command.grep->count);
+  EXPECT_TRUE(ParseCommandLine({"grep", "word"}).grep->paths.empty());
+  EXPECT_TRUE(ParseCommandLine({"grep", "-l", "word"}).grep.has_value());
+}
+
+TEST(Options, OfASearchInFilesThatContradictEachOtherAreRefused) {
+  for (const std::vector<std::string>& options : {std::vector<std::string>{"--count", "--json"},
+                                                  {"--count", "-l"},
+                                                  {"--json", "-l"},
+                                                  {"--count", "--line"},
+                                                  {"-l", "--line"},
+                                                  {"--threads", "-1"},
+                                                  {"--max-size", "x"},
+                                                  {"--ext", ""}}) {
+    std::vector<std::string> arguments = {"grep", "word", "/usr"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    EXPECT_EQ(ParseCommandLine(arguments).exitCode, 2) << options[0] << " " << options[1];
+  }
+  EXPECT_EQ(ParseCommandLine({"grep"}).exitCode, 2);
 }
 
 }  // namespace

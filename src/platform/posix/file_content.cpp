@@ -24,7 +24,9 @@ class PosixContent : public FileContent {
   ContentOpening Open(std::u16string_view path) override {
     file_.Reset();
     file_ = EndOfPath(HostBytesOf(path)).Open(flags_);
-    return file_ ? ContentOpening::kOpened : ContentOpening::kCannotOpen;
+    if (file_) return ContentOpening::kOpened;
+    const bool isRefusedLink = errno == ELOOP && (flags_ & O_NOFOLLOW) != 0;
+    return isRefusedLink ? ContentOpening::kLink : ContentOpening::kCannotOpen;
   }
 
   std::optional<uint64_t> Size() override {

@@ -63,6 +63,11 @@ TEST_P(PlainFile, OneWhoseContentStandsElsewhereIsNeverRead) {
   EXPECT_EQ(script.views, 0);
 }
 
+TEST_P(PlainFile, ALinkThatIsRefusedIsAMissLikeAnyOther) {
+  script.opening = ContentOpening::kLink;
+  EXPECT_EQ(Match({{u"text"}}), FileMatch::kMiss);
+}
+
 TEST_P(PlainFile, WhatCannotBeOpenedOrReadIsAMissOfItsOwnKind) {
   script.bytes = "text";
   script.opening = ContentOpening::kCannotOpen;
