@@ -16,7 +16,7 @@ endif()
 add_library(quilmark_test_support STATIC ${support_sources})
 set_target_properties(quilmark_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(quilmark_test_support PUBLIC "${PROJECT_SOURCE_DIR}/tests")
-target_link_libraries(quilmark_test_support PUBLIC quilmark_search GTest::gmock_main)
+target_link_libraries(quilmark_test_support PUBLIC quilmark_search quilmark_miniz GTest::gmock_main)
 # Of the one source: a precompiled header wants all that use it to define the same.
 set_source_files_properties(tests/support/ntfs_samples.cpp PROPERTIES
   COMPILE_DEFINITIONS QUILMARK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")

@@ -10,8 +10,10 @@
 #include "cli/grep_report.h"
 #include "cli/hit_writer.h"
 #include "cli/query_text.h"
+#include "content/run/archive_matcher.h"
 #include "content/run/first_line.h"
 #include "content/run/tree_search.h"
+#include "content/settings/content_config.h"
 #include "platform/background.h"
 #include "platform/clock.h"
 #include "platform/console.h"
@@ -92,6 +94,10 @@ TreeQuery MakeTreeQuery(const GrepOptions& options, const QueryGroups& groups) {
   query.exts = options.extensions;
   query.plan.Groups = MakeContentGroups(groups);
   query.plan.WideGroups = groups;
+  ContentConfig config = ReadContentConfig();
+  query.plan.ZipExts = std::move(config.zipExts);
+  query.plan.InnerPatterns = std::move(config.innerPatterns);
+  query.plan.makeArchiveMatcher = MakeZipMatcher;
   query.plan.contentMaxFileSizeMB = static_cast<int>(std::min<uint64_t>(options.maxSizeMB, 0x10'0000));
   query.plan.makeContent = [] { return MakeFileContent(LinksOfFiles::kRefused); };
   query.threads = ThreadsOf(options);

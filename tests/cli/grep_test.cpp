@@ -5,6 +5,7 @@
 
 #include "support/run_program.h"
 #include "support/scratch_folder.h"
+#include "support/zip_builder.h"
 
 namespace quilmark {
 namespace {
@@ -76,6 +77,17 @@ TEST_F(GrepProgram, TakesAFileForAPath) {
   folder.MakeFile("a.txt", "words");
   folder.MakeFile("b.txt", "words");
   EXPECT_EQ(Grep({"words", HostPath("b.txt")}).output, HostPath("b.txt") + "\n");
+}
+
+TEST_F(GrepProgram, LooksIntoOfficeFiles) {
+  folder.MakeFile(
+      "a.docx",
+      MakeZip({{.name = "word/document.xml", .data = "<w:t>some wo</w:t></w:r><w:r><w:t>rds</w:t>"}}));
+  folder.MakeFile("b.docx", MakeZip({{.name = "word/document.xml", .data = "<w:t>other</w:t>"}}));
+  folder.MakeFile("c.docx", "words, and no archive");
+  const ProgramRun run = Grep({"words", Root()});
+  EXPECT_EQ(run.output, HostPath("a.docx") + "\n");
+  EXPECT_NE(run.errors.find("1 file not searched"), std::string::npos) << run.errors;
 }
 
 TEST_F(GrepProgram, SaysWhatItLeftOut) {

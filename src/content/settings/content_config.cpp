@@ -47,11 +47,13 @@ void Write(const ListFile& file, std::u16string_view text) {
   [[maybe_unused]] const bool isWritten = WriteTextFile(ConfigPath(file.name), text);
 }
 
-std::vector<std::u16string> ReadZipExts(std::vector<std::u16string> former) {
+enum class WhereMissing : uint8_t { kWrite, kLeave };
+
+std::vector<std::u16string> ReadZipExts(std::vector<std::u16string> former, WhereMissing where) {
   const ListFile& file = ZipExtsFile();
   const ListReading reading = Read(file);
   if (reading.isMissing) {
-    Write(file, ListText(file, DefaultItems(file)));
+    if (where == WhereMissing::kWrite) Write(file, ListText(file, DefaultItems(file)));
     return DefaultItems(file);
   }
   std::vector<std::u16string> exts =
@@ -63,10 +65,10 @@ std::vector<std::u16string> ReadZipExts(std::vector<std::u16string> former) {
   return exts;
 }
 
-std::vector<std::string> ReadInnerPatterns(std::vector<std::string> former) {
+std::vector<std::string> ReadInnerPatterns(std::vector<std::string> former, WhereMissing where) {
   const ListFile& file = InnerPatternsFile();
   const ListReading reading = Read(file);
-  if (reading.isMissing) Write(file, DefaultPatternsText());
+  if (reading.isMissing && where == WhereMissing::kWrite) Write(file, DefaultPatternsText());
   std::vector<std::string> patterns;
   if (!reading.isMissing) patterns = reading.text ? PatternItems(*reading.text) : std::move(former);
   for (const std::u16string_view item : file.defaults) {
@@ -83,10 +85,14 @@ void LoadContentConfig() {
   KeptConfig& kept = Kept();
   const std::scoped_lock loading(kept.loading);
   ContentConfig config = CurrentContentConfig();
-  config.zipExts = ReadZipExts(std::move(config.zipExts));
-  config.innerPatterns = ReadInnerPatterns(std::move(config.innerPatterns));
+  config.zipExts = ReadZipExts(std::move(config.zipExts), WhereMissing::kWrite);
+  config.innerPatterns = ReadInnerPatterns(std::move(config.innerPatterns), WhereMissing::kWrite);
   const std::unique_lock lock(kept.lock);
   std::swap(kept.config, config);
+}
+
+ContentConfig ReadContentConfig() {
+  return {ReadZipExts({}, WhereMissing::kLeave), ReadInnerPatterns({}, WhereMissing::kLeave)};
 }
 
 ContentConfig CurrentContentConfig() {

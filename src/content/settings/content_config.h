@@ -17,6 +17,10 @@ struct ContentConfig {
 // others wait for the disk.
 void LoadContentConfig();
 
+// What LoadContentConfig would put in force at a start, for a program beside the window: nothing is
+// written, and nothing comes in force.
+[[nodiscard]] ContentConfig ReadContentConfig();
+
 // A copy of what is in force; empty before the first LoadContentConfig. Any thread; takes a leaf lock.
 ContentConfig CurrentContentConfig();
 

@@ -50,6 +50,15 @@ TEST_F(ContentConfigTest, WritesWhatIsMissing) {
   EXPECT_TRUE(BytesOf(u"content_zip_exts.ini"));
 }
 
+TEST_F(ContentConfigTest, IsReadBesideTheWindowWithoutAWrite) {
+  EXPECT_EQ(ReadContentConfig().zipExts, DefaultItems(ZipExtsFile()));
+  EXPECT_FALSE(ReadContentConfig().innerPatterns.empty());
+  EXPECT_EQ(BytesOf(u"content_zip_exts.ini"), std::nullopt);
+  EXPECT_EQ(BytesOf(u"content_zip_inner_patterns.ini"), std::nullopt);
+  config_.folder.MakeFile("content_zip_exts.ini", "exts=.rtf");
+  EXPECT_EQ(ReadContentConfig().zipExts, WithDefaults({u".rtf"}));
+}
+
 TEST_F(ContentConfigTest, AddsTheBuiltInOnes) {
   config_.folder.MakeFile("content_zip_exts.ini", "exts=.DOC, rtf");
   EXPECT_EQ(ZipExts(), WithDefaults({u".doc", u".rtf"}));
