@@ -7,6 +7,7 @@
 #include "config/extension_list.h"
 #include "config/window_settings.h"
 #include "content/settings/list_files.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "platform/text_file.h"
 
@@ -24,7 +25,8 @@ std::vector<std::u16string> LoadPickerExts() {
 
 void SavePickerExts(const std::vector<std::u16string>& exts) {
   const ListFile& file = PickerExtsFile();
-  [[maybe_unused]] const bool isWritten = WriteTextFile(ConfigPath(file.name), ListText(file, exts));
+  [[maybe_unused]] const bool isWritten = WriteFileBytes(
+      ConfigPath(file.name), TextFileBytes(ListText(file, exts)), Flushing::kLeftToSystem);
 }
 
 std::vector<std::u16string> SelectedPickerExts() {

@@ -128,8 +128,8 @@ struct VolumeIndex {
   std::atomic<uint32_t> busy = 0;  // builds that run or wait: searches skip the volume
   VolumeListeners listeners;
 
-  uint64_t builds = 0;  // indexLock; how often the tables were emptied
-  uint64_t edits = 0;   // indexLock; of records, as whoever let go of the lock compares
+  std::atomic<uint64_t> builds = 0;  // how often the tables were emptied; changes under indexLock alone
+  uint64_t edits = 0;                // indexLock; of records, as whoever let go of the lock compares
   std::atomic<uint32_t> recordsRead = 0;  // by the build that runs, for whoever shows its progress
 
   mutable OrderedLock indexLock{LockRank::kIndex, "indexLock"};

@@ -34,7 +34,8 @@ void PostChanged(uint64_t generation, int64_t what) {
 
 // True if the row has more than before.
 bool HydrateRow(const MatchItem& hit, std::vector<VolumeIndex*>& dirty) {
-  if (hit.volume == nullptr) return false;
+  // A build holds the lock for as long as it takes, and other volumes wait for this job.
+  if (hit.volume == nullptr || !IsSearchable(*hit.volume)) return false;
   const auto kind = KindOfLocked(*hit.volume, hit.index);
   if (!kind || kind->isDeleted) return false;
   const bool isListed = std::find(dirty.begin(), dirty.end(), hit.volume) != dirty.end();

@@ -120,10 +120,10 @@ void RecentOpens::Record(RecentOpenEntry entry) {
   if (entry.path.empty()) return;
   {
     const std::scoped_lock lock(lock_);
-    auto former = std::find_if(entries_.begin(), entries_.end(),
-                               [&](const RecentOpenEntry& other) { return IsSameFile(entry, other); });
-    if (former == entries_.end()) former = FindPathIn(entries_, entry.path);
-    if (former != entries_.end()) entries_.erase(former);
+    const std::u16string path = ComparablePath(entry.path);
+    std::erase_if(entries_, [&](const RecentOpenEntry& other) {
+      return IsSameFile(entry, other) || ComparablePath(other.path) == path;
+    });
     entries_.insert(entries_.begin(), std::move(entry));
     CutToMost(entries_);
   }
@@ -144,9 +144,11 @@ void RecentOpens::Clear() {
 void RecentOpens::Rename(std::u16string_view oldPath, std::u16string_view newPath) {
   {
     const std::scoped_lock lock(lock_);
-    const auto entry = FindPathIn(entries_, oldPath);
-    if (entry == entries_.end()) return;
-    entry->path = newPath;
+    if (!HasPath(entries_, oldPath)) return;
+    const bool isOnlyInCase = ComparablePath(oldPath) == ComparablePath(newPath);
+    const auto replaced = isOnlyInCase ? entries_.end() : FindPathIn(entries_, newPath);
+    if (replaced != entries_.end()) entries_.erase(replaced);
+    FindPathIn(entries_, oldPath)->path = newPath;
   }
   Save();
 }
@@ -154,6 +156,7 @@ void RecentOpens::Rename(std::u16string_view oldPath, std::u16string_view newPat
 void RecentOpens::ForgetPlaces(const std::vector<std::u16string>& paths) {
   const std::unordered_set<std::u16string> gone = ComparablePaths(paths);
   const std::scoped_lock lock(lock_);
+  ++forgotten_;
   for (RecentOpenEntry& entry : entries_) {
     if (IsAtOrBelow(ComparablePath(entry.path), gone)) entry.volume = nullptr;
   }
@@ -166,6 +169,7 @@ void RecentOpens::Save() {
 }
 
 ResultSet RecentOpens::Collect(const SearchEngine& engine) {
+  const uint64_t forgotten = forgotten_;
   RecentList entries = Entries();
   const std::vector<VolumeIndex*> volumes = CopyVolumes(engine);
   std::vector<bool> isKnown;
@@ -175,7 +179,7 @@ ResultSet RecentOpens::Collect(const SearchEngine& engine) {
   for (size_t i = 0; i < entries.size(); ++i) {
     if (isKnown[i]) items.push_back({entries[i].volume, entries[i].record});
   }
-  Remember(entries);
+  Remember(entries, forgotten);
   return items;
 }
 
@@ -221,8 +225,9 @@ void RecentOpens::WriteFileLocked() {
 }
 
 // Keeps the records of entries that are still in the list as they were looked up.
-void RecentOpens::Remember(const std::vector<RecentOpenEntry>& resolved) {
+void RecentOpens::Remember(const std::vector<RecentOpenEntry>& resolved, uint64_t forgotten) {
   const std::scoped_lock lock(lock_);
+  if (forgotten_ != forgotten) return;  // what was seen before a deletion
   for (const RecentOpenEntry& seen : resolved) {
     for (RecentOpenEntry& entry : entries_) {
       if (entry.openedAt != seen.openedAt || entry.path != seen.path) continue;

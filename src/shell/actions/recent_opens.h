@@ -1,6 +1,7 @@
 // The files that were opened last through the program, which an empty search box shows.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -35,8 +36,8 @@ class RecentOpens {
   // Gives the entry of the old path the new one, if there is one. Saves.
   void Rename(std::u16string_view oldPath, std::u16string_view newPath);
 
-  // Has the entries of these paths, and of all below them, looked up by path from now on: the records may
-  // live again under names of the Recycle Bin.
+  // Has the entries of these paths, and of all below them, looked up by path from now on: the records
+  // may live again under names of the Recycle Bin.
   void ForgetPlaces(const std::vector<std::u16string>& paths);
 
   // Rewrites the file. A failure is ignored: the next save makes up for it.
@@ -52,10 +53,11 @@ class RecentOpens {
  private:
   void TakeFileLocked();
   void WriteFileLocked();
-  void Remember(const std::vector<RecentOpenEntry>& resolved);
+  void Remember(const std::vector<RecentOpenEntry>& resolved, uint64_t forgotten);
 
   mutable OrderedLock lock_{LockRank::kLeaf, "recentOpens"};
   std::vector<RecentOpenEntry> entries_;  // lock_
+  std::atomic<uint64_t> forgotten_ = 0;   // how often places were; raised under lock_
   std::mutex filing_;                     // held over a read or a rewrite of the file; before lock_
   std::u16string fileText_;               // filing_: as it was read or written last
   bool forgetsFile_ = false;  // filing_: what it holds was cleared, and is still to be written over

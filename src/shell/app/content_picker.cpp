@@ -7,6 +7,7 @@
 #include "config/window_settings.h"
 #include "search/results/search_session.h"
 #include "shell/search/picked_query.h"
+#include "shell/search/search_keys.h"
 
 namespace quilmark {
 
@@ -15,7 +16,7 @@ namespace {
 // Puts the query into the box as if it had been typed, but for the search and for this window.
 void TakePicked(WindowPort& window, const std::vector<std::u16string>& extensions) {
   CurrentWindowSettings.contentSearchExts = extensions;
-  const PickedQuery query = WithExtensions(window.TextOf(kQueryBox), extensions);
+  const PickedQuery query = WithExtensions(window.TextOf(kQueryBox), extensions, kLongestQuery);
   window.StopTimer(TIMER_SEARCH_DEBOUNCE);
   window.SetText(kQueryBox, query.text);
   TheSearch().CurrentQueryText = query.text;

@@ -35,7 +35,8 @@ void KeepChoices(std::u16string_view text) {
   ContentChoices now{.filter = CurrentFilterSettings(),
                      .contentSearchThreads = CurrentWindowSettings.contentSearchThreads,
                      .contentMaxFileSizeMB = CurrentWindowSettings.contentMaxFileSizeMB,
-                     .exts = SelectedPickerExts()};
+                     .exts = {}};
+  if (text.find(u'|') == text.npos) now.exts = SelectedPickerExts();  // one with a list has its own
   TheChoices().Change([&now](ContentChoices& choices) { choices = std::move(now); });
 }
 

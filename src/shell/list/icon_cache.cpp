@@ -122,7 +122,7 @@ KnownThumbnail IconCache::ThumbnailOf(std::u16string_view path, int size) {
   const uint64_t key = IconKeyOf({.path = path, .size = size, .thumbnail = true});
   const std::scoped_lock lock(lock_);
   if (IconRef icon = icons_.Find(key)) return {.icon = std::move(icon)};
-  return {.isRefused = IsRefused(key)};
+  return {.isRefused = noThumbnail_.contains(key)};
 }
 
 bool IconCache::IsRefused(uint64_t key) const {

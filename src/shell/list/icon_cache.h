@@ -24,7 +24,7 @@ inline constexpr uint64_t kNoThumbnailMs = 10'000;
 // What is known of a thumbnail without asking for it.
 struct KnownThumbnail {
   IconRef icon;            // null where there is none yet
-  bool isRefused = false;  // it was asked for less than kNoThumbnailMs ago, in vain
+  bool isRefused = false;  // it was asked for in vain: a paint alone does not ask again
 };
 
 // Any thread. The lock is a leaf, and is not held while the source is asked: two threads may load the

@@ -32,12 +32,15 @@ bool LacksWords(std::u16string_view text) {
   return IsContentPrefix(trimmed) && ParseQueryGroups(WordsOf(trimmed)).empty();
 }
 
-PickedQuery WithExtensions(std::u16string_view box, const std::vector<std::u16string>& extensions) {
+PickedQuery WithExtensions(std::u16string_view box, const std::vector<std::u16string>& extensions,
+                           size_t longest) {
+  constexpr size_t kRoomForWords = 80;
   const std::u16string text = Trimmed(box);
   PickedQuery query{.text = u"s:"};
   if (IsContentPrefix(text)) query.text += WordsOf(text);
   query.caret = query.text.size();
-  query.text += u"|" + JoinExtensionList(extensions);
+  const std::u16string list = u"|" + JoinExtensionList(extensions);
+  if (query.text.size() + kRoomForWords + list.size() <= longest) query.text += list;
   return query;
 }
 

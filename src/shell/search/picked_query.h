@@ -24,8 +24,9 @@ struct PickedQuery {
 };
 
 // The query of the box with other extensions: its words, where it is a content query, and the caret
-// behind them.
+// behind them. Extensions that leave no room for words in a text of `longest` units are left out: those
+// that were picked last are meant then.
 [[nodiscard]] PickedQuery WithExtensions(std::u16string_view box,
-                                         const std::vector<std::u16string>& extensions);
+                                         const std::vector<std::u16string>& extensions, size_t longest);
 
 }  // namespace quilmark

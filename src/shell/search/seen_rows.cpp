@@ -1,7 +1,6 @@
 #include "shell/search/seen_rows.h"
 
 #include <algorithm>
-#include <shared_mutex>
 
 #include "search/results/glance.h"
 #include "shell/search/search_view.h"
@@ -15,9 +14,9 @@ bool SeenRows::HasBuild(const VolumeIndex* volume, uint64_t build) const {
 SeenRows SeeRows(const std::shared_ptr<const ResultSet>& set) {
   SeenRows seen{.set = set, .builds = {}};
   for (const VolumeIndex* volume : CopyVolumes(Engine())) {
-    if (!IsSearchable(*volume)) continue;
-    const std::shared_lock lock(volume->indexLock);
-    seen.builds.emplace_back(volume, volume->builds);
+    // A paint waits for no writer: a build says that it runs before the number changes.
+    const uint64_t build = volume->builds;
+    if (IsSearchable(*volume)) seen.builds.emplace_back(volume, build);
   }
   return seen;
 }

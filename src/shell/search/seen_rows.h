@@ -29,7 +29,7 @@ struct SeenRows {
   bool HasBuild(const VolumeIndex* volume, uint64_t build) const;
 };
 
-// The set as it is seen now. Waits for a writer of a volume, and for none that builds it.
+// The set as it is seen now. Waits for nobody.
 SeenRows SeeRows(const std::shared_ptr<const ResultSet>& set);
 
 // Before rows are chosen: those that were chosen in another set than the one that is seen are not chosen

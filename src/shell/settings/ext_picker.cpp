@@ -38,6 +38,15 @@ Extensions TickedOf(const std::vector<PickerRow>& rows) {
   return ticked;
 }
 
+void Fill(ExtPicker& picker, PickerScreen& screen) {
+  const Extensions ticked = SelectedPickerExts();
+  picker.rows.clear();
+  for (const std::u16string& extension : LoadPickerExts()) {
+    picker.rows.push_back({extension, Holds(ticked, extension)});
+  }
+  screen.ShowRows(picker.rows);
+}
+
 void Add(ExtPicker& picker, PickerScreen& screen) {
   const Extensions added = ParseExtList(screen.FieldText());
   if (added.empty()) {
@@ -79,7 +88,7 @@ void Delete(ExtPicker& picker, PickerScreen& screen) {
   }
   std::erase_if(picker.rows, [&](const PickerRow& row) { return Holds(doomed, row.extension); });
   SavePickerExts(ExtensionsOf(picker.rows));
-  if (picker.rows.empty()) return OpenPicker(picker, screen);  // the defaults are back
+  if (picker.rows.empty()) return Fill(picker, screen);  // the defaults are back
   screen.ShowRows(picker.rows);
 }
 
@@ -114,12 +123,7 @@ void Accept(ExtPicker& picker, PickerScreen& screen) {
 
 void OpenPicker(ExtPicker& picker, PickerScreen& screen) {
   picker.isBeingEdited = false;
-  const Extensions ticked = SelectedPickerExts();
-  picker.rows.clear();
-  for (const std::u16string& extension : LoadPickerExts()) {
-    picker.rows.push_back({extension, Holds(ticked, extension)});
-  }
-  screen.ShowRows(picker.rows);
+  Fill(picker, screen);
 }
 
 void ReloadPicker(ExtPicker& picker, PickerScreen& screen) {

@@ -10,7 +10,8 @@ namespace {
 
 constexpr uint32_t kHintDelayMs = 200;
 // Virtual key codes.
-constexpr uint32_t kKeyShift = 16, kKeyAlt = 18, kKeyEscape = 27, kKeyLeftWin = 91, kKeyRightWin = 92;
+constexpr uint32_t kKeyShift = 16, kKeyAlt = 18, kKeyEscape = 27, kKeyLeftWin = 91, kKeyRightWin = 92,
+                   kKeyOfInputMethod = 229, kKeyOfPacket = 231;
 
 struct Text {
   std::u16string_view key, english;
@@ -63,8 +64,11 @@ void BeginInPage(const CaptureParts& parts) {
   parts.port.FocusPageBox(which);
 }
 
-bool IsModifierAlone(uint32_t key) {
-  return (key >= kKeyShift && key <= kKeyAlt) || key == kKeyLeftWin || key == kKeyRightWin;
+// Alone no key of a combination: modifiers, and keys that stand for what an input method or a program
+// has typed.
+bool IsNoKey(uint32_t key) {
+  return key == kKeyOfInputMethod || key == kKeyOfPacket || (key >= kKeyShift && key <= kKeyAlt) ||
+         key == kKeyLeftWin || key == kKeyRightWin;
 }
 
 // The capture stays on for another try.
@@ -132,7 +136,7 @@ bool TakeCaptureKey(const CaptureParts& parts, const CaptureKey& key) {
   }
   if (key.key == kKeyEscape) {
     EndHotkeyCapture(parts);
-  } else if (!IsModifierAlone(key.key)) {
+  } else if (!IsNoKey(key.key)) {
     TakeCombination(parts, {key.modifiers, key.key});
   }
   return true;

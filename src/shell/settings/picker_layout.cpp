@@ -39,8 +39,8 @@ PickerPlaces PlacePicker(const Rect& client, uint32_t dpi) {
   const int left = client.left + margin, right = std::max(client.right - margin, left);
   const auto rowAt = [&](int bottom) { return Between(left, bottom - row, right, bottom); };
   const Rect last = rowAt(client.bottom - margin);
-  const Rect helpers = rowAt(last.top - gap);
-  const Rect own = rowAt(helpers.top - margin);
+  const Rect upperRow = rowAt(last.top - gap);
+  const Rect own = rowAt(upperRow.top - margin);
   PickerPlaces places;
   places.hint =
       Between(left, client.top + margin, right, client.top + margin + ScaleFor(dpi, kHintHeight));
@@ -50,13 +50,13 @@ PickerPlaces PlacePicker(const Rect& client, uint32_t dpi) {
   places.add = Between(std::max(places.remove.left - gap - small, left), own.top,
                        places.remove.left - gap, own.bottom);
   places.field = Between(left, own.top, places.add.left - gap, own.bottom);
-  const auto three = Split<3>(helpers, gap);
-  places.all = three[0];
-  places.invert = three[1];
-  places.config = three[2];
-  const auto two = Split<2>(last, gap);
-  places.accept = two[0];
-  places.cancel = two[1];
+  const auto upper = Split<3>(upperRow, gap);
+  places.accept = upper[0];
+  places.all = upper[1];
+  places.invert = upper[2];
+  const auto lower = Split<2>(last, gap);
+  places.config = lower[0];
+  places.cancel = lower[1];
   return places;
 }
 

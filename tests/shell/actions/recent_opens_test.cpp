@@ -214,6 +214,39 @@ TEST_F(RecentOpensTest, ARecycledFileDoesNotComeBackUnderItsNameInTheBin) {
   EXPECT_EQ(CollectRecentItems(), (std::vector<MatchItem>{inside, folder, Item(1)}));
 }
 
+// The file of one entry gets the path of another one's, which is gone.
+TEST_F(RecentOpensTest, AFileHasOneEntryWhateverItWasCalled) {
+  RecordRecentOpen(Item(0));
+  RecordRecentOpen(Item(1));
+  MarkDeleted(volume, records[1]);
+  RenameRecord(volume, records[0], kRootFrnOfTests, u"one.txt");
+  RecordRecentOpen(Item(0));
+  EXPECT_EQ(PathsOf(TheRecentOpens()), Paths{u"Q:\\one.txt"});
+}
+
+TEST_F(RecentOpensTest, ARenameTakesThePlaceOfAnEntryWithThatPath) {
+  RecordRecentOpen(Item(0));
+  RecordRecentOpen(Item(1));
+  UpdateRecentAfterRename(u"Q:\\zero.txt", u"Q:\\one.txt");
+  EXPECT_EQ(PathsOf(TheRecentOpens()), Paths{u"Q:\\one.txt"});
+  UpdateRecentAfterRename(u"Q:\\one.txt", u"Q:\\ONE.txt");
+  EXPECT_EQ(PathsOf(TheRecentOpens()), Paths{u"Q:\\ONE.txt"});
+}
+
+// The look-up of a job has seen the file before it went.
+TEST_F(RecentOpensTest, ALookUpDuringADeletionGivesNothingBack) {
+  WriteRecentIni(u"7\tQ:\\zero.txt\n6\tR:\\far\n");
+  TheRecentOpens().Load();
+  VolumeIndex& other = *AddVolume(Engine(), MakeTestVolume(u"R:"));
+  Gate gate(other.indexLock, Gate::Stops::kAll);
+  std::thread job([] { (void)CollectRecentItems(); });
+  TheRecentOpens().ForgetPlaces({u"Q:\\zero.txt"});
+  gate.Open();
+  job.join();
+  RenameRecord(volume, records[0], kRootFrnOfTests, u"$R1.txt");
+  EXPECT_TRUE(CollectRecentItems().empty());
+}
+
 TEST_F(RecentOpensTest, AFileThatCannotBeReadOrWrittenIsIgnored) {
   ASSERT_TRUE(MakeFolder(FilePath()));
   RecentOpens list;

@@ -44,10 +44,17 @@ TEST(WithExtensions, KeepsTheWordsAndPutsTheCaretBehindThem) {
       {u"", u"s:|.txt,.md", 2},
   };
   for (const auto& [box, text, caret] : cases) {
-    const PickedQuery query = WithExtensions(box, {u".txt", u".md"});
+    const PickedQuery query = WithExtensions(box, {u".txt", u".md"}, 255);
     EXPECT_EQ(query.text, text);
     EXPECT_EQ(query.caret, caret);
   }
+}
+
+TEST(WithExtensions, LeavesTheListOutWhereWordsWouldHaveNoRoom) {
+  std::vector<std::u16string> many(60, u".extension");
+  EXPECT_EQ(WithExtensions(u"s:word|a", many, 255).text, u"s:word");
+  many.resize(10);
+  EXPECT_EQ(WithExtensions(u"s:word|a", many, 255).text.size(), 6u + 1 + 10 * 11 - 1);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "shell/window_harness.h"
+#include "support/gate.h"
 
 namespace quilmark {
 namespace {
@@ -13,6 +14,14 @@ TEST(SeenRows, AreOfOneSetOrOfNone) {
   EXPECT_FALSE(SeenRows().IsSameSet({.set = one}));
   EXPECT_TRUE((SeenRows{.set = one}.IsSameSet({.set = one})));
   EXPECT_FALSE((SeenRows{.set = one}.IsSameSet({.set = other})));
+}
+
+// A paint asks, behind a search that holds the lock and a writer that waits for it.
+TEST(SeenRows, WaitForNobody) {
+  WindowHarness harness;
+  VolumeIndex& volume = *AddVolume(Engine(), MakeTestVolume(u"Q:"));
+  const Gate gate(volume.indexLock, Gate::Stops::kAll);
+  EXPECT_TRUE(SeeRows(std::make_shared<const ResultSet>()).HasBuild(&volume, volume.builds));
 }
 
 TEST(SeenRows, KnowTheBuildOfEachVolumeThatCouldBeShown) {

@@ -98,6 +98,15 @@ TEST_F(HotkeyCaptureTest, ModifiersAloneAreWaitedThrough) {
   EXPECT_TRUE(capture.isActive);
 }
 
+// It stands for whatever an input method makes of the key.
+TEST_F(HotkeyCaptureTest, AKeyOfAnInputMethodIsNoHotkey) {
+  Begin(HotkeyKind::kShow);
+  for (const uint32_t key : {229u, 231u}) EXPECT_TRUE(Press(key, kCtrl | kShift)) << key;
+  EXPECT_TRUE(system.calls.empty());
+  EXPECT_TRUE(capture.isActive);
+  EXPECT_EQ(hotkeys, HotkeyConfig());
+}
+
 // The Win key never counts.
 TEST_F(HotkeyCaptureTest, AKeyWithoutAModifierIsRefused) {
   Begin(HotkeyKind::kShow);

@@ -1,6 +1,7 @@
 #include "shell/win32/controls/ext_picker_window.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "config/translate.h"
@@ -50,6 +51,13 @@ const ButtonRow* ButtonOf(int id) {
   const auto* const row = std::find_if(std::begin(kButtons), std::end(kButtons),
                                        [id](const ButtonRow& one) { return one.id == id; });
   return row != std::end(kButtons) ? row : nullptr;
+}
+
+std::optional<PickerCommand> CommandOfKey(WPARAM key, int id) {
+  if (key == VK_ESCAPE) return PickerCommand::kCancel;
+  if (key == VK_DELETE && id == kList) return PickerCommand::kDelete;
+  if (key == VK_RETURN) return id == kField ? PickerCommand::kAdd : PickerCommand::kAccept;
+  return std::nullopt;
 }
 
 void RegisterOnce(WNDPROC procedure) {
@@ -172,9 +180,11 @@ void ExtPickerWindow::WearTheme() {
   SendMessageW(list, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(palette.editWell));
   SendMessageW(list, LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(palette.editWell));
   SendMessageW(list, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(palette.text));
-  if (!palette.isSystem) {
-    ColorFrame(window_, {.dark = IsDark(), .caption = palette.toolbar, .text = palette.text});
-  }
+  constexpr COLORREF kOfTheSystem = 0xFFFFFFFF;
+  ColorFrame(window_,
+             palette.isSystem
+                 ? FrameColors{.dark = false, .caption = kOfTheSystem, .text = kOfTheSystem}
+                 : FrameColors{.dark = IsDark(), .caption = palette.toolbar, .text = palette.text});
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -265,12 +275,6 @@ ViewContext ExtPickerWindow::Context() const {
           .nowMs = TickMs()};
 }
 
-bool ExtPickerWindow::OnControl(const ControlEvent& event) {
-  if (event.id != kField || event.kind != ControlEvent::kEnter) return false;
-  Run(PickerCommand::kAdd);
-  return true;
-}
-
 void ExtPickerWindow::PaintControl(Canvas& canvas, const ControlPicture& control) const {
   const ButtonRow* const row = ButtonOf(control.id);
   if (row == nullptr) return;
@@ -283,25 +287,18 @@ void ExtPickerWindow::PaintControl(Canvas& canvas, const ControlPicture& control
                .hasFocus = control.hasFocus});
 }
 
-bool ExtPickerWindow::TakeKeyOf(HWND control, WPARAM key) {
-  const int id = GetDlgCtrlID(control);
-  if (key == VK_ESCAPE) {
-    Run(PickerCommand::kCancel);
-  } else if (key == VK_DELETE && id == kList) {
-    Run(PickerCommand::kDelete);
-  } else if (key == VK_RETURN && id != kField) {
-    Run(PickerCommand::kAccept);
-  } else {
-    return false;
-  }
-  return true;
+// A key that is held runs its command once: the Enter that opened the window does not accept at once.
+bool ExtPickerWindow::TakeKeyOf(HWND control, WPARAM key, bool isRepeat) {
+  const auto command = CommandOfKey(key, GetDlgCtrlID(control));
+  if (command && !isRepeat) Run(*command);
+  return command.has_value();
 }
 
 LRESULT CALLBACK ExtPickerWindow::KeyProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam,
                                                UINT_PTR, DWORD_PTR reference) {
   if (TakeTabKey(control, message, wParam)) return 0;
   auto& picker = *reinterpret_cast<ExtPickerWindow*>(reference);
-  if (message == WM_KEYDOWN && picker.TakeKeyOf(control, wParam)) return 0;
+  if (message == WM_KEYDOWN && picker.TakeKeyOf(control, wParam, IsRepeat(lParam))) return 0;
   // The list would beep.
   if (message == WM_CHAR && (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB)) return 0;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(control, KeyProcedure, kKeys);
@@ -311,7 +308,7 @@ LRESULT CALLBACK ExtPickerWindow::KeyProcedure(HWND control, UINT message, WPARA
 LRESULT CALLBACK ExtPickerWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const picker = reinterpret_cast<ExtPickerWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (picker == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-  return picker->OnMessage(message, wParam, lParam);
+  return picker->OnMessage(window, message, wParam, lParam);
 }
 
 LRESULT ExtPickerWindow::OnNotice(const NMHDR& notice) {
@@ -339,8 +336,7 @@ void ExtPickerWindow::OnActivation(bool isActive) {
   if (IsChild(window_, focus)) focus_ = focus;
 }
 
-LRESULT ExtPickerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  const HWND window = window_;
+LRESULT ExtPickerWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
       if (const ButtonRow* const row = ButtonOf(LOWORD(wParam)); row && HIWORD(wParam) == BN_CLICKED) {
@@ -370,8 +366,13 @@ LRESULT ExtPickerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLOSE:
       Run(PickerCommand::kCancel);
       return 0;
-    case WM_DESTROY:
-      window_ = nullptr;  // with its owner
+    case WM_DESTROY:  // with its owner
+      SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+      window_ = nullptr;
+      fonts_.Release();
+      break;
+    case WM_SYSCOLORCHANGE:
+      SendMessageW(GetDlgItem(window, kList), message, wParam, lParam);
       break;
     default:
       break;

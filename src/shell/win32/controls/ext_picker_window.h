@@ -43,18 +43,18 @@ class ExtPickerWindow final : public PickerScreen, public ControlHost {
   ViewContext Context() const override;
   const GdiFonts& Fonts() const override { return fonts_; }
   bool IsDark() const override { return main_->IsDark(); }
-  bool OnControl(const ControlEvent& event) override;
+  bool OnControl(const ControlEvent&) override { return false; }
   void PaintControl(Canvas& canvas, const ControlPicture& control) const override;
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK KeyProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR, DWORD_PTR reference);
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT OnNotice(const NMHDR& notice);
   LRESULT OnColor(HDC dc, HWND control);
   void OnActivation(bool isActive);
-  bool TakeKeyOf(HWND control, WPARAM key);
+  bool TakeKeyOf(HWND control, WPARAM key, bool isRepeat);
   void Run(PickerCommand command) { RunPickerCommand(*picker_, *this, command); }
   void MakeControls();
   void TakeFonts();

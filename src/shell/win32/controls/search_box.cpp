@@ -42,9 +42,11 @@ std::optional<ControlEvent::Kind> KindOfKey(WPARAM key) {
   }
 }
 
-bool TakeKey(HWND edit, WPARAM key, ControlHost& host) {
+bool TakeKey(HWND edit, WPARAM key, LPARAM state, ControlHost& host) {
   const auto kind = KindOfKey(key);
   if (!kind) return false;
+  // One that is held searches, cancels or opens once.
+  if (IsRepeat(state)) return *kind != ControlEvent::kF4;
   return host.OnControl({.kind = *kind, .id = GetDlgCtrlID(edit), .text = TextOfEdit(edit)});
 }
 
@@ -63,7 +65,7 @@ LRESULT CALLBACK SearchBoxProcedure(HWND edit, UINT message, WPARAM wParam, LPAR
       FillClient(edit, reinterpret_cast<HDC>(wParam), host.Context().palette.editWell);
       return 1;
     case WM_KEYDOWN:
-      if (TakeKey(edit, wParam, host)) return 0;
+      if (TakeKey(edit, wParam, lParam, host)) return 0;
       break;
     case WM_PAINT: {
       const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);

@@ -3,6 +3,7 @@
 #include <shellapi.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/text.h"
@@ -47,17 +48,23 @@ struct SystemEntries final : EntryCalls {
   std::vector<std::u16string> OtherNamesOf(const std::u16string& path) override {
     std::vector<std::u16string> names;
     const std::u16string drive = path.substr(0, 2);
+    bool isOfDrive = false;
     std::wstring name(kLongestName, L'\0');
     DWORD length = kLongestName;
     const HANDLE find = FindFirstFileNameW(Wide(LongPathOf(path)), 0, &length, name.data());
     if (find == INVALID_HANDLE_VALUE) return names;
     do {
-      names.push_back(drive + std::u16string(FromWide(name.c_str())));
-      if (EqualNoCase(names.back(), path)) names.pop_back();
+      std::u16string other = drive + std::u16string(FromWide(name.c_str()));
+      if (EqualNoCase(other, path)) {
+        isOfDrive = true;
+      } else {
+        names.push_back(std::move(other));
+      }
       length = kLongestName;
     } while (FindNextFileNameW(find, &length, name.data()) != FALSE);
     FindClose(find);
-    return names;
+    // The letter may stand for a folder: then these are names of nothing, or of another file.
+    return isOfDrive ? names : std::vector<std::u16string>();
   }
   bool RemoveFolder(const std::u16string& path) override {
     return RemoveDirectoryW(Wide(LongPathOf(path))) != FALSE;
