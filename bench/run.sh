@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs every benchmark beside its limit and its peers and prints ratios from one run.
 # usage: bench/run.sh [--record] [--compare] [SUBJECT...] [COUNT...]    or: bench/run.sh --compare FILE.json
-#        subjects: names walk ntfs attributes changes (default: all); counts of names: 1000000 10000000
+#        subjects: names walk ntfs attributes changes content (default: all); counts of names: 1000000 10000000
 #        --record   keeps the report in bench/record, as text and as JSON
 #        --compare  prints what changed since the last record of each subject on this kind of machine; with a record
 #                   nothing is run, and it is compared with those before it
@@ -23,4 +23,5 @@ for tool in make_names make_walk walk_limit; do
   cc -O2 -pthread -o "$work/$tool" "bench/tools/$tool.c"
 done
 cc -O3 -march=x86-64-v3 -o "$work/mft_limit" bench/tools/mft_limit.c
+cc -O3 -march=x86-64-v3 -pthread -o "$work/content_limit" bench/tools/content_limit.c
 exec python3 bench/report.py "$work" "$@"

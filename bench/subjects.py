@@ -18,6 +18,8 @@ IMAGE_FILES = 200_000
 ATTRIBUTE_FILES = 1_000_000
 GOAL_BYTES_A_RECORD = 140
 CHANGED_NAMES = 1_500_000  # a million before the changes, half a million changes
+CONTENT_SCALE = "0.3"  # of the tree of tools/make_tree.py: 0.9 GB
+CONTENT_WORDS = ["Zyzzogeton_qx", "quarkvanadium", "the"]  # in no file, in some, in most
 MOST_SLOWER, MOST_BYTES = 1.5, 1.3  # times an index built anew
 
 
@@ -37,13 +39,14 @@ def run_bench(program, env, *options):
     return rows
 
 
-def time_command(work, command, runs=5):
-    """Median wall time in ms of a whole process, warm. Its output goes to a file, as rg does less for none."""
+def time_command(work, command, runs=5, source=os.devnull):
+    """Median wall time in ms of a whole process, warm. Its output goes to a file, as rg does less for none; its
+    standard input comes from the file `source`."""
     times = []
     for _ in range(runs + 1):
-        with open(os.path.join(work, "peer.out"), "wb") as out:
+        with open(os.path.join(work, "peer.out"), "wb") as out, open(source, "rb") as given:
             start = time.perf_counter()
-            subprocess.run(command, stdout=out, stderr=subprocess.DEVNULL, check=False)
+            subprocess.run(command, stdin=given, stdout=out, stderr=subprocess.DEVNULL, check=False)
             times.append((time.perf_counter() - start) * 1e3)
     return statistics.median(times[1:])
 
@@ -212,5 +215,42 @@ def changes(work, _counts):
                                 "x rebuilt": cost(after, before)})])
 
 
+def content_tree(work):
+    """The root of some 30,000 files, and the list of their paths with a NUL behind each."""
+    folder = os.path.join(work, "content")
+    paths = os.path.join(folder, "paths0")
+    if not os.path.exists(paths):
+        os.makedirs(folder, exist_ok=True)
+        run_quietly(sys.executable, os.path.join(os.path.dirname(os.path.abspath(__file__)), "tools", "make_tree.py"),
+                    folder, CONTENT_SCALE)
+        found = subprocess.run(["find", os.path.join(folder, "tree"), "-type", "f", "-print0"], stdout=subprocess.PIPE,
+                               check=True).stdout
+        with open(paths, "wb") as file:
+            file.write(found)
+    return os.path.join(folder, "tree"), paths
+
+
+def content(work, _counts):
+    tree, paths = content_tree(work)
+    rows = run_bench("content_bench", {"QUILMARK_BENCH_TREE": tree}, "--benchmark_enable_random_interleaving=true")
+    program = os.path.join(BUILD, "quilmark")
+
+    def row_of(words, threads):
+        row = rows[f"content/{words}/{threads}/process_time/real_time"]
+        limit = time_command(work, [os.path.join(work, "content_limit"), "scan", threads, words], source=paths)
+        rg = time_command(work, ["rg", "-F", "-l", "-uuu", f"-j{threads}", "--", words, tree])
+        ours = time_command(work, [program, "grep", "--threads", threads, words, tree])
+        figures = {"hits": Figure(int(row["hits"])), "ms": Figure(row["ms"]), "x limit": cost(row["ms"], limit),
+                   "x rg": gain(row["ms"], rg), "grep ms": Figure(ours), "grep x rg": gain(ours, rg)}
+        if threads == "1":
+            figures["x grep -rlF"] = gain(row["ms"], time_command(
+                work, ["env", "LC_ALL=C", "grep", "-rlF", "--", words, tree], runs=2))
+        return Row(f"{words}, threads: {threads}", figures)
+    yield Table("content", "files of a tree, warm, by the index; x limit: times reading them and looking for two bytes; "
+                "x rg: times faster than rg -F -l -uuu; grep: the console program, folders and all",
+                [row_of(words, threads) for words in CONTENT_WORDS for threads in ("1", "2")])
+
+
 # Each takes the work folder and the counts of names.
-SUBJECTS = {"names": names, "walk": walk, "ntfs": ntfs, "attributes": attributes, "changes": changes}
+SUBJECTS = {"names": names, "walk": walk, "ntfs": ntfs, "attributes": attributes, "changes": changes,
+            "content": content}

@@ -4,7 +4,7 @@ file(GLOB bench_support CONFIGURE_DEPENDS "bench/support/*.cpp" "bench/support/*
 add_library(quilmark_bench_support STATIC ${bench_support})
 set_target_properties(quilmark_bench_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(quilmark_bench_support PUBLIC "${PROJECT_SOURCE_DIR}/bench")
-target_link_libraries(quilmark_bench_support PUBLIC quilmark_search benchmark::benchmark)
+target_link_libraries(quilmark_bench_support PUBLIC quilmark_content benchmark::benchmark)
 foreach(source ${bench_sources})
   get_filename_component(name "${source}" NAME_WE)
   add_executable(${name} "${source}")

@@ -58,6 +58,7 @@ FileMatch MatchInPieces(const PlainMatch& match, size_t readSize, size_t inBuffe
     isRead = count.has_value();
     if (!isRead || *count == 0) break;
     inBuffer = carried + *count;
+    match.reader.bytes += *count;
   }
   const FileMatch outcome = MatchOf(found.HasWholeGroup(), match.check);
   return outcome == FileMatch::kMiss && !isRead ? FileMatch::kCannotRead : outcome;
@@ -80,6 +81,7 @@ void SearchView(void* subject) {
 FileMatch MatchMapped(const PlainMatch& match) {
   const auto view = match.reader.content->View();
   if (!view) return FileMatch::kCannotRead;
+  match.reader.bytes = view->size();
   ViewSearch search{.groups = match.groups, .check = match.check, .view = *view};
   if (!match.reader.content->Look(SearchView, &search)) return FileMatch::kCannotRead;
   match.reader.content->Close();
@@ -104,6 +106,7 @@ FileMatch MatchByRead(const PlainMatch& match) {
   GrowTo(buffer, kCachedRead);
   const auto count = match.reader.content->Read({buffer.data(), kCachedRead});
   if (!count) return FileMatch::kCannotRead;
+  match.reader.bytes = *count;
   if (*count == kCachedRead) return MatchBySize(match, *count);
   match.reader.content->Close();
   return MatchOf(SearchGroupsInBytes(buffer.data(), buffer.data() + *count, match.groups, match.check),
@@ -119,6 +122,7 @@ FileMatch MatchOpened(const PlainMatch& match) {
 
 FileMatch MatchPlainFile(std::u16string_view path, const std::vector<ContentGroup>& groups,
                          const WorkCheck& check, int contentMaxFileSizeMB, PlainFileReader& reader) {
+  reader.bytes = 0;
   if (path.starts_with(u"\\\\")) return FileMatch::kNetwork;
   if (!check.GoesOn()) return FileMatch::kStale;
   if (groups.empty()) return FileMatch::kMiss;

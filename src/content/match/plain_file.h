@@ -25,6 +25,7 @@ inline constexpr size_t kCachedRead = 256 * 1'024;
 struct PlainFileReader {
   std::unique_ptr<FileContent> content = MakeFileContent();  // never null
   std::vector<char> buffer;  // grows to kStreamingRead and the carry-over at most
+  uint64_t bytes = 0;        // of the last file that were looked at
 };
 
 // Whether the file satisfies one of the groups. A file above `contentMaxFileSizeMB` MiB is a miss; 0 or

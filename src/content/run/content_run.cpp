@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "content/run/read_ahead.h"
 #include "platform/background.h"
 
 namespace quilmark {
@@ -126,6 +127,7 @@ std::shared_ptr<ResultSet> RunContentWorkers(const std::shared_ptr<ContentRun>& 
   run->running = threads;
   for (size_t i = 0; i < threads; ++i) StartWorker({.WorkerIndex = i, .turn = 0, .run = run});
   WaitForWorkers(run);
+  EndReadAhead(*run);
   const std::scoped_lock lock(run->publish.ResultsMutex);
   run->publish.isClosed = true;
   if (!run->Generation.IsCurrent()) return std::make_shared<ResultSet>();

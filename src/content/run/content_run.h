@@ -30,10 +30,20 @@ inline constexpr size_t kMatchKinds = static_cast<size_t>(FileMatch::kNoArchive)
 
 // The candidates of one worker, and who is at them.
 struct alignas(64) ContentSlice {
-  std::atomic<size_t> next = 0;     // the candidate that is looked at next
-  size_t end = 0;                   // behind the last
-  std::atomic<uint32_t> turn = 0;   // of the worker that goes on; those of former turns stop
-  std::atomic<uint32_t> steps = 0;  // of that worker: stands still while a file hangs
+  std::atomic<size_t> next = 0;            // the candidate that is looked at next
+  size_t end = 0;                          // behind the last
+  std::atomic<uint32_t> turn = 0;          // of the worker that goes on; those of former turns stop
+  std::atomic<uint32_t> steps = 0;         // of that worker: stands still while a file hangs
+  std::atomic<bool> waitsForDisk = false;  // its files come slower than memory gives them
+  std::atomic<size_t> ahead = 0;           // behind the last candidate that was read ahead
+};
+
+// Threads that read ahead of all workers of a search, for as long as these wait for the disk.
+struct AheadJobs {
+  std::atomic<bool> isStarted = false;
+  std::mutex mutex;
+  std::condition_variable wanted;
+  bool isOver = false;  // mutex
 };
 
 // What PublishPartialResults needs.
@@ -60,6 +70,8 @@ struct ContentRun {
   std::vector<ContentSlice> slices;
   uint64_t (*tick)() = TickMs;
   uint32_t hungFileMs = kHungFileMs;
+  void (*warm)(std::u16string_view path, uint64_t most) = WarmFileContent;
+  AheadJobs ahead;
 
   std::mutex endMutex;
   std::condition_variable ended;

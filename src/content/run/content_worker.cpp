@@ -1,8 +1,10 @@
+#include <chrono>
 #include <shared_mutex>
 #include <string>
 
 #include "config/translate.h"
 #include "content/run/content_run.h"
+#include "content/run/read_ahead.h"
 #include "content/run/status_text.h"
 
 namespace quilmark {
@@ -49,7 +51,9 @@ class ContentWorker {
     if (candidate.volume == nullptr) return;
     TakePath(candidate);
     if (path_.empty()) return;
+    const auto start = std::chrono::steady_clock::now();
     const FileMatch outcome = matcher_.Match(path_, check_);
+    NotePace(std::chrono::steady_clock::now() - start);
     ++run_.outcomes[static_cast<size_t>(outcome)];
     if (outcome == FileMatch::kHit) TakeHit(candidate);
     TellProgress(++run_.Processed);
@@ -58,6 +62,11 @@ class ContentWorker {
   void TakePath(const MatchItem& candidate) {
     const std::shared_lock lock(candidate.volume->indexLock);
     BuildPathInto(*candidate.volume, candidate.index, path_);
+  }
+
+  void NotePace(std::chrono::nanoseconds took) {
+    slice_.waitsForDisk = pace_.IsSlow(took, matcher_.BytesOfLast());
+    if (slice_.waitsForDisk) WantReadAhead(context_.run);
   }
 
   void TakeHit(const MatchItem& candidate) {
@@ -91,6 +100,7 @@ class ContentWorker {
   ContentSlice& slice_;
   FileMatcher matcher_;
   const WorkCheck check_;
+  DiskPace pace_;
   std::u16string path_;  // of the candidate that is looked at
   ResultSet hits_;       // that were not handed over
 };

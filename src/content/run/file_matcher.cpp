@@ -23,6 +23,7 @@ FileMatch FileMatcher::Match(std::u16string_view path, const WorkCheck& check) {
   if (!IsArchivePath(path, plan_.ZipExts)) {
     return MatchPlainFile(path, plan_.Groups, check, plan_.contentMaxFileSizeMB, plain_);
   }
+  plain_.bytes = 0;
   return archive_ ? archive_(path, check) : FileMatch::kNoArchive;
 }
 

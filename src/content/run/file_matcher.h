@@ -46,6 +46,9 @@ class FileMatcher {
   // The file of that path. Asks the check between its small steps.
   [[nodiscard]] FileMatch Match(std::u16string_view path, const WorkCheck& check);
 
+  // Of the last file: how many of its bytes were looked at. 0 for an archive.
+  uint64_t BytesOfLast() const { return plain_.bytes; }
+
  private:
   const MatchPlan& plan_;
   PlainFileReader plain_;
