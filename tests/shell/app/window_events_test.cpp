@@ -9,6 +9,7 @@
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
 #include "support/environment.h"
+#include "support/mapped_drive.h"
 #include "support/scratch_folder.h"
 #include "support/volumes.h"
 
@@ -348,11 +349,14 @@ TEST_F(NoticeEvents, AVolumeThatSomebodyWantsIsGivenBackAtOnce) {
 }
 
 TEST_F(NoticeEvents, AVolumeThatIsFreeAgainIsLookedForAgain) {
+  // A letter without a folder: those of the machine are not seen, and walked for minutes.
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
   OnVolumeNotice(app, harness.Context(), VolumeNotice::kFree, kNotice);
   EXPECT_TRUE(harness.search.IsQuiet()) << "nobody took it";
   Engine().volumes.front()->valid = false;
   OnVolumeNotice(app, harness.Context(), VolumeNotice::kFree, kNotice);
   EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+  EXPECT_TRUE(WaitForBackgroundJobs(60'000));
 }
 
 TEST_F(NoticeEvents, AVolumeThatIsGoneIsSearchedNoMore) {

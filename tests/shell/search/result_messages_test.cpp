@@ -7,6 +7,7 @@
 #include "shell/search/filter_request.h"
 #include "shell/view/window_ids.h"
 #include "shell/window_harness.h"
+#include "support/mapped_drive.h"
 #include "support/volumes.h"
 
 namespace quilmark {
@@ -244,11 +245,14 @@ TEST_F(ResultMessages, AHiddenStartThatTheUserHasOpenedSearchesAtOnce) {
 }
 
 TEST_F(ResultMessages, AMissingVolumeIsTriedAgain) {
+  // A letter without a folder: those of the machine are not seen, and walked for minutes.
+  const MappedDrive none(u'B', harness.config.folder.PathOf(u"none"));
   Engine().ready = true;  // a new letter appeared: the wording is the same
   EXPECT_TRUE(Take(WM_INDEX_STATE, 1));
   EXPECT_EQ(window.status, u"Initialization incomplete. Retrying disk index loading in background...");
   EXPECT_EQ(window.timers, (std::map<uint32_t, uint32_t>{{30005, 5'000}}));
   EXPECT_EQ(harness.search.Next().message, WM_VOLUMES_SYNCED);
+  EXPECT_TRUE(WaitForBackgroundJobs(60'000));
 }
 
 TEST_F(ResultMessages, FilterResultsShowTheirCount) {
