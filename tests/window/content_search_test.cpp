@@ -1,6 +1,8 @@
 // Content searches in the window, and the window that chooses their file types.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "platform/text_file.h"
