@@ -32,6 +32,7 @@ class Pictures : public testing::Test {
     });
   }
   void Picture(const std::string& name) {
+    WaitUntil("a list at rest", [this] { return program.Ask(Probe::kIsScrolling) == 0; });
     program.Ask(Probe::kRepaint, 1);
     program.Screenshot(name);
   }
