@@ -61,7 +61,7 @@ std::shared_ptr<ResultSet> SearchContent(const SearchJob& job, const ContentQuer
     return std::make_shared<ResultSet>();  // stale: nobody sees it
   }
   if (candidates->empty()) {
-    PostContentStatus(job.ticket, ContentStatus::kNoCandidates);
+    if (job.ticket.IsCurrent()) PostContentStatus(job.ticket, ContentStatus::kNoCandidates);
     return std::make_shared<ResultSet>();
   }
   const size_t count = candidates->size();

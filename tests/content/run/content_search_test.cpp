@@ -80,8 +80,8 @@ TEST_F(ContentSearchTest, EscLeavesWhatIsShownInPlace) {
   size_t shown = 0;
   files->onOpen = [&](std::u16string_view) {
     if (++opened != 38) return;
-    shown = HeldResults()->size();
     SupersedeSearch();
+    shown = HeldResults()->size();
   };
   const Posted posted = Search(u"s:words");
   EXPECT_EQ(posted.finals, 0);

@@ -2,12 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
-#include "content/run/run_fixture.h"
-#include "platform/background.h"
-#include "support/gate.h"
-
 namespace quilmark {
 namespace {
 
@@ -41,54 +35,6 @@ TEST(ReadAhead, TakesTheFilesInFrontOfTheWorkerOnceEach) {
   slice.next = 99;
   EXPECT_EQ(ClaimAhead(slice), 99u);
   EXPECT_EQ(ClaimAhead(slice), std::nullopt) << "never behind the end";
-}
-
-std::mutex warmedMutex;
-std::set<std::u16string> warmed;  // warmedMutex
-
-struct ReadAheadRun : RunFixture {
-  ReadAheadRun() {
-    const std::scoped_lock lock(warmedMutex);
-    warmed.clear();
-  }
-  static size_t WarmedCount() {
-    const std::scoped_lock lock(warmedMutex);
-    return warmed.size();
-  }
-};
-
-TEST_F(ReadAheadRun, ReadsTheNextFilesOfASliceThatWaits) {
-  const auto run = MakeRun(AddTextFiles(50, "a word"));
-  run->warm = [](std::u16string_view path, uint64_t most) {
-    EXPECT_EQ(most, kMostBytesAhead);
-    const std::scoped_lock lock(warmedMutex);
-    EXPECT_TRUE(warmed.emplace(path).second) << "read twice";
-  };
-  run->slices = std::vector<ContentSlice>(1);
-  run->slices[0].next = 5;
-  run->slices[0].end = 50;
-  run->slices[0].waitsForDisk = true;
-  WantReadAhead(run);
-  EXPECT_TRUE(WaitUntil([] { return WarmedCount() == kMostFilesAhead; }));
-  EndReadAhead(*run);
-  EXPECT_TRUE(WaitForBackgroundJobs(60'000));
-  EXPECT_EQ(WarmedCount(), kMostFilesAhead);
-  EXPECT_TRUE(warmed.contains(u"C:\\5.txt"));
-  EXPECT_FALSE(warmed.contains(u"C:\\4.txt"));
-}
-
-TEST_F(ReadAheadRun, EndsWithTheSearchAndReadsNothingOfAFastOne) {
-  const auto run = MakeRun(AddTextFiles(50, "a word"));
-  run->warm = [](std::u16string_view path, uint64_t) {
-    const std::scoped_lock lock(warmedMutex);
-    warmed.emplace(path);
-  };
-  run->slices = std::vector<ContentSlice>(1);
-  run->slices[0].end = 50;
-  WantReadAhead(run);
-  SupersedeSearch();
-  EXPECT_TRUE(WaitForBackgroundJobs(60'000)) << "a stale search has no readers";
-  EXPECT_EQ(WarmedCount(), 0u);
 }
 
 }  // namespace
