@@ -115,8 +115,8 @@ class AsciiTaker {
   // At "<". False where the readers may see another end of the tag or another name.
   bool ReadTag() {
     const char* const first = at_ + 1;
-    const char* const end = FindTagEnd(first, last_);
-    if (end == last_ || !HasOneEnd(first, end)) return false;
+    const char* const end = FindPlainTagEnd(first, last_);
+    if (end == nullptr) return false;
     at_ = end + 1;
     const char* name = first;
     while (IsPlainSpace(*name)) ++name;
@@ -137,12 +137,6 @@ class AsciiTaker {
     if (before != first && IsDoubtful(before[-1])) return false;
     inRun_ = !isClosing && !(before != first && before[-1] == '/');
     return true;
-  }
-
-  // Whether `end` ends the tag for those too who know no quotes, and no other one seems to begin in it.
-  static bool HasOneEnd(const char* first, const char* end) {
-    const auto size = static_cast<size_t>(end - first);
-    return std::memchr(first, '>', size) == nullptr && std::memchr(first, '<', size) == nullptr;
   }
 
   const char* at_;
