@@ -560,6 +560,7 @@ def content_seeds():
                        ("utf16", b"\xff\xfe" + utf16(document)), ("utf16_big", b"\xfe\xff" + document.encode("utf-16-be")),
                        ("mark", b"\xef\xbb\xbf" + document.encode()), ("ansi", b"<t>caf\xe9 \x80</t>"), ("loose", "a < b > c </ t >d<<>>")):
         seed("xml_text_fuzz", name, text)
+        seed("xml_text_fuzz", name + "_asked", b"a l\n" + (text.encode() if isinstance(text, str) else text))
     for name, text in (("office", "word/header*.xml\nword/header12.xml"), ("all", "*\na"), ("nothing", "*\n"), ("end", "word/*\nword/"),
                        ("many", "*a*a*a*b\naaaaaaaaaaaaaa"), ("empty", "\n")):
         seed("entry_pattern_fuzz", name, text)

@@ -1,10 +1,11 @@
 // Any bytes as XML: the extractors give what their references do, in room of their own and in place, and
-// an entry's text is found by what it says.
+// an entry's text is found by what it says, by the shortcut as by all of its texts.
 #include "content/archive/xml_text.h"
 
 #include "content/archive/entry_match.h"
 #include "content/archive/xml_reference.h"
 #include "platform/generation.h"
+#include "platform/utf.h"
 #include "support/fuzz_input.h"
 
 using namespace quilmark;
@@ -42,6 +43,17 @@ void CheckMatch(std::string_view bytes) {
   Require(MatchEntry(bytes, MakeArchiveTerms(MakeContentGroups(groups), groups), kGoesOn, scratch));
 }
 
+// What is told of an entry by its ASCII alone is what all of its texts tell. The first line has a term.
+void CheckShortcut(FuzzInput input) {
+  std::u16string term = FromUtf8(input.TakeLine());
+  if (term.empty()) return;
+  const WideGroups groups{{term}, {u"a", term.substr(term.size() / 2) + u"b"}};
+  const ArchiveTerms terms = MakeArchiveTerms(MakeContentGroups(groups), groups);
+  ArchiveScratch scratch;
+  const std::string_view bytes = input.RestAsText();
+  Require(MatchEntry(bytes, terms, kGoesOn, scratch) == MatchAllTexts(bytes, terms, kGoesOn, scratch));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -50,5 +62,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckBytes(StripAllTagsBytes, bytes, ReferenceStripAllTags(bytes));
   CheckUnits(bytes);
   CheckMatch(bytes);
+  CheckShortcut(InputOf(data, size));
   return 0;
 }

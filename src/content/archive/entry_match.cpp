@@ -2,8 +2,10 @@
 
 #include <cstdint>
 
+#include "content/archive/ascii_text.h"
 #include "content/archive/utf8_units.h"
 #include "content/archive/xml_text.h"
+#include "content/match/group_search.h"
 #include "platform/code_pages.h"
 
 namespace quilmark {
@@ -38,6 +40,21 @@ bool MatchBytesOf(std::string_view text, const ArchiveTerms& terms, const WorkCh
           MatchUtf8AsWide(text, terms, check, scratch));
 }
 
+// False where a look at the ASCII alone says that no text of the entry holds a group's terms.
+bool MayHold(std::string_view bytes, const ArchiveTerms& terms, const WorkCheck& check,
+             ArchiveScratch& scratch) {
+  if (terms.asciiGroups.empty() || !IsUtf8(bytes)) return true;
+  char* const runRoom = scratch.text.Room(bytes.size());
+  char* const allRoom = scratch.compact.Room(bytes.size());
+  if (runRoom == nullptr || allRoom == nullptr) return true;
+  const auto texts = TakeAsciiTexts(bytes, runRoom, allRoom);
+  if (!texts) return true;
+  const auto holds = [&](std::string_view text) {
+    return SearchGroupsInBytes(text.data(), text.data() + text.size(), terms.asciiGroups, check);
+  };
+  return holds(texts->inRuns) || (texts->all.data() != texts->inRuns.data() && holds(texts->all));
+}
+
 }  // namespace
 
 size_t EntryToUnits(std::string_view bytes, char16_t* out) {
@@ -50,6 +67,12 @@ size_t EntryToUnits(std::string_view bytes, char16_t* out) {
 
 bool MatchEntry(std::string_view bytes, const ArchiveTerms& terms, const WorkCheck& check,
                 ArchiveScratch& scratch) {
+  return check.GoesOn() && MayHold(bytes, terms, check, scratch) &&
+         MatchAllTexts(bytes, terms, check, scratch);
+}
+
+bool MatchAllTexts(std::string_view bytes, const ArchiveTerms& terms, const WorkCheck& check,
+                   ArchiveScratch& scratch) {
   if (MatchWideRuns(bytes, terms, check, scratch)) return true;
   char* const room = scratch.text.Room(bytes.size());
   if (room == nullptr || !check.GoesOn()) return false;

@@ -19,4 +19,8 @@ namespace quilmark {
 [[nodiscard]] bool MatchEntry(std::string_view bytes, const ArchiveTerms& terms, const WorkCheck& check,
                               ArchiveScratch& scratch);
 
+// The same by all three texts, also where it could be told sooner that they hold nothing.
+[[nodiscard]] bool MatchAllTexts(std::string_view bytes, const ArchiveTerms& terms,
+                                 const WorkCheck& check, ArchiveScratch& scratch);
+
 }  // namespace quilmark

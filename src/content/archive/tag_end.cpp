@@ -4,7 +4,9 @@
 #include <emmintrin.h>
 #endif
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace quilmark {
 
@@ -47,14 +49,34 @@ const char* FindTagEnd(const char* first, const char* last) {
     const uint32_t quotes = Where(block, '"');
     for (uint32_t ends = Where(block, '>'); ends != 0; ends &= ends - 1) {
       const uint32_t before = quotes & (ends - 1) & ~ends;
-      if ((__builtin_popcount(before) % 2 != 0) == isOpen) return first + __builtin_ctz(ends);
+      if ((__builtin_parity(before) != 0) == isOpen) return first + __builtin_ctz(ends);
     }
-    if (__builtin_popcount(quotes) % 2 != 0) isOpen = !isOpen;
+    if (__builtin_parity(quotes) != 0) isOpen = !isOpen;
   }
   return FindTagEndPlainly(first, last, isOpen ? '"' : '\0');
 #else
   return FindTagEndPlainly(first, last, '\0');
 #endif
+}
+
+const char* FindPlainTagEnd(const char* first, const char* last) {
+#ifdef __SSE2__
+  const char* at = first;
+  bool isOpen = false;
+  for (; last - at >= kBlock; at += kBlock) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const uint32_t ends = Where(block, '>');
+    const uint32_t before = (ends - 1) & ~ends;  // all bits without an end
+    if (((Where(block, '\'') | Where(block, '<')) & before) != 0) break;
+    if (__builtin_parity(Where(block, '"') & before) != 0) isOpen = !isOpen;
+    if (ends != 0) return isOpen ? nullptr : at + __builtin_ctz(ends);
+  }
+#endif
+  const char* const end = FindTagEnd(first, last);
+  const auto size = static_cast<size_t>(end - first);
+  const bool isPlain =
+      std::memchr(first, '>', size) == nullptr && std::memchr(first, '<', size) == nullptr;
+  return end != last && isPlain ? end : nullptr;
 }
 
 const char16_t* FindTagEnd(const char16_t* first, const char16_t* last) {

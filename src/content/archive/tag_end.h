@@ -8,4 +8,8 @@ namespace quilmark {
 const char* FindTagEnd(const char* first, const char* last);
 const char16_t* FindTagEnd(const char16_t* first, const char16_t* last);
 
+// The same end, where it is the first '>' at all and no '<' stands before it; null otherwise, and
+// without an end.
+const char* FindPlainTagEnd(const char* first, const char* last);
+
 }  // namespace quilmark

@@ -112,10 +112,40 @@ class WideText {
   bool isCompacted_ = false;
 };
 
+// A term in the one form that it has in ASCII, without white space; empty for one that has others.
+std::string AsciiTerm(const ContentGroup& group, size_t term) {
+  const bool isWhole =
+      term < group.Utf8Terms.size() && term < group.AnsiTerms.size() && term < group.WideTerms.size();
+  if (!isWhole || group.Utf8Terms[term] != group.AnsiTerms[term]) return {};
+  std::string compact;
+  for (const char16_t unit : group.WideTerms[term]) {
+    if (unit == 0 || unit >= 0x80) return {};
+    if (!IsWideSpace(unit)) compact.push_back(static_cast<char>(unit));
+  }
+  return compact;
+}
+
+// None where one term has other forms.
+std::vector<ContentGroup> AsciiGroups(const std::vector<ContentGroup>& groups,
+                                      const WideGroups& wideGroups) {
+  std::vector<ContentGroup> made;
+  for (size_t i = 0; i < groups.size(); ++i) {
+    if (i >= wideGroups.size() || groups[i].WideTerms != wideGroups[i]) return {};
+    ContentGroup& ascii = made.emplace_back();
+    for (size_t term = 0; term < WidthOf(groups[i]); ++term) {
+      ascii.Utf8Terms.push_back(AsciiTerm(groups[i], term));
+      if (ascii.Utf8Terms.back().empty()) return {};
+    }
+    PrepareNeedles(ascii);
+  }
+  return made.size() == wideGroups.size() ? made : std::vector<ContentGroup>();
+}
+
 }  // namespace
 
 ArchiveTerms MakeArchiveTerms(const std::vector<ContentGroup>& groups, const WideGroups& wideGroups) {
   ArchiveTerms terms{.groups = groups, .wideGroups = wideGroups};
+  terms.asciiGroups = AsciiGroups(groups, wideGroups);
   for (const ContentGroup& group : groups) {
     ContentGroup compact;
     for (const std::string& term : group.Utf8Terms) compact.Utf8Terms.push_back(Compacted(term));

@@ -21,6 +21,8 @@ struct ArchiveTerms {
   std::vector<ContentGroup> compactGroups;  // the UTF-8 forms alone, without white space
   WideGroups wideGroups;
   WideGroups compactWideGroups;
+  // Terms of ASCII without white space, for TakeAsciiTexts. Empty where a term is of another kind.
+  std::vector<ContentGroup> asciiGroups;
 };
 
 // From the groups of a query in both of their forms.

@@ -11,13 +11,17 @@ namespace {
 
 constexpr size_t kBlock = 16;
 
+bool IsAsciiBlock(const char* at) {
+  uint64_t halves[2];
+  std::memcpy(halves, at, kBlock);
+  return ((halves[0] | halves[1]) & 0x8080'8080'8080'8080) == 0;
+}
+
 // Widens the ASCII at the beginning, block by block. The number of bytes.
 size_t WidenAscii(std::string_view bytes, char16_t* out) {
   size_t done = 0;
   for (; bytes.size() - done >= kBlock; done += kBlock) {
-    uint64_t halves[2];
-    std::memcpy(halves, bytes.data() + done, kBlock);
-    if (((halves[0] | halves[1]) & 0x8080'8080'8080'8080) != 0) break;
+    if (!IsAsciiBlock(bytes.data() + done)) break;
     for (size_t i = 0; i < kBlock; ++i) out[done + i] = static_cast<unsigned char>(bytes[done + i]);
   }
   return done;
@@ -75,6 +79,20 @@ std::optional<size_t> Utf8ToUnits(std::string_view bytes, char16_t* out, Malform
     }
   }
   return static_cast<size_t>(to - out);
+}
+
+bool IsUtf8(std::string_view bytes) {
+  size_t at = 0;
+  while (at < bytes.size()) {
+    while (bytes.size() - at >= kBlock && IsAsciiBlock(bytes.data() + at)) at += kBlock;
+    for (const size_t end = at + kBlock; at < bytes.size() && at < end;) {
+      uint32_t character = 0;
+      const size_t length = ReadSequence(bytes, at, character);
+      if (length == 0) return false;
+      at += length;
+    }
+  }
+  return true;
 }
 
 }  // namespace quilmark

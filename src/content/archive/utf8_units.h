@@ -14,4 +14,7 @@ enum class MalformedUtf8 { kRefused, kReplaced };  // replaced: each such byte b
 [[nodiscard]] std::optional<size_t> Utf8ToUnits(std::string_view bytes, char16_t* out,
                                                 MalformedUtf8 malformed);
 
+// Whether all of it is well-formed.
+bool IsUtf8(std::string_view bytes);
+
 }  // namespace quilmark

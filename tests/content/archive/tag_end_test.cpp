@@ -43,9 +43,13 @@ TEST(TagEnd, IsTheSameInBlocks) {
     std::string text(random() % 70, 'x');
     const unsigned rarity = 2 + random() % 20;
     for (char& c : text) {
-      if (random() % rarity == 0) c = "\"\"\">'"[random() % (i % 2 == 0 ? 5 : 4)];
+      if (random() % rarity == 0) c = "\"\"\"><'"[random() % (i % 3 == 0 ? 6 : i % 3 == 1 ? 5 : 4)];
     }
     ASSERT_EQ(EndIn(text), SlowEnd(text)) << text;
+    const size_t first = text.find('>');
+    const bool isPlain = SlowEnd(text) == first && text.find('<') > first;
+    const char* const plainEnd = FindPlainTagEnd(text.data(), text.data() + text.size());
+    ASSERT_EQ(plainEnd, isPlain && first != text.npos ? text.data() + first : nullptr) << text;
     const std::u16string wide = FromUtf8(text);
     ASSERT_EQ(static_cast<size_t>(FindTagEnd(wide.data(), wide.data() + wide.size()) - wide.data()),
               SlowEnd(text));
