@@ -54,7 +54,8 @@ class FileContent {
   virtual void Close() = 0;
 };
 
-// That of the system. Links are refused on a POSIX host alone: Windows has hardly any.
+// That of the system. Windows refuses links whatever is asked: they may lead to
+// another machine.
 [[nodiscard]] std::unique_ptr<FileContent> MakeFileContent(LinksOfFiles links = LinksOfFiles::kFollowed);
 
 // Reads the first `most` bytes of a file and drops them, so that the system has them at hand. No effect

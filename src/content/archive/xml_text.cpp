@@ -273,9 +273,11 @@ struct TagStripper : Copier<ByteRules> {
   }
 
  private:
-  // Behind the tag's end, or at the next "<" in it, with which a CDATA section may begin.
+  // Behind the tag's end, or at the next "<" in it, with which a CDATA section may begin. The end is
+  // looked for once, however many of those stand before it.
   void SkipInTag(bool& inTag) {
-    const char* const end = ByteRules::Find(at, last, '>');
+    if (tagEnd_ == nullptr || tagEnd_ < at) tagEnd_ = ByteRules::Find(at, last, '>');
+    const char* const end = tagEnd_;
     const char* const next = ByteRules::Find(at + 1, std::max(end, at + 1), '<');
     inTag = next < end || end == last;
     at = next < end ? next : std::min(end + 1, last);
@@ -292,6 +294,8 @@ struct TagStripper : Copier<ByteRules> {
     }
     at = end + std::min(static_cast<size_t>(last - end), kCdataEnd.size());
   }
+
+  const char* tagEnd_ = nullptr;  // the first ">" behind a place that was passed; `last` for none
 
   // One stretch, or one white space.
   void CopyText(const char* end) {

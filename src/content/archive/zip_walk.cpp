@@ -54,6 +54,7 @@ class ZipReader {
   ZipReader& operator=(const ZipReader&) = delete;
 
   bool IsOpen() const { return isOpen_; }
+  uint64_t Size() const { return bytes_.source.Size(); }
   uint32_t Count() { return mz_zip_reader_get_num_files(&zip_); }
   mz_zip_archive* Get() { return &zip_; }
 
@@ -84,7 +85,8 @@ class ArchiveWalk {
 
   FileMatch Run() {
     bool isFound = false;
-    for (uint32_t index = 0; !isFound && index < zip_.Count() && check_.GoesOn(); ++index) {
+    for (uint32_t index = 0; !isFound && !isHostile_ && index < zip_.Count() && check_.GoesOn();
+         ++index) {
       isFound = Matches(index);
     }
     if (!check_.GoesOn()) return FileMatch::kStale;
@@ -126,6 +128,10 @@ class ArchiveWalk {
       const Unpacked& former = known->second;
       if (!former.isSound || former.isSearched || former.crc != entry.m_crc32) return {};
     }
+    // Entries that do not lie over each other have no more bytes than the archive.
+    if (known == unpacked_.end()) packedBytes_ += std::min(entry.m_comp_size, zip_.Size());
+    isHostile_ = packedBytes_ > zip_.Size();
+    if (isHostile_) return {};
     const auto size = static_cast<size_t>(entry.m_uncomp_size);
     char* const room = scratch_.entry.Room(size);
     char* const packed = scratch_.packed.Room(kPackedRead);
@@ -152,6 +158,8 @@ class ArchiveWalk {
   ArchiveScratch& scratch_;
   std::string name_;
   std::map<StoredBytes, Unpacked> unpacked_;
+  uint64_t packedBytes_ = 0;  // that were to be unpacked until now
+  bool isHostile_ = false;    // more than there are: the walk ends
 };
 
 }  // namespace

@@ -16,6 +16,7 @@ ArchiveMatcher MakeZipMatcher(const MatchPlan& plan) {
   auto parts = std::make_shared<Parts>();
   parts->query.terms = MakeArchiveTerms(plan.Groups, plan.WideGroups);
   parts->query.innerPatterns = plan.InnerPatterns;
+  parts->reader.content = plan.makeContent();
   parts->contentMaxFileSizeMB = plan.contentMaxFileSizeMB;
   return [parts](std::u16string_view path, const WorkCheck& check) {
     return MatchZipFile(path, parts->query, check, parts->contentMaxFileSizeMB, parts->reader);

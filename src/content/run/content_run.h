@@ -36,6 +36,8 @@ struct alignas(64) ContentSlice {
   std::atomic<uint32_t> steps = 0;         // of that worker: stands still while a file hangs
   std::atomic<bool> waitsForDisk = false;  // its files come slower than memory gives them
   std::atomic<size_t> ahead = 0;           // behind the last candidate that was read ahead
+  std::mutex lotMutex;
+  ResultSet lot;  // lotMutex; hits that were not handed over, those of a worker that hangs among them
 };
 
 // Threads that read ahead of all workers of a search, for as long as these wait for the disk.

@@ -70,19 +70,27 @@ class ContentWorker {
   }
 
   void TakeHit(const MatchItem& candidate) {
-    hits_.push_back(candidate);
-    if (hits_.size() < kHitsALot || !run_.Generation.IsCurrent()) return;
+    {
+      const std::scoped_lock lock(slice_.lotMutex);
+      slice_.lot.push_back(candidate);
+      if (slice_.lot.size() < kHitsALot) return;
+    }
+    if (!run_.Generation.IsCurrent()) return;
     HandOver();
     // More than the interval, as at the end of a slice.
     PublishIfDue(kPublishEveryMs + 1);
   }
 
   void HandOver() {
-    if (hits_.empty()) return;
+    ResultSet lot;
+    {
+      const std::scoped_lock lock(slice_.lotMutex);
+      lot.swap(slice_.lot);
+    }
+    if (lot.empty()) return;
     const std::scoped_lock lock(run_.publish.ResultsMutex);
     ResultSet& shared = run_.publish.SharedResults;
-    if (!run_.publish.isClosed) shared.insert(shared.end(), hits_.begin(), hits_.end());
-    hits_.clear();
+    if (!run_.publish.isClosed) shared.insert(shared.end(), lot.begin(), lot.end());
   }
 
   void PublishIfDue(uint64_t leastMs) {
@@ -102,7 +110,6 @@ class ContentWorker {
   const WorkCheck check_;
   DiskPace pace_;
   std::u16string path_;  // of the candidate that is looked at
-  ResultSet hits_;       // that were not handed over
 };
 
 }  // namespace

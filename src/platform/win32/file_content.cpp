@@ -26,13 +26,17 @@ struct ViewTraits {
   static void Close(Value view) { UnmapViewOfFile(view); }
 };
 
-// The folder's entry says it: a question to the file itself may be what fetches it.
-bool IsPlaceholder(const std::u16string& longPath) {
+// What speaks against opening the file. The folder's entry says it: a question to the file itself may be
+// what fetches it. A link may lead to another machine, and its target is met at its own place.
+ContentOpening WhyNotOpened(const std::u16string& longPath) {
   constexpr DWORD kElsewhere =
       FILE_ATTRIBUTE_RECALL_ON_OPEN | FILE_ATTRIBUTE_RECALL_ON_DATA_ACCESS | FILE_ATTRIBUTE_OFFLINE;
   WIN32_FIND_DATAW found;
   const UniqueFind find = FindFirst(longPath, found);
-  return find && (found.dwFileAttributes & kElsewhere) != 0;
+  if (!find) return ContentOpening::kCannotOpen;
+  if (IsNameSurrogate(found.dwFileAttributes, found.dwReserved0)) return ContentOpening::kLink;
+  const bool isElsewhere = (found.dwFileAttributes & kElsewhere) != 0;
+  return isElsewhere ? ContentOpening::kPlaceholder : ContentOpening::kOpened;
 }
 
 class WindowsContent : public FileContent {
@@ -40,7 +44,8 @@ class WindowsContent : public FileContent {
   ContentOpening Open(std::u16string_view path) override {
     Close();
     const std::u16string longPath = LongPathOf(path);
-    if (IsPlaceholder(longPath)) return ContentOpening::kPlaceholder;
+    const ContentOpening refusal = WhyNotOpened(longPath);
+    if (refusal != ContentOpening::kOpened) return refusal;
     file_ = OpenLongPath(longPath, GENERIC_READ, OPEN_EXISTING,
                          FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN);
     return file_ ? ContentOpening::kOpened : ContentOpening::kCannotOpen;
@@ -57,9 +62,12 @@ class WindowsContent : public FileContent {
   std::optional<std::span<const char>> View() override {
     const std::optional<uint64_t> size = Size();
     if (!size || *size == 0) return std::nullopt;
-    mapping_.Reset(CreateFileMappingW(file_.Get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+    // With the size that is looked at: a file that was cut short since then has no such mapping.
+    mapping_.Reset(CreateFileMappingW(file_.Get(), nullptr, PAGE_READONLY,
+                                      static_cast<DWORD>(*size >> 32), static_cast<DWORD>(*size),
+                                      nullptr));
     if (!mapping_) return std::nullopt;
-    view_.Reset(MapViewOfFile(mapping_.Get(), FILE_MAP_READ, 0, 0, 0));
+    view_.Reset(MapViewOfFile(mapping_.Get(), FILE_MAP_READ, 0, 0, static_cast<size_t>(*size)));
     if (!view_) return std::nullopt;
     seen_ = {static_cast<const char*>(view_.Get()), static_cast<size_t>(*size)};
     return seen_;

@@ -134,6 +134,11 @@ void AddOverlaps(std::vector<HostileArchive>& all) {
   all.push_back({"has 2,000 entries of the same bytes", MakeZip(entries)});
   for (size_t i = 0; i < entries.size(); ++i) entries[i].crc = static_cast<uint32_t>(i);
   all.push_back({"has 2,000 entries of the same bytes, of other checksums", MakeZip(entries)});
+  for (size_t i = 1; i < entries.size(); ++i) {
+    entries[i].crc.reset();
+    entries[i].packedSize = static_cast<uint32_t>(zeros.size() + i);
+  }
+  all.push_back({"has 2,000 entries of the same bytes, of other packed sizes", MakeZip(entries)});
   std::string nested = MakeZip({Part()});
   for (int i = 0; i < 20; ++i)
     nested = MakeZip({{.name = "a.xml", .data = nested}, {.name = "b.xml", .data = nested}});

@@ -124,6 +124,17 @@ TEST(XmlText, TakesTheByteA0ForWhiteSpaceInsideOfACharacter) {
   EXPECT_EQ(Wide(u"<t>\u4E20x</t>"), u"\u4E20x");
 }
 
+// Looked through once, and not once for each "<".
+TEST(XmlText, EndsSoonWhereTagsHaveNoEnd) {
+  const std::string open(8 << 20, '<');
+  std::string out(open.size() + 1, '\0');
+  EXPECT_EQ(StripAllTagsBytes(open, out.data(), kGoesOn), "");
+  EXPECT_EQ(StripAllTagsBytes(open + ">end", out.data(), kGoesOn), "end");
+  std::string letters;
+  for (int i = 0; i < 1 << 20; ++i) letters += "<a";
+  EXPECT_EQ(StripAllTagsBytes(letters + ">b<a", out.data(), kGoesOn), "b");
+}
+
 TEST(XmlText, GivesUpWhenTheWorkIsStale) {
   const std::string xml = "<t>text</t>";
   std::string room(xml.size(), '\0');

@@ -6,9 +6,9 @@
 
 #include "content/archive/hostile_archives.h"
 #include "content/archive/string_source.h"
-#include "support/zip_builder.h"
 #include "platform/generation.h"
 #include "platform/shutdown.h"
+#include "support/zip_builder.h"
 
 namespace quilmark {
 namespace {
@@ -164,6 +164,26 @@ TEST(ZipWalk, ReadsSharedBytesAgainWhereTheChecksumIsRightAtLast) {
         for (size_t i = 0; i < 1999; ++i) entries[i].crc = static_cast<uint32_t>(i);
       },
       FileMatch::kHit);
+}
+
+// The bytes of one entry in the directory 2,000 times, each time with one byte more of what follows.
+TEST(ZipWalk, UnpacksNoMoreThanTheArchiveHolds) {
+  const std::string zeros = Deflate(std::string(1 << 20, '\0'));
+  std::vector<ZipEntry> entries{{.name = "0.xml", .data = std::string(1 << 20, '\0'), .packed = zeros}};
+  for (uint32_t i = 1; i < 2000; ++i) {
+    ZipEntry entry = entries[0];
+    entry.name = std::to_string(i) + ".xml";
+    entry.hasLocal = false;
+    entry.localOffset = 0;
+    entry.packedSize = static_cast<uint32_t>(zeros.size()) + i;
+    entries.push_back(entry);
+  }
+  const std::string bytes = MakeZip(entries);
+  StringSource source(bytes);
+  ArchiveScratch scratch;
+  EXPECT_EQ(MatchArchive(source, QueryOf({{u"needle"}}), kGoesOn, scratch), FileMatch::kMiss);
+  const size_t mostUnpacked = bytes.size() / zeros.size() + 1;
+  EXPECT_LE(source.reads, 3 * mostUnpacked + 20);
 }
 
 TEST(ZipWalk, WalksAHundredThousandEntries) {
