@@ -27,19 +27,26 @@ class Cycles : public ResultsList {
     for (const Row& row : rows) Run(row.screen, kPart);  // what is made on first use
     for (const Row& row : rows) {
       SCOPED_TRACE(row.name);
-      const Held before = Look();
-      Run(row.screen, row.times);
-      const Held after = Look();
-      // A job that runs at the moment has a handful; what is left behind comes with each time.
-      constexpr int64_t kOfJobs = 20;
-      EXPECT_LE(after.gdi, before.gdi + kOfJobs);
-      EXPECT_LE(after.user, before.user + kOfJobs);
-      EXPECT_LE(after.handles, before.handles + kOfJobs);
+      // What the system keeps for good grows in one series by chance; what is left behind comes with
+      // each time, in each series.
+      constexpr int kMostSeries = 4;
+      int series = 0;
+      while (Grows(row) && ++series < kMostSeries) continue;
+      EXPECT_LT(series, kMostSeries);
     }
   }
 
  private:
   static constexpr uint32_t kPart = 10;
+
+  bool Grows(const Row& row) {
+    const Held before = Look();
+    Run(row.screen, row.times);
+    const Held after = Look();
+    constexpr int64_t kOfJobs = 20;  // a job that runs at the moment has a handful
+    return after.gdi > before.gdi + kOfJobs || after.user > before.user + kOfJobs ||
+           after.handles > before.handles + kOfJobs;
+  }
 
   // In parts: the window answers between them.
   void Run(Screen screen, uint32_t times) {
