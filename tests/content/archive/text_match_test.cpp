@@ -138,7 +138,9 @@ TEST(TextMatch, AgreesWithAPlainSearch) {
                          (!compactTerm.empty() && compactHay.find(compactTerm) != std::u16string::npos);
     ASSERT_EQ(Wide(hay, {{term}}), isFound && !hay.empty());
     ASSERT_EQ(AsWide(ToUtf8(hay), {{term}}), isFound && !hay.empty());
-    if (!term.empty()) ASSERT_EQ(Bytes(ToUtf8(hay), {{term}}), isFound && !hay.empty());
+    // An ideographic blank may look like another one in the ANSI code page, which is looked for too.
+    const bool hasOneForm = !term.empty() && term.find(u'\u3000') == std::u16string::npos;
+    if (hasOneForm) ASSERT_EQ(Bytes(ToUtf8(hay), {{term}}), isFound && !hay.empty());
   }
 }
 
