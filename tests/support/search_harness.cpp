@@ -94,6 +94,7 @@ std::vector<ResultKind> SearchHarness::KindsUntilFinal() {
   while (kinds.empty() || kinds.back() != ResultKind::kFinal) {
     const PostedMessage message = Next();
     if (message.message == 0) break;
+    if (message.message == WM_SEARCH_STATUS) (void)TakeText(message);
     if (message.message != WM_SEARCH_RESULTS || message.first != SearchNumber()) continue;
     kinds.push_back(static_cast<ResultKind>(message.second));
   }

@@ -240,6 +240,10 @@ TEST_F(RecentOpensTest, ALookUpDuringADeletionGivesNothingBack) {
   VolumeIndex& other = *AddVolume(Engine(), MakeTestVolume(u"R:"));
   Gate gate(other.indexLock, Gate::Stops::kAll);
   std::thread job([] { (void)CollectRecentItems(); });
+  {
+    const std::scoped_lock writer(volume.indexLock);
+    MarkDeleted(volume, records[0]);
+  }
   TheRecentOpens().ForgetPlaces({u"Q:\\zero.txt"});
   gate.Open();
   job.join();

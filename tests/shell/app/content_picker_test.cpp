@@ -23,9 +23,9 @@ struct RecordingPickerPort : PickerPort {
 class ContentPicker : public testing::Test {
  protected:
   ContentPicker() {
+    app.search.isBoxEnabled = true;
     pump.Create();
     app.pickerWindow = &port;
-    app.search.isBoxEnabled = true;
   }
   ~ContentPicker() override { CurrentWindowSettings = {}; }
   void TypeInBox(const std::u16string& text) {

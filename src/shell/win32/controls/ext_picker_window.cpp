@@ -336,15 +336,9 @@ void ExtPickerWindow::OnActivation(bool isActive) {
   if (IsChild(window_, focus)) focus_ = focus;
 }
 
-LRESULT ExtPickerWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+// The colours of the controls and of the ground. Empty for any other message.
+std::optional<LRESULT> ExtPickerWindow::OnPaintMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_COMMAND:
-      if (const ButtonRow* const row = ButtonOf(LOWORD(wParam)); row && HIWORD(wParam) == BN_CLICKED) {
-        Run(row->command);
-      }
-      return 0;
-    case WM_NOTIFY:
-      return OnNotice(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_DRAWITEM:
       DrawTagButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam), *this);
       return TRUE;
@@ -354,6 +348,21 @@ LRESULT ExtPickerWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPA
     case WM_ERASEBKGND:
       FillClient(window_, reinterpret_cast<HDC>(wParam), main_->Context().palette.toolbar);
       return 1;
+    default:
+      return std::nullopt;
+  }
+}
+
+LRESULT ExtPickerWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (const auto painted = OnPaintMessage(message, wParam, lParam)) return *painted;
+  switch (message) {
+    case WM_COMMAND:
+      if (const ButtonRow* const row = ButtonOf(LOWORD(wParam)); row && HIWORD(wParam) == BN_CLICKED) {
+        Run(row->command);
+      }
+      return 0;
+    case WM_NOTIFY:
+      return OnNotice(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_ACTIVATE:
       OnActivation(LOWORD(wParam) != WA_INACTIVE);
       break;
