@@ -4,6 +4,10 @@
 # Does nothing, and needs no network, where they are there already.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# Two builds may be configured at a time.
+mkdir -p build
+exec 9>build/npm.lock
+flock 9
 
 place=build/npm
 kept=$place/package-lock.json
@@ -18,4 +22,4 @@ cp cmake/npm/package.json "$place"
 log=$place/install.log
 # npm verifies what it fetches against the lock; the copy beside it tells the next run that this one has succeeded.
 cp cmake/npm/package-lock.json "$kept"
-npm ci --prefix "$place" --ignore-scripts --no-audit --no-fund >"$log" 2>&1 || { rm -f "$kept"; tail -n 20 "$log" >&2; exit 1; }
+npm ci --prefix "$place" --prefer-offline --ignore-scripts --no-audit --no-fund >"$log" 2>&1 || { rm -f "$kept"; tail -n 20 "$log" >&2; exit 1; }

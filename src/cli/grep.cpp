@@ -59,7 +59,7 @@ class HitPrinter {
  private:
   std::string LineOf(std::u16string_view path) const {
     std::optional<FileLine> line;
-    if (options_.line) {
+    if (options_.line && !IsArchivePath(path, {})) {  // an archive has no lines
       PlainFileReader reader{.content = MakeFileContent(LinksOfFiles::kRefused)};
       line = FirstLineOf(path, groups_, reader);
     }

@@ -18,6 +18,7 @@ enum class ContentOpening : uint8_t {
   kCannotOpen,   // no such file, no rights, or held by another program
   kPlaceholder,  // its content would have to be fetched first
   kLink,         // a link, where these are refused
+  kNoFile,       // a pipe, a device or a folder: nothing of it is read
 };
 
 // Whether a name that is a link leads to what it names, or is no file to be read.

@@ -103,6 +103,7 @@ struct Copier {
   Unit* out;
   const WorkCheck& check;
   const Unit* nextCheck;
+  bool isOver = false;
 
   Copier(View xml, Unit* place, const WorkCheck& goesOn)
       : at(xml.data()),
@@ -112,10 +113,12 @@ struct Copier {
         check(goesOn),
         nextCheck(at) {}
 
+  // Once false it stays false, whichever loop has asked.
   bool GoesOn() {
-    if (at < nextCheck) return true;
+    if (isOver || at < nextCheck) return !isOver;
     nextCheck = at + std::min(last - at, kUnitsACheck);
-    return check.GoesOn();
+    isOver = !check.GoesOn();
+    return !isOver;
   }
 
   bool EndsInBlank() const { return out != begin && out[-1] == ' '; }

@@ -13,7 +13,7 @@ constexpr uint64_t kMega = 1'048'576;
 FileMatch AskFile(std::u16string_view path, int contentMaxFileSizeMB, FileContent& content) {
   const ContentOpening opening = content.Open(path);
   if (opening == ContentOpening::kPlaceholder) return FileMatch::kPlaceholder;
-  if (opening == ContentOpening::kLink) return FileMatch::kMiss;
+  if (opening == ContentOpening::kLink || opening == ContentOpening::kNoFile) return FileMatch::kMiss;
   if (opening == ContentOpening::kCannotOpen) return FileMatch::kCannotOpen;
   const std::optional<uint64_t> size = content.Size();
   content.Close();

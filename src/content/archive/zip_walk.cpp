@@ -15,6 +15,7 @@ namespace quilmark {
 namespace {
 
 constexpr size_t kPackedRead = 64 * 1024;
+constexpr size_t kMostAtOnce = 1024 * 1024;  // bytes between two checks
 
 // The archive's bytes as the library asks for them.
 struct ArchiveBytes {
@@ -28,8 +29,19 @@ struct ArchiveBytes {
     const uint64_t size = source.Size();
     if (start > size || at >= size - start || !check.GoesOn()) return 0;
     const uint64_t rest = size - start - at;
-    return source.ReadAt(ByteOffset{start + at},
-                         buffer.first(static_cast<size_t>(std::min<uint64_t>(rest, buffer.size()))));
+    return ReadPieces(start + at,
+                      buffer.first(static_cast<size_t>(std::min<uint64_t>(rest, buffer.size()))));
+  }
+
+  size_t ReadPieces(uint64_t at, std::span<std::byte> buffer) {
+    size_t done = 0;
+    while (done < buffer.size() && (done == 0 || check.GoesOn())) {
+      const auto piece = buffer.subspan(done, std::min(buffer.size() - done, kMostAtOnce));
+      const size_t got = source.ReadAt(ByteOffset{at + done}, piece);
+      done += got;
+      if (got < piece.size()) break;
+    }
+    return done;
   }
 };
 

@@ -131,8 +131,9 @@ FileMatch MatchPlainFile(std::u16string_view path, const std::vector<ContentGrou
       return FileMatch::kCannotOpen;
     case ContentOpening::kPlaceholder:
       return FileMatch::kPlaceholder;
-    case ContentOpening::kLink:
-      return FileMatch::kMiss;  // what it names is met at its own place
+    case ContentOpening::kLink:  // what it names is met at its own place
+    case ContentOpening::kNoFile:
+      return FileMatch::kMiss;
     case ContentOpening::kOpened:
       break;
   }

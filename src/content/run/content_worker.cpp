@@ -94,11 +94,13 @@ class ContentWorker {
   }
 
   void PublishIfDue(uint64_t leastMs) {
-    if (ClaimTick(run_.LastPublishTick, run_.tick(), leastMs)) PublishPartialResults(run_.publish);
+    // One that comes back late would put a part over the whole.
+    if (IsWanted() && ClaimTick(run_.LastPublishTick, run_.tick(), leastMs))
+      PublishPartialResults(run_.publish);
   }
 
   void TellProgress(uint64_t processed) {
-    if (processed % kFilesAProgress != 0) return;
+    if (processed % kFilesAProgress != 0 || !IsWanted()) return;
     if (!ClaimTick(run_.LastProgressTick, run_.tick(), kLeastProgressMs)) return;
     PostContentStatus(run_.Generation, ContentStatus::kProgress, processed, run_.TotalCount());
   }

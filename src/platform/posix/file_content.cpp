@@ -7,12 +7,16 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <string>
+#include <string_view>
 
 #include "platform/posix/host_path.h"
 
 namespace quilmark {
 
 namespace {
+
+constexpr std::string_view kDevices = "/dev/";  // opening one may be what makes it act
 
 // Reading costs less than mapping for files of any size that stay in a buffer within the processor's
 // caches, and a file that another program cuts short meanwhile ends it by no signal.
@@ -23,15 +27,17 @@ class PosixContent : public FileContent {
 
   ContentOpening Open(std::u16string_view path) override {
     file_.Reset();
-    file_ = EndOfPath(HostBytesOf(path)).Open(flags_);
-    if (file_) return ContentOpening::kOpened;
+    const std::string host = HostBytesOf(path);
+    if (host.starts_with(kDevices)) return ContentOpening::kNoFile;
+    file_ = EndOfPath(host).Open(flags_);
+    if (file_) return KeepIfPlain();
     const bool isRefusedLink = errno == ELOOP && (flags_ & O_NOFOLLOW) != 0;
     return isRefusedLink ? ContentOpening::kLink : ContentOpening::kCannotOpen;
   }
 
   std::optional<uint64_t> Size() override {
     struct stat status;
-    if (fstat(file_.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    if (fstat(file_.Get(), &status) != 0) return std::nullopt;
     return static_cast<uint64_t>(status.st_size);
   }
 
@@ -54,6 +60,14 @@ class PosixContent : public FileContent {
   void Close() override { file_.Reset(); }
 
  private:
+  // What is read from a pipe is lost to its reader.
+  ContentOpening KeepIfPlain() {
+    struct stat status;
+    if (fstat(file_.Get(), &status) == 0 && S_ISREG(status.st_mode)) return ContentOpening::kOpened;
+    file_.Reset();
+    return ContentOpening::kNoFile;
+  }
+
   const int flags_;
   UniqueFd file_;
 };
