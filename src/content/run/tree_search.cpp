@@ -98,7 +98,7 @@ class TreeWorker {
   void Enter(const TreePiece& folder) {
     auto listing = std::make_shared<FolderListing>();
     const bool isListed = ListFolder(folder.path, *listing);
-    if (!isListed && folder.isRoot && !IsExistingFolder(folder.path)) return MatchFile(folder.path);
+    if (!isListed && folder.isRoot && !IsExistingFolder(folder.path)) return MatchNamedFile(folder.path);
     if (!isListed) ++search_.figures.unlistedFolders;
     Offer(search_, PiecesOf(folder.path, std::move(listing)));
   }
@@ -125,7 +125,7 @@ class TreeWorker {
       const FolderEntry& entry = piece.listing->entries[i];
       if (entry.isDirectory) continue;
       const std::u16string_view name = piece.listing->NameOf(entry);
-      if (IsWanted(name)) MatchFile(PathIn(piece.path, name));
+      if (IsWanted(name)) MatchFile(PathIn(piece.path, name), matcher_);
     }
   }
 
@@ -137,8 +137,16 @@ class TreeWorker {
            std::find(exts.begin(), exts.end(), FoldText(name.substr(dot))) != exts.end();
   }
 
-  void MatchFile(const std::u16string& path) {
-    const FileMatch outcome = matcher_.Match(path, check_);
+  // A link that the user has named leads to its file.
+  void MatchNamedFile(const std::u16string& path) {
+    MatchPlan plan = search_.query.plan;
+    plan.makeContent = [] { return MakeFileContent(LinksOfFiles::kFollowed); };
+    FileMatcher matcher(plan);
+    MatchFile(path, matcher);
+  }
+
+  void MatchFile(const std::u16string& path, FileMatcher& matcher) {
+    const FileMatch outcome = matcher.Match(path, check_);
     ++search_.figures.outcomes[static_cast<size_t>(outcome)];
     ++search_.figures.files;
     if (outcome == FileMatch::kHit && !search_.query.onHit(path)) search_.isEnough = true;
