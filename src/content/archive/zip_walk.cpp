@@ -15,6 +15,7 @@ namespace quilmark {
 namespace {
 
 constexpr size_t kPackedRead = 64 * 1024;
+constexpr uint64_t kMostReadings = 4;        // of all of an archive
 constexpr size_t kMostAtOnce = 1024 * 1024;  // bytes between two checks
 
 // The archive's bytes as the library asks for them.
@@ -22,6 +23,7 @@ struct ArchiveBytes {
   ByteSource& source;
   const WorkCheck& check;
   mz_zip_archive* zip;
+  uint64_t taken = 0;  // bytes that were read until now
 
   // Nothing once the work does not go on, which ends an entry in the middle.
   size_t ReadAt(uint64_t at, std::span<std::byte> buffer) {
@@ -41,6 +43,7 @@ struct ArchiveBytes {
       done += got;
       if (got < piece.size()) break;
     }
+    taken += done;
     return done;
   }
 };
@@ -52,7 +55,7 @@ size_t ReadArchive(void* opaque, mz_uint64 at, void* buffer, size_t size) {
 // An archive that is open for reading.
 class ZipReader {
  public:
-  ZipReader(ByteSource& source, const WorkCheck& check) : bytes_{source, check, &zip_} {
+  ZipReader(ByteSource& source, const WorkCheck& check) : bytes_{source, check, &zip_, 0} {
     zip_.m_pRead = ReadArchive;
     zip_.m_pIO_opaque = &bytes_;
     // Nothing is looked for by its name.
@@ -67,6 +70,7 @@ class ZipReader {
 
   bool IsOpen() const { return isOpen_; }
   uint64_t Size() const { return bytes_.source.Size(); }
+  uint64_t BytesRead() const { return bytes_.taken; }
   uint32_t Count() { return mz_zip_reader_get_num_files(&zip_); }
   mz_zip_archive* Get() { return &zip_; }
 
@@ -140,9 +144,8 @@ class ArchiveWalk {
       const Unpacked& former = known->second;
       if (!former.isSound || former.isSearched || former.crc != entry.m_crc32) return {};
     }
-    // Entries that do not lie over each other have no more bytes than the archive.
-    if (known == unpacked_.end()) packedBytes_ += std::min(entry.m_comp_size, zip_.Size());
-    isHostile_ = packedBytes_ > zip_.Size();
+    // Entries that do not lie over each other are read once, and some damaged ones do no harm.
+    isHostile_ = zip_.BytesRead() > kMostReadings * zip_.Size() + kPackedRead;
     if (isHostile_) return {};
     const auto size = static_cast<size_t>(entry.m_uncomp_size);
     char* const room = scratch_.entry.Room(size);
@@ -170,8 +173,7 @@ class ArchiveWalk {
   ArchiveScratch& scratch_;
   std::string name_;
   std::map<StoredBytes, Unpacked> unpacked_;
-  uint64_t packedBytes_ = 0;  // that were to be unpacked until now
-  bool isHostile_ = false;    // more than there are: the walk ends
+  bool isHostile_ = false;  // more was read than an archive has: the walk ends
 };
 
 }  // namespace
