@@ -53,7 +53,8 @@ TEST_F(GrepProgram, EndsWithTheCodesOfFind) {
   EXPECT_EQ(nothing.errors, "");
   const ProgramRun missing = Grep({"words", HostPath("missing")});
   EXPECT_EQ(missing.exitCode, 2);
-  EXPECT_EQ(missing.errors, "quilmark: " + HostPath("missing") + " does not exist\n");
+  EXPECT_THAT(Lines(missing.errors),
+              ElementsAre("quilmark: " + HostPath("missing") + " does not exist"));
   EXPECT_EQ(Grep({"  ", Root()}).exitCode, 2);
 }
 
@@ -95,7 +96,7 @@ TEST_F(GrepProgram, SaysWhatItLeftOut) {
   folder.MakeFile("large.txt", "words" + std::string(1'100'000, '.'));
   const ProgramRun run = Grep({"--max-size", "1", "--threads", "3", "words", Root()});
   EXPECT_EQ(run.output, HostPath("a.txt") + "\n");
-  EXPECT_EQ(run.errors, "quilmark: 1 file not searched: 1 larger than --max-size\n");
+  EXPECT_THAT(Lines(run.errors), ElementsAre("quilmark: 1 file not searched: 1 larger than --max-size"));
   EXPECT_EQ(run.exitCode, 0);
 }
 

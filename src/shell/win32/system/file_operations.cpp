@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "platform/win32/file_handle.h"
 #include "platform/win32/wide.h"
+#include "platform/win32/wine_volumes.h"
 #include "shell/actions/deletion.h"
 #include "shell/actions/shell_paths.h"
 #include "shell/win32/system/com.h"
@@ -47,6 +48,7 @@ struct SystemEntries final : EntryCalls {
   // Names come from the root of their volume on.
   std::vector<std::u16string> OtherNamesOf(const std::u16string& path) override {
     std::vector<std::u16string> names;
+    if (IsWine()) return names;  // it ends a program that calls what it has not
     const std::u16string drive = path.substr(0, 2);
     bool isOfDrive = false;
     std::wstring name(kLongestName, L'\0');
