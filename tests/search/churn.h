@@ -25,6 +25,7 @@
 #include "search/results/search_pipeline.h"
 #include "search/sort/sort.h"
 #include "support/churn_volume.h"
+#include "support/dropped_messages.h"
 #include "support/gives.h"
 #include "support/search_harness.h"
 
@@ -201,8 +202,7 @@ class ChurnUnderSearches {
     if (turn % 3 == 0) DoSortAsync(turn % 2 == 0 ? 0 : 1, Direction::kByClick);
     if (turn % 10 == 0) DoSortAsync(2, Direction::kByClick);
     if (turn % 5 == 0) RefreshFilteredResultsAsync({.sizePreset = kAnySize + 1});
-    while (harness_.queue.Take(0)) {
-    }
+    DropMessages(harness_.queue);
   }
 
   // It comes back with other files.

@@ -6,6 +6,7 @@
 
 #include "platform/background.h"
 #include "search/attributes/attr_cache_file.h"
+#include "support/dropped_messages.h"
 
 namespace quilmark {
 
@@ -78,6 +79,7 @@ SearchHarness::~SearchHarness() {
   ShutdownRequested = true;
   EXPECT_TRUE(WaitForBackgroundJobs(kPatienceMs));
   ShutdownRequested = false;
+  DropMessages(queue);
   ResetState();
   Engine().volumes.clear();
   Engine().ready = false;

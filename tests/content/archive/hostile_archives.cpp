@@ -134,11 +134,8 @@ void AddOverlaps(std::vector<HostileArchive>& all) {
   all.push_back({"has 2,000 entries of the same bytes", MakeZip(entries)});
   for (size_t i = 0; i < entries.size(); ++i) entries[i].crc = static_cast<uint32_t>(i);
   all.push_back({"has 2,000 entries of the same bytes, of other checksums", MakeZip(entries)});
-  for (size_t i = 1; i < entries.size(); ++i) {
-    entries[i].crc.reset();
-    entries[i].packedSize = static_cast<uint32_t>(zeros.size() + i);
-  }
-  all.push_back({"has 2,000 entries of the same bytes, of other packed sizes", MakeZip(entries)});
+  all.push_back(
+      {"has 2,000 entries of the same bytes, of other packed sizes", MakeZip(StretchedEntries(2000))});
   std::string nested = MakeZip({Part()});
   for (int i = 0; i < 20; ++i)
     nested = MakeZip({{.name = "a.xml", .data = nested}, {.name = "b.xml", .data = nested}});
@@ -192,6 +189,26 @@ std::string OfficeArchive() {
        {.name = "_rels/.rels", .data = "<Relationships/>"},
        {.name = "word/document.xml", .data = body + "</w:body></w:document>"},
        {.name = "docProps/core.xml", .data = "<dc:title>Title</dc:title>", .method = kStored}});
+}
+
+std::vector<ZipEntry> StretchedEntries(uint32_t count) {
+  // 4 KiB that cannot be packed, and zeros.
+  std::string data;
+  for (uint32_t i = 1; data.size() < 4'096; i = i * 1'664'525 + 1'013'904'223) {
+    data += static_cast<char>(i >> 24);
+  }
+  data.resize(64 * 1'024);
+  const std::string packed = Deflate(data);
+  std::vector<ZipEntry> entries{{.name = "0.xml", .data = data, .packed = packed}};
+  for (uint32_t i = 1; i < count; ++i) {
+    ZipEntry entry = entries[0];
+    entry.name = std::to_string(i) + ".xml";
+    entry.hasLocal = false;
+    entry.localOffset = 0;
+    entry.packedSize = static_cast<uint32_t>(packed.size()) + i;
+    entries.push_back(entry);
+  }
+  return entries;
 }
 
 std::vector<HostileArchive> HostileArchives() {
