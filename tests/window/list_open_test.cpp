@@ -136,7 +136,7 @@ TEST_F(ListOpening, OpensTheMenuOfTheSystem) {
 }
 
 TEST_F(ListOpening, GreysWhatNeedsAFileBesideTheRows) {
-  program.SearchFor(u"file-00");
+  program.SearchFor(u"-00");  // behind what stands in the box
   WaitForRows(10);
   OpenMenuAt(600, MiddleOf(10) + kPitch);
   program.Screenshot("list-menu-beside");
