@@ -136,13 +136,13 @@ TEST_F(ListOpening, OpensTheMenuOfTheSystem) {
 }
 
 TEST_F(ListOpening, GreysWhatNeedsAFileBesideTheRows) {
-  program.SearchFor(u"-00");  // behind what stands in the box
-  WaitForRows(10);
-  OpenMenuAt(600, MiddleOf(10) + kPitch);
+  program.SearchFor(u"-199");  // behind what stands in the box
+  WaitForRows(1);
+  OpenMenuAt(600, MiddleOf(3));
   program.Screenshot("list-menu-beside");
   program.Press(VK_ESCAPE);
   WaitForNoMenu();
-  OpenMenuAt(600, MiddleOf(10) + kPitch);
+  OpenMenuAt(600, MiddleOf(3));
   ChooseEntry(kOpen);
   EXPECT_TRUE(ShellCalls().empty());
 }
