@@ -8,9 +8,9 @@
 namespace quilmark {
 namespace {
 
-using ContentRunThreads = RunFixture;
+using ContentRunConcurrency = RunFixture;
 
-TEST_F(ContentRunThreads, AnotherGoesOnBehindAFileThatHangs) {
+TEST_F(ContentRunConcurrency, AnotherGoesOnBehindAFileThatHangs) {
   Door door;
   const auto run = MakeRun(AddTextFiles(30, "a word"));
   run->hungFileMs = 1;
@@ -25,7 +25,7 @@ TEST_F(ContentRunThreads, AnotherGoesOnBehindAFileThatHangs) {
   EXPECT_EQ(hits->size(), 29u) << "what comes too late is dropped";
 }
 
-TEST_F(ContentRunThreads, AStaleSearchDoesNotWaitForAFileThatHangs) {
+TEST_F(ContentRunConcurrency, AStaleSearchDoesNotWaitForAFileThatHangs) {
   Door door;
   const auto run = MakeRun(AddTextFiles(2, "a word"));
   std::atomic<bool> hangs = false;
@@ -45,7 +45,7 @@ TEST_F(ContentRunThreads, AStaleSearchDoesNotWaitForAFileThatHangs) {
 }
 
 // Each worker may have a read under way when the search becomes stale, and begins no other.
-TEST_F(ContentRunThreads, AStaleSearchEndsWithinOneBufferOfReading) {
+TEST_F(ContentRunConcurrency, AStaleSearchEndsWithinOneBufferOfReading) {
   constexpr size_t kThreads = 4;
   const auto run = MakeRun(AddTextFiles(kThreads, std::string(60'000'000, '.')));
   std::atomic<size_t> begun = 0;
@@ -64,7 +64,7 @@ TEST_F(ContentRunThreads, AStaleSearchEndsWithinOneBufferOfReading) {
   EXPECT_LE(files->reads, 2 * kThreads + kThreads);
 }
 
-TEST_F(ContentRunThreads, PartialAndFinalResultsOfManyWorkersAreWhole) {
+TEST_F(ContentRunConcurrency, PartialAndFinalResultsOfManyWorkersAreWhole) {
   const ResultSet candidates = AddTextFiles(2'000, "a word");
   const auto run = MakeRun(candidates);
   static std::atomic<uint64_t> clock = 0;

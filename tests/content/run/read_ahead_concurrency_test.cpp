@@ -15,8 +15,8 @@ namespace {
 std::mutex warmedMutex;
 std::set<std::u16string> warmed;  // warmedMutex
 
-struct ReadAheadRun : RunFixture {
-  ReadAheadRun() {
+struct ReadAheadConcurrency : RunFixture {
+  ReadAheadConcurrency() {
     const std::scoped_lock lock(warmedMutex);
     warmed.clear();
   }
@@ -26,7 +26,7 @@ struct ReadAheadRun : RunFixture {
   }
 };
 
-TEST_F(ReadAheadRun, ReadsTheNextFilesOfASliceThatWaits) {
+TEST_F(ReadAheadConcurrency, ReadsTheNextFilesOfASliceThatWaits) {
   const auto run = MakeRun(AddTextFiles(50, "a word"));
   run->warm = [](std::u16string_view path, uint64_t most) {
     EXPECT_EQ(most, kMostBytesAhead);
@@ -46,7 +46,7 @@ TEST_F(ReadAheadRun, ReadsTheNextFilesOfASliceThatWaits) {
   EXPECT_FALSE(warmed.contains(u"C:\\4.txt"));
 }
 
-TEST_F(ReadAheadRun, EndsWithTheSearchAndReadsNothingOfAFastOne) {
+TEST_F(ReadAheadConcurrency, EndsWithTheSearchAndReadsNothingOfAFastOne) {
   const auto run = MakeRun(AddTextFiles(50, "a word"));
   run->warm = [](std::u16string_view path, uint64_t) {
     const std::scoped_lock lock(warmedMutex);
