@@ -75,6 +75,7 @@ search_for() {
 }
 
 # Opens the first row as a user does, and closes the other program again.
+first_row=214  # its middle, in the client area of a new window
 open_first_row() {
   local other title
   xdotool mousemove --window "$window" 300 "$first_row" click 1
